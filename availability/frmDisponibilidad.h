@@ -1,0 +1,130 @@
+// The availability board: rooms or room types against nights, each cell with its state and the number of free rooms.
+//
+// Controls in tab order, screen fields, then handlers (control_Event) and procedures, grouped as the files that hold
+// them. eventos.cpp lists which event runs which handler.
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/contract/mensajes.h"
+#include "host/contract/servicios.h"
+#include "platform/controls/barra.h"
+#include "platform/controls/control.h"
+#include "platform/controls/formulario.h"
+#include "platform/controls/grid.h"
+
+namespace kv207 {
+
+// State of a cell; the names are those of the grid's styles.
+enum class EstadoCelda : std::int8_t { Ocupado = 0, Disponible = 1, Bloqueado = 2, Ocupando = 3, Reservado = 4 };
+// "OCUPADO", "DISPONIBLE", "Bloqueado", "OCUPANDO", "Reservado".
+std::string_view NombreEstado(EstadoCelda estado);
+
+enum class ModoVista { PorTipo, PorHabitacion };
+
+// States by night (0 the first) and board row.
+class MatrizEstados {
+ public:
+  void Dimensiona(int dias, int filas);
+  int Dias() const { return dias_; }
+  int Filas() const { return filas_; }
+  EstadoCelda& operator()(int dia, int fila) { return celdas_[static_cast<std::size_t>(fila) * dias_ + dia]; }
+  EstadoCelda operator()(int dia, int fila) const { return celdas_[static_cast<std::size_t>(fila) * dias_ + dia]; }
+
+ private:
+  int dias_ = 0, filas_ = 0;
+  std::vector<EstadoCelda> celdas_;
+};
+
+// One row of the board.
+struct FilaTablero {
+  std::string clave, nombre;
+  int total = 0;  // rooms that are not withdrawn
+};
+
+class frmDisponibilidad : public controles::Formulario {
+ public:
+  frmDisponibilidad();
+
+  std::vector<std::pair<std::string, com::Variant>> Campos() const override;
+
+  // --- controls, in tab order ----------------------------------------------------------------------------------------
+  controles::ScreenToolbar Controles;           // Aceptar, Cancelar
+  controles::Marco frFrame;                     // filters
+  controles::Etiqueta lblDEL, lblAL, lblGrupo, lblArea, lblTipo, lblVerPor;
+  controles::LookupField txtDEL;                // first night
+  controles::LookupField txtAL;                 // departure day
+  controles::LookupField txtGrupo_Habitacion;   // room group, "%" all
+  controles::LookupField txtNGrupo_Habitacion;  // its name
+  controles::LookupField txtArea;               // area, "%" all
+  controles::LookupField txtNArea;              // its name
+  controles::LookupField txtTipo_Habitacion;    // room type, "%" all
+  controles::LookupField txtNTipo_Habitacion;   // its name
+  controles::Opcion opTipoHabitacion;           // view by room type
+  controles::Opcion opHabitacion;               // view by room
+  controles::Boton cmdPrecios;                  // price list of the first night
+  controles::Grid ssDisponibilidad;             // Clave, Nombre, one column a night
+  controles::Marco frColores;                   // legend
+  controles::Etiqueta lblDisponible, lbColorDisponible;
+  controles::Etiqueta lblOcupado, lblColorOcupado;
+  controles::Etiqueta lblBloqueado, lblColorBloqueado;
+  controles::Etiqueta lblReservado, lblColorReservado;
+  controles::Etiqueta lblReservando, lblColorReservando;
+
+  // --- screen fields -------------------------------------------------------------------------------------------------
+  std::string MensajeError;                     // of the last failed load or column build
+  std::string FolioExcluido;                    // reservation being edited, "" none
+  bool HaySeleccion = false;                    // some cell is marked; after closing: accepted
+  bool ConservarVista = false;                  // loads keep the view
+  bool OpcionesActivas = false;                 // the view options reload the board
+  std::int32_t NumeroDias = 0;
+  std::int32_t NumeroFilas = 0;
+  std::int32_t ColorBloqueado = 0, ColorDisponible = 0, ColorOcupado = 0, ColorReservado = 0;
+  MatrizEstados Estados;
+
+  ModoVista Modo() const { return opHabitacion.value() ? ModoVista::PorHabitacion : ModoVista::PorTipo; }
+
+  // --- arranque.cpp: load, activation, layout, keys, accept, cancel, prices --------------------------------------------
+  void Form_Load();
+  void Form_Activate();
+  void Form_Resize();
+  void Form_KeyUp(int codigo, int mayus);
+  void Controles_Aceptar();
+  void Controles_Cancelar();
+  void cmdPrecios_Click();
+
+  // --- carga.cpp: occupancy ----------------------------------------------------------------------------------------------
+  // False with MensajeError set.
+  bool CargarDatos();
+
+  // --- columnas.cpp: day columns, styles, marks --------------------------------------------------------------------------
+  // Day columns for the nights from txtDEL on; false with MensajeError set.
+  bool Agregar_Columnas(std::int32_t iDias);
+  void QuitarColumnasDias();
+  void PintarCeldas();
+  void ActualizarSeleccion();
+  void MarcarCelda();
+  void MarcarFila();
+  void ssDisponibilidad_Click();
+  void ssDisponibilidad_SelChange(int tipo);
+  void ssDisponibilidad_RowLoaded();
+  void ssDisponibilidad_KeyDown(int codigo, int mayus);
+  void ssDisponibilidad_KeyPress(int& caracter);
+
+  // --- filtros.cpp: filters and view mode ----------------------------------------------------------------------------------
+  void txtGrupo_Habitacion_Change();
+  void txtGrupo_Habitacion_Enter();
+  void txtArea_Change();
+  void txtArea_Enter();
+  void txtTipo_Habitacion_Change();
+  void txtTipo_Habitacion_Enter();
+  void opHabitacion_Click();
+  void opTipoHabitacion_Click();
+
+ private:
+  void ConectaEventos();  // eventos.cpp
+};
+
+}  // namespace kv207

@@ -1,0 +1,91 @@
+// The stand-alone host: a database with the services that the screens ask for, so that they run without a back office.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/contract/servicios.h"
+#include "host/standalone/conexion.h"
+
+namespace autonomo {
+
+struct Opciones {
+  OpcionesConexion base;
+  bool demo = false;              // fill an empty database with the demo hotel
+  std::string usuario = "RECEPCION";
+  std::optional<com::Fecha> ahora;
+};
+
+// What the host recorded, oldest first.
+struct EntradaBitacora {
+  std::string modulo, clave, texto;
+};
+struct Correo {
+  std::string clave, plantilla, consulta, para, asunto, estado;
+};
+struct Impreso {
+  std::string formato, clave;
+};
+struct RegistroVisto {
+  std::string tabla, columna, clave;
+};
+struct PantallaAbierta {
+  std::string pantalla;
+  std::vector<com::Variant> argumentos;
+};
+
+class Anfitrion {
+ public:
+  // Opens (and with demo fills) the database; the errors of AbreConexion.
+  explicit Anfitrion(const Opciones& opciones);
+  ~Anfitrion();
+
+  // Registers the service classes of the contract, all served by this host; one host at a time.
+  void RegistraClases();
+  void QuitaClases();
+  // The object that owns the screen: Transaccion (text) and Ejecutar(code), which opens a host screen.
+  com::Ptr<com::Despacho> Padre();
+
+  std::shared_ptr<Conexion> conexion() { return conexion_; }
+  // Replaces the connection that the services hand out (a wrapper that records statements or injects faults).
+  void conexion(ado::ConnectionPtr envoltura) { entregada_ = std::move(envoltura); }
+  ado::ConnectionPtr Entregada() const { return entregada_ ? entregada_ : conexion_; }
+  Reloj& reloj() { return reloj_; }
+  const std::string& usuario() const { return usuario_; }
+
+  // --- set-up ----------------------------------------------------------------------------------------------------------
+  void Parametro(const std::string& clave, const std::string& valor);
+  void Permiso(const std::string& opcion, bool concedido);   // screen "KV207", current user
+  void Cambio(const std::string& moneda, double tasa);       // from any date on
+  void Impuesto(const std::string& sucursal, const std::string& producto, double factor);
+  // One night of a room type, tax included, in local currency; up to the persons included, then each further one.
+  void Tarifa(const std::string& tipo, double precio, double adultoExtra, double menorExtra);
+  void Plantilla(const std::string& codigo, const std::string& asunto, const std::string& cuerpo);
+  void Direccion(const std::string& cliente, const std::string& correo);
+
+  // --- records ---------------------------------------------------------------------------------------------------------
+  std::vector<EntradaBitacora> Bitacora();
+  std::vector<Correo> Correos();
+  std::vector<Impreso> Impresiones();
+  std::vector<RegistroVisto> Vistos() const { return vistos_; }
+  std::vector<PantallaAbierta> Pantallas() const { return pantallas_; }
+  void AnotaVisto(RegistroVisto v) { vistos_.push_back(std::move(v)); }
+  void AnotaPantalla(PantallaAbierta p) { pantallas_.push_back(std::move(p)); }
+
+  // Makes the next mail fail with that ErrorCorreo text.
+  void FallaCorreo(std::string texto);
+
+ private:
+  friend class ServicioUtilerias;
+  Reloj reloj_;
+  std::shared_ptr<Conexion> conexion_;
+  ado::ConnectionPtr entregada_;
+  std::string usuario_;
+  std::optional<std::string> fallaCorreo_;
+  std::vector<RegistroVisto> vistos_;
+  std::vector<PantallaAbierta> pantallas_;
+};
+
+}  // namespace autonomo

@@ -1,0 +1,173 @@
+// Unbound data grid: columns with their properties, rows of cells, a current cell, named cell styles, and the events of
+// the user's moves and edits. What a program does to the grid raises nothing; what the user does, through the members
+// marked "user", raises the events.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/com/variant.h"
+#include "platform/controls/control.h"
+
+namespace controles {
+
+enum class TipoColumna { Texto, Fecha, Entero, Doble };
+enum class Alineacion { Izquierda, Centro, Derecha };
+
+struct Columna {
+  std::string clave;
+  std::string titulo;
+  TipoColumna tipo = TipoColumna::Texto;
+  std::string formato;                 // number format, see regional::ConFormato
+  int ancho = 0;                       // twips
+  bool visible = true;
+  bool bloqueada = false;
+  Alineacion alineacion = Alineacion::Izquierda;
+  Alineacion alineacionTitulo = Alineacion::Izquierda;
+  std::string fecha;                   // date that the column stands for ("dd/mm/yyyy"), for day columns
+};
+
+// A named cell style. Colours are 0x00BBGGRR.
+struct Estilo {
+  std::string nombre;
+  std::int32_t fondo = 0x00FFFFFF;
+};
+
+// What changed, for the view: one cell, one row, everything, the columns, or the current cell.
+enum class CambioGrid { Celda, Fila, Todo, Columnas, Actual };
+
+class Grid : public Control {
+ public:
+  Grid(Formulario& formulario, std::string nombre, Lugar lugar, std::vector<Columna> columnas = {});
+
+  // --- columns -------------------------------------------------------------------------------------------------------
+  int NumColumnas() const { return static_cast<int>(columnas_.size()); }
+  const Columna& columna(int indice) const;               // Error kSubindice
+  const Columna& columna(std::string_view clave) const;   // case-sensitive; Error kElemento
+  int IndiceColumna(std::string_view clave) const;        // -1 when there is none
+  void AgregaColumna(Columna columna);                    // at the end; rows get an empty cell
+  void QuitaColumna(int indice);
+  void ancho(std::string_view clave, int twips);          // Error kTamanio when negative
+  void bloqueada(int indice, bool v);
+  void bloqueada(std::string_view clave, bool v) { bloqueada(IndiceObligado(clave), v); }
+  void visible(std::string_view clave, bool v);
+  void titulo(std::string_view clave, std::string v);
+  using Control::visible;
+
+  // --- rows and cells ------------------------------------------------------------------------------------------------
+  int Filas() const { return static_cast<int>(filas_.size()); }
+  // Appends an empty row and makes it current; gives its index.
+  int AgregaFila();
+  void QuitaFila(int fila);  // Error kSubindice
+  void QuitaTodas();
+  // Value as the column's type holds it. Rows from 0; Error kSubindice / kElemento.
+  const com::Variant& celda(int fila, int columna) const;
+  const com::Variant& celda(int fila, std::string_view clave) const { return celda(fila, IndiceObligado(clave)); }
+  // Texts that can be read as the column's type are converted to it; others are kept as they are.
+  void celda(int fila, int columna, const com::Variant& valor);
+  void celda(int fila, std::string_view clave, const com::Variant& valor) { celda(fila, IndiceObligado(clave), valor); }
+  // Text as shown (the column's format applied).
+  std::string Texto(int fila, int columna) const;
+  std::string Texto(int fila, std::string_view clave) const { return Texto(fila, IndiceObligado(clave)); }
+
+  // --- styles --------------------------------------------------------------------------------------------------------
+  // Defines a style or changes its colour.
+  void DefineEstilo(std::string_view nombre, std::int32_t fondo);
+  const std::vector<Estilo>& Estilos() const { return estilos_; }
+  // Index into Estilos, -1 none.
+  int estilo(int fila, int columna) const;
+  // Error kElemento for an unknown style.
+  void estilo(int fila, int columna, std::string_view nombre);
+  void estilo(int fila, int columna, int indice);
+  int IndiceEstilo(std::string_view nombre) const;
+
+  // --- current cell --------------------------------------------------------------------------------------------------
+  int fila() const { return fila_; }        // -1 when there is no row
+  int columna() const { return col_; }      // -1 when no column is current
+  std::string ClaveColumna() const;         // key of the current column, "" when none
+  // By program: no events.
+  void fila(int v);                         // Error kSubindice
+  void columna(int v);
+  void MuevePrimera() { if (Filas() > 0) fila(0); }
+  // The user typed in the current cell since entering it.
+  bool Tecleada() const { return tecleada_; }
+
+  // --- redraw --------------------------------------------------------------------------------------------------------
+  // While false the view is not told of changes; setting it true tells it once.
+  void Redraw(bool v);
+  void Refresca();
+
+  // Commits the pending edit of the current row (no event).
+  void Update() { pendiente_ = false; }
+  bool Pendiente() const { return pendiente_; }
+
+  // --- user ----------------------------------------------------------------------------------------------------------
+  // Goes to a cell: leaves the current one (BeforeRowColChange, which may hold the user), commits the row when the row
+  // changes and has a pending edit, enters the new cell (RowColChange). False when held. Error kSubindice for a cell
+  // that does not exist, kElemento for a hidden column.
+  bool VaA(int fila, int columna);
+  // Types a text into the current cell (replacing it) and raises Change. Error kTamanio when the column is locked, the
+  // grid disabled, or there is no current cell.
+  void Teclea(const std::string& texto);
+  // Leaves the current cell without entering another: checks as VaA, then commits the row when it has a pending edit.
+  // False when held.
+  bool Deja();
+  // Appends a row as the user does and goes to its first visible, unlocked cell. False when held in the current cell.
+  bool NuevaFila();
+  // Deletes a row: BeforeDelete may cancel; then AfterDelete and, for the new contents, RowCommitted. False when
+  // cancelled.
+  bool Borra(int fila);
+  // Next or previous visible cell in reading order (Tab); false at the end of the grid or when held.
+  bool Siguiente(int paso = 1);
+  // Key events that reach the grid: KeyDown, then KeyPress for characters, then KeyUp. A KeyPress that leaves its
+  // argument 0 swallows the character; an accepted character is typed.
+  void PulsaTecla(int codigo, int mayus = 0);
+  void PulsaCaracter(char32_t caracter);
+  // Mouse click on a cell: goes to it, then raises Click. Selecting a row header: goes to it, then SelChange(2).
+  void ClicCelda(int fila, int columna);
+  void SeleccionaFila(int fila);
+
+  // --- events --------------------------------------------------------------------------------------------------------
+  std::function<void()> InitColumnProps;                  // once the form has loaded: run-time locks
+  std::function<void(bool& cancela)> BeforeRowColChange;  // leaving the current cell
+  std::function<void()> RowColChange;                     // a cell was entered
+  std::function<void()> Change;                           // the user typed in the current cell
+  std::function<void()> RowCommitted;                     // a completed change of a line: row left or committed, row deleted
+  std::function<void(int& codigoError)> UpdateError;      // committing a row failed; 0 shows nothing
+  std::function<void(bool& cancela, bool& pregunta)> BeforeDelete;
+  std::function<void(bool& muestraError)> AfterDelete;
+  std::function<void(int codigo, int mayus)> KeyDown;
+  std::function<void(int& caracter)> KeyPress;
+  std::function<void(int codigo, int mayus)> KeyUp;
+  std::function<void()> Click;
+  std::function<void(int tipo)> SelChange;                // 2: whole row
+  std::function<void()> RowLoaded;                        // rows were loaded for display
+
+  // Slot of the view; fila and columna are -1 where they do not apply.
+  std::function<void(CambioGrid cambio, int fila, int columna)> alCambiar;
+  // Slot of tests: called before each change that a program makes to rows or cells; may raise.
+  std::function<void()> antesDeCambiar;
+
+ private:
+  struct Celda {
+    com::Variant valor;
+    std::int8_t estilo = -1;
+  };
+  int IndiceObligado(std::string_view clave) const;
+  void RevisaCelda(int fila, int columna) const;
+  void Toca();
+  void Cambia(CambioGrid cambio, int fila = -1, int columna = -1);
+  bool PuedeDejar();
+  void Compromete();
+
+  std::vector<Columna> columnas_;
+  std::vector<std::vector<Celda>> filas_;
+  std::vector<Estilo> estilos_;
+  int fila_ = -1, col_ = -1;
+  bool tecleada_ = false, pendiente_ = false, redraw_ = true;
+};
+
+}  // namespace controles

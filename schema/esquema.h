@@ -1,0 +1,48 @@
+// The one definition of the hotel's database: tables, columns, keys, indexes, state codes.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace esquema {
+
+// What a column holds. Texts compare case-blind with trailing blanks ignored; dates have a day and maybe a time.
+enum class Tipo { Clave, Texto, Nota, Entero, Numero, Dinero, Factor, Fecha, FechaHora };
+
+struct Columna {
+  std::string_view nombre;
+  Tipo tipo;
+};
+
+struct Tabla {
+  std::string_view nombre;
+  std::vector<Columna> columnas;
+  std::vector<std::string_view> llave;                   // primary key columns; empty when rows have none
+  std::vector<std::vector<std::string_view>> indices;    // columns of each further index
+};
+
+// Tables that the screens use, then those of the stand-alone host.
+const std::vector<Tabla>& Tablas();
+// Case-blind; null when there is none.
+const Tabla* BuscaTabla(std::string_view nombre);
+// Type of a column by its name alone (names carry their table's prefix); null when no table has it.
+const Columna* BuscaColumna(std::string_view nombre);
+
+// State codes (Es_Cve_Estado).
+inline constexpr std::string_view kActiva = "AC", kConfirmada = "CO", kCancelada = "CA", kCerrada = "CE",
+                                  kAplicada = "AP", kBaja = "BA";
+
+// Dialects of the data definition.
+enum class Motor { Sqlite, PostgreSQL, SqlServer };
+// Statements that create tables, indexes and guards, in order. Columns but keys have neutral defaults ('' and 0; dates
+// NULL; states 'AC').
+std::vector<std::string> Ddl(Motor motor);
+// Version of the definition, kept in the database.
+inline constexpr int kVersion = 1;
+
+// Statements (plain inserts with literals, SQL Server text) that fill an empty database with the demo hotel around the
+// given day, "AAAA-MM-DD".
+std::vector<std::string> HotelDemo(std::string_view hoy);
+
+}  // namespace esquema
