@@ -1,0 +1,43 @@
+// The clerk's hands: what a script does to a screen. One implementation works on the models, one on real widgets; both
+// must have the same effect.
+#pragma once
+
+#include <string>
+
+#include "platform/controls/barra.h"
+#include "platform/controls/control.h"
+#include "platform/controls/formulario.h"
+#include "platform/controls/grid.h"
+
+namespace guion {
+
+// Every action raises com::Error when the control does not allow it (disabled, hidden, locked) and lets a handler's
+// untrapped error through.
+class Manos {
+ public:
+  virtual ~Manos() = default;
+  // Replaces the text of a LookupField or CampoNotas by typing.
+  virtual void Texto(controles::Control& control, const std::string& texto) = 0;
+  // Confirms a field with Enter.
+  virtual void Confirma(controles::Control& control) = 0;
+  virtual void PonFecha(controles::DateField& control, com::Fecha fecha) = 0;
+  // Clicks a button, option or check box.
+  virtual void Clic(controles::Control& control) = 0;
+  // Sends a key to the control that has the focus. codigo: controles::tecla; mayus: 1 Shift, 2 Ctrl.
+  virtual void Tecla(controles::Formulario& formulario, int codigo, int mayus) = 0;
+  virtual void Caracter(controles::Formulario& formulario, char32_t caracter) = 0;
+  virtual void Accion(controles::ScreenToolbar& barra, controles::Accion accion) = 0;
+  // Grid: goes to a cell, types and leaves it; fila -1 appends a row. False when the screen held the user.
+  virtual bool Celda(controles::Grid& grid, int fila, int columna, const std::string& valor) = 0;
+  virtual bool Ve(controles::Grid& grid, int fila, int columna) = 0;
+  virtual bool Borra(controles::Grid& grid, int fila) = 0;
+  virtual void ClicCelda(controles::Grid& grid, int fila, int columna) = 0;
+  virtual void SeleccionaFila(controles::Grid& grid, int fila) = 0;
+  // Inner size, twips.
+  virtual void Tamano(controles::Formulario& formulario, int ancho, int alto) = 0;
+  // Writes a picture of the window; Error kArgumento where there is nothing to see.
+  virtual void Foto(controles::Formulario& formulario, const std::string& ruta) = 0;
+  virtual void Enfoca(controles::Control& control) = 0;
+};
+
+}  // namespace guion
