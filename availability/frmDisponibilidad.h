@@ -27,22 +27,40 @@ enum class ModoVista { PorTipo, PorHabitacion };
 // States by night (0 the first) and board row.
 class MatrizEstados {
  public:
+  // All cells occupied, so that none can be marked before it was counted. Error kSubindice for a negative size.
   void Dimensiona(int dias, int filas);
   int Dias() const { return dias_; }
   int Filas() const { return filas_; }
-  EstadoCelda& operator()(int dia, int fila) { return celdas_[static_cast<std::size_t>(fila) * dias_ + dia]; }
-  EstadoCelda operator()(int dia, int fila) const { return celdas_[static_cast<std::size_t>(fila) * dias_ + dia]; }
+  bool Tiene(int dia, int fila) const { return dia >= 0 && dia < dias_ && fila >= 0 && fila < filas_; }
+  // Only for cells that it has.
+  EstadoCelda& operator()(int dia, int fila) { return celdas_[Indice(dia, fila)]; }
+  EstadoCelda operator()(int dia, int fila) const { return celdas_[Indice(dia, fila)]; }
+  // Some cell among the first nights and rows is in that state.
+  bool Contiene(EstadoCelda estado, int dias, int filas) const;
 
  private:
+  std::size_t Indice(int dia, int fila) const {
+    return static_cast<std::size_t>(fila) * static_cast<std::size_t>(dias_) + static_cast<std::size_t>(dia);
+  }
+
   int dias_ = 0, filas_ = 0;
   std::vector<EstadoCelda> celdas_;
 };
+
+// Design colours of the states, 0x00BBGGRR, and of a marked cell.
+inline constexpr std::int32_t kFondoOcupado = 0x000000FF, kFondoDisponible = 0x0000FF00, kFondoBloqueado = 0x00C0C0C0,
+                              kFondoOcupando = 0x00008000, kFondoReservado = 0x00808000;
+
+// Columns before the first night.
+inline constexpr int kColumnasFijas = 2;
 
 // One row of the board.
 struct FilaTablero {
   std::string clave, nombre;
   int total = 0;  // rooms that are not withdrawn
 };
+
+class TotalesTablero;  // ocupacion.h
 
 class frmDisponibilidad : public controles::Formulario {
  public:
@@ -51,8 +69,8 @@ class frmDisponibilidad : public controles::Formulario {
   std::vector<std::pair<std::string, com::Variant>> Campos() const override;
 
   // --- controls, in tab order ----------------------------------------------------------------------------------------
-  controles::ScreenToolbar Controles;           // Aceptar, Cancelar
-  controles::Marco frFrame;                     // filters
+  controles::ScreenToolbar Controles;  // Aceptar, Cancelar
+  controles::Marco frFrame;            // filters
   controles::Etiqueta lblDEL, lblAL, lblGrupo, lblArea, lblTipo, lblVerPor;
   controles::LookupField txtDEL;                // first night
   controles::LookupField txtAL;                 // departure day
@@ -74,11 +92,11 @@ class frmDisponibilidad : public controles::Formulario {
   controles::Etiqueta lblReservando, lblColorReservando;
 
   // --- screen fields -------------------------------------------------------------------------------------------------
-  std::string MensajeError;                     // of the last failed load or column build
-  std::string FolioExcluido;                    // reservation being edited, "" none
-  bool HaySeleccion = false;                    // some cell is marked; after closing: accepted
-  bool ConservarVista = false;                  // loads keep the view
-  bool OpcionesActivas = false;                 // the view options reload the board
+  std::string MensajeError;      // of the last failed load or column build
+  std::string FolioExcluido;     // reservation being edited, "" none
+  bool HaySeleccion = false;     // some cell is marked; after closing: accepted
+  bool ConservarVista = false;   // loads keep the view
+  bool OpcionesActivas = false;  // the view options reload the board
   std::int32_t NumeroDias = 0;
   std::int32_t NumeroFilas = 0;
   std::int32_t ColorBloqueado = 0, ColorDisponible = 0, ColorOcupado = 0, ColorReservado = 0;
@@ -86,7 +104,8 @@ class frmDisponibilidad : public controles::Formulario {
 
   ModoVista Modo() const { return opHabitacion.value() ? ModoVista::PorHabitacion : ModoVista::PorTipo; }
 
-  // --- arranque.cpp: load, activation, layout, keys, accept, cancel, prices --------------------------------------------
+  // --- arranque.cpp: load, activation, layout, keys, accept, cancel, prices
+  // --------------------------------------------
   void Form_Load();
   void Form_Activate();
   void Form_Resize();
@@ -95,12 +114,15 @@ class frmDisponibilidad : public controles::Formulario {
   void Controles_Cancelar();
   void cmdPrecios_Click();
 
-  // --- carga.cpp: occupancy ----------------------------------------------------------------------------------------------
-  // False with MensajeError set.
+  // --- carga.cpp: occupancy
+  // ---------------------------------------------------------------------------------------------- Rows, counts and
+  // states of all cells for the nights from txtDEL to txtAL, with the filters and the view in force; takes every mark
+  // away. False with MensajeError set; the filters then stay disabled until a load succeeds.
   bool CargarDatos();
 
-  // --- columnas.cpp: day columns, styles, marks --------------------------------------------------------------------------
-  // Day columns for the nights from txtDEL on; false with MensajeError set.
+  // --- columnas.cpp: day columns, styles, marks
+  // -------------------------------------------------------------------------- Day columns for the nights from txtDEL
+  // on; false with MensajeError set.
   bool Agregar_Columnas(std::int32_t iDias);
   void QuitarColumnasDias();
   void PintarCeldas();
@@ -113,7 +135,8 @@ class frmDisponibilidad : public controles::Formulario {
   void ssDisponibilidad_KeyDown(int codigo, int mayus);
   void ssDisponibilidad_KeyPress(int& caracter);
 
-  // --- filtros.cpp: filters and view mode ----------------------------------------------------------------------------------
+  // --- filtros.cpp: filters and view mode
+  // ----------------------------------------------------------------------------------
   void txtGrupo_Habitacion_Change();
   void txtGrupo_Habitacion_Enter();
   void txtArea_Change();
@@ -125,6 +148,19 @@ class frmDisponibilidad : public controles::Formulario {
 
  private:
   void ConectaEventos();  // eventos.cpp
+  void RestauraDiseno();  // arranque.cpp
+  void AplicaColores();
+  void PintaLeyenda();
+  bool LlenaTablero();  // carga.cpp
+  void LlenaFilas(ModoVista modo, const TotalesTablero& totales);
+  std::vector<com::Fecha> Noches() const;
+  ado::TextoSQL Condicion(ModoVista modo) const;
+  bool PuedeMarcar() const;  // columnas.cpp
+  void PonEstado(int dia, int fila, EstadoCelda estado);
+  // filtros.cpp
+  void CambiaCodigo(controles::LookupField& codigo, controles::LookupField& nombre, const char* todos);
+  void ConfirmaCodigo(controles::LookupField& codigo, controles::LookupField& nombre, const char* todos,
+                      const anfitrion::DatosMensaje& mensaje);
 };
 
 }  // namespace kv207

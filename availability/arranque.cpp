@@ -1,0 +1,119 @@
+// The board's load, activation, layout, form keys, accept, cancel and price list.
+#include <exception>
+#include <utility>
+
+#include "availability/frmDisponibilidad.h"
+#include "component/publico.h"
+#include "reservation/avisos.h"
+
+namespace kv207 {
+
+namespace mensaje = anfitrion::mensaje;
+
+namespace {
+
+// Colour of a host parameter; the design colour when the parameter is missing or no number.
+std::int32_t LeeColor(const char* clave, std::int32_t diseno) {
+  const com::Variant valor = publico::Sistema().LeeParametro(clave, 0, "", "");
+  if (valor.EsVacio() || valor.EsNulo() || (valor.EsTexto() && com::Recorta(com::CStr(valor)).empty())) return diseno;
+  try {
+    return com::CLng(valor);
+  } catch (const com::Error&) {
+    return diseno;
+  }
+}
+
+std::string LeeFormato(const char* clave) { return com::CStr(publico::Sistema().LeeParametro(clave, 0, "T", "0000")); }
+
+// A step of the layout that does not fit is skipped.
+template <class Paso>
+void Intenta(Paso&& paso) {
+  try {
+    paso();
+  } catch (const com::Error&) {  // the control keeps its size
+  }
+}
+
+}  // namespace
+
+void frmDisponibilidad::Form_Load() {
+  RestauraDiseno();
+  MensajeError.clear();
+  AplicaColores();
+  txtGrupo_Habitacion.formato(LeeFormato("FTO_GRUPO_HABITACION"));
+  txtArea.formato(LeeFormato("FTO_AREA"));
+  txtTipo_Habitacion.formato(LeeFormato("FTO_TIPO_HABITACION"));
+  publico::Utilerias().LimpiaGrupo(*this, 1);
+  publico::Utilerias().HabilitaGrupo(*this, 1);
+  opTipoHabitacion.Selecciona();
+  ssDisponibilidad.visible("Clave", true);
+  PintaLeyenda();
+  HaySeleccion = false;
+  FolioExcluido.clear();
+}
+
+// A form that loads anew begins as designed, without running the handlers of a view change.
+void frmDisponibilidad::RestauraDiseno() {
+  ConservarVista = false;
+  OpcionesActivas = false;
+  auto alElegir = std::exchange(opTipoHabitacion.Click, {});
+  opTipoHabitacion.Selecciona();
+  opTipoHabitacion.Click = std::move(alElegir);
+  frFrame.enabled(true);
+  ssDisponibilidad.titulo("Nombre", "Tipo/Habitación");
+  ssDisponibilidad.QuitaTodas();
+  QuitarColumnasDias();
+  NumeroDias = 0;
+  NumeroFilas = 0;
+}
+
+void frmDisponibilidad::AplicaColores() {
+  ColorBloqueado = LeeColor("HT_COLOR_BLOQUEADO", kFondoBloqueado);
+  ColorDisponible = LeeColor("HT_COLOR_DISPONIBLE", kFondoDisponible);
+  ColorOcupado = LeeColor("HT_COLOR_OCUPADO", kFondoOcupado);
+  ColorReservado = LeeColor("HT_COLOR_RESERVADO", kFondoReservado);
+  ssDisponibilidad.DefineEstilo(NombreEstado(EstadoCelda::Disponible), ColorDisponible);
+  ssDisponibilidad.DefineEstilo(NombreEstado(EstadoCelda::Bloqueado), ColorBloqueado);
+  ssDisponibilidad.DefineEstilo(NombreEstado(EstadoCelda::Ocupado), ColorOcupado);
+  ssDisponibilidad.DefineEstilo(NombreEstado(EstadoCelda::Reservado), ColorReservado);
+}
+
+void frmDisponibilidad::PintaLeyenda() {
+  lbColorDisponible.color(ColorDisponible);
+  lblColorReservado.color(ColorReservado);
+  lblColorOcupado.color(ColorOcupado);
+  lblColorBloqueado.color(ColorBloqueado);
+  lblColorReservando.color(kFondoOcupando);
+}
+
+void frmDisponibilidad::Form_Activate() { Controles.Activa(false); }
+
+void frmDisponibilidad::Form_Resize() {
+  Intenta([this] { frFrame.width(width() - 2 * frFrame.left()); });
+  Intenta([this] { ssDisponibilidad.width(width() - 2 * ssDisponibilidad.left()); });
+  Intenta([this] { ssDisponibilidad.height(height() - ssDisponibilidad.top() - 100 - frColores.height()); });
+  Intenta([this] { frColores.width(width() - 2 * frColores.left()); });
+  Intenta([this] { frColores.top(ssDisponibilidad.top() + ssDisponibilidad.height() + 50); });
+}
+
+void frmDisponibilidad::Form_KeyUp(int codigo, int) {
+  if (codigo == controles::tecla::kEsc) Controles_Cancelar();
+}
+
+void frmDisponibilidad::Controles_Aceptar() {
+  ActualizarSeleccion();
+  if (HaySeleccion) {
+    Oculta();
+  } else {
+    Avisa(*this, mensaje::kNadaMarcado);
+  }
+}
+
+void frmDisponibilidad::Controles_Cancelar() {
+  HaySeleccion = false;
+  Oculta();
+}
+
+void frmDisponibilidad::cmdPrecios_Click() { publico::Hotel().MuestraPrecios(com::CDate(txtDEL.valor())); }
+
+}  // namespace kv207

@@ -1,0 +1,152 @@
+// The board's load: rows, free rooms and states.
+#include <algorithm>
+#include <exception>
+#include <memory>
+
+#include "availability/frmDisponibilidad.h"
+#include "availability/ocupacion.h"
+#include "availability/sentencias.h"
+#include "component/publico.h"
+
+namespace kv207 {
+
+namespace {
+
+constexpr int kAnchoClave = 650;    // twips
+constexpr int kMargenNombre = 200;  // twips beyond the widest name
+
+std::string Texto(const com::Variant& valor) { return valor.EsNulo() ? std::string() : com::CStr(valor); }
+
+// Key of a filter in force: one whose name is shown and that does not stand for all.
+std::optional<std::string> Filtro(const controles::LookupField& codigo, const controles::LookupField& nombre) {
+  if (nombre.text().empty() || codigo.text() == "%") return std::nullopt;
+  return com::CStr(codigo.valor());
+}
+
+// Reads the rows statement's record set.
+class LectorFilas {
+ public:
+  LectorFilas(ado::RecordsetPtr filas, ModoVista modo)
+      : filas_(std::move(filas)),
+        clave_(filas_->Indice("CLAVE")),
+        descripcion_(filas_->Indice("DESCRIPCION")),
+        tipo_(modo == ModoVista::PorHabitacion ? filas_->Indice("DESCRIPCION_TIPO") : clave_),
+        modo_(modo) {}
+
+  int Cuantas() const { return filas_->RecordCount(); }
+
+  // False after the last row.
+  bool Lee(FilaTablero& fila) {
+    if (filas_->Eof()) return false;
+    fila.clave = Texto(filas_->Fields(clave_).Value());
+    fila.nombre = Texto(filas_->Fields(descripcion_).Value());
+    if (modo_ == ModoVista::PorHabitacion) fila.nombre = Texto(filas_->Fields(tipo_).Value()) + " / " + fila.nombre;
+    filas_->MoveNext();
+    return true;
+  }
+
+ private:
+  ado::RecordsetPtr filas_;
+  std::size_t clave_, descripcion_, tipo_;
+  ModoVista modo_;
+};
+
+}  // namespace
+
+bool frmDisponibilidad::CargarDatos() {
+  MensajeError.clear();
+  try {
+    if (!ConservarVista) {
+      opTipoHabitacion.Selecciona();
+      OpcionesActivas = true;
+    }
+    frFrame.enabled(false);
+    return LlenaTablero();
+  } catch (const std::exception& e) {
+    MensajeError = std::string("frmDisponibilidad.CargarDatos() - ") + e.what();
+    return false;
+  }
+}
+
+bool frmDisponibilidad::LlenaTablero() {
+  const ModoVista modo = Modo();
+  sentencias::Totales(publico::NuevaSentencia(), modo);
+  const TotalesTablero totales(*publico::Ejecuta());
+  if (totales.Vacio()) {
+    MensajeError = modo == ModoVista::PorTipo
+                       ? "frmDisponibilidad.CargarDatos() - NO HAY TIPOS DE HABITACION EXISTENTES O ESTAN DE BAJA"
+                       : "frmDisponibilidad.CargarDatos() - NO HAY HABITACIONES EXISTENTES O ESTAN DE BAJA";
+    return false;
+  }
+
+  ssDisponibilidad.Redraw(false);
+  try {
+    LlenaFilas(modo, totales);
+  } catch (...) {
+    ssDisponibilidad.Redraw(true);
+    throw;
+  }
+  ssDisponibilidad.Redraw(true);
+
+  controles::EscritorioActual().ProcesaPendientes();
+  ssDisponibilidad.MuevePrimera();
+  HaySeleccion = false;
+  frFrame.enabled(true);
+  MensajeError.clear();  // a view change that ran at the start may have left one
+  return true;
+}
+
+void frmDisponibilidad::LlenaFilas(ModoVista modo, const TotalesTablero& totales) {
+  const sentencias::Criterio criterio{modo, Condicion(modo), FolioExcluido};
+  sentencias::Filas(publico::NuevaSentencia(), modo, criterio.condicion);
+  LectorFilas filas(publico::Ejecuta(), modo);
+
+  ssDisponibilidad.ancho("Clave", kAnchoClave);
+  ssDisponibilidad.QuitaTodas();
+  NumeroFilas = 0;
+  Estados.Dimensiona(NumeroDias, filas.Cuantas());
+  const std::vector<com::Fecha> noches = Noches();
+  const int dias = static_cast<int>(noches.size());
+  const bool conjuntos = publico::Sistema().ObtenConexion()->LeeConjuntos();
+  const std::unique_ptr<LectorOcupacion> lector =
+      conjuntos ? LeePorConjuntos(criterio, noches) : LeePorCelda(criterio, noches);
+
+  int anchoNombre = 0;
+  FilaTablero fila;
+  while (filas.Lee(fila)) {
+    const int r = ssDisponibilidad.AgregaFila();
+    ssDisponibilidad.celda(r, 0, fila.clave);
+    ssDisponibilidad.celda(r, 1, fila.nombre);
+    anchoNombre = std::max(anchoNombre, controles::EscritorioActual().AnchoTexto(*this, fila.nombre));
+    fila.total = totales.De(fila.clave);
+    lector->Fila(fila.clave);
+    for (int d = 0; d < dias; ++d) {
+      const CeldaTablero celda = CalculaCelda(modo, fila.total, lector->Noche(d));
+      ssDisponibilidad.celda(r, kColumnasFijas + d, celda.libres);
+      PonEstado(d, r, celda.estado);
+    }
+    NumeroFilas = r + 1;
+  }
+  ssDisponibilidad.ancho("Nombre", anchoNombre + kMargenNombre);
+}
+
+// The nights of the range, as their day columns store them.
+std::vector<com::Fecha> frmDisponibilidad::Noches() const {
+  const int dias = com::DiasEntre(com::CDate(txtDEL.valor()), com::CDate(txtAL.valor()));
+  if (dias > NumeroDias) {
+    throw com::Error(com::error::kSubindice, "El tablero tiene menos columnas de día (" + std::to_string(NumeroDias) +
+                                                 ") que noches (" + std::to_string(dias) + ")");
+  }
+  std::vector<com::Fecha> noches;
+  for (int d = 0; d < dias; ++d) {
+    noches.push_back(com::SoloFecha(com::CDate(ssDisponibilidad.columna(kColumnasFijas + d).fecha)));
+  }
+  return noches;
+}
+
+ado::TextoSQL frmDisponibilidad::Condicion(ModoVista modo) const {
+  return sentencias::Condicion(modo, {Filtro(txtGrupo_Habitacion, txtNGrupo_Habitacion), Filtro(txtArea, txtNArea),
+                                      Filtro(txtTipo_Habitacion, txtNTipo_Habitacion)});
+}
+
+}  // namespace kv207

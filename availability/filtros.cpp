@@ -1,0 +1,79 @@
+// The board's filters and the switch between its two views.
+#include "availability/frmDisponibilidad.h"
+#include "component/publico.h"
+#include "reservation/avisos.h"
+
+namespace kv207 {
+
+namespace mensaje = anfitrion::mensaje;
+
+namespace {
+
+constexpr const char* kTodos = "Todos";
+constexpr const char* kTodas = "Todas";
+
+bool Vacio(const controles::LookupField& campo) { return com::CStr(campo.valor()).empty(); }
+
+}  // namespace
+
+// An emptied code stands for all.
+void frmDisponibilidad::CambiaCodigo(controles::LookupField& codigo, controles::LookupField& nombre,
+                                     const char* todos) {
+  if (!Vacio(codigo)) return;
+  codigo.valor("%");
+  nombre.valor(todos);
+}
+
+// Loads the board again when the code is known.
+void frmDisponibilidad::ConfirmaCodigo(controles::LookupField& codigo, controles::LookupField& nombre,
+                                       const char* todos, const anfitrion::DatosMensaje& mensaje) {
+  if (com::CStr(codigo.valor()) == "%") nombre.valor(todos);
+  if (Vacio(nombre) || Vacio(codigo)) return;
+  if (!CargarDatos()) Avisa(*this, mensaje, MensajeError);
+}
+
+void frmDisponibilidad::txtGrupo_Habitacion_Change() {
+  CambiaCodigo(txtGrupo_Habitacion, txtNGrupo_Habitacion, kTodos);
+}
+
+void frmDisponibilidad::txtGrupo_Habitacion_Enter() {
+  ConfirmaCodigo(txtGrupo_Habitacion, txtNGrupo_Habitacion, kTodos, mensaje::kCargaGrupo);
+}
+
+void frmDisponibilidad::txtArea_Change() { CambiaCodigo(txtArea, txtNArea, kTodas); }
+
+void frmDisponibilidad::txtArea_Enter() { ConfirmaCodigo(txtArea, txtNArea, kTodas, mensaje::kCargaArea); }
+
+void frmDisponibilidad::txtTipo_Habitacion_Change() { CambiaCodigo(txtTipo_Habitacion, txtNTipo_Habitacion, kTodos); }
+
+void frmDisponibilidad::txtTipo_Habitacion_Enter() {
+  ConfirmaCodigo(txtTipo_Habitacion, txtNTipo_Habitacion, kTodos, mensaje::kCargaTipo);
+}
+
+void frmDisponibilidad::opHabitacion_Click() {
+  if (!OpcionesActivas) return;
+  ConservarVista = true;
+  ssDisponibilidad.visible("Clave", false);
+  ssDisponibilidad.titulo("Nombre", "Habitación");
+  ssDisponibilidad.QuitaTodas();
+  if (!CargarDatos()) Avisa(*this, mensaje::kCargaPorHabitacion, MensajeError);
+}
+
+void frmDisponibilidad::opTipoHabitacion_Click() {
+  if (HaySeleccion) {
+    if (Avisa(*this, mensaje::kPreguntaPerderMarcas) == controles::kNo) {
+      OpcionesActivas = false;  // selecting the room view again must not load it
+      opHabitacion.Selecciona();
+      Enfoca(opHabitacion);
+      return;
+    }
+    HaySeleccion = false;
+  }
+  OpcionesActivas = true;
+  ssDisponibilidad.visible("Clave", true);
+  ssDisponibilidad.titulo("Nombre", "Tipo habitación");
+  ssDisponibilidad.QuitaTodas();
+  if (!CargarDatos()) Avisa(*this, mensaje::kCargaPorTipo, MensajeError);
+}
+
+}  // namespace kv207
