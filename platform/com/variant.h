@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -65,6 +66,10 @@ std::int32_t CLng(const Variant& v);  // halves to the even neighbour
 bool CBool(const Variant& v);         // text: a number, true/false, verdadero/falso (case-blind)
 Fecha CDate(const Variant& v);        // text: "dd/mm/yyyy" or ISO, each with an optional time; numbers are COM dates
 std::string CStr(const Variant& v);   // dates in the regional short form (with the time when it is not midnight)
+
+// The same readings of a text without raising: nothing when it cannot be read.
+std::optional<double> NumeroDe(std::string_view texto);
+std::optional<Fecha> FechaDeTexto(std::string_view texto);
 
 // The platform's "<>" on two values: numbers with numbers (also as text when one side is a number), dates with dates,
 // else as text, case-sensitively. False (no difference) when either side is NULL.

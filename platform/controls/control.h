@@ -141,7 +141,7 @@ class LookupField : public Control {
   // "*" shows stars for every character; empty shows the text.
   const std::string& passwordChar() const { return passwordChar_; }
   void passwordChar(std::string v);
-  // The query failed to find the last confirmed key.
+  // The user typed and has not confirmed yet.
   bool pendiente() const { return pendiente_; }
 
   // Runs the lookup again (the refresh operation): fills or empties the result field; nothing without sql.

@@ -91,9 +91,10 @@ class Formulario {
   // Null when there is none; case-sensitive.
   Control* Busca(std::string_view nombre) const;
 
-  // Runs Load once; a failing load leaves the form unloaded and raises the error.
+  // Runs Load once, then the grids' InitColumnProps; a failing load leaves the form unloaded and raises the error.
   void Carga();
-  // Loads when needed, shows; the modal form returns when the form is hidden.
+  // Loads when needed, gives the focus to the first tab stop when no control has it, shows; the modal form returns when
+  // the form is hidden.
   void Muestra();
   void MuestraModal();
   void Oculta();
@@ -110,10 +111,17 @@ class Formulario {
   // Next (1) or previous (-1) tab stop, round the form.
   void EnfocaSiguiente(int paso = 1);
 
-  // User: a key on the active control. The form sees it first (KeyUp); then by the control's kind: LookupField: Enter
-  // confirms it and moves on (tabonenter), Tab confirms a typed key and moves on; grids and notes have their own key
-  // events; a button is clicked by Enter or the space bar. mayus: 1 Shift, 2 Ctrl.
-  void PulsaTecla(int codigo, int mayus = 0);
+  // User: a key on the active control, pressed and released. Pressed, it does what the control's kind does:
+  // LookupField: Enter confirms it and moves on (tabonenter), Tab confirms a typed key and moves on; grids and notes
+  // have their own key events; a button is clicked by Enter or the space bar. Released, the form sees it (KeyUp) before
+  // the control. mayus: 1 Shift, 2 Ctrl. A control that accepts no input ignores keys and characters that would change
+  // it.
+  void PulsaTecla(int codigo, int mayus = 0) {
+    TeclaAbajo(codigo, mayus);
+    TeclaArriba(codigo, mayus);
+  }
+  void TeclaAbajo(int codigo, int mayus = 0);
+  void TeclaArriba(int codigo, int mayus = 0);
   // User: one typed character to the active control (appended at the end of a field's text).
   void PulsaCaracter(char32_t caracter);
 
@@ -128,9 +136,13 @@ class Formulario {
 
  private:
   friend class Control;
+  void EnfocaPrimera();
+  void TeclaCampo(class LookupField& campo, int codigo, int paso);
+  void TeclaNotas(class CampoNotas& campo, int codigo, int mayus);
+
   std::string nombre_, caption_;
   int ventana_, width_, height_;
-  bool cargado_ = false, visible_ = false;
+  bool cargado_ = false, visible_ = false, descargando_ = false;
   std::vector<Control*> controles_;
   Control* foco_ = nullptr;
 };

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,13 +22,13 @@ struct Columna {
   std::string clave;
   std::string titulo;
   TipoColumna tipo = TipoColumna::Texto;
-  std::string formato;                 // number format, see regional::ConFormato
-  int ancho = 0;                       // twips
+  std::string formato;  // number format, see regional::ConFormato
+  int ancho = 0;        // twips
   bool visible = true;
   bool bloqueada = false;
   Alineacion alineacion = Alineacion::Izquierda;
   Alineacion alineacionTitulo = Alineacion::Izquierda;
-  std::string fecha;                   // date that the column stands for ("dd/mm/yyyy"), for day columns
+  std::string fecha;  // date that the column stands for ("dd/mm/yyyy"), for day columns
 };
 
 // A named cell style. Colours are 0x00BBGGRR.
@@ -45,12 +46,12 @@ class Grid : public Control {
 
   // --- columns -------------------------------------------------------------------------------------------------------
   int NumColumnas() const { return static_cast<int>(columnas_.size()); }
-  const Columna& columna(int indice) const;               // Error kSubindice
-  const Columna& columna(std::string_view clave) const;   // case-sensitive; Error kElemento
-  int IndiceColumna(std::string_view clave) const;        // -1 when there is none
-  void AgregaColumna(Columna columna);                    // at the end; rows get an empty cell
+  const Columna& columna(int indice) const;              // Error kSubindice
+  const Columna& columna(std::string_view clave) const;  // case-sensitive; Error kElemento
+  int IndiceColumna(std::string_view clave) const;       // -1 when there is none
+  void AgregaColumna(Columna columna);                   // at the end; rows get an empty cell
   void QuitaColumna(int indice);
-  void ancho(std::string_view clave, int twips);          // Error kTamanio when negative
+  void ancho(std::string_view clave, int twips);  // Error kTamanio when negative
   void bloqueada(int indice, bool v);
   void bloqueada(std::string_view clave, bool v) { bloqueada(IndiceObligado(clave), v); }
   void visible(std::string_view clave, bool v);
@@ -59,14 +60,15 @@ class Grid : public Control {
 
   // --- rows and cells ------------------------------------------------------------------------------------------------
   int Filas() const { return static_cast<int>(filas_.size()); }
-  // Appends an empty row and makes it current; gives its index.
+  // Appends an empty row and makes it current (the column stays); gives its index.
   int AgregaFila();
   void QuitaFila(int fila);  // Error kSubindice
   void QuitaTodas();
   // Value as the column's type holds it. Rows from 0; Error kSubindice / kElemento.
   const com::Variant& celda(int fila, int columna) const;
   const com::Variant& celda(int fila, std::string_view clave) const { return celda(fila, IndiceObligado(clave)); }
-  // Texts that can be read as the column's type are converted to it; others are kept as they are.
+  // Texts that can be read as the column's type are converted to it, and empty ones are Empty except in text columns;
+  // others are kept as they are. In text columns numbers and dates become texts. NULL is Empty.
   void celda(int fila, int columna, const com::Variant& valor);
   void celda(int fila, std::string_view clave, const com::Variant& valor) { celda(fila, IndiceObligado(clave), valor); }
   // Text as shown (the column's format applied).
@@ -85,18 +87,29 @@ class Grid : public Control {
   int IndiceEstilo(std::string_view nombre) const;
 
   // --- current cell --------------------------------------------------------------------------------------------------
-  int fila() const { return fila_; }        // -1 when there is no row
-  int columna() const { return col_; }      // -1 when no column is current
-  std::string ClaveColumna() const;         // key of the current column, "" when none
+  int fila() const { return fila_; }    // -1 when there is no row
+  int columna() const { return col_; }  // -1 when no column is current
+  std::string ClaveColumna() const;     // key of the current column, "" when none
   // By program: no events.
-  void fila(int v);                         // Error kSubindice
-  void columna(int v);
-  void MuevePrimera() { if (Filas() > 0) fila(0); }
+  void fila(int v);     // Error kSubindice
+  void columna(int v);  // -1 none; Error kSubindice
+  void MuevePrimera() {
+    if (Filas() > 0) fila(0);
+  }
   // The user typed in the current cell since entering it.
   bool Tecleada() const { return tecleada_; }
 
+  // --- geometry ------------------------------------------------------------------------------------------------------
+  static constexpr int kAltoFila = 255, kAltoTitulos = 285;  // twips
+  // Place of a cell, in twips from the grid's corner: where the view says that it stands, else where it stands with
+  // nothing scrolled away. Error kSubindice.
+  Lugar LugarCelda(int fila, int columna) const;
+  // Slot of the view, which knows what has been scrolled away.
+  std::function<Lugar(int fila, int columna)> alUbicar;
+
   // --- redraw --------------------------------------------------------------------------------------------------------
-  // While false the view is not told of changes; setting it true tells it once.
+  // While false the view is not told of changes; setting it true tells it once. Setting it true and refreshing raise
+  // RowLoaded, once, when rows were appended since the last time.
   void Redraw(bool v);
   void Refresca();
 
@@ -116,15 +129,25 @@ class Grid : public Control {
   // False when held.
   bool Deja();
   // Appends a row as the user does and goes to its first visible, unlocked cell. False when held in the current cell.
+  // A row appended so and left without anything written in it goes away again. Error kTamanio when the grid is disabled
+  // or has no cell to type in.
   bool NuevaFila();
   // Deletes a row: BeforeDelete may cancel; then AfterDelete and, for the new contents, RowCommitted. False when
   // cancelled.
   bool Borra(int fila);
   // Next or previous visible cell in reading order (Tab); false at the end of the grid or when held.
   bool Siguiente(int paso = 1);
-  // Key events that reach the grid: KeyDown, then KeyPress for characters, then KeyUp. A KeyPress that leaves its
-  // argument 0 swallows the character; an accepted character is typed.
-  void PulsaTecla(int codigo, int mayus = 0);
+  // Key events that reach the grid: KeyDown, then KeyPress for characters (Enter and Backspace among them), then KeyUp.
+  // Between KeyDown and KeyUp Tab moves on (past the end: leaves the grid), the arrows move, Ctrl+Supr deletes the row.
+  // A KeyPress that leaves its argument 0 swallows the character. An accepted character is typed: the first one since
+  // entering the cell replaces its content, the others are appended; Backspace removes the last one. In a cell that
+  // cannot be typed in it does nothing.
+  void PulsaTecla(int codigo, int mayus = 0) {
+    TeclaAbajo(codigo, mayus);
+    TeclaArriba(codigo, mayus);
+  }
+  void TeclaAbajo(int codigo, int mayus = 0);
+  void TeclaArriba(int codigo, int mayus = 0);
   void PulsaCaracter(char32_t caracter);
   // Mouse click on a cell: goes to it, then raises Click. Selecting a row header: goes to it, then SelChange(2).
   void ClicCelda(int fila, int columna);
@@ -135,16 +158,16 @@ class Grid : public Control {
   std::function<void(bool& cancela)> BeforeRowColChange;  // leaving the current cell
   std::function<void()> RowColChange;                     // a cell was entered
   std::function<void()> Change;                           // the user typed in the current cell
-  std::function<void()> RowCommitted;                     // a completed change of a line: row left or committed, row deleted
-  std::function<void(int& codigoError)> UpdateError;      // committing a row failed; 0 shows nothing
+  std::function<void()> RowCommitted;  // a completed change of a line: row left or committed, row deleted
+  std::function<void(int& codigoError)> UpdateError;  // committing a row failed; 0 shows nothing
   std::function<void(bool& cancela, bool& pregunta)> BeforeDelete;
   std::function<void(bool& muestraError)> AfterDelete;
   std::function<void(int codigo, int mayus)> KeyDown;
   std::function<void(int& caracter)> KeyPress;
   std::function<void(int codigo, int mayus)> KeyUp;
   std::function<void()> Click;
-  std::function<void(int tipo)> SelChange;                // 2: whole row
-  std::function<void()> RowLoaded;                        // rows were loaded for display
+  std::function<void(int tipo)> SelChange;  // 2: whole row
+  std::function<void()> RowLoaded;          // rows were loaded for display
 
   // Slot of the view; fila and columna are -1 where they do not apply.
   std::function<void(CambioGrid cambio, int fila, int columna)> alCambiar;
@@ -157,17 +180,34 @@ class Grid : public Control {
     std::int8_t estilo = -1;
   };
   int IndiceObligado(std::string_view clave) const;
+  void RevisaColumna(int columna) const;
+  void RevisaFila(int fila) const;
   void RevisaCelda(int fila, int columna) const;
+  bool HayActual() const { return fila_ >= 0 && col_ >= 0; }
+  bool SePuedeTeclear() const;
+  com::Variant Convierte(int columna, const com::Variant& valor) const;
   void Toca();
   void Cambia(CambioGrid cambio, int fila = -1, int columna = -1);
-  bool PuedeDejar();
+  void Coloca(int fila, int columna);
+  void Entra(int fila, int columna);
+  void QuitaFilaDe(int fila);
+  // Runs the leave check and commits the row when it is left; false when held.
+  bool Sale(bool dejaFila);
   void Compromete();
+  void AvisaFilasCargadas();
+  int PrimeraColumnaVisible(bool escribible) const;
+  int ColumnaVisible(int desde, int paso) const;
+  bool CeldaSiguiente(int paso, int& fila, int& columna) const;
 
   std::vector<Columna> columnas_;
   std::vector<std::vector<Celda>> filas_;
   std::vector<Estilo> estilos_;
   int fila_ = -1, col_ = -1;
   bool tecleada_ = false, pendiente_ = false, redraw_ = true;
+  bool saliendo_ = false;               // a leave check is running
+  bool filasNuevas_ = false;            // rows were appended since RowLoaded was raised
+  bool intacta_ = false;                // the current row was appended by the user and nothing is written in it
+  std::optional<std::string> edicion_;  // what the user typed in the current cell, before conversion
 };
 
 }  // namespace controles

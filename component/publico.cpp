@@ -1,0 +1,87 @@
+#include "component/publico.h"
+
+#include <optional>
+#include <utility>
+
+#include "platform/com/error.h"
+
+namespace publico {
+namespace {
+
+struct Objetos {
+  com::Ptr<anfitrion::Sistema> sistema;
+  com::Ptr<anfitrion::Utilerias> utilerias;
+  com::Ptr<anfitrion::Hotel> hotel;
+  ado::TextoSQL sql;
+};
+
+// Lives as long as the process: the host's objects are never released while others go away at its end.
+Objetos& LosObjetos() {
+  static Objetos& objetos = *new Objetos;
+  return objetos;
+}
+
+template <class Servicio>
+Servicio& Exige(const com::Ptr<Servicio>& servicio, const char* nombre) {
+  if (!servicio) {
+    throw com::Error(com::error::kSinObjeto, std::string("La variable de objeto no está establecida: ") + nombre);
+  }
+  return *servicio;
+}
+
+template <class Servicio>
+com::Ptr<Servicio> Crea(const com::Guid& clase, const char* nombre) {
+  auto servicio = com::CreaInstancia<Servicio>(clase);
+  if (!servicio) {
+    throw com::Error(com::error::kClase, std::string("El anfitrión no ofrece el servicio ") + nombre);
+  }
+  return servicio;
+}
+
+// First column of the first row.
+std::optional<std::string> Busca(const ado::TextoSQL& sentencia) {
+  const ado::RecordsetPtr filas = Sistema().ObtenConexion()->Execute(sentencia);
+  if (filas->Eof()) return std::nullopt;
+  const com::Variant& valor = filas->Fields(std::size_t{0}).Value();
+  return valor.EsNulo() ? std::string() : com::CStr(valor);
+}
+
+}  // namespace
+
+void Arranca() {
+  if (Arrancado()) return;
+  Objetos& o = LosObjetos();
+  auto sistema = Crea<anfitrion::Sistema>(anfitrion::kClaseSistema, "Sistema");
+  o.utilerias = Crea<anfitrion::Utilerias>(anfitrion::kClaseUtilerias, "Utilerias");
+  o.sistema = std::move(sistema);
+  controles::FijaBuscador(Busca);
+}
+
+bool Arrancado() { return static_cast<bool>(LosObjetos().sistema); }
+
+anfitrion::Sistema& Sistema() { return Exige(LosObjetos().sistema, "Sistema"); }
+anfitrion::Utilerias& Utilerias() { return Exige(LosObjetos().utilerias, "Utilerias"); }
+anfitrion::Hotel& Hotel() { return Exige(LosObjetos().hotel, "Hotel"); }
+
+void CreaHotel() { LosObjetos().hotel = Crea<anfitrion::Hotel>(anfitrion::kClaseHotel, "Hotel"); }
+void LiberaHotel() { LosObjetos().hotel = nullptr; }
+
+ado::TextoSQL& Sql() { return LosObjetos().sql; }
+
+ado::TextoSQL& NuevaSentencia() {
+  Sql().Limpia();
+  return Sql();
+}
+
+ado::RecordsetPtr Ejecuta() { return Sistema().ObtenConexion()->Execute(Sql()); }
+
+void Olvida() {
+  Objetos& o = LosObjetos();
+  o.hotel = nullptr;
+  o.utilerias = nullptr;
+  o.sistema = nullptr;
+  o.sql.Limpia();
+  controles::FijaBuscador({});
+}
+
+}  // namespace publico

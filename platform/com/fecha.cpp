@@ -1,0 +1,138 @@
+#include "platform/com/fecha.h"
+
+#include <cmath>
+#include <cstdio>
+
+#include "platform/com/error.h"
+
+namespace com {
+namespace {
+
+constexpr int kSegundosDia = 86400;
+constexpr int kAnioMinimo = 100, kAnioMaximo = 9999;
+// Days from 1970-01-01 back to the origin of the calendar algorithm (0000-03-01) and to 1899-12-30.
+constexpr int kDiasCivil = 719468, kDiasOrigen = 25569;
+
+bool EsBisiesto(int anio) { return (anio % 4 == 0 && anio % 100 != 0) || anio % 400 == 0; }
+
+int DiasDelMes(int anio, int mes) {
+  constexpr int kDias[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  return mes == 2 && EsBisiesto(anio) ? 29 : kDias[mes - 1];
+}
+
+bool EsValida(int anio, int mes, int dia, int hora, int minuto, int segundo) {
+  return anio >= kAnioMinimo && anio <= kAnioMaximo && mes >= 1 && mes <= 12 && dia >= 1 &&
+         dia <= DiasDelMes(anio, mes) && hora >= 0 && hora < 24 && minuto >= 0 && minuto < 60 && segundo >= 0 &&
+         segundo < 60;
+}
+
+// Day number of a valid day; years begin in March so that the leap day is the last.
+std::int32_t NumeroDeDia(int anio, int mes, int dia) {
+  const int a = mes <= 2 ? anio - 1 : anio;
+  const int era = a / 400;
+  const int delEra = a - era * 400;
+  const int delAnio = (153 * (mes + (mes > 2 ? -3 : 9)) + 2) / 5 + dia - 1;
+  const int delEraDias = delEra * 365 + delEra / 4 - delEra / 100 + delAnio;
+  return era * 146097 + delEraDias - kDiasCivil + kDiasOrigen;
+}
+
+// Reads exactly n digits.
+bool LeeDigitos(std::string_view& texto, std::size_t n, int& valor) {
+  if (texto.size() < n) return false;
+  valor = 0;
+  for (std::size_t i = 0; i < n; ++i) {
+    if (texto[i] < '0' || texto[i] > '9') return false;
+    valor = valor * 10 + (texto[i] - '0');
+  }
+  texto.remove_prefix(n);
+  return true;
+}
+
+bool Come(std::string_view& texto, char c) {
+  if (texto.empty() || texto.front() != c) return false;
+  texto.remove_prefix(1);
+  return true;
+}
+
+}  // namespace
+
+Fecha FechaDe(int anio, int mes, int dia, int hora, int minuto, int segundo) {
+  if (!EsValida(anio, mes, dia, hora, minuto, segundo)) {
+    throw Error(error::kTipos, "No coinciden los tipos: la fecha no existe en el calendario");
+  }
+  return {NumeroDeDia(anio, mes, dia), hora * 3600 + minuto * 60 + segundo};
+}
+
+Civil ACivil(Fecha f) {
+  const int z = f.dia - kDiasOrigen + kDiasCivil;
+  const int era = (z >= 0 ? z : z - 146096) / 146097;
+  const int delEra = z - era * 146097;
+  const int anioEra = (delEra - delEra / 1460 + delEra / 36524 - delEra / 146096) / 365;
+  const int delAnio = delEra - (365 * anioEra + anioEra / 4 - anioEra / 100);
+  const int mp = (5 * delAnio + 2) / 153;
+  Civil c;
+  c.dia = delAnio - (153 * mp + 2) / 5 + 1;
+  c.mes = mp < 10 ? mp + 3 : mp - 9;
+  c.anio = anioEra + era * 400 + (c.mes <= 2 ? 1 : 0);
+  c.hora = f.segundo / 3600;
+  c.minuto = f.segundo / 60 % 60;
+  c.segundo = f.segundo % 60;
+  return c;
+}
+
+double ADiasCom(Fecha f) {
+  const double fraccion = static_cast<double>(f.segundo) / kSegundosDia;
+  return f.dia >= 0 ? f.dia + fraccion : f.dia - fraccion;
+}
+
+Fecha DeDiasCom(double dias) {
+  // 01/01/0100 and the last second of 31/12/9999.
+  if (!(dias > -657435.0 && dias < 2958466.0)) {
+    throw Error(error::kDesbordamiento, "Desbordamiento: la fecha queda fuera del calendario");
+  }
+  const double entero = std::trunc(dias);
+  Fecha f;
+  f.dia = static_cast<std::int32_t>(entero);
+  f.segundo = static_cast<std::int32_t>(std::lround(std::fabs(dias - entero) * kSegundosDia));
+  if (f.segundo == kSegundosDia) {
+    f.dia += 1;
+    f.segundo = 0;
+  }
+  return f;
+}
+
+int DiaSemana(Fecha f) {
+  // Day 0, 30/12/1899, was a Saturday.
+  const int resto = (f.dia + 5) % 7;
+  return (resto < 0 ? resto + 7 : resto) + 1;
+}
+
+std::string AIso(Fecha f) {
+  const Civil c = ACivil(f);
+  char texto[64];
+  if (f.segundo == 0) {
+    std::snprintf(texto, sizeof texto, "%04d-%02d-%02d", c.anio, c.mes, c.dia);
+  } else {
+    std::snprintf(texto, sizeof texto, "%04d-%02d-%02d %02d:%02d:%02d", c.anio, c.mes, c.dia, c.hora, c.minuto,
+                  c.segundo);
+  }
+  return texto;
+}
+
+std::optional<Fecha> DeIso(std::string_view texto) {
+  int anio = 0, mes = 0, dia = 0, hora = 0, minuto = 0, segundo = 0;
+  if (!LeeDigitos(texto, 4, anio) || !Come(texto, '-') || !LeeDigitos(texto, 2, mes) || !Come(texto, '-') ||
+      !LeeDigitos(texto, 2, dia)) {
+    return std::nullopt;
+  }
+  if (!texto.empty()) {
+    if (!Come(texto, ' ') && !Come(texto, 'T')) return std::nullopt;
+    if (!LeeDigitos(texto, 2, hora) || !Come(texto, ':') || !LeeDigitos(texto, 2, minuto)) return std::nullopt;
+    if (!texto.empty() && (!Come(texto, ':') || !LeeDigitos(texto, 2, segundo))) return std::nullopt;
+    if (!texto.empty()) return std::nullopt;
+  }
+  if (!EsValida(anio, mes, dia, hora, minuto, segundo)) return std::nullopt;
+  return Fecha{NumeroDeDia(anio, mes, dia), hora * 3600 + minuto * 60 + segundo};
+}
+
+}  // namespace com

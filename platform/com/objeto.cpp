@@ -1,0 +1,120 @@
+#include "platform/com/objeto.h"
+
+#include <dlfcn.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <map>
+
+#include "platform/com/error.h"
+
+namespace com {
+namespace {
+
+struct Biblioteca {
+  std::string ruta;
+  void* asa = nullptr;
+};
+
+struct Registro {
+  std::vector<RegistroServidor> servidores;
+  std::map<Guid, Fabrica> clases;
+  std::vector<Biblioteca> bibliotecas;
+};
+
+// Lives as long as the process, whatever unloads at its end.
+Registro& ElRegistro() {
+  static Registro& registro = *new Registro;
+  return registro;
+}
+
+[[noreturn]] void FallaClase(const Guid& clase, const std::string& motivo) {
+  throw Error(error::kClase, "No se puede crear el objeto " + ATexto(clase) + ": " + motivo);
+}
+
+template <class Funcion>
+Funcion Entrada(const Biblioteca& biblioteca, const char* nombre) {
+  return reinterpret_cast<Funcion>(dlsym(biblioteca.asa, nombre));
+}
+
+Biblioteca Abre(const RegistroServidor& servidor) {
+  auto& abiertas = ElRegistro().bibliotecas;
+  const auto ya =
+      std::find_if(abiertas.begin(), abiertas.end(), [&](const Biblioteca& b) { return b.ruta == servidor.ruta; });
+  if (ya != abiertas.end()) return *ya;
+  void* asa = dlopen(servidor.ruta.c_str(), RTLD_NOW | RTLD_GLOBAL);
+  if (asa == nullptr) {
+    const char* detalle = dlerror();
+    FallaClase(servidor.clase, "no se pudo cargar la biblioteca " + servidor.ruta +
+                                   (detalle == nullptr ? std::string() : std::string(" (") + detalle + ")"));
+  }
+  abiertas.push_back({servidor.ruta, asa});
+  return abiertas.back();
+}
+
+}  // namespace
+
+std::string ATexto(const Guid& id) {
+  char texto[48];
+  std::snprintf(texto, sizeof texto, "{%08X-%04X-%04X-%02X%02X-%02X%02X%02X%02X%02X%02X}", id.d1, id.d2, id.d3,
+                id.d4[0], id.d4[1], id.d4[2], id.d4[3], id.d4[4], id.d4[5], id.d4[6], id.d4[7]);
+  return texto;
+}
+
+void RegistraServidor(RegistroServidor registro) {
+  QuitaServidor(registro.clase);
+  ElRegistro().servidores.push_back(std::move(registro));
+}
+
+void QuitaServidor(const Guid& clase) {
+  std::erase_if(ElRegistro().servidores, [&](const RegistroServidor& s) { return s.clase == clase; });
+}
+
+std::vector<RegistroServidor> ServidoresRegistrados() { return ElRegistro().servidores; }
+
+void RegistraClase(const Guid& clase, Fabrica fabrica) { ElRegistro().clases[clase] = std::move(fabrica); }
+
+void QuitaClase(const Guid& clase) { ElRegistro().clases.erase(clase); }
+
+Ptr<FabricaClase> ObjetoDeClase(const Guid& clase) {
+  const auto& servidores = ElRegistro().servidores;
+  const auto servidor =
+      std::find_if(servidores.begin(), servidores.end(), [&](const RegistroServidor& s) { return s.clase == clase; });
+  if (servidor == servidores.end()) FallaClase(clase, "la clase no está registrada");
+  const Biblioteca biblioteca = Abre(*servidor);
+  const auto entrada = Entrada<HResult (*)(const Guid*, const Guid*, void**)>(biblioteca, "DllGetClassObject");
+  if (entrada == nullptr) FallaClase(clase, biblioteca.ruta + " no es un servidor de componentes");
+  void* salida = nullptr;
+  const HResult resultado = entrada(&clase, &FabricaClase::kId, &salida);
+  if (resultado != kOk || salida == nullptr) {
+    char codigo[16];
+    std::snprintf(codigo, sizeof codigo, "0x%08X", static_cast<unsigned>(resultado));
+    FallaClase(clase, biblioteca.ruta + " no ofrece la clase (" + codigo + ")");
+  }
+  return Ptr<FabricaClase>::Toma(static_cast<FabricaClase*>(salida));
+}
+
+Ptr<Desconocido> CreaInstancia(const Guid& clase) {
+  const auto& clases = ElRegistro().clases;
+  if (const auto propia = clases.find(clase); propia != clases.end()) {
+    const Fabrica fabrica = propia->second;
+    auto objeto = fabrica ? fabrica() : Ptr<Desconocido>();
+    if (!objeto) FallaClase(clase, "la clase no dio ningún objeto");
+    return objeto;
+  }
+  void* salida = nullptr;
+  const HResult resultado = ObjetoDeClase(clase)->CreateInstance(nullptr, Desconocido::kId, &salida);
+  if (resultado != kOk || salida == nullptr) FallaClase(clase, "la biblioteca no dio ningún objeto");
+  return Ptr<Desconocido>::Toma(static_cast<Desconocido*>(salida));
+}
+
+void LiberaBibliotecas() {
+  std::erase_if(ElRegistro().bibliotecas, [](const Biblioteca& b) {
+    const auto puede = Entrada<HResult (*)()>(b, "DllCanUnloadNow");
+    if (puede == nullptr || puede() != kOk) return false;
+    dlclose(b.asa);
+    return true;
+  });
+}
+
+}  // namespace com

@@ -1,0 +1,267 @@
+#include "platform/controls/formulario.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/com/error.h"
+#include "platform/controls/grid.h"
+#include "platform/controls/utf8.h"
+
+namespace controles {
+namespace {
+
+struct Ambiente {
+  Escritorio* escritorio = nullptr;
+  Buscador buscador;
+  bool mayusculas = false;
+  int ultimaVentana = 0;
+};
+
+Ambiente& ElAmbiente() {
+  static Ambiente ambiente;
+  return ambiente;
+}
+
+bool EsTeclaDePaso(int codigo) { return codigo == tecla::kTab || codigo == tecla::kEnter; }
+
+}  // namespace
+
+int RespuestaPredeterminada(int estilo) {
+  const bool segundo = (estilo & 256) != 0;
+  switch (estilo & 7) {
+    case 1:
+      return segundo ? kCancelar : kAceptar;
+    case 4:
+      return segundo ? kNo : kSi;
+    default:
+      return kAceptar;
+  }
+}
+
+Escritorio& EscritorioActual() {
+  Escritorio* e = ElAmbiente().escritorio;
+  if (e == nullptr) throw com::Error(com::error::kSinObjeto, "No hay un escritorio donde mostrar las pantallas");
+  return *e;
+}
+
+void FijaEscritorio(Escritorio* escritorio) { ElAmbiente().escritorio = escritorio; }
+void FijaBuscador(Buscador buscador) { ElAmbiente().buscador = std::move(buscador); }
+const Buscador& BuscadorActual() { return ElAmbiente().buscador; }
+void FijaMayusculas(bool fuerza) { ElAmbiente().mayusculas = fuerza; }
+bool MayusculasForzadas() { return ElAmbiente().mayusculas; }
+
+Formulario::Formulario(std::string nombre, std::string caption, int width, int height)
+    : nombre_(std::move(nombre)),
+      caption_(std::move(caption)),
+      ventana_(++ElAmbiente().ultimaVentana),
+      width_(width),
+      height_(height) {}
+
+Control* Formulario::Busca(std::string_view nombre) const {
+  const auto i =
+      std::find_if(controles_.begin(), controles_.end(), [&](const Control* c) { return c->nombre() == nombre; });
+  return i == controles_.end() ? nullptr : *i;
+}
+
+// --- life
+// -------------------------------------------------------------------------------------------------------------
+
+void Formulario::Carga() {
+  if (cargado_) return;
+  cargado_ = true;
+  try {
+    if (Load) Load();
+    for (Control* c : controles_) {
+      if (c->clase() != Clase::Grid) continue;
+      auto& grid = static_cast<Grid&>(*c);
+      if (grid.InitColumnProps) grid.InitColumnProps();
+    }
+  } catch (...) {
+    cargado_ = false;
+    throw;
+  }
+}
+
+void Formulario::Muestra() {
+  Carga();
+  visible_ = true;
+  EnfocaPrimera();
+  EscritorioActual().Muestra(*this);
+}
+
+void Formulario::MuestraModal() {
+  Carga();
+  visible_ = true;
+  EnfocaPrimera();
+  EscritorioActual().MuestraModal(*this);
+}
+
+void Formulario::Oculta() {
+  if (!visible_) return;
+  visible_ = false;
+  if (Escritorio* e = ElAmbiente().escritorio) e->Oculta(*this);
+}
+
+void Formulario::Descarga() {
+  if (!cargado_ || descargando_) return;
+  descargando_ = true;
+  const auto termina = [this] {
+    descargando_ = cargado_ = visible_ = false;
+    foco_ = nullptr;
+    if (Escritorio* e = ElAmbiente().escritorio) e->Descarga(*this);
+  };
+  try {
+    if (Unload) Unload();
+  } catch (...) {
+    termina();
+    throw;
+  }
+  termina();
+}
+
+void Formulario::Activa() {
+  if (Activate) Activate();
+}
+
+void Formulario::Redimensiona(int width, int height) {
+  width_ = width;
+  height_ = height;
+  if (Resize) Resize();
+  if (alAvisar) alAvisar();
+}
+
+// --- focus
+// ------------------------------------------------------------------------------------------------------------
+
+void Formulario::Enfoca(Control& control) {
+  if (!control.PuedeEnfocarse()) return;
+  foco_ = &control;
+  EscritorioActual().Enfoca(control);
+}
+
+// A form that comes up with no usable focus starts at its first tab stop; the view takes it from foco().
+void Formulario::EnfocaPrimera() {
+  if (foco_ != nullptr && foco_->PuedeEnfocarse()) return;
+  const auto i = std::find_if(controles_.begin(), controles_.end(),
+                              [](const Control* c) { return c->tabStop() && c->PuedeEnfocarse(); });
+  foco_ = i == controles_.end() ? nullptr : *i;
+}
+
+void Formulario::EnfocaSiguiente(int paso) {
+  const auto n = static_cast<int>(controles_.size());
+  const auto aqui = std::find(controles_.begin(), controles_.end(), foco_);
+  int i = aqui == controles_.end() ? (paso > 0 ? -1 : n) : static_cast<int>(aqui - controles_.begin());
+  for (int vueltas = 0; vueltas < n; ++vueltas) {
+    i = (i + (paso > 0 ? 1 : -1) + n) % n;
+    Control& c = *controles_[static_cast<std::size_t>(i)];
+    if (c.tabStop() && c.PuedeEnfocarse()) return Enfoca(c);
+  }
+}
+
+// --- keys
+// -------------------------------------------------------------------------------------------------------------
+
+void Formulario::TeclaAbajo(int codigo, int mayus) {
+  const int paso = (mayus & 1) != 0 ? -1 : 1;
+  if (foco_ == nullptr || !foco_->PuedeEnfocarse()) {
+    if (codigo == tecla::kTab) EnfocaSiguiente(paso);
+    return;
+  }
+  switch (foco_->clase()) {
+    case Clase::LookupField:
+      TeclaCampo(static_cast<LookupField&>(*foco_), codigo, paso);
+      break;
+    case Clase::CampoNotas:
+      TeclaNotas(static_cast<CampoNotas&>(*foco_), codigo, mayus);
+      break;
+    case Clase::Grid:
+      static_cast<Grid&>(*foco_).TeclaAbajo(codigo, mayus);
+      break;
+    case Clase::Boton:
+      if (codigo == tecla::kEnter || codigo == tecla::kEspacio) return static_cast<Boton&>(*foco_).Pulsa();
+      if (codigo == tecla::kTab) EnfocaSiguiente(paso);
+      break;
+    case Clase::Casilla:
+      if (codigo == tecla::kEspacio) return static_cast<Casilla&>(*foco_).Pulsa();
+      if (EsTeclaDePaso(codigo)) EnfocaSiguiente(paso);
+      break;
+    case Clase::Opcion:
+      if (codigo == tecla::kEspacio) return static_cast<Opcion&>(*foco_).Pulsa();
+      if (EsTeclaDePaso(codigo)) EnfocaSiguiente(paso);
+      break;
+    default:
+      if (EsTeclaDePaso(codigo)) EnfocaSiguiente(paso);
+      break;
+  }
+}
+
+void Formulario::TeclaArriba(int codigo, int mayus) {
+  Control* const tenia = foco_;
+  if (KeyUp) KeyUp(codigo, mayus);
+  if (foco_ != tenia || foco_ == nullptr || foco_->clase() != Clase::Grid || !foco_->PuedeEnfocarse()) return;
+  static_cast<Grid&>(*foco_).TeclaArriba(codigo, mayus);
+}
+
+void Formulario::TeclaCampo(LookupField& campo, int codigo, int paso) {
+  const auto sigue = [&] {
+    if (foco_ == &campo) EnfocaSiguiente(paso);
+  };
+  switch (codigo) {
+    case tecla::kEnter:
+      if (!campo.locked()) campo.Confirma();
+      if (campo.diseno().tabonenter) sigue();
+      break;
+    case tecla::kTab:
+      if (!campo.locked() && campo.pendiente()) campo.Confirma();
+      sigue();
+      break;
+    case tecla::kRetroceso: {
+      std::string texto = campo.text();
+      QuitaUltimoUtf8(texto);
+      if (!campo.locked()) campo.Teclea(std::move(texto));
+      break;
+    }
+    case tecla::kSupr:
+      if (!campo.locked()) campo.Teclea({});
+      break;
+    default:
+      break;
+  }
+}
+
+void Formulario::TeclaNotas(CampoNotas& campo, int codigo, int mayus) {
+  if (campo.KeyDown) campo.KeyDown(codigo, mayus);
+  if (codigo == tecla::kTab) {
+    if (foco_ == &campo) EnfocaSiguiente((mayus & 1) != 0 ? -1 : 1);
+    return;
+  }
+  if (campo.locked()) return;
+  if (codigo == tecla::kEnter) {
+    campo.Teclea(campo.text() + "\n");
+  } else if (codigo == tecla::kRetroceso) {
+    std::string texto = campo.text();
+    QuitaUltimoUtf8(texto);
+    campo.Teclea(std::move(texto));
+  }
+}
+
+void Formulario::PulsaCaracter(char32_t caracter) {
+  if (foco_ == nullptr || !foco_->PuedeEnfocarse()) return;
+  if (foco_->clase() == Clase::Grid) return static_cast<Grid&>(*foco_).PulsaCaracter(caracter);
+  if (caracter < 32) return TeclaAbajo(static_cast<int>(caracter));
+  if (foco_->clase() == Clase::LookupField) {
+    auto& campo = static_cast<LookupField&>(*foco_);
+    std::string texto = campo.text();
+    AgregaUtf8(texto, caracter);
+    if (!campo.locked()) campo.Teclea(std::move(texto));
+  } else if (foco_->clase() == Clase::CampoNotas) {
+    auto& campo = static_cast<CampoNotas&>(*foco_);
+    std::string texto = campo.text();
+    AgregaUtf8(texto, caracter);
+    if (!campo.locked()) campo.Teclea(std::move(texto));
+  } else if (caracter == U' ') {
+    TeclaAbajo(tecla::kEspacio);
+  }
+}
+
+}  // namespace controles
