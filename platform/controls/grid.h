@@ -46,7 +46,9 @@ class Grid : public Control {
 
   // --- columns -------------------------------------------------------------------------------------------------------
   int NumColumnas() const { return static_cast<int>(columnas_.size()); }
-  const Columna& columna(int indice) const;              // Error kSubindice
+  const Columna& columna(int indice) const;  // Error kSubindice
+  // The same by index on a grid that is not const, where columna(int) makes a column current.
+  const Columna& DatosColumna(int indice) const { return columna(indice); }
   const Columna& columna(std::string_view clave) const;  // case-sensitive; Error kElemento
   int IndiceColumna(std::string_view clave) const;       // -1 when there is none
   void AgregaColumna(Columna columna);                   // at the end; rows get an empty cell
