@@ -227,7 +227,7 @@ void Grid::fila(int v) {
   Coloca(v, col_);
 }
 
-void Grid::columna(int v) {
+void Grid::columnaActual(int v) {
   if (v != -1) RevisaColumna(v);
   Coloca(fila_, v);
 }
@@ -247,10 +247,10 @@ Lugar Grid::LugarCelda(int fila, int columna) const {
   if (alUbicar) return alUbicar(fila, columna);
   int izquierda = 0;
   for (int c = 0; c < columna; ++c) {
-    const Columna& anterior = DatosColumna(c);
+    const Columna& anterior = this->columna(c);
     if (anterior.visible) izquierda += anterior.ancho;
   }
-  return {izquierda, kAltoTitulos + fila * kAltoFila, DatosColumna(columna).ancho, kAltoFila};
+  return {izquierda, kAltoTitulos + fila * kAltoFila, this->columna(columna).ancho, kAltoFila};
 }
 
 // --- redraw
@@ -343,7 +343,7 @@ void Grid::Entra(int fila, int columna) {
 
 bool Grid::VaA(int fila, int columna) {
   RevisaCelda(fila, columna);
-  const Columna& destino = DatosColumna(columna);
+  const Columna& destino = this->columna(columna);
   if (!destino.visible) {
     throw com::Error(com::error::kElemento, "La columna «" + destino.clave + "» no está visible");
   }
@@ -424,7 +424,7 @@ void Grid::ClicCelda(int fila, int columna) {
 
 void Grid::SeleccionaFila(int fila) {
   RevisaFila(fila);
-  const int celda = col_ >= 0 && DatosColumna(col_).visible ? col_ : PrimeraColumnaVisible(false);
+  const int celda = col_ >= 0 && columna(col_).visible ? col_ : PrimeraColumnaVisible(false);
   if (celda >= 0 && !VaA(fila, celda)) return;
   if (SelChange) SelChange(2);
 }

@@ -46,12 +46,10 @@ class Grid : public Control {
 
   // --- columns -------------------------------------------------------------------------------------------------------
   int NumColumnas() const { return static_cast<int>(columnas_.size()); }
-  const Columna& columna(int indice) const;  // Error kSubindice
-  // The same by index on a grid that is not const, where columna(int) makes a column current.
-  const Columna& DatosColumna(int indice) const { return columna(indice); }
-  const Columna& columna(std::string_view clave) const;  // case-sensitive; Error kElemento
-  int IndiceColumna(std::string_view clave) const;       // -1 when there is none
-  void AgregaColumna(Columna columna);                   // at the end; rows get an empty cell
+  [[nodiscard]] const Columna& columna(int indice) const;  // Error kSubindice
+  const Columna& columna(std::string_view clave) const;    // case-sensitive; Error kElemento
+  int IndiceColumna(std::string_view clave) const;         // -1 when there is none
+  void AgregaColumna(Columna columna);                     // at the end; rows get an empty cell
   void QuitaColumna(int indice);
   void ancho(std::string_view clave, int twips);  // Error kTamanio when negative
   void bloqueada(int indice, bool v);
@@ -93,8 +91,8 @@ class Grid : public Control {
   int columna() const { return col_; }  // -1 when no column is current
   std::string ClaveColumna() const;     // key of the current column, "" when none
   // By program: no events.
-  void fila(int v);     // Error kSubindice
-  void columna(int v);  // -1 none; Error kSubindice
+  void fila(int v);           // Error kSubindice
+  void columnaActual(int v);  // -1 none; Error kSubindice
   void MuevePrimera() {
     if (Filas() > 0) fila(0);
   }
