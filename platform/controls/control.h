@@ -6,6 +6,7 @@
 // only the user's confirmation raises Enter. An untrapped error in a handler reaches whoever raised the event.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -129,8 +130,14 @@ class LookupField : public Control {
 
   const std::string& text() const { return text_; }
   void text(std::string v);
-  // Writes a number in its shortest form, a date in the regional short form.
+  template <std::size_t N>
+  void text(const char (&v)[N]) {
+    text(std::string(v));
+  }
+  // Writes a number in its shortest form, a date in the regional short form, NULL as an empty text.
   void text(const com::Variant& v);
+  void text(int v) { text(com::Variant(v)); }
+  void text(double v) { text(com::Variant(v)); }
   com::Variant valor() const;
   void valor(const com::Variant& v);
   const std::string& formato() const { return formato_; }
