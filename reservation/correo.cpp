@@ -1,0 +1,24 @@
+#include "reservation/correo.h"
+
+#include "component/publico.h"
+#include "reservation/avisos.h"
+
+namespace kv207 {
+
+bool EnviaCorreo(const controles::Formulario& formulario, const std::string& folio, const PlantillaCorreo& correo,
+                 const anfitrion::DatosMensaje& sinPlantilla, const anfitrion::DatosMensaje& fallido) {
+  const std::string plantilla =
+      com::CStr(publico::Sistema().LeeParametro(correo.plantilla, 0, "T", correo.plantillaDefecto));
+  const std::string consulta =
+      com::CStr(publico::Sistema().LeeParametro(correo.consulta, 0, "T", correo.consultaDefecto));
+  if (publico::Utilerias().EnviaCorreo(anfitrion::kModulo, folio, plantilla, consulta, 0, "", "")) return true;
+  const std::string motivo = publico::Utilerias().ErrorCorreo();
+  if (motivo.empty()) {
+    Avisa(formulario, sinPlantilla, std::string(sinPlantilla.texto) + plantilla);
+  } else {
+    Avisa(formulario, fallido, motivo);
+  }
+  return false;
+}
+
+}  // namespace kv207

@@ -1,0 +1,28 @@
+#include "reservation/transaccion.h"
+
+#include "component/publico.h"
+
+namespace kv207 {
+
+void TransaccionBD::Comienza() {
+  publico::Sistema().ObtenConexion()->BeginTrans();
+  abierta_ = true;
+}
+
+void TransaccionBD::Confirma() {
+  publico::Sistema().ObtenConexion()->CommitTrans();
+  abierta_ = false;
+}
+
+void TransaccionBD::Deshace() noexcept {
+  for (int intento = 0; abierta_ && intento < 2; ++intento) {
+    try {
+      publico::Sistema().ObtenConexion()->RollbackTrans();
+      abierta_ = false;
+    } catch (...) {  // the failure that led here is the one to report
+    }
+  }
+  abierta_ = false;
+}
+
+}  // namespace kv207
