@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,7 +14,7 @@ namespace autonomo {
 
 struct Opciones {
   OpcionesConexion base;
-  bool demo = false;              // fill an empty database with the demo hotel
+  bool demo = false;  // fill an empty database with the demo hotel
   std::string usuario = "RECEPCION";
   std::optional<com::Fecha> ahora;
 };
@@ -23,10 +24,11 @@ struct EntradaBitacora {
   std::string modulo, clave, texto;
 };
 struct Correo {
-  std::string clave, plantilla, consulta, para, asunto, estado;
+  std::string clave, plantilla, consulta, para, asunto, estado, cuerpo;
 };
 struct Impreso {
   std::string formato, clave;
+  std::string texto;  // plain text rendering
 };
 struct RegistroVisto {
   std::string tabla, columna, clave;
@@ -42,7 +44,11 @@ class Anfitrion {
   explicit Anfitrion(const Opciones& opciones);
   ~Anfitrion();
 
-  // Registers the service classes of the contract, all served by this host; one host at a time.
+  Anfitrion(const Anfitrion&) = delete;
+  Anfitrion& operator=(const Anfitrion&) = delete;
+
+  // Registers the service classes of the contract, all served by this host; one host at a time. The objects
+  // (fabricas.h) hold on to the host, which must outlive them.
   void RegistraClases();
   void QuitaClases();
   // The object that owns the screen: Transaccion (text) and Ejecutar(code), which opens a host screen.
@@ -55,17 +61,20 @@ class Anfitrion {
   Reloj& reloj() { return reloj_; }
   const std::string& usuario() const { return usuario_; }
 
-  // --- set-up ----------------------------------------------------------------------------------------------------------
+  // --- set-up ----------------------------------------------------------------------------------------------------
+  // Each write happens whole or not at all, in the open transaction when there is one. Error kArgumento for a value
+  // that makes no sense (rate not above 0, negative price or tax, unknown client).
   void Parametro(const std::string& clave, const std::string& valor);
-  void Permiso(const std::string& opcion, bool concedido);   // screen "KV207", current user
-  void Cambio(const std::string& moneda, double tasa);       // from any date on
+  void Permiso(const std::string& opcion, bool concedido);  // screen "KV207", current user
+  void Cambio(const std::string& moneda, double tasa);      // from any date on; replaces all rates of the currency
   void Impuesto(const std::string& sucursal, const std::string& producto, double factor);
   // One night of a room type, tax included, in local currency; up to the persons included, then each further one.
+  // Replaces the type's rate for any date and weekday.
   void Tarifa(const std::string& tipo, double precio, double adultoExtra, double menorExtra);
   void Plantilla(const std::string& codigo, const std::string& asunto, const std::string& cuerpo);
   void Direccion(const std::string& cliente, const std::string& correo);
 
-  // --- records ---------------------------------------------------------------------------------------------------------
+  // --- records ---------------------------------------------------------------------------------------------------
   std::vector<EntradaBitacora> Bitacora();
   std::vector<Correo> Correos();
   std::vector<Impreso> Impresiones();
@@ -76,9 +85,10 @@ class Anfitrion {
 
   // Makes the next mail fail with that ErrorCorreo text.
   void FallaCorreo(std::string texto);
+  // Takes that order, once.
+  std::optional<std::string> TomaFallaCorreo() { return std::exchange(fallaCorreo_, std::nullopt); }
 
  private:
-  friend class ServicioUtilerias;
   Reloj reloj_;
   std::shared_ptr<Conexion> conexion_;
   ado::ConnectionPtr entregada_;

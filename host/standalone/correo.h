@@ -1,0 +1,25 @@
+// The outbox: mails are written to the database and sent from there later, so that none is lost and none goes out for a
+// reservation that was rolled back.
+#pragma once
+
+#include <string>
+
+#include "host/standalone/conexion.h"
+
+namespace autonomo {
+
+struct ResultadoCorreo {
+  bool aceptado = false;
+  std::string error;  // why not; empty when there is no such template
+};
+
+// Puts the mail of a reservation in the outbox, state "PENDIENTE", inside the caller's transaction when one is open.
+// Subject and body come from the template, with the fields of CamposDe filled in; consulta is kept with the mail.
+ResultadoCorreo EncolaCorreo(Conexion& conexion, const std::string& folio, const std::string& plantilla,
+                             const std::string& consulta, com::Fecha ahora);
+
+// Whether the text can stand as one recipient: something on both sides of one "@", no blanks, separators or control
+// characters.
+bool DireccionValida(const std::string& direccion);
+
+}  // namespace autonomo

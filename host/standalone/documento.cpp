@@ -1,0 +1,175 @@
+#include "host/standalone/documento.h"
+
+#include "host/standalone/parametros.h"
+#include "platform/com/variant.h"
+#include "platform/regional/regional.h"
+
+namespace autonomo {
+
+namespace {
+
+std::string Texto(const ado::Recordset& rs, std::string_view columna) {
+  const com::Variant valor = rs.Fields(columna).Value();
+  return valor.EsNulo() ? std::string() : com::RecortaDerecha(com::CStr(valor));
+}
+
+com::Fecha Fecha(const ado::Recordset& rs, std::string_view columna) {
+  const com::Variant valor = rs.Fields(columna).Value();
+  return valor.EsNulo() ? com::Fecha{} : com::CDate(valor);
+}
+
+double Numero(const ado::Recordset& rs, std::string_view columna) {
+  const com::Variant valor = rs.Fields(columna).Value();
+  return valor.EsNulo() ? 0 : com::CDbl(valor);
+}
+
+struct FichaCliente {
+  std::string nombre, correo;
+};
+
+FichaCliente LeeCliente(Conexion& conexion, const std::string& clave) {
+  const ado::RecordsetPtr rs =
+      conexion.Consulta("SELECT Cl_Razon_Social_1, Cl_Correo FROM Cliente WHERE Cl_Cve_Cliente = ?", {clave});
+  if (rs->Eof()) return {};
+  return {Texto(*rs, "Cl_Razon_Social_1"), com::Recorta(Texto(*rs, "Cl_Correo"))};
+}
+
+void LeeRenglones(Conexion& conexion, Documento& d) {
+  const ado::RecordsetPtr rs = conexion.Consulta(
+      "SELECT RSd.Hb_Cve_Habitacion, TH.Th_Descripcion, HB.Hb_Descripcion, RSd.Rsd_Fecha_Inicio, RSd.Rsd_Fecha_Fin, "
+      "RSd.Rsd_Adultos, RSd.Rsd_Menores, RSd.Rsd_Infantes, RSd.Rsd_Precio_Neto_Importe, "
+      "RSd.Rsd_Impuesto_Importe "
+      "FROM Reservacion_Detalle RSd "
+      "LEFT JOIN Habitacion HB ON HB.Hb_Cve_Habitacion = RSd.Hb_Cve_Habitacion "
+      "LEFT JOIN Tipo_Habitacion TH ON TH.Th_Cve_Tipo_Habitacion = HB.Th_Cve_Tipo_Habitacion "
+      "WHERE RSd.Rs_Folio = ? ORDER BY RSd.Rsd_Id",
+      {d.folio});
+  for (; !rs->Eof(); rs->MoveNext()) {
+    RenglonDocumento r;
+    r.habitacion = Texto(*rs, "Hb_Cve_Habitacion");
+    r.descripcion = Texto(*rs, "Th_Descripcion") + " / " + Texto(*rs, "Hb_Descripcion");
+    r.inicio = Fecha(*rs, "Rsd_Fecha_Inicio");
+    r.fin = Fecha(*rs, "Rsd_Fecha_Fin");
+    r.adultos = static_cast<int>(Numero(*rs, "Rsd_Adultos"));
+    r.menores = static_cast<int>(Numero(*rs, "Rsd_Menores"));
+    r.infantes = static_cast<int>(Numero(*rs, "Rsd_Infantes"));
+    r.total = com::Redondea(Numero(*rs, "Rsd_Precio_Neto_Importe"), 2);
+    r.impuestos = Numero(*rs, "Rsd_Impuesto_Importe");
+    d.renglones.push_back(std::move(r));
+  }
+}
+
+std::string EstadoLegible(const std::string& estado) {
+  if (com::IgualSinCaja(estado, esquema::kActiva)) return "Activa";
+  if (com::IgualSinCaja(estado, esquema::kConfirmada)) return "Confirmada";
+  if (com::IgualSinCaja(estado, esquema::kCancelada)) return "Cancelada";
+  if (com::IgualSinCaja(estado, esquema::kCerrada)) return "Cerrada";
+  if (com::IgualSinCaja(estado, esquema::kAplicada)) return "Aplicada";
+  return estado;
+}
+
+// "1 adulto", "2 adultos"; nothing for none.
+void AgregaCuenta(std::string& texto, int cuantos, const char* uno, const char* varios) {
+  if (cuantos == 0) return;
+  if (!texto.empty()) texto += ", ";
+  texto += std::to_string(cuantos) + " " + (cuantos == 1 ? uno : varios);
+}
+
+std::string PersonasLegibles(const RenglonDocumento& r) {
+  std::string texto;
+  AgregaCuenta(texto, r.adultos, "adulto", "adultos");
+  AgregaCuenta(texto, r.menores, "menor", "menores");
+  AgregaCuenta(texto, r.infantes, "infante", "infantes");
+  return texto.empty() ? "sin personas" : texto;
+}
+
+}  // namespace
+
+std::optional<Documento> LeeDocumento(Conexion& conexion, const std::string& folio) {
+  const ado::RecordsetPtr rs = conexion.Consulta(
+      "SELECT Rs_Folio, Es_Cve_Estado, Rs_Fecha, Rs_Llegada, Rs_Salida, Cl_Cve_Cliente, Rs_Huesped, Mn_Cve_Moneda, "
+      "Rs_Referencia, Rs_Comentario, Rs_Notas FROM Reservacion WHERE Rs_Folio = ?",
+      {folio});
+  if (rs->Eof()) return std::nullopt;
+  Documento d;
+  d.hotel = LeeParametro(conexion, "HT_NOMBRE").value_or("Hotel");
+  d.folio = Texto(*rs, "Rs_Folio");
+  d.estado = Texto(*rs, "Es_Cve_Estado");
+  d.captura = Fecha(*rs, "Rs_Fecha");
+  d.llegada = Fecha(*rs, "Rs_Llegada");
+  d.salida = Fecha(*rs, "Rs_Salida");
+  d.claveHuesped = Texto(*rs, "Rs_Huesped");
+  d.claveCliente = Texto(*rs, "Cl_Cve_Cliente");
+  if (d.claveCliente.empty()) d.claveCliente = d.claveHuesped;
+  d.moneda = Texto(*rs, "Mn_Cve_Moneda");
+  d.referencia = Texto(*rs, "Rs_Referencia");
+  d.comentario = Texto(*rs, "Rs_Comentario");
+  d.notas = Texto(*rs, "Rs_Notas");
+  const FichaCliente pagador = LeeCliente(conexion, d.claveCliente);
+  d.cliente = pagador.nombre;
+  d.correo = pagador.correo;
+  d.huesped = LeeCliente(conexion, d.claveHuesped).nombre;
+  LeeRenglones(conexion, d);
+  return d;
+}
+
+Campos CamposDe(const Documento& d) {
+  double total = 0;
+  double impuestos = 0;
+  std::string habitaciones;
+  std::string renglones;
+  for (const RenglonDocumento& r : d.renglones) {
+    total += r.total;
+    impuestos += r.impuestos;
+    if (!habitaciones.empty()) habitaciones += ", ";
+    habitaciones += r.habitacion + " (" + r.descripcion + ")";
+    if (!renglones.empty()) renglones += "\n";
+    renglones += r.habitacion + "  " + r.descripcion + ", " + regional::FechaCorta(r.inicio) + " al " +
+                 regional::FechaCorta(r.fin) + ", " + PersonasLegibles(r) + ": " + regional::Moneda(r.total);
+  }
+  impuestos = com::Redondea(impuestos, 2);
+  return {
+      {"folio", d.folio},
+      {"estado", EstadoLegible(d.estado)},
+      {"hotel", d.hotel},
+      {"huesped", d.huesped},
+      {"cliente", d.cliente},
+      {"captura", regional::FechaCorta(d.captura)},
+      {"llegada", regional::FechaCorta(d.llegada)},
+      {"salida", regional::FechaCorta(d.salida)},
+      {"noches", std::to_string(com::DiasEntre(d.llegada, d.salida))},
+      {"habitaciones", habitaciones},
+      {"subtotal", regional::Moneda(total - impuestos)},
+      {"impuestos", regional::Moneda(impuestos)},
+      {"total", regional::Moneda(total)},
+      {"moneda", d.moneda},
+      {"referencia", d.referencia},
+      {"comentario", d.comentario},
+      {"notas", d.notas},
+      {"renglones", renglones},
+  };
+}
+
+std::string Rellena(std::string_view plantilla, const Campos& campos) {
+  std::string salida;
+  std::size_t i = 0;
+  while (i < plantilla.size()) {
+    const std::size_t abre = plantilla.find('{', i);
+    if (abre == std::string_view::npos) break;
+    salida += plantilla.substr(i, abre - i);
+    const std::size_t cierra = plantilla.find('}', abre);
+    const auto campo =
+        cierra == std::string_view::npos ? campos.end() : campos.find(plantilla.substr(abre + 1, cierra - abre - 1));
+    if (campo == campos.end()) {
+      salida += '{';
+      i = abre + 1;
+    } else {
+      salida += campo->second;
+      i = cierra + 1;
+    }
+  }
+  if (i < plantilla.size()) salida += plantilla.substr(i);
+  return salida;
+}
+
+}  // namespace autonomo

@@ -1,0 +1,48 @@
+// A stored reservation as mails and printed formats show it.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/standalone/conexion.h"
+#include "platform/com/fecha.h"
+
+namespace autonomo {
+
+struct RenglonDocumento {
+  std::string habitacion;   // key
+  std::string descripcion;  // type and room
+  com::Fecha inicio, fin;
+  int adultos = 0, menores = 0, infantes = 0;
+  double total = 0;      // tax included, whole cents
+  double impuestos = 0;  // part of it
+};
+
+struct Documento {
+  std::string hotel;  // parameter HT_NOMBRE
+  std::string folio;
+  std::string estado;
+  com::Fecha captura, llegada, salida;
+  std::string claveCliente, cliente;  // who pays: the client, or the guest when there is none
+  std::string correo;                 // the payer's mail address
+  std::string claveHuesped, huesped;
+  std::string moneda;
+  std::string referencia, comentario, notas;
+  std::vector<RenglonDocumento> renglones;  // in line order
+};
+
+// Nothing when the reservation does not exist. A client, room or type that is missing leaves its name empty.
+std::optional<Documento> LeeDocumento(Conexion& conexion, const std::string& folio);
+
+// Values of the fields {folio} {estado} {hotel} {huesped} {cliente} {captura} {llegada} {salida} {noches}
+// {habitaciones} {subtotal} {impuestos} {total} {moneda} {referencia} {comentario} {notas} {renglones}.
+// {habitaciones} lists the rooms in one line, {renglones} has one row a room line.
+using Campos = std::map<std::string, std::string, std::less<>>;
+Campos CamposDe(const Documento& documento);
+// Replaces each {field}; braces around anything else stay as they are, and values are not looked into again.
+std::string Rellena(std::string_view plantilla, const Campos& campos);
+
+}  // namespace autonomo

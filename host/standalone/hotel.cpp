@@ -1,0 +1,330 @@
+// Hotel services: room prices, tax breakdown and the reservation store.
+#include <cmath>
+
+#include "host/standalone/anfitrion.h"
+#include "host/standalone/fabricas.h"
+#include "host/standalone/impuestos.h"
+#include "host/standalone/parametros.h"
+#include "host/standalone/precios.h"
+#include "host/standalone/transaccion.h"
+#include "platform/regional/regional.h"
+
+namespace autonomo {
+
+namespace {
+
+// Why an operation refuses; shown to the clerk.
+struct Rechazo {
+  std::string texto;
+};
+
+// Series of the folio counter.
+constexpr const char* kSerie = "RESERVACION";
+
+bool FolioOcupado(Conexion& conexion, std::int32_t numero) {
+  return Hay(conexion, "SELECT Rs_Folio FROM Reservacion WHERE Rs_Folio = ?",
+             {FormateaFolio(conexion, std::to_string(numero))});
+}
+
+// A free number behind the run of taken ones that starts at the given one, found in a few steps however long the run
+// is.
+std::int32_t SaltaOcupados(Conexion& conexion, std::int32_t ocupado) {
+  std::int32_t libre = ocupado + 1;
+  for (std::int32_t salto = 2; FolioOcupado(conexion, libre); salto *= 2) {
+    ocupado = libre;
+    libre += salto;
+  }
+  while (libre - ocupado > 1) {
+    const std::int32_t medio = ocupado + (libre - ocupado) / 2;
+    (FolioOcupado(conexion, medio) ? ocupado : libre) = medio;
+  }
+  return libre;
+}
+
+// The next folio that no reservation has. The counter moves inside the caller's transaction: a roll-back gives the
+// folio back, and no other program can take it meanwhile.
+std::string SiguienteFolio(Conexion& conexion) {
+  conexion.Consulta("UPDATE Folio_Consecutivo SET Fc_Ultimo = Fc_Ultimo + 1 WHERE Fc_Serie = ?", {kSerie});
+  const ado::RecordsetPtr rs =
+      conexion.Consulta("SELECT Fc_Ultimo FROM Folio_Consecutivo WHERE Fc_Serie = ?", {kSerie});
+  std::int32_t numero = 1;
+  if (rs->Eof()) {
+    conexion.Consulta("INSERT INTO Folio_Consecutivo (Fc_Serie, Fc_Ultimo) VALUES (?, ?)", {kSerie, numero});
+  } else {
+    numero = com::CLng(rs->Fields(0).Value());
+  }
+  if (FolioOcupado(conexion, numero)) {
+    numero = SaltaOcupados(conexion, numero);
+    conexion.Consulta("UPDATE Folio_Consecutivo SET Fc_Ultimo = ? WHERE Fc_Serie = ?", {numero, kSerie});
+  }
+  return FormateaFolio(conexion, std::to_string(numero));
+}
+
+com::Fecha Dia(double diasCom) { return com::SoloFecha(com::DeDiasCom(diasCom)); }
+
+class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
+ public:
+  explicit ServicioHotel(Anfitrion& host) : host_(host) {}
+
+  double PrecioHabitacion(const std::string& habitacion, com::Fecha inicio, com::Fecha fin, int adultos, int menores,
+                          int /*infantes*/, double& precioExtra, int& personasExtra, const std::string& moneda,
+                          com::Fecha /*captura*/, double tipoCambio) override {
+    precioExtra = 0;
+    personasExtra = 0;
+    PrecioEstancia precio;
+    const bool ok = Intenta([&] {
+      precio = Cotiza(habitacion, inicio, fin, {adultos, menores}, moneda, tipoCambio, personasExtra);
+    });
+    if (!ok) return 0;
+    precioExtra = static_cast<double>(precio.extra) / 100;
+    return static_cast<double>(precio.habitacion) / 100;
+  }
+
+  void CalculaImpuestos(double& precioLista, double& precioListaImporte, double& descuentoFactor,
+                        double& descuentoImporte, double& precioDescontado, double& precioDescontadoImporte,
+                        double& globalFactor, double& globalImporte, double& impuestoFactor, double& impuestoImporte,
+                        double& precioNeto, double& total) override {
+    anfitrion::Desglose d;
+    d.descuentoFactor = descuentoFactor;
+    d.globalFactor = globalFactor;
+    d.impuestoFactor = impuestoFactor;
+    d.precioNeto = precioNeto;
+    d.total = total;
+    Desglosa(d);
+    precioLista = d.precioLista;
+    precioListaImporte = d.precioListaImporte;
+    descuentoFactor = d.descuentoFactor;
+    descuentoImporte = d.descuentoImporte;
+    precioDescontado = d.precioDescontado;
+    precioDescontadoImporte = d.precioDescontadoImporte;
+    globalFactor = d.globalFactor;
+    globalImporte = d.globalImporte;
+    impuestoImporte = d.impuestoImporte;
+    precioNeto = d.precioNeto;
+    total = d.total;
+  }
+
+  void Encabezado(const anfitrion::DatosReservacion& datos) override { encabezado_ = datos; }
+  anfitrion::DatosReservacion Encabezado() override { return encabezado_; }
+  void Detalle(const anfitrion::DatosDetalle& datos) override { detalle_ = datos; }
+
+  bool GuardaReservacion() override {
+    ExigeTransaccion();
+    renglones_ = 0;
+    guardado_.clear();
+    return Intenta([this] {
+      const std::string folio = com::Recorta(encabezado_.folio.Texto());
+      guardado_ = folio.empty() ? Inserta() : Actualiza(folio);
+      encabezado_.folio = guardado_;
+    });
+  }
+
+  bool GuardaDetalle(bool puedeCambiarPrecio) override {
+    ExigeTransaccion();
+    return Intenta([&] { GuardaRenglon(puedeCambiarPrecio); });
+  }
+
+  std::string ErrorHotel() override { return error_; }
+
+  void MuestraPrecios(com::Fecha fecha) override { Abre("MuestraPrecios", {fecha}); }
+  void MuestraCliente(const std::string& clave, int tipo, const std::string& folio) override {
+    Abre("MuestraCliente", {clave, tipo, folio});
+  }
+
+ private:
+  // Runs an operation; its refusal becomes the text of ErrorHotel.
+  template <class Operacion>
+  bool Intenta(Operacion operacion) {
+    error_.clear();
+    try {
+      operacion();
+    } catch (const Rechazo& rechazo) {
+      error_ = rechazo.texto;
+    }
+    return error_.empty();
+  }
+
+  void Abre(const std::string& pantalla, std::vector<com::Variant> argumentos) {
+    host_.AnotaPantalla({pantalla, argumentos});
+    controles::EscritorioActual().AbrePantalla(pantalla, argumentos);
+  }
+
+  Conexion& Base() { return *host_.conexion(); }
+
+  void ExigeTransaccion() {
+    if (!Base().EnTransaccion()) {
+      throw com::Error(com::error::kTransaccion, "Una reservación se guarda dentro de una transacción");
+    }
+  }
+
+  PrecioEstancia Cotiza(const std::string& habitacion, com::Fecha inicio, com::Fecha fin, Personas personas,
+                        const std::string& moneda, double tipoCambio, int& personasExtra) {
+    const std::optional<CuartoConTipo> cuarto = LeeCuarto(Base(), habitacion);
+    if (!cuarto) throw Rechazo{"La habitación " + habitacion + " no existe"};
+    if (fin.dia <= inicio.dia) throw Rechazo{"La fecha final debe ser posterior a la fecha inicial"};
+    if (personas.adultos < 0 || personas.menores < 0) throw Rechazo{"El número de personas no puede ser negativo"};
+    double cambio = 1;
+    if (!EsMonedaLocal(Base(), moneda)) {
+      if (!ExisteMoneda(Base(), moneda)) throw Rechazo{"La moneda '" + moneda + "' no existe"};
+      if (!(tipoCambio > 0) || !std::isfinite(tipoCambio)) {
+        throw Rechazo{"El tipo de cambio de la moneda " + moneda + " debe ser mayor a 0"};
+      }
+      cambio = tipoCambio;
+    }
+    const Personas extra = PersonasExtra(cuarto->personasIncluidas, personas);
+    const PrecioEstancia precio =
+        PrecioDeEstancia(LeeTarifas(Base(), cuarto->tipo, inicio, fin), LeePrecioLista(Base(), cuarto->producto),
+                         inicio, fin, extra, cambio);
+    if (precio.sinTarifa) {
+      throw Rechazo{"No hay tarifa para " + cuarto->descripcionTipo + " la noche del " +
+                    regional::FechaCorta(*precio.sinTarifa)};
+    }
+    personasExtra = extra.adultos + extra.menores;
+    return precio;
+  }
+
+  std::string Inserta() {
+    const std::string folio = SiguienteFolio(Base());
+    const anfitrion::DatosReservacion& e = encabezado_;
+    Base().Consulta(
+        "INSERT INTO Reservacion (Rs_Folio, Rs_Fecha, Rs_Llegada, Rs_Salida, Sc_Cve_Sucursal, Cl_Cve_Cliente, "
+        "Rs_Huesped, Mn_Cve_Moneda, Rs_Tipo_Cambio, Fp_Cve_Forma_Pago, Rs_Referencia, Rs_Comentario, Rs_Notas, "
+        "Es_Cve_Estado, Oper_Ult_Modif, Fecha_Ult_Modif, Oper_Baja, Fecha_Baja) "
+        "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 'AC', ?, ?, '', NULL)",
+        {folio, Dia(e.fecha), Dia(e.llegada), Dia(e.salida), e.sucursal.Texto(), e.cliente.Texto(), e.huesped.Texto(),
+         e.moneda.Texto(), e.tipoCambio, e.formaPago.Texto(), e.referencia.Texto(), e.comentario.Texto(),
+         e.notas.Texto(), host_.usuario(), host_.reloj().Ahora()});
+    return folio;
+  }
+
+  // The state stays; the lines go and come again one by one.
+  std::string Actualiza(const std::string& pedido) {
+    const ado::RecordsetPtr rs =
+        Base().Consulta("SELECT Rs_Folio, Es_Cve_Estado FROM Reservacion WHERE Rs_Folio = ?", {pedido});
+    if (rs->Eof()) throw Rechazo{"La reservación " + pedido + " no existe"};
+    const std::string folio = com::CStr(rs->Fields(0).Value());
+    const std::string estado = com::Recorta(com::CStr(rs->Fields(1).Value()));
+    if (!com::IgualSinCaja(estado, esquema::kActiva) && !com::IgualSinCaja(estado, esquema::kConfirmada)) {
+      throw Rechazo{"La reservación " + folio + " está en estado " + estado + " y no se puede modificar"};
+    }
+    const anfitrion::DatosReservacion& e = encabezado_;
+    Base().Consulta(
+        "UPDATE Reservacion SET Rs_Fecha = ?, Rs_Llegada = ?, Rs_Salida = ?, Sc_Cve_Sucursal = ?, Cl_Cve_Cliente = ?, "
+        "Rs_Huesped = ?, Mn_Cve_Moneda = ?, Rs_Tipo_Cambio = ?, Fp_Cve_Forma_Pago = ?, Rs_Referencia = ?, "
+        "Rs_Comentario = ?, Rs_Notas = ?, Oper_Ult_Modif = ?, Fecha_Ult_Modif = ? WHERE Rs_Folio = ?",
+        {Dia(e.fecha), Dia(e.llegada), Dia(e.salida), e.sucursal.Texto(), e.cliente.Texto(), e.huesped.Texto(),
+         e.moneda.Texto(), e.tipoCambio, e.formaPago.Texto(), e.referencia.Texto(), e.comentario.Texto(),
+         e.notas.Texto(), host_.usuario(), host_.reloj().Ahora(), folio});
+    Base().Consulta("DELETE FROM Reservacion_Detalle WHERE Rs_Folio = ?", {folio});
+    return folio;
+  }
+
+  void GuardaRenglon(bool puedeCambiarPrecio) {
+    const anfitrion::DatosDetalle& l = detalle_;
+    if (guardado_.empty()) throw Rechazo{"No hay reservación guardada para la habitación " + l.habitacion.Texto()};
+    const CuartoConTipo cuarto = CuartoVendible(l.habitacion.Texto());
+    const com::Fecha inicio = Dia(l.inicio);
+    const com::Fecha fin = Dia(l.fin);
+    RevisaRenglon(cuarto, inicio, fin);
+    if (!puedeCambiarPrecio) RevisaQueTengaPrecio(cuarto, inicio, fin);
+    const anfitrion::Desglose d = Deriva(cuarto);
+    try {
+      Base().Consulta(
+          "INSERT INTO Reservacion_Detalle (Rs_Folio, Rsd_Id, Hb_Cve_Habitacion, Rsd_Fecha_Inicio, Rsd_Fecha_Fin, "
+          "Rsd_Cantidad, Rsd_Adultos, Rsd_Menores, Rsd_Infantes, Rsd_Cantidad_Personas_Extra, Rsd_Precio, "
+          "Rsd_Precio_Personas_Extra, Rsd_Precio_Lista, Rsd_Precio_Lista_Importe, Rsd_Descuento_Factor, "
+          "Rsd_Descuento_Importe, Rsd_Precio_Descontado, Rsd_Precio_Descontado_Importe, Rsd_Impuesto_Factor, "
+          "Rsd_Impuesto_Importe, Rsd_Precio_Neto, Rsd_Precio_Neto_Importe) "
+          "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+          {guardado_,
+           renglones_ + 1,
+           cuarto.habitacion,
+           inicio,
+           fin,
+           com::DiasEntre(inicio, fin),
+           static_cast<std::int32_t>(l.adultos),
+           static_cast<std::int32_t>(l.menores),
+           static_cast<std::int32_t>(l.infantes),
+           static_cast<std::int32_t>(com::CInt(l.personasExtra)),
+           l.precio,
+           l.precioPersonasExtra,
+           d.precioLista,
+           d.precioListaImporte,
+           d.descuentoFactor,
+           d.descuentoImporte,
+           d.precioDescontado,
+           d.precioDescontadoImporte,
+           d.impuestoFactor,
+           d.impuestoImporte,
+           d.precioNeto,
+           l.total});
+    } catch (const com::Error& e) {
+      // The database itself refuses to sell a room twice for a night; its text says who holds it.
+      if (e.Numero() != com::error::kRestriccion) throw;
+      throw Rechazo{e.Descripcion()};
+    }
+    ++renglones_;
+  }
+
+  CuartoConTipo CuartoVendible(const std::string& habitacion) {
+    std::optional<CuartoConTipo> cuarto = LeeCuarto(Base(), habitacion);
+    if (!cuarto) throw Rechazo{"La habitación " + habitacion + " no existe"};
+    if (cuarto->deBaja) throw Rechazo{"La habitación " + habitacion + " está de baja"};
+    return *std::move(cuarto);
+  }
+
+  void RevisaRenglon(const CuartoConTipo& cuarto, com::Fecha inicio, com::Fecha fin) {
+    const anfitrion::DatosDetalle& l = detalle_;
+    const auto rechaza = [&](const char* motivo) {
+      throw Rechazo{"La habitación " + cuarto.habitacion + " no se puede guardar: " + motivo};
+    };
+    if (fin <= inicio) rechaza("la fecha final debe ser posterior a la fecha inicial");
+    for (const double importe : {l.precio, l.precioPersonasExtra, l.descuentoFactor, l.personasExtra, l.total}) {
+      if (!std::isfinite(importe)) rechaza("tiene un importe que no es un número");
+    }
+    if (l.total < 0) rechaza("el importe total es menor a cero");
+    if (l.adultos < 0 || l.menores < 0 || l.infantes < 0) rechaza("el número de personas es negativo");
+  }
+
+  // A clerk who may not set prices must not store a line that costs nothing where the hotel's rate costs something.
+  void RevisaQueTengaPrecio(const CuartoConTipo& cuarto, com::Fecha inicio, com::Fecha fin) {
+    const anfitrion::DatosDetalle& l = detalle_;
+    if (l.precio != 0 || l.precioPersonasExtra != 0) return;
+    int personasExtra = 0;
+    PrecioEstancia precio;
+    try {
+      precio = Cotiza(cuarto.habitacion, inicio, fin, {l.adultos, l.menores}, encabezado_.moneda.Texto(),
+                      encabezado_.tipoCambio, personasExtra);
+    } catch (const Rechazo&) {
+      return;  // without a rate there is nothing to compare with; the clerk was told when the line was priced
+    }
+    if (precio.habitacion + precio.extra > 0) {
+      throw Rechazo{"La habitación " + cuarto.habitacion +
+                    " no tiene precio; vuelva a capturar las personas para calcularlo"};
+    }
+  }
+
+  // The amounts that the screen does not hand over, by the breakdown that it shows.
+  anfitrion::Desglose Deriva(const CuartoConTipo& cuarto) {
+    anfitrion::Desglose d;
+    d.descuentoFactor = detalle_.descuentoFactor;
+    d.impuestoFactor = TasaDeImpuesto(Base(), encabezado_.sucursal.Texto(), cuarto.producto);
+    d.precioNeto = detalle_.total;
+    d.total = detalle_.total;
+    Desglosa(d);
+    return d;
+  }
+
+  Anfitrion& host_;
+  anfitrion::DatosReservacion encabezado_;
+  anfitrion::DatosDetalle detalle_;
+  std::string guardado_;        // folio of the header saved last
+  std::int32_t renglones_ = 0;  // lines saved with it
+  std::string error_;
+};
+
+}  // namespace
+
+com::Ptr<anfitrion::Hotel> CreaHotel(Anfitrion& host) { return com::Ptr<anfitrion::Hotel>(new ServicioHotel(host)); }
+
+}  // namespace autonomo

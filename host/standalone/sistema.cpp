@@ -1,0 +1,53 @@
+// System services: connection, current user, parameters, option rights, message boxes.
+#include "host/standalone/anfitrion.h"
+#include "host/standalone/fabricas.h"
+#include "host/standalone/parametros.h"
+#include "host/standalone/transaccion.h"
+
+namespace autonomo {
+
+namespace {
+
+class ServicioSistema : public com::Objeto<anfitrion::Sistema> {
+ public:
+  explicit ServicioSistema(Anfitrion& host) : host_(host) {}
+
+  ado::ConnectionPtr ObtenConexion() override { return host_.Entregada(); }
+  std::string UsuarioActual() override { return host_.usuario(); }
+  void ForzarMayusculas(bool fuerza) override { controles::FijaMayusculas(fuerza); }
+
+  // Values are kept as text and handed out as text; callers convert them.
+  com::Variant LeeParametro(const std::string& clave, int /*ambito*/, const std::string& /*tipo*/,
+                            const std::string& defecto) override {
+    return autonomo::LeeParametro(*host_.conexion(), clave).value_or(defecto);
+  }
+
+  bool TienePermiso(const std::string& pantalla, const std::string& opcion, const std::string& /*texto*/) override {
+    return Hay(*host_.conexion(),
+               "SELECT Pe_Opcion FROM Permiso WHERE Pe_Usuario = ? AND Pe_Pantalla = ? AND Pe_Opcion = ?",
+               {host_.usuario(), pantalla, opcion});
+  }
+
+  int Mensaje(const com::Variant& texto, int estilo, const com::Variant& titulo, const com::Variant& ventana,
+              const com::Variant& pantalla, const com::Variant& id) override {
+    controles::CajaMensaje caja;
+    caja.texto = com::CStr(texto);
+    caja.estilo = estilo;
+    caja.titulo = com::CStr(titulo);
+    caja.ventana = com::CLng(ventana);
+    caja.pantalla = com::CStr(pantalla);
+    caja.id = com::CStr(id);
+    return controles::EscritorioActual().Mensaje(caja);
+  }
+
+ private:
+  Anfitrion& host_;
+};
+
+}  // namespace
+
+com::Ptr<anfitrion::Sistema> CreaSistema(Anfitrion& host) {
+  return com::Ptr<anfitrion::Sistema>(new ServicioSistema(host));
+}
+
+}  // namespace autonomo

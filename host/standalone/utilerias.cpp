@@ -1,0 +1,161 @@
+// Utility services: server date, SQL dates, lookups, exchange rates, change log, field groups, mail, keystrokes.
+#include <algorithm>
+
+#include "host/standalone/anfitrion.h"
+#include "host/standalone/correo.h"
+#include "host/standalone/fabricas.h"
+#include "host/standalone/nombres.h"
+#include "host/standalone/parametros.h"
+#include "platform/regional/regional.h"
+
+namespace autonomo {
+
+namespace {
+
+// Catalogues that a search dialog offers: rows by key and name, without the withdrawn ones.
+struct Catalogo {
+  std::string_view nombre;
+  std::string_view titulo;
+  std::string_view sentencia;
+};
+constexpr Catalogo kCatalogos[] = {
+    {"Habitacion", "Habitaciones",
+     "SELECT HB.Hb_Cve_Habitacion, TH.Th_Descripcion + ' / ' + HB.Hb_Descripcion AS DESCRIPCION FROM Habitacion HB "
+     "INNER JOIN Tipo_Habitacion TH ON TH.Th_Cve_Tipo_Habitacion = HB.Th_Cve_Tipo_Habitacion "
+     "WHERE HB.Es_Cve_Estado <> 'BA' ORDER BY HB.Hb_Cve_Habitacion"},
+    {"Cliente", "Clientes",
+     "SELECT Cl_Cve_Cliente, Cl_Razon_Social_1 FROM Cliente WHERE Es_Cve_Estado <> 'BA' ORDER BY Cl_Cve_Cliente"},
+    {"Forma_Pago", "Formas de pago",
+     "SELECT Fp_Cve_Forma_Pago, Fp_Descripcion FROM Forma_Pago WHERE Es_Cve_Estado <> 'BA' "
+     "ORDER BY Fp_Cve_Forma_Pago"},
+    {"Moneda", "Monedas",
+     "SELECT Mn_Cve_Moneda, Mn_Descripcion FROM Moneda WHERE Es_Cve_Estado <> 'BA' ORDER BY Mn_Cve_Moneda"},
+    {"Tipo_Habitacion", "Tipos de habitación",
+     "SELECT Th_Cve_Tipo_Habitacion, Th_Descripcion FROM Tipo_Habitacion WHERE Es_Cve_Estado <> 'BA' "
+     "ORDER BY Th_Cve_Tipo_Habitacion"},
+    {"Grupo_Habitacion", "Grupos de habitaciones",
+     "SELECT Ghb_Cve_Grupo_Habitacion, Ghb_Descripcion FROM Grupo_Habitacion WHERE Es_Cve_Estado <> 'BA' "
+     "ORDER BY Ghb_Cve_Grupo_Habitacion"},
+    {"Area_Habitacion", "Áreas",
+     "SELECT Ah_Cve_Area_Habitacion, Ah_Descripcion FROM Area_Habitacion WHERE Es_Cve_Estado <> 'BA' "
+     "ORDER BY Ah_Cve_Area_Habitacion"},
+};
+
+class ServicioUtilerias : public com::Objeto<anfitrion::Utilerias> {
+ public:
+  explicit ServicioUtilerias(Anfitrion& host) : host_(host) {}
+
+  com::Fecha FechaServidor() override { return host_.reloj().Ahora(); }
+
+  // "AAAAMMDD" is the only form that every SQL Server date setting reads alike.
+  std::string FechaSQL(com::Fecha fecha) override {
+    std::string texto = com::AIso(com::SoloFecha(fecha));
+    if (host_.conexion()->Motor() == esquema::Motor::SqlServer) std::erase(texto, '-');
+    return texto;
+  }
+
+  std::string FechaHoraSQL(com::Fecha fecha) override {
+    const com::Civil c = com::ACivil(fecha);
+    const auto dos = [](int n) { return (n < 10 ? "0" : "") + std::to_string(n); };
+    return FechaSQL(fecha) + " " + dos(c.hora) + ":" + dos(c.minuto) + ":" + dos(c.segundo);
+  }
+
+  com::Variant BuscaValor(const std::string& tabla, const std::string& campoClave, const std::string& clave,
+                          const std::string& campo, const std::string& /*e1*/, const std::string& /*e2*/,
+                          const std::string& /*e3*/, const std::string& /*e4*/) override {
+    const NombresDeTabla n = RevisaNombres(tabla, {campo, campoClave});
+    const ado::RecordsetPtr rs = host_.conexion()->Consulta(
+        "SELECT " + n.columnas[0] + " FROM " + n.tabla + " WHERE " + n.columnas[1] + " = ?", {clave});
+    return rs->Eof() ? com::Variant() : rs->Fields(0).Value();
+  }
+
+  com::Variant BuscaEnCatalogo(const std::string& catalogo, int /*tamanio*/, const std::string& filtro,
+                               const com::Variant& /*fuente*/) override {
+    const auto* c = std::find_if(std::begin(kCatalogos), std::end(kCatalogos),
+                                 [&](const Catalogo& k) { return com::IgualSinCaja(k.nombre, catalogo); });
+    if (c == std::end(kCatalogos)) {
+      throw com::Error(com::error::kArgumento, "El catálogo " + catalogo + " no existe");
+    }
+    std::vector<std::pair<std::string, std::string>> filas;
+    const std::string busca = com::Minusculas(filtro);
+    const ado::RecordsetPtr rs = host_.conexion()->Consulta(c->sentencia);
+    for (; !rs->Eof(); rs->MoveNext()) {
+      std::string clave = com::CStr(rs->Fields(0).Value());
+      std::string nombre = com::CStr(rs->Fields(1).Value());
+      if (com::Minusculas(clave + " " + nombre).find(busca) == std::string::npos) continue;
+      filas.emplace_back(std::move(clave), std::move(nombre));
+    }
+    const std::string elegida = controles::EscritorioActual().EligeDeCatalogo(std::string(c->titulo), filas);
+    return elegida.empty() ? com::Variant() : com::Variant(elegida);
+  }
+
+  std::string FormateaFolio(const std::string& folio) override {
+    return autonomo::FormateaFolio(*host_.conexion(), folio);
+  }
+
+  double TipoCambio(const std::string& moneda, com::Fecha fecha) override {
+    const std::string clave = com::Recorta(moneda);
+    const ado::RecordsetPtr rs = host_.conexion()->Consulta(
+        "SELECT Tc_Tasa FROM Tipo_Cambio WHERE Mn_Cve_Moneda = ? AND Tc_Fecha <= ? ORDER BY Tc_Fecha DESC",
+        {clave, com::SoloFecha(fecha)});
+    if (!rs->Eof()) return com::CDbl(rs->Fields(0).Value());
+    if (EsMonedaLocal(*host_.conexion(), clave)) return 1;
+    throw com::Error(com::error::kArgumento, "No hay tipo de cambio de la moneda " + clave + " para el " +
+                                                 regional::FechaCorta(com::SoloFecha(fecha)));
+  }
+
+  void LimpiaGrupo(controles::Formulario& formulario, int grupo) override {
+    for (controles::Control* c : formulario.controles()) {
+      if (c->grupo() == grupo) c->Limpia();
+    }
+  }
+
+  void HabilitaGrupo(controles::Formulario& formulario, int grupo) override {
+    for (controles::Control* c : formulario.controles()) {
+      if (c->grupo() == grupo) c->Habilita();
+    }
+  }
+
+  std::string EditaNotas(const std::string& titulo, const std::string& texto, int ancho) override {
+    return controles::EscritorioActual().EditaNotas(titulo, texto, ancho);
+  }
+
+  void RegistraBitacora(const std::string& modulo, const std::string& clave, const std::string& texto) override {
+    host_.conexion()->Consulta(
+        "INSERT INTO Bitacora (Bt_Modulo, Bt_Clave, Bt_Texto, Bt_Usuario, Bt_Fecha) VALUES (?, ?, ?, ?, ?)",
+        {modulo, clave, texto, host_.usuario(), host_.reloj().Ahora()});
+  }
+
+  bool EnviaCorreo(const std::string& /*modulo*/, const std::string& clave, const std::string& plantilla,
+                   const std::string& consulta, int /*cero*/, const std::string& /*e1*/,
+                   const std::string& /*e2*/) override {
+    ResultadoCorreo resultado;
+    if (const std::optional<std::string> falla = host_.TomaFallaCorreo()) {
+      resultado.error = *falla;
+    } else {
+      resultado = EncolaCorreo(*host_.conexion(), clave, plantilla, consulta, host_.reloj().Ahora());
+    }
+    errorCorreo_ = resultado.error;
+    return resultado.aceptado;
+  }
+
+  std::string ErrorCorreo() override { return errorCorreo_; }
+  void EnviaTeclas(const std::string& teclas) override { controles::EscritorioActual().EnviaTeclas(teclas); }
+
+  std::string ResuelveTransaccion(const std::string& transaccion, const std::string& /*producto*/) override {
+    const std::string codigo = com::Mayusculas(com::Recorta(transaccion));
+    return codigo.empty() ? std::string(anfitrion::kPantalla) : codigo;
+  }
+
+ private:
+  Anfitrion& host_;
+  std::string errorCorreo_;
+};
+
+}  // namespace
+
+com::Ptr<anfitrion::Utilerias> CreaUtilerias(Anfitrion& host) {
+  return com::Ptr<anfitrion::Utilerias>(new ServicioUtilerias(host));
+}
+
+}  // namespace autonomo
