@@ -1,0 +1,52 @@
+// The screens on the measured hotel, without a window.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "availability/frmDisponibilidad.h"
+#include "host/standalone/anfitrion.h"
+#include "platform/controls/formulario.h"
+
+namespace banco {
+
+// Shows nothing; a message means that a run failed, and ends the program.
+class EscritorioMudo : public controles::Escritorio {
+ public:
+  void Muestra(controles::Formulario&) override {}
+  void MuestraModal(controles::Formulario&) override {}
+  void Oculta(controles::Formulario&) override {}
+  void Descarga(controles::Formulario&) override {}
+  void Enfoca(controles::Control&) override {}
+  int AnchoTexto(const controles::Formulario&, std::string_view texto) override {
+    return 100 * static_cast<int>(texto.size());
+  }
+  void ProcesaPendientes() override {}
+  int Mensaje(const controles::CajaMensaje& caja) override;
+  std::string EditaNotas(const std::string&, const std::string& texto, int) override { return texto; }
+  std::string EligeDeCatalogo(const std::string&, const std::vector<std::pair<std::string, std::string>>&) override {
+    return {};
+  }
+  void AbrePantalla(const std::string&, const std::vector<com::Variant>&) override {}
+  void EnviaTeclas(const std::string&) override {}
+};
+
+// The host on a hotel's file with its services registered. One at a time.
+class Sesion {
+ public:
+  explicit Sesion(const std::string& ruta, bool leeConjuntos = true);
+  ~Sesion();
+  Sesion(const Sesion&) = delete;
+  Sesion& operator=(const Sesion&) = delete;
+  autonomo::Anfitrion& host() { return host_; }
+
+ private:
+  EscritorioMudo escritorio_;
+  autonomo::Anfitrion host_;
+};
+
+// The board for the measured nights, loaded in the given view. Ends the program when the load fails.
+std::unique_ptr<kv207::frmDisponibilidad> AbreTablero(kv207::ModoVista modo);
+void CargaTablero(kv207::frmDisponibilidad& tablero);
+
+}  // namespace banco
