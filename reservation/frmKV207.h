@@ -4,6 +4,8 @@
 // and procedures, grouped as the files that hold them. eventos.cpp lists which event runs which handler.
 #pragma once
 
+#include <cstdint>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -26,51 +28,51 @@ class frmKV207 : public controles::Formulario {
   std::vector<std::pair<std::string, com::Variant>> Campos() const override;
 
   // --- controls, in tab order ----------------------------------------------------------------------------------------
-  controles::ScreenToolbar Controles;      // actions on the reservation
-  controles::LookupField txtFolio;         // folio: opens a stored reservation
-  controles::DateField dpFecha;            // capture date
-  controles::LookupField txtSucursal;      // branch
-  controles::LookupField txtCliente;       // client who pays (group 1)
-  controles::LookupField txtNCliente;      // its name
-  controles::Boton cmdCliente;             // client record
-  controles::LookupField txtHuesped;       // guest, a client key (group 1)
-  controles::LookupField txtNHuesped;      // its name
-  controles::Boton cmdHuesped;             // guest record
-  controles::LookupField txtForma_Pago;    // payment form (group 1)
-  controles::LookupField txtNForma_Pago;   // its name
-  controles::LookupField txtMoneda;        // currency (group 1)
-  controles::LookupField txtNMoneda;       // its name
-  controles::LookupField txtTipoCambio;    // exchange rate
-  controles::DateField dpFecha_llegada;    // arrival
-  controles::DateField dpFecha_salida;     // departure
-  controles::LookupField txtDias;          // nights
-  controles::LookupField txtReferencia;    // reference
-  controles::LookupField txtComentario;    // comment
-  controles::CampoNotas txtNotas;          // notes, F2 opens the editor
-  controles::Boton cmdNotas;               // notes editor
-  controles::Marco frTarjeta;              // card data, shown for card payments (group 4)
-  controles::LookupField txtBanco;         // issuing bank
-  controles::LookupField txtTarjeta;       // card number
-  controles::LookupField txtCodigo;        // security code, masked
-  controles::DateField dpVencimiento;      // expiry
-  controles::Casilla chkMostrarCodigo;     // shows the security code
-  controles::Boton cmdDisponibilidad;      // availability board, also F6
-  controles::Grid ssReservaciones;         // room lines
-  controles::Marco pcFecha;                // date pop-up laid over a date cell
-  controles::DateField dpFechaGrid;        // its date
-  controles::Marco frTotales;              // footer
-  controles::LookupField txtSubTotal;      // before tax
-  controles::LookupField txtImpuestos;     // tax
-  controles::LookupField txtTotal;         // tax included
+  controles::ScreenToolbar Controles;     // actions on the reservation
+  controles::LookupField txtFolio;        // folio: opens a stored reservation
+  controles::DateField dpFecha;           // capture date
+  controles::LookupField txtSucursal;     // branch
+  controles::LookupField txtCliente;      // client who pays (group 1)
+  controles::LookupField txtNCliente;     // its name
+  controles::Boton cmdCliente;            // client record
+  controles::LookupField txtHuesped;      // guest, a client key (group 1)
+  controles::LookupField txtNHuesped;     // its name
+  controles::Boton cmdHuesped;            // guest record
+  controles::LookupField txtForma_Pago;   // payment form (group 1)
+  controles::LookupField txtNForma_Pago;  // its name
+  controles::LookupField txtMoneda;       // currency (group 1)
+  controles::LookupField txtNMoneda;      // its name
+  controles::LookupField txtTipoCambio;   // exchange rate
+  controles::DateField dpFecha_llegada;   // arrival
+  controles::DateField dpFecha_salida;    // departure
+  controles::LookupField txtDias;         // nights
+  controles::LookupField txtReferencia;   // reference
+  controles::LookupField txtComentario;   // comment
+  controles::CampoNotas txtNotas;         // notes, F2 opens the editor
+  controles::Boton cmdNotas;              // notes editor
+  controles::Marco frTarjeta;             // card data, shown for card payments (group 4)
+  controles::LookupField txtBanco;        // issuing bank
+  controles::LookupField txtTarjeta;      // card number
+  controles::LookupField txtCodigo;       // security code, masked
+  controles::DateField dpVencimiento;     // expiry
+  controles::Casilla chkMostrarCodigo;    // shows the security code
+  controles::Boton cmdDisponibilidad;     // availability board, also F6
+  controles::Grid ssReservaciones;        // room lines
+  controles::Marco pcFecha;               // date pop-up laid over a date cell
+  controles::DateField dpFechaGrid;       // its date
+  controles::Marco frTotales;             // footer
+  controles::LookupField txtSubTotal;     // before tax
+  controles::LookupField txtImpuestos;    // tax
+  controles::LookupField txtTotal;        // tax included
 
   // --- configuration, fixed at load ----------------------------------------------------------------------------------
-  std::string FormatoHabitacion;           // zero-fill mask of room keys
+  std::string FormatoHabitacion;  // zero-fill mask of room keys
   std::string MonedaLocal;
-  std::string MonedaDefault;               // currency proposed for the next new reservation
+  std::string MonedaDefault;  // currency proposed for the next new reservation
   std::string SucursalDefault;
-  std::string ClienteWeb;                  // client key whose card data stay with the reservation
+  std::string ClienteWeb;  // client key whose card data stay with the reservation
   bool PermiteSobreventa = false;
-  std::int16_t DiasReservacion = 0;        // days from capture to the proposed arrival
+  std::int16_t DiasReservacion = 0;  // days from capture to the proposed arrival
   com::Fecha FechaCaptura{};
   bool PuedeCambiarFecha = false;
   bool PuedeCambiarDescuento = false;
@@ -78,11 +80,11 @@ class frmKV207 : public controles::Formulario {
   bool BloqueaTipoCambio = false;
 
   // --- running fields ------------------------------------------------------------------------------------------------
-  std::string TipoFormaPago;               // "04" is a card
-  bool TarjetaCargada = false;             // card data already loaded for the client
-  std::int32_t UltimoRenglon = 0;          // last line number handed out
-  std::string MensajeDisponibilidad;       // why the availability validation failed
-  std::string ColumnaFechaActiva;          // date column that the pop-up edits, "" none
+  std::string TipoFormaPago;          // "04" is a card
+  bool TarjetaCargada = false;        // card data already loaded for the client
+  std::int32_t UltimoRenglon = 0;     // last line number handed out
+  std::string MensajeDisponibilidad;  // why the availability validation failed
+  std::string ColumnaFechaActiva;     // date column that the pop-up edits, "" none
 
   // The host object that owns the screen; may be empty.
   com::Ptr<com::Despacho> Padre;
@@ -96,7 +98,8 @@ class frmKV207 : public controles::Formulario {
   void Form_KeyUp(int codigo, int mayus);
   void Form_Unload();
 
-  // --- encabezado.cpp: header fields -----------------------------------------------------------------------------------
+  // --- encabezado.cpp: header fields
+  // -----------------------------------------------------------------------------------
   void txtFolio_Change();
   void txtCliente_Change();
   void txtHuesped_Change();
@@ -112,13 +115,15 @@ class frmKV207 : public controles::Formulario {
   void chkMostrarCodigo_Click();
   // Key and name rule of the paying party: the client when its name is shown, else the guest.
   std::string ClaveCliente() const;
-  // Removes all room lines and shows a total of 0.
+  // Removes all room lines, with the date pop-up over them, and shows a total of 0.
   void VaciaRenglones();
 
-  // --- carga.cpp: loading a stored reservation -------------------------------------------------------------------------
+  // --- carga.cpp: loading a stored reservation
+  // -------------------------------------------------------------------------
   void txtFolio_Enter();
 
-  // --- bitacora.cpp: change audit --------------------------------------------------------------------------------------
+  // --- bitacora.cpp: change audit
+  // --------------------------------------------------------------------------------------
   struct Imagen {
     ado::RecordsetPtr encabezado, detalle;
   };
@@ -126,7 +131,8 @@ class frmKV207 : public controles::Formulario {
   void Resevacion_Despues(const std::string& folio, Imagen& despues);
   void Analizar_Reservacion(const std::string& folio, Imagen& antes, Imagen& despues, bool& ok);
 
-  // --- renglones.cpp: the room-line grid -------------------------------------------------------------------------------
+  // --- renglones.cpp: the room-line grid
+  // -------------------------------------------------------------------------------
   void ssReservaciones_InitColumnProps();
   void ssReservaciones_BeforeRowColChange(bool& cancela);
   void ssReservaciones_RowColChange();
@@ -138,7 +144,8 @@ class frmKV207 : public controles::Formulario {
   void ssReservaciones_AfterDelete(bool& muestraError);
   void ssReservaciones_RowCommitted();
   void ssReservaciones_UpdateError(int& codigoError);
-  // First and last night as text dates; ancho: width needed by the Nombre column, twips, raised when this name is wider.
+  // First and last night as text dates; ancho: width needed by the Nombre column, twips, raised when this name is
+  // wider.
   void AgregaHabitacion(const std::string& primera, const std::string& ultima, const std::string& clave,
                         const std::string& nombre, std::int32_t& ancho);
   void Busca_Habitacion(std::int32_t& ancho, bool& hallada);
@@ -147,17 +154,21 @@ class frmKV207 : public controles::Formulario {
   void BloqueaColumnas();
   void DesbloqueaColumnas();
 
-  // --- importes.cpp: pricing and totals --------------------------------------------------------------------------------
+  // --- importes.cpp: pricing and totals
+  // --------------------------------------------------------------------------------
   void CalculaImportes(bool soloRecalcular);
   void Totalizar();
 
-  // --- guardar.cpp: saving ---------------------------------------------------------------------------------------------
+  // --- guardar.cpp: saving
+  // ---------------------------------------------------------------------------------------------
   void Controles_Aceptar(bool nuevo);
 
-  // --- valida_disponibilidad.cpp: availability validation --------------------------------------------------------------
+  // --- valida_disponibilidad.cpp: availability validation
+  // --------------------------------------------------------------
   void Valida_Disponibilidad(bool& ok);
 
-  // --- acciones.cpp: toolbar actions -----------------------------------------------------------------------------------
+  // --- acciones.cpp: toolbar actions
+  // -----------------------------------------------------------------------------------
   void Controles_Nuevo();
   void Controles_Editar();
   void Controles_Limpiar();
@@ -167,19 +178,24 @@ class frmKV207 : public controles::Formulario {
   void Controles_Reactivar();
   void Controles_Correo();
   void Controles_Registro();
+  // Empties the field groups and makes their inputs read-only.
+  void LimpiaGrupos();
   // Prints the reservation by the hotel's format.
   void Imprime(const std::string& folio);
 
-  // --- tarjeta.cpp: card data ------------------------------------------------------------------------------------------
+  // --- tarjeta.cpp: card data
+  // ------------------------------------------------------------------------------------------
   void Datos_Tarjeta(const std::string& cliente, const std::string& folio);
   void ValidaTarjeta(bool& ok);
 
-  // --- fechas.cpp: date fields -----------------------------------------------------------------------------------------
+  // --- fechas.cpp: date fields
+  // -----------------------------------------------------------------------------------------
   void dpFecha_llegada_Set();
   void dpFecha_salida_Change();
   void dpFechaGrid_Set();
 
-  // --- entrega.cpp: the availability board -----------------------------------------------------------------------------
+  // --- entrega.cpp: the availability board
+  // -----------------------------------------------------------------------------
   void cmdDisponibilidad_Click();
 
   frmDisponibilidad& tablero() { return tablero_; }
@@ -187,8 +203,26 @@ class frmKV207 : public controles::Formulario {
  private:
   // Connects every event to its handler (eventos.cpp).
   void ConectaEventos();
+  // Field groups, containers, tab stops, accessible names, labels (frmKV207.cpp).
+  void DisenaGrupos();
+  void DisenaContenedores();
+  void DisenaDescripciones();
+  void DisenaEtiquetas();
+  // Every control and running field as designed; raises nothing that asks the host or touches the stay.
+  void RestauraDiseno();
+  // Grouped inputs accept nothing until a group is made editable.
+  void BloqueaEntradas();
+  // Labels in the colours of the form (arranque.cpp).
+  void AplicaColores();
+  void CargaConfiguracion();
+  // Steps of showing a stored reservation (carga.cpp): toolbar, header, card, room lines. filas: its rows.
+  void CargaBarra(const std::string& folio, const ado::Recordset& filas);
+  void CargaEncabezado(const ado::Recordset& filas);
+  void CargaTarjeta(const std::string& folio);
+  void CargaRenglones(ado::Recordset& filas);
 
   frmDisponibilidad& tablero_;
+  std::vector<std::unique_ptr<controles::Etiqueta>> etiquetas_;
 };
 
 }  // namespace kv207

@@ -1,0 +1,231 @@
+// Toolbar actions: new, edit, clear, close, the state changes of a stored reservation, mail, print, record viewer.
+#include "availability/frmDisponibilidad.h"
+#include "component/publico.h"
+#include "platform/com/error.h"
+#include "reservation/avisos.h"
+#include "reservation/correo.h"
+#include "reservation/fechas.h"
+#include "reservation/frmKV207.h"
+#include "reservation/sentencias.h"
+#include "reservation/transaccion.h"
+
+namespace kv207 {
+
+namespace mensaje = anfitrion::mensaje;
+
+namespace {
+
+// Who changes a reservation, and when.
+struct Sello {
+  std::string ahora;  // as SQL text
+  std::string usuario;
+};
+
+Sello SelloActual() {
+  anfitrion::Utilerias& utilerias = publico::Utilerias();
+  Sello sello;
+  sello.ahora = utilerias.FechaHoraSQL(utilerias.FechaServidor());
+  sello.usuario = publico::Sistema().UsuarioActual();
+  return sello;
+}
+
+template <class Servicio>
+com::Ptr<Servicio> CreaServicio(const com::Guid& clase, const char* nombre) {
+  auto servicio = com::CreaInstancia<Servicio>(clase);
+  if (!servicio) throw com::Error(com::error::kClase, std::string("El anfitrión no ofrece el servicio ") + nombre);
+  return servicio;
+}
+
+}  // namespace
+
+void ArmaConfirmacion(ado::TextoSQL& sql, std::string_view usuario, std::string_view ahora, std::string_view folio) {
+  sql.Agrega("UPDATE Reservacion SET ")
+      .Agrega("   Oper_Ult_Modif = '")
+      .Valor(usuario)
+      .Agrega("', ")
+      .Agrega("   Fecha_Ult_Modif= '")
+      .Valor(ahora)
+      .Agrega("', ")
+      .Agrega("   Es_Cve_Estado = 'CO' ")
+      .Agrega("WHERE Rs_Folio = '")
+      .Valor(folio)
+      .Agrega("'");
+}
+
+void ArmaCancelacion(ado::TextoSQL& sql, std::string_view usuario, std::string_view ahora, std::string_view folio) {
+  sql.Agrega("UPDATE Reservacion SET ")
+      .Agrega("Oper_Ult_Modif = '")
+      .Valor(usuario)
+      .Agrega("', ")
+      .Agrega("Fecha_Ult_Modif = '")
+      .Valor(ahora)
+      .Agrega("', ")
+      .Agrega("Oper_Baja = '")
+      .Valor(usuario)
+      .Agrega("', ")
+      .Agrega("Fecha_Baja= '")
+      .Valor(ahora)
+      .Agrega("', ")
+      .Agrega("Es_Cve_Estado = 'CA' ")
+      .Agrega("WHERE Rs_Folio = '")
+      .Valor(folio)
+      .Agrega("'");
+}
+
+void ArmaReactivacion(ado::TextoSQL& sql, std::string_view usuario, std::string_view ahora, std::string_view folio) {
+  sql.Agrega("UPDATE Reservacion SET ")
+      .Agrega("Oper_Ult_Modif = '")
+      .Valor(usuario)
+      .Agrega("', ")
+      .Agrega("Fecha_Ult_Modif = '")
+      .Valor(ahora)
+      .Agrega("', ")
+      .Agrega("Oper_Baja = '', ")
+      .Agrega("Fecha_Baja= NULL, ")
+      .Agrega("Es_Cve_Estado = 'AC' ")
+      .Agrega("WHERE Rs_Folio = '")
+      .Valor(folio)
+      .Agrega("'");
+}
+
+void frmKV207::Controles_Nuevo() {
+  LimpiaGrupos();
+  for (const int grupo : {1, 2, 4}) publico::Utilerias().HabilitaGrupo(*this, grupo);
+  // Opened by the currency alone.
+  txtTipoCambio.enabled(false);
+  txtFolio.text("");
+  txtFolio.enabled(false);
+  Controles.PermiteAccion5(false);
+  Controles.PermiteAccion4(false);
+  Controles.PermiteAccion1(false);
+  Controles.PermiteReactivar(false);
+  Controles.TituloConfirmar("");
+  dpFecha.valor(FechaCaptura);
+  txtMoneda.text(MonedaDefault.empty() ? MonedaLocal : MonedaDefault);
+  txtMoneda_Enter();
+  dpFecha.valor(publico::Utilerias().FechaServidor());
+  Enfoca(dpFecha);
+  dpFecha.editable(PuedeCambiarFecha);
+  dpFecha_llegada.valor(LlegadaPropuesta(dpFecha.valor(), DiasReservacion));
+  dpFecha_salida.valor(com::MasDias(dpFecha_llegada.valor(), 1));
+  txtDias.text(com::Variant(std::int32_t{com::DiasEntre(dpFecha_llegada.valor(), dpFecha_salida.valor())}));
+  tablero_.ConservarVista = false;
+  VaciaRenglones();
+  UltimoRenglon = 0;
+  txtSucursal.text(SucursalDefault);
+  DesbloqueaColumnas();
+  TarjetaCargada = false;
+  TipoFormaPago.clear();
+}
+
+void frmKV207::Controles_Editar() {
+  publico::Utilerias().HabilitaGrupo(*this, 1);
+  txtFolio.enabled(false);
+  dpFecha_llegada.editable(true);
+  dpFecha_salida.editable(true);
+  Controles.TituloConfirmar("");
+  Controles.PermiteAccion5(false);
+  Controles.PermiteAccion4(false);
+  Controles.PermiteAccion1(false);
+  Controles.PermiteReactivar(false);
+  DesbloqueaColumnas();
+  if (frTarjeta.visible()) publico::Utilerias().HabilitaGrupo(*this, 4);
+  txtMoneda_Enter();
+}
+
+void frmKV207::Controles_Limpiar() {
+  LimpiaGrupos();
+  Controles.PermiteAccion5(false);
+  Controles.PermiteAccion4(false);
+  Controles.PermiteAccion1(false);
+  Controles.PermiteReactivar(false);
+  Controles.PermiteAccion2(false);
+  dpFecha_llegada.editable(false);
+  dpFecha_salida.editable(false);
+  txtFolio.text("");
+  txtFolio.enabled(true);
+  Enfoca(txtFolio);
+  Controles.TituloConfirmar("");
+  VaciaRenglones();
+  UltimoRenglon = 0;
+  tablero_.HaySeleccion = false;
+  TarjetaCargada = false;
+}
+
+void frmKV207::Controles_Cerrar() { Descarga(); }
+
+void frmKV207::Controles_B1Click() {
+  TransaccionBD transaccion;
+  const auto cuerpo = [&] {
+    const Sello sello = SelloActual();
+    const std::string folio = txtFolio.text();
+    transaccion.Comienza();
+    ArmaConfirmacion(publico::NuevaSentencia(), sello.usuario, sello.ahora, folio);
+    publico::Ejecuta();
+    publico::Utilerias().RegistraBitacora(anfitrion::kModulo, folio, "CONFIRMADO");
+    // The mail is part of the confirmation: one that fails undoes it.
+    if (Avisa(*this, mensaje::kPreguntaCorreoAlConfirmar) == controles::kAceptar &&
+        !EnviaCorreo(*this, folio, kPlantillaConfirmada, mensaje::kPlantillaAlConfirmar, mensaje::kCorreoAlConfirmar)) {
+      transaccion.Deshace();
+      return;
+    }
+    transaccion.Confirma();
+    Controles_Limpiar();
+  };
+  Atrapa(*this, mensaje::kConfirmar, cuerpo, [&] { transaccion.Deshace(); });
+}
+
+void frmKV207::Controles_Eliminar() {
+  TransaccionBD transaccion;
+  const auto cuerpo = [&] {
+    const Sello sello = SelloActual();
+    const std::string folio = txtFolio.text();
+    Controles.TituloConfirmar("");
+    transaccion.Comienza();
+    ArmaCancelacion(publico::NuevaSentencia(), sello.usuario, sello.ahora, folio);
+    publico::Ejecuta();
+    publico::Utilerias().RegistraBitacora(anfitrion::kModulo, folio, "Baja");
+    transaccion.Confirma();
+    Controles_Limpiar();
+  };
+  Atrapa(*this, mensaje::kEliminar, cuerpo, [&] { transaccion.Deshace(); });
+}
+
+void frmKV207::Controles_Reactivar() {
+  TransaccionBD transaccion;
+  const auto cuerpo = [&] {
+    const Sello sello = SelloActual();
+    const std::string folio = txtFolio.text();
+    transaccion.Comienza();
+    ArmaReactivacion(publico::NuevaSentencia(), sello.usuario, sello.ahora, folio);
+    publico::Ejecuta();
+    publico::Utilerias().RegistraBitacora(anfitrion::kModulo, folio, "Reactivación");
+    transaccion.Confirma();
+    Controles_Limpiar();
+  };
+  Atrapa(*this, mensaje::kReactivar, cuerpo, [&] { transaccion.Deshace(); });
+}
+
+void frmKV207::Controles_Correo() {
+  const std::string folio = txtFolio.text();
+  if (Avisa(*this, mensaje::kPreguntaCorreo) == controles::kSi) {
+    EnviaCorreo(*this, folio, kPlantillaReservacion, mensaje::kPlantillaCorreo, mensaje::kCorreo);
+  } else {
+    Imprime(folio);
+  }
+}
+
+void frmKV207::Imprime(const std::string& folio) {
+  const auto impresion = CreaServicio<anfitrion::Impresion>(anfitrion::kClaseImpresion, "Impresion");
+  const std::string formato = com::CStr(publico::Sistema().LeeParametro("FTO_IMP_RESERVACION", 0, "T", "HT0001"));
+  impresion->ImprimeFormato(formato, folio, "", 0, 0, "");
+}
+
+void frmKV207::Controles_Registro() {
+  Atrapa(*this, mensaje::kRegistro, [&] {
+    const auto visor = CreaServicio<anfitrion::VisorRegistro>(anfitrion::kClaseVisorRegistro, "VisorRegistro");
+    visor->MuestraRegistro("Reservacion", "Rs_Folio", com::CStr(txtFolio.valor()), "", "", "", "");
+  });
+}
+
+}  // namespace kv207

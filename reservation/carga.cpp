@@ -1,0 +1,180 @@
+// Loading a stored reservation by its folio.
+#include <algorithm>
+
+#include "component/publico.h"
+#include "reservation/avisos.h"
+#include "reservation/campos.h"
+#include "reservation/frmKV207.h"
+#include "reservation/sentencias.h"
+#include "reservation/tarjeta.h"
+
+namespace kv207 {
+
+namespace mensaje = anfitrion::mensaje;
+
+namespace {
+
+// Database columns that go into the grid as they are.
+struct Correspondencia {
+  const char* columna;
+  const char* celda;
+};
+constexpr Correspondencia kCeldas[] = {
+    {"Rsd_Fecha_Inicio", "FECHAI"},
+    {"Rsd_Fecha_Fin", "FECHAF"},
+    {"Rsd_Adultos", "Adultos"},
+    {"Rsd_Menores", "Menores"},
+    {"Rsd_Infantes", "Infantes"},
+    {"Rsd_Cantidad_Personas_Extra", "NUM_PERSONAS_EXTRA"},
+    {"Th_Num_Personas_Maximo", "PersonasMax"},
+    {"Pr_Cve_Producto", "Producto"},
+    {"Rsd_Precio", "Precio"},
+    {"Rsd_Descuento_Importe", "DESCUENTO_IMPORTE"},
+    {"Rsd_Impuesto_Factor", "Impuesto"},
+    {"Rsd_Impuesto_Importe", "IMPUESTO_IMPORTE"},
+    {"Rsd_Precio_Neto", "Precio_Neto"},
+    {"Pr_Unidad_Venta", "Unidad"},
+    {"Rsd_Precio_Personas_Extra", "PERSONA_EXTRA"},
+    {"Rsd_Precio_Lista", "Precio_Lista"},
+    {"Rsd_Precio_Lista_Importe", "Precio_Lista_Importe"},
+    {"Rsd_Precio_Descontado", "Precio_Descontado"},
+    {"Rsd_Precio_Descontado_Importe", "Precio_Descontado_Importe"},
+};
+
+// The view follows a grid again at the end of the block, also after a failure.
+class SinRepintar {
+ public:
+  explicit SinRepintar(controles::Grid& grid) : grid_(grid) { grid_.Redraw(false); }
+  SinRepintar(const SinRepintar&) = delete;
+  SinRepintar& operator=(const SinRepintar&) = delete;
+  ~SinRepintar() { grid_.Redraw(true); }
+
+ private:
+  controles::Grid& grid_;
+};
+
+}  // namespace
+
+void ArmaCargaReservacion(ado::TextoSQL& sql, std::string_view folio) {
+  sql.Agrega("SELECT Reservacion.*, Reservacion_Detalle.*, ")
+      .Agrega("  Habitacion.Hb_Descripcion,")
+      .Agrega("  Tipo_Habitacion.Pr_Cve_Producto, ")
+      .Agrega("  Tipo_Habitacion.Th_Descripcion, ")
+      .Agrega("  Tipo_Habitacion.Th_Num_Personas_Maximo, ")
+      .Agrega("  Producto.Pr_Descripcion, ")
+      .Agrega("  Producto.Pr_Unidad_Venta, ")
+      .Agrega("  Producto_Precio.Pp_Precio_1 ")
+      .Agrega("From Reservacion ")
+      .Agrega("   INNER JOIN Reservacion_Detalle ON Reservacion.Rs_Folio = Reservacion_Detalle.Rs_Folio ")
+      .Agrega("   INNER JOIN Habitacion ON Reservacion_Detalle.Hb_Cve_Habitacion = Habitacion.Hb_Cve_Habitacion ")
+      .Agrega(
+          "   INNER JOIN Tipo_Habitacion ON Habitacion.Th_Cve_Tipo_Habitacion = "
+          "Tipo_Habitacion.Th_Cve_Tipo_Habitacion ")
+      .Agrega("   INNER JOIN Producto ON Tipo_Habitacion.Pr_Cve_Producto = Producto.Pr_Cve_Producto ")
+      .Agrega("   INNER JOIN Producto_Precio ON Producto_Precio.Pr_Cve_Producto = Producto.Pr_Cve_Producto ")
+      .Agrega("WHERE Reservacion.Rs_Folio= '")
+      .Valor(folio)
+      .Agrega("'");
+}
+
+void frmKV207::txtFolio_Enter() {
+  Atrapa(*this, mensaje::kCargar, [&] {
+    if (Controles.EnEdicion() || txtFolio.text().empty()) return;
+    txtFolio.text(publico::Utilerias().FormateaFolio(txtFolio.text()));
+    txtFolio.Refresca();
+    const std::string folio = txtFolio.text();
+    ArmaCargaReservacion(publico::NuevaSentencia(), folio);
+    const ado::RecordsetPtr filas = publico::Ejecuta();
+    if (filas->Eof()) {
+      Avisa(*this, mensaje::kNoExiste);
+      filas->Close();
+      return;
+    }
+    CargaBarra(folio, *filas);
+    CargaEncabezado(*filas);
+    CargaTarjeta(folio);
+    CargaRenglones(*filas);
+    filas->Close();
+    const std::int32_t noches = com::DiasEntre(dpFecha_llegada.valor(), dpFecha_salida.valor());
+    if (noches > 0) txtDias.text(com::Variant(noches));
+    BloqueaColumnas();
+    Totalizar();
+  });
+}
+
+void frmKV207::CargaBarra(const std::string& folio, const ado::Recordset& filas) {
+  Controles.CargaClave(folio);
+  Controles.ClaveActual(folio);
+  Controles.PermiteAccion6(true);
+  Controles.PermiteAccion1(true);
+  Controles.PermiteAccion2(true);
+  Controles.TituloConfirmar("");
+  const std::string guardado = TextoDe(filas.Fields("Es_Cve_Estado").Value());
+  const std::string estado = com::Mayusculas(guardado);
+  if (estado == "AC" || estado == "CO") {
+    Controles.PermiteAccion5(true);
+    Controles.PermiteAccion4(true);
+    // Offered for the code exactly as the store writes it.
+    if (guardado == "AC") Controles.TituloConfirmar("Confirmar");
+  } else if (estado == "CE" || estado == "AP") {
+    Controles.PermiteAccion5(false);
+    Controles.PermiteAccion4(false);
+  } else if (estado == "CA") {
+    Controles.PermiteReactivar(true);
+    Controles.PermiteAccion5(false);
+    Controles.PermiteAccion4(false);
+  }
+}
+
+void frmKV207::CargaEncabezado(const ado::Recordset& filas) {
+  const auto valor = [&filas](const char* columna) { return filas.Fields(columna).Value(); };
+  dpFecha.valor(com::CDate(valor("Rs_Fecha")));
+  dpFecha_llegada.valor(com::CDate(valor("Rs_Llegada")));
+  dpFecha_salida.valor(com::CDate(valor("Rs_Salida")));
+  txtMoneda.text(TextoDe(valor("Mn_Cve_Moneda")));
+  txtTipoCambio.valor(com::CDbl(valor("Rs_Tipo_Cambio")));
+  txtSucursal.text(TextoDe(valor("Sc_Cve_Sucursal")));
+  txtCliente.text(TextoDe(valor("Cl_Cve_Cliente")));
+  txtReferencia.text(TextoDe(valor("Rs_Referencia")));
+  txtComentario.text(TextoDe(valor("Rs_Comentario")));
+  txtForma_Pago.text(TextoDe(valor("Fp_Cve_Forma_Pago")));
+  txtNotas.text(TextoDe(valor("Rs_Notas")));
+  txtHuesped.text(TextoDe(valor("Rs_Huesped")));
+}
+
+void frmKV207::CargaTarjeta(const std::string& folio) {
+  TipoFormaPago = LeeTipoFormaPago(txtForma_Pago.text());
+  if (!EsTarjeta(TipoFormaPago)) return;
+  if (!txtNCliente.text().empty()) {
+    Datos_Tarjeta(txtCliente.text(), folio);
+  } else if (!txtNHuesped.text().empty()) {
+    Datos_Tarjeta(txtHuesped.text(), folio);
+  }
+  frTarjeta.visible(true);
+}
+
+void frmKV207::CargaRenglones(ado::Recordset& filas) {
+  const SinRepintar pausa(ssReservaciones);
+  VaciaRenglones();
+  UltimoRenglon = 0;
+  int ancho = 0;
+  for (; !filas.Eof(); filas.MoveNext()) {
+    const auto valor = [&filas](const char* columna) { return filas.Fields(columna).Value(); };
+    const int fila = ssReservaciones.AgregaFila();
+    const std::string nombre = TextoDe(valor("Th_Descripcion")) + " / " + TextoDe(valor("Hb_Descripcion"));
+    ssReservaciones.celda(fila, "Clave", valor("Hb_Cve_Habitacion"));
+    ssReservaciones.celda(fila, "Nombre", nombre);
+    for (const Correspondencia& c : kCeldas) ssReservaciones.celda(fila, c.celda, valor(c.columna));
+    ssReservaciones.celda(fila, "Descuento", com::CDbl(valor("Rsd_Descuento_Factor")) * 100);
+    ssReservaciones.celda(fila, "Descuento_Global_Factor", 0);
+    ssReservaciones.celda(fila, "Descuento_Global_Importe", 0);
+    ssReservaciones.celda(fila, "Total", com::Redondea(com::CDbl(valor("Rsd_Precio_Neto_Importe")), 2));
+    ssReservaciones.celda(fila, "ID", ++UltimoRenglon);
+    ssReservaciones.Update();
+    ancho = std::max(ancho, controles::EscritorioActual().AnchoTexto(*this, nombre));
+  }
+  ssReservaciones.ancho("Nombre", ancho + 200);
+  ssReservaciones.MuevePrimera();
+}
+
+}  // namespace kv207

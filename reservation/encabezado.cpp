@@ -1,0 +1,128 @@
+// Header fields of the reservation: what their changes and confirmations do.
+#include "availability/frmDisponibilidad.h"
+#include "component/publico.h"
+#include "platform/controls/utf8.h"
+#include "reservation/fechas.h"
+#include "reservation/frmKV207.h"
+#include "reservation/tarjeta.h"
+
+namespace kv207 {
+
+namespace {
+
+constexpr int kCliente = 1;  // kind of record that MuestraCliente shows
+constexpr int kAnchoNotas = 50;
+
+}  // namespace
+
+void frmKV207::txtFolio_Change() {
+  Controles.ClaveActual("");
+  if (Controles.EnEdicion()) return;
+  Controles.PermiteAccion5(false);
+  Controles.PermiteAccion4(false);
+  Controles.PermiteReactivar(false);
+  Controles.PermiteAccion2(false);
+  Controles.PermiteAccion1(false);
+  LimpiaGrupos();
+  UltimoRenglon = 0;
+  // A reservation without a branch leaves its lines behind: no branch has changed.
+  if (ssReservaciones.Filas() > 0) VaciaRenglones();
+}
+
+void frmKV207::LimpiaGrupos() {
+  for (const int grupo : {1, 2, 4}) publico::Utilerias().LimpiaGrupo(*this, grupo);
+  BloqueaEntradas();
+}
+
+void frmKV207::txtCliente_Change() {
+  TarjetaCargada = false;
+  publico::Utilerias().LimpiaGrupo(*this, 4);
+  if (EsTarjeta(TipoFormaPago)) publico::Utilerias().HabilitaGrupo(*this, 4);
+}
+
+void frmKV207::txtHuesped_Change() {
+  if (!Controles.EnEdicion() || !txtNHuesped.text().empty()) return;
+  TarjetaCargada = false;
+  publico::Utilerias().LimpiaGrupo(*this, 4);
+  if (EsTarjeta(TipoFormaPago)) publico::Utilerias().HabilitaGrupo(*this, 4);
+}
+
+void frmKV207::txtForma_Pago_Change() {
+  publico::Utilerias().LimpiaGrupo(*this, 4);
+  frTarjeta.visible(false);
+  TarjetaCargada = false;
+  TipoFormaPago.clear();
+}
+
+void frmKV207::txtForma_Pago_Enter() {
+  TipoFormaPago = LeeTipoFormaPago(txtForma_Pago.text());
+  if (!EsTarjeta(TipoFormaPago)) return;
+  if (!TarjetaCargada) {
+    if (!txtNCliente.text().empty()) {
+      Datos_Tarjeta(txtCliente.text(), "");
+    } else if (!txtNHuesped.text().empty()) {
+      Datos_Tarjeta(txtHuesped.text(), "");
+    }
+  }
+  frTarjeta.visible(true);
+  publico::Utilerias().HabilitaGrupo(*this, 4);
+}
+
+void frmKV207::txtMoneda_Enter() {
+  const std::string& moneda = txtMoneda.text();
+  if (moneda.empty()) return;
+  txtTipoCambio.valor(publico::Utilerias().TipoCambio(moneda, dpFecha.valor()));
+  txtTipoCambio.enabled(moneda != MonedaLocal && !BloqueaTipoCambio);
+}
+
+void frmKV207::txtSucursal_Change() { VaciaRenglones(); }
+
+void frmKV207::txtDias_Change() {
+  if (!Controles.EnEdicion()) return;
+  const com::Fecha llegada = dpFecha_llegada.valor();
+  std::int32_t noches = NochesTecleadas(txtDias.valor(), llegada);
+  if (noches == 0) {
+    noches = 1;
+    txtDias.valor(noches);
+  }
+  dpFecha_salida.valor(com::MasDias(llegada, noches));
+  tablero_.HaySeleccion = false;
+  tablero_.ConservarVista = false;
+  VaciaRenglones();
+}
+
+void frmKV207::VaciaRenglones() {
+  pcFecha.visible(false);
+  ColumnaFechaActiva.clear();
+  ssReservaciones.QuitaTodas();
+  txtTotal.valor(0);
+}
+
+void frmKV207::txtNotas_KeyDown(int codigo, int) {
+  if (codigo != controles::tecla::kF2) return;
+  cmdNotas_Click();
+  txtNotas.cursor(static_cast<int>(controles::LargoUtf8(txtNotas.text())));
+}
+
+void frmKV207::cmdNotas_Click() {
+  txtNotas.text(publico::Utilerias().EditaNotas(anfitrion::kModulo, txtNotas.text(), kAnchoNotas));
+  Enfoca(txtNotas);
+}
+
+void frmKV207::cmdCliente_Click() {
+  if (txtNCliente.text().empty()) return;
+  publico::Hotel().MuestraCliente(txtCliente.text(), kCliente, txtFolio.text());
+}
+
+void frmKV207::cmdHuesped_Click() {
+  if (txtNHuesped.text().empty()) return;
+  publico::Hotel().MuestraCliente(txtHuesped.text(), kCliente, txtFolio.text());
+}
+
+void frmKV207::chkMostrarCodigo_Click() { txtCodigo.passwordChar(chkMostrarCodigo.value() ? "" : "*"); }
+
+std::string frmKV207::ClaveCliente() const {
+  return txtNCliente.text().empty() ? txtHuesped.text() : txtCliente.text();
+}
+
+}  // namespace kv207

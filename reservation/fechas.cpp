@@ -1,0 +1,79 @@
+// Date fields of the header and the date pop-up of the room lines.
+#include "reservation/fechas.h"
+
+#include <limits>
+
+#include "component/publico.h"
+#include "platform/regional/regional.h"
+#include "reservation/avisos.h"
+#include "reservation/frmKV207.h"
+
+namespace kv207 {
+
+namespace mensaje = anfitrion::mensaje;
+
+com::Fecha LlegadaPropuesta(com::Fecha captura, int diasReservacion) {
+  return com::MasDias(com::SoloFecha(captura), diasReservacion);
+}
+
+Estancia FijaLlegada(com::Fecha captura, com::Fecha llegada, com::Fecha salida, int diasReservacion) {
+  Estancia e{llegada, salida, 0, com::DiasEntre(captura, llegada) < 0};
+  if (e.corregida) e.llegada = LlegadaPropuesta(captura, diasReservacion);
+  if (com::DiasEntre(e.llegada, e.salida) < 0) e.salida = com::SoloFecha(e.llegada);
+  e.noches = com::DiasEntre(e.llegada, e.salida);
+  return e;
+}
+
+std::int32_t NochesTecleadas(const com::Variant& valor, com::Fecha llegada) {
+  constexpr double kMaximo = std::numeric_limits<std::int16_t>::max();
+  const double noches = com::Redondea(com::CDbl(valor), 0);
+  if (!(noches >= 1 && noches <= kMaximo)) return 0;
+  const auto enteras = static_cast<std::int32_t>(noches);
+  return enteras <= com::DiasEntre(llegada, com::FechaDe(9999, 12, 31)) ? enteras : 0;
+}
+
+void frmKV207::dpFecha_llegada_Set() {
+  const Estancia e = FijaLlegada(dpFecha.valor(), dpFecha_llegada.valor(), dpFecha_salida.valor(), DiasReservacion);
+  if (e.corregida) Avisa(*this, mensaje::kLlegadaAntesDeCaptura);
+  dpFecha_llegada.valor(e.llegada);
+  dpFecha_salida.valor(e.salida);
+  txtDias.valor(e.noches);
+}
+
+void frmKV207::dpFecha_salida_Change() {
+  const com::Fecha llegada = dpFecha_llegada.valor();
+  const std::int32_t noches = com::DiasEntre(llegada, dpFecha_salida.valor());
+  if (noches < 0) {
+    Avisa(*this, mensaje::kSalidaAntesDeLlegada,
+          std::string(mensaje::kSalidaAntesDeLlegada.texto) + regional::FechaCorta(llegada));
+    Enfoca(dpFecha_salida);
+    txtDias.valor(0);
+  } else if (noches > 0) {
+    txtDias.text(com::Variant(noches));
+  } else {
+    txtDias.valor(0);
+  }
+}
+
+void frmKV207::dpFechaGrid_Set() {
+  controles::Grid& grid = ssReservaciones;
+  const bool conHabitacion = grid.fila() >= 0 && !com::CStr(grid.celda(grid.fila(), "Nombre")).empty();
+  if (conHabitacion) {
+    const std::string columna = com::Mayusculas(ColumnaFechaActiva);
+    if (columna == "FECHAI" || columna == "FECHAF") {
+      const std::string activa = ColumnaFechaActiva;
+      if (grid.ClaveColumna() == columna && !grid.columna(columna).bloqueada) {
+        // The clerk's own entry, so that leaving the cell prices the line again.
+        grid.Teclea(regional::FechaCorta(dpFechaGrid.valor()));
+        ColumnaFechaActiva = activa;
+      } else {
+        grid.celda(grid.fila(), columna, com::Variant(dpFechaGrid.valor()));
+      }
+    }
+  }
+  Enfoca(grid);
+  pcFecha.visible(false);
+  if (conHabitacion) publico::Utilerias().EnviaTeclas("\t");
+}
+
+}  // namespace kv207

@@ -1,0 +1,28 @@
+// Rules between capture, arrival, departure and nights. Days count, times of day do not.
+#pragma once
+
+#include <cstdint>
+
+#include "platform/com/fecha.h"
+#include "platform/com/variant.h"
+
+namespace kv207 {
+
+// Arrival proposed that many days after the capture, at midnight.
+com::Fecha LlegadaPropuesta(com::Fecha captura, int diasReservacion);
+
+struct Estancia {
+  com::Fecha llegada, salida;
+  std::int32_t noches = 0;
+  bool corregida = false;  // the arrival was before the capture
+};
+// A stay whose arrival has been set: an arrival before the capture becomes the proposed one, a departure before the
+// arrival the arrival's day.
+Estancia FijaLlegada(com::Fecha captura, com::Fecha llegada, com::Fecha salida, int diasReservacion);
+
+// Nights typed by the clerk. 0 (which the screen turns into one night) when there is no number, it is below one or
+// above 32,767, or the departure would lie beyond the calendar; fractions go to the nearest whole number, halves to the
+// even one.
+std::int32_t NochesTecleadas(const com::Variant& valor, com::Fecha llegada);
+
+}  // namespace kv207
