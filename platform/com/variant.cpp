@@ -217,7 +217,11 @@ std::optional<double> NumeroDe(std::string_view texto) {
   double valor = 0;
   const auto r = std::from_chars(cifras.data(), cifras.data() + cifras.size(), valor);
   // Too large is infinite (the conversion to a number reports the overflow), too small is zero.
-  if (r.ec == std::errc::result_out_of_range) valor = std::strtod(cifras.c_str(), nullptr);
+  if (r.ec == std::errc::result_out_of_range) {
+    const bool conExponente = cifras.find('e') != std::string::npos;
+    const bool pequenio = conExponente ? cifras.find("e-") != std::string::npos : cifras[0] == '0' || cifras[0] == '.';
+    valor = pequenio ? 0 : std::numeric_limits<double>::infinity();
+  }
   return negativo ? -valor : valor;
 }
 

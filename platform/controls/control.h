@@ -2,8 +2,8 @@
 // toolkit, the scripted clerk) reads them, raises the user's actions through the members marked "user", and is told of
 // every change.
 //
-// What fires: assigning an equal text is a no-op; assigning another text, by user or by program, raises the change event;
-// only the user's confirmation raises Enter. An untrapped error in a handler reaches whoever raised the event.
+// What fires: assigning an equal text is a no-op; assigning another text, by user or by program, raises the change
+// event; only the user's confirmation raises Enter. An untrapped error in a handler reaches whoever raised the event.
 #pragma once
 
 #include <cstddef>
@@ -105,17 +105,17 @@ enum class TipoDato { Texto, Numero, Fecha };
 
 // Design properties of a LookupField.
 struct DisenoLookup {
-  std::string idconsulta;
-  std::string sql;               // "?" stands for the typed key, between quotes that the text supplies
+  std::string idconsulta{};
+  std::string sql{};  // "?" stands for the typed key, between quotes that the text supplies
   class LookupField* sql_control_resultado = nullptr;
-  std::string transaccion;       // catalogue screen that edits the keys
-  bool esclave = false;          // the text is a key: zero-filled with formato when confirmed
+  std::string transaccion{};  // catalogue screen that edits the keys
+  bool esclave = false;       // the text is a key: zero-filled with formato when confirmed
   bool mayusculas = false;
   bool tabonenter = true;
-  bool locked = false;           // shows only
+  bool locked = false;  // shows only
   TipoDato tipo = TipoDato::Texto;
-  int largo = 0;                 // most characters that the user can type; 0 no limit
-  std::string text;              // text at design
+  int largo = 0;       // most characters that the user can type; 0 no limit
+  std::string text{};  // text at design
 };
 
 // Entry field with an optional key lookup.

@@ -19,16 +19,16 @@ enum class TipoColumna { Texto, Fecha, Entero, Doble };
 enum class Alineacion { Izquierda, Centro, Derecha };
 
 struct Columna {
-  std::string clave;
-  std::string titulo;
+  std::string clave{};
+  std::string titulo{};
   TipoColumna tipo = TipoColumna::Texto;
-  std::string formato;  // number format, see regional::ConFormato
-  int ancho = 0;        // twips
+  std::string formato{};  // number format, see regional::ConFormato
+  int ancho = 0;          // twips
   bool visible = true;
   bool bloqueada = false;
   Alineacion alineacion = Alineacion::Izquierda;
   Alineacion alineacionTitulo = Alineacion::Izquierda;
-  std::string fecha;  // date that the column stands for ("dd/mm/yyyy"), for day columns
+  std::string fecha{};  // date that the column stands for ("dd/mm/yyyy"), for day columns
 };
 
 // A named cell style. Colours are 0x00BBGGRR.

@@ -1,8 +1,10 @@
 #include "platform/regional/regional.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <iterator>
 #include <utility>
 
 namespace regional {
@@ -69,9 +71,11 @@ std::string ConSeparadores(std::string_view enteros, char separador) {
 std::string Escribe(double valor, const Formato& f) {
   const double redondo = com::Redondea(f.porciento ? valor * 100 : valor, static_cast<int>(f.decimalesTotal));
   if (!std::isfinite(redondo)) return com::CStr(com::Variant(redondo));
+  // Not printf: it would follow the process locale.
   char texto[400];
-  std::snprintf(texto, sizeof texto, "%.*f", static_cast<int>(f.decimalesTotal), std::fabs(redondo));
-  const std::string_view todo = texto;
+  const auto fin = std::to_chars(std::begin(texto), std::end(texto), std::fabs(redondo), std::chars_format::fixed,
+                                 static_cast<int>(f.decimalesTotal));
+  const std::string_view todo(texto, static_cast<std::size_t>(fin.ptr - texto));
   const auto punto = std::min(todo.find('.'), todo.size());
   std::string enteros(todo.substr(0, punto));
   std::string decimales(punto < todo.size() ? todo.substr(punto + 1) : std::string_view());
