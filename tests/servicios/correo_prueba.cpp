@@ -1,0 +1,138 @@
+// Mails and printed formats of a stored reservation.
+#include "host/standalone/correo.h"
+
+#include <gtest/gtest.h>
+
+#include "host/standalone/impresion.h"
+#include "tests/servicios/hotel_prueba.h"
+
+namespace autonomo {
+namespace {
+
+using pruebas::HotelChico;
+
+class Documentos : public testing::Test, public HotelChico {
+ protected:
+  Documentos() : utilerias(CreaUtilerias(host)) {
+    host.Parametro("HT_NOMBRE", "Hotel de Prueba");
+    folio = pruebas::GuardaUna(host, "0101", "2026-03-10", "2026-03-12", 2320);
+    base().Consulta("UPDATE Reservacion SET Rs_Notas = 'Flores en la habitación'");
+  }
+  bool Envia(const std::string& clave, const std::string& plantilla = "PL16") {
+    return utilerias->EnviaCorreo("RESERVACION", clave, plantilla, "EMAIL_RESERVACION", 0, "", "");
+  }
+  void Imprime(const std::string& formato, const std::string& clave) {
+    CreaImpresion(host)->ImprimeFormato(formato, clave, "", 0, 0, "");
+  }
+
+  // Saves the reservation again with a second room, one night shorter.
+  void AgregaSegundoCuarto() {
+    base().BeginTrans();
+    anfitrion::DatosReservacion e = pruebas::EncabezadoDe(folio, "2026-03-10", "2026-03-12");
+    e.notas = "Flores en la habitación";
+    hotel->Encabezado(e);
+    ASSERT_TRUE(hotel->GuardaReservacion());
+    hotel->Detalle(pruebas::RenglonDe("0101", "2026-03-10", "2026-03-12", 2320));
+    ASSERT_TRUE(hotel->GuardaDetalle(true));
+    anfitrion::DatosDetalle l = pruebas::RenglonDe("0102", "2026-03-10", "2026-03-11", 1160);
+    l.adultos = 1;
+    l.menores = 2;
+    l.infantes = 1;
+    hotel->Detalle(l);
+    ASSERT_TRUE(hotel->GuardaDetalle(true));
+    base().CommitTrans();
+  }
+
+  com::Ptr<anfitrion::Utilerias> utilerias;
+  std::string folio;
+};
+
+TEST(Campos, SoloSeReemplazanLosConocidos) {
+  const Campos campos = {{"a", "1"}, {"b", "{a}"}};
+  EXPECT_EQ(Rellena("{a}-{b}-{c} p{color: red} {a", campos), "1-{a}-{c} p{color: red} {a");
+  EXPECT_EQ(Rellena("{{a}}", campos), "{1}");
+  EXPECT_EQ(Rellena("", campos), "");
+}
+
+TEST(Direcciones, Validas) {
+  for (const char* buena : {"a@b", "maria.h@example.com.mx"}) EXPECT_TRUE(DireccionValida(buena)) << buena;
+  for (const char* mala :
+       {"", "maria", "@example.com", "maria@", "a@b@c", "a b@c", "a@b\r\nBcc: c@d", "a@b,c@d", "<a@b>"}) {
+    EXPECT_FALSE(DireccionValida(mala)) << mala;
+  }
+}
+
+TEST_F(Documentos, CorreoQuedaEnLaBandejaDeSalida) {
+  host.Plantilla("PL16", "Reservación {folio}\nde {hotel}",
+                 "{huesped}: {llegada} a {salida}, {noches} noches en {habitaciones}. {total} {moneda}");
+  ASSERT_TRUE(Envia(folio)) << utilerias->ErrorCorreo();
+  const std::vector<Correo> correos = host.Correos();
+  ASSERT_EQ(correos.size(), 1U);
+  EXPECT_EQ(correos[0].clave, folio);
+  EXPECT_EQ(correos[0].plantilla, "PL16");
+  EXPECT_EQ(correos[0].consulta, "EMAIL_RESERVACION");
+  EXPECT_EQ(correos[0].para, "maria@example.com");
+  EXPECT_EQ(correos[0].asunto, "Reservación 0000000001 de Hotel de Prueba");
+  EXPECT_EQ(correos[0].estado, "PENDIENTE");
+  EXPECT_EQ(correos[0].cuerpo,
+            "María Hernández: 10/03/2026 a 12/03/2026, 2 noches en 0101 (Doble / 101 Jardín). $2,320.00 MXN");
+}
+
+TEST_F(Documentos, CorreoSeVaConLaTransaccion) {
+  host.Plantilla("PL16", "x", "y");
+  base().BeginTrans();
+  ASSERT_TRUE(Envia(folio));
+  base().RollbackTrans();
+  EXPECT_TRUE(host.Correos().empty());
+}
+
+TEST_F(Documentos, CorreoQueNoSePuedeEnviar) {
+  EXPECT_FALSE(Envia(folio));
+  EXPECT_EQ(utilerias->ErrorCorreo(), "");  // the template is missing
+  host.Plantilla("PL16", "x", "y");
+  EXPECT_FALSE(Envia("0000000099"));
+  EXPECT_EQ(utilerias->ErrorCorreo(), "La reservación 0000000099 no existe");
+  base().Consulta("UPDATE Reservacion SET Cl_Cve_Cliente = '0000000002'");
+  EXPECT_FALSE(Envia(folio));
+  EXPECT_EQ(utilerias->ErrorCorreo(), "El cliente 0000000002 José Martínez no tiene dirección de correo");
+  host.Direccion("0000000002", "sin arroba");
+  EXPECT_FALSE(Envia(folio));
+  EXPECT_EQ(utilerias->ErrorCorreo(),
+            "La dirección de correo del cliente 0000000002 José Martínez no es válida: sin arroba");
+  host.Direccion("0000000002", "jose@example.com");
+  host.FallaCorreo("servidor caído");
+  EXPECT_FALSE(Envia(folio));
+  EXPECT_EQ(utilerias->ErrorCorreo(), "servidor caído");
+  EXPECT_TRUE(host.Correos().empty());
+  // The order to fail is for one mail only.
+  EXPECT_TRUE(Envia(folio));
+  EXPECT_EQ(utilerias->ErrorCorreo(), "");
+  EXPECT_THROW(host.Direccion("0000000077", "a@b"), com::Error);
+}
+
+TEST_F(Documentos, ImpresionIncluida) {
+  AgregaSegundoCuarto();
+  Imprime("HT0001", folio);
+  const std::vector<Impreso> impresos = host.Impresiones();
+  ASSERT_EQ(impresos.size(), 1U);
+  EXPECT_EQ(impresos[0].formato, "HT0001");
+  EXPECT_EQ(impresos[0].clave, folio);
+  EXPECT_EQ(impresos[0].texto,
+            "Hotel de Prueba\n\nReservación 0000000001 (Activa)\nHuésped: María Hernández\nCliente: María Hernández\n"
+            "Llegada: 10/03/2026   Salida: 12/03/2026   Noches: 2\n\n"
+            "0101  Doble / 101 Jardín, 10/03/2026 al 12/03/2026, 2 adultos: $2,320.00\n"
+            "0102  Doble / 102 Jardín, 10/03/2026 al 11/03/2026, 1 adulto, 2 menores, 1 infante: $1,160.00\n\n"
+            "Subtotal: $3,000.00\nImpuestos: $480.00\nTotal: $3,480.00 MXN\n\nFlores en la habitación\n");
+}
+
+TEST_F(Documentos, ImpresionConFormatoDelHotel) {
+  base().Consulta("INSERT INTO Formato (Fm_Cve_Formato, Fm_Contenido) VALUES ('HT0001', ?)",
+                  {"Folio {folio}\n{comentario}\n\nFin"});
+  Imprime("HT0001", folio);
+  EXPECT_EQ(host.Impresiones().back().texto, "Folio 0000000001\n\nFin");  // the empty comment takes no line
+  EXPECT_THROW(Imprime("HT0001", "0000000099"), com::Error);
+  EXPECT_EQ(host.Impresiones().size(), 1U);
+}
+
+}  // namespace
+}  // namespace autonomo
