@@ -33,4 +33,27 @@ void ArmaReactivacion(ado::TextoSQL& sql, std::string_view usuario, std::string_
 void ArmaTarjetaReservacion(ado::TextoSQL& sql, std::string_view folio);
 void ArmaTarjetaCliente(ado::TextoSQL& sql, std::string_view cliente);
 
+// --- renglones.cpp: the room lines ---
+// Product, sales unit and most persons of a room from the board.
+void ArmaProductoDeHabitacion(ado::TextoSQL& sql, std::string_view habitacion);
+// Name and most persons of a typed room, and its product.
+void ArmaBuscaHabitacion(ado::TextoSQL& sql, std::string_view habitacion);
+void ArmaBuscaProducto(ado::TextoSQL& sql, std::string_view habitacion);
+// Persons that a room's type includes and admits.
+void ArmaLimitePersonas(ado::TextoSQL& sql, std::string_view habitacion);
+
+// --- guardar.cpp: card data of a saved reservation ---
+void ArmaBorraTarjeta(ado::TextoSQL& sql, std::string_view folio);
+void ArmaInsertaTarjeta(ado::TextoSQL& sql, std::string_view folio, std::string_view banco, std::string_view numero,
+                        std::string_view codigo, std::string_view vencimiento);
+void ArmaActualizaTarjetaCliente(ado::TextoSQL& sql, std::string_view cliente, std::string_view banco,
+                                 std::string_view numero, std::string_view codigo, std::string_view vencimiento);
+
+// --- valida_disponibilidad.cpp: what holds a room on a night ---
+void ArmaBloqueo(ado::TextoSQL& sql, std::string_view habitacion, std::string_view fecha);
+void ArmaOcupacion(ado::TextoSQL& sql, std::string_view habitacion, std::string_view fecha);
+// folioPropio: the reservation that does not clash with itself, "" none.
+void ArmaOtraReservacion(ado::TextoSQL& sql, std::string_view habitacion, std::string_view fecha,
+                         std::string_view folioPropio);
+
 }  // namespace kv207

@@ -1,0 +1,287 @@
+// Saving the reservation: checks, then header, lines, card and change audit in one transaction, then mail or print.
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "component/publico.h"
+#include "platform/regional/regional.h"
+#include "reservation/avisos.h"
+#include "reservation/correo.h"
+#include "reservation/frmKV207.h"
+#include "reservation/renglones.h"
+#include "reservation/sentencias.h"
+#include "reservation/transaccion.h"
+
+namespace kv207 {
+
+namespace mensaje = anfitrion::mensaje;
+
+// --- statements ---
+
+void ArmaBorraTarjeta(ado::TextoSQL& sql, std::string_view folio) {
+  sql.Agrega("DELETE FROM Reservacion_Datos_Tarjeta WHERE Rs_Folio = '").Valor(folio).Agrega("' ");
+}
+
+void ArmaInsertaTarjeta(ado::TextoSQL& sql, std::string_view folio, std::string_view banco, std::string_view numero,
+                        std::string_view codigo, std::string_view vencimiento) {
+  sql.Agrega("INSERT INTO Reservacion_Datos_Tarjeta(")
+      .Agrega("   Rs_Folio,")
+      .Agrega("   Rdt_Banco,")
+      .Agrega("   Rdt_Numero,")
+      .Agrega("   Rdt_Codigo_Seguridad,")
+      .Agrega("   Rdt_Vencimiento")
+      .Agrega(")VALUES (");
+  // Bank and number are stored with one blank at their end.
+  sql.Agrega("'").Valor(folio).Agrega("',");
+  sql.Agrega("'").Valor(banco).Agrega(" ',");
+  sql.Agrega("'").Valor(numero).Agrega(" ',");
+  sql.Agrega("'").Valor(codigo).Agrega("',");
+  sql.Agrega("'").Valor(vencimiento).Agrega("')");
+}
+
+void ArmaActualizaTarjetaCliente(ado::TextoSQL& sql, std::string_view cliente, std::string_view banco,
+                                 std::string_view numero, std::string_view codigo, std::string_view vencimiento) {
+  sql.Agrega("UPDATE Cliente SET ").Agrega("   Cl_Tarjeta_Credito = 'SI', ");
+  sql.Agrega("   Cl_Tarjeta_Banco= '").Valor(banco).Agrega("', ");
+  sql.Agrega("   Cl_Tarjeta_Numero = '").Valor(numero).Agrega("', ");
+  sql.Agrega("   Cl_Tarjeta_Codigo_Seguridad = '").Valor(codigo).Agrega("', ");
+  sql.Agrega("   Cl_Tarjeta_Vencimiento = '").Valor(vencimiento).Agrega("' ");
+  sql.Agrega("WHERE Cl_Cve_Cliente = '").Valor(cliente).Agrega("'");
+}
+
+namespace {
+
+// Why a save that has begun ends without storing, and what the clerk is told once it has been rolled back.
+struct Rechazo {
+  enum class Foco { Ninguno, GridAntes, GridDespues };  // before or after the toolbar hears of it
+
+  const anfitrion::DatosMensaje* mensaje = nullptr;  // null: says nothing
+  std::string texto;
+  Foco foco = Foco::Ninguno;
+};
+
+void Rechaza(frmKV207& formulario, const Rechazo& rechazo) {
+  if (rechazo.mensaje != nullptr) Avisa(formulario, *rechazo.mensaje, rechazo.texto);
+  if (rechazo.foco == Rechazo::Foco::GridAntes) formulario.Enfoca(formulario.ssReservaciones);
+  formulario.Controles.RechazaAceptar();
+  if (rechazo.foco == Rechazo::Foco::GridDespues) formulario.Enfoca(formulario.ssReservaciones);
+}
+
+// --- checks before anything is written ---
+
+bool RevisaEncabezado(frmKV207& f) {
+  struct Requisito {
+    bool falta;
+    const anfitrion::DatosMensaje& mensaje;
+    controles::Control& foco;
+  };
+  const Requisito requisitos[] = {
+      {f.txtDias.text().empty(), mensaje::kSinDias, f.txtDias},
+      {f.txtNMoneda.text().empty(), mensaje::kSinMoneda, f.txtMoneda},
+      {com::CDbl(f.txtTipoCambio.valor()) <= 0, mensaje::kTipoCambioCero, f.txtMoneda},
+      {f.txtNHuesped.text().empty(), mensaje::kSinHuesped, f.txtHuesped},
+      {f.txtNForma_Pago.text().empty(), mensaje::kSinFormaPago, f.txtForma_Pago},
+  };
+  for (const Requisito& r : requisitos) {
+    if (!r.falta) continue;
+    Avisa(f, r.mensaje);
+    f.Enfoca(r.foco);
+    f.Controles.RechazaAceptar();
+    return false;
+  }
+  return true;
+}
+
+bool RevisaDisponibilidad(frmKV207& f) {
+  bool ok = false;
+  f.Valida_Disponibilidad(ok);
+  if (ok) return true;
+  if (!f.MensajeDisponibilidad.empty()) Avisa(f, mensaje::kSinDisponibilidad, f.MensajeDisponibilidad);
+  f.Enfoca(f.ssReservaciones);
+  f.Controles.RechazaAceptar();
+  return false;
+}
+
+bool RevisaTarjeta(frmKV207& f) {
+  if (!f.frTarjeta.visible()) return true;
+  bool ok = false;
+  f.ValidaTarjeta(ok);
+  return ok;
+}
+
+bool RevisaRenglones(frmKV207& f) {
+  if (f.ssReservaciones.Filas() > 0) return true;
+  Avisa(f, mensaje::kSinHabitaciones);
+  f.Controles.RechazaAceptar();
+  return false;
+}
+
+// --- header ---
+
+anfitrion::DatosReservacion DatosDelEncabezado(const frmKV207& f) {
+  anfitrion::DatosReservacion datos;
+  datos.folio = f.txtFolio.text();
+  datos.fecha = com::ADiasCom(f.dpFecha.valor());
+  datos.llegada = com::ADiasCom(f.dpFecha_llegada.valor());
+  datos.salida = com::ADiasCom(f.dpFecha_salida.valor());
+  datos.moneda = f.txtMoneda.text();
+  datos.tipoCambio = com::CDbl(f.txtTipoCambio.text());
+  datos.sucursal = f.txtSucursal.text();
+  datos.huesped = f.txtHuesped.text();
+  datos.cliente = f.ClaveCliente();
+  datos.referencia = f.txtReferencia.text();
+  datos.comentario = f.txtComentario.text();
+  datos.formaPago = f.txtForma_Pago.text();
+  datos.notas = f.txtNotas.text();
+  return datos;
+}
+
+// Gives the folio under which the header was stored.
+std::optional<Rechazo> GuardaEncabezado(const frmKV207& f, anfitrion::Hotel& almacen, std::string& folio) {
+  almacen.Encabezado(DatosDelEncabezado(f));
+  if (almacen.GuardaReservacion()) {
+    folio = almacen.Encabezado().folio.Texto();
+    return std::nullopt;
+  }
+  const std::string error = almacen.ErrorHotel();
+  if (error.empty()) return Rechazo{};
+  return Rechazo{&mensaje::kGuardarReservacion, error};
+}
+
+// --- lines ---
+
+// A line with a room and a total that stands for something is stored; others are passed over.
+bool ParticipaRenglon(const controles::Grid& grid, int fila) {
+  return !CeldaVacia(grid.celda(fila, "Nombre")) && com::CDbl(grid.celda(fila, "Total")) > -1;
+}
+
+std::optional<Rechazo> RevisaRenglon(const frmKV207& f, int fila) {
+  const controles::Grid& grid = f.ssReservaciones;
+  const auto rechaza = [](const anfitrion::DatosMensaje& mensaje, const std::string& complemento = {}) {
+    return Rechazo{&mensaje, std::string(mensaje.texto) + complemento, Rechazo::Foco::GridDespues};
+  };
+  if (com::SoloFecha(f.dpFecha_llegada.valor()) > FechaDeCelda(grid.celda(fila, "FECHAI"))) {
+    return rechaza(mensaje::kInicioAntesDeLlegada);
+  }
+  if (com::SoloFecha(f.dpFecha_salida.valor()) < FechaDeCelda(grid.celda(fila, "FECHAF"))) {
+    return rechaza(mensaje::kFinDespuesDeSalida);
+  }
+  const com::Variant& maximo = grid.celda(fila, "PersonasMax");
+  if (PersonasDelRenglon(grid, fila) > com::CDbl(maximo)) {
+    return rechaza(mensaje::kExcesoAlGuardar, com::CStr(maximo));
+  }
+  if (com::CDbl(grid.celda(fila, "Total")) < 0) {
+    return rechaza(mensaje::kTotalNegativo, com::CStr(grid.celda(fila, "Nombre")) + "' no puede ser menor a cero");
+  }
+  return std::nullopt;
+}
+
+anfitrion::DatosDetalle DatosDelRenglon(const controles::Grid& grid, int fila) {
+  const auto numero = [&](const char* columna) { return com::CDbl(grid.celda(fila, columna)); };
+  anfitrion::DatosDetalle datos;
+  datos.habitacion = com::CStr(grid.celda(fila, "Clave"));
+  datos.inicio = com::ADiasCom(FechaDeCelda(grid.celda(fila, "FECHAI")));
+  datos.fin = com::ADiasCom(FechaDeCelda(grid.celda(fila, "FECHAF")));
+  datos.adultos = PersonasDeCelda(grid.celda(fila, "Adultos"));
+  datos.menores = PersonasDeCelda(grid.celda(fila, "Menores"));
+  datos.infantes = PersonasDeCelda(grid.celda(fila, "Infantes"));
+  datos.personasExtra = numero("NUM_PERSONAS_EXTRA");
+  datos.precio = numero("Precio");
+  datos.precioPersonasExtra = numero("PERSONA_EXTRA");
+  datos.descuentoFactor = numero("Descuento") / 100;
+  datos.total = com::CDbl(regional::ConFormato(numero("Total"), "#########0.00#######"));
+  return datos;
+}
+
+std::optional<Rechazo> GuardaRenglones(frmKV207& f, anfitrion::Hotel& almacen) {
+  controles::Grid& grid = f.ssReservaciones;
+  grid.MuevePrimera();
+  const int filas = grid.Filas();
+  int guardados = 0;
+  for (int fila = 0; fila < filas; ++fila) {
+    grid.fila(fila);
+    if (!ParticipaRenglon(grid, fila)) continue;
+    if (auto rechazo = RevisaRenglon(f, fila)) return rechazo;
+    almacen.Detalle(DatosDelRenglon(grid, fila));
+    if (!almacen.GuardaDetalle(f.PuedeCambiarPrecio)) return Rechazo{&mensaje::kGuardarDetalle, almacen.ErrorHotel()};
+    ++guardados;
+  }
+  if (guardados > 0) return std::nullopt;
+  return Rechazo{&mensaje::kNadaQueReservar, std::string(mensaje::kNadaQueReservar.texto), Rechazo::Foco::GridAntes};
+}
+
+// --- card ---
+
+// The web client's card belongs to the reservation, any other's to the client.
+void GuardaTarjeta(const frmKV207& f, const std::string& folio) {
+  if (!f.frTarjeta.visible()) return;
+  const std::string cliente = f.ClaveCliente();
+  const std::string vencimiento = publico::Utilerias().FechaSQL(f.dpVencimiento.valor());
+  const std::string &banco = f.txtBanco.text(), &numero = f.txtTarjeta.text(), &codigo = f.txtCodigo.text();
+  if (cliente == f.ClienteWeb) {
+    ArmaBorraTarjeta(publico::NuevaSentencia(), folio);
+    publico::Ejecuta();
+    ArmaInsertaTarjeta(publico::NuevaSentencia(), folio, banco, numero, codigo, vencimiento);
+  } else {
+    ArmaActualizaTarjetaCliente(publico::NuevaSentencia(), cliente, banco, numero, codigo, vencimiento);
+  }
+  publico::Ejecuta();
+}
+
+// --- the whole ---
+
+// Everything that stands between the begin and the commit. folio: the one stored.
+std::optional<Rechazo> GuardaTodo(frmKV207& f, bool nuevo, std::string& folio) {
+  const auto almacen = com::CreaInstancia<anfitrion::Hotel>(anfitrion::kClaseHotel);
+  if (!almacen) throw com::Error(com::error::kClase, "El anfitrión no ofrece el servicio Hotel");
+  frmKV207::Imagen antes;
+  if (nuevo) {
+    f.FechaCaptura = f.dpFecha.valor();
+    f.MonedaDefault = f.txtMoneda.text();
+  } else {
+    f.Resevacion_Antes(f.txtFolio.text(), antes);
+  }
+  if (auto rechazo = GuardaEncabezado(f, *almacen, folio)) return rechazo;
+  if (auto rechazo = GuardaRenglones(f, *almacen)) return rechazo;
+  GuardaTarjeta(f, folio);
+  if (nuevo) return std::nullopt;
+  frmKV207::Imagen despues;
+  bool ok = false;
+  f.Resevacion_Despues(folio, despues);
+  f.Analizar_Reservacion(folio, antes, despues, ok);
+  // The audit has reported its own failure.
+  return ok ? std::nullopt : std::optional(Rechazo{});
+}
+
+void CorreoOImpresion(frmKV207& f, const std::string& folio) {
+  if (Avisa(f, mensaje::kPreguntaCorreoAlGuardar) == controles::kSi) {
+    EnviaCorreo(f, folio, kPlantillaReservacion, mensaje::kPlantillaAlGuardar, mensaje::kCorreoAlGuardar);
+  } else {
+    f.Imprime(folio);
+  }
+}
+
+}  // namespace
+
+void frmKV207::Controles_Aceptar(bool nuevo) {
+  if (!RevisaEncabezado(*this) || !RevisaDisponibilidad(*this) || !RevisaTarjeta(*this) || !RevisaRenglones(*this)) {
+    return;
+  }
+  TransaccionBD transaccion;
+  const auto guarda = [&] {
+    transaccion.Comienza();
+    std::string folio;
+    if (const auto rechazo = GuardaTodo(*this, nuevo, folio)) {
+      transaccion.Deshace();
+      Rechaza(*this, *rechazo);
+      return;
+    }
+    transaccion.Confirma();
+    Controles.ConcluyeAceptar();
+    CorreoOImpresion(*this, folio);
+    Controles_Limpiar();
+  };
+  if (!Atrapa(*this, mensaje::kAceptar, guarda, [&] { transaccion.Deshace(); })) Controles.RechazaAceptar();
+}
+
+}  // namespace kv207

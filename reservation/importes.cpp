@@ -1,0 +1,109 @@
+// Pricing of a room line and totals of the reservation. All prices include tax.
+#include <string>
+
+#include "component/publico.h"
+#include "reservation/avisos.h"
+#include "reservation/frmKV207.h"
+#include "reservation/renglones.h"
+
+namespace kv207 {
+
+namespace mensaje = anfitrion::mensaje;
+
+namespace {
+
+// Walks the grid's rows without repainting; at the end the row that was current is current again.
+class Recorrido {
+ public:
+  explicit Recorrido(controles::Grid& grid) : grid_(grid), actual_(grid.fila()) { grid_.Redraw(false); }
+  Recorrido(const Recorrido&) = delete;
+  Recorrido& operator=(const Recorrido&) = delete;
+  ~Recorrido() {
+    try {
+      if (actual_ >= 0 && actual_ < grid_.Filas()) grid_.fila(actual_);
+      grid_.Redraw(true);
+    } catch (...) {  // a view that cannot repaint does not undo the totals
+    }
+  }
+
+ private:
+  controles::Grid& grid_;
+  int actual_;
+};
+
+}  // namespace
+
+void frmKV207::CalculaImportes(bool soloRecalcular) {
+  controles::Grid& grid = ssReservaciones;
+  const int fila = grid.fila();
+  if (fila < 0 || CeldaVacia(grid.celda(fila, "Nombre"))) return;
+  const int adultos = PersonasDeCelda(grid.celda(fila, "Adultos"));
+  const int menores = PersonasDeCelda(grid.celda(fila, "Menores"));
+  const int infantes = PersonasDeCelda(grid.celda(fila, "Infantes"));
+  if (adultos == 0 && menores == 0 && infantes == 0) return;
+  if (txtNHuesped.text().empty()) {
+    Avisa(*this, mensaje::kPrecioSinHuesped);
+    Enfoca(txtHuesped);
+    return;
+  }
+
+  anfitrion::Desglose d;
+  if (soloRecalcular) {
+    d.precioNeto = d.total = com::CDbl(grid.celda(fila, "Total"));
+    d.descuentoFactor = com::CDbl(grid.celda(fila, "Descuento")) / 100;
+  } else {
+    double precioExtra = 0;
+    int personasExtra = 0;
+    const double precio = publico::Hotel().PrecioHabitacion(
+        com::CStr(grid.celda(fila, "Clave")), com::SoloFecha(FechaDeCelda(grid.celda(fila, "FECHAI"))),
+        com::SoloFecha(FechaDeCelda(grid.celda(fila, "FECHAF"))), adultos, menores, infantes, precioExtra,
+        personasExtra, txtMoneda.text(), dpFecha.valor(), com::CDbl(txtTipoCambio.valor()));
+    d.precioNeto = precio + precioExtra;
+    grid.celda(fila, "Descuento", 0.0);
+    grid.celda(fila, "Precio", precio);
+    grid.celda(fila, "PERSONA_EXTRA", precioExtra);
+    grid.celda(fila, "NUM_PERSONAS_EXTRA", personasExtra);
+    grid.celda(fila, "Total", com::Redondea(d.precioNeto, 2));
+    const std::string error = publico::Hotel().ErrorHotel();
+    if (!error.empty()) Avisa(*this, mensaje::kPrecioFallido, error);
+  }
+  d.impuestoFactor = com::CDbl(grid.celda(fila, "Impuesto"));
+
+  publico::Hotel().CalculaImpuestos(d.precioLista, d.precioListaImporte, d.descuentoFactor, d.descuentoImporte,
+                                    d.precioDescontado, d.precioDescontadoImporte, d.globalFactor, d.globalImporte,
+                                    d.impuestoFactor, d.impuestoImporte, d.precioNeto, d.total);
+
+  grid.celda(fila, "Precio_Lista", d.precioLista);
+  grid.celda(fila, "Precio_Lista_Importe", d.precioListaImporte);
+  grid.celda(fila, "Descuento", d.descuentoFactor * 100);
+  grid.celda(fila, "DESCUENTO_IMPORTE", d.descuentoImporte);
+  grid.celda(fila, "Precio_Descontado", d.precioDescontado);
+  grid.celda(fila, "Precio_Descontado_Importe", d.precioDescontadoImporte);
+  grid.celda(fila, "Descuento_Global_Factor", d.globalFactor);
+  grid.celda(fila, "Descuento_Global_Importe", d.globalImporte);
+  grid.celda(fila, "IMPUESTO_IMPORTE", d.impuestoImporte);
+  grid.celda(fila, "Precio_Neto", d.precioNeto);
+  grid.celda(fila, "Total", com::Redondea(d.total, 2));
+}
+
+void frmKV207::Totalizar() {
+  Atrapa(*this, mensaje::kTotalizar, [&] {
+    controles::Grid& grid = ssReservaciones;
+    double subtotal = 0, impuestos = 0;
+    {
+      const Recorrido recorrido(grid);
+      for (int fila = 0; fila < grid.Filas(); ++fila) {
+        grid.fila(fila);
+        if (CeldaVacia(grid.celda(fila, "Nombre"))) continue;
+        const double base = com::CDbl(grid.celda(fila, "Precio_Descontado_Importe"));
+        subtotal += base;
+        impuestos += com::CDbl(grid.celda(fila, "Impuesto")) * base;
+      }
+    }
+    txtSubTotal.valor(subtotal);
+    txtImpuestos.valor(impuestos);
+    txtTotal.valor(subtotal + impuestos);
+  });
+}
+
+}  // namespace kv207

@@ -1,0 +1,483 @@
+// The room-line grid: how lines come into being, what is checked when a cell is left, the date pop-up, the keys.
+#include "reservation/renglones.h"
+
+#include <algorithm>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "component/publico.h"
+#include "platform/regional/regional.h"
+#include "reservation/avisos.h"
+#include "reservation/frmKV207.h"
+#include "reservation/sentencias.h"
+
+namespace kv207 {
+
+namespace mensaje = anfitrion::mensaje;
+namespace tecla = controles::tecla;
+
+// --- rules ---
+
+bool CeldaVacia(const com::Variant& celda) {
+  return celda.EsVacio() || celda.EsNulo() || (celda.EsTexto() && com::CStr(celda).empty());
+}
+
+com::Fecha FechaDeCelda(const com::Variant& celda) {
+  if (CeldaVacia(celda)) {
+    throw com::Error(com::error::kTipos, "No coinciden los tipos: falta una fecha de la habitación");
+  }
+  return com::CDate(celda);
+}
+
+std::int16_t PersonasDeCelda(const com::Variant& celda) {
+  if (CeldaVacia(celda)) return 0;
+  const std::int16_t personas = com::CInt(celda);
+  if (personas < 0) throw com::Error(com::error::kArgumento, "El número de personas no puede ser negativo");
+  return personas;
+}
+
+int PersonasDelRenglon(const controles::Grid& grid, int fila) {
+  int personas = 0;
+  for (const char* columna : {"Adultos", "Menores", "Infantes"}) personas += PersonasDeCelda(grid.celda(fila, columna));
+  return personas;
+}
+
+com::Fecha AjustaInicio(std::optional<com::Fecha> inicio, std::optional<com::Fecha> fin, com::Fecha llegada,
+                        com::Fecha salida) {
+  if (!inicio || inicio->dia < llegada.dia || inicio->dia > salida.dia) inicio = llegada;
+  if (fin && inicio->dia == fin->dia) inicio = llegada;
+  return com::SoloFecha(*inicio);
+}
+
+com::Fecha AjustaFin(std::optional<com::Fecha> inicio, std::optional<com::Fecha> fin, com::Fecha llegada,
+                     com::Fecha salida) {
+  if (!fin || fin->dia < llegada.dia || fin->dia > salida.dia) fin = salida;
+  if (inicio && inicio->dia >= fin->dia) fin = salida;
+  return com::SoloFecha(*fin);
+}
+
+ImportesRenglon RederivaImportes(ImportesRenglon renglon, bool porImporte) {
+  const double base = (renglon.precio + renglon.personaExtra) / (1 + renglon.impuesto);
+  if (porImporte) renglon.descuento = base == 0 ? 0 : renglon.descuentoImporte * 100 / base;
+  if (!porImporte || base == 0) renglon.descuentoImporte = renglon.descuento / 100 * base;
+  const double neto = base - renglon.descuento / 100 * base;
+  renglon.impuestoImporte = com::Redondea(renglon.impuesto * neto, 4);
+  renglon.total = com::Redondea(neto + renglon.impuestoImporte, 2);
+  return renglon;
+}
+
+// --- statements ---
+
+void ArmaProductoDeHabitacion(ado::TextoSQL& sql, std::string_view habitacion) {
+  sql.Agrega("SELECT ")
+      .Agrega("   Producto.Pr_Cve_Producto, ")
+      .Agrega("   Producto.Pr_Unidad_Venta, ")
+      .Agrega("   Tipo_Habitacion.Th_Num_Personas_Maximo ")
+      .Agrega("FROM Habitacion ")
+      .Agrega(
+          "   INNER JOIN Tipo_Habitacion ON Tipo_Habitacion.Th_Cve_Tipo_Habitacion = "
+          "Habitacion.Th_Cve_Tipo_Habitacion ")
+      .Agrega("   INNER JOIN Producto ON Producto.Pr_Cve_Producto = Tipo_Habitacion.Pr_Cve_Producto ")
+      .Agrega("WHERE Habitacion.Hb_Cve_Habitacion = '")
+      .Valor(habitacion)
+      .Agrega("'");
+}
+
+void ArmaBuscaHabitacion(ado::TextoSQL& sql, std::string_view habitacion) {
+  sql.Agrega("SELECT HB.Hb_Cve_Habitacion, ")
+      .Agrega("   THb.Th_Descripcion + ' / ' + HB.Hb_Descripcion AS DESCRIPCION, ")
+      .Agrega("   THb.Th_Num_Personas_Maximo as MAX ")
+      .Agrega("FROM Habitacion HB ")
+      .Agrega("   INNER JOIN Tipo_Habitacion THb ON HB.Th_Cve_Tipo_Habitacion = THb.Th_Cve_Tipo_Habitacion ")
+      .Agrega("WHERE HB.Hb_Cve_Habitacion = '")
+      .Valor(habitacion)
+      .Agrega("' AND")
+      .Agrega("   HB.Es_Cve_Estado <> 'BA'");
+}
+
+void ArmaBuscaProducto(ado::TextoSQL& sql, std::string_view habitacion) {
+  sql.Agrega("SELECT PR.Pr_Cve_Producto, ")
+      .Agrega("   PR.Pr_Unidad_venta ")
+      .Agrega("FROM Tipo_Habitacion THb ")
+      .Agrega("   INNER JOIN Producto PR ON THb.Pr_Cve_Producto = PR.Pr_Cve_Producto ")
+      .Agrega("   INNER JOIN Habitacion HB ON HB.Th_Cve_Tipo_Habitacion=THb.Th_Cve_Tipo_Habitacion ")
+      .Agrega("WHERE HB.Hb_Cve_Habitacion='")
+      .Valor(habitacion)
+      .Agrega("'");
+}
+
+void ArmaLimitePersonas(ado::TextoSQL& sql, std::string_view habitacion) {
+  sql.Agrega("SELECT TH.Th_Cve_Tipo_Habitacion as Clave, ")
+      .Agrega("   TH.Th_Descripcion as Descripcion, ")
+      .Agrega("   TH.Th_Num_Personas, ")
+      .Agrega("   TH.Th_Num_Personas_Maximo ")
+      .Agrega("FROM Tipo_Habitacion TH ")
+      .Agrega("   INNER JOIN Habitacion HB ON TH.Th_Cve_Tipo_Habitacion = HB.Th_Cve_Tipo_Habitacion ")
+      .Agrega("WHERE HB.Hb_Cve_Habitacion = '")
+      .Valor(habitacion)
+      .Agrega("' ");
+}
+
+namespace {
+
+constexpr const char* kPantallaHabitaciones = "CA153";
+constexpr int kTamanioCatalogo = 100;
+
+std::string TextoDelRenglon(const controles::Grid& grid, const char* columna) {
+  return com::CStr(grid.celda(grid.fila(), columna));
+}
+
+// Sets a cell of the current line.
+void Pon(controles::Grid& grid, std::string_view columna, const com::Variant& valor) {
+  grid.celda(grid.fila(), columna, valor);
+}
+
+// A current line, in a column that the clerk may type in.
+bool SePuedeEditar(const controles::Grid& grid) {
+  return grid.fila() >= 0 && grid.columna() >= 0 && !grid.columna(grid.columna()).bloqueada;
+}
+
+bool EsPersonas(std::string_view columna) {
+  return columna == "ADULTOS" || columna == "MENORES" || columna == "INFANTES";
+}
+
+bool EsImporte(std::string_view columna) {
+  return columna == "PERSONA_EXTRA" || columna == "PRECIO" || columna == "DESCUENTO" || columna == "DESCUENTO_IMPORTE";
+}
+
+bool EsFecha(std::string_view columna) { return columna == "FECHAI" || columna == "FECHAF"; }
+
+double TasaImpuesto(const frmKV207& formulario, const std::string& producto) {
+  const auto calculo = com::CreaInstancia<anfitrion::CalculoImpuesto>(anfitrion::kClaseCalculoImpuesto);
+  if (!calculo) throw com::Error(com::error::kClase, "El anfitrión no ofrece el servicio CalculoImpuesto");
+  return calculo->TasaImpuesto(formulario.txtSucursal.text(), formulario.ClaveCliente(), producto);
+}
+
+void PonSinImportes(controles::Grid& grid, double impuesto) {
+  for (const char* columna : {"Precio", "PERSONA_EXTRA", "Descuento", "DESCUENTO_IMPORTE"}) Pon(grid, columna, 0.0);
+  Pon(grid, "Impuesto", impuesto);
+  for (const char* columna : {"IMPUESTO_IMPORTE", "Total"}) Pon(grid, columna, 0.0);
+}
+
+void PonSinPersonas(controles::Grid& grid) {
+  for (const char* columna : {"Adultos", "Menores", "Infantes"}) Pon(grid, columna, 0);
+}
+
+std::int32_t AnchoNecesario(const controles::Formulario& formulario, std::string_view nombre, std::int32_t ancho) {
+  return std::max(ancho, controles::EscritorioActual().AnchoTexto(formulario, nombre));
+}
+
+void EnsanchaNombre(controles::Grid& grid, std::int32_t ancho) {
+  if (ancho > grid.columna("Nombre").ancho) grid.ancho("Nombre", ancho);
+}
+
+// Columns that the user's rights open.
+void AplicaPermisos(frmKV207& formulario) {
+  controles::Grid& grid = formulario.ssReservaciones;
+  for (const char* columna : {"Precio", "PERSONA_EXTRA"}) grid.bloqueada(columna, !formulario.PuedeCambiarPrecio);
+  for (const char* columna : {"Descuento", "DESCUENTO_IMPORTE"}) {
+    grid.bloqueada(columna, !formulario.PuedeCambiarDescuento);
+  }
+}
+
+// --- leaving a cell; tecleada: the clerk typed in it since entering it ---
+
+void SaleDeClave(frmKV207& formulario, bool& cancela) {
+  controles::Grid& grid = formulario.ssReservaciones;
+  if (TextoDelRenglon(grid, "Clave").empty() || !TextoDelRenglon(grid, "Nombre").empty()) return;
+  std::int32_t ancho = grid.columna("Nombre").ancho;
+  bool hallada = false;
+  formulario.Busca_Habitacion(ancho, hallada);
+  if (hallada) {
+    EnsanchaNombre(grid, ancho);
+  } else {
+    formulario.LimpiaRenglon();
+    cancela = true;
+  }
+}
+
+std::optional<com::Fecha> FechaSiLaHay(const com::Variant& celda) {
+  try {
+    return FechaDeCelda(celda);
+  } catch (const com::Error&) {  // no date in the cell
+    return std::nullopt;
+  }
+}
+
+void SaleDeFecha(frmKV207& formulario, bool tecleada) {
+  controles::Grid& grid = formulario.ssReservaciones;
+  const std::string columna = grid.ClaveColumna();
+  if (CeldaVacia(grid.celda(grid.fila(), columna))) return;
+  const auto inicio = FechaSiLaHay(grid.celda(grid.fila(), "FECHAI"));
+  const auto fin = FechaSiLaHay(grid.celda(grid.fila(), "FECHAF"));
+  const com::Fecha llegada = formulario.dpFecha_llegada.valor(), salida = formulario.dpFecha_salida.valor();
+  const bool esInicio = com::Mayusculas(columna) == "FECHAI";
+  const com::Fecha ajustada =
+      esInicio ? AjustaInicio(inicio, fin, llegada, salida) : AjustaFin(inicio, fin, llegada, salida);
+  const auto& actual = esInicio ? inicio : fin;
+  if (!tecleada && actual && actual->dia == ajustada.dia) return;
+  Pon(grid, columna, ajustada);
+  formulario.CalculaImportes(false);
+}
+
+// A line without guests costs nothing.
+void PonRenglonSinHuespedes(controles::Grid& grid) {
+  for (const char* columna : {"Precio", "DESCUENTO_IMPORTE", "IMPUESTO_IMPORTE", "Total"}) {
+    Pon(grid, columna, regional::Moneda(0));
+  }
+  Pon(grid, "Descuento", 0.0);
+}
+
+void SaleDePersonas(frmKV207& formulario, bool tecleada) {
+  controles::Grid& grid = formulario.ssReservaciones;
+  const std::string habitacion = TextoDelRenglon(grid, "Clave");
+  if (habitacion.empty()) return;
+  const bool vacia = CeldaVacia(grid.celda(grid.fila(), grid.columna()));
+  if (vacia) grid.celda(grid.fila(), grid.columna(), 0);
+  const int personas = PersonasDelRenglon(grid, grid.fila());
+  if (personas == 0) {
+    PonRenglonSinHuespedes(grid);
+    return;
+  }
+  ArmaLimitePersonas(publico::NuevaSentencia(), habitacion);
+  const ado::RecordsetPtr tipo = publico::Ejecuta();
+  const std::string nombre = TextoDelRenglon(grid, "Nombre");
+  if (tipo->Eof() || tipo->Fields("Th_Num_Personas_Maximo").Value().EsNulo()) {
+    Avisa(
+        formulario, mensaje::kSinPersonasConfiguradas,
+        std::string(mensaje::kSinPersonasConfiguradas.texto) + nombre + " no tiene configurado el número de personas");
+  } else if (personas > com::CDbl(tipo->Fields("Th_Num_Personas_Maximo").Value())) {
+    Avisa(
+        formulario, mensaje::kExcesoDePersonas,
+        std::string(mensaje::kExcesoDePersonas.texto) + nombre + "\r\n es mayor al máximo de personas que se permiten");
+  } else if (tecleada || vacia) {
+    formulario.CalculaImportes(false);
+  }
+}
+
+void SaleDeImporte(frmKV207& formulario, bool tecleada) {
+  controles::Grid& grid = formulario.ssReservaciones;
+  if (TextoDelRenglon(grid, "Clave").empty()) return;
+  const bool vacia = CeldaVacia(grid.celda(grid.fila(), grid.columna()));
+  if (vacia) grid.celda(grid.fila(), grid.columna(), 0.0);
+  if (!tecleada && !vacia) return;
+  const auto importe = [&grid](const char* columna) { return com::CDbl(grid.celda(grid.fila(), columna)); };
+  ImportesRenglon renglon;
+  renglon.precio = importe("Precio");
+  renglon.personaExtra = importe("PERSONA_EXTRA");
+  renglon.impuesto = importe("Impuesto");
+  renglon.descuento = importe("Descuento");
+  renglon.descuentoImporte = importe("DESCUENTO_IMPORTE");
+  renglon = RederivaImportes(renglon, com::Mayusculas(grid.ClaveColumna()) == "DESCUENTO_IMPORTE");
+  Pon(grid, "Descuento", renglon.descuento);
+  Pon(grid, "DESCUENTO_IMPORTE", renglon.descuentoImporte);
+  Pon(grid, "IMPUESTO_IMPORTE", renglon.impuestoImporte);
+  Pon(grid, "Total", renglon.total);
+  formulario.CalculaImportes(true);
+}
+
+// --- date pop-up ---
+
+void OcultaFecha(frmKV207& formulario) {
+  formulario.pcFecha.visible(false);
+  formulario.ColumnaFechaActiva.clear();
+}
+
+void MuestraFecha(frmKV207& formulario) {
+  constexpr int kMargenMarco = 10, kMargenCampo = 33;  // twips
+  const controles::Grid& grid = formulario.ssReservaciones;
+  const controles::Lugar celda = grid.LugarCelda(grid.fila(), grid.columna());
+  formulario.pcFecha.left(celda.left + grid.left());
+  formulario.pcFecha.top(celda.top + grid.top());
+  formulario.pcFecha.width(celda.width + kMargenMarco);
+  formulario.pcFecha.height(celda.height + kMargenMarco);
+  formulario.pcFecha.visible(true);
+  formulario.Enfoca(formulario.dpFechaGrid);
+  formulario.dpFechaGrid.width(formulario.pcFecha.width() + kMargenCampo);
+  formulario.dpFechaGrid.height(formulario.pcFecha.height() + kMargenCampo);
+  const auto fecha = FechaSiLaHay(grid.celda(grid.fila(), grid.columna()));
+  formulario.dpFechaGrid.valor(com::SoloFecha(fecha ? *fecha : publico::Utilerias().FechaServidor()));
+  formulario.ColumnaFechaActiva = com::Mayusculas(grid.ClaveColumna());
+}
+
+bool EsCifra(int caracter) { return caracter >= '0' && caracter <= '9'; }
+
+}  // namespace
+
+// --- columns ---
+
+void frmKV207::ssReservaciones_InitColumnProps() { AplicaPermisos(*this); }
+
+void frmKV207::BloqueaColumnas() {
+  for (int c = 0; c < ssReservaciones.NumColumnas(); ++c) {
+    if (ssReservaciones.columna(c).visible) ssReservaciones.bloqueada(c, true);
+  }
+}
+
+void frmKV207::DesbloqueaColumnas() {
+  for (int c = 0; c < ssReservaciones.NumColumnas(); ++c) {
+    if (ssReservaciones.columna(c).visible) ssReservaciones.bloqueada(c, false);
+  }
+  for (const char* columna : {"Nombre", "IMPUESTO_IMPORTE", "Total"}) ssReservaciones.bloqueada(columna, true);
+  AplicaPermisos(*this);
+}
+
+// --- lines ---
+
+void frmKV207::AgregaHabitacion(const std::string& primera, const std::string& ultima, const std::string& clave,
+                                const std::string& nombre, std::int32_t& ancho) {
+  ArmaProductoDeHabitacion(publico::NuevaSentencia(), clave);
+  const ado::RecordsetPtr producto = publico::Ejecuta();
+  if (producto->Eof()) {
+    Avisa(*this, mensaje::kSinProducto);
+    return;
+  }
+  // What may fail comes before the line, so that no line is left half-filled.
+  const com::Variant claveProducto = producto->Fields("Pr_Cve_Producto").Value();
+  const double impuesto = TasaImpuesto(*this, com::CStr(claveProducto));
+  const com::Fecha fin = com::MasDias(com::CDate(ultima), 1);
+  ssReservaciones.AgregaFila();
+  Pon(ssReservaciones, "Clave", clave);
+  Pon(ssReservaciones, "Nombre", nombre);
+  Pon(ssReservaciones, "FECHAI", primera);
+  Pon(ssReservaciones, "FECHAF", fin);
+  PonSinPersonas(ssReservaciones);
+  Pon(ssReservaciones, "Producto", claveProducto);
+  Pon(ssReservaciones, "Unidad", producto->Fields("Pr_Unidad_Venta").Value());
+  Pon(ssReservaciones, "PersonasMax", producto->Fields("Th_Num_Personas_Maximo").Value());
+  PonSinImportes(ssReservaciones, impuesto);
+  ancho = AnchoNecesario(*this, nombre, ancho);
+}
+
+void frmKV207::Busca_Habitacion(std::int32_t& ancho, bool& hallada) {
+  hallada = false;
+  Atrapa(*this, mensaje::kBuscaHabitacion, [&] {
+    controles::Grid& grid = ssReservaciones;
+    const std::string clave = regional::ConMascara(TextoDelRenglon(grid, "Clave"), FormatoHabitacion);
+    ArmaBuscaHabitacion(publico::NuevaSentencia(), clave);
+    const ado::RecordsetPtr habitacion = publico::Ejecuta();
+    if (habitacion->Eof()) {
+      Avisa(*this, mensaje::kHabitacionInexistente);
+      return;
+    }
+    Pon(grid, "Clave", clave);
+    Pon(grid, "Nombre", habitacion->Fields("DESCRIPCION").Value());
+    Pon(grid, "FECHAI", com::SoloFecha(dpFecha_llegada.valor()));
+    Pon(grid, "FECHAF", com::SoloFecha(dpFecha_salida.valor()));
+    Pon(grid, "PersonasMax", habitacion->Fields("MAX").Value());
+    PonSinPersonas(grid);
+    ArmaBuscaProducto(publico::NuevaSentencia(), clave);
+    const ado::RecordsetPtr producto = publico::Ejecuta();
+    const bool conProducto = !producto->Eof();
+    Pon(grid, "Producto", conProducto ? producto->Fields("Pr_Cve_Producto").Value() : "");
+    Pon(grid, "Unidad", conProducto ? producto->Fields("Pr_Unidad_venta").Value() : "");
+    PonSinImportes(grid, TasaImpuesto(*this, TextoDelRenglon(grid, "Producto")));
+    ancho = AnchoNecesario(*this, TextoDelRenglon(grid, "Nombre"), ancho);
+    hallada = true;
+  });
+}
+
+void frmKV207::LimpiaRenglon() {
+  if (ssReservaciones.fila() < 0) return;
+  for (const char* columna : {"Nombre", "Producto", "Unidad"}) Pon(ssReservaciones, columna, "");
+  PonSinPersonas(ssReservaciones);
+  PonSinImportes(ssReservaciones, 0);
+}
+
+// --- cells ---
+
+void frmKV207::ssReservaciones_BeforeRowColChange(bool& cancela) {
+  if (!SePuedeEditar(ssReservaciones)) return;
+  const std::string columna = com::Mayusculas(ssReservaciones.ClaveColumna());
+  const bool tecleada = ssReservaciones.Tecleada();
+  if (columna == "CLAVE") {
+    SaleDeClave(*this, cancela);
+  } else if (EsFecha(columna)) {
+    SaleDeFecha(*this, tecleada);
+  } else if (EsPersonas(columna)) {
+    SaleDePersonas(*this, tecleada);
+  } else if (EsImporte(columna)) {
+    SaleDeImporte(*this, tecleada);
+  }
+}
+
+void frmKV207::ssReservaciones_RowColChange() {
+  const bool conFecha = SePuedeEditar(ssReservaciones) && EsFecha(com::Mayusculas(ssReservaciones.ClaveColumna())) &&
+                        !TextoDelRenglon(ssReservaciones, "Clave").empty();
+  if (conFecha) {
+    MuestraFecha(*this);
+  } else {
+    OcultaFecha(*this);
+  }
+}
+
+void frmKV207::ssReservaciones_Change() {
+  if (!SePuedeEditar(ssReservaciones)) return;
+  Atrapa(*this, mensaje::kCambioGrid, [&] {
+    OcultaFecha(*this);
+    if (com::Mayusculas(ssReservaciones.ClaveColumna()) != "CLAVE") return;
+    LimpiaRenglon();
+    if (TextoDelRenglon(ssReservaciones, "Clave").empty()) ssReservaciones.QuitaFila(ssReservaciones.fila());
+  });
+}
+
+// --- keys ---
+
+void frmKV207::ssReservaciones_KeyDown(int codigo, int) {
+  if (codigo == tecla::kEnter) publico::Utilerias().EnviaTeclas("\t");
+}
+
+void frmKV207::ssReservaciones_KeyPress(int& caracter) {
+  if (!SePuedeEditar(ssReservaciones)) return;
+  const std::string columna = com::Mayusculas(ssReservaciones.ClaveColumna());
+  const bool conPunto = columna == "PRECIO" || columna == "PERSONA_EXTRA" || columna == "DESCUENTO";
+  bool pasa = caracter != tecla::kEnter;
+  if (EsPersonas(columna) || conPunto) {
+    pasa = EsCifra(caracter) || caracter == tecla::kRetroceso || (conPunto && caracter == '.');
+  }
+  if (!pasa) caracter = 0;
+}
+
+void frmKV207::ssReservaciones_KeyUp(int codigo, int) {
+  if (!SePuedeEditar(ssReservaciones)) return;
+  if (codigo == tecla::kF2 && com::Mayusculas(ssReservaciones.ClaveColumna()) == "CLAVE") {
+    const com::Variant clave = publico::Utilerias().BuscaEnCatalogo("Habitacion", kTamanioCatalogo, "", com::Variant());
+    Pon(ssReservaciones, "Clave", clave);
+    if (CeldaVacia(clave)) {
+      LimpiaRenglon();
+      return;
+    }
+    std::int32_t ancho = ssReservaciones.columna("Nombre").ancho;
+    bool hallada = false;
+    Busca_Habitacion(ancho, hallada);
+    if (hallada) {
+      EnsanchaNombre(ssReservaciones, ancho);
+    } else {
+      Pon(ssReservaciones, "Clave", "");
+      LimpiaRenglon();
+    }
+  } else if (codigo == tecla::kF3) {
+    if (!Padre) throw com::Error(com::error::kSinObjeto, "La variable de objeto no está establecida: Padre");
+    const com::Variant argumentos[] = {kPantallaHabitaciones};
+    Padre->Llama("Ejecutar", argumentos);
+  }
+}
+
+// --- rows ---
+
+void frmKV207::ssReservaciones_BeforeDelete(bool& cancela, bool& pregunta) {
+  pregunta = false;
+  cancela = !Controles.EnEdicion() || Avisa(*this, mensaje::kPreguntaEliminarHabitacion) == controles::kNo;
+}
+
+void frmKV207::ssReservaciones_AfterDelete(bool& muestraError) { muestraError = false; }
+
+void frmKV207::ssReservaciones_RowCommitted() {
+  ssReservaciones.Update();
+  Totalizar();
+}
+
+void frmKV207::ssReservaciones_UpdateError(int& codigoError) { codigoError = 0; }
+
+}  // namespace kv207

@@ -1,0 +1,157 @@
+// Whether the room lines can be had: each night of each line against blocks, stays and other reservations; the lines
+// against the stay and one another; persons in every line.
+#include "reservation/valida_disponibilidad.h"
+
+#include <exception>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "component/publico.h"
+#include "platform/regional/regional.h"
+#include "reservation/frmKV207.h"
+#include "reservation/renglones.h"
+#include "reservation/sentencias.h"
+
+namespace kv207 {
+
+// --- rules ---
+
+FallaPeriodos RevisaPeriodos(com::Fecha llegada, com::Fecha salida, const std::vector<PeriodoRenglon>& renglones) {
+  const com::Fecha primerDia = com::SoloFecha(llegada), ultimoDia = com::SoloFecha(salida);
+  for (std::size_t k = 0; k < renglones.size(); ++k) {
+    const com::Fecha inicio = renglones[k].inicio;
+    if (primerDia > inicio) return FallaPeriodos::InicioFueraDelPeriodo;
+    if (ultimoDia < renglones[k].fin) return FallaPeriodos::FinFueraDelPeriodo;
+    const auto cubre = [&](const PeriodoRenglon& vecino) { return vecino.inicio <= inicio && vecino.fin > inicio; };
+    const bool encimado = (k + 1 < renglones.size() && cubre(renglones[k + 1])) || (k > 0 && cubre(renglones[k - 1]));
+    if (encimado && inicio != primerDia) return FallaPeriodos::NoCorrelativas;
+  }
+  return FallaPeriodos::Ninguna;
+}
+
+// --- statements; fecha: a night, as Utilerias.FechaSQL gives it ---
+
+void ArmaBloqueo(ado::TextoSQL& sql, std::string_view habitacion, std::string_view fecha) {
+  sql.Agrega("SELECT COUNT(HBb.Hb_Cve_Habitacion) AS Cantidad ")
+      .Agrega("FROM Habitacion_Bloqueo HBb ")
+      .Agrega("WHERE HBb.Es_Cve_Estado = 'AC' AND ");
+  sql.Agrega("   HBb.Hb_Cve_Habitacion = '").Valor(habitacion).Agrega("'AND ");
+  sql.Agrega(" '").Valor(fecha).Agrega("' BETWEEN  HBb.Hbb_Fecha_Inicio AND HBb.Hbb_Fecha_Fin ");
+}
+
+void ArmaOcupacion(ado::TextoSQL& sql, std::string_view habitacion, std::string_view fecha) {
+  sql.Agrega("SELECT COUNT(CId.Hb_Cve_Habitacion)AS Cantidad ")
+      .Agrega("FROM Check_In CI ")
+      .Agrega("   INNER JOIN Check_In_Detalle CId ON CId.Ci_Folio = CI.Ci_Folio ")
+      .Agrega("WHERE CI.Es_Cve_Estado NOT IN ('CA','CE') AND ");
+  sql.Agrega("   CId.Hb_Cve_Habitacion = '").Valor(habitacion).Agrega("'AND ");
+  sql.Agrega(" '").Valor(fecha).Agrega(" 23:59' BETWEEN  CI.Ci_Llegada  AND CI.Ci_Salida ");
+}
+
+void ArmaOtraReservacion(ado::TextoSQL& sql, std::string_view habitacion, std::string_view fecha,
+                         std::string_view folioPropio) {
+  sql.Agrega("SELECT COUNT(RSd.Hb_Cve_Habitacion)AS Cantidad ")
+      .Agrega("FROM Reservacion RS ")
+      .Agrega("   INNER JOIN Reservacion_Detalle RSd ON RSd.Rs_Folio = RS.Rs_Folio ")
+      .Agrega("WHERE RS.Es_Cve_Estado NOT IN ('CA','CE') AND ");
+  if (!folioPropio.empty()) sql.Agrega("   RS.Rs_Folio <> '").Valor(folioPropio).Agrega("' AND");
+  sql.Agrega("   RSd.Hb_Cve_Habitacion = '").Valor(habitacion).Agrega("'AND ");
+  sql.Agrega(" '").Valor(fecha).Agrega(" 23:59' BETWEEN  RSd.Rsd_Fecha_Inicio  AND RSd.Rsd_Fecha_Fin ");
+}
+
+namespace {
+
+// Text of what is wrong; nothing when all is well.
+using Motivo = std::optional<std::string>;
+
+// Runs the statement in the buffer.
+bool HayAlguno() {
+  const ado::RecordsetPtr cuenta = publico::Ejecuta();
+  const bool hay = com::CDbl(cuenta->Fields("Cantidad").Value()) > 0;
+  cuenta->Close();
+  return hay;
+}
+
+Motivo RevisaNoche(const frmKV207& f, const std::string& clave, const std::string& nombre, com::Fecha noche) {
+  const std::string fecha = publico::Utilerias().FechaSQL(noche);
+  const std::string dia = regional::FechaCorta(noche);
+  ArmaBloqueo(publico::NuevaSentencia(), clave, fecha);
+  if (HayAlguno()) return "la habitación '" + nombre + "' \r\n se encuentra bloqueada en la fecha: " + dia;
+  ArmaOcupacion(publico::NuevaSentencia(), clave, fecha);
+  if (HayAlguno()) return "la habitación '" + nombre + "' \r\n se encuentra ocupada en la fecha: " + dia;
+  ArmaOtraReservacion(publico::NuevaSentencia(), clave, fecha, f.txtFolio.text());
+  if (HayAlguno() && !f.PermiteSobreventa) {
+    return "la habitación '" + nombre + "'\r\nestá reservado para la fecha: " + dia;
+  }
+  return std::nullopt;
+}
+
+// All nights of all lines; gathers the lines' periods.
+Motivo RevisaNoches(frmKV207& f, std::vector<PeriodoRenglon>& periodos) {
+  controles::Grid& grid = f.ssReservaciones;
+  const int filas = grid.Filas();
+  for (int fila = 0; fila < filas; ++fila) {
+    grid.fila(fila);
+    const std::string clave = com::CStr(grid.celda(fila, "Clave"));
+    if (clave.empty()) continue;
+    const std::string nombre = com::CStr(grid.celda(fila, "Nombre"));
+    const PeriodoRenglon periodo{FechaDeCelda(grid.celda(fila, "FECHAI")), FechaDeCelda(grid.celda(fila, "FECHAF"))};
+    periodos.push_back(periodo);
+    const int noches = com::DiasEntre(periodo.inicio, periodo.fin);
+    for (int n = 0; n < noches; ++n) {
+      if (auto motivo = RevisaNoche(f, clave, nombre, com::MasDias(periodo.inicio, n))) return motivo;
+    }
+  }
+  return std::nullopt;
+}
+
+Motivo TextoDe(FallaPeriodos falla) {
+  switch (falla) {
+    case FallaPeriodos::InicioFueraDelPeriodo:
+      return "la fecha de inicial de la habitación esta fuera del periodo de reservación";
+    case FallaPeriodos::FinFueraDelPeriodo:
+      return "la fecha de final de la habitación esta fuera del periodo de reservación";
+    case FallaPeriodos::NoCorrelativas:
+      return "Las fechas de las habitaciones deben ser correlativas, favor de verificar ";
+    case FallaPeriodos::Ninguna:
+      break;
+  }
+  return std::nullopt;
+}
+
+Motivo RevisaPersonas(controles::Grid& grid) {
+  const int filas = grid.Filas();
+  for (int fila = 0; fila < filas; ++fila) {
+    grid.fila(fila);
+    if (com::CStr(grid.celda(fila, "Clave")).empty() || PersonasDelRenglon(grid, fila) > 0) continue;
+    return "especifique el número de personas para la habitación: " + com::CStr(grid.celda(fila, "Nombre"));
+  }
+  return std::nullopt;
+}
+
+Motivo RevisaTodo(frmKV207& f) {
+  if (f.ssReservaciones.Filas() == 0) return "Debe especificar al menos una habitación para reservar";
+  std::vector<PeriodoRenglon> periodos;
+  if (auto motivo = RevisaNoches(f, periodos)) return motivo;
+  if (auto motivo = TextoDe(RevisaPeriodos(f.dpFecha_llegada.valor(), f.dpFecha_salida.valor(), periodos))) {
+    return motivo;
+  }
+  return RevisaPersonas(f.ssReservaciones);
+}
+
+}  // namespace
+
+void frmKV207::Valida_Disponibilidad(bool& ok) {
+  ok = false;
+  MensajeDisponibilidad.clear();
+  try {
+    const Motivo motivo = RevisaTodo(*this);
+    ok = !motivo;
+    if (motivo) MensajeDisponibilidad = *motivo;
+  } catch (const std::exception& e) {
+    MensajeDisponibilidad = std::string("Valida_Disponibilidad() - ") + e.what();
+  }
+}
+
+}  // namespace kv207
