@@ -98,6 +98,8 @@ class Grid : public Control {
   }
   // The user typed in the current cell since entering it.
   bool Tecleada() const { return tecleada_; }
+  // What the user typed there, as typed; nothing when the cell shows its value.
+  const std::optional<std::string>& Edicion() const { return edicion_; }
 
   // --- geometry ------------------------------------------------------------------------------------------------------
   static constexpr int kAltoFila = 255, kAltoTitulos = 285;  // twips
