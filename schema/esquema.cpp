@@ -21,7 +21,8 @@ std::string Plegado(std::string_view nombre) {
   return s;
 }
 
-// --- tables of the screens ---------------------------------------------------------------------------------------------
+// --- tables of the screens
+// ---------------------------------------------------------------------------------------------
 
 std::vector<Tabla> TablasDePantalla() {
   return {
@@ -140,10 +141,7 @@ std::vector<Tabla> TablasDePantalla() {
       // A product may have several price rows.
       {"Producto_Precio", {{"Pr_Cve_Producto", Clave}, {"Pp_Precio_1", Dinero}}, {}, {{"Pr_Cve_Producto"}}},
       {"Habitacion_Bloqueo",
-       {{"Hb_Cve_Habitacion", Clave},
-        {"Hbb_Fecha_Inicio", Fecha},
-        {"Hbb_Fecha_Fin", Fecha},
-        {"Es_Cve_Estado", Clave}},
+       {{"Hb_Cve_Habitacion", Clave}, {"Hbb_Fecha_Inicio", Fecha}, {"Hbb_Fecha_Fin", Fecha}, {"Es_Cve_Estado", Clave}},
        {},
        {{"Hb_Cve_Habitacion", "Hbb_Fecha_Fin", "Hbb_Fecha_Inicio", "Es_Cve_Estado"}}},
       {"Check_In",
@@ -157,7 +155,8 @@ std::vector<Tabla> TablasDePantalla() {
   };
 }
 
-// --- tables of the stand-alone host ------------------------------------------------------------------------------------
+// --- tables of the stand-alone host
+// ------------------------------------------------------------------------------------
 
 std::vector<Tabla> TablasDelAnfitrion() {
   return {
@@ -190,10 +189,7 @@ std::vector<Tabla> TablasDelAnfitrion() {
         {"Tf_Menor_Extra", Dinero}},
        {"Tf_Id"},
        {{"Th_Cve_Tipo_Habitacion"}}},
-      {"Plantilla",
-       {{"Pt_Cve_Plantilla", Clave}, {"Pt_Asunto", Texto}, {"Pt_Cuerpo", Nota}},
-       {"Pt_Cve_Plantilla"},
-       {}},
+      {"Plantilla", {{"Pt_Cve_Plantilla", Clave}, {"Pt_Asunto", Texto}, {"Pt_Cuerpo", Nota}}, {"Pt_Cve_Plantilla"}, {}},
       {"Formato",
        {{"Fm_Cve_Formato", Clave}, {"Fm_Descripcion", Texto}, {"Fm_Contenido", Nota}},
        {"Fm_Cve_Formato"},

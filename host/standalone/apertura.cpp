@@ -1,0 +1,174 @@
+#include "host/standalone/apertura.h"
+
+#include <sqlite3.h>
+
+#include <QFileInfo>
+#include <QSqlDriver>
+#include <QSqlError>
+#include <QTemporaryFile>
+#include <QVariant>
+#include <atomic>
+#include <cerrno>
+#include <memory>
+
+#include "host/standalone/colaciones.h"
+#include "host/standalone/errores.h"
+#include "host/standalone/sentencia.h"
+#include "schema/esquema.h"
+
+namespace autonomo {
+namespace {
+
+// Marks the file as a database of this system ("KV07").
+constexpr std::int64_t kMarca = 0x4B563037;
+constexpr char kMemoria[] = ":memory:";
+
+[[noreturn]] void RechazaAjena(const std::string& porQue) {
+  throw com::Error(com::error::kAjena, "El archivo no es una base de datos de reservaciones" + porQue);
+}
+
+bool EstaVacia(sqlite3* base) {
+  return Entero(base, "PRAGMA application_id") == 0 && Entero(base, "PRAGMA user_version") == 0 &&
+         Entero(base, "SELECT COUNT(*) FROM sqlite_master") == 0;
+}
+
+// Creates the schema in an empty database, whole or not at all. Of two programs that meet here the second finds it
+// done.
+void CreaEsquema(sqlite3* base) {
+  Corre(base, "BEGIN IMMEDIATE");
+  try {
+    if (EstaVacia(base)) {
+      for (const auto& sentencia : esquema::Ddl(esquema::Motor::Sqlite)) Corre(base, sentencia);
+      Corre(base, "PRAGMA application_id=" + std::to_string(kMarca));
+      Corre(base, "PRAGMA user_version=" + std::to_string(esquema::kVersion));
+    }
+    Corre(base, "COMMIT");
+  } catch (const com::Error&) {
+    if (sqlite3_get_autocommit(base) == 0) sqlite3_exec(base, "ROLLBACK", nullptr, nullptr, nullptr);
+    throw;
+  }
+}
+
+// --- creation of the file
+// ----------------------------------------------------------------------------------------------
+
+struct CierraManija {
+  void operator()(sqlite3* base) const { sqlite3_close(base); }
+};
+struct LiberaImagen {
+  void operator()(unsigned char* imagen) const { sqlite3_free(imagen); }
+};
+
+// Bytes of a database file with the empty schema.
+QByteArray ImagenVacia() {
+  sqlite3* abierta = nullptr;
+  const int rc = sqlite3_open(kMemoria, &abierta);
+  const std::unique_ptr<sqlite3, CierraManija> base(abierta);
+  if (rc != SQLITE_OK) throw ErrorSqlite(base.get(), rc, {});
+  RegistraColaciones(base.get());
+  CreaEsquema(base.get());
+  sqlite3_int64 largo = 0;
+  const std::unique_ptr<unsigned char, LiberaImagen> imagen(sqlite3_serialize(base.get(), "main", &largo, 0));
+  if (imagen == nullptr) throw com::Error(com::error::kBaseDatos, "No hay memoria para crear la base de datos");
+  QByteArray bytes(reinterpret_cast<const char*>(imagen.get()), static_cast<qsizetype>(largo));
+  // Write and read version of the file format: 2 is the write-ahead log, so that no program has to switch to it later.
+  bytes[18] = bytes[19] = 2;
+  return bytes;
+}
+
+[[noreturn]] void FallaCreacion(int errnoSistema) {
+  const int categoria = CategoriaSqlite(SQLITE_CANTOPEN, errnoSistema);
+  if (categoria != com::error::kBaseDatos)
+    throw com::Error(categoria, DescribeSqlite(SQLITE_CANTOPEN, errnoSistema, {}));
+  throw com::Error(categoria, "No se pudo crear el archivo de la base de datos");
+}
+
+// The file appears under its name only when it is complete. When another program creates it at the same moment, that
+// one stays. Only the owner may read it: it holds card data.
+void CreaArchivo(const QString& ruta) {
+  const QByteArray imagen = ImagenVacia();
+  QTemporaryFile archivo(ruta + ".XXXXXX");
+  errno = 0;
+  if (!archivo.open()) FallaCreacion(errno);
+  const bool escrito = archivo.write(imagen) == imagen.size() && archivo.flush();
+  if (!escrito) FallaCreacion(errno);
+  if (archivo.rename(ruta)) {
+    archivo.setAutoRemove(false);
+  } else if (!QFileInfo::exists(ruta)) {
+    FallaCreacion(errno);
+  }
+}
+
+// --- opening
+// -----------------------------------------------------------------------------------------------------------
+
+sqlite3* ManijaDe(const QSqlDatabase& base) {
+  const QVariant v = base.driver()->handle();
+  return qstrcmp(v.typeName(), "sqlite3*") == 0 ? *static_cast<sqlite3* const*>(v.constData()) : nullptr;
+}
+
+void RevisaDuenio(sqlite3* base) {
+  if (EstaVacia(base)) return CreaEsquema(base);
+  if (Entero(base, "PRAGMA application_id") != kMarca) RechazaAjena("");
+  const auto version = Entero(base, "PRAGMA user_version");
+  if (version > esquema::kVersion) RechazaAjena(" de esta versión: lo creó una más nueva");
+  if (version < esquema::kVersion) RechazaAjena(" de esta versión");
+}
+
+void Prepara(sqlite3* base) {
+  RevisaDuenio(base);
+  if (sqlite3_db_readonly(base, "main") == 1)
+    throw com::Error(com::error::kSoloLectura, DescribeSqlite(SQLITE_READONLY, 0, {}));
+  Corre(base, "PRAGMA journal_mode=WAL");
+  Corre(base, "PRAGMA synchronous=FULL");
+}
+
+}  // namespace
+
+BaseSqlite::BaseSqlite(const std::string& ruta, int esperaMs) {
+  static std::atomic<int> cuenta{0};
+  nombre_ = QStringLiteral("autonomo-%1").arg(++cuenta);
+  QString absoluta = QString::fromStdString(ruta);
+  if (ruta.empty()) throw com::Error(com::error::kBaseDatos, "Falta la ruta de la base de datos");
+  if (ruta != kMemoria) {
+    absoluta = QFileInfo(absoluta).absoluteFilePath();
+    if (QFileInfo(absoluta).isDir()) RechazaAjena(": es una carpeta");
+    if (!QFileInfo::exists(absoluta)) CreaArchivo(absoluta);
+  }
+  try {
+    Abre(absoluta, esperaMs);
+    RegistraColaciones(manija_);
+    Prepara(manija_);
+  } catch (const com::Error&) {
+    Cierra();
+    throw;
+  }
+}
+
+BaseSqlite::~BaseSqlite() { Cierra(); }
+
+void BaseSqlite::Abre(const QString& ruta, int esperaMs) {
+  base_ = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), nombre_);
+  if (!base_.isValid())
+    throw com::Error(com::error::kBaseDatos, "No se pudo cargar el controlador de la base de datos");
+  base_.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(esperaMs));
+  base_.setDatabaseName(ruta);
+  if (!base_.open()) {
+    const int codigo = base_.lastError().nativeErrorCode().toInt();
+    const int errnoSistema = QFileInfo(ruta).isReadable() ? 0 : EACCES;
+    throw com::Error(CategoriaSqlite(codigo, errnoSistema),
+                     DescribeSqlite(codigo, errnoSistema, base_.lastError().databaseText().toStdString()));
+  }
+  manija_ = ManijaDe(base_);
+  if (manija_ == nullptr)
+    throw com::Error(com::error::kBaseDatos, "El controlador de la base de datos no es el de SQLite");
+}
+
+void BaseSqlite::Cierra() {
+  manija_ = nullptr;
+  base_.close();
+  base_ = {};
+  QSqlDatabase::removeDatabase(nombre_);
+}
+
+}  // namespace autonomo

@@ -1,0 +1,34 @@
+// Opening of the SQLite database: creation, check of whose file it is, settings.
+#pragma once
+
+#include <QSqlDatabase>
+#include <QString>
+#include <string>
+
+struct sqlite3;
+
+namespace autonomo {
+
+// An open database of this system; closes when it goes.
+class BaseSqlite {
+ public:
+  // ruta: file, created with the empty schema when missing, or ":memory:"; esperaMs: wait for another program's lock.
+  // Errors of AbreConexion.
+  BaseSqlite(const std::string& ruta, int esperaMs);
+  ~BaseSqlite();
+  BaseSqlite(const BaseSqlite&) = delete;
+  BaseSqlite& operator=(const BaseSqlite&) = delete;
+
+  // SQLite's own handle, which belongs to the Qt driver.
+  sqlite3* manija() const { return manija_; }
+
+ private:
+  void Abre(const QString& ruta, int esperaMs);
+  void Cierra();
+
+  QString nombre_;
+  QSqlDatabase base_;
+  sqlite3* manija_ = nullptr;
+};
+
+}  // namespace autonomo
