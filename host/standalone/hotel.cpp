@@ -21,44 +21,55 @@ struct Rechazo {
 // Series of the folio counter.
 constexpr const char* kSerie = "RESERVACION";
 
-bool FolioOcupado(Conexion& conexion, std::int32_t numero) {
-  return Hay(conexion, "SELECT Rs_Folio FROM Reservacion WHERE Rs_Folio = ?",
-             {FormateaFolio(conexion, std::to_string(numero))});
-}
+// Hands out folios inside the caller's transaction: a roll-back gives the folio back, and no other program can take it
+// meanwhile.
+class Foliador {
+ public:
+  explicit Foliador(Conexion& conexion) : conexion_(conexion), mascara_(MascaraDeFolio(conexion)) {}
 
-// A free number behind the run of taken ones that starts at the given one, found in a few steps however long the run
-// is.
-std::int32_t SaltaOcupados(Conexion& conexion, std::int32_t ocupado) {
-  std::int32_t libre = ocupado + 1;
-  for (std::int32_t salto = 2; FolioOcupado(conexion, libre); salto *= 2) {
-    ocupado = libre;
-    libre += salto;
+  // The next folio that no reservation has.
+  std::string Siguiente() {
+    std::int32_t numero = Avanza();
+    if (Ocupado(numero)) {
+      numero = SaltaOcupados(numero);
+      conexion_.Consulta("UPDATE Folio_Consecutivo SET Fc_Ultimo = ? WHERE Fc_Serie = ?", {numero, kSerie});
+    }
+    return Folio(numero);
   }
-  while (libre - ocupado > 1) {
-    const std::int32_t medio = ocupado + (libre - ocupado) / 2;
-    (FolioOcupado(conexion, medio) ? ocupado : libre) = medio;
-  }
-  return libre;
-}
 
-// The next folio that no reservation has. The counter moves inside the caller's transaction: a roll-back gives the
-// folio back, and no other program can take it meanwhile.
-std::string SiguienteFolio(Conexion& conexion) {
-  conexion.Consulta("UPDATE Folio_Consecutivo SET Fc_Ultimo = Fc_Ultimo + 1 WHERE Fc_Serie = ?", {kSerie});
-  const ado::RecordsetPtr rs =
-      conexion.Consulta("SELECT Fc_Ultimo FROM Folio_Consecutivo WHERE Fc_Serie = ?", {kSerie});
-  std::int32_t numero = 1;
-  if (rs->Eof()) {
-    conexion.Consulta("INSERT INTO Folio_Consecutivo (Fc_Serie, Fc_Ultimo) VALUES (?, ?)", {kSerie, numero});
-  } else {
-    numero = com::CLng(rs->Fields(0).Value());
+ private:
+  std::string Folio(std::int32_t numero) const { return regional::ConMascara(std::to_string(numero), mascara_); }
+
+  std::int32_t Avanza() {
+    conexion_.Consulta("UPDATE Folio_Consecutivo SET Fc_Ultimo = Fc_Ultimo + 1 WHERE Fc_Serie = ?", {kSerie});
+    const ado::RecordsetPtr rs =
+        conexion_.Consulta("SELECT Fc_Ultimo FROM Folio_Consecutivo WHERE Fc_Serie = ?", {kSerie});
+    if (!rs->Eof()) return com::CLng(rs->Fields(0).Value());
+    conexion_.Consulta("INSERT INTO Folio_Consecutivo (Fc_Serie, Fc_Ultimo) VALUES (?, ?)", {kSerie, 1});
+    return 1;
   }
-  if (FolioOcupado(conexion, numero)) {
-    numero = SaltaOcupados(conexion, numero);
-    conexion.Consulta("UPDATE Folio_Consecutivo SET Fc_Ultimo = ? WHERE Fc_Serie = ?", {numero, kSerie});
+
+  bool Ocupado(std::int32_t numero) {
+    return Hay(conexion_, "SELECT Rs_Folio FROM Reservacion WHERE Rs_Folio = ?", {Folio(numero)});
   }
-  return FormateaFolio(conexion, std::to_string(numero));
-}
+
+  // A free number behind the run of taken ones that starts at the given one, found in a few steps however long the run.
+  std::int32_t SaltaOcupados(std::int32_t ocupado) {
+    std::int32_t libre = ocupado + 1;
+    for (std::int32_t salto = 2; Ocupado(libre); salto *= 2) {
+      ocupado = libre;
+      libre += salto;
+    }
+    while (libre - ocupado > 1) {
+      const std::int32_t medio = ocupado + (libre - ocupado) / 2;
+      (Ocupado(medio) ? ocupado : libre) = medio;
+    }
+    return libre;
+  }
+
+  Conexion& conexion_;
+  std::string mascara_;
+};
 
 com::Fecha Dia(double diasCom) { return com::SoloFecha(com::DeDiasCom(diasCom)); }
 
@@ -184,7 +195,7 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
   }
 
   std::string Inserta() {
-    const std::string folio = SiguienteFolio(Base());
+    const std::string folio = Foliador(Base()).Siguiente();
     const anfitrion::DatosReservacion& e = encabezado_;
     Base().Consulta(
         "INSERT INTO Reservacion (Rs_Folio, Rs_Fecha, Rs_Llegada, Rs_Salida, Sc_Cve_Sucursal, Cl_Cve_Cliente, "

@@ -1,7 +1,6 @@
 #include "host/standalone/parametros.h"
 
 #include "platform/com/variant.h"
-#include "platform/regional/regional.h"
 
 namespace autonomo {
 
@@ -17,8 +16,8 @@ bool EsMonedaLocal(Conexion& conexion, const std::string& moneda) {
          com::IgualSinCaja(clave, com::Recorta(LeeParametro(conexion, "FIN_MONEDA_LOCAL").value_or("")));
 }
 
-std::string FormateaFolio(Conexion& conexion, std::string_view folio) {
-  return regional::ConMascara(com::Recorta(folio), LeeParametro(conexion, "HT_FORMATO_FOLIO").value_or("0000000000"));
+std::string MascaraDeFolio(Conexion& conexion) {
+  return LeeParametro(conexion, "HT_FORMATO_FOLIO").value_or("0000000000");
 }
 
 }  // namespace autonomo

@@ -13,8 +13,7 @@ namespace autonomo {
 std::optional<std::string> LeeParametro(Conexion& conexion, std::string_view clave);
 // Whether it is the currency of parameter FIN_MONEDA_LOCAL; false for an empty key.
 bool EsMonedaLocal(Conexion& conexion, const std::string& moneda);
-// A folio of digits only is zero-filled to the mask of parameter HT_FORMATO_FOLIO ("0000000000" without one); blanks at
-// both ends go.
-std::string FormateaFolio(Conexion& conexion, std::string_view folio);
+// Zero-fill mask of folios: parameter HT_FORMATO_FOLIO, "0000000000" without one.
+std::string MascaraDeFolio(Conexion& conexion);
 
 }  // namespace autonomo

@@ -90,7 +90,7 @@ class ServicioUtilerias : public com::Objeto<anfitrion::Utilerias> {
   }
 
   std::string FormateaFolio(const std::string& folio) override {
-    return autonomo::FormateaFolio(*host_.conexion(), folio);
+    return regional::ConMascara(com::Recorta(folio), MascaraDeFolio(*host_.conexion()));
   }
 
   double TipoCambio(const std::string& moneda, com::Fecha fecha) override {

@@ -29,8 +29,13 @@ class DosHoteles : public testing::Test {
   void ALaVez(Trabajo trabajo) {
     std::barrier salida(2);
     const auto corre = [&](int quien) {
-      Anfitrion host(pruebas::OpcionesDePrueba(ruta));
-      trabajo(host, quien, salida);
+      try {
+        Anfitrion host(pruebas::OpcionesDePrueba(ruta));
+        trabajo(host, quien, salida);
+      } catch (const com::Error& e) {
+        ADD_FAILURE() << e.Descripcion();
+        salida.arrive_and_drop();  // the other one goes on alone
+      }
     };
     std::thread otro(corre, 1);
     corre(0);

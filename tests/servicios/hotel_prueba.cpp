@@ -1,31 +1,6 @@
 #include "tests/servicios/hotel_prueba.h"
 
-#include <gtest/gtest.h>
-
-#include <QCoreApplication>
-#include <memory>
-
 namespace pruebas {
-
-namespace {
-
-// The database drivers want an application object; it lives as long as the tests.
-class AmbienteQt : public testing::Environment {
- public:
-  void SetUp() override {
-    if (QCoreApplication::instance() == nullptr) app_ = std::make_unique<QCoreApplication>(argc_, argv_);
-  }
-  void TearDown() override { app_.reset(); }
-
- private:
-  int argc_ = 1;
-  char nombre_[8] = "pruebas";
-  char* argv_[2] = {nombre_, nullptr};
-  std::unique_ptr<QCoreApplication> app_;
-};
-[[maybe_unused]] testing::Environment* const kAmbiente = testing::AddGlobalTestEnvironment(new AmbienteQt);
-
-}  // namespace
 
 com::Fecha Dia(std::string_view iso) { return com::DeIso(iso).value(); }
 

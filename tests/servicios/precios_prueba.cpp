@@ -97,8 +97,8 @@ TEST_F(Precios, TemporadaFinDeSemanaYExtras) {
 
 TEST_F(Precios, OtraMoneda) {
   host.Tarifa("0001", 1000, 250, 0);
-  EXPECT_EQ(Precio("2026-03-05", "2026-03-08", 3, 0, 0, "USD", 17.5), 3 * 57.14);
-  EXPECT_EQ(extra, 3 * 14.29);
+  EXPECT_EQ(Precio("2026-03-05", "2026-03-08", 3, 0, 0, "USD", 17.5), 171.42);
+  EXPECT_EQ(extra, 42.87);
   // The local currency takes no part in rates.
   EXPECT_EQ(Precio("2026-03-05", "2026-03-06", 2, 0, 0, "mxn ", 17.5), 1000);
 }
