@@ -1,0 +1,214 @@
+#include "desktop/dialogos.h"
+
+#include <QDialogButtonBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "desktop/escala.h"
+#include "desktop/estilo.h"
+#include "desktop/iconos.h"
+#include "desktop/vista.h"
+
+namespace vista {
+
+namespace {
+
+constexpr int kLado = 40;  // icon, pixels
+
+std::pair<QString, QColor> IconoDe(int estilo) {
+  switch (estilo & 0x70) {
+    case 16:
+      return {QStringLiteral("critico"), Colores().peligro};
+    case 32:
+      return {QStringLiteral("pregunta"), Colores().informe};
+    case 48:
+      return {QStringLiteral("aviso"), Colores().aviso};
+    case 64:
+      return {QStringLiteral("informe"), Colores().informe};
+    default:
+      return {QString(), QColor()};
+  }
+}
+
+QString Lineas(const std::string& texto) { return Q(texto).replace(QStringLiteral("\r\n"), QStringLiteral("\n")); }
+
+void ConBotones(QDialog* dialogo, QVBoxLayout* caja) {
+  auto* botones = new QDialogButtonBox(dialogo);
+  botones->addButton(QStringLiteral("Aceptar"), QDialogButtonBox::AcceptRole)->setObjectName(QStringLiteral("aceptar"));
+  botones->addButton(QStringLiteral("Cancelar"), QDialogButtonBox::RejectRole)
+      ->setObjectName(QStringLiteral("cancelar"));
+  QObject::connect(botones, &QDialogButtonBox::accepted, dialogo, &QDialog::accept);
+  QObject::connect(botones, &QDialogButtonBox::rejected, dialogo, &QDialog::reject);
+  caja->addWidget(botones);
+}
+
+}  // namespace
+
+// --- CajaAviso
+// ---------------------------------------------------------------------------------------------------------
+
+CajaAviso::CajaAviso(const controles::CajaMensaje& caja, QWidget* padre) : QMessageBox(padre) {
+  setWindowTitle(Q(caja.titulo));
+  setTextFormat(Qt::PlainText);
+  setText(Lineas(caja.texto));
+  setTextInteractionFlags(Qt::TextSelectableByMouse);
+  setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
+  setObjectName(QStringLiteral("mensaje"));
+  const auto [icono, tinta] = IconoDe(caja.estilo);
+  if (!icono.isEmpty()) setIconPixmap(Icono(icono, tinta).pixmap(QSize(kLado, kLado), devicePixelRatioF()));
+
+  const auto agrega = [this](int respuesta, const char* titulo, QMessageBox::ButtonRole papel) {
+    QPushButton* b = addButton(QString::fromUtf8(titulo), papel);
+    b->setMinimumWidth(84);
+    botones_.emplace_back(respuesta, b);
+  };
+  switch (caja.estilo & 7) {
+    case 1:
+      agrega(controles::kAceptar, "&Aceptar", QMessageBox::AcceptRole);
+      agrega(controles::kCancelar, "&Cancelar", QMessageBox::RejectRole);
+      break;
+    case 4:
+      agrega(controles::kSi, "&Sí", QMessageBox::YesRole);
+      agrega(controles::kNo, "&No", QMessageBox::NoRole);
+      break;
+    default:
+      agrega(controles::kAceptar, "&Aceptar", QMessageBox::AcceptRole);
+      break;
+  }
+  setDefaultButton(Boton(controles::RespuestaPredeterminada(caja.estilo)));
+  setEscapeButton(botones_.back().second);
+  if (!caja.id.empty()) {
+    auto* id = new QLabel(Q(caja.id), this);
+    id->setFont(Fuente(Letra::Chica));
+    id->setProperty("tenue", true);
+    id->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    if (auto* rejilla = qobject_cast<QGridLayout*>(layout())) {
+      rejilla->addWidget(id, rejilla->rowCount(), 0, 1, rejilla->columnCount());
+    }
+  }
+}
+
+QPushButton* CajaAviso::Boton(int respuesta) const {
+  for (const auto& [cual, boton] : botones_) {
+    if (cual == respuesta) return boton;
+  }
+  return nullptr;
+}
+
+int CajaAviso::Pregunta() {
+  exec();
+  for (const auto& [respuesta, boton] : botones_) {
+    if (clickedButton() == boton) return respuesta;
+  }
+  return botones_.back().first;
+}
+
+// --- EditorNotas
+// -------------------------------------------------------------------------------------------------------
+
+EditorNotas::EditorNotas(const QString& titulo, const QString& texto, int ancho, QWidget* padre)
+    : QDialog(padre), edicion_(new QPlainTextEdit(this)) {
+  setWindowTitle(QStringLiteral("Notas · ") + titulo);
+  setObjectName(QStringLiteral("notas"));
+  setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
+  auto* caja = new QVBoxLayout(this);
+  edicion_->setAccessibleName(QStringLiteral("Texto de las notas"));
+  edicion_->setTabChangesFocus(true);
+  edicion_->setPlainText(texto);
+  edicion_->moveCursor(QTextCursor::End);
+  const QFontMetrics medidas(edicion_->font());
+  edicion_->setMinimumSize(medidas.averageCharWidth() * ancho + 48, medidas.height() * 10);
+  caja->addWidget(edicion_);
+  auto* ayuda = new QLabel(QStringLiteral("Ctrl+Enter acepta, Esc cancela"), this);
+  ayuda->setFont(Fuente(Letra::Chica));
+  ayuda->setProperty("tenue", true);
+  caja->addWidget(ayuda);
+  ConBotones(this, caja);
+  auto* atajo = new QAction(this);
+  atajo->setShortcuts({QKeySequence(QStringLiteral("Ctrl+Return")), QKeySequence(QStringLiteral("Ctrl+Enter"))});
+  connect(atajo, &QAction::triggered, this, &QDialog::accept);
+  addAction(atajo);
+  edicion_->setFocus();
+}
+
+QString EditorNotas::Texto() const { return edicion_->toPlainText(); }
+
+// --- Busqueda
+// ----------------------------------------------------------------------------------------------------------
+
+QString ParaBuscar(const QString& texto) {
+  QString plano;
+  for (const QChar c : texto.normalized(QString::NormalizationForm_D)) {
+    if (c.category() != QChar::Mark_NonSpacing) plano += c.toLower();
+  }
+  return plano;
+}
+
+Busqueda::Busqueda(const QString& titulo, Filas filas, QWidget* padre)
+    : QDialog(padre), filas_(std::move(filas)), filtro_(new QLineEdit(this)), lista_(new QListWidget(this)) {
+  setWindowTitle(titulo);
+  setObjectName(QStringLiteral("busqueda"));
+  setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
+  auto* caja = new QVBoxLayout(this);
+  filtro_->setPlaceholderText(QStringLiteral("Escriba parte de la clave o del nombre"));
+  filtro_->setAccessibleName(QStringLiteral("Filtro"));
+  filtro_->addAction(Icono(QStringLiteral("buscar"), Colores().tenue), QLineEdit::LeadingPosition);
+  filtro_->setMinimumHeight(28);
+  lista_->setAccessibleName(titulo);
+  lista_->setUniformItemSizes(true);
+  caja->addWidget(filtro_);
+  caja->addWidget(lista_);
+  ConBotones(this, caja);
+  resize(460, 420);
+  filtro_->installEventFilter(this);
+  connect(filtro_, &QLineEdit::textChanged, this, [this](const QString& texto) { Filtra(texto); });
+  connect(lista_, &QListWidget::itemActivated, this, [this] { accept(); });
+  connect(this, &QDialog::accepted, this, [this] { Elige(); });
+  Filtra({});
+  filtro_->setFocus();
+}
+
+// Every word must be found in key or name.
+void Busqueda::Filtra(const QString& texto) {
+  const QStringList palabras = ParaBuscar(texto).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+  lista_->clear();
+  for (const auto& [clave, nombre] : filas_) {
+    const QString fila = Q(clave) + QStringLiteral("   ") + Q(nombre);
+    const QString plano = ParaBuscar(fila);
+    const bool entra =
+        std::all_of(palabras.begin(), palabras.end(), [&](const QString& p) { return plano.contains(p); });
+    if (!entra) continue;
+    auto* renglon = new QListWidgetItem(fila, lista_);
+    renglon->setData(Qt::UserRole, Q(clave));
+  }
+  if (lista_->count() > 0) lista_->setCurrentRow(0);
+}
+
+void Busqueda::Elige() {
+  if (const QListWidgetItem* renglon = lista_->currentItem()) {
+    elegida_ = renglon->data(Qt::UserRole).toString().toStdString();
+  }
+}
+
+bool Busqueda::eventFilter(QObject* objeto, QEvent* evento) {
+  if (objeto == filtro_ && evento->type() == QEvent::KeyPress) {
+    auto* tecla = static_cast<QKeyEvent*>(evento);
+    const int paso = tecla->key() == Qt::Key_Down       ? 1
+                     : tecla->key() == Qt::Key_Up       ? -1
+                     : tecla->key() == Qt::Key_PageDown ? 10
+                     : tecla->key() == Qt::Key_PageUp   ? -10
+                                                        : 0;
+    if (paso != 0 && lista_->count() > 0) {
+      lista_->setCurrentRow(std::clamp(lista_->currentRow() + paso, 0, lista_->count() - 1));
+      return true;
+    }
+  }
+  return QDialog::eventFilter(objeto, evento);
+}
+
+}  // namespace vista

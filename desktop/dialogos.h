@@ -1,0 +1,66 @@
+// The desktop's own dialogs: message boxes, notes editor, catalogue search.
+#pragma once
+
+#include <QDialog>
+#include <QMessageBox>
+#include <QString>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/controls/formulario.h"
+
+class QLineEdit;
+class QListWidget;
+class QPlainTextEdit;
+
+namespace vista {
+
+// Message box by the platform's style bits, with Spanish buttons and the identifier in small print.
+class CajaAviso : public QMessageBox {
+ public:
+  CajaAviso(const controles::CajaMensaje& caja, QWidget* padre);
+  // controles::kAceptar, kCancelar, kSi or kNo; Esc and the close button refuse.
+  int Pregunta();
+  // The button of an answer; null when the box has none.
+  QPushButton* Boton(int respuesta) const;
+
+ private:
+  std::vector<std::pair<int, QPushButton*>> botones_;
+};
+
+// Editor of notes, ancho characters a line.
+class EditorNotas : public QDialog {
+ public:
+  EditorNotas(const QString& titulo, const QString& texto, int ancho, QWidget* padre);
+  QString Texto() const;
+
+ private:
+  QPlainTextEdit* edicion_;
+};
+
+// Search over rows of key and name: type to filter, arrows, Enter.
+class Busqueda : public QDialog {
+ public:
+  using Filas = std::vector<std::pair<std::string, std::string>>;
+  Busqueda(const QString& titulo, Filas filas, QWidget* padre);
+  // Key of the chosen row; empty when the search was cancelled.
+  std::string Elegida() const { return elegida_; }
+
+ protected:
+  bool eventFilter(QObject* objeto, QEvent* evento) override;
+
+ private:
+  void Filtra(const QString& texto);
+  void Elige();
+
+  Filas filas_;
+  QLineEdit* filtro_;
+  QListWidget* lista_;
+  std::string elegida_;
+};
+
+// Text without accents, in lower case, for searching.
+QString ParaBuscar(const QString& texto);
+
+}  // namespace vista

@@ -1,0 +1,212 @@
+#include "desktop/escritorio_qt.h"
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QPushButton>
+#include <QScreen>
+#include <QTimer>
+
+#include "desktop/dialogos.h"
+#include "desktop/escala.h"
+#include "desktop/guarda.h"
+#include "platform/com/error.h"
+#include "platform/controls/barra.h"
+#include "platform/controls/metrica.h"
+#include "platform/controls/utf8.h"
+
+namespace vista {
+
+namespace {
+
+controles::ScreenToolbar* BarraDe(const controles::Formulario& formulario) {
+  for (controles::Control* c : formulario.controles()) {
+    if (c->clase() == controles::Clase::Barra) return static_cast<controles::ScreenToolbar*>(c);
+  }
+  return nullptr;
+}
+
+// Closing a dialog's window cancels it.
+void Cancela(controles::Formulario& formulario) {
+  controles::ScreenToolbar* barra = BarraDe(formulario);
+  if (barra != nullptr && barra->Ofrece(controles::Accion::Cancelar)) {
+    barra->Pulsa(controles::Accion::Cancelar);
+  } else {
+    formulario.Oculta();
+  }
+}
+
+}  // namespace
+
+EscritorioQt::EscritorioQt() {
+  FijaAvisadorDeFallas([this](const QString& descripcion) {
+    controles::CajaMensaje caja;
+    caja.texto = descripcion.toStdString();
+    caja.estilo = 16;
+    caja.titulo = "Error inesperado";
+    Mensaje(caja);
+  });
+}
+
+EscritorioQt::~EscritorioQt() { FijaAvisadorDeFallas(nullptr); }
+
+void EscritorioQt::FijaPiloto(Piloto piloto) {
+  piloto_ = std::move(piloto);
+  contexto_.interactivo = false;
+}
+
+Ventana* EscritorioQt::ventana(const controles::Formulario& formulario) const {
+  const auto v = ventanas_.find(&formulario);
+  return v == ventanas_.end() ? nullptr : v->second.get();
+}
+
+QWidget* EscritorioQt::Frente() const {
+  if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+  return abiertas_.empty() ? nullptr : ventana(*abiertas_.back());
+}
+
+Ventana& EscritorioQt::VentanaDe(controles::Formulario& formulario, bool modal) {
+  if (Ventana* v = ventana(formulario)) return *v;
+  QWidget* padre = nullptr;
+  if (modal && !abiertas_.empty()) padre = ventana(*abiertas_.back());
+  auto nueva = std::make_unique<Ventana>(formulario, contexto_, padre);
+  Ventana& v = *nueva;
+  ventanas_[&formulario] = std::move(nueva);
+  if (modal) {
+    v.setWindowModality(Qt::ApplicationModal);
+    v.alCerrar = [&formulario] { Corre([&formulario] { Cancela(formulario); }); };
+  } else {
+    v.alCerrar = [this, &formulario] { CierraPrincipal(formulario); };
+  }
+  if (contexto_.interactivo) {
+    // As large as the screen comfortably allows.
+    const QRect cabe = v.screen()->availableGeometry();
+    const QSize quiere(std::max(v.width(), std::min(1280, cabe.width() * 9 / 10)),
+                       std::max(v.height(), std::min(800, cabe.height() * 85 / 100)));
+    v.resize(quiere.boundedTo(cabe.size()));
+  }
+  return v;
+}
+
+void EscritorioQt::CierraPrincipal(controles::Formulario& formulario) {
+  Corre([&] {
+    if (puedeCerrar && !puedeCerrar()) return;
+    formulario.Descarga();
+  });
+}
+
+void EscritorioQt::Abre(controles::Formulario& formulario, bool modal) {
+  Ventana& v = VentanaDe(formulario, modal);
+  std::erase(abiertas_, &formulario);
+  abiertas_.push_back(&formulario);
+  v.Refresca();
+  v.show();
+  v.raise();
+  v.activateWindow();
+  formulario.Activa();
+  v.SigueFoco();
+}
+
+void EscritorioQt::Muestra(controles::Formulario& formulario) { Abre(formulario, false); }
+
+void EscritorioQt::MuestraModal(controles::Formulario& formulario) {
+  Abre(formulario, true);
+  if (piloto_.modal) {
+    piloto_.modal(formulario);
+  } else {
+    QEventLoop espera;
+    esperas_[&formulario] = [&espera] { espera.quit(); };
+    if (formulario.visible()) espera.exec();
+    esperas_.erase(&formulario);
+  }
+  Oculta(formulario);
+  if (abiertas_.empty()) return;
+  controles::Formulario& anterior = *abiertas_.back();
+  if (Ventana* v = ventana(anterior)) {
+    v->activateWindow();
+    v->SigueFoco();
+  }
+  anterior.Activa();
+}
+
+void EscritorioQt::Oculta(controles::Formulario& formulario) {
+  std::erase(abiertas_, &formulario);
+  if (Ventana* v = ventana(formulario)) v->hide();
+  if (const auto espera = esperas_.find(&formulario); espera != esperas_.end()) espera->second();
+}
+
+// The window stays until the event in which the screen ended is over.
+void EscritorioQt::Descarga(controles::Formulario& formulario) {
+  Oculta(formulario);
+  const auto v = ventanas_.find(&formulario);
+  if (v == ventanas_.end()) return;
+  const bool principal = v->second->parentWidget() == nullptr;
+  v->second.release()->deleteLater();
+  ventanas_.erase(v);
+  if (principal && alTerminar) alTerminar();
+}
+
+void EscritorioQt::Enfoca(controles::Control& control) {
+  if (Ventana* v = ventana(control.formulario())) v->SigueFoco();
+}
+
+int EscritorioQt::AnchoTexto(const controles::Formulario&, std::string_view texto) {
+  return controles::AnchoTextoEstandar(texto);
+}
+
+void EscritorioQt::ProcesaPendientes() {
+  if (abiertas_.empty()) return;
+  QApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
+}
+
+QWidget* EscritorioQt::DuenioDe(int cual) const {
+  for (const auto& [formulario, v] : ventanas_) {
+    if (formulario->ventana() == cual && v->isVisible()) return v.get();
+  }
+  return Frente();
+}
+
+int EscritorioQt::Mensaje(const controles::CajaMensaje& caja) {
+  CajaAviso aviso(caja, DuenioDe(caja.ventana));
+  if (!piloto_.mensaje) return aviso.Pregunta();
+  const int elegida = piloto_.mensaje(caja);
+  // The click comes once the box waits for it.
+  QTimer::singleShot(0, &aviso, [&aviso, elegida] {
+    if (QPushButton* boton = aviso.Boton(elegida)) boton->click();
+  });
+  const int respuesta = aviso.Pregunta();
+  if (piloto_.mensajeVisto) piloto_.mensajeVisto(caja, respuesta);
+  return respuesta;
+}
+
+std::string EscritorioQt::EditaNotas(const std::string& titulo, const std::string& texto, int ancho) {
+  if (piloto_.notas) return piloto_.notas(texto);
+  EditorNotas editor(Q(titulo), Q(texto), ancho, Frente());
+  return editor.exec() == QDialog::Accepted ? editor.Texto().toStdString() : texto;
+}
+
+std::string EscritorioQt::EligeDeCatalogo(const std::string& titulo,
+                                          const std::vector<std::pair<std::string, std::string>>& filas) {
+  if (piloto_.catalogo) return piloto_.catalogo();
+  Busqueda busqueda(Q(titulo), filas, Frente());
+  return busqueda.exec() == QDialog::Accepted ? busqueda.Elegida() : std::string();
+}
+
+void EscritorioQt::AbrePantalla(const std::string& pantalla, const std::vector<com::Variant>& argumentos) {
+  if (piloto_.mensaje) return;  // the host has recorded it; a script has nothing to do in it
+  if (const auto p = pantallas_.find(pantalla); p != pantallas_.end()) p->second(argumentos, Frente());
+}
+
+void EscritorioQt::EnviaTeclas(const std::string& teclas) {
+  if (abiertas_.empty()) return;
+  controles::Formulario& activa = *abiertas_.back();
+  for (std::size_t i = 0; i < teclas.size();) {
+    const char32_t c = controles::LeeUtf8(teclas, i);
+    if (c == U'\t') {
+      activa.PulsaTecla(controles::tecla::kTab);
+    } else {
+      activa.PulsaCaracter(c);
+    }
+  }
+}
+
+}  // namespace vista

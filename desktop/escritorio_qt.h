@@ -1,0 +1,75 @@
+// The desktop of real windows: shows the screens, asks the questions, opens the host's own screens.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "desktop/ventana.h"
+#include "platform/controls/formulario.h"
+
+namespace vista {
+
+class EscritorioQt : public controles::Escritorio {
+ public:
+  EscritorioQt();
+  ~EscritorioQt() override;
+
+  // Answers for a program that works the windows instead of a person: each is asked before a dialog would wait.
+  struct Piloto {
+    std::function<int(const controles::CajaMensaje&)> mensaje;  // the button to click
+    std::function<void(const controles::CajaMensaje&, int respuesta)> mensajeVisto;
+    std::function<std::string(const std::string& texto)> notas;
+    std::function<std::string()> catalogo;
+    // Acts on a modal window until it is hidden.
+    std::function<void(controles::Formulario&)> modal;
+  };
+  void FijaPiloto(Piloto piloto);
+  // Host screens by name ("CA014", "MuestraCliente", ...); nothing is shown for a name that has none.
+  using PantallaAnfitrion = std::function<void(const std::vector<com::Variant>& argumentos, QWidget* padre)>;
+  void Registra(const std::string& pantalla, PantallaAnfitrion abre) { pantallas_[pantalla] = std::move(abre); }
+  Contexto& contexto() { return contexto_; }
+
+  // Null when the form has no window.
+  Ventana* ventana(const controles::Formulario& formulario) const;
+  // The window that is in front, for dialogs to belong to; null when there is none.
+  QWidget* Frente() const;
+  // The user closes the main window; false keeps it open.
+  std::function<bool()> puedeCerrar;
+  // The main window is gone.
+  std::function<void()> alTerminar;
+
+  // --- Escritorio
+  void Muestra(controles::Formulario& formulario) override;
+  void MuestraModal(controles::Formulario& formulario) override;
+  void Oculta(controles::Formulario& formulario) override;
+  void Descarga(controles::Formulario& formulario) override;
+  void Enfoca(controles::Control& control) override;
+  int AnchoTexto(const controles::Formulario& formulario, std::string_view texto) override;
+  void ProcesaPendientes() override;
+  int Mensaje(const controles::CajaMensaje& caja) override;
+  std::string EditaNotas(const std::string& titulo, const std::string& texto, int ancho) override;
+  std::string EligeDeCatalogo(const std::string& titulo,
+                              const std::vector<std::pair<std::string, std::string>>& filas) override;
+  void AbrePantalla(const std::string& pantalla, const std::vector<com::Variant>& argumentos) override;
+  void EnviaTeclas(const std::string& teclas) override;
+
+ private:
+  Ventana& VentanaDe(controles::Formulario& formulario, bool modal);
+  void Abre(controles::Formulario& formulario, bool modal);
+  void CierraPrincipal(controles::Formulario& formulario);
+  QWidget* DuenioDe(int ventana) const;
+
+  Contexto contexto_;
+  Piloto piloto_;
+  std::map<std::string, PantallaAnfitrion> pantallas_;
+  std::map<const controles::Formulario*, std::unique_ptr<Ventana>> ventanas_;
+  std::vector<controles::Formulario*> abiertas_;  // the last is the active one
+  // What ends the wait of a modal form.
+  std::map<const controles::Formulario*, std::function<void()>> esperas_;
+};
+
+}  // namespace vista

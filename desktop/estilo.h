@@ -1,0 +1,67 @@
+// The one style of the program: palette, spacing, type scale, state colours. Every colour and size that a view uses
+// comes from here.
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QString>
+#include <cstdint>
+
+class QApplication;
+class QPainter;
+class QRect;
+
+namespace vista {
+
+enum class Tema { Sistema, Claro, Oscuro };
+
+// Named colours of the theme in force.
+struct Paleta {
+  QColor fondo;       // window
+  QColor superficie;  // fields, grids, cards
+  QColor realce;      // headers, hovered buttons
+  QColor borde;       // lines between things
+  QColor bordeCampo;  // outline of an input
+  QColor texto;
+  QColor tenue;        // captions, hints
+  QColor acento;       // focus, default button, selection
+  QColor sobreAcento;  // text on it
+  QColor acentoSuave;  // selected row
+  QColor peligro;
+  QColor aviso;
+  QColor informe;
+  QColor finSemana;  // weekend columns
+};
+
+// Spacing, pixels at 96 dots an inch.
+namespace espacio {
+inline constexpr int kMinimo = 4, kChico = 8, kMedio = 12, kGrande = 20;
+inline constexpr int kRadio = 5;
+inline constexpr int kRenglon = 26;  // height of a grid row
+}  // namespace espacio
+
+// Applies the style to the application: font, palette, style sheet. Call it again to change the theme.
+void AplicaEstilo(QApplication& app, Tema tema = Tema::Sistema);
+bool EsOscuro();
+const Paleta& Colores();
+
+// Type scale.
+enum class Letra { Normal, Chica, Fuerte, Titulo };
+QFont Fuente(Letra letra);
+
+// A state colour of the hotel (0x00BBGGRR) toned for the theme: the hue stays, glaring tones are softened so that text
+// on it can be read.
+QColor TonoEstado(std::int32_t color);
+// Dark or light, whichever reads better on that background.
+QColor TextoSobre(const QColor& fondo);
+
+// How a state looks besides its colour.
+enum class Trama { Ninguna, Rayas, Puntos, Franja, Marca };
+// By the name of a grid style ("Bloqueado", ...).
+Trama TramaDe(const QString& estilo);
+// One letter of the state ("B"), "" for free cells.
+QString LetraDe(const QString& estilo);
+// Fills a cell or swatch with a state's colour and pattern.
+void PintaEstado(QPainter& p, const QRect& zona, const QString& estilo, const QColor& tono);
+
+}  // namespace vista

@@ -1,0 +1,40 @@
+#include "desktop/guarda.h"
+
+#include <utility>
+
+namespace vista {
+
+namespace {
+std::function<void(const QString&)> avisador;
+// Failure kept by the innermost ConFallas; none runs when it is null.
+std::exception_ptr* guardada = nullptr;
+}  // namespace
+
+void Corre(const std::function<void()>& accion) {
+  try {
+    accion();
+  } catch (const std::exception& e) {
+    if (guardada != nullptr) {
+      if (!*guardada) *guardada = std::current_exception();
+    } else if (avisador) {
+      avisador(QString::fromUtf8(e.what()));
+    }
+  }
+}
+
+void ConFallas(const std::function<void()>& accion) {
+  std::exception_ptr falla;
+  std::exception_ptr* const anterior = std::exchange(guardada, &falla);
+  try {
+    accion();
+  } catch (...) {
+    guardada = anterior;
+    throw;
+  }
+  guardada = anterior;
+  if (falla) std::rethrow_exception(falla);
+}
+
+void FijaAvisadorDeFallas(std::function<void(const QString&)> nuevo) { avisador = std::move(nuevo); }
+
+}  // namespace vista

@@ -1,0 +1,157 @@
+#include "desktop/modelo_grid.h"
+
+#include <QDate>
+#include <QLocale>
+#include <QTimer>
+#include <utility>
+
+#include "desktop/vista_campos.h"
+#include "platform/com/error.h"
+
+namespace vista {
+
+using controles::CambioGrid;
+
+namespace {
+
+Qt::Alignment Alineada(controles::Alineacion a) {
+  switch (a) {
+    case controles::Alineacion::Izquierda:
+      return Qt::AlignLeft | Qt::AlignVCenter;
+    case controles::Alineacion::Centro:
+      return Qt::AlignHCenter | Qt::AlignVCenter;
+    case controles::Alineacion::Derecha:
+      break;
+  }
+  return Qt::AlignRight | Qt::AlignVCenter;
+}
+
+// Day of a column; invalid for other columns.
+QDate DiaDe(const controles::Columna& columna) {
+  return columna.fecha.empty() ? QDate() : QDate::fromString(Q(columna.fecha), QStringLiteral("dd/MM/yyyy"));
+}
+
+}  // namespace
+
+ModeloGrid::ModeloGrid(controles::Grid& grid, QObject* padre)
+    : QAbstractTableModel(padre), grid_(grid), filas_(grid.Filas()), columnas_(grid.NumColumnas()) {
+  grid_.alCambiar = [this](CambioGrid cambio, int fila, int columna) { AlCambiar(cambio, fila, columna); };
+}
+
+ModeloGrid::~ModeloGrid() { grid_.alCambiar = nullptr; }
+
+int ModeloGrid::rowCount(const QModelIndex& padre) const { return padre.isValid() ? 0 : filas_; }
+int ModeloGrid::columnCount(const QModelIndex& padre) const { return padre.isValid() ? 0 : columnas_; }
+
+QVariant ModeloGrid::data(const QModelIndex& indice, int papel) const {
+  const int fila = indice.row(), columna = indice.column();
+  // Between a change and its telling the views may ask for what is gone.
+  if (!indice.isValid() || fila >= grid_.Filas() || columna >= grid_.NumColumnas()) return {};
+  switch (papel) {
+    case Qt::DisplayRole: {
+      const bool escribe = fila == grid_.fila() && columna == grid_.columna() && grid_.Edicion();
+      return Q(escribe ? *grid_.Edicion() : grid_.Texto(fila, columna));
+    }
+    case Qt::TextAlignmentRole: {
+      const auto& c = grid_.columna(columna);
+      return QVariant::fromValue(c.fecha.empty() ? Alineada(c.alineacion) : Qt::AlignCenter);
+    }
+    case Qt::AccessibleTextRole: {
+      const int estilo = grid_.estilo(fila, columna);
+      QString texto = Q(grid_.columna(columna).titulo) + QStringLiteral(": ") + Q(grid_.Texto(fila, columna));
+      if (estilo >= 0)
+        texto += QStringLiteral(", ") + Q(grid_.Estilos()[static_cast<std::size_t>(estilo)].nombre).toLower();
+      return texto;
+    }
+    case kEstilo:
+      return grid_.estilo(fila, columna);
+    default:
+      return {};
+  }
+}
+
+QVariant ModeloGrid::headerData(int seccion, Qt::Orientation orientacion, int papel) const {
+  if (orientacion == Qt::Vertical) {
+    if (papel == Qt::DisplayRole) return seccion + 1;
+    return {};
+  }
+  if (seccion < 0 || seccion >= grid_.NumColumnas()) return {};
+  const controles::Columna& c = grid_.columna(seccion);
+  switch (papel) {
+    case Qt::DisplayRole:
+      return Q(c.titulo);
+    case Qt::TextAlignmentRole:
+      return QVariant::fromValue(Alineada(c.alineacionTitulo));
+    case Qt::ToolTipRole:
+      if (const QDate dia = DiaDe(c); dia.isValid()) {
+        return QLocale(QLocale::Spanish, QLocale::Mexico).toString(dia, QStringLiteral("dddd d 'de' MMMM 'de' yyyy"));
+      }
+      return Q(c.titulo);
+    case kFecha:
+      return DiaDe(c);
+    default:
+      return {};
+  }
+}
+
+void ModeloGrid::Pendiente() {
+  if (std::exchange(pendiente_, true)) return;
+  QTimer::singleShot(0, this, [this] { Sincroniza(); });
+}
+
+void ModeloGrid::AlCambiar(CambioGrid cambio, int fila, int columna) {
+  switch (cambio) {
+    case CambioGrid::Celda:
+      if (!todo_ && fila < filas_ && columna < columnas_ && grid_.NumColumnas() == columnas_) {
+        const QModelIndex celda = index(fila, columna);
+        Q_EMIT dataChanged(celda, celda);
+      } else {
+        todo_ = true;
+        Pendiente();
+      }
+      break;
+    case CambioGrid::Fila:
+    case CambioGrid::Todo:
+      todo_ = true;
+      Pendiente();
+      break;
+    case CambioGrid::Columnas:
+      lasColumnas_ = true;
+      Pendiente();
+      break;
+    case CambioGrid::Actual:
+      actual_ = true;
+      Pendiente();
+      break;
+  }
+}
+
+void ModeloGrid::Sincroniza() {
+  if (!std::exchange(pendiente_, false)) return;
+  const bool todo = std::exchange(todo_, false);
+  const bool lasColumnas = std::exchange(lasColumnas_, false);
+  const bool actual = std::exchange(actual_, false);
+  if (grid_.NumColumnas() != columnas_) {
+    beginResetModel();
+    columnas_ = grid_.NumColumnas();
+    filas_ = grid_.Filas();
+    endResetModel();
+  } else if (todo) {
+    const int filas = grid_.Filas();
+    if (filas > filas_) {
+      beginInsertRows({}, filas_, filas - 1);
+      filas_ = filas;
+      endInsertRows();
+    } else if (filas < filas_) {
+      beginRemoveRows({}, filas, filas_ - 1);
+      filas_ = filas;
+      endRemoveRows();
+    }
+    if (filas_ > 0 && columnas_ > 0) Q_EMIT dataChanged(index(0, 0), index(filas_ - 1, columnas_ - 1));
+  }
+  if (lasColumnas && columnas_ > 0) Q_EMIT headerDataChanged(Qt::Horizontal, 0, columnas_ - 1);
+  if (lasColumnas || todo) Q_EMIT columnasCambiaron();
+  if (actual || todo) Q_EMIT actualCambio();
+}
+
+}  // namespace vista

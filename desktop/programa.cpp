@@ -1,0 +1,221 @@
+#include "desktop/programa.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QMessageBox>
+#include <QScreen>
+#include <QStandardPaths>
+#include <QTranslator>
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <vector>
+
+#include "component/publico.h"
+#include "desktop/dialogos.h"
+#include "desktop/escala.h"
+#include "desktop/escritorio_qt.h"
+#include "desktop/vista.h"
+#include "guion/componente.h"
+#include "guion/opciones.h"
+#include "platform/com/error.h"
+#include "platform/controls/barra.h"
+
+namespace vista {
+
+namespace {
+
+constexpr const char* kUso =
+    "Uso: reservas [--base RUTA.db | --conexion CADENA] [--demo] [--ahora AAAA-MM-DDTHH:MM[:SS]]\n"
+    "              [--usuario LOGIN] [--por-celda] [--tema claro|oscuro|sistema] [--guion GUION]\n"
+    "\n"
+    "  --base RUTA.db     base SQLite; se crea vacía si no existe. Sin ella se usa la base del usuario,\n"
+    "                     que la primera vez se llena con el hotel de demostración\n"
+    "  --conexion CADENA  cadena de conexión de otro motor\n"
+    "  --demo             llena una base vacía con el hotel de demostración\n"
+    "  --ahora FECHA      fija el reloj del servidor\n"
+    "  --usuario LOGIN    usuario del sistema\n"
+    "  --por-celda        el tablero pregunta celda por celda\n"
+    "  --tema TEMA        colores claros, oscuros o los del sistema\n"
+    "  --guion GUION      un guion maneja las ventanas; - es la entrada estándar\n";
+
+struct MalUso {
+  std::string motivo;
+};
+
+Tema TemaDe(const std::string& nombre) {
+  if (nombre == "claro") return Tema::Claro;
+  if (nombre == "oscuro") return Tema::Oscuro;
+  if (nombre == "sistema") return Tema::Sistema;
+  throw MalUso{"No existe el tema " + nombre};
+}
+
+// The options that only this program has are taken out; the rest is read as the scripted clerk's are.
+OpcionesPrograma LeeOpcionesPrograma(const std::vector<std::string>& argumentos, bool& ayuda) {
+  OpcionesPrograma opciones;
+  std::vector<std::string> comunes;
+  bool conBase = false;
+  for (std::size_t i = 0; i < argumentos.size(); ++i) {
+    const std::string& a = argumentos[i];
+    const auto valor = [&]() -> const std::string& {
+      if (i + 1 >= argumentos.size()) throw MalUso{"Falta el valor de " + a};
+      return argumentos[++i];
+    };
+    if (a == "--tema") {
+      opciones.tema = TemaDe(valor());
+    } else if (a == "--guion") {
+      opciones.guion = valor();
+    } else {
+      if (!a.starts_with("--") && (i == 0 || !argumentos[i - 1].starts_with("--"))) throw MalUso{"Sobra «" + a + "»"};
+      conBase = conBase || a == "--base" || a == "--conexion";
+      comunes.push_back(a);
+    }
+  }
+  guion::OpcionesGuion leidas;
+  try {
+    leidas = guion::LeeOpciones(comunes);
+  } catch (const com::Error& e) {
+    throw MalUso{e.Descripcion()};
+  }
+  ayuda = leidas.ayuda;
+  opciones.anfitrion = leidas.anfitrion;
+  if (!conBase && !opciones.guion && !ayuda) {
+    opciones.anfitrion.base.ruta = BaseDelUsuario();
+    if (!QFileInfo::exists(Q(opciones.anfitrion.base.ruta))) opciones.anfitrion.demo = true;
+  }
+  return opciones;
+}
+
+// Buttons and menus of the toolkit itself, in Spanish where its translation is installed.
+void TraduceQt(QApplication& app) {
+  QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Mexico));
+  auto* traductor = new QTranslator(&app);
+  if (traductor->load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    QApplication::installTranslator(traductor);
+  }
+}
+
+void MuestraFalla(const std::string& texto) {
+  std::cerr << "reservas: " << texto << '\n';
+  controles::CajaMensaje caja;
+  caja.texto = texto;
+  caja.estilo = 16;
+  caja.titulo = "Reservaciones";
+  CajaAviso(caja, nullptr).Pregunta();
+}
+
+controles::ScreenToolbar* BarraDe(const controles::Formulario& formulario) {
+  for (controles::Control* c : formulario.controles()) {
+    if (c->clase() == controles::Clase::Barra) return static_cast<controles::ScreenToolbar*>(c);
+  }
+  return nullptr;
+}
+
+// The search of a lookup field: the host's catalogue of that query.
+std::string BuscaClave(const controles::LookupField& campo) {
+  return com::CStr(publico::Utilerias().BuscaEnCatalogo(campo.diseno().idconsulta, 100, "", {}));
+}
+
+// Leaving a reservation half captured is asked about; the screen itself never refuses to close.
+bool PreguntaSalida(const controles::Formulario& formulario, QWidget* padre) {
+  const controles::ScreenToolbar* barra = BarraDe(formulario);
+  if (barra == nullptr || !barra->EnEdicion()) return true;
+  controles::CajaMensaje caja;
+  caja.texto = "Hay una reservación en captura que no se ha guardado.\r\n¿Desea salir y descartarla?";
+  caja.estilo = 308;
+  caja.titulo = "Reservaciones";
+  return CajaAviso(caja, padre).Pregunta() == controles::kSi;
+}
+
+void AlMensajeFatal(QtMsgType tipo, const QMessageLogContext&, const QString& texto) {
+  if (tipo == QtFatalMsg) {
+    std::cerr << "reservas: no se pudo abrir la pantalla gráfica: " << texto.toStdString() << '\n';
+    std::_Exit(kFalla);
+  }
+  if (tipo != QtDebugMsg) std::cerr << texto.toStdString() << '\n';
+}
+
+}  // namespace
+
+int RevisaPantalla(int argc, char** argv) {
+  qInstallMessageHandler(AlMensajeFatal);
+#ifdef Q_OS_LINUX
+  const auto hay = [](const char* variable) {
+    const char* valor = std::getenv(variable);
+    return valor != nullptr && *valor != '\0';
+  };
+  if (hay("QT_QPA_PLATFORM") || hay("DISPLAY") || hay("WAYLAND_DISPLAY")) return kBien;
+  for (int i = 1; i < argc; ++i) {
+    const std::string a = argv[i];
+    // A script and the help need nobody to look on.
+    if (a == "--guion" || a == "--ayuda") {
+      setenv("QT_QPA_PLATFORM", "offscreen", 1);
+      return kBien;
+    }
+  }
+  std::cerr << "reservas: no hay pantalla gráfica (DISPLAY y WAYLAND_DISPLAY están vacías). "
+               "Ábralo desde una sesión gráfica, o use --guion.\n";
+  return kFalla;
+#else
+  return argc < 0 || argv == nullptr ? kFalla : kBien;
+#endif
+}
+
+std::string BaseDelUsuario() {
+  const QString carpeta =
+      QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/reservas");
+  if (!QDir().mkpath(carpeta)) {
+    throw com::Error(com::error::kSoloLectura, "No se puede crear la carpeta de datos " + carpeta.toStdString() +
+                                                   ". Revise los permisos o indique otra base con --base.");
+  }
+  return (carpeta + QStringLiteral("/hotel.db")).toStdString();
+}
+
+int Programa::Corre() {
+  std::vector<std::string> argumentos;
+  for (const QString& a : QApplication::arguments().mid(1)) argumentos.push_back(a.toStdString());
+  TraduceQt(aplicacion_);
+  OpcionesPrograma opciones;
+  try {
+    bool ayuda = false;
+    opciones = LeeOpcionesPrograma(argumentos, ayuda);
+    if (ayuda) {
+      std::cout << kUso;
+      return kBien;
+    }
+  } catch (const MalUso& e) {
+    std::cerr << "reservas: " << e.motivo << "\n\n" << kUso;
+    return kMalUso;
+  } catch (const com::Error& e) {
+    AplicaEstilo(aplicacion_);
+    MuestraFalla(e.Descripcion());
+    return kFalla;
+  }
+  FijaAmpliacion(QApplication::primaryScreen() == nullptr ? 96.0
+                                                          : QApplication::primaryScreen()->logicalDotsPerInchY());
+  AplicaEstilo(aplicacion_, opciones.tema);
+  try {
+    return CorreVentana(opciones);
+  } catch (const std::exception& e) {
+    MuestraFalla(e.what());
+    return kFalla;
+  }
+}
+
+int Programa::CorreVentana(const OpcionesPrograma& opciones) {
+  autonomo::Anfitrion anfitrion(opciones.anfitrion);
+  anfitrion.RegistraClases();
+  EscritorioQt escritorio;
+  escritorio.contexto().busca = BuscaClave;
+  controles::FijaEscritorio(&escritorio);
+  guion::Componente componente;
+  escritorio.puedeCerrar = [&] { return PreguntaSalida(componente.formulario(), escritorio.Frente()); };
+  QApplication::setQuitOnLastWindowClosed(false);
+  escritorio.alTerminar = [] { QApplication::quit(); };
+  componente.Abre(anfitrion.Padre());
+  return QApplication::exec();
+}
+
+}  // namespace vista

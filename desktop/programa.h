@@ -1,0 +1,42 @@
+// The program `reservas`: command line, database, host, component, desktop.
+#pragma once
+
+#include <QApplication>
+#include <QString>
+#include <optional>
+#include <string>
+
+#include "desktop/estilo.h"
+#include "host/standalone/anfitrion.h"
+
+namespace vista {
+
+// Exit statuses.
+inline constexpr int kBien = 0, kFalla = 1, kMalUso = 2;
+
+struct OpcionesPrograma {
+  autonomo::Opciones anfitrion;
+  std::optional<std::string> guion;
+  Tema tema = Tema::Sistema;
+};
+
+// Whether there is a display to draw on; says why not and gives an exit status otherwise. Before QApplication, which
+// aborts without one.
+int RevisaPantalla(int argc, char** argv);
+
+// Path of the database in the user's data folder; the folder is made. com::Error kSoloLectura when it cannot be.
+std::string BaseDelUsuario();
+
+class Programa {
+ public:
+  explicit Programa(QApplication& aplicacion) : aplicacion_(aplicacion) {}
+  // Runs the program to its end; gives its exit status.
+  int Corre();
+
+ private:
+  int CorreVentana(const OpcionesPrograma& opciones);
+
+  QApplication& aplicacion_;
+};
+
+}  // namespace vista

@@ -1,0 +1,16 @@
+// Key codes of the toolkit and of the models.
+#pragma once
+
+#include <QKeyEvent>
+
+namespace vista {
+
+// The models' code (controles::tecla) of a key that is no plain character; 0 for any other.
+int CodigoTecla(int teclaQt);
+// The toolkit's key for a models' code; Qt::Key_unknown when there is none.
+int TeclaQt(int codigo);
+// 1 Shift, 2 Ctrl.
+int MayusDe(Qt::KeyboardModifiers modificadores);
+Qt::KeyboardModifiers ModificadoresDe(int mayus);
+
+}  // namespace vista

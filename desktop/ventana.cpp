@@ -1,0 +1,256 @@
+#include "desktop/ventana.h"
+
+#include <QCloseEvent>
+#include <QFocusEvent>
+#include <QTimer>
+
+#include "desktop/escala.h"
+#include "desktop/estilo.h"
+#include "desktop/guarda.h"
+#include "desktop/teclas.h"
+#include "desktop/vista_barra.h"
+#include "desktop/vista_campos.h"
+#include "desktop/vista_grid.h"
+
+namespace vista {
+
+using controles::Clase;
+
+std::unique_ptr<Vista> CreaVista(controles::Control& control, QWidget* padre, const Contexto& contexto) {
+  switch (control.clase()) {
+    case Clase::LookupField:
+      return std::make_unique<VistaLookup>(static_cast<controles::LookupField&>(control), padre, contexto);
+    case Clase::DateField:
+      return std::make_unique<VistaFecha>(static_cast<controles::DateField&>(control), padre, contexto);
+    case Clase::CampoNotas:
+      return std::make_unique<VistaNotas>(static_cast<controles::CampoNotas&>(control), padre, contexto);
+    case Clase::Boton:
+      return std::make_unique<VistaBoton>(static_cast<controles::Boton&>(control), padre, contexto);
+    case Clase::Casilla:
+      return std::make_unique<VistaCasilla>(static_cast<controles::Casilla&>(control), padre, contexto);
+    case Clase::Opcion:
+      return std::make_unique<VistaOpcion>(static_cast<controles::Opcion&>(control), padre, contexto);
+    case Clase::Marco:
+      return std::make_unique<VistaMarco>(static_cast<controles::Marco&>(control), padre, contexto);
+    case Clase::Etiqueta:
+      return std::make_unique<VistaEtiqueta>(static_cast<controles::Etiqueta&>(control), padre, contexto);
+    case Clase::Barra:
+      return std::make_unique<VistaBarra>(static_cast<controles::ScreenToolbar&>(control), padre, contexto);
+    case Clase::Grid:
+      return std::make_unique<VistaGrid>(static_cast<controles::Grid&>(control), padre, contexto);
+  }
+  return nullptr;
+}
+
+namespace {
+
+// A frame without caption that holds a date: laid over a grid while one of its cells is edited.
+bool Flota(const controles::Control& control) {
+  if (control.clase() != Clase::Marco || !static_cast<const controles::Marco&>(control).caption().empty()) return false;
+  for (const controles::Control* c : control.formulario().controles()) {
+    if (c->contenedor() == &control && c->clase() == Clase::DateField) return true;
+  }
+  return false;
+}
+
+controles::Grid* GridDe(const controles::Formulario& formulario) {
+  for (controles::Control* c : formulario.controles()) {
+    if (c->clase() == Clase::Grid) return static_cast<controles::Grid*>(c);
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+Ventana::Ventana(controles::Formulario& formulario, const Contexto& contexto, QWidget* padre)
+    : QWidget(padre, padre == nullptr ? Qt::Window
+                                      : Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                                            Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint),
+      formulario_(formulario),
+      contexto_(contexto) {
+  setObjectName(Q(formulario.nombre()));
+  setWindowTitle(Q(formulario.caption()));
+  setFont(Fuente(Letra::Normal));
+  setMinimumSize(APixel(9000), APixel(6000));
+  CreaVistas();
+  FijaTamano(formulario.width(), formulario.height());
+}
+
+Ventana::~Ventana() {
+  formulario_.alAvisar = nullptr;
+  vistas_.clear();
+}
+
+void Ventana::CreaVistas() {
+  // Containers first: a control may stand before its frame in tab order.
+  const auto crea = [this](controles::Control& c) {
+    QWidget* padre = this;
+    if (c.contenedor() != nullptr) padre = porControl_.at(c.contenedor())->widget();
+    auto nueva = CreaVista(c, padre, contexto_);
+    Vista* v = nueva.get();
+    porControl_[&c] = v;
+    vistas_.push_back(std::move(nueva));
+    v->foco()->installEventFilter(this);
+    c.alAvisar = [this, v] {
+      v->Refresca();
+      Coloca(*v);
+    };
+    v->widget()->show();
+    Coloca(*v);
+  };
+  for (controles::Control* c : formulario_.controles()) {
+    if (c->clase() == Clase::Marco) crea(*c);
+  }
+  for (controles::Control* c : formulario_.controles()) {
+    if (c->clase() != Clase::Marco) crea(*c);
+  }
+  for (const auto& v : vistas_) {
+    if (Flota(v->control())) v->widget()->raise();
+    if (auto* barra = dynamic_cast<VistaBarra*>(v.get())) {
+      barra->antesDePulsar = [this] { return TerminaEdicion(nullptr); };
+    }
+  }
+}
+
+Vista* Ventana::vista(const controles::Control& control) const {
+  const auto v = porControl_.find(&control);
+  return v == porControl_.end() ? nullptr : v->second;
+}
+
+void Ventana::Coloca(Vista& v) {
+  const controles::Control& c = v.control();
+  QWidget* w = v.widget();
+  if (Flota(c)) {
+    ColocaSobreCelda(v);
+  } else if (c.contenedor() != nullptr && Flota(*c.contenedor())) {
+    w->setGeometry(w->parentWidget()->rect());
+  } else {
+    const int ancho = c.clase() == Clase::Barra ? width() : APixel(c.width());
+    w->setGeometry(APixel(c.left()), APixel(c.top()), ancho, APixel(c.height()));
+  }
+  const bool recuperaFoco = w->isEnabled() != c.enabled() || w->isVisibleTo(w->parentWidget()) != c.visible();
+  w->setEnabled(c.enabled());
+  w->setVisible(c.visible());
+  if (recuperaFoco && formulario_.foco() != nullptr) SigueFoco();
+}
+
+void Ventana::ColocaSobreCelda(Vista& v) {
+  controles::Grid* grid = GridDe(formulario_);
+  auto* celdas = grid == nullptr ? nullptr : dynamic_cast<VistaGrid*>(vista(*grid));
+  if (celdas == nullptr || !v.control().visible()) return;
+  const QRect zona = celdas->ZonaCelda(grid->fila(), grid->columna());
+  if (!zona.isValid()) return;
+  const QPoint esquina = celdas->widget()->mapTo(this, zona.topLeft());
+  const int ancho = std::max(zona.width(), APixel(1800));
+  v.widget()->setGeometry(esquina.x() - 1, esquina.y() - 1, ancho + 2, zona.height() + 2);
+  for (QObject* hijo : v.widget()->children()) {
+    if (auto* w = qobject_cast<QWidget*>(hijo)) w->setGeometry(v.widget()->rect());
+  }
+  v.widget()->raise();
+}
+
+void Ventana::Refresca() {
+  for (const auto& v : vistas_) {
+    v->Refresca();
+    Coloca(*v);
+  }
+}
+
+void Ventana::SigueFoco() {
+  controles::Control* c = formulario_.foco();
+  if (c == nullptr || enfocando_) return;
+  Vista* v = vista(*c);
+  if (v == nullptr || v->foco()->hasFocus()) return;
+  enfocando_ = true;
+  v->foco()->setFocus(Qt::OtherFocusReason);
+  enfocando_ = false;
+}
+
+bool Ventana::TerminaEdicion(const controles::Control* destino) {
+  for (const auto& v : vistas_) {
+    if (&v->control() != destino) v->Entrega();
+  }
+  controles::Control* foco = formulario_.foco();
+  if (foco == nullptr || foco == destino || foco->clase() != Clase::Grid) return true;
+  auto& grid = static_cast<controles::Grid&>(*foco);
+  return !(grid.Tecleada() || grid.Pendiente()) || grid.Deja();
+}
+
+void Ventana::FijaTamano(int ancho, int alto) {
+  exacto_ = true;
+  resize(APixel(ancho), APixel(alto));
+  exacto_ = false;
+  formulario_.Redimensiona(ancho, alto);
+  Refresca();
+}
+
+void Ventana::resizeEvent(QResizeEvent* evento) {
+  QWidget::resizeEvent(evento);
+  if (exacto_) return;
+  Corre([this] { formulario_.Redimensiona(ATwips(width()), ATwips(height())); });
+  for (const auto& v : vistas_) {
+    if (v->control().clase() == Clase::Barra || Flota(v->control())) Coloca(*v);
+  }
+}
+
+void Ventana::closeEvent(QCloseEvent* evento) {
+  evento->ignore();
+  if (alCerrar) alCerrar();
+}
+
+void Ventana::keyPressEvent(QKeyEvent* evento) {
+  // Keys that no control took: with the focus nowhere, the form still has its own.
+  const int codigo = CodigoTecla(evento->key());
+  if (codigo == controles::tecla::kEsc || codigo >= controles::tecla::kF2 - 1 || codigo == controles::tecla::kTab) {
+    Corre([&] { formulario_.PulsaTecla(codigo, MayusDe(evento->modifiers())); });
+    return;
+  }
+  QWidget::keyPressEvent(evento);
+}
+
+Vista* Ventana::DueniaDe(QObject* objeto) const {
+  for (const auto& v : vistas_) {
+    if (v->foco() == objeto) return v.get();
+  }
+  return nullptr;
+}
+
+void Ventana::AlEntrar(Vista& v, Qt::FocusReason motivo) {
+  controles::Control& c = v.control();
+  if (enfocando_ || formulario_.foco() == &c) return;
+  if (motivo == Qt::ActiveWindowFocusReason || motivo == Qt::PopupFocusReason) return;
+  Corre([&] {
+    if (!TerminaEdicion(&c)) {
+      QTimer::singleShot(0, this, [this] { SigueFoco(); });
+      return;
+    }
+    formulario_.Enfoca(c);
+  });
+}
+
+bool Ventana::eventFilter(QObject* objeto, QEvent* evento) {
+  switch (evento->type()) {
+    case QEvent::KeyPress:
+      if (Vista* v = DueniaDe(objeto)) {
+        if (v->Tecla(*static_cast<QKeyEvent*>(evento))) return true;
+      }
+      break;
+    case QEvent::ShortcutOverride: {
+      // Plain keys of the grids and fields are theirs before any shortcut's.
+      const auto* tecla = static_cast<QKeyEvent*>(evento);
+      if (tecla->modifiers() == Qt::NoModifier && CodigoTecla(tecla->key()) != 0) evento->accept();
+      break;
+    }
+    case QEvent::FocusIn:
+      if (Vista* v = DueniaDe(objeto)) AlEntrar(*v, static_cast<QFocusEvent*>(evento)->reason());
+      break;
+    case QEvent::FocusOut:
+      if (Vista* v = DueniaDe(objeto)) v->Deja(static_cast<QFocusEvent*>(evento)->reason());
+      break;
+    default:
+      break;
+  }
+  return QWidget::eventFilter(objeto, evento);
+}
+
+}  // namespace vista

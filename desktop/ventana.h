@@ -1,0 +1,59 @@
+// The window of a screen: a view for each control at the control's place, keys and focus handed to the form.
+#pragma once
+
+#include <QWidget>
+#include <map>
+#include <memory>
+#include <vector>
+
+#include "desktop/vista.h"
+#include "platform/controls/formulario.h"
+
+namespace vista {
+
+class Ventana : public QWidget {
+  Q_OBJECT
+ public:
+  // padre: window that a dialog belongs to; null for the main window.
+  Ventana(controles::Formulario& formulario, const Contexto& contexto, QWidget* padre = nullptr);
+  ~Ventana() override;
+
+  controles::Formulario& formulario() const { return formulario_; }
+  // Null for a control without a view.
+  Vista* vista(const controles::Control& control) const;
+  // Brings every widget in line with its control.
+  void Refresca();
+  // Gives the keyboard to the form's active control.
+  void SigueFoco();
+  // Ends what the user has begun and the form does not know yet: a date half typed, a cell being edited. False when the
+  // screen holds the user there. destino: control that the user turns to; null for none.
+  bool TerminaEdicion(const controles::Control* destino);
+  // Inner size in exactly these twips, whatever the pixels make of it.
+  void FijaTamano(int ancho, int alto);
+
+  // The user closes the window; whoever shows it decides what that means.
+  std::function<void()> alCerrar;
+
+ protected:
+  bool eventFilter(QObject* objeto, QEvent* evento) override;
+  void resizeEvent(QResizeEvent* evento) override;
+  void closeEvent(QCloseEvent* evento) override;
+  void keyPressEvent(QKeyEvent* evento) override;
+
+ private:
+  void CreaVistas();
+  void Coloca(Vista& vista);
+  // The date pop-up lies over the cell that it edits.
+  void ColocaSobreCelda(Vista& vista);
+  Vista* DueniaDe(QObject* objeto) const;
+  void AlEntrar(Vista& vista, Qt::FocusReason motivo);
+
+  controles::Formulario& formulario_;
+  const Contexto& contexto_;
+  std::vector<std::unique_ptr<Vista>> vistas_;
+  std::map<const controles::Control*, Vista*> porControl_;
+  bool enfocando_ = false;
+  bool exacto_ = false;
+};
+
+}  // namespace vista

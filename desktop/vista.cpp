@@ -1,0 +1,34 @@
+#include "desktop/vista.h"
+
+#include "desktop/guarda.h"
+#include "desktop/teclas.h"
+
+namespace vista {
+
+void Vista::Adopta(QWidget* widget) {
+  widget_ = widget;
+  widget_->setObjectName(Q(control_.nombre()));
+  const QString descripcion = Q(control_.descripcion());
+  widget_->setAccessibleName(descripcion);
+  if (QWidget* f = foco(); f != nullptr && f != widget_) {
+    f->setAccessibleName(descripcion);
+    f->setObjectName(Q(control_.nombre()) + QStringLiteral("_foco"));
+  }
+}
+
+void Vista::PasaTecla(int codigo, int mayus) {
+  Corre([&] { formulario().PulsaTecla(codigo, mayus); });
+}
+
+bool Vista::Tecla(const QKeyEvent& evento) {
+  namespace t = controles::tecla;
+  const int codigo = CodigoTecla(evento.key());
+  const bool deLaForma = codigo == t::kTab || codigo == t::kEnter || codigo == t::kEsc || codigo >= t::kF2 - 1;
+  if (codigo == 0 || !deLaForma) return false;
+  if (evento.isAutoRepeat() && codigo >= t::kF2 - 1) return true;
+  const int mayus = MayusDe(evento.modifiers()) | (evento.key() == Qt::Key_Backtab ? 1 : 0);
+  PasaTecla(codigo, mayus);
+  return true;
+}
+
+}  // namespace vista

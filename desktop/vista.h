@@ -1,0 +1,69 @@
+// A view: one widget bound to one control of a screen. The control holds text, value and switches; the widget shows
+// them and hands what the user does to the control's user members.
+#pragma once
+
+#include <QKeyEvent>
+#include <QString>
+#include <QWidget>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/controls/formulario.h"
+
+namespace vista {
+
+// What a view needs from the desktop.
+struct Contexto {
+  // Search dialog of a lookup field; the chosen key, "" when cancelled.
+  std::function<std::string(const controles::LookupField& campo)> busca;
+  // Opens the catalogue screen that edits the field's keys.
+  std::function<void(const controles::LookupField& campo)> abreCatalogo;
+  // A person works at the window, no script.
+  bool interactivo = true;
+};
+
+inline QString Q(const std::string& texto) { return QString::fromStdString(texto); }
+inline QString Q(std::string_view texto) {
+  return QString::fromUtf8(texto.data(), static_cast<qsizetype>(texto.size()));
+}
+
+class Vista {
+ public:
+  Vista(controles::Control& control, const Contexto& contexto) : control_(control), contexto_(contexto) {}
+  virtual ~Vista() { control_.alAvisar = nullptr; }
+  Vista(const Vista&) = delete;
+  Vista& operator=(const Vista&) = delete;
+
+  controles::Control& control() const { return control_; }
+  // The outer widget, placed by the window; owned by its parent widget.
+  QWidget* widget() const { return widget_; }
+  // Takes the keyboard focus for the control.
+  virtual QWidget* foco() const { return widget_; }
+  // Shows what the control holds.
+  virtual void Refresca() = 0;
+  // A key pressed in the widget; true when it is dealt with. Keys that are no characters go to the form.
+  virtual bool Tecla(const QKeyEvent& evento);
+  // Hands over what the widget holds and the control does not know yet (a date half typed).
+  virtual void Entrega() {}
+  // The focus left the widget.
+  virtual void Deja(Qt::FocusReason) {}
+
+ protected:
+  // Called once by the constructor of each kind.
+  void Adopta(QWidget* widget);
+  const Contexto& contexto() const { return contexto_; }
+  controles::Formulario& formulario() const { return control_.formulario(); }
+  // The form's key handling, guarded.
+  void PasaTecla(int codigo, int mayus = 0);
+
+ private:
+  controles::Control& control_;
+  const Contexto& contexto_;
+  QWidget* widget_ = nullptr;
+};
+
+// The view for a control by its class, inside the given parent.
+std::unique_ptr<Vista> CreaVista(controles::Control& control, QWidget* padre, const Contexto& contexto);
+
+}  // namespace vista

@@ -1,0 +1,126 @@
+#include "desktop/vista_barra.h"
+
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QShortcut>
+
+#include "desktop/escala.h"
+#include "desktop/estilo.h"
+#include "desktop/guarda.h"
+#include "desktop/iconos.h"
+
+namespace vista {
+
+using controles::Accion;
+
+QKeySequence AtajoDe(Accion accion, bool dialogo) {
+  switch (accion) {
+    case Accion::Nuevo:
+      return QKeySequence(QStringLiteral("Ctrl+N"));
+    case Accion::Editar:
+      return QKeySequence(QStringLiteral("Ctrl+E"));
+    case Accion::Aceptar:
+      return QKeySequence(QStringLiteral("Ctrl+Return"));
+    case Accion::Limpiar:
+      return QKeySequence(QStringLiteral("Ctrl+L"));
+    case Accion::Cerrar:
+      return QKeySequence(QStringLiteral("Ctrl+Q"));
+    case Accion::Confirmar:
+      return QKeySequence(QStringLiteral("Ctrl+K"));
+    case Accion::Eliminar:
+      return QKeySequence(QStringLiteral("Ctrl+Shift+X"));
+    case Accion::Reactivar:
+      return QKeySequence(QStringLiteral("Ctrl+R"));
+    case Accion::Correo:
+      return QKeySequence(QStringLiteral("Ctrl+P"));
+    case Accion::Registro:
+      return QKeySequence(QStringLiteral("Ctrl+I"));
+    case Accion::Cancelar:
+      // Esc itself belongs to the screen.
+      return dialogo ? QKeySequence(QStringLiteral("Ctrl+W")) : QKeySequence();
+  }
+  return {};
+}
+
+VistaBarra::VistaBarra(controles::ScreenToolbar& barra, QWidget* padre, const Contexto& contexto)
+    : Vista(barra, contexto), barra_(barra), registro_(nullptr) {
+  auto* marco = new QFrame(padre);
+  marco->setAttribute(Qt::WA_StyledBackground);
+  Adopta(marco);
+  marco->setAccessibleName(QStringLiteral("Barra de acciones"));
+  marco->setProperty("barra", true);
+  auto* caja = new QHBoxLayout(marco);
+  caja->setContentsMargins(espacio::kChico, 1, espacio::kMedio, 1);
+  caja->setSpacing(2);
+  bool dialogo = false;
+  for (const Accion a : barra_.Acciones()) dialogo = dialogo || a == Accion::Cancelar;
+  for (const Accion a : barra_.Acciones()) {
+    auto* b = new QToolButton(marco);
+    b->setObjectName(Q(NombreAccion(a)));
+    b->setToolButtonStyle(dialogo ? Qt::ToolButtonTextBesideIcon : Qt::ToolButtonTextUnderIcon);
+    const int lado = APixel(dialogo ? 300 : 270);
+    b->setIconSize(QSize(lado, lado));
+    b->setFont(Fuente(dialogo ? Letra::Normal : Letra::Chica));
+    b->setFocusPolicy(Qt::TabFocus);
+    b->setIcon(Icono(Q(NombreAccion(a))));
+    b->setAccessibleName(Q(barra_.Titulo(a)));
+    QObject::connect(b, &QToolButton::clicked, marco, [this, a] { Pulsa(a); });
+    if (const QKeySequence atajo = AtajoDe(a, dialogo); !atajo.isEmpty()) {
+      auto* s = new QShortcut(atajo, padre);
+      s->setAutoRepeat(false);
+      QObject::connect(s, &QShortcut::activated, marco, [this, a] {
+        if (barra_.Ofrece(a)) Pulsa(a);
+      });
+    }
+    caja->addWidget(b);
+    botones_[a] = b;
+  }
+  caja->addStretch();
+  registro_ = new QLabel(marco);
+  registro_->setFont(Fuente(Letra::Titulo));
+  registro_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  caja->addWidget(registro_);
+  Refresca();
+}
+
+QToolButton* VistaBarra::boton(Accion accion) const {
+  const auto b = botones_.find(accion);
+  return b == botones_.end() ? nullptr : b->second;
+}
+
+void VistaBarra::Refresca() {
+  for (const auto& [accion, boton] : botones_) {
+    const QString titulo = Q(barra_.Titulo(accion));
+    const bool dialogo = botones_.contains(Accion::Cancelar);
+    const QString atajo = AtajoDe(accion, dialogo).toString(QKeySequence::NativeText);
+    boton->setText(titulo);
+    boton->setToolTip(atajo.isEmpty() ? titulo : titulo + QStringLiteral(" (") + atajo + QStringLiteral(")"));
+    boton->setEnabled(barra_.Ofrece(accion));
+  }
+  if (QToolButton* b = boton(Accion::Aceptar)) {
+    b->setIcon(Icono(QStringLiteral("aceptar"), b->isEnabled() ? Colores().sobreAcento : QColor()));
+    b->setProperty("principal", true);
+  }
+  // An action without a caption is not there.
+  if (QToolButton* b = boton(Accion::Confirmar)) b->setVisible(!barra_.TituloConfirmar().empty());
+  if (QToolButton* b = boton(Accion::Reactivar)) b->setVisible(barra_.PermiteReactivar());
+  QString registro;
+  if (barra_.EsNuevo()) {
+    registro = QStringLiteral("Nueva reservación");
+  } else if (barra_.EnEdicion()) {
+    registro = QStringLiteral("Editando");
+  } else if (!barra_.ClaveActual().empty()) {
+    registro = QStringLiteral("Folio ") + Q(barra_.ClaveActual());
+  }
+  registro_->setText(registro);
+}
+
+void VistaBarra::Pulsa(Accion accion) {
+  Corre([&] {
+    if (antesDePulsar && !antesDePulsar()) return;
+    barra_.Pulsa(accion);
+  });
+  Refresca();
+}
+
+}  // namespace vista

@@ -1,0 +1,34 @@
+// View of a screen's toolbar: one button for each action, with icon, caption and shortcut, and the record that is
+// shown.
+#pragma once
+
+#include <QKeySequence>
+#include <QLabel>
+#include <QToolButton>
+#include <map>
+
+#include "desktop/vista.h"
+#include "platform/controls/barra.h"
+
+namespace vista {
+
+// Shortcut of an action; empty when it has none.
+QKeySequence AtajoDe(controles::Accion accion, bool dialogo);
+
+class VistaBarra : public Vista {
+ public:
+  VistaBarra(controles::ScreenToolbar& barra, QWidget* padre, const Contexto& contexto);
+  void Refresca() override;
+  QToolButton* boton(controles::Accion accion) const;
+  // Runs before an action (a date half typed, a cell being edited); false keeps the action from running.
+  std::function<bool()> antesDePulsar;
+
+ private:
+  void Pulsa(controles::Accion accion);
+
+  controles::ScreenToolbar& barra_;
+  std::map<controles::Accion, QToolButton*> botones_;
+  QLabel* registro_;
+};
+
+}  // namespace vista

@@ -1,0 +1,531 @@
+#include "desktop/vista_campos.h"
+
+#include <QAction>
+#include <QCalendarWidget>
+#include <QFrame>
+#include <QMenu>
+#include <QPainter>
+#include <QRegularExpression>
+#include <QSignalBlocker>
+#include <QTextCharFormat>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <cstdlib>
+
+#include "desktop/escala.h"
+#include "desktop/estilo.h"
+#include "desktop/guarda.h"
+#include "desktop/iconos.h"
+#include "desktop/teclas.h"
+#include "platform/com/error.h"
+#include "platform/regional/regional.h"
+
+namespace vista {
+
+namespace {
+
+// Marks a property that the style sheet looks at.
+void Marca(QWidget* w, const char* propiedad, bool valor) {
+  if (w->property(propiedad).toBool() == valor) return;
+  w->setProperty(propiedad, valor);
+  w->setStyleSheet(w->styleSheet());  // has the sheet looked at again
+}
+
+bool Habilitada(const controles::Control& control) { return control.enabled(); }
+
+QString IconoDeBoton(const std::string& nombre) {
+  if (nombre == "cmdCliente" || nombre == "cmdHuesped") return QStringLiteral("ficha");
+  if (nombre == "cmdNotas") return QStringLiteral("notas");
+  if (nombre == "cmdDisponibilidad") return QStringLiteral("tablero");
+  if (nombre == "cmdPrecios") return QStringLiteral("precios");
+  return {};
+}
+
+// A caption that is wider than its place is set narrower, down to four fifths.
+void Estrecha(QLabel* rotulo, int ancho) {
+  QFont f = Fuente(Letra::Normal);
+  for (int estiramiento = 100; estiramiento >= 80; estiramiento -= 4) {
+    f.setStretch(estiramiento);
+    if (QFontMetrics(f).horizontalAdvance(rotulo->text()) <= ancho) break;
+  }
+  rotulo->setFont(f);
+}
+
+}  // namespace
+
+// --- dates
+// -------------------------------------------------------------------------------------------------------------
+
+QDate ADate(com::Fecha fecha) {
+  const com::Civil c = com::ACivil(fecha);
+  return QDate(c.anio, c.mes, c.dia);
+}
+
+com::Fecha DeDate(const QDate& fecha) { return com::FechaDe(fecha.year(), fecha.month(), fecha.day()); }
+
+std::optional<com::Fecha> LeeFecha(const QString& texto, com::Fecha base) {
+  static const QRegularExpression completa(QStringLiteral(R"(^(\d{1,2})[/\-. ](\d{1,2})[/\-. ](\d{2}|\d{4})$)"));
+  static const QRegularExpression corta(QStringLiteral(R"(^(\d{1,2})[/\-. ](\d{1,2})$)"));
+  static const QRegularExpression dia(QStringLiteral(R"(^\d{1,2}$)"));
+  static const QRegularExpression corrida(QStringLiteral(R"(^(\d{2})(\d{2})(\d{4})$)"));
+  static const QRegularExpression paso(QStringLiteral(R"(^([+-])(\d{1,3})$)"));
+  const QString t = texto.trimmed();
+  const QDate origen = ADate(base);
+  QDate fecha;
+  if (auto m = paso.match(t); m.hasMatch()) {
+    const int dias = m.captured(2).toInt();
+    fecha = origen.addDays(m.captured(1) == QLatin1String("-") ? -dias : dias);
+  } else if (auto c = completa.match(t); c.hasMatch()) {
+    int anio = c.captured(3).toInt();
+    if (anio < 100) anio += 2000;
+    fecha = QDate(anio, c.captured(2).toInt(), c.captured(1).toInt());
+  } else if (auto r = corrida.match(t); r.hasMatch()) {
+    fecha = QDate(r.captured(3).toInt(), r.captured(2).toInt(), r.captured(1).toInt());
+  } else if (auto s = corta.match(t); s.hasMatch()) {
+    // The year that brings it nearest to the base.
+    for (const int anio : {origen.year(), origen.year() + 1, origen.year() - 1}) {
+      const QDate candidata(anio, s.captured(2).toInt(), s.captured(1).toInt());
+      if (!candidata.isValid()) continue;
+      if (!fecha.isValid() || std::llabs(origen.daysTo(candidata)) < std::llabs(origen.daysTo(fecha)))
+        fecha = candidata;
+    }
+  } else if (dia.match(t).hasMatch()) {
+    fecha = QDate(origen.year(), origen.month(), t.toInt());
+  }
+  if (!fecha.isValid() || fecha.year() < 1900 || fecha.year() > 9999) return std::nullopt;
+  return DeDate(fecha);
+}
+
+// --- VistaLookup
+// -------------------------------------------------------------------------------------------------------
+
+VistaLookup::VistaLookup(controles::LookupField& campo, QWidget* padre, const Contexto& contexto)
+    : Vista(campo, contexto), campo_(campo), edicion_(new QLineEdit(padre)) {
+  Adopta(edicion_);
+  const auto& diseno = campo_.diseno();
+  if (diseno.largo > 0) edicion_->setMaxLength(diseno.largo);
+  if (diseno.tipo == controles::TipoDato::Numero) edicion_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  QString consejo = Q(campo_.descripcion());
+  if (!diseno.idconsulta.empty() && !campo_.locked()) {
+    lupa_ = edicion_->addAction(Icono(QStringLiteral("buscar"), Colores().tenue), QLineEdit::TrailingPosition);
+    lupa_->setToolTip(QStringLiteral("Buscar (F2)"));
+    QObject::connect(lupa_, &QAction::triggered, edicion_, [this] { Busca(); });
+    consejo += QStringLiteral(" · F2 busca");
+  }
+  edicion_->setToolTip(consejo);
+  QObject::connect(edicion_, &QLineEdit::textEdited, edicion_, [this](const QString& texto) {
+    Corre([&] { campo_.Teclea(texto.toStdString()); });
+    Refresca();
+  });
+  if (!diseno.transaccion.empty()) {
+    edicion_->setContextMenuPolicy(Qt::CustomContextMenu);
+    QObject::connect(edicion_, &QLineEdit::customContextMenuRequested, edicion_, [this](const QPoint& donde) {
+      QMenu* menu = edicion_->createStandardContextMenu();
+      menu->setAttribute(Qt::WA_DeleteOnClose);
+      menu->addSeparator();
+      QAction* catalogo = menu->addAction(QStringLiteral("Abrir el catálogo…"));
+      QObject::connect(catalogo, &QAction::triggered, edicion_, [this] {
+        if (this->contexto().abreCatalogo) Corre([this] { this->contexto().abreCatalogo(campo_); });
+      });
+      menu->popup(edicion_->mapToGlobal(donde));
+    });
+  }
+  Refresca();
+}
+
+void VistaLookup::Refresca() {
+  const bool numero = campo_.diseno().tipo == controles::TipoDato::Numero;
+  QString texto = Q(campo_.text());
+  if (campo_.locked() && numero && !campo_.formato().empty()) {
+    texto = Q(regional::ConFormato(campo_.valor(), campo_.formato()));
+  }
+  if (edicion_->text() != texto) {
+    const int cursor = edicion_->cursorPosition();
+    const QSignalBlocker calla(edicion_);
+    edicion_->setText(texto);
+    edicion_->setCursorPosition(edicion_->hasFocus() ? std::min(cursor, static_cast<int>(texto.size())) : 0);
+  }
+  const QLineEdit::EchoMode eco = campo_.passwordChar().empty() ? QLineEdit::Normal : QLineEdit::Password;
+  if (edicion_->echoMode() != eco) edicion_->setEchoMode(eco);
+  edicion_->setReadOnly(campo_.locked());
+  edicion_->setFocusPolicy(campo_.locked() ? Qt::ClickFocus : Qt::StrongFocus);
+  Marca(edicion_, "muestra", campo_.locked());
+  Marca(edicion_, "importe", campo_.locked() && numero);
+  if (lupa_ != nullptr) lupa_->setVisible(Habilitada(campo_) && !campo_.locked());
+  // The name beside a typed key comes with Enter.
+  if (auto* nombre = campo_.diseno().sql_control_resultado; nombre != nullptr) {
+    auto* vecino = edicion_->parentWidget()->findChild<QLineEdit*>(Q(nombre->nombre()), Qt::FindDirectChildrenOnly);
+    const bool falta = campo_.pendiente() && !campo_.text().empty();
+    if (vecino != nullptr)
+      vecino->setPlaceholderText(falta ? QStringLiteral("Enter para buscar el nombre") : QString());
+  }
+}
+
+bool VistaLookup::Tecla(const QKeyEvent& evento) {
+  if (evento.key() == Qt::Key_F2 && lupa_ != nullptr && contexto().interactivo) {
+    if (evento.modifiers().testFlag(Qt::ControlModifier)) {
+      if (contexto().abreCatalogo) Corre([this] { contexto().abreCatalogo(campo_); });
+    } else {
+      Busca();
+    }
+    return true;
+  }
+  return Vista::Tecla(evento);
+}
+
+// A key that was typed and left by the mouse is looked up as if confirmed.
+void VistaLookup::Deja(Qt::FocusReason motivo) {
+  if (motivo != Qt::MouseFocusReason || !contexto().interactivo) return;
+  if (campo_.diseno().sql_control_resultado == nullptr || campo_.text().empty()) return;
+  QTimer::singleShot(0, edicion_, [this] {
+    if (!campo_.pendiente() || !campo_.enabled() || campo_.locked()) return;
+    Corre([this] { campo_.Confirma(); });
+  });
+}
+
+void VistaLookup::Busca() {
+  if (!contexto().busca || !campo_.enabled() || campo_.locked()) return;
+  Corre([this] {
+    formulario().Enfoca(campo_);
+    const std::string clave = contexto().busca(campo_);
+    if (clave.empty()) return;
+    campo_.Teclea(clave);
+    formulario().PulsaTecla(controles::tecla::kEnter);
+  });
+}
+
+// --- VistaFecha
+// --------------------------------------------------------------------------------------------------------
+
+VistaFecha::VistaFecha(controles::DateField& campo, QWidget* padre, const Contexto& contexto)
+    : Vista(campo, contexto), campo_(campo), edicion_(new QLineEdit(padre)) {
+  Adopta(edicion_);
+  edicion_->setMaxLength(10);
+  edicion_->setToolTip(Q(campo_.descripcion()) + QStringLiteral(" · F4 abre el calendario"));
+  calendario_ = edicion_->addAction(Icono(QStringLiteral("calendario"), Colores().tenue), QLineEdit::TrailingPosition);
+  calendario_->setToolTip(QStringLiteral("Calendario (F4)"));
+  QObject::connect(calendario_, &QAction::triggered, edicion_, [this] { AbreCalendario(); });
+  QObject::connect(edicion_, &QLineEdit::textEdited, edicion_, [this] {
+    tecleada_ = true;
+    Marca(edicion_, "malo", false);
+  });
+  Refresca();
+}
+
+void VistaFecha::Refresca() {
+  const QString texto = Q(campo_.text());
+  if (!tecleada_ && edicion_->text() != texto) {
+    const QSignalBlocker calla(edicion_);
+    edicion_->setText(texto);
+    edicion_->setCursorPosition(0);
+    if (edicion_->hasFocus()) edicion_->selectAll();
+  }
+  if (!campo_.Vacio()) {
+    const QString larga =
+        QLocale(QLocale::Spanish, QLocale::Mexico).toString(ADate(campo_.valor()), QLocale::LongFormat);
+    edicion_->setToolTip(Q(campo_.descripcion()) + QStringLiteral(": ") + larga +
+                         QStringLiteral(" · F4 abre el calendario"));
+  }
+  edicion_->setReadOnly(!campo_.editable());
+  calendario_->setVisible(campo_.AceptaEntrada());
+  Marca(edicion_, "muestra", !campo_.AceptaEntrada());
+}
+
+void VistaFecha::Fija(com::Fecha fecha) {
+  tecleada_ = false;
+  Marca(edicion_, "malo", false);
+  Corre([&] { campo_.Fija(fecha); });
+  Refresca();
+}
+
+void VistaFecha::Entrega() {
+  if (!tecleada_) return;
+  const com::Fecha base = campo_.Vacio() ? DeDate(QDate::currentDate()) : campo_.valor();
+  if (const auto fecha = LeeFecha(edicion_->text(), base); fecha && campo_.AceptaEntrada()) return Fija(*fecha);
+  // What cannot be read goes back to the field's date, and is shown to be wrong until then.
+  Marca(edicion_, "malo", true);
+  QTimer::singleShot(900, edicion_, [this] { Marca(edicion_, "malo", false); });
+  tecleada_ = false;
+  Refresca();
+}
+
+void VistaFecha::Deja(Qt::FocusReason motivo) {
+  if (!tecleada_ || motivo == Qt::PopupFocusReason || motivo == Qt::ActiveWindowFocusReason) return;
+  QTimer::singleShot(0, edicion_, [this] { Entrega(); });
+}
+
+bool VistaFecha::Tecla(const QKeyEvent& evento) {
+  const bool acepta = campo_.AceptaEntrada();
+  const bool alt = evento.modifiers().testFlag(Qt::AltModifier);
+  if (acepta && (evento.key() == Qt::Key_F4 || (alt && evento.key() == Qt::Key_Down))) {
+    AbreCalendario();
+    return true;
+  }
+  const int paso = evento.key() == Qt::Key_Up ? 1 : evento.key() == Qt::Key_Down ? -1 : 0;
+  if (acepta && paso != 0 && !campo_.Vacio()) {
+    // Steps are typed, so that rules run once, when the field is left.
+    const com::Fecha base = LeeFecha(edicion_->text(), campo_.valor()).value_or(campo_.valor());
+    edicion_->setText(Q(regional::FechaCorta(com::MasDias(base, paso))));
+    edicion_->selectAll();
+    tecleada_ = true;
+    return true;
+  }
+  const int codigo = CodigoTecla(evento.key());
+  if (codigo == controles::tecla::kEsc && tecleada_) {
+    tecleada_ = false;
+    Refresca();
+    return true;
+  }
+  if (codigo == controles::tecla::kTab || codigo == controles::tecla::kEnter) {
+    const bool flotante = campo_.contenedor() != nullptr && campo_.contenedor()->nombre() == "pcFecha";
+    if (tecleada_) {
+      Entrega();
+    } else if (flotante && acepta && contexto().interactivo && !campo_.Vacio()) {
+      Fija(campo_.valor());  // Enter keeps the cell's date and moves on
+    }
+    if (formulario().foco() != &campo_) return true;  // the date's own rules moved the focus
+  }
+  return Vista::Tecla(evento);
+}
+
+void VistaFecha::AbreCalendario() {
+  if (!campo_.AceptaEntrada()) return;
+  auto* marco = new QFrame(edicion_, Qt::Popup);
+  marco->setAttribute(Qt::WA_DeleteOnClose);
+  marco->setObjectName(QStringLiteral("calendario"));
+  auto* caja = new QVBoxLayout(marco);
+  caja->setContentsMargins(6, 6, 6, 6);
+  auto* calendario = new QCalendarWidget(marco);
+  calendario->setLocale(QLocale(QLocale::Spanish, QLocale::Mexico));
+  calendario->setFirstDayOfWeek(Qt::Monday);
+  calendario->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+  calendario->setGridVisible(false);
+  QTextCharFormat dias;
+  dias.setForeground(Colores().texto);
+  for (const auto dia : {Qt::Saturday, Qt::Sunday}) {
+    dias.setBackground(Colores().finSemana);
+    calendario->setWeekdayTextFormat(dia, dias);
+  }
+  calendario->setSelectedDate(campo_.Vacio() ? QDate::currentDate() : ADate(campo_.valor()));
+  caja->addWidget(calendario);
+  // Click or Enter on a day.
+  QObject::connect(calendario, &QCalendarWidget::activated, edicion_, [this, marco](const QDate& dia) {
+    marco->close();
+    Fija(DeDate(dia));
+  });
+  QObject::connect(calendario, &QCalendarWidget::clicked, edicion_, [this, marco](const QDate& dia) {
+    if (!marco->isVisible()) return;
+    marco->close();
+    Fija(DeDate(dia));
+  });
+  marco->adjustSize();
+  marco->move(edicion_->mapToGlobal(QPoint(0, edicion_->height() + 2)));
+  marco->show();
+  calendario->setFocus();
+}
+
+// --- VistaNotas
+// --------------------------------------------------------------------------------------------------------
+
+VistaNotas::VistaNotas(controles::CampoNotas& campo, QWidget* padre, const Contexto& contexto)
+    : Vista(campo, contexto), campo_(campo), edicion_(new QPlainTextEdit(padre)) {
+  Adopta(edicion_);
+  edicion_->setTabChangesFocus(true);
+  edicion_->setToolTip(Q(campo_.descripcion()));
+  edicion_->document()->setDocumentMargin(2);
+  QObject::connect(edicion_, &QPlainTextEdit::textChanged, edicion_, [this] {
+    if (refrescando_) return;
+    Corre([this] { campo_.Teclea(edicion_->toPlainText().toStdString()); });
+  });
+  QObject::connect(edicion_, &QPlainTextEdit::cursorPositionChanged, edicion_, [this] {
+    if (refrescando_) return;
+    const QString antes = edicion_->toPlainText().left(edicion_->textCursor().position());
+    campo_.cursor(static_cast<int>(antes.toUcs4().size()));
+  });
+  Refresca();
+}
+
+void VistaNotas::Refresca() {
+  refrescando_ = true;
+  const QString texto = Q(campo_.text()).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+  if (edicion_->toPlainText() != texto) edicion_->setPlainText(texto);
+  const auto codigos = texto.toUcs4();
+  const auto hasta = std::min<qsizetype>(campo_.cursor(), codigos.size());
+  const auto posicion =
+      static_cast<int>(QString::fromUcs4(reinterpret_cast<const char32_t*>(codigos.constData()), hasta).size());
+  if (edicion_->textCursor().position() != posicion) {
+    QTextCursor cursor = edicion_->textCursor();
+    cursor.setPosition(posicion);
+    edicion_->setTextCursor(cursor);
+  }
+  edicion_->setReadOnly(campo_.locked());
+  refrescando_ = false;
+}
+
+bool VistaNotas::Tecla(const QKeyEvent& evento) {
+  const int codigo = CodigoTecla(evento.key());
+  if (codigo == controles::tecla::kEnter) return false;  // a new line
+  return Vista::Tecla(evento);
+}
+
+// --- buttons
+// -----------------------------------------------------------------------------------------------------------
+
+VistaBoton::VistaBoton(controles::Boton& boton, QWidget* padre, const Contexto& contexto) : Vista(boton, contexto) {
+  auto* b = new QPushButton(padre);
+  Adopta(b);
+  b->setAutoDefault(false);
+  b->setToolTip(Q(boton.descripcion()));
+  const QString icono = IconoDeBoton(boton.nombre());
+  const bool soloIcono = boton.caption() == "…" && !icono.isEmpty();
+  if (!icono.isEmpty()) b->setIcon(Icono(icono));
+  if (!soloIcono) b->setText(Q(boton.caption()));
+  b->setProperty("icono", soloIcono);
+  QObject::connect(b, &QPushButton::clicked, b, [this, &boton] {
+    Corre([&] { boton.Pulsa(); });
+    Refresca();
+  });
+}
+
+void VistaBoton::Refresca() {}
+
+VistaCasilla::VistaCasilla(controles::Casilla& casilla, QWidget* padre, const Contexto& contexto)
+    : Vista(casilla, contexto), casilla_(casilla), caja_(new QCheckBox(Q(casilla.caption()), padre)) {
+  Adopta(caja_);
+  caja_->setToolTip(Q(casilla.descripcion()));
+  QObject::connect(caja_, &QCheckBox::clicked, caja_, [this] {
+    Corre([this] { casilla_.Pulsa(); });
+    Refresca();
+  });
+  Refresca();
+}
+
+void VistaCasilla::Refresca() { caja_->setChecked(casilla_.value()); }
+
+bool VistaCasilla::Tecla(const QKeyEvent& evento) { return evento.key() != Qt::Key_Space && Vista::Tecla(evento); }
+
+VistaOpcion::VistaOpcion(controles::Opcion& opcion, QWidget* padre, const Contexto& contexto)
+    : Vista(opcion, contexto), opcion_(opcion), boton_(new QRadioButton(Q(opcion.caption()), padre)) {
+  Adopta(boton_);
+  boton_->setAutoExclusive(false);  // the model's options exclude each other
+  boton_->setToolTip(Q(opcion.descripcion()));
+  QObject::connect(boton_, &QRadioButton::clicked, boton_, [this] {
+    Corre([this] { opcion_.Pulsa(); });
+    Refresca();
+  });
+  Refresca();
+}
+
+void VistaOpcion::Refresca() { boton_->setChecked(opcion_.value()); }
+
+bool VistaOpcion::Tecla(const QKeyEvent& evento) {
+  if (evento.key() == Qt::Key_Space) return false;
+  // The arrows go over the options of the frame, and choose.
+  const int paso = evento.key() == Qt::Key_Right || evento.key() == Qt::Key_Down ? 1
+                   : evento.key() == Qt::Key_Left || evento.key() == Qt::Key_Up  ? -1
+                                                                                 : 0;
+  if (paso == 0) return Vista::Tecla(evento);
+  std::vector<controles::Opcion*> grupo;
+  for (controles::Control* c : formulario().controles()) {
+    if (c->clase() == controles::Clase::Opcion && c->contenedor() == opcion_.contenedor()) {
+      grupo.push_back(static_cast<controles::Opcion*>(c));
+    }
+  }
+  const auto aqui = std::find(grupo.begin(), grupo.end(), &opcion_) - grupo.begin();
+  const auto n = static_cast<std::ptrdiff_t>(grupo.size());
+  controles::Opcion& otra = *grupo[static_cast<std::size_t>((aqui + paso + n) % n)];
+  Corre([&] {
+    formulario().Enfoca(otra);
+    otra.Pulsa();
+  });
+  return true;
+}
+
+// --- frames and captions
+// -----------------------------------------------------------------------------------------------
+
+namespace {
+
+class Tarjeta : public QWidget {
+ public:
+  Tarjeta(const QString& titulo, QWidget* padre) : QWidget(padre), titulo_(titulo) {}
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    if (titulo_.isEmpty()) return;
+    QPainter p(this);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setPen(QPen(Colores().borde, 1));
+    p.setBrush(Colores().superficie);
+    p.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), espacio::kRadio, espacio::kRadio);
+    p.setFont(Fuente(Letra::Chica));
+    p.setPen(Colores().tenue);
+    p.drawText(rect().adjusted(espacio::kChico, 3, -espacio::kChico, 0), Qt::AlignLeft | Qt::AlignTop,
+               titulo_.toUpper());
+  }
+
+ private:
+  QString titulo_;
+};
+
+class Muestra : public QLabel {
+ public:
+  Muestra(controles::Etiqueta& etiqueta, QString estado, QWidget* padre)
+      : QLabel(padre), etiqueta_(etiqueta), estado_(std::move(estado)) {}
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    if (etiqueta_.color() < 0) return;
+    QPainter p(this);
+    const QColor tono = TonoEstado(etiqueta_.color());
+    PintaEstado(p, rect(), estado_, tono);
+    p.setPen(TextoSobre(tono));
+    p.setFont(Fuente(Letra::Fuerte));
+    p.drawText(rect(), Qt::AlignCenter, LetraDe(estado_));
+    p.setPen(Colores().bordeCampo);
+    p.drawRect(rect().adjusted(0, 0, -1, -1));
+  }
+
+ private:
+  controles::Etiqueta& etiqueta_;
+  QString estado_;
+};
+
+// Key of the caption before the swatch.
+QString EstadoDe(const controles::Etiqueta& muestra) {
+  QString clave;
+  for (const controles::Control* c : muestra.formulario().controles()) {
+    if (c == &muestra) break;
+    if (c->clase() != controles::Clase::Etiqueta) continue;
+    const auto& etiqueta = static_cast<const controles::Etiqueta&>(*c);
+    if (!etiqueta.clave().empty()) clave = Q(etiqueta.clave());
+  }
+  return clave;
+}
+
+}  // namespace
+
+VistaMarco::VistaMarco(controles::Marco& marco, QWidget* padre, const Contexto& contexto) : Vista(marco, contexto) {
+  Adopta(new Tarjeta(Q(marco.caption()), padre));
+}
+
+VistaEtiqueta::VistaEtiqueta(controles::Etiqueta& etiqueta, QWidget* padre, const Contexto& contexto)
+    : Vista(etiqueta, contexto), etiqueta_(etiqueta) {
+  if (etiqueta.caption().empty() && etiqueta.clave().empty()) {
+    Adopta(new Muestra(etiqueta, EstadoDe(etiqueta), padre));
+    return;
+  }
+  rotulo_ = new QLabel(padre);
+  rotulo_->setProperty("tenue", true);
+  Adopta(rotulo_);
+  Refresca();
+}
+
+void VistaEtiqueta::Refresca() {
+  if (rotulo_ == nullptr) return widget()->update();
+  rotulo_->setText(Q(etiqueta_.caption()));
+  Estrecha(rotulo_, APixel(etiqueta_.width()));
+}
+
+}  // namespace vista

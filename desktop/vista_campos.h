@@ -1,0 +1,118 @@
+// Views of fields, buttons, boxes, frames and captions.
+#pragma once
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include "desktop/vista.h"
+#include "platform/com/fecha.h"
+
+class QAction;
+class QDate;
+
+namespace vista {
+
+QDate ADate(com::Fecha fecha);
+com::Fecha DeDate(const QDate& fecha);
+// A date as clerks type it: "15/03/2026", "15-3-26", "15/3", "15" (nearest to the base), "15032026", "+3" (days from
+// the base). Nothing for anything else.
+std::optional<com::Fecha> LeeFecha(const QString& texto, com::Fecha base);
+
+// Key or text entry with its search button; names and totals are shown without a box.
+class VistaLookup : public Vista {
+ public:
+  VistaLookup(controles::LookupField& campo, QWidget* padre, const Contexto& contexto);
+  void Refresca() override;
+  bool Tecla(const QKeyEvent& evento) override;
+  void Deja(Qt::FocusReason motivo) override;
+  // Opens the search and confirms what was chosen.
+  void Busca();
+
+ private:
+  controles::LookupField& campo_;
+  QLineEdit* edicion_;
+  QAction* lupa_ = nullptr;
+};
+
+// Date entry: typed, stepped by the arrow keys, or picked from a calendar (F4 or Alt+Down).
+class VistaFecha : public Vista {
+ public:
+  VistaFecha(controles::DateField& campo, QWidget* padre, const Contexto& contexto);
+  void Refresca() override;
+  bool Tecla(const QKeyEvent& evento) override;
+  void Entrega() override;
+  void Deja(Qt::FocusReason motivo) override;
+  void AbreCalendario();
+
+ private:
+  void Fija(com::Fecha fecha);
+
+  controles::DateField& campo_;
+  QLineEdit* edicion_;
+  QAction* calendario_;
+  bool tecleada_ = false;
+};
+
+class VistaNotas : public Vista {
+ public:
+  VistaNotas(controles::CampoNotas& campo, QWidget* padre, const Contexto& contexto);
+  void Refresca() override;
+  bool Tecla(const QKeyEvent& evento) override;
+
+ private:
+  controles::CampoNotas& campo_;
+  QPlainTextEdit* edicion_;
+  bool refrescando_ = false;
+};
+
+class VistaBoton : public Vista {
+ public:
+  VistaBoton(controles::Boton& boton, QWidget* padre, const Contexto& contexto);
+  void Refresca() override;
+};
+
+class VistaCasilla : public Vista {
+ public:
+  VistaCasilla(controles::Casilla& casilla, QWidget* padre, const Contexto& contexto);
+  void Refresca() override;
+  bool Tecla(const QKeyEvent& evento) override;
+
+ private:
+  controles::Casilla& casilla_;
+  QCheckBox* caja_;
+};
+
+class VistaOpcion : public Vista {
+ public:
+  VistaOpcion(controles::Opcion& opcion, QWidget* padre, const Contexto& contexto);
+  void Refresca() override;
+  bool Tecla(const QKeyEvent& evento) override;
+
+ private:
+  controles::Opcion& opcion_;
+  QRadioButton* boton_;
+};
+
+// Frame: a card with a small title, or nothing but a place when it has no caption.
+class VistaMarco : public Vista {
+ public:
+  VistaMarco(controles::Marco& marco, QWidget* padre, const Contexto& contexto);
+  void Refresca() override {}
+};
+
+// Caption, or a swatch in a state's colour and pattern; the state is the key of the caption before it.
+class VistaEtiqueta : public Vista {
+ public:
+  VistaEtiqueta(controles::Etiqueta& etiqueta, QWidget* padre, const Contexto& contexto);
+  void Refresca() override;
+
+ private:
+  controles::Etiqueta& etiqueta_;
+  QLabel* rotulo_ = nullptr;
+};
+
+}  // namespace vista

@@ -1,0 +1,575 @@
+#include "desktop/vista_grid.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDate>
+#include <QHeaderView>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <QTimer>
+#include <algorithm>
+
+#include "desktop/escala.h"
+#include "desktop/estilo.h"
+#include "desktop/guarda.h"
+#include "desktop/iconos.h"
+#include "desktop/teclas.h"
+
+namespace vista {
+
+namespace {
+
+constexpr int kColumnasFijas = 2;  // Clave and Nombre
+constexpr int kAnchoManija = 34;   // row headers
+
+bool Fija(int columna) { return columna < kColumnasFijas; }
+
+// The grid style that a mark of the user gives, and the one that it takes away.
+constexpr const char* kMarcada = "OCUPANDO";
+constexpr const char* kLibre = "DISPONIBLE";
+
+}  // namespace
+
+// --- painting
+// ----------------------------------------------------------------------------------------------------------
+
+class VistaGrid::Pintor : public QStyledItemDelegate {
+ public:
+  Pintor(const VistaGrid& vista, QObject* padre) : QStyledItemDelegate(padre), vista_(vista) {}
+
+  void paint(QPainter* p, const QStyleOptionViewItem& opcion, const QModelIndex& indice) const override {
+    const controles::Grid& grid = vista_.grid_;
+    const int fila = indice.row(), columna = indice.column();
+    if (fila >= grid.Filas() || columna >= grid.NumColumnas()) return;
+    const Paleta& colores = Colores();
+    const QRect zona = opcion.rect;
+    const bool enFila = fila == grid.fila();
+    const bool actual = enFila && columna == grid.columna();
+    const int estilo = grid.estilo(fila, columna);
+    QColor tinta = colores.texto;
+    QString letra;
+    if (estilo >= 0 && static_cast<std::size_t>(estilo) < grid.Estilos().size()) {
+      const auto& e = grid.Estilos()[static_cast<std::size_t>(estilo)];
+      const QColor tono = TonoEstado(e.fondo);
+      PintaEstado(*p, zona, Q(e.nombre), tono);
+      tinta = TextoSobre(tono);
+      letra = LetraDe(Q(e.nombre));
+    } else {
+      const bool soloMuestra = grid.columna(columna).bloqueada && !vista_.EsTablero();
+      p->fillRect(zona, enFila ? colores.acentoSuave : soloMuestra ? colores.fondo : colores.superficie);
+    }
+    p->setPen(colores.borde);
+    p->drawLine(zona.topRight(), zona.bottomRight());
+    p->drawLine(zona.bottomLeft(), zona.bottomRight());
+
+    const QString texto = indice.data(Qt::DisplayRole).toString();
+    const auto alineada = indice.data(Qt::TextAlignmentRole).value<Qt::Alignment>();
+    const QRect caja = zona.adjusted(6, 0, -7, 0);
+    p->setFont(opcion.font);
+    p->setPen(tinta);
+    if (!letra.isEmpty()) {
+      p->setFont(Fuente(Letra::Chica));
+      p->drawText(zona.adjusted(6, 0, -4, 0), Qt::AlignLeft | Qt::AlignVCenter, letra);
+      p->setFont(opcion.font);
+    }
+    const QFontMetrics medidas(opcion.font);
+    const QString corto = medidas.elidedText(texto, Qt::ElideRight, caja.width());
+    p->drawText(caja, static_cast<int>(alineada), corto);
+
+    if (!actual) return;
+    const bool enfocada = vista_.formulario().foco() == &grid && vista_.TieneFoco();
+    p->setPen(QPen(enfocada ? colores.acento : colores.tenue, enfocada ? 2 : 1));
+    p->setBrush(Qt::NoBrush);
+    p->drawRect(enfocada ? zona.adjusted(1, 1, -2, -2) : zona.adjusted(0, 0, -1, -1));
+    if (enfocada && estilo >= 0) {
+      // A ring that shows on every state colour.
+      p->setPen(QPen(colores.superficie, 1));
+      p->drawRect(zona.adjusted(2, 2, -4, -4));
+    }
+    if (enfocada && grid.Edicion()) {
+      const int ancho = std::min(medidas.horizontalAdvance(corto), caja.width());
+      int x = caja.left() + ancho + 1;
+      if (alineada.testFlag(Qt::AlignRight)) x = caja.right() + 2;
+      if (alineada.testFlag(Qt::AlignHCenter)) x = caja.center().x() + ancho / 2 + 1;
+      p->fillRect(QRect(x, zona.center().y() - medidas.ascent() / 2 - 1, 1, medidas.height() - 2), tinta);
+    }
+  }
+
+ private:
+  const VistaGrid& vista_;
+};
+
+// Captions of the columns; a day's has its weekday above its day of the month.
+class VistaGrid::Encabezado : public QHeaderView {
+ public:
+  Encabezado(bool dias, QWidget* padre) : QHeaderView(Qt::Horizontal, padre), dias_(dias) {
+    setSectionResizeMode(QHeaderView::Fixed);
+    setHighlightSections(false);
+    setSectionsClickable(false);
+    setMinimumSectionSize(10);
+  }
+
+  QSize sizeHint() const override {
+    const int alto = fontMetrics().height();
+    return QSize(QHeaderView::sizeHint().width(), dias_ ? 2 * alto + 8 : alto + 10);
+  }
+
+ protected:
+  void paintSection(QPainter* p, const QRect& zona, int seccion) const override {
+    const Paleta& colores = Colores();
+    const QDate dia = model()->headerData(seccion, Qt::Horizontal, ModeloGrid::kFecha).toDate();
+    const bool descanso = dia.isValid() && dia.dayOfWeek() >= Qt::Saturday;
+    p->save();
+    p->fillRect(zona, descanso ? colores.finSemana : colores.realce);
+    p->setPen(colores.borde);
+    p->drawLine(zona.topRight(), zona.bottomRight());
+    p->drawLine(zona.bottomLeft(), zona.bottomRight());
+    const QString titulo = model()->headerData(seccion, Qt::Horizontal, Qt::DisplayRole).toString();
+    if (dia.isValid()) {
+      const QRect arriba(zona.left(), zona.top() + 3, zona.width(), zona.height() / 2 - 2);
+      const QRect abajo(zona.left(), zona.center().y(), zona.width(), zona.height() / 2);
+      p->setFont(Fuente(Letra::Chica));
+      p->setPen(descanso ? colores.texto : colores.tenue);
+      p->drawText(arriba, Qt::AlignCenter, titulo);
+      p->setFont(Fuente(Letra::Fuerte));
+      p->setPen(colores.texto);
+      // The month is named where it begins.
+      const bool nombra = dia.day() == 1 || seccion == kColumnasFijas;
+      const QString numero = QString::number(dia.day());
+      p->drawText(
+          abajo, Qt::AlignCenter,
+          nombra ? numero + QLatin1Char(' ') +
+                       QLocale(QLocale::Spanish, QLocale::Mexico).monthName(dia.month(), QLocale::ShortFormat).left(3)
+                 : numero);
+    } else {
+      const auto alineada = model()->headerData(seccion, Qt::Horizontal, Qt::TextAlignmentRole).value<Qt::Alignment>();
+      p->setFont(Fuente(Letra::Fuerte));
+      p->setPen(colores.texto);
+      const QRect caja = zona.adjusted(6, 0, -6, 0);
+      p->drawText(caja, static_cast<int>(alineada), p->fontMetrics().elidedText(titulo, Qt::ElideRight, caja.width()));
+    }
+    p->restore();
+  }
+
+ private:
+  bool dias_;
+};
+
+// --- one of the two tables
+// ---------------------------------------------------------------------------------------------
+
+class VistaGrid::Tabla : public QTableView {
+ public:
+  Tabla(VistaGrid& vista, bool dias, QWidget* padre) : QTableView(padre), vista_(vista) {
+    setHorizontalHeader(new Encabezado(dias, this));
+    setSelectionMode(QAbstractItemView::NoSelection);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    setShowGrid(false);
+    setTabKeyNavigation(false);
+    setFrameShape(QFrame::NoFrame);
+    setWordWrap(false);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(APixel(espacio::kRenglon * kTwipsPorPixel));
+    verticalHeader()->setMinimumSectionSize(10);
+    verticalHeader()->setDefaultAlignment(Qt::AlignCenter);
+    verticalHeader()->setHighlightSections(false);
+  }
+
+ protected:
+  void mousePressEvent(QMouseEvent* evento) override {
+    if (evento->button() != Qt::LeftButton) return;
+    const QModelIndex celda = indexAt(evento->position().toPoint());
+    if (celda.isValid()) vista_.AlPulsar(celda.row(), celda.column());
+  }
+  void mouseMoveEvent(QMouseEvent* evento) override {
+    if (!evento->buttons().testFlag(Qt::LeftButton)) return;
+    const QModelIndex celda = indexAt(evento->position().toPoint());
+    if (celda.isValid()) vista_.AlArrastrar(celda.row(), celda.column());
+  }
+  void mouseReleaseEvent(QMouseEvent*) override { vista_.AlSoltar(); }
+  void mouseDoubleClickEvent(QMouseEvent* evento) override { mousePressEvent(evento); }
+  void inputMethodEvent(QInputMethodEvent* evento) override {
+    if (!evento->commitString().isEmpty()) vista_.Escribe(evento->commitString());
+    evento->accept();
+  }
+  void focusInEvent(QFocusEvent* evento) override {
+    QTableView::focusInEvent(evento);
+    viewport()->update();
+    vista_.marco_->update();
+  }
+  void focusOutEvent(QFocusEvent* evento) override {
+    QTableView::focusOutEvent(evento);
+    viewport()->update();
+  }
+  void changeEvent(QEvent* evento) override {
+    QTableView::changeEvent(evento);
+    if (evento->type() == QEvent::PaletteChange) viewport()->update();
+  }
+
+ private:
+  VistaGrid& vista_;
+};
+
+namespace {
+
+// The frame tells when it is resized.
+class Cuadro : public QFrame {
+ public:
+  Cuadro(std::function<void()> alCambiar, QWidget* padre) : QFrame(padre), alCambiar_(std::move(alCambiar)) {
+    setAttribute(Qt::WA_StyledBackground);
+    setProperty("cuadro", true);
+  }
+
+ protected:
+  void resizeEvent(QResizeEvent* evento) override {
+    QFrame::resizeEvent(evento);
+    alCambiar_();
+  }
+
+ private:
+  std::function<void()> alCambiar_;
+};
+
+}  // namespace
+
+// --- VistaGrid
+// ---------------------------------------------------------------------------------------------------------
+
+VistaGrid::VistaGrid(controles::Grid& grid, QWidget* padre, const Contexto& contexto)
+    : Vista(grid, contexto), grid_(grid), marco_(new Cuadro([this] { Acomoda(); }, padre)) {
+  modelo_ = new ModeloGrid(grid, marco_);
+  fija_ = new Tabla(*this, EsTablero(), marco_);
+  movil_ = new Tabla(*this, EsTablero(), marco_);
+  auto* pintor = new Pintor(*this, marco_);
+  for (Tabla* tabla : {fija_, movil_}) {
+    tabla->setItemDelegate(pintor);
+    tabla->setModel(modelo_);
+  }
+  movil_->verticalHeader()->hide();
+  movil_->setObjectName(Q(grid.nombre()) + QStringLiteral("_celdas"));
+  fija_->setObjectName(Q(grid.nombre()) + QStringLiteral("_fijas"));
+  fija_->setFocusPolicy(Qt::NoFocus);
+  fija_->verticalHeader()->setFixedWidth(APixel(kAnchoManija * kTwipsPorPixel));
+  fija_->verticalHeader()->setSectionsClickable(true);
+  fija_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  fija_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  fija_->setCornerButtonEnabled(false);
+  movil_->setAttribute(Qt::WA_InputMethodEnabled);
+  QObject::connect(movil_->verticalScrollBar(), &QScrollBar::valueChanged, fija_->verticalScrollBar(),
+                   &QScrollBar::setValue);
+  QObject::connect(fija_->verticalScrollBar(), &QScrollBar::valueChanged, movil_->verticalScrollBar(),
+                   &QScrollBar::setValue);
+  QObject::connect(movil_->horizontalScrollBar(), &QScrollBar::rangeChanged, marco_, [this] { Acomoda(); });
+  QObject::connect(fija_->verticalHeader(), &QHeaderView::sectionPressed, marco_, [this](int fila) {
+    movil_->setFocus(Qt::MouseFocusReason);
+    Corre([&] { grid_.SeleccionaFila(fila); });
+  });
+  QObject::connect(modelo_, &ModeloGrid::columnasCambiaron, marco_, [this] { AjustaColumnas(); });
+  QObject::connect(modelo_, &ModeloGrid::modelReset, marco_, [this] { AjustaColumnas(); });
+  QObject::connect(modelo_, &ModeloGrid::actualCambio, marco_, [this] { MuestraActual(); });
+  agrega_ = new QToolButton(fija_->viewport());
+  agrega_->setText(QStringLiteral("Agregar habitación"));
+  agrega_->setToolTip(QStringLiteral("Agregar habitación (Ins)"));
+  agrega_->setIcon(Icono(QStringLiteral("mas"), Colores().acento));
+  agrega_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+  agrega_->setFocusPolicy(Qt::NoFocus);
+  agrega_->hide();
+  QObject::connect(agrega_, &QToolButton::clicked, marco_, [this] { AgregaRenglon(); });
+  Adopta(marco_);
+  fija_->verticalHeader()->setToolTip(EsTablero() ? QStringLiteral("Clic: marca o desmarca toda la fila")
+                                                  : QStringLiteral("Ctrl+Supr quita la habitación"));
+  AjustaColumnas();
+}
+
+VistaGrid::~VistaGrid() = default;
+
+QWidget* VistaGrid::foco() const { return movil_; }
+
+bool VistaGrid::TieneFoco() const { return movil_->hasFocus(); }
+
+QTableView* VistaGrid::tabla(int columna) const { return Fija(columna) ? fija_ : movil_; }
+
+QWidget* VistaGrid::encabezadoFilas() const { return fija_->verticalHeader()->viewport(); }
+
+void VistaGrid::Refresca() {
+  modelo_->Sincroniza();
+  movil_->viewport()->update();
+  fija_->viewport()->update();
+  Acomoda();
+}
+
+int VistaGrid::AnchoMinimo(int columna) const {
+  const QFontMetrics fuerte(Fuente(Letra::Fuerte)), normal(marco_->font());
+  constexpr int kOrilla = 15, kMuestras = 60;
+  const auto& c = grid_.columna(columna);
+  int ancho = fuerte.horizontalAdvance(Q(c.titulo)) + kOrilla;
+  if (!c.fecha.empty()) return std::max(ancho, normal.horizontalAdvance(QStringLiteral("R 88")) + kOrilla);
+  for (int f = 0; f < std::min(grid_.Filas(), kMuestras); ++f) {
+    ancho = std::max(ancho, normal.horizontalAdvance(Q(grid_.Texto(f, columna))) + kOrilla);
+  }
+  return ancho;
+}
+
+// A column is as wide as designed; where the window is too narrow for all, they give way down to their captions and
+// contents.
+void VistaGrid::AjustaColumnas() {
+  const int n = std::min(modelo_->columnCount(), grid_.NumColumnas());
+  int deseado = 0, minimo = 0;
+  std::vector<int> anchos(static_cast<std::size_t>(n)), minimos(static_cast<std::size_t>(n));
+  for (int c = 0; c < n; ++c) {
+    const auto& columna = grid_.columna(c);
+    for (Tabla* t : {fija_, movil_}) t->setColumnHidden(c, !columna.visible || Fija(c) != (t == fija_));
+    if (!columna.visible) continue;
+    const auto i = static_cast<std::size_t>(c);
+    minimos[i] = AnchoMinimo(c);
+    anchos[i] = std::max(APixel(columna.ancho), minimos[i]);
+    deseado += anchos[i];
+    minimo += minimos[i];
+  }
+  const int cabe = marco_->width() - 2 - fija_->verticalHeader()->width() - 14;
+  const bool tablero = EsTablero();
+  const double cede = tablero || deseado <= cabe ? 0.0
+                      : deseado == minimo        ? 1.0
+                                                 : std::min(1.0, double(deseado - cabe) / (deseado - minimo));
+  for (int c = 0; c < n; ++c) {
+    const auto i = static_cast<std::size_t>(c);
+    if (anchos[i] == 0) continue;
+    tabla(c)->setColumnWidth(c, anchos[i] - static_cast<int>((anchos[i] - minimos[i]) * cede));
+  }
+  Acomoda();
+}
+
+void VistaGrid::Acomoda() {
+  if (agrega_ == nullptr) return;
+  const QRect dentro = marco_->contentsRect().adjusted(1, 1, -1, -1);
+  int ancho = fija_->verticalHeader()->width();
+  for (int c = 0; c < std::min(kColumnasFijas, modelo_->columnCount()); ++c) {
+    if (!fija_->isColumnHidden(c)) ancho += fija_->columnWidth(c);
+  }
+  ancho = std::min(ancho, dentro.width());
+  const int barra =
+      movil_->horizontalScrollBar()->maximum() > 0 ? movil_->horizontalScrollBar()->sizeHint().height() : 0;
+  fija_->setGeometry(dentro.left(), dentro.top(), ancho, dentro.height() - barra);
+  movil_->setGeometry(dentro.left() + ancho, dentro.top(), dentro.width() - ancho, dentro.height());
+  const int alto = fija_->verticalHeader()->defaultSectionSize();
+  const int debajo = grid_.Filas() * alto - fija_->verticalScrollBar()->value();
+  agrega_->setVisible(PuedeAgregar());
+  agrega_->setFixedHeight(alto);
+  agrega_->adjustSize();
+  agrega_->move(2, debajo);
+}
+
+void VistaGrid::MuestraActual() {
+  const int fila = grid_.fila(), columna = grid_.columna();
+  if (fila >= 0 && fila < modelo_->rowCount()) {
+    const int donde = columna >= 0 && !Fija(columna) && columna < modelo_->columnCount() ? columna : -1;
+    if (donde >= 0) {
+      movil_->scrollTo(modelo_->index(fila, donde));
+      movil_->setCurrentIndex(modelo_->index(fila, donde));
+    } else if (columna >= 0) {
+      fija_->scrollTo(modelo_->index(fila, columna));
+    }
+  }
+  movil_->viewport()->update();
+  fija_->viewport()->update();
+  Acomoda();
+}
+
+QRect VistaGrid::ZonaCelda(int fila, int columna) {
+  modelo_->Sincroniza();
+  if (fila < 0 || columna < 0 || fila >= modelo_->rowCount() || columna >= modelo_->columnCount()) return {};
+  QTableView* t = tabla(columna);
+  const QModelIndex celda = modelo_->index(fila, columna);
+  t->scrollTo(celda);
+  const QRect zona = t->visualRect(celda);
+  return QRect(t->viewport()->mapTo(marco_, zona.topLeft()), zona.size());
+}
+
+QRect VistaGrid::ZonaEncabezado(int fila) {
+  modelo_->Sincroniza();
+  if (fila < 0 || fila >= modelo_->rowCount()) return {};
+  fija_->scrollTo(modelo_->index(fila, fija_->isColumnHidden(0) ? 1 : 0));
+  QHeaderView* cabeza = fija_->verticalHeader();
+  return QRect(0, cabeza->sectionViewportPosition(fila), cabeza->width(), cabeza->sectionSize(fila));
+}
+
+// --- mouse
+// -------------------------------------------------------------------------------------------------------------
+
+void VistaGrid::AlPulsar(int fila, int columna) {
+  if (!grid_.enabled() || fila >= grid_.Filas() || columna >= grid_.NumColumnas()) return;
+  if (!movil_->hasFocus()) movil_->setFocus(Qt::MouseFocusReason);
+  Corre([&] { grid_.ClicCelda(fila, columna); });
+  arrastre_.reset();
+  if (EsTablero() && fila < grid_.Filas() && columna < grid_.NumColumnas()) {
+    const int marcada = grid_.IndiceEstilo(kMarcada), libre = grid_.IndiceEstilo(kLibre);
+    const int estilo = grid_.estilo(fila, columna);
+    if (marcada >= 0 && (estilo == marcada || estilo == libre)) arrastre_ = estilo == marcada;
+  }
+}
+
+// Drawing over nights of the row gives them the state that the first one got.
+void VistaGrid::AlArrastrar(int fila, int columna) {
+  if (!arrastre_ || fila != grid_.fila() || columna == grid_.columna() || Fija(columna)) return;
+  const int quiere = grid_.IndiceEstilo(*arrastre_ ? kLibre : kMarcada);
+  Corre([&] {
+    if (grid_.estilo(fila, columna) == quiere) {
+      grid_.ClicCelda(fila, columna);
+    } else {
+      grid_.VaA(fila, columna);
+    }
+  });
+}
+
+// --- keyboard
+// ----------------------------------------------------------------------------------------------------------
+
+bool VistaGrid::PuedeAgregar() const {
+  if (EsTablero() || !grid_.enabled()) return false;
+  for (int c = 0; c < grid_.NumColumnas(); ++c) {
+    const auto& columna = grid_.columna(c);
+    if (columna.visible) return !columna.bloqueada;  // the key must be open
+  }
+  return false;
+}
+
+void VistaGrid::AgregaRenglon() {
+  if (!PuedeAgregar()) return;
+  Corre([this] {
+    movil_->setFocus();
+    grid_.NuevaFila();
+  });
+  modelo_->Sincroniza();
+}
+
+void VistaGrid::Escribe(const QString& texto) {
+  Corre([&] {
+    if (grid_.Filas() == 0 && PuedeAgregar()) grid_.NuevaFila();
+    const auto codigos = texto.toUcs4();
+    if (codigos.size() == 1) return formulario().PulsaCaracter(codigos.front());
+    std::u32string aceptado;
+    for (const uint c : codigos) {
+      int codigo = static_cast<int>(c);
+      if (grid_.KeyPress) grid_.KeyPress(codigo);
+      if (codigo >= 32) aceptado.push_back(static_cast<char32_t>(codigo));
+    }
+    const QString nuevo = QString::fromUcs4(aceptado.data(), static_cast<qsizetype>(aceptado.size()));
+    if (nuevo.isEmpty()) return;
+    grid_.Teclea(grid_.Edicion().value_or(std::string()) + nuevo.toStdString());
+  });
+}
+
+// Shift and an arrow: the night that is left and the one that is entered are marked, if they are free.
+void VistaGrid::MarcaTramo(int paso, bool vertical) {
+  const int libre = grid_.IndiceEstilo(kLibre);
+  const auto marca = [&] {
+    const int f = grid_.fila(), c = grid_.columna();
+    if (f >= 0 && c >= 0 && grid_.estilo(f, c) == libre) grid_.ClicCelda(f, c);
+  };
+  Corre([&] {
+    const int f = grid_.fila() + (vertical ? paso : 0), c = grid_.columna() + (vertical ? 0 : paso);
+    if (grid_.fila() < 0 || grid_.columna() < 0) return;
+    marca();
+    if (f < 0 || f >= grid_.Filas() || c < kColumnasFijas || c >= grid_.NumColumnas()) return;
+    if (grid_.VaA(f, c)) marca();
+  });
+}
+
+bool VistaGrid::TeclaDeTablero(const QKeyEvent& evento) {
+  const bool mayus = evento.modifiers().testFlag(Qt::ShiftModifier);
+  const int fila = grid_.fila(), columna = grid_.columna();
+  switch (evento.key()) {
+    case Qt::Key_Space:
+      if (fila < 0) return true;
+      Corre([&] {
+        if (mayus) {
+          grid_.SeleccionaFila(fila);
+        } else if (columna >= 0) {
+          grid_.ClicCelda(fila, columna);
+        }
+      });
+      return true;
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+      if (!mayus) return false;
+      MarcaTramo(evento.key() == Qt::Key_Right ? 1 : -1, false);
+      return true;
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+      if (!mayus) return false;
+      MarcaTramo(evento.key() == Qt::Key_Down ? 1 : -1, true);
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool VistaGrid::Tecla(const QKeyEvent& evento) {
+  if (!grid_.enabled()) return Vista::Tecla(evento);
+  if (EsTablero() && TeclaDeTablero(evento)) return true;
+  const int fila = grid_.fila(), columna = grid_.columna();
+  const auto va = [&](int f, int c) {
+    Corre([&] {
+      if (f < 0 || f >= grid_.Filas() || c < 0 || c >= grid_.NumColumnas() || !grid_.columna(c).visible) return;
+      grid_.VaA(f, c);
+    });
+    return true;
+  };
+  const int codigo = CodigoTecla(evento.key());
+  const bool flecha = codigo >= controles::tecla::kIzquierda && codigo <= controles::tecla::kAbajo;
+  if (flecha && columna < 0 && grid_.Filas() > 0) {
+    Corre([this] { grid_.Siguiente(); });
+    return true;
+  }
+  switch (evento.key()) {
+    case Qt::Key_Down:
+      if (fila == grid_.Filas() - 1 && PuedeAgregar()) {
+        AgregaRenglon();
+        return true;
+      }
+      break;
+    case Qt::Key_Insert:
+      AgregaRenglon();
+      return true;
+    case Qt::Key_Home:
+    case Qt::Key_End: {
+      if (fila < 0) return true;
+      const bool inicio = evento.key() == Qt::Key_Home;
+      int c = inicio ? (EsTablero() ? kColumnasFijas : 0) : grid_.NumColumnas() - 1;
+      while (c >= 0 && c < grid_.NumColumnas() && !grid_.columna(c).visible) c += inicio ? 1 : -1;
+      const int f = !evento.modifiers().testFlag(Qt::ControlModifier) ? fila : inicio ? 0 : grid_.Filas() - 1;
+      return va(f, c);
+    }
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown: {
+      const int pagina = std::max(1, movil_->viewport()->height() / movil_->verticalHeader()->defaultSectionSize() - 1);
+      const int f = fila + (evento.key() == Qt::Key_PageDown ? pagina : -pagina);
+      return va(std::clamp(f, 0, std::max(0, grid_.Filas() - 1)), columna);
+    }
+    default:
+      break;
+  }
+  if (evento.matches(QKeySequence::Copy)) {
+    if (fila >= 0 && columna >= 0) QApplication::clipboard()->setText(Q(grid_.Texto(fila, columna)));
+    return true;
+  }
+  if (evento.matches(QKeySequence::Paste)) {
+    Escribe(QApplication::clipboard()->text().simplified());
+    return true;
+  }
+  if (codigo != 0 && (flecha || codigo == controles::tecla::kRetroceso || codigo == controles::tecla::kSupr)) {
+    PasaTecla(codigo, MayusDe(evento.modifiers()));
+    return true;
+  }
+  if (Vista::Tecla(evento)) return true;
+  const bool orden = evento.modifiers() & (Qt::ControlModifier | Qt::AltModifier);
+  if (orden || evento.text().isEmpty() || !evento.text().front().isPrint()) return false;
+  Escribe(evento.text());
+  return true;
+}
+
+}  // namespace vista

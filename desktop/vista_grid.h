@@ -1,0 +1,68 @@
+// View of a grid: two tables side by side on one item model, the left one with the columns that stay in sight (Clave
+// and Nombre). Cells are painted by a delegate in the hotel's state colours; moves, typing and marks go to the grid's
+// user members.
+#pragma once
+
+#include <QFrame>
+#include <QTableView>
+#include <QToolButton>
+#include <optional>
+
+#include "desktop/modelo_grid.h"
+#include "desktop/vista.h"
+#include "platform/controls/grid.h"
+
+namespace vista {
+
+class VistaGrid : public Vista {
+ public:
+  VistaGrid(controles::Grid& grid, QWidget* padre, const Contexto& contexto);
+  ~VistaGrid() override;
+
+  void Refresca() override;
+  QWidget* foco() const override;
+  bool Tecla(const QKeyEvent& evento) override;
+
+  ModeloGrid& modelo() const { return *modelo_; }
+  // The table that shows a column.
+  QTableView* tabla(int columna) const;
+  // Place of a cell in the view's widget, after scrolling to it; empty when there is no such cell.
+  QRect ZonaCelda(int fila, int columna);
+  // A text typed at once (paste, input method): what the grid accepts of it is appended to what was typed in the cell.
+  void Escribe(const QString& texto);
+  // The header of a row, to click on.
+  QRect ZonaEncabezado(int fila);
+  QWidget* encabezadoFilas() const;
+
+ private:
+  class Tabla;
+  class Encabezado;
+  class Pintor;
+  friend class Tabla;
+  friend class Pintor;
+
+  void Acomoda();         // places both tables in the frame
+  void AjustaColumnas();  // widths and visibility
+  void MuestraActual();
+  void AlPulsar(int fila, int columna);
+  void AlArrastrar(int fila, int columna);
+  void AlSoltar() { arrastre_.reset(); }
+  void MarcaTramo(int paso, bool vertical);
+  bool TeclaDeTablero(const QKeyEvent& evento);
+  void AgregaRenglon();
+  bool PuedeAgregar() const;
+  bool EsTablero() const { return !grid_.Estilos().empty(); }
+  int AnchoMinimo(int columna) const;
+  bool TieneFoco() const;
+
+  controles::Grid& grid_;
+  QFrame* marco_;
+  ModeloGrid* modelo_;
+  Tabla* fija_;
+  Tabla* movil_;
+  QToolButton* agrega_;
+  // State that a drag over the board gives to the cells that it enters.
+  std::optional<bool> arrastre_;
+};
+
+}  // namespace vista
