@@ -10,16 +10,16 @@ namespace {
 class Comillas {
  public:
   void Fragmento(std::string_view texto) {
-    for (const char c : texto) {
-      if (c == '\'') {
-        if (!dentro_) {
-          dentro_ = true;
-        } else {
-          pendiente_ = !pendiente_;
-        }
-      } else if (pendiente_) {
-        dentro_ = pendiente_ = false;
+    while (!texto.empty()) {
+      if (pendiente_ && texto.front() != '\'') dentro_ = pendiente_ = false;
+      const std::size_t comilla = texto.find('\'');
+      if (comilla == std::string_view::npos) return;
+      if (dentro_) {
+        pendiente_ = !pendiente_;
+      } else {
+        dentro_ = true;
       }
+      texto.remove_prefix(comilla + 1);
     }
   }
 

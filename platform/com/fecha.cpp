@@ -1,8 +1,8 @@
 #include "platform/com/fecha.h"
 
 #include <cmath>
-#include <cstdio>
 
+#include "platform/com/cifras.h"
 #include "platform/com/error.h"
 
 namespace com {
@@ -109,13 +109,14 @@ int DiaSemana(Fecha f) {
 
 std::string AIso(Fecha f) {
   const Civil c = ACivil(f);
-  char texto[64];
-  if (f.segundo == 0) {
-    std::snprintf(texto, sizeof texto, "%04d-%02d-%02d", c.anio, c.mes, c.dia);
-  } else {
-    std::snprintf(texto, sizeof texto, "%04d-%02d-%02d %02d:%02d:%02d", c.anio, c.mes, c.dia, c.hora, c.minuto,
-                  c.segundo);
-  }
+  std::string texto;
+  AgregaCifras(texto, c.anio, 4);
+  AgregaCifras(texto += '-', c.mes, 2);
+  AgregaCifras(texto += '-', c.dia, 2);
+  if (f.segundo == 0) return texto;
+  AgregaCifras(texto += ' ', c.hora, 2);
+  AgregaCifras(texto += ':', c.minuto, 2);
+  AgregaCifras(texto += ':', c.segundo, 2);
   return texto;
 }
 

@@ -3,9 +3,9 @@
 #include <dlfcn.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <map>
 
+#include "platform/com/cifras.h"
 #include "platform/com/error.h"
 
 namespace com {
@@ -55,10 +55,16 @@ Biblioteca Abre(const RegistroServidor& servidor) {
 }  // namespace
 
 std::string ATexto(const Guid& id) {
-  char texto[48];
-  std::snprintf(texto, sizeof texto, "{%08X-%04X-%04X-%02X%02X-%02X%02X%02X%02X%02X%02X}", id.d1, id.d2, id.d3,
-                id.d4[0], id.d4[1], id.d4[2], id.d4[3], id.d4[4], id.d4[5], id.d4[6], id.d4[7]);
-  return texto;
+  std::string texto = "{";
+  AgregaCifras(texto, id.d1, 8, 16);
+  AgregaCifras(texto += '-', id.d2, 4, 16);
+  AgregaCifras(texto += '-', id.d3, 4, 16);
+  texto += '-';
+  for (std::size_t i = 0; i < id.d4.size(); ++i) {
+    if (i == 2) texto += '-';
+    AgregaCifras(texto, id.d4[i], 2, 16);
+  }
+  return texto + '}';
 }
 
 void RegistraServidor(RegistroServidor registro) {
@@ -87,9 +93,9 @@ Ptr<FabricaClase> ObjetoDeClase(const Guid& clase) {
   void* salida = nullptr;
   const HResult resultado = entrada(&clase, &FabricaClase::kId, &salida);
   if (resultado != kOk || salida == nullptr) {
-    char codigo[16];
-    std::snprintf(codigo, sizeof codigo, "0x%08X", static_cast<unsigned>(resultado));
-    FallaClase(clase, biblioteca.ruta + " no ofrece la clase (" + codigo + ")");
+    std::string motivo = biblioteca.ruta + " no ofrece la clase (0x";
+    AgregaCifras(motivo, static_cast<std::uint32_t>(resultado), 8, 16);
+    FallaClase(clase, motivo + ")");
   }
   return Ptr<FabricaClase>::Toma(static_cast<FabricaClase*>(salida));
 }

@@ -2,10 +2,11 @@
 
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
+#include <iterator>
 #include <limits>
 
+#include "platform/com/cifras.h"
 #include "platform/regional/regional.h"
 
 namespace com {
@@ -108,14 +109,18 @@ struct Decimal {
 };
 
 Decimal ADecimal(double valor) {
+  // "d.dddddddddddddde+xx"
   char texto[40];
-  std::snprintf(texto, sizeof texto, "%.*e", kCifras - 1, std::fabs(valor));
+  const auto fin =
+      std::to_chars(std::begin(texto), std::end(texto), std::fabs(valor), std::chars_format::scientific, kCifras - 1);
+  const std::string_view todo(texto, static_cast<std::size_t>(fin.ptr - texto));
+  const auto e = todo.find('e');
   Decimal d;
-  const char* p = texto;
-  for (; *p != 'e'; ++p) {
-    if (EsDigito(*p)) d.cifras.push_back(*p);
+  for (const char c : todo.substr(0, e)) {
+    if (EsDigito(c)) d.cifras.push_back(c);
   }
-  d.exponente = std::atoi(p + 1);
+  for (const char c : todo.substr(e + 2)) d.exponente = d.exponente * 10 + (c - '0');
+  if (todo[e + 1] == '-') d.exponente = -d.exponente;
   return d;
 }
 
@@ -137,9 +142,9 @@ std::string TextoDeNumero(double valor) {
   if (d.exponente >= kCifras || d.exponente - n + 1 < -kCifras) {
     s += d.cifras.substr(0, 1);
     if (n > 1) s += punto + d.cifras.substr(1);
-    char exponente[16];
-    std::snprintf(exponente, sizeof exponente, "E%+03d", d.exponente);
-    return s + exponente;
+    s += d.exponente < 0 ? "E-" : "E+";
+    AgregaCifras(s, static_cast<std::uint32_t>(std::abs(d.exponente)), 2);
+    return s;
   }
   if (d.exponente < 0) return s + "0" + punto + std::string(static_cast<std::size_t>(-d.exponente - 1), '0') + d.cifras;
   const int enteras = d.exponente + 1;

@@ -3,9 +3,10 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <iterator>
 #include <utility>
+
+#include "platform/com/cifras.h"
 
 namespace regional {
 namespace {
@@ -99,17 +100,21 @@ void Fija(Ajustes ajustes) { EnVigor() = std::move(ajustes); }
 std::string FechaCorta(com::Fecha f) {
   const com::Civil c = com::ACivil(f);
   const char s = Actual().separadorFecha;
-  char texto[48];
-  std::snprintf(texto, sizeof texto, "%02d%c%02d%c%04d", c.dia, s, c.mes, s, c.anio);
+  std::string texto;
+  com::AgregaCifras(texto, c.dia, 2);
+  com::AgregaCifras(texto += s, c.mes, 2);
+  com::AgregaCifras(texto += s, c.anio, 4);
   return texto;
 }
 
 std::string TextoFecha(com::Fecha f) {
-  if (f.segundo == 0) return FechaCorta(f);
+  std::string texto = FechaCorta(f);
+  if (f.segundo == 0) return texto;
   const com::Civil c = com::ACivil(f);
-  char hora[40];
-  std::snprintf(hora, sizeof hora, " %02d:%02d:%02d", c.hora, c.minuto, c.segundo);
-  return FechaCorta(f) + hora;
+  com::AgregaCifras(texto += ' ', c.hora, 2);
+  com::AgregaCifras(texto += ':', c.minuto, 2);
+  com::AgregaCifras(texto += ':', c.segundo, 2);
+  return texto;
 }
 
 std::string Moneda(double importe, int decimales) {
@@ -121,7 +126,7 @@ std::string ConFormato(const com::Variant& valor, std::string_view formato) {
   if (valor.EsVacio() || valor.EsNulo() || valor.EsObjeto()) return {};
   if (formato.empty()) return com::CStr(valor);
   if (valor.EsNumero()) return Escribe(com::CDbl(valor), LeeFormato(formato));
-  const std::string texto = com::CStr(valor);
+  std::string texto = com::CStr(valor);
   if (!valor.EsTexto()) return texto;
   const auto numero = com::NumeroDe(texto);
   return numero ? Escribe(*numero, LeeFormato(formato)) : texto;
