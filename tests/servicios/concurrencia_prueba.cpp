@@ -1,10 +1,15 @@
 // Two programs on one database file.
 #include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
-#include <barrier>
+#include <atomic>
+#include <chrono>
+#include <cstring>
 #include <filesystem>
+#include <new>
 #include <set>
 #include <thread>
 
@@ -13,84 +18,124 @@
 namespace autonomo {
 namespace {
 
-class DosHoteles : public testing::Test {
+constexpr int kNoches = 40;
+
+// What the two programs have in common.
+struct Compartida {
+  std::atomic<int> llegados = 0;
+  std::array<std::array<std::array<char, 16>, kNoches>, 2> folios{};
+  std::array<std::array<std::array<char, 256>, kNoches>, 2> errores{};
+
+  // Both start the round together; one that is left alone goes on after a while.
+  void Espera(int ronda) {
+    ++llegados;
+    for (int ms = 0; llegados < 2 * ronda && ms < 5000; ++ms) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+};
+
+template <std::size_t N>
+void Copia(std::array<char, N>& destino, const std::string& texto) {
+  std::strncpy(destino.data(), texto.c_str(), N - 1);
+}
+
+class DosProgramas : public testing::Test {
  protected:
-  DosHoteles() : carpeta_(std::filesystem::temp_directory_path() / ("kv207_servicios_" + std::to_string(::getpid()))) {
+  DosProgramas() : carpeta_(std::filesystem::temp_directory_path() / ("kv207_servicios_" + std::to_string(getpid()))) {
     std::filesystem::remove_all(carpeta_);
     std::filesystem::create_directory(carpeta_);
     ruta = (carpeta_ / "hotel.db").string();
-    Anfitrion host(pruebas::OpcionesDePrueba(ruta));
-    pruebas::LlenaHotelChico(host);
+    void* memoria = mmap(nullptr, sizeof(Compartida), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    comun = new (memoria) Compartida;
   }
-  ~DosHoteles() override { std::filesystem::remove_all(carpeta_); }
+  ~DosProgramas() override {
+    munmap(comun, sizeof(Compartida));
+    std::filesystem::remove_all(carpeta_);
+  }
 
-  // Runs the work in two threads at once, each with a host of its own.
+  // Runs the work in two processes at once; quien is 0 here and 1 in the other.
   template <class Trabajo>
   void ALaVez(Trabajo trabajo) {
-    std::barrier salida(2);
-    const auto corre = [&](int quien) {
+    const pid_t otro = fork();
+    ASSERT_GE(otro, 0);
+    if (otro == 0) {
+      int salida = 0;
       try {
-        Anfitrion host(pruebas::OpcionesDePrueba(ruta));
-        trabajo(host, quien, salida);
-      } catch (const com::Error& e) {
-        ADD_FAILURE() << e.Descripcion();
-        salida.arrive_and_drop();  // the other one goes on alone
+        trabajo(1);
+      } catch (const std::exception& e) {
+        std::fprintf(stderr, "%s\n", e.what());
+        salida = 1;
       }
-    };
-    std::thread otro(corre, 1);
-    corre(0);
-    otro.join();
+      _exit(salida);
+    }
+    EXPECT_NO_THROW(trabajo(0));
+    int estado = -1;
+    waitpid(otro, &estado, 0);
+    EXPECT_EQ(estado, 0);
+  }
+  int Cuenta(const std::string& archivo, const std::string& tabla) {
+    Anfitrion host(pruebas::OpcionesDePrueba(archivo));
+    return com::CLng(host.conexion()->Consulta("SELECT COUNT(*) AS N FROM " + tabla)->Fields(0).Value());
   }
 
   std::string ruta;
+  Compartida* comun;
 
  private:
   std::filesystem::path carpeta_;
 };
 
-TEST_F(DosHoteles, UnCuartoSeVendeUnaVezPorNoche) {
-  constexpr int kNoches = 40;
-  std::array<std::array<std::string, kNoches>, 2> folios, errores;
-  ALaVez([&](Anfitrion& host, int quien, std::barrier<>& salida) {
+TEST_F(DosProgramas, UnCuartoSeVendeUnaVezPorNoche) {
+  {
+    Anfitrion host(pruebas::OpcionesDePrueba(ruta));
+    pruebas::LlenaHotelChico(host);
+  }
+  ALaVez([this](int quien) {
+    Anfitrion host(pruebas::OpcionesDePrueba(ruta));
     for (int n = 0; n < kNoches; ++n) {
       const com::Fecha noche = com::MasDias(pruebas::Dia("2026-04-01"), n);
-      salida.arrive_and_wait();
-      folios[quien][n] = pruebas::GuardaUna(host, "0101", com::AIso(noche), com::AIso(com::MasDias(noche, 1)), 100,
-                                            &errores[quien][n]);
+      std::string error;
+      comun->Espera(n + 1);
+      Copia(comun->folios[quien][n],
+            pruebas::GuardaUna(host, "0101", com::AIso(noche), com::AIso(com::MasDias(noche, 1)), 100, &error));
+      Copia(comun->errores[quien][n], error);
     }
   });
   std::set<std::string> usados;
   for (int n = 0; n < kNoches; ++n) {
-    const int gana = folios[0][n].empty() ? 1 : 0;
-    EXPECT_FALSE(folios[gana][n].empty()) << "night " << n;
-    EXPECT_EQ(folios[1 - gana][n], "") << "night " << n;
+    const std::array<std::string, 2> folio = {comun->folios[0][n].data(), comun->folios[1][n].data()};
+    const int gana = folio[0].empty() ? 1 : 0;
+    EXPECT_NE(folio[gana], "") << "night " << n;
+    EXPECT_EQ(folio[1 - gana], "") << "night " << n;
     // The loser is told which reservation holds the room.
-    EXPECT_NE(errores[1 - gana][n].find("por la reservación " + folios[gana][n]), std::string::npos)
-        << errores[1 - gana][n];
-    usados.insert(folios[gana][n]);
+    const std::string error = comun->errores[1 - gana][n].data();
+    EXPECT_NE(error.find("por la reservación " + folio[gana]), std::string::npos) << error;
+    usados.insert(folio[gana]);
   }
   EXPECT_EQ(usados.size(), static_cast<std::size_t>(kNoches));
   EXPECT_EQ(*usados.rbegin(), "0000000040");  // refused saves left no hole
+  EXPECT_EQ(Cuenta(ruta, "Reservacion"), kNoches);
 }
 
-TEST_F(DosHoteles, DemoDosVecesALaVezSeLlenaUna) {
-  const std::string otra = ruta + ".demo";
-  ALaVez([&](Anfitrion&, int, std::barrier<>& salida) {
-    Opciones o = pruebas::OpcionesDePrueba(otra);
+TEST_F(DosProgramas, ElHotelDeDemostracionSeLlenaUnaVez) {
+  ALaVez([this](int) {
+    Opciones o = pruebas::OpcionesDePrueba(ruta);
     o.demo = true;
-    salida.arrive_and_wait();
+    comun->Espera(1);
     const Anfitrion host(o);
   });
-  Anfitrion host(pruebas::OpcionesDePrueba(otra));
-  EXPECT_EQ(com::CLng(host.conexion()->Consulta("SELECT COUNT(*) AS N FROM Habitacion")->Fields(0).Value()), 40);
+  EXPECT_EQ(Cuenta(ruta, "Habitacion"), 40);
 }
 
-TEST_F(DosHoteles, DemoNoTocaUnHotelConDatos) {
+TEST_F(DosProgramas, LaDemostracionNoTocaUnHotelConDatos) {
+  {
+    Anfitrion host(pruebas::OpcionesDePrueba(ruta));
+    pruebas::LlenaHotelChico(host);
+  }
   Opciones o = pruebas::OpcionesDePrueba(ruta);
   o.demo = true;
-  Anfitrion host(o);
-  EXPECT_EQ(com::CLng(host.conexion()->Consulta("SELECT COUNT(*) AS N FROM Habitacion")->Fields(0).Value()), 3);
-  EXPECT_EQ(com::CLng(host.conexion()->Consulta("SELECT COUNT(*) AS N FROM Reservacion")->Fields(0).Value()), 0);
+  const Anfitrion host(o);
+  EXPECT_EQ(Cuenta(ruta, "Habitacion"), 3);
+  EXPECT_EQ(Cuenta(ruta, "Reservacion"), 0);
 }
 
 }  // namespace
