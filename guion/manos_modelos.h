@@ -1,0 +1,32 @@
+// The clerk's hands on the screens' models, without a display.
+#pragma once
+
+#include "guion/manos.h"
+
+namespace guion {
+
+class ManosModelos : public Manos {
+ public:
+  void Texto(controles::Control& control, const std::string& texto) override;
+  void Confirma(controles::Control& control) override;
+  void PonFecha(controles::DateField& control, com::Fecha fecha) override;
+  void Clic(controles::Control& control) override;
+  void Tecla(controles::Formulario& formulario, int codigo, int mayus) override;
+  void Caracter(controles::Formulario& formulario, char32_t caracter) override;
+  void Accion(controles::ScreenToolbar& barra, controles::Accion accion) override;
+  bool Celda(controles::Grid& grid, int fila, int columna, const std::string& valor) override;
+  bool Ve(controles::Grid& grid, int fila, int columna) override;
+  bool Borra(controles::Grid& grid, int fila) override;
+  void ClicCelda(controles::Grid& grid, int fila, int columna) override;
+  void SeleccionaFila(controles::Grid& grid, int fila) override;
+  void Tamano(controles::Formulario& formulario, int ancho, int alto) override;
+  void Foto(controles::Formulario& formulario, const std::string& ruta) override;
+  // Leaves a grid with an unfinished edit first. Error kTamanio when its cell holds the user.
+  void Enfoca(controles::Control& control) override;
+};
+
+// What is left of a text typed into the current cell once the screen has swallowed the characters that it does not
+// take. For every kind of hands, so that all type the same.
+std::string LoQueAcepta(controles::Grid& grid, const std::string& texto);
+
+}  // namespace guion

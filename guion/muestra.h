@@ -1,0 +1,30 @@
+// What a "muestra" order tells about the screens and about what the host recorded.
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "guion/json.h"
+#include "host/standalone/anfitrion.h"
+#include "platform/controls/barra.h"
+#include "platform/controls/control.h"
+#include "platform/controls/formulario.h"
+#include "platform/controls/grid.h"
+
+namespace guion {
+
+// Text, value, switches and place (twips) of a control, and what else its kind has.
+Json MuestraControl(const controles::Control& control);
+Json MuestraBarra(const controles::ScreenToolbar& barra);
+// The screen's own fields.
+Json MuestraCampos(const controles::Formulario& formulario);
+// The room lines, all columns by key. Empty cells are null.
+Json MuestraRenglones(const controles::Grid& grid);
+Json MuestraColumnas(const controles::Grid& grid);
+// Day columns and rows of the board with the text and the style of every cell.
+Json MuestraTablero(const controles::Grid& grid);
+
+// "bitacora", "correos", "impresiones", "visor" or "pantallas", oldest first; nothing for another name.
+std::optional<Json> MuestraRegistro(autonomo::Anfitrion& anfitrion, std::string_view nombre);
+
+}  // namespace guion

@@ -1,0 +1,22 @@
+// Command line of the programs that run scripts.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "host/standalone/anfitrion.h"
+
+namespace guion {
+
+struct OpcionesGuion {
+  autonomo::Opciones anfitrion;
+  std::string guion = "-";  // "-": standard input
+  bool ayuda = false;
+};
+
+extern const char* const kUsoGuion;
+
+// Without the program's name. Error kArgumento for wrong usage.
+OpcionesGuion LeeOpciones(const std::vector<std::string>& argumentos);
+
+}  // namespace guion

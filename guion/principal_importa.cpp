@@ -1,0 +1,129 @@
+// reservas-importa: brings a hotel's existing bookings in through the reservation screen.
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <chrono>
+#include <iomanip>
+#include <iostream>
+
+#include "guion/catalogo.h"
+#include "guion/importador.h"
+#include "platform/com/error.h"
+
+namespace {
+
+constexpr const char* kUso =
+    "Uso: reservas-importa --base RUTA.db --habitaciones HABITACIONES.csv RESERVAS.csv [--rechazadas ARCHIVO.csv]\n"
+    "\n"
+    "Captura en la base las reservas de RESERVAS.csv, como lo haría un recepcionista. Si se interrumpe, la misma "
+    "orden\n"
+    "continúa donde se quedó.\n";
+
+constexpr const char* kUsuario = "IMPORTACION";
+constexpr int kTodoBien = 0, kConFallas = 1, kUsoErroneo = 2;
+
+struct Opciones {
+  std::string base, habitaciones, reservas, rechazadas;
+};
+
+[[noreturn]] void UsoErroneo(const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); }
+
+Opciones LeeOpciones(const std::vector<std::string>& argumentos) {
+  Opciones o;
+  for (std::size_t i = 0; i < argumentos.size(); ++i) {
+    const std::string& opcion = argumentos[i];
+    std::string* destino = opcion == "--base"           ? &o.base
+                           : opcion == "--habitaciones" ? &o.habitaciones
+                           : opcion == "--rechazadas"   ? &o.rechazadas
+                                                        : nullptr;
+    if (destino != nullptr) {
+      if (i + 1 >= argumentos.size()) UsoErroneo("Falta el valor de " + opcion);
+      *destino = argumentos[++i];
+    } else if (opcion.starts_with("-")) {
+      UsoErroneo("No existe la opción " + opcion);
+    } else if (o.reservas.empty()) {
+      o.reservas = opcion;
+    } else {
+      UsoErroneo("Sobra «" + opcion + "»");
+    }
+  }
+  if (o.base.empty()) UsoErroneo("Falta --base");
+  if (o.habitaciones.empty()) UsoErroneo("Falta --habitaciones");
+  if (o.reservas.empty()) UsoErroneo("Falta el archivo de reservas");
+  return o;
+}
+
+// Two imports into one base would capture every booking twice. The lock ends with the process.
+void ExigeSerElUnico(const std::string& base) {
+  const int archivo = open(base.c_str(), O_RDONLY | O_CLOEXEC);
+  if (archivo >= 0 && flock(archivo, LOCK_EX | LOCK_NB) == 0) return;
+  throw com::Error(com::error::kOcupada, base + ": otra importación está trabajando con esta base");
+}
+
+// One line that is written over; only for somebody who watches.
+class Avance {
+ public:
+  void operator()(std::size_t hechos, std::size_t total) {
+    if (!terminal_ || (hechos != total && ++vueltas_ % 20 != 0)) return;
+    std::cerr << '\r' << hechos << " de " << total << " eventos" << (hechos == total ? "\n" : "") << std::flush;
+  }
+
+ private:
+  bool terminal_ = isatty(STDERR_FILENO) != 0;
+  unsigned vueltas_ = 0;
+};
+
+void Imprime(const guion::ResumenImportacion& r, double segundos) {
+  std::cout << "Leídas: " << r.leidas << "\nGuardadas: " << r.guardadas << "\nCanceladas: " << r.canceladas << '\n';
+  int rechazadas = 0;
+  for (const auto& [motivo, cuantas] : r.rechazadas) rechazadas += cuantas;
+  std::cout << "Rechazadas: " << rechazadas << '\n';
+  for (const auto& [motivo, cuantas] : r.rechazadas) std::cout << "  " << cuantas << "  " << motivo << '\n';
+  if (r.yaGuardadas + r.yaCanceladas + r.yaRechazadas > 0) {
+    std::cout << "De corridas anteriores: " << r.yaGuardadas << " guardadas, " << r.yaCanceladas << " canceladas, "
+              << r.yaRechazadas << " rechazadas\n";
+  }
+  std::cout << "Reservas por segundo: " << std::fixed << std::setprecision(1)
+            << (segundos > 0 ? r.intentadas / segundos : 0.0) << '\n';
+}
+
+void Importa(const Opciones& opciones) {
+  const auto habitaciones = guion::LeeHabitaciones(opciones.habitaciones);
+  const auto reservas = guion::LeeReservas(opciones.reservas, habitaciones);
+  guion::Rechazadas rechazadas(opciones.rechazadas);
+
+  autonomo::Opciones anfitrionOpciones;
+  anfitrionOpciones.base.ruta = opciones.base;
+  anfitrionOpciones.usuario = kUsuario;
+  autonomo::Anfitrion anfitrion(anfitrionOpciones);
+  ExigeSerElUnico(opciones.base);
+  anfitrion.RegistraClases();
+  guion::PreparaHotel(anfitrion, habitaciones);
+
+  guion::Importador importador(anfitrion, rechazadas);
+  const auto inicio = std::chrono::steady_clock::now();
+  const auto resumen = importador.Importa(reservas, Avance());
+  Imprime(resumen, std::chrono::duration<double>(std::chrono::steady_clock::now() - inicio).count());
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const QCoreApplication aplicacion(argc, argv);
+  Opciones opciones;
+  try {
+    opciones = LeeOpciones(std::vector<std::string>(argv + 1, argv + argc));
+  } catch (const com::Error& e) {
+    std::cerr << "reservas-importa: " << e.Descripcion() << "\n\n" << kUso;
+    return kUsoErroneo;
+  }
+  try {
+    Importa(opciones);
+    return kTodoBien;
+  } catch (const std::exception& e) {
+    std::cerr << "reservas-importa: " << e.what() << '\n';
+    return kConFallas;
+  }
+}

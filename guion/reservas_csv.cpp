@@ -1,0 +1,165 @@
+#include "guion/reservas_csv.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <map>
+#include <set>
+
+#include "guion/csv.h"
+
+namespace guion {
+
+namespace {
+
+// Most characters that the board's type filter takes.
+constexpr std::size_t kLargoTipo = 4;
+constexpr int kMaxNoches = 3650, kMaxPersonas = 999;
+
+// Reads the fields of one record by position and names the column in its errors.
+class Campos {
+ public:
+  Campos(const std::string& ruta, const std::vector<std::string>& columnas, const RegistroCsv& registro)
+      : ruta_(ruta), columnas_(columnas), registro_(registro) {}
+
+  [[noreturn]] void Rechaza(const std::string& motivo) const { RechazaLinea(ruta_, registro_.linea, motivo); }
+
+  std::string Texto(std::size_t i) const { return registro_.campos[i]; }
+
+  std::string Obligado(std::size_t i) const {
+    if (registro_.campos[i].empty()) Rechaza("falta " + columnas_[i]);
+    return registro_.campos[i];
+  }
+
+  int Entero(std::size_t i, int maximo) const {
+    const int n = Numero<int>(i);
+    if (n < 0 || n > maximo) Rechaza(columnas_[i] + " debe estar entre 0 y " + std::to_string(maximo));
+    return n;
+  }
+
+  double Importe(std::size_t i) const {
+    const double n = Numero<double>(i);
+    if (!std::isfinite(n) || n < 0) Rechaza(columnas_[i] + " debe ser 0 o mayor");
+    return n;
+  }
+
+  com::Fecha Dia(std::size_t i) const {
+    const auto fecha = registro_.campos[i].size() == 10 ? com::DeIso(registro_.campos[i]) : std::nullopt;
+    if (!fecha) Rechaza(columnas_[i] + " «" + registro_.campos[i] + "» no es una fecha AAAA-MM-DD");
+    return *fecha;
+  }
+
+ private:
+  template <class N>
+  N Numero(std::size_t i) const {
+    const std::string& texto = registro_.campos[i];
+    N n{};
+    const auto [hasta, error] = std::from_chars(texto.data(), texto.data() + texto.size(), n);
+    if (error != std::errc{} || hasta != texto.data() + texto.size()) {
+      Rechaza(columnas_[i] + " «" + texto + "» no es un número");
+    }
+    return n;
+  }
+
+  const std::string& ruta_;
+  const std::vector<std::string>& columnas_;
+  const RegistroCsv& registro_;
+};
+
+bool MismoTipo(const HabitacionCsv& a, const HabitacionCsv& b) {
+  return a.tipoDescripcion == b.tipoDescripcion && a.personas == b.personas && a.personasMax == b.personasMax &&
+         a.precioNoche == b.precioNoche;
+}
+
+HabitacionCsv LeeHabitacion(const Campos& campos) {
+  HabitacionCsv h;
+  h.habitacion = campos.Obligado(0);
+  h.descripcion = campos.Texto(1);
+  h.tipo = campos.Obligado(2);
+  h.tipoDescripcion = campos.Obligado(3);
+  h.grupo = campos.Obligado(4);
+  h.area = campos.Obligado(5);
+  h.personas = campos.Entero(6, kMaxPersonas);
+  h.personasMax = campos.Entero(7, kMaxPersonas);
+  h.precioNoche = campos.Importe(8);
+  if (h.tipo.size() > kLargoTipo) campos.Rechaza("el tipo tiene más de 4 letras");
+  return h;
+}
+
+ReservaCsv LeeReserva(const Campos& campos) {
+  ReservaCsv r;
+  r.id = campos.Obligado(0);
+  r.captura = campos.Dia(1);
+  r.llegada = campos.Dia(2);
+  r.noches = campos.Entero(3, kMaxNoches);
+  r.adultos = campos.Entero(4, kMaxPersonas);
+  r.menores = campos.Entero(5, kMaxPersonas);
+  r.infantes = campos.Entero(6, kMaxPersonas);
+  r.tipo = campos.Obligado(7);
+  r.tarifa = campos.Importe(8);
+  const std::string estado = campos.Texto(9);
+  if (estado != "Check-Out" && estado != "No-Show" && estado != "Canceled") {
+    campos.Rechaza("estado «" + estado + "» no es Check-Out, No-Show ni Canceled");
+  }
+  r.cancelada = estado == "Canceled";
+  r.fechaEstado = campos.Dia(10);
+  return r;
+}
+
+}  // namespace
+
+const std::vector<std::string>& ColumnasReservas() {
+  static const std::vector<std::string> columnas = {"id",      "captura", "llegada",     "noches",
+                                                    "adultos", "menores", "infantes",    "tipo",
+                                                    "tarifa",  "estado",  "fecha_estado"};
+  return columnas;
+}
+
+std::vector<HabitacionCsv> LeeHabitaciones(const std::string& ruta) {
+  static const std::vector<std::string> columnas = {"habitacion",       "descripcion",  "tipo",
+                                                    "tipo_descripcion", "grupo",        "area",
+                                                    "personas",         "personas_max", "precio_noche"};
+  std::vector<HabitacionCsv> habitaciones;
+  std::set<std::string> claves;
+  std::map<std::string, std::size_t> tipos;
+  for (const RegistroCsv& registro : LeeCsv(ruta, columnas)) {
+    const Campos campos(ruta, columnas, registro);
+    HabitacionCsv h = LeeHabitacion(campos);
+    if (!claves.insert(h.habitacion).second) campos.Rechaza("la habitación " + h.habitacion + " se repite");
+    const auto [tipo, nuevo] = tipos.emplace(h.tipo, habitaciones.size());
+    if (!nuevo && !MismoTipo(habitaciones[tipo->second], h)) {
+      campos.Rechaza("el tipo " + h.tipo + " no coincide con el de renglones anteriores");
+    }
+    habitaciones.push_back(std::move(h));
+  }
+  if (habitaciones.empty()) RechazaLinea(ruta, 1, "el archivo no tiene habitaciones");
+  return habitaciones;
+}
+
+std::vector<ReservaCsv> LeeReservas(const std::string& ruta, const std::vector<HabitacionCsv>& habitaciones) {
+  std::set<std::string> tipos, ids;
+  for (const HabitacionCsv& h : habitaciones) tipos.insert(h.tipo);
+  std::vector<ReservaCsv> reservas;
+  for (RegistroCsv& registro : LeeCsv(ruta, ColumnasReservas())) {
+    const Campos campos(ruta, ColumnasReservas(), registro);
+    ReservaCsv r = LeeReserva(campos);
+    if (!ids.insert(r.id).second) campos.Rechaza("el id " + r.id + " se repite");
+    if (!tipos.contains(r.tipo)) campos.Rechaza("ninguna habitación es del tipo " + r.tipo);
+    r.campos = std::move(registro.campos);
+    reservas.push_back(std::move(r));
+  }
+  return reservas;
+}
+
+std::vector<Evento> OrdenaEventos(const std::vector<ReservaCsv>& reservas) {
+  std::vector<Evento> eventos;
+  for (std::size_t i = 0; i < reservas.size(); ++i) eventos.push_back({reservas[i].captura, false, i});
+  for (std::size_t i = 0; i < reservas.size(); ++i) {
+    const ReservaCsv& r = reservas[i];
+    if (r.cancelada) eventos.push_back({std::max(r.captura, r.fechaEstado), true, i});
+  }
+  std::ranges::stable_sort(eventos, {}, &Evento::dia);
+  return eventos;
+}
+
+}  // namespace guion

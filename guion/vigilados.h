@@ -1,0 +1,70 @@
+// Wrappers around the host's connection and services: they record what the screens ask for, and make calls fail on
+// order.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "guion/json.h"
+#include "host/standalone/anfitrion.h"
+
+namespace guion {
+
+enum class PasoTransaccion { Begin, Commit, Rollback };
+
+inline constexpr const char* kFallaInyectada = "falla inyectada";
+
+class Vigilancia {
+ public:
+  // Takes the place of the host's connection and of its service classes until it ends. The host must outlive it, and it
+  // must outlive every service object that was created meanwhile.
+  explicit Vigilancia(autonomo::Anfitrion& anfitrion);
+  ~Vigilancia();
+  Vigilancia(const Vigilancia&) = delete;
+  Vigilancia& operator=(const Vigilancia&) = delete;
+
+  // --- records, oldest first; taking them empties them
+  // Each {"operacion","argumentos","resultado"}, with "error" instead of the result when the call failed.
+  Json TomaLlamadas() { return Json::Arreglo(std::exchange(llamadas_, {})); }
+  // SQL texts as given, "BeginTrans", "CommitTrans" and "RollbackTrans".
+  Json TomaSentencias() { return Json::Arreglo(std::exchange(sentencias_, {})); }
+
+  // --- faults, each strikes once
+  // The n-th later statement that contains the text fails.
+  void FallaSentencia(std::string texto, int n = 1);
+  // The next call of that operation ("Utilerias.FechaServidor") fails. Error kArgumento for one that does not exist.
+  void FallaOperacion(const std::string& operacion, std::string texto);
+  // The next call of GuardaReservacion or GuardaDetalle refuses with that text; PrecioHabitacion leaves it after
+  // pricing. Error kArgumento for another operation.
+  void FallaTienda(const std::string& operacion, std::string texto);
+  void FallaTransaccion(PasoTransaccion paso) { pasos_.push_back(paso); }
+
+  // --- for the wrappers
+  void Anota(std::string_view operacion, Json::Lista argumentos, std::optional<Json> resultado,
+             const std::string& error = {});
+  // Raises what was ordered for the operation.
+  void Revisa(std::string_view operacion);
+  std::optional<std::string> TomaFallaTienda(std::string_view operacion);
+  void AnotaSentencia(std::string_view texto) { sentencias_.emplace_back(texto); }
+  void RevisaSentencia(std::string_view texto);
+  bool TomaFalla(PasoTransaccion paso);
+
+ private:
+  struct FallaDeSentencia {
+    std::string texto;
+    int faltan = 1;
+  };
+
+  autonomo::Anfitrion& anfitrion_;
+  Json::Lista llamadas_, sentencias_;
+  std::vector<FallaDeSentencia> fallasSentencia_;
+  std::vector<std::pair<std::string, std::string>> fallasOperacion_;
+  std::vector<std::pair<std::string, std::string>> fallasTienda_;
+  std::vector<PasoTransaccion> pasos_;
+};
+
+}  // namespace guion
