@@ -115,6 +115,8 @@ class frmKV207 : public controles::Formulario {
   void chkMostrarCodigo_Click();
   // Key and name rule of the paying party: the client when its name is shown, else the guest.
   std::string ClaveCliente() const;
+  // Empties the field groups and makes their inputs read-only.
+  void LimpiaGrupos();
   // Removes all room lines, with the date pop-up over them, and shows a total of 0.
   void VaciaRenglones();
 
@@ -178,8 +180,6 @@ class frmKV207 : public controles::Formulario {
   void Controles_Reactivar();
   void Controles_Correo();
   void Controles_Registro();
-  // Empties the field groups and makes their inputs read-only.
-  void LimpiaGrupos();
   // Prints the reservation by the hotel's format.
   void Imprime(const std::string& folio);
 

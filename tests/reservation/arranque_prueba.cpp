@@ -1,0 +1,234 @@
+// Start-up, layout and life of the reservation screen.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "tests/comun/hotel_prueba.h"
+
+namespace {
+
+using controles::Accion;
+using controles::Control;
+
+// Notes the configuration that a screen asks for.
+class SistemaVigilado : public com::Objeto<anfitrion::Sistema> {
+ public:
+  SistemaVigilado(com::Ptr<anfitrion::Sistema> real, std::vector<std::string>& leido)
+      : real_(std::move(real)), leido_(leido) {}
+  ado::ConnectionPtr ObtenConexion() override { return real_->ObtenConexion(); }
+  std::string UsuarioActual() override { return real_->UsuarioActual(); }
+  void ForzarMayusculas(bool fuerza) override {
+    leido_.push_back(fuerza ? "mayúsculas" : "libres");
+    real_->ForzarMayusculas(fuerza);
+  }
+  com::Variant LeeParametro(const std::string& clave, int ambito, const std::string& tipo,
+                            const std::string& defecto) override {
+    leido_.push_back(clave + "|" + tipo + "|" + defecto);
+    return real_->LeeParametro(clave, ambito, tipo, defecto);
+  }
+  bool TienePermiso(const std::string& p, const std::string& opcion, const std::string& texto) override {
+    leido_.push_back(p + "|" + opcion + "|" + texto);
+    return real_->TienePermiso(p, opcion, texto);
+  }
+  int Mensaje(const com::Variant& texto, int estilo, const com::Variant& titulo, const com::Variant& ventana,
+              const com::Variant& p, const com::Variant& id) override {
+    return real_->Mensaje(texto, estilo, titulo, ventana, p, id);
+  }
+
+ private:
+  com::Ptr<anfitrion::Sistema> real_;
+  std::vector<std::string>& leido_;
+};
+
+class Arranque : public pruebas::HotelPrueba {};
+
+TEST_F(Arranque, ReadsItsConfigurationOnceInOrder) {
+  auto real = com::CreaInstancia<anfitrion::Sistema>(anfitrion::kClaseSistema);
+  std::vector<std::string> leido;
+  com::RegistraClase(anfitrion::kClaseSistema,
+                     [&] { return com::Ptr<com::Desconocido>(com::Crea<SistemaVigilado>(real, leido)); });
+  publico::Olvida();
+  publico::Arranca();
+  Abre();
+  ASSERT_GE(leido.size(), 15u);
+  leido.resize(15);  // the board's own follow
+  EXPECT_EQ(leido, (std::vector<std::string>{
+                       "CAT_FORZAR_MAYUSCULAS||", "libres", "FTO_CLIENTE|T|0000000000", "FTO_CLIENTE|T|0000000000",
+                       "FTO_FORMA_PAGO|T|0000", "KV207|CHFECHA|No disponible", "KV207|CHDS02|No disponible",
+                       "KV207|CHPR02|No disponible", "KV207|CHTC01|No disponible", "FIN_MONEDA_LOCAL||",
+                       "HT_OVER_BOOKING|B|1", "HT_DIAS_RESERVACION|N|1", "FTO_HABITACION|T|0000",
+                       "HT_SUCURSAL_DEFAULT|T|0001", "HT_CLIENTE_RESERVACION_WEB|T|"}));
+  pantalla.Descarga();
+  publico::Olvida();
+}
+
+TEST_F(Arranque, WithoutParametersTheDefaultsHold) {
+  Sql("DELETE FROM Parametro");
+  Abre();
+  EXPECT_EQ(pantalla.txtCliente.formato(), "0000000000");
+  EXPECT_EQ(pantalla.txtHuesped.formato(), "0000000000");
+  EXPECT_EQ(pantalla.txtForma_Pago.formato(), "0000");
+  EXPECT_EQ(pantalla.FormatoHabitacion, "0000");
+  EXPECT_EQ(pantalla.txtSucursal.text(), "0001");
+  EXPECT_EQ(pantalla.txtMoneda.text(), "");
+  EXPECT_TRUE(pantalla.PermiteSobreventa);
+  EXPECT_EQ(pantalla.DiasReservacion, 1);
+  EXPECT_EQ(pantalla.FechaCaptura, com::FechaDe(2026, 3, 9, 10, 30));
+  EXPECT_EQ(pantalla.dpFecha.valor(), pantalla.FechaCaptura);
+  EXPECT_FALSE(controles::MayusculasForzadas());
+  EXPECT_TRUE(tablero.cargado());
+  EXPECT_FALSE(tablero.visible());
+  EXPECT_EQ(pantalla.foco(), &pantalla.txtFolio);
+  for (const Accion a : {Accion::Editar, Accion::Aceptar, Accion::Confirmar, Accion::Eliminar, Accion::Reactivar,
+                         Accion::Correo, Accion::Registro}) {
+    EXPECT_FALSE(pantalla.Controles.Ofrece(a)) << controles::NombreAccion(a);
+  }
+  EXPECT_TRUE(pantalla.Controles.Ofrece(Accion::Nuevo));
+}
+
+TEST_F(Arranque, StoredConfigurationAndRightsHold) {
+  host.Parametro("CAT_FORZAR_MAYUSCULAS", "1");
+  host.Parametro("HT_OVER_BOOKING", "0");
+  host.Parametro("HT_DIAS_RESERVACION", "7");
+  host.Parametro("HT_SUCURSAL_DEFAULT", "0002");
+  host.Permiso("CHPR02", true);
+  Abre();
+  EXPECT_TRUE(controles::MayusculasForzadas());
+  EXPECT_FALSE(pantalla.PermiteSobreventa);
+  EXPECT_EQ(pantalla.txtSucursal.text(), "0002");
+  EXPECT_EQ(pantalla.txtNMoneda.text(), "Peso mexicano");
+  EXPECT_EQ(pantalla.txtTipoCambio.text(), "");
+  EXPECT_TRUE(pantalla.PuedeCambiarPrecio);
+  EXPECT_FALSE(pantalla.ssReservaciones.columna("Precio").bloqueada);
+  EXPECT_TRUE(pantalla.ssReservaciones.columna("Descuento").bloqueada);
+  Pulsa(Accion::Nuevo);
+  EXPECT_EQ(pantalla.dpFecha_llegada.valor(), Dia(2026, 3, 16));
+}
+
+TEST_F(Arranque, AFailingLoadLeavesAScreenThatCanBeLoadedLater) {
+  host.Parametro("HT_DIAS_RESERVACION", "pronto");
+  EXPECT_THROW(Abre(), com::Error);
+  EXPECT_FALSE(pantalla.cargado());
+  EXPECT_THROW(publico::Hotel(), com::Error);
+  host.Parametro("HT_DIAS_RESERVACION", "2");
+  Abre();
+  EXPECT_EQ(pantalla.DiasReservacion, 2);
+  EXPECT_NO_THROW(publico::Hotel());
+}
+
+TEST_F(Arranque, LoadsAnewAsDesignedAfterBeingClosedInMidEdit) {
+  InsertaReservacion("0000000077", {"0101"});
+  Nueva();
+  Campo(pantalla.txtForma_Pago, "4");
+  ASSERT_TRUE(pantalla.frTarjeta.visible());
+  pantalla.txtReferencia.Teclea("a medias");
+  pantalla.txtNotas.Teclea("a medias");
+  pantalla.ssReservaciones.AgregaFila();
+  pantalla.ssReservaciones.ancho("Nombre", 5000);
+  Pulsa(Accion::Cerrar);
+  EXPECT_FALSE(pantalla.cargado());
+  EXPECT_FALSE(tablero.cargado());
+  EXPECT_THROW(publico::Hotel(), com::Error);
+
+  Abre();
+  EXPECT_FALSE(pantalla.Controles.EnEdicion());
+  EXPECT_TRUE(pantalla.txtFolio.enabled());
+  EXPECT_EQ(pantalla.txtReferencia.text() + pantalla.txtNotas.text() + pantalla.txtHuesped.text(), "");
+  EXPECT_FALSE(pantalla.txtReferencia.enabled());
+  EXPECT_FALSE(pantalla.frTarjeta.visible());
+  EXPECT_EQ(pantalla.TipoFormaPago, "");
+  EXPECT_EQ(pantalla.ssReservaciones.Filas(), 0);
+  EXPECT_EQ(pantalla.ssReservaciones.columna("Nombre").ancho, 1746);
+  pantalla.Descarga();
+  pantalla.Descarga();
+}
+
+TEST_F(Arranque, TransactionCodeComesFromTheOwner) {
+  EXPECT_THROW(pantalla.Transaccion(), com::Error);
+  pantalla.Padre = host.Padre();
+  EXPECT_EQ(pantalla.Transaccion(), "KV207");
+}
+
+TEST_F(Arranque, F6OpensTheBoardOtherKeysDoNot) {
+  Nueva();
+  pantalla.Enfoca(pantalla.txtReferencia);
+  pantalla.PulsaTecla(controles::tecla::kF5);
+  pantalla.PulsaTecla(controles::tecla::kF7);
+  EXPECT_TRUE(escritorio.Modales().empty());
+  pantalla.PulsaTecla(controles::tecla::kF6);
+  ASSERT_EQ(escritorio.Modales().size(), 1u);
+  EXPECT_EQ(escritorio.Modales()[0], &tablero);
+}
+
+TEST_F(Arranque, ActivationGoesToTheFolioOnlyWhenItWaits) {
+  Nueva();
+  pantalla.Enfoca(pantalla.txtReferencia);
+  pantalla.Activa();
+  EXPECT_EQ(pantalla.foco(), &pantalla.txtReferencia);
+  Pulsa(Accion::Limpiar);
+  pantalla.Enfoca(pantalla.cmdDisponibilidad);
+  pantalla.Activa();
+  EXPECT_EQ(pantalla.foco(), &pantalla.txtFolio);
+}
+
+TEST_F(Arranque, GridAndTotalsFollowTheWindow) {
+  Abre();
+  const controles::Grid& grid = pantalla.ssReservaciones;
+  pantalla.Redimensiona(18000, 12000);
+  EXPECT_EQ(grid.width(), 18000 - 2 * 180);
+  EXPECT_EQ(grid.height(), 12000 - grid.top() - pantalla.frTotales.height());
+  EXPECT_EQ(pantalla.frTotales.top(), grid.top() + grid.height() + 100);
+  EXPECT_EQ(pantalla.frTotales.left() + pantalla.frTotales.width(), grid.left() + grid.width());
+
+  // Too low for the grid: its height stays, the rest follows.
+  const int alto = grid.height();
+  pantalla.Redimensiona(16000, 1000);
+  EXPECT_EQ(grid.width(), 16000 - 2 * 180);
+  EXPECT_EQ(grid.height(), alto);
+  EXPECT_EQ(pantalla.frTotales.left() + pantalla.frTotales.width(), grid.left() + grid.width());
+  EXPECT_TRUE(escritorio.Mensajes().empty());
+}
+
+TEST_F(Arranque, DesignFitsTheWindowWithoutOverlaps) {
+  const auto& controles = pantalla.controles();
+  for (const Control* a : controles) {
+    if (a == &pantalla.pcFecha || a == &pantalla.dpFechaGrid) continue;  // laid over the grid
+    const Control* marco = a->contenedor();
+    EXPECT_LE(a->left() + a->width(), marco != nullptr ? marco->width() : pantalla.width()) << a->nombre();
+    // The totals stand 100 twips below the grid, over the form's lower edge.
+    if (marco != nullptr) {
+      EXPECT_LE(a->top() + a->height(), marco->height() - (marco == &pantalla.frTotales ? 100 : 0)) << a->nombre();
+    }
+    for (const Control* b : controles) {
+      if (a == b || a->contenedor() != b->contenedor() || b == &pantalla.pcFecha) continue;
+      const bool aparte = a->left() + a->width() <= b->left() || b->left() + b->width() <= a->left() ||
+                          a->top() + a->height() <= b->top() || b->top() + b->height() <= a->top();
+      EXPECT_TRUE(aparte) << a->nombre() << " over " << b->nombre();
+    }
+  }
+  // The designed places are those of the resize rules.
+  const int ancho = pantalla.ssReservaciones.width(), alto = pantalla.ssReservaciones.height();
+  const int top = pantalla.frTotales.top(), left = pantalla.frTotales.left();
+  pantalla.Form_Resize();
+  EXPECT_EQ(pantalla.ssReservaciones.width(), ancho);
+  EXPECT_EQ(pantalla.ssReservaciones.height(), alto);
+  EXPECT_EQ(pantalla.frTotales.top(), top);
+  EXPECT_EQ(pantalla.frTotales.left(), left);
+}
+
+TEST_F(Arranque, TabOrderIsReadingOrder) {
+  std::vector<std::string> paradas;
+  for (const Control* c : pantalla.controles()) {
+    if (!c->tabStop()) continue;
+    paradas.push_back(c->nombre());
+    EXPECT_FALSE(c->descripcion().empty()) << c->nombre();
+  }
+  EXPECT_EQ(paradas, (std::vector<std::string>{
+                         "txtFolio",       "dpFecha",       "txtSucursal",   "txtCliente",       "txtHuesped",
+                         "txtForma_Pago",  "txtMoneda",     "txtTipoCambio", "dpFecha_llegada",  "dpFecha_salida",
+                         "txtDias",        "txtReferencia", "txtComentario", "txtNotas",         "txtBanco",
+                         "txtTarjeta",     "txtCodigo",     "dpVencimiento", "chkMostrarCodigo", "cmdDisponibilidad",
+                         "ssReservaciones"}));
+}
+
+}  // namespace

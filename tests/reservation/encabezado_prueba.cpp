@@ -1,0 +1,178 @@
+// Header fields of the reservation.
+#include <gtest/gtest.h>
+
+#include "tests/comun/hotel_prueba.h"
+
+namespace {
+
+using controles::Accion;
+
+class Encabezado : public pruebas::HotelPrueba {
+ protected:
+  std::string Tarjeta() const {
+    return pantalla.txtBanco.text() + "|" + pantalla.txtTarjeta.text() + "|" + pantalla.txtCodigo.text() + "|" +
+           pantalla.dpVencimiento.text();
+  }
+  static constexpr const char* kTarjetaNorte = "Banco Azul|4111|123|31/05/2027";
+};
+
+TEST_F(Encabezado, KeysAreFilledAndNamedWithdrawnOnesAreNot) {
+  Nueva();
+  EXPECT_EQ(pantalla.txtHuesped.text(), "0000000001");
+  EXPECT_EQ(pantalla.txtNHuesped.text(), "Ana López");
+  EXPECT_EQ(pantalla.txtForma_Pago.text(), "0001");
+  EXPECT_EQ(pantalla.txtNForma_Pago.text(), "Efectivo");
+  EXPECT_EQ(pantalla.ClaveCliente(), "0000000001");
+  Campo(pantalla.txtCliente, "3");
+  EXPECT_EQ(pantalla.txtNCliente.text(), "");
+  Campo(pantalla.txtCliente, "2");
+  EXPECT_EQ(pantalla.ClaveCliente(), "0000000002");
+  // A key in the middle of being typed has no name.
+  pantalla.txtCliente.Teclea("00");
+  EXPECT_EQ(pantalla.txtNCliente.text(), "");
+}
+
+TEST_F(Encabezado, CurrencyBringsItsRateWhichOnlyAForeignOneOpens) {
+  Nueva();
+  EXPECT_EQ(pantalla.txtTipoCambio.text(), "1");
+  EXPECT_FALSE(pantalla.txtTipoCambio.enabled());
+  Campo(pantalla.txtMoneda, "usd");
+  EXPECT_EQ(pantalla.txtNMoneda.text(), "Dólar");
+  EXPECT_EQ(pantalla.txtTipoCambio.text(), "17.5");
+  EXPECT_TRUE(pantalla.txtTipoCambio.enabled());
+  Campo(pantalla.txtMoneda, "");
+  EXPECT_EQ(pantalla.txtTipoCambio.text(), "17.5");
+
+  host.Permiso("CHTC01", true);
+  pantalla.Descarga();
+  Nueva();
+  Campo(pantalla.txtMoneda, "USD");
+  EXPECT_EQ(pantalla.txtTipoCambio.text(), "17.5");
+  EXPECT_FALSE(pantalla.txtTipoCambio.enabled());
+}
+
+TEST_F(Encabezado, CardPaymentShowsTheCardOfWhoeverPays) {
+  Nueva();
+  Campo(pantalla.txtForma_Pago, "4");
+  EXPECT_TRUE(pantalla.frTarjeta.visible());
+  EXPECT_TRUE(pantalla.txtTarjeta.enabled());
+  EXPECT_TRUE(pantalla.TarjetaCargada);
+  // Ana has no card; no expiry stored means today's.
+  EXPECT_EQ(Tarjeta(), "|||09/03/2026");
+
+  // Another client: the card goes, and comes with the next confirmation, once.
+  Campo(pantalla.txtCliente, "2");
+  EXPECT_FALSE(pantalla.TarjetaCargada);
+  EXPECT_EQ(Tarjeta(), "|||");
+  EXPECT_TRUE(pantalla.txtTarjeta.enabled());
+  pantalla.txtForma_Pago.Confirma();
+  EXPECT_EQ(Tarjeta(), kTarjetaNorte);
+  pantalla.txtTarjeta.Teclea("5555");
+  pantalla.txtForma_Pago.Confirma();
+  EXPECT_EQ(pantalla.txtTarjeta.text(), "5555");
+
+  Campo(pantalla.txtForma_Pago, "1");
+  EXPECT_FALSE(pantalla.frTarjeta.visible());
+  EXPECT_EQ(Tarjeta(), "|||");
+  EXPECT_EQ(pantalla.TipoFormaPago, "01");
+  Campo(pantalla.txtForma_Pago, "4");
+  EXPECT_EQ(Tarjeta(), kTarjetaNorte);
+}
+
+TEST_F(Encabezado, ANewGuestTakesTheCardAway) {
+  Nueva();
+  Campo(pantalla.txtHuesped, "2");
+  Campo(pantalla.txtForma_Pago, "4");
+  EXPECT_EQ(Tarjeta(), kTarjetaNorte);
+  pantalla.txtHuesped.Teclea("1");
+  EXPECT_EQ(Tarjeta(), "|||");
+  EXPECT_FALSE(pantalla.TarjetaCargada);
+  EXPECT_TRUE(pantalla.txtTarjeta.enabled());
+}
+
+TEST_F(Encabezado, SecurityCodeIsMaskedAgainWithEachCard) {
+  Nueva();
+  Campo(pantalla.txtForma_Pago, "4");
+  EXPECT_EQ(pantalla.txtCodigo.passwordChar(), "*");
+  pantalla.chkMostrarCodigo.Pulsa();
+  EXPECT_EQ(pantalla.txtCodigo.passwordChar(), "");
+  Campo(pantalla.txtCliente, "2");
+  EXPECT_EQ(pantalla.txtCodigo.passwordChar(), "*");
+}
+
+TEST_F(Encabezado, BranchDiscardsTheLines) {
+  Nueva();
+  pantalla.ssReservaciones.AgregaFila();
+  pantalla.ssReservaciones.AgregaFila();
+  pantalla.pcFecha.visible(true);
+  pantalla.ColumnaFechaActiva = "FECHAI";
+  pantalla.txtTotal.valor(500.0);
+  pantalla.txtSucursal.Teclea("0002");
+  EXPECT_EQ(pantalla.ssReservaciones.Filas(), 0);
+  EXPECT_EQ(pantalla.txtTotal.text(), "0");
+  EXPECT_FALSE(pantalla.pcFecha.visible());
+}
+
+TEST_F(Encabezado, TypingAFolioEmptiesTheReservationShown) {
+  InsertaReservacion("0000000077", {"0101", "0102"});
+  Sql("UPDATE Reservacion SET Sc_Cve_Sucursal = ''");
+  Carga("77");
+  ASSERT_EQ(pantalla.ssReservaciones.Filas(), 2);
+  pantalla.txtFolio.Teclea("7");
+  EXPECT_EQ(pantalla.Controles.ClaveActual(), "");
+  for (const Accion a : {Accion::Editar, Accion::Confirmar, Accion::Eliminar, Accion::Correo, Accion::Registro}) {
+    EXPECT_FALSE(pantalla.Controles.Ofrece(a)) << controles::NombreAccion(a);
+  }
+  EXPECT_EQ(pantalla.txtHuesped.text() + pantalla.txtNHuesped.text() + pantalla.txtNotas.text() +
+                pantalla.dpFecha_llegada.text() + pantalla.txtDias.text() + pantalla.txtSubTotal.text(),
+            "");
+  EXPECT_EQ(pantalla.ssReservaciones.Filas(), 0);
+  EXPECT_EQ(pantalla.UltimoRenglon, 0);
+}
+
+TEST_F(Encabezado, AFolioThatChangesInMidEditKeepsTheFields) {
+  InsertaReservacion("0000000077", {"0101"});
+  Carga("77");
+  Pulsa(Accion::Editar);
+  pantalla.txtFolio.text("8");
+  EXPECT_EQ(pantalla.Controles.ClaveActual(), "");
+  EXPECT_EQ(pantalla.txtNHuesped.text(), "Ana López");
+  EXPECT_EQ(pantalla.ssReservaciones.Filas(), 1);
+}
+
+TEST_F(Encabezado, NotesEditorFromButtonAndF2) {
+  Nueva();
+  pantalla.txtNotas.Teclea("vieja");
+  escritorio.RespondeNotas("una");
+  pantalla.cmdNotas.Pulsa();
+  EXPECT_EQ(pantalla.txtNotas.text(), "una");
+  EXPECT_EQ(pantalla.foco(), &pantalla.txtNotas);
+  escritorio.RespondeNotas("señas");
+  pantalla.PulsaTecla(controles::tecla::kF3);
+  pantalla.PulsaTecla(controles::tecla::kF2);
+  EXPECT_EQ(pantalla.txtNotas.text(), "señas");
+  EXPECT_EQ(pantalla.txtNotas.cursor(), 5);
+  ASSERT_EQ(escritorio.Notas().size(), 2u);
+  EXPECT_EQ(escritorio.Notas()[0].titulo, "RESERVACION");
+  EXPECT_EQ(escritorio.Notas()[0].texto, "vieja");
+  EXPECT_EQ(escritorio.Notas()[0].ancho, 50);
+}
+
+TEST_F(Encabezado, RecordButtonsNeedAName) {
+  Nueva();
+  pantalla.cmdCliente.Pulsa();
+  EXPECT_TRUE(escritorio.Pantallas().empty());
+  pantalla.cmdHuesped.Pulsa();
+  ASSERT_EQ(escritorio.Pantallas().size(), 1u);
+  EXPECT_EQ(escritorio.Pantallas()[0].pantalla, "MuestraCliente");
+  EXPECT_EQ(escritorio.Pantallas()[0].argumentos,
+            (std::vector<com::Variant>{com::Variant("0000000001"), com::Variant(1), com::Variant("")}));
+}
+
+TEST_F(Encabezado, AKeyWithAQuoteFailsBeforeItReachesTheDatabase) {
+  Nueva();
+  EXPECT_THROW(Campo(pantalla.txtCliente, "1' OR '1'='1"), com::Error);
+  EXPECT_EQ(pantalla.txtNCliente.text(), "");
+}
+
+}  // namespace

@@ -1,0 +1,148 @@
+// Arrival, departure and nights.
+#include "reservation/fechas.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/comun/hotel_prueba.h"
+
+namespace {
+
+using com::FechaDe;
+using com::MasDias;
+using com::Variant;
+using kv207::FijaLlegada;
+using kv207::NochesTecleadas;
+
+const com::Fecha kCaptura = FechaDe(2026, 3, 9, 10, 30);
+const com::Fecha kDia10 = FechaDe(2026, 3, 10);
+
+TEST(FijaLlegada, TakesTheCaptureDayAsTheEarliestOne) {
+  const auto mismoDia = FijaLlegada(kCaptura, FechaDe(2026, 3, 9), FechaDe(2026, 3, 12), 1);
+  EXPECT_FALSE(mismoDia.corregida);
+  EXPECT_EQ(mismoDia.llegada, FechaDe(2026, 3, 9));
+  EXPECT_EQ(mismoDia.noches, 3);
+
+  const auto antes = FijaLlegada(kCaptura, FechaDe(2026, 3, 8), FechaDe(2026, 3, 12), 1);
+  EXPECT_TRUE(antes.corregida);
+  EXPECT_EQ(antes.llegada, kDia10);
+  EXPECT_EQ(antes.noches, 2);
+}
+
+TEST(FijaLlegada, DragsAnEarlierDepartureToTheSameDay) {
+  const auto e = FijaLlegada(kCaptura, FechaDe(2026, 3, 20), FechaDe(2026, 3, 12), 1);
+  EXPECT_EQ(e.salida, FechaDe(2026, 3, 20));
+  EXPECT_EQ(e.noches, 0);
+  // Corrected first, then compared.
+  const auto ambas = FijaLlegada(kCaptura, FechaDe(2026, 3, 1), FechaDe(2026, 3, 9), 5);
+  EXPECT_EQ(ambas.llegada, FechaDe(2026, 3, 14));
+  EXPECT_EQ(ambas.salida, FechaDe(2026, 3, 14));
+}
+
+TEST(NochesTecleadas, AcceptsWholeNightsOfTheCalendarOnly) {
+  EXPECT_EQ(NochesTecleadas(Variant(3.0), kDia10), 3);
+  EXPECT_EQ(NochesTecleadas(Variant(2.5), kDia10), 2);
+  EXPECT_EQ(NochesTecleadas(Variant(32767.0), kDia10), 32767);
+  for (const double malas : {0.0, 0.4, -3.0, 32768.0, 1e300, -1e300}) {
+    EXPECT_EQ(NochesTecleadas(Variant(malas), kDia10), 0) << malas;
+  }
+  EXPECT_EQ(NochesTecleadas(Variant(), kDia10), 0);
+  EXPECT_EQ(NochesTecleadas(Variant(2.0), FechaDe(9999, 12, 30)), 0);
+}
+
+class Fechas : public pruebas::HotelPrueba {
+ protected:
+  std::string Rango() const {
+    return pantalla.dpFecha_llegada.text() + " " + pantalla.dpFecha_salida.text() + " " + pantalla.txtDias.text();
+  }
+  void AgregaRenglon() {
+    pantalla.ssReservaciones.AgregaFila();
+    pantalla.ssReservaciones.celda(0, "Nombre", "Sencilla / Vista al mar");
+  }
+};
+
+TEST_F(Fechas, ArrivalMovedByTheClerkKeepsTheLines) {
+  Nueva();
+  AgregaRenglon();
+  pantalla.dpFecha_llegada.Fija(Dia(2026, 3, 11));
+  EXPECT_EQ(Rango(), "11/03/2026 12/03/2026 1");
+  pantalla.dpFecha_llegada.Fija(Dia(2026, 3, 20));
+  EXPECT_EQ(Rango(), "20/03/2026 20/03/2026 0");
+  EXPECT_EQ(pantalla.ssReservaciones.Filas(), 1);
+  EXPECT_TRUE(escritorio.Mensajes().empty());
+
+  pantalla.dpFecha_llegada.Fija(Dia(2026, 3, 8));
+  EXPECT_EQ(Rango(), "10/03/2026 20/03/2026 10");
+  ASSERT_EQ(escritorio.Ids(), std::vector<std::string>{"ERR-ID:7500030"});
+  EXPECT_EQ(escritorio.Mensajes()[0].titulo, "Fecha");
+}
+
+TEST_F(Fechas, DepartureEmptiesTheLinesOnlyWhenTheNightsChange) {
+  Nueva();
+  AgregaRenglon();
+  pantalla.dpFecha_salida.Fija(Dia(2026, 3, 12));
+  EXPECT_EQ(pantalla.ssReservaciones.Filas(), 1);
+  tablero.HaySeleccion = tablero.ConservarVista = true;
+  pantalla.dpFecha_salida.Fija(Dia(2026, 3, 14));
+  EXPECT_EQ(Rango(), "10/03/2026 14/03/2026 4");
+  EXPECT_EQ(pantalla.ssReservaciones.Filas(), 0);
+  EXPECT_FALSE(tablero.HaySeleccion);
+  EXPECT_FALSE(tablero.ConservarVista);
+
+  pantalla.dpFecha_salida.Fija(Dia(2026, 3, 10));
+  EXPECT_EQ(Rango(), "10/03/2026 10/03/2026 0");
+  EXPECT_TRUE(escritorio.Mensajes().empty());
+
+  pantalla.Enfoca(pantalla.txtReferencia);
+  pantalla.dpFecha_salida.Fija(Dia(2026, 3, 9));
+  EXPECT_EQ(Rango(), "10/03/2026 09/03/2026 0");
+  EXPECT_EQ(pantalla.foco(), &pantalla.dpFecha_salida);
+  ASSERT_EQ(escritorio.Ids(), std::vector<std::string>{"ERR-ID:7500032"});
+  EXPECT_EQ(escritorio.Mensajes()[0].texto, "Debe seleccionar una fecha mayor a: 10/03/2026");
+}
+
+TEST_F(Fechas, NightsMoveTheDepartureInEditModeOnly) {
+  Nueva();
+  AgregaRenglon();
+  pantalla.txtDias.Teclea("5");
+  EXPECT_EQ(Rango(), "10/03/2026 15/03/2026 5");
+  EXPECT_EQ(pantalla.ssReservaciones.Filas(), 0);
+  EXPECT_EQ(pantalla.txtTotal.text(), "0");
+  for (const char* malas : {"0", "", "-2", "muchas", "99999"}) {
+    pantalla.txtDias.Teclea(malas);
+    EXPECT_EQ(Rango(), "10/03/2026 11/03/2026 1") << malas;
+    pantalla.txtDias.Teclea("5");
+  }
+  Pulsa(controles::Accion::Limpiar);
+  InsertaReservacion("0000000077", {"0101"});
+  Carga("77");
+  pantalla.txtDias.text("9");
+  EXPECT_EQ(Rango(), "10/03/2026 12/03/2026 9");
+  EXPECT_EQ(pantalla.ssReservaciones.Filas(), 1);
+}
+
+TEST_F(Fechas, DatePickedInThePopUpIsTheClerksEntryOfThatCell) {
+  Nueva();
+  controles::Grid& grid = pantalla.ssReservaciones;
+  ASSERT_TRUE(grid.NuevaFila());
+  grid.Teclea("101");
+  ASSERT_TRUE(grid.VaA(0, grid.IndiceColumna("Adultos")));
+  grid.Teclea("2");
+  ASSERT_TRUE(grid.VaA(0, grid.IndiceColumna("FECHAI")));
+  ASSERT_TRUE(pantalla.pcFecha.visible());
+  EXPECT_EQ(pantalla.ColumnaFechaActiva, "FECHAI");
+  EXPECT_EQ(grid.Texto(0, "Total"), "$2,320.00");
+  pantalla.dpFechaGrid.Fija(Dia(2026, 3, 11));
+  EXPECT_EQ(grid.Texto(0, "FECHAI"), "11/03/2026");
+  EXPECT_EQ(grid.Texto(0, "Total"), "$1,160.00");
+  // The Tab that follows goes to the other date, which opens its own pop-up.
+  EXPECT_EQ(grid.ClaveColumna(), "FECHAF");
+  EXPECT_EQ(pantalla.ColumnaFechaActiva, "FECHAF");
+
+  grid.celda(0, "Nombre", "");
+  pantalla.dpFechaGrid.Fija(Dia(2026, 3, 20));
+  EXPECT_EQ(grid.Texto(0, "FECHAF"), "12/03/2026");
+  EXPECT_FALSE(pantalla.pcFecha.visible());
+  EXPECT_EQ(pantalla.foco(), &grid);
+}
+
+}  // namespace
