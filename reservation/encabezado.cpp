@@ -78,7 +78,8 @@ void frmKV207::txtMoneda_Enter() {
 void frmKV207::txtSucursal_Change() { VaciaRenglones(); }
 
 void frmKV207::txtDias_Change() {
-  if (!Controles.EnEdicion()) return;
+  // An emptied field waits for a number; accepting without one is refused there.
+  if (!Controles.EnEdicion() || txtDias.text().empty()) return;
   const com::Fecha llegada = dpFecha_llegada.valor();
   std::int32_t noches = NochesTecleadas(txtDias.valor(), llegada);
   if (noches == 0) {

@@ -107,11 +107,13 @@ TEST_F(Fechas, NightsMoveTheDepartureInEditModeOnly) {
   EXPECT_EQ(Rango(), "10/03/2026 15/03/2026 5");
   EXPECT_EQ(pantalla.ssReservaciones.Filas(), 0);
   EXPECT_EQ(pantalla.txtTotal.text(), "0");
-  for (const char* malas : {"0", "", "-2", "muchas", "99999"}) {
+  for (const char* malas : {"0", "-2", "muchas", "99999"}) {
     pantalla.txtDias.Teclea(malas);
     EXPECT_EQ(Rango(), "10/03/2026 11/03/2026 1") << malas;
     pantalla.txtDias.Teclea("5");
   }
+  pantalla.txtDias.Teclea("");
+  EXPECT_EQ(Rango(), "10/03/2026 15/03/2026 ") << "an emptied field waits for a number";
   Pulsa(controles::Accion::Limpiar);
   InsertaReservacion("0000000077", {"0101"});
   Carga("77");
