@@ -25,8 +25,8 @@ constexpr int kAltoCampo = 330;
 constexpr int Renglon(int n) { return 720 + 420 * n; }
 constexpr Lugar Campo(int left, int renglon, int width) { return {left, Renglon(renglon), width, kAltoCampo}; }
 // A key at the left, its name beside it, its button at the end.
-constexpr Lugar Clave(int renglon) { return Campo(1500, renglon, 1500); }
-constexpr Lugar Nombre(int renglon) { return Campo(3060, renglon, 3900); }
+constexpr Lugar Clave(int renglon) { return Campo(1500, renglon, 1740); }
+constexpr Lugar Nombre(int renglon) { return Campo(3300, renglon, 3660); }
 constexpr Lugar Boton(int renglon) { return Campo(7020, renglon, 330); }
 constexpr Lugar EnMarco(int left, int top, int width) { return {left, top, width, kAltoCampo}; }
 
@@ -163,7 +163,7 @@ frmKV207::frmKV207(frmDisponibilidad& tablero)
           *this, "txtMoneda", Clave(5),
           DisenoClave("MONEDA", "SELECT Mn_Descripcion FROM  Moneda WHERE Mn_Cve_Moneda='?' AND Es_Cve_Estado <>'BA'",
                       txtNMoneda, "CA039")),
-      txtNMoneda(*this, "txtNMoneda", Campo(3060, 5, 1740), DisenoNombre()),
+      txtNMoneda(*this, "txtNMoneda", Campo(3300, 5, 1500), DisenoNombre()),
       txtTipoCambio(*this, "txtTipoCambio", Campo(5880, 5, 1470), DisenoNumero()),
       dpFecha_llegada(*this, "dpFecha_llegada", Campo(8850, 0, 1680)),
       dpFecha_salida(*this, "dpFecha_salida", Campo(11400, 0, 1680)),
@@ -174,10 +174,10 @@ frmKV207::frmKV207(frmDisponibilidad& tablero)
       cmdNotas(*this, "cmdNotas", Campo(14490, 3, 330), "…"),
       frTarjeta(*this, "frTarjeta", {180, 3270, 11900, 780}, "Datos de la tarjeta"),
       txtBanco(*this, "txtBanco", EnMarco(780, kTopTarjeta, 2100)),
-      txtTarjeta(*this, "txtTarjeta", EnMarco(3780, kTopTarjeta, 2160)),
-      txtCodigo(*this, "txtCodigo", EnMarco(6780, kTopTarjeta, 900)),
-      dpVencimiento(*this, "dpVencimiento", EnMarco(8460, kTopTarjeta, 1560)),
-      chkMostrarCodigo(*this, "chkMostrarCodigo", EnMarco(10140, kTopTarjeta, 1680), "Mostrar código"),
+      txtTarjeta(*this, "txtTarjeta", EnMarco(3780, kTopTarjeta, 2040)),
+      txtCodigo(*this, "txtCodigo", EnMarco(6660, kTopTarjeta, 900)),
+      dpVencimiento(*this, "dpVencimiento", EnMarco(8340, kTopTarjeta, 1680)),
+      chkMostrarCodigo(*this, "chkMostrarCodigo", EnMarco(10140, kTopTarjeta, 1710), "Mostrar código"),
       cmdDisponibilidad(*this, "cmdDisponibilidad", {12300, 3450, 2520, 450}, "[F6] Disponibilidad"),
       ssReservaciones(*this, "ssReservaciones", {180, 4170, 14640, 4770}, ColumnasReservacion()),
       pcFecha(*this, "pcFecha", {180, 4455, 2127, 265}),
@@ -287,8 +287,8 @@ void frmKV207::DisenaEtiquetas() {
       {&txtNotas, 7650, 1140, "Notas:"},
       {&txtBanco, 120, 630, "Banco:"},
       {&txtTarjeta, 3000, 750, "Número:"},
-      {&txtCodigo, 6060, 690, "Código:"},
-      {&dpVencimiento, 7800, 630, "Vence:"},
+      {&txtCodigo, 5940, 690, "Código:"},
+      {&dpVencimiento, 7680, 630, "Vence:"},
       {&txtSubTotal, 60, 870, "Subtotal:"},
       {&txtImpuestos, 2880, 990, "Impuestos:"},
       {&txtTotal, 5820, 630, "Total:"},
