@@ -1,0 +1,97 @@
+// Pricing of lines and the footer.
+#include <gtest/gtest.h>
+
+#include "tests/reservation/renglones_comun.h"
+
+namespace {
+
+using pruebas::Cajas;
+using pruebas::Vistos;
+
+class Importes : public pruebas::RenglonesPrueba {};
+
+TEST_F(Importes, NothingIsPricedWithoutAGuest) {
+  Nueva();
+  pantalla.txtHuesped.Teclea("");
+  Linea("0101", 2);
+  EXPECT_EQ(Vistos(escritorio), Cajas{"ERR-ID:7500036|48|CalculaImportes()|Debe especificar un huésped válido"});
+  EXPECT_EQ(pantalla.foco(), &pantalla.txtHuesped);
+  EXPECT_EQ(Numero(0, "Precio"), 0);
+  EXPECT_EQ(Numero(0, "Total"), 0);
+}
+
+TEST_F(Importes, AFailingPriceIsReportedAndTheLineIsWrittenAllTheSame) {
+  Nueva();
+  Linea("0101", 2);
+  Sql("DELETE FROM Tarifa");
+  Sql("DELETE FROM Producto_Precio");
+  ASSERT_TRUE(Teclea(0, "Adultos", "1"));
+  EXPECT_EQ(Vistos(escritorio),
+            Cajas{"ERR-ID:7500037|48|Vormalix|No hay tarifa para Sencilla la noche del 10/03/2026"});
+  EXPECT_EQ(Numero(0, "Precio"), 0);
+  EXPECT_EQ(Numero(0, "Total"), 0);
+  EXPECT_EQ(Pie(pantalla.txtTotal), 0);
+}
+
+TEST_F(Importes, LinesWithoutRoomOrPersonsAreLeftAlone) {
+  Nueva();
+  grid().AgregaFila();
+  grid().celda(0, "Adultos", 2);
+  grid().celda(0, "Total", 50.0);
+  pantalla.CalculaImportes(false);
+  EXPECT_EQ(Numero(0, "Total"), 50);
+  grid().celda(0, "Nombre", "Sencilla");
+  grid().celda(0, "Adultos", 0);
+  pantalla.CalculaImportes(true);
+  EXPECT_EQ(Numero(0, "Total"), 50);
+  grid().QuitaTodas();
+  pantalla.CalculaImportes(false);
+  EXPECT_EQ(Vistos(escritorio), Cajas{});
+}
+
+TEST_F(Importes, PricesAreInTheCurrencyOfTheReservation) {
+  Nueva();
+  Campo(pantalla.txtMoneda, "USD");
+  Linea("0101", 2);
+  EXPECT_NEAR(Numero(0, "Total"), 2 * 66.29, 1e-9);  // 1,160 / 17.50 a night
+}
+
+TEST_F(Importes, TheFooterSumsResolvedLinesAndKeepsTheCurrentRow) {
+  Nueva();
+  struct Fila {
+    const char* nombre;
+    double base, factor;
+  };
+  for (const Fila& f : {Fila{"Uno", 100, 0.16}, Fila{"Dos", 50, 0}, Fila{"", 999, 0.16}}) {
+    const int fila = grid().AgregaFila();
+    grid().celda(fila, "Nombre", f.nombre);
+    grid().celda(fila, "Precio_Descontado_Importe", f.base);
+    grid().celda(fila, "Impuesto", f.factor);
+  }
+  grid().fila(1);
+  pantalla.Totalizar();
+  EXPECT_EQ(Pie(pantalla.txtSubTotal), 150);
+  EXPECT_EQ(Pie(pantalla.txtImpuestos), 16);
+  EXPECT_EQ(Pie(pantalla.txtTotal), 166);
+  EXPECT_EQ(grid().fila(), 1);
+
+  grid().celda(1, "Precio_Descontado_Importe", "mucho");
+  pantalla.Totalizar();
+  ASSERT_EQ(escritorio.Ids(), Cajas{"ERR-ID:7500050"});
+  EXPECT_EQ(escritorio.Mensajes()[0].titulo, "Totalizar()");
+  EXPECT_EQ(escritorio.Mensajes()[0].estilo, 16);
+  EXPECT_FALSE(escritorio.Mensajes()[0].texto.empty());
+  EXPECT_EQ(Pie(pantalla.txtTotal), 166);
+  EXPECT_EQ(grid().fila(), 1);
+  int avisos = 0;
+  grid().alCambiar = [&](controles::CambioGrid, int, int) { ++avisos; };
+  grid().celda(0, "Adultos", 1);
+  EXPECT_EQ(avisos, 1) << "the grid paints again";
+  grid().alCambiar = {};
+
+  grid().QuitaTodas();
+  pantalla.Totalizar();
+  EXPECT_EQ(Pie(pantalla.txtSubTotal) + Pie(pantalla.txtImpuestos) + Pie(pantalla.txtTotal), 0);
+}
+
+}  // namespace

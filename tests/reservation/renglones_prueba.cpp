@@ -1,0 +1,403 @@
+// Room lines: how they come into being, what leaving a cell does, the date pop-up, the keys.
+#include "reservation/renglones.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "tests/reservation/renglones_comun.h"
+
+namespace {
+
+using controles::Accion;
+using pruebas::Cajas;
+using pruebas::Vistos;
+namespace tecla = controles::tecla;
+
+std::optional<com::Fecha> Marzo(int dia) {
+  if (dia == 0) return std::nullopt;
+  return com::FechaDe(2026, 3, dia, 15, 0);  // times of day do not count
+}
+
+TEST(FechasDelRenglon, StayInsideTheReservationForOneNightAtLeast) {
+  const com::Fecha llegada = com::FechaDe(2026, 3, 10, 12, 0), salida = com::FechaDe(2026, 3, 14);
+  struct Caso {
+    int inicio, fin, inicioAjustado, finAjustado;  // days of March, 0: no date
+  };
+  for (const Caso& c : {Caso{10, 14, 10, 14}, Caso{11, 13, 11, 13}, Caso{9, 13, 10, 13}, Caso{15, 13, 10, 14},
+                        Caso{12, 12, 10, 14}, Caso{12, 9, 12, 14}, Caso{12, 15, 12, 14}, Caso{13, 12, 13, 14},
+                        Caso{0, 13, 10, 13}, Caso{12, 0, 12, 14}, Caso{14, 14, 10, 14}}) {
+    SCOPED_TRACE(testing::Message() << c.inicio << " a " << c.fin);
+    const auto inicio = Marzo(c.inicio), fin = Marzo(c.fin);
+    EXPECT_EQ(kv207::AjustaInicio(inicio, fin, llegada, salida), com::FechaDe(2026, 3, c.inicioAjustado));
+    EXPECT_EQ(kv207::AjustaFin(inicio, fin, llegada, salida), com::FechaDe(2026, 3, c.finAjustado));
+  }
+}
+
+TEST(ImportesDelRenglon, FollowTheEditedAmount) {
+  struct Caso {
+    double precio, extra, impuesto, descuento, importe;
+    bool porImporte;
+    double descuentoDerivado, importeDerivado, impuestoDerivado, total;
+  };
+  for (const Caso& c : {
+           Caso{116, 0, 0.16, 10, 0, false, 10, 10, 14.4, 104.4}, Caso{116, 0, 0.16, 10, 20, true, 20, 20, 12.8, 92.8},
+           Caso{116, 0, 0.16, 10, 0, true, 0, 0, 16, 116}, Caso{100, 16, 0.16, 0, 50, false, 0, 0, 16, 116},
+           Caso{0, 0, 0.16, 10, 20, true, 0, 0, 0, 0}, Caso{0, 0, 0.16, 10, 20, false, 10, 0, 0, 0},
+           Caso{0.25, 0, 0, 50, 0, false, 50, 0.125, 0, 0.12},  // halves go to the even cent
+       }) {
+    SCOPED_TRACE(testing::Message() << c.precio << "+" << c.extra << " " << c.descuento << "% " << c.importe);
+    kv207::ImportesRenglon r;
+    r.precio = c.precio;
+    r.personaExtra = c.extra;
+    r.impuesto = c.impuesto;
+    r.descuento = c.descuento;
+    r.descuentoImporte = c.importe;
+    r = kv207::RederivaImportes(r, c.porImporte);
+    EXPECT_NEAR(r.descuento, c.descuentoDerivado, 1e-9);
+    EXPECT_NEAR(r.descuentoImporte, c.importeDerivado, 1e-9);
+    EXPECT_NEAR(r.impuestoImporte, c.impuestoDerivado, 1e-9);
+    EXPECT_NEAR(r.total, c.total, 1e-9);
+  }
+}
+
+TEST(PersonasDeCelda, AreWholeAndNeverNegative) {
+  EXPECT_EQ(kv207::PersonasDeCelda(com::Variant()), 0);
+  EXPECT_EQ(kv207::PersonasDeCelda("2.5"), 2);
+  for (const char* malo : {"dos", "-1", "40000"}) EXPECT_THROW(kv207::PersonasDeCelda(malo), com::Error) << malo;
+}
+
+class Renglones : public pruebas::RenglonesPrueba {};
+
+TEST_F(Renglones, ATypedKeyIsFilledWithZerosAndResolved) {
+  Nueva();
+  grid().ancho("Nombre", 100);
+  grid().NuevaFila();
+  ASSERT_TRUE(Teclea(0, "Clave", "101"));
+  EXPECT_EQ(Texto(0, "Clave"), "0101");
+  EXPECT_EQ(Texto(0, "Nombre"), "Sencilla / Vista al mar");
+  EXPECT_EQ(grid().celda(0, "FECHAI"), com::Variant(Dia(2026, 3, 10)));
+  EXPECT_EQ(grid().celda(0, "FECHAF"), com::Variant(Dia(2026, 3, 12)));
+  EXPECT_EQ(Numero(0, "PersonasMax"), 3);
+  EXPECT_EQ(Texto(0, "Producto"), "HAB1");
+  EXPECT_EQ(Texto(0, "Unidad"), "NOCHE");
+  EXPECT_EQ(Numero(0, "Impuesto"), 0.16);
+  EXPECT_EQ(Texto(0, "ID"), "");
+  for (const char* columna : {"Adultos", "Menores", "Infantes", "Precio", "PERSONA_EXTRA", "Total"}) {
+    EXPECT_EQ(Numero(0, columna), 0) << columna;
+  }
+  EXPECT_EQ(grid().columna("Nombre").ancho, escritorio.AnchoTexto(pantalla, "Sencilla / Vista al mar"));
+  EXPECT_EQ(Vistos(escritorio), Cajas{});
+
+  // A resolved line is not looked up again.
+  conexion->sentencias.clear();
+  ASSERT_TRUE(Ve(0, "Clave"));
+  ASSERT_TRUE(Ve(0, "Nombre"));
+  EXPECT_TRUE(conexion->sentencias.empty());
+}
+
+TEST_F(Renglones, AnUnknownWithdrawnOrBrokenKeyHoldsTheClerkOnABlankLine) {
+  Nueva();
+  Linea("0101", 2);
+  const std::string cajaInexistente = "ERR-ID:7500045|48|Vormalix|La habitación no existe o está de baja";
+  for (const char* clave : {"0999", "0109", "Suite"}) {
+    SCOPED_TRACE(clave);
+    escritorio.Olvida();
+    ASSERT_TRUE(Ve(0, "Clave"));
+    conexion->sentencias.clear();
+    EXPECT_FALSE(Teclea(0, "Clave", clave));
+    EXPECT_EQ(Vistos(escritorio), Cajas{cajaInexistente});
+    ASSERT_EQ(conexion->sentencias.size(), 1u);
+    EXPECT_NE(conexion->sentencias[0].find("'" + std::string(clave) + "'"), std::string::npos);
+    EXPECT_EQ(grid().ClaveColumna(), "Clave");
+    EXPECT_EQ(Texto(0, "Clave"), clave);
+    EXPECT_EQ(Texto(0, "Nombre"), "");
+    EXPECT_DOUBLE_EQ(Numero(0, "Total"), 0);
+    EXPECT_EQ(Numero(0, "Adultos"), 0);
+  }
+  escritorio.Olvida();
+  EXPECT_FALSE(Teclea(0, "Clave", "01'; DELETE FROM Habitacion --"));
+  ASSERT_EQ(escritorio.Ids(), Cajas{"ERR-ID:7500046"});
+  EXPECT_EQ(escritorio.Mensajes()[0].titulo, "Busca_Habitacion()");
+  EXPECT_EQ(escritorio.Mensajes()[0].estilo, 16);
+  EXPECT_EQ(Celda("SELECT COUNT(*) FROM Habitacion"), "4");
+}
+
+TEST_F(Renglones, PersonsPriceTheLineAndTheFooterFollows) {
+  Nueva();
+  Linea("0101", 2);
+  EXPECT_EQ(Numero(0, "Precio"), 2320);
+  EXPECT_DOUBLE_EQ(Numero(0, "Total"), 2320);
+  EXPECT_DOUBLE_EQ(Numero(0, "IMPUESTO_IMPORTE"), 320);
+  EXPECT_EQ(Pie(pantalla.txtTotal), 2320);
+  ASSERT_TRUE(Teclea(0, "Menores", "1"));
+  EXPECT_EQ(Numero(0, "PERSONA_EXTRA"), 232);
+  EXPECT_EQ(Numero(0, "NUM_PERSONAS_EXTRA"), 1);
+  EXPECT_DOUBLE_EQ(Numero(0, "Total"), 2552);
+  EXPECT_EQ(Pie(pantalla.txtSubTotal), 2200);
+  EXPECT_EQ(Pie(pantalla.txtImpuestos), 352);
+  EXPECT_EQ(Pie(pantalla.txtTotal), 2552);
+
+  // Too many persons, infants among them: a warning, the amounts stay.
+  EXPECT_TRUE(Teclea(0, "Infantes", "1"));
+  EXPECT_EQ(Vistos(escritorio),
+            Cajas{"ERR-ID:7500034|48|Vormalix|El númeor de personas capturadas para la habitación: Sencilla / Vista al "
+                  "mar\r\n es mayor al máximo de personas que se permiten"});
+  EXPECT_EQ(Numero(0, "Infantes"), 1);
+  EXPECT_DOUBLE_EQ(Numero(0, "Total"), 2552);
+
+  // Nobody: an emptied cell counts as none, and the line costs nothing.
+  escritorio.Olvida();
+  ASSERT_TRUE(Teclea(0, "Infantes", ""));
+  ASSERT_TRUE(Teclea(0, "Menores", "0"));
+  ASSERT_TRUE(Teclea(0, "Adultos", ""));
+  EXPECT_EQ(grid().celda(0, "Adultos"), com::Variant(0));
+  for (const char* columna : {"Precio", "Descuento", "DESCUENTO_IMPORTE", "IMPUESTO_IMPORTE", "Total"}) {
+    EXPECT_EQ(grid().celda(0, columna), com::Variant(0.0)) << columna;
+  }
+  EXPECT_EQ(Vistos(escritorio), Cajas{});
+}
+
+TEST_F(Renglones, MissingOrFailingPersonLimitsKeepTheAmounts) {
+  Nueva();
+  Linea("0101", 2);
+  conexion->Falla("Th_Num_Personas_Maximo FROM Tipo_Habitacion TH");
+  EXPECT_THROW(Teclea(0, "Adultos", "1"), com::Error);
+  EXPECT_DOUBLE_EQ(Numero(0, "Total"), 2320);
+  EXPECT_EQ(Vistos(escritorio), Cajas{});
+  ASSERT_TRUE(Teclea(0, "Adultos", "2"));
+
+  Sql("DELETE FROM Habitacion WHERE Hb_Cve_Habitacion = '0101'");
+  EXPECT_TRUE(Teclea(0, "Adultos", "1"));
+  EXPECT_EQ(Vistos(escritorio), Cajas{"ERR-ID:7500033|48|Vormalix|La habitación: Sencilla / Vista al mar no tiene "
+                                      "configurado el número de personas"});
+  EXPECT_DOUBLE_EQ(Numero(0, "Total"), 2320);
+}
+
+TEST_F(Renglones, TabbingAcrossARowCostsNoDiscountAndADateChangeDoes) {
+  host.Permiso("CHDS02", true);
+  Nueva();
+  Linea("0101", 2);
+  ASSERT_TRUE(Teclea(0, "Descuento", "10"));
+  EXPECT_DOUBLE_EQ(Numero(0, "DESCUENTO_IMPORTE"), 200);
+  EXPECT_DOUBLE_EQ(Numero(0, "Total"), 2088);
+  ASSERT_TRUE(Ve(0, "Clave"));
+  while (grid().Siguiente()) {
+  }
+  EXPECT_EQ(grid().ClaveColumna(), "Total");
+  EXPECT_NEAR(Numero(0, "Descuento"), 10, 1e-9);
+  EXPECT_DOUBLE_EQ(Numero(0, "Total"), 2088);
+
+  ASSERT_TRUE(Teclea(0, "DESCUENTO_IMPORTE", "500"));
+  EXPECT_NEAR(Numero(0, "Descuento"), 25, 1e-9);
+  EXPECT_DOUBLE_EQ(Numero(0, "Total"), 1740);
+  EXPECT_EQ(Pie(pantalla.txtTotal), 1740);
+  ASSERT_TRUE(Teclea(0, "DESCUENTO_IMPORTE", "0"));
+  EXPECT_DOUBLE_EQ(Numero(0, "Descuento"), 0);
+  EXPECT_DOUBLE_EQ(Numero(0, "Total"), 2320);
+
+  ASSERT_TRUE(Teclea(0, "Descuento", "10"));
+  ASSERT_TRUE(Teclea(0, "FECHAF", "11/03/2026"));
+  EXPECT_DOUBLE_EQ(Numero(0, "Descuento"), 0);
+  EXPECT_DOUBLE_EQ(Numero(0, "Total"), 1160);
+  EXPECT_EQ(Vistos(escritorio), Cajas{});
+}
+
+TEST_F(Renglones, AnAgreedPriceIsKept) {
+  host.Permiso("CHPR02", true);
+  Nueva();
+  Linea("0101", 2);
+  ASSERT_TRUE(Teclea(0, "Precio", "1740"));
+  EXPECT_EQ(Numero(0, "Precio"), 1740);
+  EXPECT_DOUBLE_EQ(Numero(0, "Total"), 1740);
+  EXPECT_DOUBLE_EQ(Numero(0, "IMPUESTO_IMPORTE"), 240);
+  ASSERT_TRUE(Teclea(0, "PERSONA_EXTRA", ""));
+  EXPECT_EQ(grid().celda(0, "PERSONA_EXTRA"), com::Variant(0.0));
+  EXPECT_THROW(Teclea(0, "Precio", "mucho"), com::Error);
+  EXPECT_DOUBLE_EQ(Numero(0, "Total"), 1740);
+}
+
+TEST_F(Renglones, DatesOutsideTheStayAndTextsThatAreNoDatesFallBack) {
+  Nueva();
+  Linea("0101", 2);
+  ASSERT_TRUE(Teclea(0, "FECHAI", "11/03/2026"));
+  EXPECT_DOUBLE_EQ(Numero(0, "Total"), 1160);
+  ASSERT_TRUE(Teclea(0, "FECHAI", "mañana"));
+  EXPECT_EQ(grid().celda(0, "FECHAI"), com::Variant(Dia(2026, 3, 10)));
+  ASSERT_TRUE(Teclea(0, "FECHAF", "31/02/2026"));
+  EXPECT_EQ(grid().celda(0, "FECHAF"), com::Variant(Dia(2026, 3, 12)));
+  EXPECT_DOUBLE_EQ(Numero(0, "Total"), 2320);
+  // A stay that has been moved takes the line with it when the cell is left.
+  pantalla.dpFecha_llegada.valor(Dia(2026, 3, 11));
+  ASSERT_TRUE(Ve(0, "FECHAI"));
+  ASSERT_TRUE(Ve(0, "Adultos"));
+  EXPECT_EQ(grid().celda(0, "FECHAI"), com::Variant(Dia(2026, 3, 11)));
+  EXPECT_DOUBLE_EQ(Numero(0, "Total"), 1160);
+}
+
+TEST_F(Renglones, TheDatePopUpLiesOverTheCellAndItsDatePricesTheLine) {
+  Nueva();
+  Linea("0101", 2);
+  ASSERT_TRUE(Ve(0, "FECHAI"));
+  const controles::Lugar celda = grid().LugarCelda(0, grid().IndiceColumna("FECHAI"));
+  EXPECT_TRUE(pantalla.pcFecha.visible());
+  EXPECT_EQ(pantalla.ColumnaFechaActiva, "FECHAI");
+  EXPECT_EQ(pantalla.pcFecha.left(), grid().left() + celda.left);
+  EXPECT_EQ(pantalla.pcFecha.top(), grid().top() + celda.top);
+  EXPECT_EQ(pantalla.pcFecha.width(), grid().columna("FECHAI").ancho + 10);
+  EXPECT_EQ(pantalla.pcFecha.height(), celda.height + 10);
+  EXPECT_EQ(pantalla.dpFechaGrid.width(), pantalla.pcFecha.width() + 33);
+  EXPECT_EQ(pantalla.dpFechaGrid.height(), pantalla.pcFecha.height() + 33);
+  EXPECT_EQ(pantalla.foco(), &pantalla.dpFechaGrid);
+  EXPECT_EQ(pantalla.dpFechaGrid.valor(), Dia(2026, 3, 10));
+
+  // The picked date goes into the cell, and the pop-up on to the next one.
+  pantalla.dpFechaGrid.Fija(Dia(2026, 3, 11));
+  EXPECT_EQ(grid().celda(0, "FECHAI"), com::Variant(Dia(2026, 3, 11)));
+  EXPECT_DOUBLE_EQ(Numero(0, "Total"), 1160);
+  EXPECT_EQ(pantalla.ColumnaFechaActiva, "FECHAF");
+  EXPECT_TRUE(pantalla.pcFecha.visible());
+
+  ASSERT_TRUE(Ve(0, "Adultos"));
+  EXPECT_FALSE(pantalla.pcFecha.visible());
+  EXPECT_EQ(pantalla.ColumnaFechaActiva, "");
+
+  // An empty date cell proposes the server's day; typing takes the pop-up away.
+  ASSERT_TRUE(Ve(0, "FECHAF"));
+  grid().Teclea("");
+  EXPECT_FALSE(pantalla.pcFecha.visible());
+  ASSERT_TRUE(Ve(0, "Adultos"));
+  ASSERT_TRUE(Ve(0, "FECHAF"));
+  EXPECT_EQ(pantalla.dpFechaGrid.valor(), Dia(2026, 3, 9));
+
+  // Nothing to lay it over: a line without a room, a locked column.
+  grid().NuevaFila();
+  ASSERT_TRUE(Ve(1, "FECHAI"));
+  EXPECT_FALSE(pantalla.pcFecha.visible());
+  pantalla.BloqueaColumnas();
+  ASSERT_TRUE(Ve(0, "FECHAI"));
+  EXPECT_FALSE(pantalla.pcFecha.visible());
+}
+
+TEST_F(Renglones, LocksFollowTheRights) {
+  const auto abiertas = [this] {
+    std::string claves;
+    for (int c = 0; c < grid().NumColumnas(); ++c) {
+      if (grid().columna(c).visible && !grid().columna(c).bloqueada) claves += grid().columna(c).clave + " ";
+    }
+    return claves;
+  };
+  host.Permiso("CHPR02", true);
+  Nueva();
+  EXPECT_EQ(abiertas(), "Clave FECHAI FECHAF Adultos Menores Infantes Precio PERSONA_EXTRA ");
+  pantalla.BloqueaColumnas();
+  EXPECT_EQ(abiertas(), "");
+  EXPECT_FALSE(grid().columna("Producto").bloqueada);
+  pantalla.PuedeCambiarPrecio = false;
+  pantalla.PuedeCambiarDescuento = true;
+  pantalla.DesbloqueaColumnas();
+  EXPECT_EQ(abiertas(), "Clave FECHAI FECHAF Adultos Menores Infantes Descuento DESCUENTO_IMPORTE ");
+  EXPECT_THROW(Teclea(Linea("0101", 0), "Precio", "1"), com::Error);
+}
+
+TEST_F(Renglones, OnlyTheCharactersOfANumberPass) {
+  host.Permiso("CHPR02", true);
+  host.Permiso("CHDS02", true);
+  Nueva();
+  Linea("0101", 2);
+  const auto pasan = [this](const char* columna) {
+    EXPECT_TRUE(Ve(0, columna));
+    std::string cuales;
+    for (const int c : {tecla::kRetroceso, tecla::kEnter, int{'5'}, int{'.'}, int{'-'}, int{'a'}, 0x0661}) {
+      int caracter = c;
+      pantalla.ssReservaciones_KeyPress(caracter);
+      cuales += caracter == c ? '1' : '0';
+    }
+    return cuales;
+  };
+  EXPECT_EQ(pasan("Menores"), "1010000");
+  EXPECT_EQ(pasan("Precio"), "1011000");
+  EXPECT_EQ(pasan("Descuento"), "1011000");
+  EXPECT_EQ(pasan("DESCUENTO_IMPORTE"), "1011111");
+  EXPECT_EQ(pasan("Clave"), "1011111");
+
+  // As the clerk types: letters never reach the cell, Enter moves on.
+  ASSERT_TRUE(Ve(0, "Adultos"));
+  for (const char32_t c : U"1x") grid().PulsaCaracter(c);
+  pantalla.Enfoca(grid());
+  grid().PulsaTecla(tecla::kEnter);
+  EXPECT_EQ(grid().celda(0, "Adultos"), com::Variant(1));
+  EXPECT_EQ(grid().ClaveColumna(), "Menores");
+}
+
+TEST_F(Renglones, TheCatalogueGivesARoomAndF3OpensItsScreen) {
+  Nueva();
+  grid().NuevaFila();
+  escritorio.RespondeCatalogo("0201");
+  grid().PulsaTecla(tecla::kF2);
+  EXPECT_EQ(Texto(0, "Nombre"), "Doble / Terraza");
+  EXPECT_GE(grid().columna("Nombre").ancho, escritorio.AnchoTexto(pantalla, "Doble / Terraza"));
+  ASSERT_TRUE(Teclea(0, "Adultos", "2"));
+
+  // A room withdrawn since the list was shown, and a cancelled search: the line is blank.
+  ASSERT_TRUE(Ve(0, "Clave"));
+  escritorio.RespondeCatalogo("0109");
+  grid().PulsaTecla(tecla::kF2);
+  EXPECT_EQ(escritorio.Ids(), Cajas{"ERR-ID:7500045"});
+  EXPECT_EQ(Texto(0, "Clave") + Texto(0, "Nombre"), "");
+  escritorio.RespondeCatalogo("0102");
+  grid().PulsaTecla(tecla::kF2);
+  EXPECT_EQ(Texto(0, "Clave"), "0102");
+  escritorio.RespondeCatalogo("");
+  grid().PulsaTecla(tecla::kF2);
+  EXPECT_EQ(Texto(0, "Clave") + Texto(0, "Nombre"), "");
+  EXPECT_DOUBLE_EQ(Numero(0, "Total"), 0);
+
+  EXPECT_THROW(grid().PulsaTecla(tecla::kF3), com::Error);
+  pantalla.Padre = host.Padre();
+  grid().PulsaTecla(tecla::kF3);
+  ASSERT_EQ(escritorio.Pantallas().size(), 1u);
+  EXPECT_EQ(escritorio.Pantallas()[0].pantalla, "CA153");
+}
+
+TEST_F(Renglones, ALineIsDeletedOnlyInAnEditAndAfterAQuestion) {
+  const std::string pregunta = "ERR-ID:7500054|324|Vormalix|¿Está seguro de eliminar la habitación seleccionada?";
+  InsertaReservacion("0000000077", {"0101", "0102"});
+  Carga("0000000077");
+  EXPECT_FALSE(grid().Borra(0));
+  EXPECT_EQ(Vistos(escritorio), Cajas{});
+  Pulsa(Accion::Editar);
+  escritorio.Responde("ERR-ID:7500054", controles::kNo);
+  EXPECT_FALSE(grid().Borra(0));
+  EXPECT_EQ(grid().Filas(), 2);
+  escritorio.Responde("ERR-ID:7500054", controles::kSi);
+  EXPECT_TRUE(grid().Borra(0));
+  EXPECT_EQ(Vistos(escritorio), (Cajas{pregunta, pregunta}));
+  ASSERT_EQ(grid().Filas(), 1);
+  EXPECT_EQ(Texto(0, "Clave"), "0102");
+  EXPECT_EQ(Pie(pantalla.txtTotal), 2320);
+}
+
+TEST_F(Renglones, AnEmptiedKeyTakesTheLineAndItsAmountsAway) {
+  Nueva();
+  Linea("0101", 2);
+  Linea("0102", 1);
+  EXPECT_EQ(Pie(pantalla.txtTotal), 4640);
+  ASSERT_TRUE(Ve(1, "Clave"));
+  grid().Teclea("");
+  EXPECT_EQ(grid().Filas(), 1);
+  EXPECT_EQ(Pie(pantalla.txtTotal), 2320);
+
+  // Another key blanks the line until it is resolved.
+  ASSERT_TRUE(Ve(0, "Clave"));
+  grid().Teclea("0201");
+  EXPECT_EQ(Texto(0, "Nombre"), "");
+  EXPECT_DOUBLE_EQ(Numero(0, "Total"), 0);
+
+  grid().antesDeCambiar = [] { throw com::Error(com::error::kInyectada, "falla inyectada"); };
+  grid().Teclea("0102");
+  grid().antesDeCambiar = {};
+  EXPECT_EQ(Vistos(escritorio), Cajas{"ERR-ID:7500035|16|ssReservaciones_Change()|falla inyectada"});
+}
+
+}  // namespace
