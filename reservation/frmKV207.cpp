@@ -163,7 +163,7 @@ frmKV207::frmKV207(frmDisponibilidad& tablero)
           *this, "txtMoneda", Clave(5),
           DisenoClave("MONEDA", "SELECT Mn_Descripcion FROM  Moneda WHERE Mn_Cve_Moneda='?' AND Es_Cve_Estado <>'BA'",
                       txtNMoneda, "CA039")),
-      txtNMoneda(*this, "txtNMoneda", Campo(3300, 5, 1500), DisenoNombre()),
+      txtNMoneda(*this, "txtNMoneda", Campo(3300, 5, 1620), DisenoNombre()),
       txtTipoCambio(*this, "txtTipoCambio", Campo(5880, 5, 1470), DisenoNumero()),
       dpFecha_llegada(*this, "dpFecha_llegada", Campo(8850, 0, 1680)),
       dpFecha_salida(*this, "dpFecha_salida", Campo(11400, 0, 1680)),
