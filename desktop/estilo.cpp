@@ -87,6 +87,7 @@ QLineEdit, QPlainTextEdit {
   padding: 1px 5px; selection-background-color: %acento%; selection-color: %sobreAcento%; }
 QLineEdit:focus, QPlainTextEdit:focus { border: 2px solid %acento%; padding: 0px 4px; }
 QLineEdit:disabled, QPlainTextEdit:disabled { background: %fondo%; color: %texto%; border-color: %borde%; }
+QLineEdit[apagado="true"] { background: %fondo%; border-color: %borde%; }
 QLineEdit[muestra="true"] { background: transparent; border: 1px solid transparent; color: %texto%; }
 QLineEdit[importe="true"] { background: transparent; border: 1px solid transparent; font-weight: 600; }
 QLineEdit[malo="true"] { border: 2px solid %peligro%; padding: 0px 4px; }
@@ -110,6 +111,7 @@ QToolButton[principal="true"]:enabled:hover { background: %acento%; border: 2px 
 QLineEdit > QToolButton { padding: 0px; border: none; }
 QGroupBox { background: %superficie%; border: 1px solid %borde%; border-radius: 6px; }
 QGroupBox[titulado="true"] { margin-top: 0px; }
+QFrame[barra="true"] QToolButton { padding: 0px 8px; }
 QFrame[barra="true"] { background: %superficie%; border: none; border-bottom: 1px solid %borde%; }
 QFrame[cuadro="true"] { background: %superficie%; border: 1px solid %borde%; border-radius: 5px; }
 QFrame#estado { background: %superficie%; border: none; border-top: 1px solid %borde%; }
@@ -202,7 +204,9 @@ QColor TonoEstado(std::int32_t color) {
   float h = 0, s = 0, l = 0;
   original.getHslF(&h, &s, &l);
   const float saturacion = std::min(s, oscuro ? 0.45F : 0.62F);
-  const float luz = oscuro ? 0.22F + 0.28F * l : 0.40F + 0.58F * l;
+  // Dark tones stay apart from light ones of the same hue.
+  const float clara = l < 0.35F ? 0.22F + 0.80F * l : 0.40F + 0.58F * l;
+  const float luz = oscuro ? 0.22F + 0.28F * l : clara;
   return QColor::fromHslF(std::max(h, 0.0F), saturacion, std::min(luz, 0.97F));
 }
 

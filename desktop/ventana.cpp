@@ -162,7 +162,7 @@ void Ventana::SigueFoco() {
   Vista* v = vista(*c);
   if (v == nullptr || v->foco()->hasFocus()) return;
   enfocando_ = true;
-  v->foco()->setFocus(Qt::OtherFocusReason);
+  v->foco()->setFocus(Qt::TabFocusReason);  // as by Tab: a field's text is selected
   enfocando_ = false;
 }
 

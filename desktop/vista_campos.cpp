@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QRegularExpression>
 #include <QSignalBlocker>
+#include <QStyle>
 #include <QTextCharFormat>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -29,7 +30,8 @@ namespace {
 void Marca(QWidget* w, const char* propiedad, bool valor) {
   if (w->property(propiedad).toBool() == valor) return;
   w->setProperty(propiedad, valor);
-  w->setStyleSheet(w->styleSheet());  // has the sheet looked at again
+  w->style()->unpolish(w);
+  w->style()->polish(w);
 }
 
 bool Habilitada(const controles::Control& control) { return control.enabled(); }
@@ -229,7 +231,7 @@ void VistaFecha::Refresca() {
   }
   edicion_->setReadOnly(!campo_.editable());
   calendario_->setVisible(campo_.AceptaEntrada());
-  Marca(edicion_, "muestra", !campo_.AceptaEntrada());
+  Marca(edicion_, "apagado", !campo_.AceptaEntrada());
 }
 
 void VistaFecha::Fija(com::Fecha fecha) {
@@ -279,11 +281,13 @@ bool VistaFecha::Tecla(const QKeyEvent& evento) {
   }
   if (codigo == controles::tecla::kTab || codigo == controles::tecla::kEnter) {
     const bool flotante = campo_.contenedor() != nullptr && campo_.contenedor()->nombre() == "pcFecha";
-    if (tecleada_) {
+    const bool entrega = tecleada_;
+    if (entrega) {
       Entrega();
     } else if (flotante && acepta && contexto().interactivo && !campo_.Vacio()) {
-      Fija(campo_.valor());  // Enter keeps the cell's date and moves on
+      Fija(campo_.valor());  // Enter keeps the cell's date
     }
+    if (flotante && (entrega || contexto().interactivo)) return true;  // the screen moves on to the next cell
     if (formulario().foco() != &campo_) return true;  // the date's own rules moved the focus
   }
   return Vista::Tecla(evento);

@@ -16,6 +16,7 @@
 #include "desktop/guarda.h"
 #include "desktop/iconos.h"
 #include "desktop/teclas.h"
+#include "platform/controls/barra.h"
 
 namespace vista {
 
@@ -145,8 +146,8 @@ class VistaGrid::Encabezado : public QHeaderView {
                  : numero);
     } else {
       const auto alineada = model()->headerData(seccion, Qt::Horizontal, Qt::TextAlignmentRole).value<Qt::Alignment>();
-      p->setFont(Fuente(Letra::Fuerte));
-      p->setPen(colores.texto);
+      p->setFont(Fuente(Letra::Normal));
+      p->setPen(colores.tenue);
       const QRect caja = zona.adjusted(6, 0, -6, 0);
       p->drawText(caja, static_cast<int>(alineada), p->fontMetrics().elidedText(titulo, Qt::ElideRight, caja.width()));
     }
@@ -270,8 +271,15 @@ VistaGrid::VistaGrid(controles::Grid& grid, QWidget* padre, const Contexto& cont
   });
   QObject::connect(modelo_, &ModeloGrid::columnasCambiaron, marco_, [this] { AjustaColumnas(); });
   QObject::connect(modelo_, &ModeloGrid::modelReset, marco_, [this] { AjustaColumnas(); });
+  // New contents may need more room; a load's many changes are looked at once.
+  auto* ajuste = new QTimer(marco_);
+  ajuste->setSingleShot(true);
+  QObject::connect(ajuste, &QTimer::timeout, marco_, [this] { AjustaColumnas(); });
+  QObject::connect(modelo_, &ModeloGrid::dataChanged, ajuste, [this, ajuste] {
+    if (!EsTablero() && !ajuste->isActive()) ajuste->start(0);
+  });
   QObject::connect(modelo_, &ModeloGrid::actualCambio, marco_, [this] { MuestraActual(); });
-  agrega_ = new QToolButton(fija_->viewport());
+  agrega_ = new QToolButton(marco_);
   agrega_->setText(QStringLiteral("Agregar habitación"));
   agrega_->setToolTip(QStringLiteral("Agregar habitación (Ins)"));
   agrega_->setIcon(Icono(QStringLiteral("mas"), Colores().acento));
@@ -303,10 +311,10 @@ void VistaGrid::Refresca() {
 }
 
 int VistaGrid::AnchoMinimo(int columna) const {
-  const QFontMetrics fuerte(Fuente(Letra::Fuerte)), normal(marco_->font());
+  const QFontMetrics normal(Fuente(Letra::Normal));
   constexpr int kOrilla = 15, kMuestras = 60;
   const auto& c = grid_.columna(columna);
-  int ancho = fuerte.horizontalAdvance(Q(c.titulo)) + kOrilla;
+  int ancho = normal.horizontalAdvance(Q(c.titulo)) + kOrilla;
   if (!c.fecha.empty()) return std::max(ancho, normal.horizontalAdvance(QStringLiteral("R 88")) + kOrilla);
   for (int f = 0; f < std::min(grid_.Filas(), kMuestras); ++f) {
     ancho = std::max(ancho, normal.horizontalAdvance(Q(grid_.Texto(f, columna))) + kOrilla);
@@ -360,7 +368,8 @@ void VistaGrid::Acomoda() {
   agrega_->setVisible(PuedeAgregar());
   agrega_->setFixedHeight(alto);
   agrega_->adjustSize();
-  agrega_->move(2, debajo);
+  agrega_->move(fija_->mapTo(marco_, fija_->viewport()->geometry().topLeft()) + QPoint(2, debajo));
+  agrega_->raise();
 }
 
 void VistaGrid::MuestraActual() {
@@ -430,6 +439,9 @@ void VistaGrid::AlArrastrar(int fila, int columna) {
 
 bool VistaGrid::PuedeAgregar() const {
   if (EsTablero() || !grid_.enabled()) return false;
+  for (const controles::Control* c : formulario().controles()) {
+    if (c->clase() == controles::Clase::Barra && !static_cast<const controles::ScreenToolbar*>(c)->EnEdicion()) return false;
+  }
   for (int c = 0; c < grid_.NumColumnas(); ++c) {
     const auto& columna = grid_.columna(c);
     if (columna.visible) return !columna.bloqueada;  // the key must be open
