@@ -161,16 +161,60 @@ std::vector<std::string> GuardasSqlite() {
   };
 }
 
+// Looks at every line of the folio that was written. Writers of one room wait for one another at the lock, and the
+// query behind it sees what the other has committed.
+constexpr std::string_view kGuardaPostgres = R"(CREATE FUNCTION sobreventa() RETURNS trigger LANGUAGE plpgsql AS $$
+DECLARE choque record;
+BEGIN
+  IF NOT EXISTS (SELECT 1 FROM Parametro
+                 WHERE Pm_Clave = 'HT_OVER_BOOKING' AND LOWER(TRIM(Pm_Valor)) IN ('0', 'false', 'falso')) THEN
+    RETURN NULL;
+  END IF;
+  PERFORM pg_advisory_xact_lock(207, hashtext(clave))
+  FROM (SELECT DISTINCT LOWER(RTRIM(Hb_Cve_Habitacion)) AS clave FROM Reservacion_Detalle
+        WHERE Rs_Folio = NEW.Rs_Folio ORDER BY clave) habitaciones;
+  SELECT propia.Hb_Cve_Habitacion AS habitacion, otra.Rs_Folio AS folio,
+         GREATEST(propia.Rsd_Fecha_Inicio::date, otra.Rsd_Fecha_Inicio::date) AS noche
+  INTO choque
+  FROM Reservacion_Detalle propia
+    INNER JOIN Reservacion_Detalle otra
+      ON otra.Hb_Cve_Habitacion = propia.Hb_Cve_Habitacion AND otra.ctid <> propia.ctid
+    INNER JOIN Reservacion suya
+      ON suya.Rs_Folio = propia.Rs_Folio AND suya.Es_Cve_Estado NOT IN ('CA', 'CE')
+    INNER JOIN Reservacion ajena
+      ON ajena.Rs_Folio = otra.Rs_Folio AND ajena.Es_Cve_Estado NOT IN ('CA', 'CE')
+  WHERE propia.Rs_Folio = NEW.Rs_Folio
+    AND GREATEST(propia.Rsd_Fecha_Inicio::date, otra.Rsd_Fecha_Inicio::date)
+      < LEAST(propia.Rsd_Fecha_Fin::date, otra.Rsd_Fecha_Fin::date)
+  ORDER BY noche, folio LIMIT 1;
+  IF FOUND THEN
+    RAISE EXCEPTION USING ERRCODE = 'integrity_constraint_violation',
+      MESSAGE = 'La habitación ' || choque.habitacion || ' ya está reservada la noche del '
+                || TO_CHAR(choque.noche, 'DD/MM/YYYY') || ' por la reservación ' || choque.folio;
+  END IF;
+  RETURN NULL;
+END $$)";
+
+std::vector<std::string> GuardasPostgres() {
+  return {
+      std::string(kGuardaPostgres),
+      "CREATE TRIGGER Sobreventa_Linea AFTER INSERT OR UPDATE OF Rs_Folio, Hb_Cve_Habitacion, Rsd_Fecha_Inicio, "
+      "Rsd_Fecha_Fin ON Reservacion_Detalle FOR EACH ROW EXECUTE FUNCTION sobreventa()",
+      "CREATE TRIGGER Sobreventa_Reservacion AFTER INSERT OR UPDATE OF Rs_Folio, Es_Cve_Estado ON Reservacion "
+      "FOR EACH ROW EXECUTE FUNCTION sobreventa()",
+  };
+}
+
 std::vector<std::string> Guardas(Motor motor) {
   switch (motor) {
-    case Motor::PostgreSQL:
-      return {};
-    case Motor::SqlServer:
-      return {};
     case Motor::Sqlite:
+      return GuardasSqlite();
+    case Motor::PostgreSQL:
+      return GuardasPostgres();
+    case Motor::SqlServer:
       break;
   }
-  return GuardasSqlite();
+  return {};  // SQL Server: the back office's database, whose own rules guard it
 }
 
 }  // namespace

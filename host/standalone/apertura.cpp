@@ -27,6 +27,10 @@ constexpr char kMemoria[] = ":memory:";
   throw com::Error(com::error::kAjena, "El archivo no es una base de datos de reservaciones" + porQue);
 }
 
+[[noreturn]] void RechazaSoloLectura() {
+  throw com::Error(com::error::kSoloLectura, DescribeSqlite(SQLITE_READONLY, 0, {}));
+}
+
 bool EstaVacia(sqlite3* base) {
   return Entero(base, "PRAGMA application_id") == 0 && Entero(base, "PRAGMA user_version") == 0 &&
          Entero(base, "SELECT COUNT(*) FROM sqlite_master") == 0;
@@ -117,8 +121,7 @@ void RevisaDuenio(sqlite3* base) {
 
 void Prepara(sqlite3* base) {
   RevisaDuenio(base);
-  if (sqlite3_db_readonly(base, "main") == 1)
-    throw com::Error(com::error::kSoloLectura, DescribeSqlite(SQLITE_READONLY, 0, {}));
+  if (sqlite3_db_readonly(base, "main") == 1) RechazaSoloLectura();
   Corre(base, "PRAGMA journal_mode=WAL");
   Corre(base, "PRAGMA synchronous=FULL");
 }
@@ -134,6 +137,8 @@ BaseSqlite::BaseSqlite(const std::string& ruta, int esperaMs) {
     absoluta = QFileInfo(absoluta).absoluteFilePath();
     if (QFileInfo(absoluta).isDir()) RechazaAjena(": es una carpeta");
     if (!QFileInfo::exists(absoluta)) CreaArchivo(absoluta);
+    // Before the engine leaves its side files beside one that it cannot write.
+    if (!QFileInfo(absoluta).isWritable()) RechazaSoloLectura();
   }
   try {
     Abre(absoluta, esperaMs);
@@ -155,9 +160,8 @@ void BaseSqlite::Abre(const QString& ruta, int esperaMs) {
   base_.setDatabaseName(ruta);
   if (!base_.open()) {
     const int codigo = base_.lastError().nativeErrorCode().toInt();
-    const int errnoSistema = QFileInfo(ruta).isReadable() ? 0 : EACCES;
-    throw com::Error(CategoriaSqlite(codigo, errnoSistema),
-                     DescribeSqlite(codigo, errnoSistema, base_.lastError().databaseText().toStdString()));
+    throw com::Error(CategoriaSqlite(codigo, 0),
+                     DescribeSqlite(codigo, 0, base_.lastError().databaseText().toStdString()));
   }
   manija_ = ManijaDe(base_);
   if (manija_ == nullptr)

@@ -27,6 +27,7 @@ constexpr std::array kTraducciones{
     Traduccion{"no such column: ", "No existe la columna "},
     Traduccion{"ambiguous column name: ", "Columna ambigua: "},
     Traduccion{"UNIQUE constraint failed: ", "Ya existe un registro con la misma clave: "},
+    Traduccion{"unable to open database file", "No se pudo abrir el archivo de la base de datos"},
     Traduccion{"NOT NULL constraint failed: ", "Falta un valor obligatorio: "},
 };
 

@@ -1,0 +1,63 @@
+// A database in a folder of its own, and short forms for the tests of the connection.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "host/standalone/conexion.h"
+#include "platform/com/error.h"
+
+namespace pruebas {
+
+class BasePrueba : public ::testing::Test {
+ protected:
+  BasePrueba() {
+    std::string plantilla = (std::filesystem::temp_directory_path() / "kv207-XXXXXX").string();
+    carpeta = mkdtemp(plantilla.data());
+    ruta = (carpeta / "hotel.db").string();
+    reloj.Fija(com::FechaDe(2026, 3, 9, 10, 30, 15));
+  }
+  ~BasePrueba() override {
+    std::error_code ignorado;
+    std::filesystem::remove_all(carpeta, ignorado);
+  }
+
+  std::shared_ptr<autonomo::Conexion> Abre(int esperaMs = 5000) const { return Abre(ruta, esperaMs); }
+  std::shared_ptr<autonomo::Conexion> Abre(const std::string& archivo, int esperaMs = 5000) const {
+    autonomo::OpcionesConexion opciones;
+    opciones.ruta = archivo;
+    opciones.esperaMs = esperaMs;
+    return autonomo::AbreConexion(opciones, reloj);
+  }
+  // Files in the folder.
+  std::size_t Archivos() const {
+    return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(carpeta), {}));
+  }
+
+  autonomo::Reloj reloj;
+  std::filesystem::path carpeta;
+  std::string ruta;
+};
+
+// First value of a query, as text; "(nada)" without rows.
+inline std::string Uno(autonomo::Conexion& c, const std::string& sentencia) {
+  const auto r = c.Directa(sentencia);
+  return r->Eof() ? "(nada)" : com::CStr(r->Fields(0).Value());
+}
+
+// The error that a call raises; number 0 when it raises none.
+inline com::Error ErrorDe(const std::function<void()>& llama) {
+  try {
+    llama();
+  } catch (const com::Error& e) {
+    return e;
+  }
+  return {0, "(sin error)"};
+}
+
+}  // namespace pruebas
