@@ -127,6 +127,9 @@ TEST_F(Campos, UnaClaveConComillaDaErrorYNoDejaOtroNombre) {
   EXPECT_EQ(ErrorDe([&] { clave.Confirma(); }), com::error::kSentencia);
   EXPECT_EQ(nombre.text(), "");
   EXPECT_TRUE(consultas.size() == 1 && traza.back() == "Change O'B|");
+  clave.text("A1");
+  EXPECT_EQ(ErrorDe([&] { clave.text("O'B"); }), com::error::kSentencia);
+  EXPECT_EQ(nombre.text(), "");
 }
 
 TEST_F(Campos, LoQueNoAceptaEntradaLaRechaza) {

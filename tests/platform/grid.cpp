@@ -122,6 +122,19 @@ TEST_F(PruebaGrid, UnRenglonTecleadoSeComprometeAlDejarlo) {
   EXPECT_TRUE(grid.Tecleada() && grid.Pendiente());
 }
 
+TEST_F(PruebaGrid, LaEdicionPendienteAcabaConSuRenglonOAlComprometer) {
+  grid.RowCommitted = nullptr;
+  grid.VaA(0, 0);
+  grid.Teclea("0001");
+  grid.QuitaFila(2);
+  EXPECT_TRUE(grid.Pendiente());
+  grid.QuitaFila(0);
+  EXPECT_FALSE(grid.Pendiente() || grid.Tecleada());
+  grid.Teclea("0002");
+  grid.Deja();
+  EXPECT_FALSE(grid.Pendiente());
+}
+
 TEST_F(PruebaGrid, SoloSeTecleaDondeSePuede) {
   EXPECT_EQ(ErrorDe([&] { grid.Teclea("x"); }), com::error::kTamanio);
   grid.VaA(0, 3);

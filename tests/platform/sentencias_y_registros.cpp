@@ -51,6 +51,8 @@ TEST(TextoSql, UnValorNuncaSaleDeSuLiteral) {
       {"x = '' + ", "7", "", false},
       {"x = 'a''", "''", "'", true},
       {"x = ''", "a", "'", false},
+      {"x = ''", " OR 1=1", "", false},
+      {"x = ''", "a", "''", false},
       {"x = '", "7", "", false},
       {"x = '", "7", "''", false},
   };
