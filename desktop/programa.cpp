@@ -17,9 +17,13 @@
 #include "desktop/dialogos.h"
 #include "desktop/escala.h"
 #include "desktop/escritorio_qt.h"
+#include "desktop/manos_qt.h"
 #include "desktop/vista.h"
 #include "guion/componente.h"
+#include "guion/interprete.h"
 #include "guion/opciones.h"
+#include "guion/respuestas.h"
+#include "guion/vigilados.h"
 #include "platform/com/error.h"
 #include "platform/controls/barra.h"
 
@@ -134,6 +138,8 @@ void AlMensajeFatal(QtMsgType tipo, const QMessageLogContext&, const QString& te
     std::cerr << "reservas: no se pudo abrir la pantalla gráfica: " << texto.toStdString() << '\n';
     std::_Exit(kFalla);
   }
+  // Told by the toolkit wherever no session manager runs; nothing for the clerk.
+  if (texto.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR"))) return;
   if (tipo != QtDebugMsg) std::cerr << texto.toStdString() << '\n';
 }
 
@@ -197,9 +203,13 @@ int Programa::Corre() {
                                                           : QApplication::primaryScreen()->logicalDotsPerInchY());
   AplicaEstilo(aplicacion_, opciones.tema);
   try {
-    return CorreVentana(opciones);
+    return opciones.guion ? CorreGuion(opciones) : CorreVentana(opciones);
   } catch (const std::exception& e) {
-    MuestraFalla(e.what());
+    if (opciones.guion) {
+      std::cerr << "reservas: " << e.what() << '\n';
+    } else {
+      MuestraFalla(e.what());
+    }
     return kFalla;
   }
 }
@@ -216,6 +226,38 @@ int Programa::CorreVentana(const OpcionesPrograma& opciones) {
   escritorio.alTerminar = [] { QApplication::quit(); };
   componente.Abre(anfitrion.Padre());
   return QApplication::exec();
+}
+
+// The scripted clerk works the windows: its answers come from the script, its hands act on the widgets.
+int Programa::CorreGuion(const OpcionesPrograma& opciones) {
+  const bool deArchivo = *opciones.guion != "-";
+  std::ifstream archivo;
+  if (deArchivo) {
+    archivo.open(*opciones.guion, std::ios::binary);
+    if (!archivo || QFileInfo(Q(*opciones.guion)).isDir()) {
+      std::cerr << "reservas: no se puede leer " << *opciones.guion << '\n';
+      return kFalla;
+    }
+  }
+  autonomo::Anfitrion anfitrion(opciones.anfitrion);
+  anfitrion.RegistraClases();
+  guion::Vigilancia vigilancia(anfitrion);
+  guion::Respuestas respuestas;
+  EscritorioQt escritorio;
+  ManosQt manos(escritorio);
+  controles::FijaEscritorio(&escritorio);
+  guion::Componente componente;
+  guion::Interprete interprete({anfitrion, vigilancia, respuestas, manos, componente}, std::cout, std::cerr);
+  EscritorioQt::Piloto piloto;
+  piloto.mensaje = [&](const controles::CajaMensaje& caja) { return respuestas.Decide(caja); };
+  piloto.mensajeVisto = [&](const controles::CajaMensaje& caja, int respuesta) { respuestas.Anota(caja, respuesta); };
+  piloto.notas = [&](const std::string& texto) { return respuestas.Notas(texto); };
+  piloto.catalogo = [&] { return respuestas.Catalogo(); };
+  piloto.modal = [&](controles::Formulario& formulario) { interprete.AtiendeModal(formulario); };
+  escritorio.FijaPiloto(std::move(piloto));
+  QApplication::setQuitOnLastWindowClosed(false);
+  std::istream& entrada = deArchivo ? static_cast<std::istream&>(archivo) : std::cin;
+  return interprete.Corre(entrada, deArchivo ? *opciones.guion : "(entrada)") == 0 ? kBien : kFalla;
 }
 
 }  // namespace vista

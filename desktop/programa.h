@@ -35,6 +35,7 @@ class Programa {
 
  private:
   int CorreVentana(const OpcionesPrograma& opciones);
+  int CorreGuion(const OpcionesPrograma& opciones);
 
   QApplication& aplicacion_;
 };

@@ -3,6 +3,8 @@
 #include <QCloseEvent>
 #include <QFocusEvent>
 #include <QTimer>
+#include <algorithm>
+#include <utility>
 
 #include "desktop/escala.h"
 #include "desktop/estilo.h"
@@ -128,10 +130,21 @@ void Ventana::Coloca(Vista& v) {
     const int ancho = c.clase() == Clase::Barra ? width() : APixel(c.width());
     w->setGeometry(APixel(c.left()), APixel(c.top()), ancho, APixel(c.height()));
   }
-  const bool recuperaFoco = w->isEnabled() != c.enabled() || w->isVisibleTo(w->parentWidget()) != c.visible();
+  if (w->isEnabledTo(w->parentWidget()) == c.enabled() && w->isVisibleTo(w->parentWidget()) == c.visible()) return;
+  // A widget that can no longer have the keyboard loses it; where it goes is the form's to say.
+  const bool enfocaba = std::exchange(enfocando_, true);
   w->setEnabled(c.enabled());
   w->setVisible(c.visible());
-  if (recuperaFoco && formulario_.foco() != nullptr) SigueFoco();
+  enfocando_ = enfocaba;
+  SigueFoco();
+  if (contexto_.interactivo) QTimer::singleShot(0, this, [this] { AdoptaFoco(); });
+}
+
+// When the form's active control cannot be used any more, the next one takes the keyboard.
+void Ventana::AdoptaFoco() {
+  controles::Control* c = formulario_.foco();
+  if (c == nullptr || c->PuedeEnfocarse() || !formulario_.visible()) return;
+  formulario_.EnfocaSiguiente();
 }
 
 void Ventana::ColocaSobreCelda(Vista& v) {
@@ -178,7 +191,7 @@ bool Ventana::TerminaEdicion(const controles::Control* destino) {
 
 void Ventana::FijaTamano(int ancho, int alto) {
   exacto_ = true;
-  resize(APixel(ancho), APixel(alto));
+  resize(std::max(1, APixel(ancho)), std::max(1, APixel(alto)));
   exacto_ = false;
   formulario_.Redimensiona(ancho, alto);
   Refresca();

@@ -46,6 +46,7 @@ class Ventana : public QWidget {
   // The date pop-up lies over the cell that it edits.
   void ColocaSobreCelda(Vista& vista);
   Vista* DueniaDe(QObject* objeto) const;
+  void AdoptaFoco();
   void AlEntrar(Vista& vista, Qt::FocusReason motivo);
 
   controles::Formulario& formulario_;

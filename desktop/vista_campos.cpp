@@ -95,7 +95,7 @@ std::optional<com::Fecha> LeeFecha(const QString& texto, com::Fecha base) {
   } else if (dia.match(t).hasMatch()) {
     fecha = QDate(origen.year(), origen.month(), t.toInt());
   }
-  if (!fecha.isValid() || fecha.year() < 1900 || fecha.year() > 9999) return std::nullopt;
+  if (!fecha.isValid() || fecha.year() < 100 || fecha.year() > 9999) return std::nullopt;
   return DeDate(fecha);
 }
 
@@ -288,7 +288,7 @@ bool VistaFecha::Tecla(const QKeyEvent& evento) {
       Fija(campo_.valor());  // Enter keeps the cell's date
     }
     if (flotante && (entrega || contexto().interactivo)) return true;  // the screen moves on to the next cell
-    if (formulario().foco() != &campo_) return true;  // the date's own rules moved the focus
+    if (formulario().foco() != &campo_) return true;                   // the date's own rules moved the focus
   }
   return Vista::Tecla(evento);
 }

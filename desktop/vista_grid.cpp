@@ -10,6 +10,7 @@
 #include <QStyledItemDelegate>
 #include <QTimer>
 #include <algorithm>
+#include <utility>
 
 #include "desktop/escala.h"
 #include "desktop/estilo.h"
@@ -76,6 +77,10 @@ class VistaGrid::Pintor : public QStyledItemDelegate {
       p->setFont(opcion.font);
     }
     const QFontMetrics medidas(opcion.font);
+    if (actual && vista_.reemplaza_) {
+      p->fillRect(caja.adjusted(-2, 3, 2, -4), colores.acento);
+      p->setPen(colores.sobreAcento);
+    }
     const QString corto = medidas.elidedText(texto, Qt::ElideRight, caja.width());
     p->drawText(caja, static_cast<int>(alineada), corto);
 
@@ -373,6 +378,7 @@ void VistaGrid::Acomoda() {
 }
 
 void VistaGrid::MuestraActual() {
+  reemplaza_ = false;
   const int fila = grid_.fila(), columna = grid_.columna();
   if (fila >= 0 && fila < modelo_->rowCount()) {
     const int donde = columna >= 0 && !Fija(columna) && columna < modelo_->columnCount() ? columna : -1;
@@ -440,7 +446,8 @@ void VistaGrid::AlArrastrar(int fila, int columna) {
 bool VistaGrid::PuedeAgregar() const {
   if (EsTablero() || !grid_.enabled()) return false;
   for (const controles::Control* c : formulario().controles()) {
-    if (c->clase() == controles::Clase::Barra && !static_cast<const controles::ScreenToolbar*>(c)->EnEdicion()) return false;
+    if (c->clase() == controles::Clase::Barra && !static_cast<const controles::ScreenToolbar*>(c)->EnEdicion())
+      return false;
   }
   for (int c = 0; c < grid_.NumColumnas(); ++c) {
     const auto& columna = grid_.columna(c);
@@ -461,8 +468,9 @@ void VistaGrid::AgregaRenglon() {
 void VistaGrid::Escribe(const QString& texto) {
   Corre([&] {
     if (grid_.Filas() == 0 && PuedeAgregar()) grid_.NuevaFila();
+    const bool reemplaza = std::exchange(reemplaza_, false);
     const auto codigos = texto.toUcs4();
-    if (codigos.size() == 1) return formulario().PulsaCaracter(codigos.front());
+    if (codigos.size() == 1 && !reemplaza) return formulario().PulsaCaracter(codigos.front());
     std::u32string aceptado;
     for (const uint c : codigos) {
       int codigo = static_cast<int>(c);
@@ -471,7 +479,8 @@ void VistaGrid::Escribe(const QString& texto) {
     }
     const QString nuevo = QString::fromUcs4(aceptado.data(), static_cast<qsizetype>(aceptado.size()));
     if (nuevo.isEmpty()) return;
-    grid_.Teclea(grid_.Edicion().value_or(std::string()) + nuevo.toStdString());
+    const std::string antes = reemplaza ? std::string() : grid_.Edicion().value_or(std::string());
+    grid_.Teclea(antes + nuevo.toStdString());
   });
 }
 
@@ -532,6 +541,18 @@ bool VistaGrid::Tecla(const QKeyEvent& evento) {
     return true;
   };
   const int codigo = CodigoTecla(evento.key());
+  if (evento.matches(QKeySequence::SelectAll)) {
+    reemplaza_ = fila >= 0 && columna >= 0 && !grid_.columna(columna).bloqueada;
+    tabla(columna)->viewport()->update();
+    return true;
+  }
+  const bool borra = codigo == controles::tecla::kSupr || codigo == controles::tecla::kRetroceso;
+  if (reemplaza_ && borra && evento.modifiers() == Qt::NoModifier) {
+    reemplaza_ = false;
+    Corre([this] { grid_.Teclea({}); });
+    return true;
+  }
+  if (codigo != 0) reemplaza_ = false;
   const bool flecha = codigo >= controles::tecla::kIzquierda && codigo <= controles::tecla::kAbajo;
   if (flecha && columna < 0 && grid_.Filas() > 0) {
     Corre([this] { grid_.Siguiente(); });
@@ -539,7 +560,7 @@ bool VistaGrid::Tecla(const QKeyEvent& evento) {
   }
   switch (evento.key()) {
     case Qt::Key_Down:
-      if (fila == grid_.Filas() - 1 && PuedeAgregar()) {
+      if (fila == grid_.Filas() - 1 && PuedeAgregar() && contexto().interactivo) {
         AgregaRenglon();
         return true;
       }

@@ -61,6 +61,7 @@ class VistaGrid : public Vista {
   Tabla* fija_;
   Tabla* movil_;
   QToolButton* agrega_;
+  bool reemplaza_ = false;  // Ctrl+A: what is typed next replaces the cell's text
   // State that a drag over the board gives to the cells that it enters.
   std::optional<bool> arrastre_;
 };

@@ -1,0 +1,51 @@
+// The clerk's hands on real widgets: texts typed as key events, buttons and cells clicked by mouse events.
+#pragma once
+
+#include "desktop/escritorio_qt.h"
+#include "guion/manos.h"
+
+namespace vista {
+
+class VistaGrid;
+
+// One key event with a whole text is one stroke of typing, as an input method gives it; so a change event is raised
+// once for each text, as it is for the models.
+class ManosQt : public guion::Manos {
+ public:
+  explicit ManosQt(EscritorioQt& escritorio) : escritorio_(escritorio) {}
+
+  void Texto(controles::Control& control, const std::string& texto) override;
+  void Confirma(controles::Control& control) override;
+  void PonFecha(controles::DateField& control, com::Fecha fecha) override;
+  void Clic(controles::Control& control) override;
+  void Tecla(controles::Formulario& formulario, int codigo, int mayus) override;
+  void Caracter(controles::Formulario& formulario, char32_t caracter) override;
+  void Accion(controles::ScreenToolbar& barra, controles::Accion accion) override;
+  bool Celda(controles::Grid& grid, int fila, int columna, const std::string& valor) override;
+  bool Ve(controles::Grid& grid, int fila, int columna) override;
+  bool Borra(controles::Grid& grid, int fila) override;
+  void ClicCelda(controles::Grid& grid, int fila, int columna) override;
+  void SeleccionaFila(controles::Grid& grid, int fila) override;
+  void Tamano(controles::Formulario& formulario, int ancho, int alto) override;
+  void Foto(controles::Formulario& formulario, const std::string& ruta) override;
+  void Enfoca(controles::Control& control) override;
+
+ private:
+  Ventana& VentanaDe(const controles::Formulario& formulario) const;
+  Vista& VistaDe(const controles::Control& control) const;
+  VistaGrid& VistaDe(const controles::Grid& grid) const;
+  void TerminaEdicion(controles::Formulario& formulario, const controles::Control* destino) const;
+  // Does something to the widgets, lets what it set off come to rest, and raises what failed.
+  void Haz(const std::function<void()>& accion) const;
+  void PulsaCelda(VistaGrid& vista, int fila, int columna) const;
+
+  EscritorioQt& escritorio_;
+};
+
+// Sends a key, pressed and released, to a widget.
+void EnviaTecla(QWidget* destino, int teclaQt, Qt::KeyboardModifiers modificadores = Qt::NoModifier,
+                const QString& texto = {});
+// Clicks a widget with the left button.
+void EnviaClic(QWidget* destino, const QPoint& donde);
+
+}  // namespace vista
