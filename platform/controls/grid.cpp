@@ -50,6 +50,7 @@ int Grid::IndiceObligado(std::string_view clave) const {
 }
 
 void Grid::AgregaColumna(Columna columna) {
+  Toca();
   columnas_.push_back(std::move(columna));
   for (auto& fila : filas_) fila.emplace_back();
   Cambia(CambioGrid::Columnas);
@@ -57,6 +58,7 @@ void Grid::AgregaColumna(Columna columna) {
 
 void Grid::QuitaColumna(int indice) {
   RevisaColumna(indice);
+  Toca();
   columnas_.erase(columnas_.begin() + indice);
   for (auto& fila : filas_) fila.erase(fila.begin() + indice);
   if (col_ == indice) Coloca(fila_, -1);

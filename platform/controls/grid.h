@@ -173,7 +173,7 @@ class Grid : public Control {
 
   // Slot of the view; fila and columna are -1 where they do not apply.
   std::function<void(CambioGrid cambio, int fila, int columna)> alCambiar;
-  // Slot of tests: called before each change that a program makes to rows or cells; may raise.
+  // Slot of tests: called before each change that a program makes to rows, cells or the set of columns; may raise.
   std::function<void()> antesDeCambiar;
 
  private:
