@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <chrono>
 #include <ctime>
 #include <list>
@@ -34,10 +35,10 @@ class ConexionSqlite final : public Conexion {
 
   ado::RecordsetPtr Execute(const ado::TextoSQL& sentencia) override {
     sentencia.Verifica();
-    return Ejecuta(sentencia.Texto(), nullptr);
+    return Ejecuta(sentencia.Texto(), false, {});
   }
   ado::RecordsetPtr Consulta(std::string_view sentencia, const Parametros& parametros) override {
-    return Ejecuta(sentencia, &parametros);
+    return Ejecuta(sentencia, true, parametros);
   }
   ado::RecordsetPtr Directa(std::string_view sentencia) override;
 
@@ -51,8 +52,9 @@ class ConexionSqlite final : public Conexion {
  private:
   using Lista = std::list<Preparada>;
 
-  ado::RecordsetPtr Ejecuta(std::string_view texto, const Parametros* parametros);
-  ado::RecordsetPtr CorrePartida(Preparada& p, std::string_view texto, const Parametros* parametros);
+  ado::RecordsetPtr Ejecuta(std::string_view texto, bool conPreguntas, std::span<const com::Variant> parametros);
+  // Binds the values of the statement that was split last, and runs it.
+  ado::RecordsetPtr CorrePartida(Preparada& p, std::string_view texto, std::span<const com::Variant> parametros);
   Preparada& BuscaPreparada(std::string_view texto, bool conPreguntas);
   // The engine undoes a transaction by itself when, say, the disk is full: nothing may then run outside it.
   bool Deshecha() const { return enTransaccion_ && sqlite3_get_autocommit(base_.manija()) != 0; }
@@ -84,13 +86,15 @@ Preparada& ConexionSqlite::BuscaPreparada(std::string_view texto, bool conPregun
   return preparadas_.front();
 }
 
-ado::RecordsetPtr ConexionSqlite::Ejecuta(std::string_view texto, const Parametros* parametros) {
+ado::RecordsetPtr ConexionSqlite::Ejecuta(std::string_view texto, bool conPreguntas,
+                                          std::span<const com::Variant> parametros) {
   RevisaDeshecha(texto);
-  Parte(texto, parametros != nullptr, partida_);
-  return CorrePartida(BuscaPreparada(texto, parametros != nullptr), texto, parametros);
+  Parte(texto, conPreguntas, partida_);
+  return CorrePartida(BuscaPreparada(texto, conPreguntas), texto, parametros);
 }
 
-ado::RecordsetPtr ConexionSqlite::CorrePartida(Preparada& p, std::string_view texto, const Parametros* parametros) {
+ado::RecordsetPtr ConexionSqlite::CorrePartida(Preparada& p, std::string_view texto,
+                                               std::span<const com::Variant> parametros) {
   std::size_t valor = 0, pregunta = 0;
   int i = 0;
   for (const Origen origen : p.parametros) {
@@ -103,16 +107,15 @@ ado::RecordsetPtr ConexionSqlite::CorrePartida(Preparada& p, std::string_view te
     if (valor == partida_.valores.size()) throw com::Error(kSentencia, "Sentencia mal escrita", std::string(texto));
     const ValorPartido& v = partida_.valores[valor++];
     if (v.pregunta) {
-      if (pregunta == parametros->size()) throw com::Error(kSentencia, "Faltan parámetros", std::string(texto));
-      p.sentencia.Liga(i, (*parametros)[pregunta++]);
+      if (pregunta == parametros.size()) throw com::Error(kSentencia, "Faltan parámetros", std::string(texto));
+      p.sentencia.Liga(i, parametros[pregunta++]);
     } else if (v.comillas) {
       p.sentencia.LigaCopia(i, SinComillasDobles(v.texto));
     } else {
       p.sentencia.Liga(i, v.texto);
     }
   }
-  if (parametros != nullptr && pregunta != parametros->size())
-    throw com::Error(kSentencia, "Sobran parámetros", std::string(texto));
+  if (pregunta != parametros.size()) throw com::Error(kSentencia, "Sobran parámetros", std::string(texto));
   return p.sentencia.Corre(texto);
 }
 
@@ -125,7 +128,7 @@ ado::RecordsetPtr ConexionSqlite::Directa(std::string_view sentencia) {
   } catch (const com::Error& e) {
     if (e.Numero() != kSentencia) throw;
   }
-  if (preparada != nullptr) return CorrePartida(*preparada, sentencia, nullptr);
+  if (preparada != nullptr) return CorrePartida(*preparada, sentencia, {});
   std::string_view resto;
   Sentencia tal(base_.manija(), sentencia, {}, sentencia, &resto);
   if (!resto.empty()) throw com::Error(kSentencia, "Solo se admite una sentencia", std::string(sentencia));

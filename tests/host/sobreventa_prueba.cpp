@@ -130,6 +130,7 @@ TEST_F(SobreventaPrueba, ElRechazoDeshaceLaSentenciaEntera) {
                   "SELECT '0000000020', '0101', '2026-03-10', '2026-03-11'");
             }),
             "");
+  EXPECT_NE(Rechazo([&] { Linea("0000000020", "0101", "2026-03-12", "2026-03-14"); }), "");
   Linea("0000000020", "0106", "2026-03-10", "2026-03-11");
   c->CommitTrans();
   EXPECT_EQ(Uno(*c, "SELECT Hb_Cve_Habitacion FROM Reservacion_Detalle WHERE Rs_Folio = '0000000020'"), "0106");
