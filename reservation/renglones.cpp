@@ -301,6 +301,23 @@ void MuestraFecha(frmKV207& formulario) {
   formulario.ColumnaFechaActiva = com::Mayusculas(grid.ClaveColumna());
 }
 
+// Takes the room of the current line from the catalogue; a cancelled search blanks the line.
+void EligeHabitacion(frmKV207& formulario) {
+  controles::Grid& grid = formulario.ssReservaciones;
+  const com::Variant clave = publico::Utilerias().BuscaEnCatalogo("Habitacion", kTamanioCatalogo, "", com::Variant());
+  Pon(grid, "Clave", clave);
+  if (CeldaVacia(clave)) return formulario.LimpiaRenglon();
+  std::int32_t ancho = grid.columna("Nombre").ancho;
+  bool hallada = false;
+  formulario.Busca_Habitacion(ancho, hallada);
+  if (hallada) {
+    EnsanchaNombre(grid, ancho);
+  } else {
+    Pon(grid, "Clave", "");
+    formulario.LimpiaRenglon();
+  }
+}
+
 bool EsCifra(int caracter) { return caracter >= '0' && caracter <= '9'; }
 
 }  // namespace
@@ -442,21 +459,9 @@ void frmKV207::ssReservaciones_KeyPress(int& caracter) {
 void frmKV207::ssReservaciones_KeyUp(int codigo, int) {
   if (!SePuedeEditar(ssReservaciones)) return;
   if (codigo == tecla::kF2 && com::Mayusculas(ssReservaciones.ClaveColumna()) == "CLAVE") {
-    const com::Variant clave = publico::Utilerias().BuscaEnCatalogo("Habitacion", kTamanioCatalogo, "", com::Variant());
-    Pon(ssReservaciones, "Clave", clave);
-    if (CeldaVacia(clave)) {
-      LimpiaRenglon();
-      return;
-    }
-    std::int32_t ancho = ssReservaciones.columna("Nombre").ancho;
-    bool hallada = false;
-    Busca_Habitacion(ancho, hallada);
-    if (hallada) {
-      EnsanchaNombre(ssReservaciones, ancho);
-    } else {
-      Pon(ssReservaciones, "Clave", "");
-      LimpiaRenglon();
-    }
+    EligeHabitacion(*this);
+    // Nothing was typed, so the grid does not complete the line by itself.
+    ssReservaciones_RowCommitted();
   } else if (codigo == tecla::kF3) {
     if (!Padre) throw com::Error(com::error::kSinObjeto, "La variable de objeto no está establecida: Padre");
     const com::Variant argumentos[] = {kPantallaHabitaciones};

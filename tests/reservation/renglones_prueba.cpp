@@ -338,6 +338,7 @@ TEST_F(Renglones, TheCatalogueGivesARoomAndF3OpensItsScreen) {
   EXPECT_EQ(Texto(0, "Nombre"), "Doble / Terraza");
   EXPECT_GE(grid().columna("Nombre").ancho, escritorio.AnchoTexto(pantalla, "Doble / Terraza"));
   ASSERT_TRUE(Teclea(0, "Adultos", "2"));
+  EXPECT_EQ(Pie(pantalla.txtTotal), 3480);
 
   // A room withdrawn since the list was shown, and a cancelled search: the line is blank.
   ASSERT_TRUE(Ve(0, "Clave"));
@@ -345,6 +346,7 @@ TEST_F(Renglones, TheCatalogueGivesARoomAndF3OpensItsScreen) {
   grid().PulsaTecla(tecla::kF2);
   EXPECT_EQ(escritorio.Ids(), Cajas{"ERR-ID:7500045"});
   EXPECT_EQ(Texto(0, "Clave") + Texto(0, "Nombre"), "");
+  EXPECT_EQ(Pie(pantalla.txtTotal), 0);
   escritorio.RespondeCatalogo("0102");
   grid().PulsaTecla(tecla::kF2);
   EXPECT_EQ(Texto(0, "Clave"), "0102");
