@@ -45,7 +45,11 @@ struct DatosDetalle {
   double precioLista = 0;            // derived by the store
   double precioListaImporte = 0;     // derived by the store
   double descuentoFactor = 0;        // fraction (0.10 = 10 %)
-  double derivados[5] = {};          // discount amount, discounted price and amount, tax factor and amount
+  double descuentoImporte = 0;       // this and the next four derived by the store
+  double precioDescontado = 0;
+  double precioDescontadoImporte = 0;
+  double impuestoFactor = 0;
+  double impuestoImporte = 0;
   double total = 0;                  // whole stay, after discount, tax included
   double reservado = 0;              // not used
   std::int32_t reservado2 = 0;       // not used
@@ -83,7 +87,7 @@ static_assert(offsetof(DatosDetalle, precio) == 44);
 static_assert(offsetof(DatosDetalle, precioPersonasExtra) == 52);
 static_assert(offsetof(DatosDetalle, precioLista) == 60);
 static_assert(offsetof(DatosDetalle, descuentoFactor) == 76);
-static_assert(offsetof(DatosDetalle, derivados) == 84);
+static_assert(offsetof(DatosDetalle, descuentoImporte) == 84);
 static_assert(offsetof(DatosDetalle, total) == 124);
 static_assert(offsetof(DatosDetalle, reservado) == 132);
 
