@@ -1,0 +1,41 @@
+# Runs one script in a folder of its own and compares its transcript byte for byte. A transcript that is missing is a
+# failure; nothing here ever writes one.
+cmake_minimum_required(VERSION 3.25)
+string(REGEX REPLACE "\\.guion$" ".salida" esperada "${GUION}")
+if(NOT EXISTS "${esperada}")
+  message(FATAL_ERROR "There is no transcript ${esperada}")
+endif()
+
+file(STRINGS "${GUION}" primera LIMIT_COUNT 1 ENCODING UTF-8)
+set(opciones)
+if(primera MATCHES "^# opciones: (.*)$")
+  separate_arguments(opciones UNIX_COMMAND "${CMAKE_MATCH_1}")
+endif()
+
+file(REMOVE_RECURSE "${TRABAJO}")
+file(MAKE_DIRECTORY "${TRABAJO}")
+execute_process(
+  COMMAND "${PROGRAMA}" ${opciones} ${ANTES} "${GUION}"
+  WORKING_DIRECTORY "${TRABAJO}"
+  OUTPUT_FILE "${TRABAJO}/salida"
+  ERROR_FILE "${TRABAJO}/errores"
+  RESULT_VARIABLE resultado)
+
+execute_process(COMMAND ${CMAKE_COMMAND} -E compare_files "${TRABAJO}/salida" "${esperada}" RESULT_VARIABLE distinta
+                ERROR_QUIET OUTPUT_QUIET)
+if(distinta)
+  execute_process(COMMAND diff -u "${esperada}" "${TRABAJO}/salida" OUTPUT_VARIABLE diferencia)
+  file(READ "${TRABAJO}/errores" errores)
+  message(FATAL_ERROR "The transcript differs (exit status ${resultado}):\n${diferencia}\n${errores}")
+endif()
+
+# 1 when an order was not ok, else 0.
+set(debida 0)
+file(STRINGS "${esperada}" fallidas REGEX "\"ok\":false" ENCODING UTF-8)
+if(fallidas)
+  set(debida 1)
+endif()
+if(NOT resultado STREQUAL debida)
+  file(READ "${TRABAJO}/errores" errores)
+  message(FATAL_ERROR "Exit status ${resultado} instead of ${debida}\n${errores}")
+endif()
