@@ -17,7 +17,9 @@
 #include "desktop/dialogos.h"
 #include "desktop/escala.h"
 #include "desktop/escritorio_qt.h"
+#include "desktop/impresion.h"
 #include "desktop/manos_qt.h"
+#include "desktop/pantallas.h"
 #include "desktop/vista.h"
 #include "guion/componente.h"
 #include "guion/interprete.h"
@@ -118,8 +120,29 @@ controles::ScreenToolbar* BarraDe(const controles::Formulario& formulario) {
 }
 
 // The search of a lookup field: the host's catalogue of that query.
-std::string BuscaClave(const controles::LookupField& campo) {
+std::string BuscaClave(const controles::LookupField& campo, autonomo::Anfitrion& anfitrion, EscritorioQt& escritorio) {
+  if (campo.diseno().idconsulta == "RESERVACION") return BuscaReservacion(*anfitrion.conexion(), escritorio);
   return com::CStr(publico::Utilerias().BuscaEnCatalogo(campo.diseno().idconsulta, 100, "", {}));
+}
+
+// What the host offers beside the screens.
+void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion) {
+  RegistraPantallas(escritorio, anfitrion);
+  InstalaImpresion(anfitrion, [&escritorio] { return escritorio.Frente(); });
+  Contexto& contexto = escritorio.contexto();
+  contexto.busca = [&](const controles::LookupField& campo) { return BuscaClave(campo, anfitrion, escritorio); };
+  contexto.abreCatalogo = [&](const controles::LookupField& campo) {
+    escritorio.AbrePantalla(campo.diseno().transaccion, {});
+  };
+  const auto opcion = [&](const char* titulo, const char* codigo) {
+    contexto.menu.push_back(
+        {QString::fromUtf8(titulo), [&escritorio, codigo] { escritorio.AbrePantalla(codigo, {}); }});
+  };
+  opcion("&Clientes…", "CA014");
+  opcion("&Formas de pago…", "CA016");
+  opcion("&Monedas y tipos de cambio…", "CA039");
+  opcion("&Habitaciones, tipos y tarifas…", "CA153");
+  opcion("C&onfiguración…", "CONFIG");
 }
 
 // Leaving a reservation half captured is asked about; the screen itself never refuses to close.
@@ -218,7 +241,7 @@ int Programa::CorreVentana(const OpcionesPrograma& opciones) {
   autonomo::Anfitrion anfitrion(opciones.anfitrion);
   anfitrion.RegistraClases();
   EscritorioQt escritorio;
-  escritorio.contexto().busca = BuscaClave;
+  ConectaAnfitrion(escritorio, anfitrion);
   controles::FijaEscritorio(&escritorio);
   guion::Componente componente;
   escritorio.puedeCerrar = [&] { return PreguntaSalida(componente.formulario(), escritorio.Frente()); };

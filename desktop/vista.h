@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/controls/formulario.h"
 
@@ -19,6 +20,12 @@ struct Contexto {
   std::function<std::string(const controles::LookupField& campo)> busca;
   // Opens the catalogue screen that edits the field's keys.
   std::function<void(const controles::LookupField& campo)> abreCatalogo;
+  // The host's own screens, offered at the end of the main toolbar.
+  struct Opcion {
+    QString titulo;
+    std::function<void()> abre;
+  };
+  std::vector<Opcion> menu;
   // A person works at the window, no script.
   bool interactivo = true;
 };

@@ -2,6 +2,7 @@
 
 #include <QFrame>
 #include <QHBoxLayout>
+#include <QMenu>
 #include <QShortcut>
 
 #include "desktop/escala.h"
@@ -76,6 +77,28 @@ VistaBarra::VistaBarra(controles::ScreenToolbar& barra, QWidget* padre, const Co
     botones_[a] = b;
   }
   caja->addStretch();
+  if (!dialogo && !contexto.menu.empty()) {
+    auto* menu = new QMenu(marco);
+    for (const Contexto::Opcion& opcion : contexto.menu) {
+      QObject::connect(menu->addAction(opcion.titulo), &QAction::triggered, marco, [&opcion] { Corre(opcion.abre); });
+    }
+    auto* b = new QToolButton(marco);
+    b->setObjectName(QStringLiteral("menu"));
+    b->setText(QStringLiteral("Hotel"));
+    b->setToolTip(QStringLiteral("Catálogos y configuración del hotel (F10)"));
+    b->setAccessibleName(QStringLiteral("Catálogos y configuración del hotel"));
+    b->setIcon(Icono(QStringLiteral("hotel")));
+    const int lado = APixel(270);
+    b->setIconSize(QSize(lado, lado));
+    b->setFont(Fuente(Letra::Chica));
+    b->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    b->setFocusPolicy(Qt::TabFocus);
+    b->setPopupMode(QToolButton::InstantPopup);
+    b->setMenu(menu);
+    auto* atajo = new QShortcut(QKeySequence(QStringLiteral("F10")), padre);
+    QObject::connect(atajo, &QShortcut::activated, b, &QToolButton::showMenu);
+    caja->insertWidget(static_cast<int>(botones_.size()), b);
+  }
   registro_ = new QLabel(marco);
   registro_->setFont(Fuente(Letra::Titulo));
   registro_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);

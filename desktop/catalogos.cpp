@@ -1,0 +1,292 @@
+#include "desktop/catalogos.h"
+
+#include <algorithm>
+
+#include "platform/com/error.h"
+#include "platform/regional/regional.h"
+#include "schema/esquema.h"
+
+namespace vista {
+
+namespace {
+
+using enum TipoCampo;
+constexpr bool kLlave = true, kObligatorio = true;
+
+// clang-format off
+const std::vector<Catalogo>& Todos() {
+  static const std::vector<Catalogo> catalogos{
+      {"Cliente", "Clientes",
+       {{"Cl_Cve_Cliente", "Clave", Clave, kLlave, kObligatorio},
+        {"Cl_Razon_Social_1", "Nombre", Texto, false, kObligatorio},
+        {"Cl_Telefono", "Teléfono"},
+        {"Cl_Correo", "Correo electrónico"}},
+       true, "", "FTO_CLIENTE"},
+      {"Forma_Pago", "Formas de pago",
+       {{"Fp_Cve_Forma_Pago", "Clave", Clave, kLlave, kObligatorio},
+        {"Fp_Descripcion", "Descripción", Texto, false, kObligatorio},
+        {"Fp_Tipo", "Tipo", Clave, false, false, "", "04 pide los datos de la tarjeta"}},
+       true, "", "FTO_FORMA_PAGO"},
+      {"Moneda", "Monedas",
+       {{"Mn_Cve_Moneda", "Clave", Clave, kLlave, kObligatorio},
+        {"Mn_Descripcion", "Descripción", Texto, false, kObligatorio}},
+       true},
+      {"Tipo_Cambio", "Tipos de cambio",
+       {{"Mn_Cve_Moneda", "Moneda", Referencia, kLlave, kObligatorio, "Moneda"},
+        {"Tc_Fecha", "Desde", Fecha, kLlave, kObligatorio},
+        {"Tc_Tasa", "Moneda local por unidad", Factor, false, kObligatorio}}},
+      {"Habitacion", "Habitaciones",
+       {{"Hb_Cve_Habitacion", "Clave", Clave, kLlave, kObligatorio},
+        {"Hb_Descripcion", "Descripción", Texto, false, kObligatorio},
+        {"Th_Cve_Tipo_Habitacion", "Tipo", Referencia, false, kObligatorio, "Tipo_Habitacion"},
+        {"Ghb_Cve_Grupo_Habitacion", "Grupo", Referencia, false, kObligatorio, "Grupo_Habitacion"},
+        {"Ah_Cve_Area_Habitacion", "Área", Referencia, false, kObligatorio, "Area_Habitacion"}},
+       true, "", "FTO_HABITACION"},
+      {"Tipo_Habitacion", "Tipos de habitación",
+       {{"Th_Cve_Tipo_Habitacion", "Clave", Clave, kLlave, kObligatorio},
+        {"Th_Descripcion", "Descripción", Texto, false, kObligatorio},
+        {"Th_Num_Personas", "Personas incluidas", Entero, false, kObligatorio},
+        {"Th_Num_Personas_Maximo", "Máximo de personas", Entero, false, kObligatorio},
+        {"Pr_Cve_Producto", "Producto", Referencia, false, kObligatorio, "Producto"}},
+       true, "", "FTO_TIPO_HABITACION"},
+      {"Grupo_Habitacion", "Grupos",
+       {{"Ghb_Cve_Grupo_Habitacion", "Clave", Clave, kLlave, kObligatorio},
+        {"Ghb_Descripcion", "Descripción", Texto, false, kObligatorio}},
+       true, "", "FTO_GRUPO_HABITACION"},
+      {"Area_Habitacion", "Áreas",
+       {{"Ah_Cve_Area_Habitacion", "Clave", Clave, kLlave, kObligatorio},
+        {"Ah_Descripcion", "Descripción", Texto, false, kObligatorio}},
+       true, "", "FTO_AREA"},
+      {"Producto", "Productos",
+       {{"Pr_Cve_Producto", "Clave", Clave, kLlave, kObligatorio},
+        {"Pr_Descripcion", "Descripción", Texto, false, kObligatorio},
+        {"Pr_Unidad_Venta", "Unidad de venta"}}},
+      {"Producto_Precio", "Precios de lista",
+       {{"Pr_Cve_Producto", "Producto", Referencia, kLlave, kObligatorio, "Producto"},
+        {"Pp_Precio_1", "Precio por noche", Dinero, kLlave, kObligatorio, "", "con impuestos; se usa donde no hay tarifa"}}},
+      {"Tarifa", "Tarifas",
+       {{"Tf_Id", "Número", Entero, kLlave},
+        {"Th_Cve_Tipo_Habitacion", "Tipo", Referencia, false, kObligatorio, "Tipo_Habitacion"},
+        {"Tf_Inicio", "Desde", Fecha, false, false, "", "vacía: desde siempre"},
+        {"Tf_Fin", "Hasta", Fecha, false, false, "", "última noche; vacía: sin término"},
+        {"Tf_Dias", "Días", Texto, false, false, "", "1 lunes a 7 domingo; vacío: todos"},
+        {"Tf_Precio", "Precio por noche", Dinero, false, kObligatorio, "", "con impuestos"},
+        {"Tf_Adulto_Extra", "Adulto extra", Dinero},
+        {"Tf_Menor_Extra", "Menor extra", Dinero}},
+       false, "Tf_Id"},
+      {"Impuesto", "Impuestos",
+       {{"Sc_Cve_Sucursal", "Sucursal", Referencia, kLlave, kObligatorio, "Sucursal"},
+        {"Pr_Cve_Producto", "Producto", Referencia, kLlave, kObligatorio, "Producto"},
+        {"Im_Factor", "Factor", Factor, false, kObligatorio, "", "0.16 es 16 %"}}},
+      {"Sucursal", "Sucursales",
+       {{"Sc_Cve_Sucursal", "Clave", Clave, kLlave, kObligatorio},
+        {"Sc_Descripcion", "Descripción", Texto, false, kObligatorio}},
+       true},
+      {"Parametro", "Parámetros",
+       {{"Pm_Clave", "Clave", Clave, kLlave, kObligatorio},
+        {"Pm_Valor", "Valor"}}},
+      {"Permiso", "Permisos",
+       {{"Pe_Usuario", "Usuario", Clave, kLlave, kObligatorio},
+        {"Pe_Pantalla", "Pantalla", Clave, kLlave, kObligatorio, "", "KV207"},
+        {"Pe_Opcion", "Opción", Clave, kLlave, kObligatorio}}},
+      {"Plantilla", "Plantillas de correo",
+       {{"Pt_Cve_Plantilla", "Clave", Clave, kLlave, kObligatorio},
+        {"Pt_Asunto", "Asunto", Texto, false, kObligatorio},
+        {"Pt_Cuerpo", "Cuerpo", Nota}}},
+      {"Formato", "Formatos de impresión",
+       {{"Fm_Cve_Formato", "Clave", Clave, kLlave, kObligatorio, "", "HT0001.HTML es la confirmación"},
+        {"Fm_Descripcion", "Descripción"},
+        {"Fm_Contenido", "Contenido", Nota}}},
+  };
+  return catalogos;
+}
+// clang-format on
+
+struct Pantalla {
+  std::string_view codigo;
+  std::vector<std::string_view> tablas;
+};
+const std::vector<Pantalla>& Pantallas() {
+  static const std::vector<Pantalla> pantallas{
+      {"CA014", {"Cliente"}},
+      {"CA016", {"Forma_Pago"}},
+      {"CA039", {"Moneda", "Tipo_Cambio"}},
+      {"CA153",
+       {"Habitacion", "Tipo_Habitacion", "Grupo_Habitacion", "Area_Habitacion", "Producto", "Producto_Precio", "Tarifa",
+        "Impuesto"}},
+      {"CONFIG", {"Parametro", "Permiso", "Sucursal", "Plantilla", "Formato"}},
+  };
+  return pantallas;
+}
+
+std::string Lista(const Catalogo& c, std::string_view separador, const char* sufijo) {
+  std::string lista;
+  for (const CampoCatalogo& campo : c.campos) {
+    if (!lista.empty()) lista += separador;
+    lista += std::string(campo.columna) + sufijo;
+  }
+  return lista;
+}
+
+// Condition on the key, and its values in a row.
+std::string Condicion(const Catalogo& c, const std::vector<com::Variant>& fila,
+                      autonomo::Conexion::Parametros& valores) {
+  std::string condicion;
+  for (std::size_t i = 0; i < c.campos.size(); ++i) {
+    if (!c.campos[i].llave) continue;
+    condicion += (condicion.empty() ? "" : " AND ") + std::string(c.campos[i].columna) + " = ?";
+    valores.push_back(fila[i]);
+  }
+  return condicion;
+}
+
+bool ExisteLlave(autonomo::Conexion& conexion, const Catalogo& c, const std::vector<com::Variant>& valores) {
+  autonomo::Conexion::Parametros llave;
+  const std::string condicion = Condicion(c, valores, llave);
+  const std::string sentencia =
+      "SELECT " + std::string(c.campos.front().columna) + " FROM " + std::string(c.tabla) + " WHERE " + condicion;
+  return !conexion.Consulta(sentencia, llave)->Eof();
+}
+
+// Reads one typed text; a reason when it cannot be.
+std::string Lee(const CampoCatalogo& campo, const std::string& texto, com::Variant& valor) {
+  const std::string titulo(campo.titulo);
+  if (texto.empty()) {
+    if (campo.obligatorio) return "Falta «" + titulo + "»";
+    const bool numero = campo.tipo == Entero || campo.tipo == Dinero || campo.tipo == Factor;
+    valor = campo.tipo == Fecha ? com::Variant::Null() : numero ? com::Variant(0) : com::Variant("");
+    return {};
+  }
+  try {
+    switch (campo.tipo) {
+      case Entero:
+        valor = com::CLng(texto);
+        break;
+      case Dinero:
+      case Factor:
+        valor = com::CDbl(texto);
+        break;
+      case Fecha:
+        valor = com::SoloFecha(com::CDate(texto));
+        break;
+      default:
+        valor = texto;
+        return {};
+    }
+  } catch (const com::Error&) {
+    return "«" + titulo + "» no admite «" + texto + "»";
+  }
+  if (campo.tipo != Fecha && com::CDbl(valor) < 0) return "«" + titulo + "» no puede ser negativo";
+  return {};
+}
+
+}  // namespace
+
+std::vector<const Catalogo*> CatalogosDe(std::string_view codigo) {
+  std::vector<const Catalogo*> catalogos;
+  for (const Pantalla& p : Pantallas()) {
+    if (!com::IgualSinCaja(p.codigo, codigo)) continue;
+    for (const std::string_view tabla : p.tablas) catalogos.push_back(BuscaCatalogo(tabla));
+  }
+  return catalogos;
+}
+
+const Catalogo* BuscaCatalogo(std::string_view tabla) {
+  const auto& todos = Todos();
+  const auto c = std::find_if(todos.begin(), todos.end(), [&](const Catalogo& k) { return k.tabla == tabla; });
+  return c == todos.end() ? nullptr : &*c;
+}
+
+std::vector<FilaCatalogo> LeeCatalogo(autonomo::Conexion& conexion, const Catalogo& c) {
+  const std::string sentencia = "SELECT " + Lista(c, ", ", "") + (c.conEstado ? ", Es_Cve_Estado" : "") + " FROM " +
+                                std::string(c.tabla) + " ORDER BY " + std::string(c.campos.front().columna);
+  std::vector<FilaCatalogo> filas;
+  const auto rs = conexion.Consulta(sentencia);
+  for (; !rs->Eof(); rs->MoveNext()) {
+    FilaCatalogo fila;
+    for (std::size_t i = 0; i < c.campos.size(); ++i) fila.valores.push_back(rs->Fields(i).Value());
+    if (c.conEstado) {
+      const com::Variant& estado = rs->Fields(c.campos.size()).Value();
+      fila.deBaja = !estado.EsNulo() && com::IgualSinCaja(com::RecortaDerecha(com::CStr(estado)), esquema::kBaja);
+    }
+    filas.push_back(std::move(fila));
+  }
+  return filas;
+}
+
+std::vector<std::pair<std::string, std::string>> LeeReferencia(autonomo::Conexion& conexion, std::string_view tabla) {
+  std::vector<std::pair<std::string, std::string>> filas;
+  const Catalogo* c = BuscaCatalogo(tabla);
+  if (c == nullptr) return filas;
+  for (const FilaCatalogo& fila : LeeCatalogo(conexion, *c)) {
+    if (!fila.deBaja)
+      filas.emplace_back(TextoDe(c->campos[0], fila.valores[0]), TextoDe(c->campos[1], fila.valores[1]));
+  }
+  return filas;
+}
+
+std::string Valida(const Catalogo& c, const std::vector<std::string>& textos, std::string_view mascara,
+                   std::vector<com::Variant>& valores) {
+  valores.clear();
+  for (std::size_t i = 0; i < c.campos.size(); ++i) {
+    const CampoCatalogo& campo = c.campos[i];
+    std::string texto = campo.tipo == Nota ? textos[i] : com::Recorta(textos[i]);
+    if (campo.tipo == Clave) texto = com::Mayusculas(texto);
+    if (campo.tipo == Clave && campo.llave && i == 0) texto = regional::ConMascara(texto, mascara);
+    com::Variant valor;
+    std::string motivo = Lee(campo, texto, valor);
+    if (!motivo.empty()) return motivo;
+    valores.push_back(std::move(valor));
+  }
+  return {};
+}
+
+std::string TextoDe(const CampoCatalogo& campo, const com::Variant& valor) {
+  if (valor.EsNulo() || valor.EsVacio()) return {};
+  if (campo.tipo == Dinero) return regional::ConFormato(valor, "#,##0.00");
+  if (campo.tipo == Fecha && valor.EsFecha()) return regional::FechaCorta(com::CDate(valor));
+  return com::RecortaDerecha(com::CStr(valor));
+}
+
+void Inserta(autonomo::Conexion& conexion, const Catalogo& c, std::vector<com::Variant> valores) {
+  if (!c.consecutivo.empty()) {
+    const auto rs = conexion.Consulta("SELECT MAX(" + std::string(c.consecutivo) + ") FROM " + std::string(c.tabla));
+    const com::Variant ultimo = rs->Eof() ? com::Variant::Null() : rs->Fields(0).Value();
+    for (std::size_t i = 0; i < c.campos.size(); ++i) {
+      if (c.campos[i].columna == c.consecutivo) valores[i] = ultimo.EsNulo() ? 1 : com::CLng(ultimo) + 1;
+    }
+  } else if (ExisteLlave(conexion, c, valores)) {
+    throw com::Error(com::error::kRestriccion, "Ya existe una fila con esa clave en «" + std::string(c.titulo) + "»");
+  }
+  std::string marcas;
+  for (std::size_t i = 0; i < c.campos.size(); ++i) marcas += i == 0 ? "?" : ", ?";
+  const std::string estado = c.conEstado ? ", Es_Cve_Estado" : "";
+  if (c.conEstado) {
+    marcas += ", ?";
+    valores.emplace_back(std::string(esquema::kActiva));
+  }
+  const std::string sentencia =
+      "INSERT INTO " + std::string(c.tabla) + " (" + Lista(c, ", ", "") + estado + ") VALUES (" + marcas + ")";
+  conexion.Consulta(sentencia, valores);
+}
+
+void Cambia(autonomo::Conexion& conexion, const Catalogo& c, const FilaCatalogo& antes,
+            const std::vector<com::Variant>& valores) {
+  autonomo::Conexion::Parametros parametros(valores.begin(), valores.end());
+  const std::string condicion = Condicion(c, antes.valores, parametros);
+  const std::string sentencia =
+      "UPDATE " + std::string(c.tabla) + " SET " + Lista(c, ", ", " = ?") + " WHERE " + condicion;
+  conexion.Consulta(sentencia, parametros);
+}
+
+void Retira(autonomo::Conexion& conexion, const Catalogo& c, const FilaCatalogo& fila) {
+  autonomo::Conexion::Parametros parametros;
+  if (c.conEstado) parametros.emplace_back(std::string(fila.deBaja ? esquema::kActiva : esquema::kBaja));
+  const std::string condicion = Condicion(c, fila.valores, parametros);
+  const std::string tabla(c.tabla);
+  const std::string sentencia = c.conEstado ? "UPDATE " + tabla + " SET Es_Cve_Estado = ? WHERE " + condicion
+                                            : "DELETE FROM " + tabla + " WHERE " + condicion;
+  conexion.Consulta(sentencia, parametros);
+}
+
+}  // namespace vista

@@ -1,0 +1,64 @@
+// The catalogues of the hotel as the desktop edits them: one definition of tables, columns and captions, and the
+// statements that list, insert, change and withdraw rows. No widgets.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/standalone/conexion.h"
+
+namespace vista {
+
+enum class TipoCampo { Clave, Texto, Nota, Entero, Dinero, Factor, Fecha, Referencia };
+
+struct CampoCatalogo {
+  std::string_view columna;
+  std::string_view titulo;
+  TipoCampo tipo = TipoCampo::Texto;
+  bool llave = false;  // part of the key; cannot be changed once the row exists
+  bool obligatorio = false;
+  std::string_view referencia = {};  // table that a Referencia names
+  std::string_view ayuda = {};
+};
+
+struct Catalogo {
+  std::string_view tabla;
+  std::string_view titulo;
+  std::vector<CampoCatalogo> campos;
+  bool conEstado = false;             // withdrawn rows stay, in state "BA"
+  std::string_view consecutivo = {};  // key column numbered by the desktop; "" none
+  std::string_view mascara = {};      // parameter with the key's zero-fill mask; "" none
+};
+
+// Catalogues behind a host screen code ("CA014" clients, "CA016" payment forms, "CA039" currencies, "CA153" rooms,
+// "CONFIG" set-up of the hotel); none for another code.
+std::vector<const Catalogo*> CatalogosDe(std::string_view codigo);
+const Catalogo* BuscaCatalogo(std::string_view tabla);
+
+// A row: one value for each field, in order, then whether it is withdrawn.
+struct FilaCatalogo {
+  std::vector<com::Variant> valores;
+  bool deBaja = false;
+};
+
+std::vector<FilaCatalogo> LeeCatalogo(autonomo::Conexion& conexion, const Catalogo& catalogo);
+// Key and name of the rows that a Referencia offers, without the withdrawn ones.
+std::vector<std::pair<std::string, std::string>> LeeReferencia(autonomo::Conexion& conexion, std::string_view tabla);
+
+// What is wrong with the texts that were typed for a row, "" nothing; valores gets them typed. mascara: zero-fill mask
+// of the key.
+std::string Valida(const Catalogo& catalogo, const std::vector<std::string>& textos, std::string_view mascara,
+                   std::vector<com::Variant>& valores);
+// Text in which a value is typed and shown.
+std::string TextoDe(const CampoCatalogo& campo, const com::Variant& valor);
+
+// Each is one statement. com::Error kRestriccion with a clear text when the key exists already.
+void Inserta(autonomo::Conexion& conexion, const Catalogo& catalogo, std::vector<com::Variant> valores);
+void Cambia(autonomo::Conexion& conexion, const Catalogo& catalogo, const FilaCatalogo& antes,
+            const std::vector<com::Variant>& valores);
+// Withdraws or brings back a row; rows without a state are deleted.
+void Retira(autonomo::Conexion& conexion, const Catalogo& catalogo, const FilaCatalogo& fila);
+
+}  // namespace vista
