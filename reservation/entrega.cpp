@@ -72,10 +72,11 @@ void RecibeMarcas(frmKV207& f) {
     tablero.ssDisponibilidad.fila(fila);
     const std::string clave = com::CStr(tablero.ssDisponibilidad.celda(fila, "Clave"));
     const std::string nombre = com::CStr(tablero.ssDisponibilidad.celda(fila, "Nombre"));
-    for (const Racha& racha : RachasMarcadas(EstadosDeFila(tablero, fila, noches))) {
+    const std::vector<Racha> rachas = RachasMarcadas(EstadosDeFila(tablero, fila, noches));
+    for (const Racha& racha : rachas) {
       f.AgregaHabitacion(TextoNoche(tablero, racha.primera), TextoNoche(tablero, racha.ultima), clave, nombre, ancho);
     }
-    grid.Update();
+    if (!rachas.empty()) f.ssReservaciones_RowCommitted();
   }
   grid.ancho("Nombre", ancho + kHolguraNombre);
   for (const char* columna : {"FECHAI", "FECHAF"}) {

@@ -55,6 +55,7 @@ TEST_F(Entrega, MarksReplaceTheLinesByOneForEachRun) {
   Nueva();
   CuatroNoches();
   Linea("0102", 2);
+  EXPECT_GT(Pie(pantalla.txtSubTotal), 0);
   AlAbrir({{0, 0}, {0, 1}, {0, 3}, {2, 2}}, Accion::Aceptar);
   pantalla.PulsaTecla(controles::tecla::kF6);
   EXPECT_EQ(Vistos(escritorio), Cajas{});
@@ -76,7 +77,9 @@ TEST_F(Entrega, MarksReplaceTheLinesByOneForEachRun) {
     EXPECT_GT(Numero(fila, "PersonasMax"), 0);
     EXPECT_EQ(Numero(fila, "Total"), 0);
   }
-  EXPECT_EQ(Pie(pantalla.txtTotal), 0);
+  for (const auto* pie : {&pantalla.txtSubTotal, &pantalla.txtImpuestos, &pantalla.txtTotal}) {
+    EXPECT_EQ(Pie(*pie), 0) << pie->nombre();
+  }
   EXPECT_EQ(grid().fila(), 0);
   EXPECT_EQ(pantalla.foco(), &grid());
   int ancho = 0;
