@@ -98,10 +98,10 @@ std::string DefineIndice(const Tabla& t, std::size_t i) {
 // --- guard against selling a room twice
 // --------------------------------------------------------------------------------
 //
-// In force while the parameter HT_OVER_BOOKING is stored with a value that means false. A line holds the nights from
-// its start to the day before its end; times of day do not count. Only live reservations hold rooms. Each guard looks
-// at the lines that a write made live (`propia`) and refuses at the first night that another line (`otra`) already
-// holds.
+// In force while the parameter HT_OVER_BOOKING is stored with a value that means false to the screen: empty, zero in
+// any spelling, or the word. A line holds the nights from its start to the day before its end; times of day do not
+// count. Only live reservations hold rooms. Each guard looks at the lines that a write made live (`propia`) and refuses
+// at the first night that another line (`otra`) already holds.
 
 std::string Reemplaza(std::string s, std::string_view clave, std::string_view valor) {
   for (std::size_t i = s.find(clave); i != std::string::npos; i = s.find(clave, i + valor.size()))
@@ -115,7 +115,8 @@ constexpr std::string_view kGuardaSqlite = R"(CREATE TRIGGER {nombre}
 AFTER {suceso}
 WHEN {condicion}
   AND EXISTS (SELECT 1 FROM Parametro
-              WHERE Pm_Clave = 'HT_OVER_BOOKING' AND TRIM(Pm_Valor) COLLATE ESPANOL IN ('0', 'false', 'falso'))
+              WHERE Pm_Clave = 'HT_OVER_BOOKING'
+                AND TRIM(Pm_Valor, ' 0.+-') COLLATE ESPANOL IN ('', 'false', 'falso'))
 BEGIN
   SELECT CASE WHEN rechaza('La habitación ' || habitacion || ' ya está reservada la noche del '
                            || strftime('%d/%m/%Y', noche) || ' por la reservación ' || folio)
@@ -167,7 +168,7 @@ constexpr std::string_view kGuardaPostgres = R"(CREATE FUNCTION sobreventa() RET
 DECLARE choque record;
 BEGIN
   IF NOT EXISTS (SELECT 1 FROM Parametro
-                 WHERE Pm_Clave = 'HT_OVER_BOOKING' AND LOWER(TRIM(Pm_Valor)) IN ('0', 'false', 'falso')) THEN
+                 WHERE Pm_Clave = 'HT_OVER_BOOKING' AND LOWER(BTRIM(Pm_Valor, ' 0.+-')) IN ('', 'false', 'falso')) THEN
     RETURN NULL;
   END IF;
   PERFORM pg_advisory_xact_lock(207, hashtext(clave))

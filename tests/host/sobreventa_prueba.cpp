@@ -72,11 +72,11 @@ TEST_F(SobreventaPrueba, SoloChocanLasNochesComunes) {
 }
 
 TEST_F(SobreventaPrueba, SinElParametroOConVerdaderoSePermite) {
-  for (const char* valor : {"1", "true", "Verdadero", "-1"}) {
+  for (const char* valor : {"1", "true", "Verdadero", "-1", "0.5", "10"}) {
     Parametro(valor);
     EXPECT_EQ(Rechazo([&] { Linea("0000000020", "0101", "2026-03-10", "2026-03-11"); }), "") << valor;
   }
-  for (const char* valor : {"0", "FALSE", " Falso "}) {
+  for (const char* valor : {"0", "FALSE", " Falso ", "", " 00", "0.0"}) {
     Parametro(valor);
     EXPECT_NE(Rechazo([&] { Linea("0000000020", "0101", "2026-03-10", "2026-03-11"); }), "") << valor;
   }
