@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "guion/catalogo.h"
+#include "guion/muestra.h"
 #include "host/contract/mensajes.h"
 #include "host/standalone/conexion.h"
 #include "platform/com/error.h"
@@ -17,8 +18,6 @@ namespace {
 
 // Reference of an imported booking: this and its id.
 constexpr std::string_view kReferencia = "IMP-";
-// Columns of the board before the first night.
-constexpr int kColumnasFijas = 2;
 constexpr int kCritico = 16;
 
 template <class T>

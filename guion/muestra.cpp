@@ -8,9 +8,6 @@ using controles::Clase;
 
 namespace {
 
-// Columns of the board before the first night.
-constexpr int kColumnasFijas = 2;
-
 struct Contenido {
   Json text, valor;
 };

@@ -13,6 +13,9 @@
 
 namespace guion {
 
+// Columns of the board before the first night.
+inline constexpr int kColumnasFijas = 2;
+
 // Text, value, switches and place (twips) of a control, and what else its kind has.
 Json MuestraControl(const controles::Control& control);
 Json MuestraBarra(const controles::ScreenToolbar& barra);

@@ -54,9 +54,6 @@ int CodigoDeTecla(const std::string& nombre) {
   return 0;
 }
 
-// Columns of the board before the first night.
-constexpr int kColumnasFijas = 2;
-
 Json FilasDe(ado::Recordset& rs) {
   Json filas = Json::Arreglo();
   for (; !rs.Eof(); rs.MoveNext()) {

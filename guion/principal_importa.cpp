@@ -4,7 +4,9 @@
 #include <unistd.h>
 
 #include <QCoreApplication>
+#include <cerrno>
 #include <chrono>
+#include <cstring>
 #include <iomanip>
 #include <iostream>
 
@@ -52,13 +54,15 @@ Opciones LeeOpciones(const std::vector<std::string>& argumentos) {
   if (o.base.empty()) UsoErroneo("Falta --base");
   if (o.habitaciones.empty()) UsoErroneo("Falta --habitaciones");
   if (o.reservas.empty()) UsoErroneo("Falta el archivo de reservas");
+  if (o.rechazadas.empty()) o.rechazadas = o.base + ".rechazadas.csv";
   return o;
 }
 
 // Two imports into one base would capture every booking twice. The lock ends with the process.
 void ExigeSerElUnico(const std::string& base) {
   const int archivo = open(base.c_str(), O_RDONLY | O_CLOEXEC);
-  if (archivo >= 0 && flock(archivo, LOCK_EX | LOCK_NB) == 0) return;
+  if (archivo < 0) throw com::Error(com::error::kBaseDatos, base + ": " + std::strerror(errno));
+  if (flock(archivo, LOCK_EX | LOCK_NB) == 0) return;
   throw com::Error(com::error::kOcupada, base + ": otra importación está trabajando con esta base");
 }
 
