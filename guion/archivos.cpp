@@ -27,4 +27,8 @@ std::string LeeArchivo(const std::string& ruta) {
   return contenido;
 }
 
+std::string ConArchivo(const std::string& ruta, const std::string& texto) {
+  return texto.find(ruta) == std::string::npos ? ruta + ": " + texto : texto;
+}
+
 }  // namespace guion

@@ -81,7 +81,11 @@ void RechazaLinea(const std::string& ruta, int linea, const std::string& motivo)
 }
 
 std::vector<RegistroCsv> LeeCsv(const std::string& ruta, const std::vector<std::string>& columnas) {
-  const std::string contenido = LeeArchivo(ruta);
+  return DivideCsv(ruta, LeeArchivo(ruta), columnas);
+}
+
+std::vector<RegistroCsv> DivideCsv(const std::string& ruta, std::string_view contenido,
+                                   const std::vector<std::string>& columnas) {
   RevisaUtf8(ruta, contenido);
   std::string_view texto = contenido;
   if (texto.starts_with("\xEF\xBB\xBF")) texto.remove_prefix(3);

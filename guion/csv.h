@@ -17,6 +17,10 @@ struct RegistroCsv {
 // fields, an open quote, or text that is not UTF-8.
 std::vector<RegistroCsv> LeeCsv(const std::string& ruta, const std::vector<std::string>& columnas);
 
+// The same for a file's bytes.
+std::vector<RegistroCsv> DivideCsv(const std::string& ruta, std::string_view contenido,
+                                   const std::vector<std::string>& columnas);
+
 // One record as a line of a file, its end included. Line breaks inside a field become " / ".
 std::string LineaCsv(const std::vector<std::string>& campos);
 

@@ -1,6 +1,7 @@
 // reservas-guion: the scripted clerk on the screens' models, without a display.
 #include <QCoreApplication>
 #include <iostream>
+#include <memory>
 #include <sstream>
 
 #include "guion/archivos.h"
@@ -14,10 +15,21 @@ namespace {
 
 constexpr int kTodoBien = 0, kConFallas = 1, kUsoErroneo = 2;
 
+std::unique_ptr<autonomo::Anfitrion> AbreAnfitrion(const autonomo::Opciones& opciones) {
+  try {
+    return std::make_unique<autonomo::Anfitrion>(opciones);
+  } catch (const com::Error& e) {
+    // A connection string may hold a password: only a file is named.
+    if (!opciones.base.conexion.empty()) throw;
+    throw com::Error(e.Numero(), guion::ConArchivo(opciones.base.ruta, e.Descripcion()));
+  }
+}
+
 int Corre(const guion::OpcionesGuion& opciones) {
   const bool deArchivo = opciones.guion != "-";
   std::istringstream archivo(deArchivo ? guion::LeeArchivo(opciones.guion) : std::string());
-  autonomo::Anfitrion anfitrion(opciones.anfitrion);
+  const auto abierto = AbreAnfitrion(opciones.anfitrion);
+  autonomo::Anfitrion& anfitrion = *abierto;
   anfitrion.RegistraClases();
   guion::Vigilancia vigilancia(anfitrion);
   guion::Respuestas respuestas;

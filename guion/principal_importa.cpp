@@ -10,6 +10,7 @@
 #include <iomanip>
 #include <iostream>
 
+#include "guion/archivos.h"
 #include "guion/catalogo.h"
 #include "guion/importador.h"
 #include "platform/com/error.h"
@@ -93,22 +94,32 @@ void Imprime(const guion::ResumenImportacion& r, double segundos) {
             << (segundos > 0 ? r.intentadas / segundos : 0.0) << '\n';
 }
 
-void Importa(const Opciones& opciones) {
-  const auto habitaciones = guion::LeeHabitaciones(opciones.habitaciones);
-  const auto reservas = guion::LeeReservas(opciones.reservas, habitaciones);
-  guion::Rechazadas rechazadas(opciones.rechazadas);
-
+guion::ResumenImportacion ImportaEnBase(const Opciones& opciones, const std::vector<guion::HabitacionCsv>& habitaciones,
+                                        const std::vector<guion::ReservaCsv>& reservas, guion::Rechazadas& rechazadas) {
   autonomo::Opciones anfitrionOpciones;
   anfitrionOpciones.base.ruta = opciones.base;
   anfitrionOpciones.usuario = kUsuario;
   autonomo::Anfitrion anfitrion(anfitrionOpciones);
   ExigeSerElUnico(opciones.base);
   anfitrion.RegistraClases();
+  rechazadas.Abre();
   guion::PreparaHotel(anfitrion, habitaciones);
 
-  guion::Importador importador(anfitrion, rechazadas);
+  return guion::Importador(anfitrion, rechazadas).Importa(reservas, Avance());
+}
+
+// Both files are read whole before the database is touched.
+void Importa(const Opciones& opciones) {
+  const auto habitaciones = guion::LeeHabitaciones(opciones.habitaciones);
+  const auto reservas = guion::LeeReservas(opciones.reservas, habitaciones);
+  guion::Rechazadas rechazadas(opciones.rechazadas);
   const auto inicio = std::chrono::steady_clock::now();
-  const auto resumen = importador.Importa(reservas, Avance());
+  guion::ResumenImportacion resumen;
+  try {
+    resumen = ImportaEnBase(opciones, habitaciones, reservas, rechazadas);
+  } catch (const com::Error& e) {
+    throw com::Error(e.Numero(), guion::ConArchivo(opciones.base, e.Descripcion()));
+  }
   Imprime(resumen, std::chrono::duration<double>(std::chrono::steady_clock::now() - inicio).count());
 }
 

@@ -27,13 +27,18 @@ const std::vector<std::string>& Columnas() {
 }  // namespace
 
 Rechazadas::Rechazadas(std::string ruta) : ruta_(std::move(ruta)) {
-  if (ruta_.empty()) return;
-  LeeExistente();
+  if (std::filesystem::exists(ruta_)) LeeExistente();
+}
+
+void Rechazadas::NoSeEscribe() const {
+  throw com::Error(com::error::kBaseDatos, ruta_ + ": no se puede escribir (" + std::strerror(errno) + ")");
+}
+
+void Rechazadas::Abre() {
   archivo_ = open(ruta_.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);
-  if (archivo_ < 0) {
-    throw com::Error(com::error::kBaseDatos, ruta_ + ": no se puede escribir (" + std::strerror(errno) + ")");
-  }
-  if (std::filesystem::file_size(ruta_) == 0) Escribe(LineaCsv(Columnas()));
+  if (archivo_ < 0) NoSeEscribe();
+  if (ftruncate(archivo_, static_cast<off_t>(entero_)) != 0 && errno != EINVAL) NoSeEscribe();
+  if (entero_ == 0) Escribe(LineaCsv(Columnas()));
 }
 
 Rechazadas::~Rechazadas() {
@@ -41,17 +46,16 @@ Rechazadas::~Rechazadas() {
 }
 
 void Rechazadas::LeeExistente() {
-  if (!std::filesystem::exists(ruta_)) return;
   const std::string contenido = LeeArchivo(ruta_);
-  if (contenido.empty()) return;
   const std::string encabezado = LineaCsv(Columnas());
-  const std::size_t entero = contenido.rfind('\n') + 1;  // 0 when there is no whole line
   if (!encabezado.starts_with(contenido.substr(0, encabezado.size()))) {
     throw com::Error(com::error::kArgumento, ruta_ + ":1: no es un archivo de reservas rechazadas");
   }
-  if (entero < contenido.size()) std::filesystem::resize_file(ruta_, entero);
-  if (entero == 0) return;
-  for (const RegistroCsv& registro : LeeCsv(ruta_, Columnas())) ids_.insert(registro.campos[0]);
+  entero_ = contenido.rfind('\n') + 1;  // 0 when there is no whole line
+  if (entero_ == 0) return;
+  for (const RegistroCsv& registro : DivideCsv(ruta_, contenido.substr(0, entero_), Columnas())) {
+    ids_.insert(registro.campos[0]);
+  }
 }
 
 void Rechazadas::Escribe(const std::string& texto) {
@@ -59,18 +63,15 @@ void Rechazadas::Escribe(const std::string& texto) {
   while (escrito < texto.size()) {
     const ssize_t n = write(archivo_, texto.data() + escrito, texto.size() - escrito);
     if (n < 0 && errno == EINTR) continue;
-    if (n <= 0)
-      throw com::Error(com::error::kBaseDatos, ruta_ + ": no se puede escribir (" + std::strerror(errno) + ")");
+    if (n <= 0) NoSeEscribe();
     escrito += static_cast<std::size_t>(n);
   }
   // Not every kind of file can be flushed (a pipe cannot).
-  if (fsync(archivo_) != 0 && errno != EINVAL && errno != EROFS) {
-    throw com::Error(com::error::kBaseDatos, ruta_ + ": no se puede escribir (" + std::strerror(errno) + ")");
-  }
+  if (fsync(archivo_) != 0 && errno != EINVAL && errno != EROFS) NoSeEscribe();
 }
 
 void Rechazadas::Agrega(const ReservaCsv& reserva, const std::string& motivo, const std::string& mensajes) {
-  if (archivo_ < 0 || Tiene(reserva.id)) return;
+  if (Tiene(reserva.id)) return;
   std::vector<std::string> campos = reserva.campos;
   campos.push_back(motivo);
   campos.push_back(mensajes);

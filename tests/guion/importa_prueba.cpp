@@ -191,6 +191,15 @@ TEST_F(Importa, UnArchivoMaloNoDejaNada) {
   EXPECT_FALSE(std::filesystem::exists(carpeta.Ruta("hotel.db")));
   EXPECT_FALSE(std::filesystem::exists(carpeta.Ruta("hotel.db.csv")));
   EXPECT_EQ(pruebas::Corre({RESERVAS_IMPORTA, "--base", "x.db"}).estado, 2);
+
+  const std::string buena =
+      carpeta.Escribe("r.csv", kColumnas + "1,2026-01-01,2026-02-01,2,2,0,0,A,9,Check-Out,2026-02-03\n");
+  const std::string ajena = carpeta.Escribe("ajena.db", "un texto cualquiera\n");
+  const auto otra = Corre("ajena.db", buena);
+  EXPECT_EQ(otra.estado, 1);
+  EXPECT_TRUE(otra.errores.starts_with("reservas-importa: " + ajena + ": ")) << otra.errores;
+  EXPECT_EQ(Lee(ajena), "un texto cualquiera\n");
+  EXPECT_FALSE(std::filesystem::exists(ajena + ".csv"));
 }
 
 TEST_F(Importa, SinNombreLasRechazadasQuedanJuntoALaBase) {
