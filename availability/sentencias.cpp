@@ -20,12 +20,6 @@ constexpr std::string_view kSinEstanciaEnCurso =
     " INNER JOIN Check_In ON Check_In_Detalle.Ci_Folio = Check_In.Ci_Folio "
     "WHERE Es_Cve_Estado = 'AC') AND ";
 
-// Row key as the rows statement spells it.
-void AgregaSeleccionDelRango(ado::TextoSQL& sql, ModoVista modo) {
-  sql.Agrega(modo == ModoVista::PorTipo ? "SELECT THb.Th_Cve_Tipo_Habitacion AS CLAVE, "
-                                        : "SELECT HB.Hb_Cve_Habitacion AS CLAVE, ");
-}
-
 }  // namespace
 
 void Totales(ado::TextoSQL& sql, ModoVista modo) {
@@ -142,20 +136,27 @@ void Bloqueos(ado::TextoSQL& sql, const Criterio& criterio, std::string_view cla
   sql.Agrega(" '").Valor(noche).Agrega("' BETWEEN  HBb.Hbb_Fecha_Inicio AND HBb.Hbb_Fecha_Fin ");
 }
 
+// The joins stand in the order from the few to the many, and CROSS JOIN keeps it where the engine has no statistics:
+// rooms, then their lines from the first night on; stays from the first night on, then their rooms. A room's type is
+// joined where the row is the type: every row by room has one.
+
 void ReservacionesDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::string_view primera,
                            std::string_view ultima) {
-  AgregaSeleccionDelRango(sql, criterio.modo);
-  sql.Agrega(
-         "RSd.Rsd_Fecha_Inicio AS INICIO, RSd.Rsd_Fecha_Fin AS FIN "
-         "FROM Habitacion HB "
-         " INNER JOIN Reservacion_Detalle RSd ON RSd.Hb_Cve_Habitacion = HB.Hb_Cve_Habitacion "
-         " INNER JOIN Reservacion RS ON RS.Rs_Folio = RSd.Rs_Folio "
-         " INNER JOIN Tipo_Habitacion THb ON THb.Th_Cve_Tipo_Habitacion = HB.Th_Cve_Tipo_Habitacion "
-         "WHERE ")
+  sql.Agrega(criterio.modo == ModoVista::PorTipo
+                 ? "SELECT THb.Th_Cve_Tipo_Habitacion AS CLAVE, RSd.Rsd_Fecha_Inicio AS INICIO, "
+                   "RSd.Rsd_Fecha_Fin AS FIN "
+                   "FROM Tipo_Habitacion THb CROSS JOIN Habitacion HB CROSS JOIN Reservacion_Detalle RSd "
+                   "CROSS JOIN Reservacion RS "
+                   "WHERE HB.Th_Cve_Tipo_Habitacion = THb.Th_Cve_Tipo_Habitacion AND "
+                 : "SELECT HB.Hb_Cve_Habitacion AS CLAVE, RSd.Rsd_Fecha_Inicio AS INICIO, RSd.Rsd_Fecha_Fin AS FIN "
+                   "FROM Habitacion HB CROSS JOIN Reservacion_Detalle RSd CROSS JOIN Reservacion RS "
+                   "WHERE ");
+  sql.Agrega("RSd.Hb_Cve_Habitacion = HB.Hb_Cve_Habitacion AND RS.Rs_Folio = RSd.Rs_Folio AND ")
       .Agrega(criterio.condicion)
       .Agrega(" AND ");
   AgregaFolioExcluido(sql, criterio.folioExcluido);
-  sql.Agrega(" RS.Es_Cve_Estado NOT IN ('CA','CE') AND ")
+  // The bound says nothing new; with it the index of folio and state serves, and no reservation is read.
+  sql.Agrega(" RS.Es_Cve_Estado NOT IN ('CA','CE') AND RS.Es_Cve_Estado >= '' AND ")
       .Agrega(kSinEstanciaEnCurso)
       .Agrega(" RSd.Rsd_Fecha_Fin >= '")
       .Valor(primera)
@@ -166,14 +167,15 @@ void ReservacionesDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::st
 
 void EstanciasDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::string_view primera,
                        std::string_view ultima) {
-  AgregaSeleccionDelRango(sql, criterio.modo);
-  sql.Agrega(
-         "CI.Ci_Llegada AS INICIO, CI.Ci_Salida AS FIN "
-         "FROM Check_In CI "
-         " INNER JOIN Check_In_Detalle CId ON CId.Ci_Folio = CI.Ci_Folio "
-         " INNER JOIN Habitacion HB ON HB.Hb_Cve_Habitacion = CId.Hb_Cve_Habitacion "
-         " INNER JOIN Tipo_Habitacion THb ON THb.Th_Cve_Tipo_Habitacion = HB.Th_Cve_Tipo_Habitacion "
-         "WHERE ")
+  sql.Agrega(criterio.modo == ModoVista::PorTipo
+                 ? "SELECT THb.Th_Cve_Tipo_Habitacion AS CLAVE, CI.Ci_Llegada AS INICIO, CI.Ci_Salida AS FIN "
+                   "FROM Check_In CI CROSS JOIN Check_In_Detalle CId CROSS JOIN Habitacion HB "
+                   "CROSS JOIN Tipo_Habitacion THb "
+                   "WHERE THb.Th_Cve_Tipo_Habitacion = HB.Th_Cve_Tipo_Habitacion AND "
+                 : "SELECT HB.Hb_Cve_Habitacion AS CLAVE, CI.Ci_Llegada AS INICIO, CI.Ci_Salida AS FIN "
+                   "FROM Check_In CI CROSS JOIN Check_In_Detalle CId CROSS JOIN Habitacion HB "
+                   "WHERE ");
+  sql.Agrega("CId.Ci_Folio = CI.Ci_Folio AND HB.Hb_Cve_Habitacion = CId.Hb_Cve_Habitacion AND ")
       .Agrega(criterio.condicion)
       .Agrega(" AND CI.Es_Cve_Estado NOT IN ('CE','CA') AND CI.Ci_Salida >= '")
       .Valor(primera)
@@ -183,15 +185,15 @@ void EstanciasDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::string
 }
 
 void BloqueosDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::string_view primera, std::string_view ultima) {
-  AgregaSeleccionDelRango(sql, criterio.modo);
-  sql.Agrega(
-      "HBb.Hbb_Fecha_Inicio AS INICIO, HBb.Hbb_Fecha_Fin AS FIN "
-      "FROM Habitacion_Bloqueo HBb "
-      " INNER JOIN Habitacion HB ON HB.Hb_Cve_Habitacion = HBb.Hb_Cve_Habitacion ");
-  if (criterio.modo == ModoVista::PorTipo) {
-    sql.Agrega(" INNER JOIN Tipo_Habitacion THb ON THb.Th_Cve_Tipo_Habitacion = HB.Th_Cve_Tipo_Habitacion ");
-  }
-  sql.Agrega("WHERE HBb.Es_Cve_Estado = 'AC' AND HBb.Hbb_Fecha_Fin >= '")
+  sql.Agrega(criterio.modo == ModoVista::PorTipo
+                 ? "SELECT THb.Th_Cve_Tipo_Habitacion AS CLAVE, HBb.Hbb_Fecha_Inicio AS INICIO, "
+                   "HBb.Hbb_Fecha_Fin AS FIN "
+                   "FROM Tipo_Habitacion THb CROSS JOIN Habitacion HB CROSS JOIN Habitacion_Bloqueo HBb "
+                   "WHERE HB.Th_Cve_Tipo_Habitacion = THb.Th_Cve_Tipo_Habitacion AND "
+                 : "SELECT HB.Hb_Cve_Habitacion AS CLAVE, HBb.Hbb_Fecha_Inicio AS INICIO, HBb.Hbb_Fecha_Fin AS FIN "
+                   "FROM Habitacion HB CROSS JOIN Habitacion_Bloqueo HBb "
+                   "WHERE ");
+  sql.Agrega("HBb.Hb_Cve_Habitacion = HB.Hb_Cve_Habitacion AND HBb.Es_Cve_Estado = 'AC' AND HBb.Hbb_Fecha_Fin >= '")
       .Valor(primera)
       .Agrega("' AND HBb.Hbb_Fecha_Inicio <= '")
       .Valor(ultima)

@@ -38,7 +38,7 @@ std::string Reservaciones(ModoVista modo) {
   return "SELECT " + ClaveDe(modo) +
          ", RSd.Rsd_Fecha_Inicio, RSd.Rsd_Fecha_Fin FROM Habitacion HB "
          "CROSS JOIN Reservacion_Detalle RSd ON RSd.Hb_Cve_Habitacion = HB.Hb_Cve_Habitacion "
-         "CROSS JOIN Reservacion RS ON RS.Rs_Folio = RSd.Rs_Folio "
+         "CROSS JOIN Reservacion RS INDEXED BY Reservacion_1 ON RS.Rs_Folio = RSd.Rs_Folio "
          "WHERE HB.Es_Cve_Estado <> 'BA' AND HB.Hb_Cve_Habitacion NOT IN (SELECT CId.Hb_Cve_Habitacion FROM Check_In "
          "CI "
          "CROSS JOIN Check_In_Detalle CId ON CId.Ci_Folio = CI.Ci_Folio WHERE CI.Es_Cve_Estado = 'AC') "
@@ -159,7 +159,7 @@ const Matriz& TableroAMano::Carga() {
 CeldasAMano::CeldasAMano(const Base& base)
     : reservaciones_(base,
                      "SELECT COUNT(*) FROM Reservacion_Detalle RSd "
-                     "CROSS JOIN Reservacion RS ON RS.Rs_Folio = RSd.Rs_Folio "
+                     "CROSS JOIN Reservacion RS INDEXED BY Reservacion_1 ON RS.Rs_Folio = RSd.Rs_Folio "
                      "CROSS JOIN Habitacion HB ON HB.Hb_Cve_Habitacion = RSd.Hb_Cve_Habitacion "
                      "CROSS JOIN Tipo_Habitacion THb ON THb.Th_Cve_Tipo_Habitacion = HB.Th_Cve_Tipo_Habitacion "
                      "WHERE HB.Es_Cve_Estado <> 'BA' AND RS.Es_Cve_Estado NOT IN ('CA','CE') "
@@ -168,12 +168,12 @@ CeldasAMano::CeldasAMano(const Base& base)
                      "JOIN Check_In CI ON CId.Ci_Folio = CI.Ci_Folio WHERE CI.Es_Cve_Estado = 'AC') "
                      "AND RSd.Rsd_Fecha_Fin >= ?2 AND RSd.Rsd_Fecha_Inicio <= ?2"),
       estancias_(base,
-                 "SELECT COUNT(*) FROM Check_In CI "
-                 "CROSS JOIN Check_In_Detalle CId ON CId.Ci_Folio = CI.Ci_Folio "
+                 "SELECT COUNT(*) FROM Check_In_Detalle CId "
+                 "CROSS JOIN Check_In CI ON CI.Ci_Folio = CId.Ci_Folio "
                  "JOIN Habitacion HB ON HB.Hb_Cve_Habitacion = CId.Hb_Cve_Habitacion "
                  "JOIN Tipo_Habitacion THb ON THb.Th_Cve_Tipo_Habitacion = HB.Th_Cve_Tipo_Habitacion "
                  "WHERE HB.Es_Cve_Estado <> 'BA' AND CI.Es_Cve_Estado NOT IN ('CE','CA') "
-                 "AND HB.Hb_Cve_Habitacion = ?1 AND ?2 BETWEEN CI.Ci_Llegada AND CI.Ci_Salida"),
+                 "AND CId.Hb_Cve_Habitacion = ?1 AND ?2 BETWEEN CI.Ci_Llegada AND CI.Ci_Salida"),
       bloqueos_(base,
                 "SELECT COUNT(*) FROM Habitacion_Bloqueo HBb "
                 "JOIN Habitacion HB ON HB.Hb_Cve_Habitacion = HBb.Hb_Cve_Habitacion "

@@ -85,7 +85,7 @@ class Constructor {
     std::vector<com::Fecha> libreDesde(kHabitaciones, com::MasDias(Hoy(), -kDiasDeHistoria));
     for (int d = -kDiasDeHistoria; d < kDiasPorVenir; ++d) {
       const com::Fecha dia = com::MasDias(Hoy(), d);
-      const int demanda = d <= 0 ? 62 : 62 - 50 * d / kDiasPorVenir;
+      const int demanda = d <= 0 ? 40 : 40 - 30 * d / kDiasPorVenir;
       for (int h = 0; h < kHabitaciones; ++h) {
         if (libreDesde[static_cast<std::size_t>(h)] > dia || !Suerte(demanda)) continue;
         const int cuantas = Suerte(70) ? 1 : Azar(2, 3);

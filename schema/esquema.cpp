@@ -147,7 +147,8 @@ std::vector<Tabla> TablasDePantalla() {
       {"Check_In",
        {{"Ci_Folio", Clave}, {"Ci_Llegada", FechaHora}, {"Ci_Salida", FechaHora}, {"Es_Cve_Estado", Clave}},
        {"Ci_Folio"},
-       {{"Es_Cve_Estado", "Ci_Folio"}}},
+       // The second: stays of a range of nights, past most of the history.
+       {{"Es_Cve_Estado", "Ci_Folio"}, {"Ci_Salida", "Ci_Llegada", "Es_Cve_Estado", "Ci_Folio"}}},
       {"Check_In_Detalle",
        {{"Ci_Folio", Clave}, {"Hb_Cve_Habitacion", Clave}},
        {},

@@ -22,6 +22,19 @@ std::string_view SinBlancosFinales(std::string_view s) {
 
 bool EsAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
 
+// Length of a common beginning of plain ASCII, eight bytes at a time. Most keys share one: the engine's searches spend
+// their time here.
+std::size_t ComienzoIgual(std::string_view a, std::string_view b) {
+  constexpr std::uint64_t kNoAscii = 0x8080808080808080U;
+  std::size_t i = 0;
+  for (std::uint64_t x = 0, y = 0; i + sizeof x <= std::min(a.size(), b.size()); i += sizeof x) {
+    std::memcpy(&x, a.data() + i, sizeof x);
+    std::memcpy(&y, b.data() + i, sizeof y);
+    if (x != y || (x & kNoAscii) != 0) break;
+  }
+  return i;
+}
+
 unsigned char PliegaAscii(char c) { return static_cast<unsigned char>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c); }
 
 // Takes one code point off the front; a broken sequence counts byte by byte.
@@ -171,7 +184,7 @@ int ComparaEspanol(std::string_view a, std::string_view b) {
   a = SinBlancosFinales(a);
   b = SinBlancosFinales(b);
   const std::size_t comun = std::min(a.size(), b.size());
-  for (std::size_t i = 0; i < comun; ++i) {
+  for (std::size_t i = ComienzoIgual(a, b); i < comun; ++i) {
     const char x = a[i], y = b[i];
     if (!EsAscii(x) || !EsAscii(y)) return ComparaConAcentos(a.substr(i), b.substr(i));
     if (x == y) continue;
@@ -184,6 +197,9 @@ int ComparaFecha(std::string_view a, std::string_view b) {
   if (a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size()) == 0) return 0;
   constexpr std::string_view kMedianoche = "AAAA-MM-DD 00:00:00";
   constexpr std::size_t kDia = 10;
+  if (a.size() >= kDia && b.size() >= kDia) {
+    if (const int dia = std::memcmp(a.data(), b.data(), kDia); dia != 0) return dia;
+  }
   a = SinBlancosFinales(a);
   b = SinBlancosFinales(b);
   const auto largo = [&](std::string_view s) {

@@ -123,11 +123,13 @@ void Sentencia::AgregaRenglon(std::vector<com::Variant>& celdas) const {
 ado::RecordsetPtr Sentencia::Corre(std::string_view original) {
   const Reinicio reinicio(s_.get());
   std::vector<com::Variant> celdas;
+  celdas.reserve(ultimas_);
   int rc = sqlite3_step(s_.get());
   // A changed table makes the engine prepare "*" anew.
   if (static_cast<std::size_t>(sqlite3_column_count(s_.get())) != esFecha_.size()) LeeColumnas();
   for (; rc == SQLITE_ROW; rc = sqlite3_step(s_.get())) AgregaRenglon(celdas);
   if (rc != SQLITE_DONE) throw ErrorSqlite(base_, rc, original);
+  ultimas_ = celdas.size();
   return std::make_shared<ado::Recordset>(columnas_, std::move(celdas));
 }
 

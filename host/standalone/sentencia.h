@@ -49,6 +49,7 @@ class Sentencia {
   std::unique_ptr<sqlite3_stmt, Cierra> s_;
   std::shared_ptr<const ado::Recordset::Columnas> columnas_;
   std::vector<bool> esFecha_;
+  std::size_t ultimas_ = 0;  // values that the last run gave
 };
 
 // Runs statements that give no rows and take no values; com::Error with the statement.

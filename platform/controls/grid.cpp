@@ -149,6 +149,7 @@ void Grid::celda(int fila, int columna, const com::Variant& valor) {
 
 com::Variant Grid::Convierte(int columna, const com::Variant& valor) const {
   const TipoColumna tipo = columnas_[static_cast<std::size_t>(columna)].tipo;
+  if (tipo == TipoColumna::Entero && std::holds_alternative<std::int32_t>(valor.Contenido())) return valor;
   if (valor.EsNulo()) return {};
   if (valor.EsVacio() || valor.EsObjeto()) return valor;
   if (tipo == TipoColumna::Texto) return valor.EsTexto() ? valor : com::Variant(com::CStr(valor));
