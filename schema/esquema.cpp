@@ -147,8 +147,11 @@ std::vector<Tabla> TablasDePantalla() {
       {"Check_In",
        {{"Ci_Folio", Clave}, {"Ci_Llegada", FechaHora}, {"Ci_Salida", FechaHora}, {"Es_Cve_Estado", Clave}},
        {"Ci_Folio"},
-       // The second: stays of a range of nights, past most of the history.
-       {{"Es_Cve_Estado", "Ci_Folio"}, {"Ci_Salida", "Ci_Llegada", "Es_Cve_Estado", "Ci_Folio"}}},
+       // The second: stays of a range of nights, past most of the history. The third: whether one of a room's stays, by
+       // folio, covers a night.
+       {{"Es_Cve_Estado", "Ci_Folio"},
+        {"Ci_Salida", "Ci_Llegada", "Es_Cve_Estado", "Ci_Folio"},
+        {"Ci_Folio", "Ci_Salida", "Ci_Llegada", "Es_Cve_Estado"}}},
       {"Check_In_Detalle",
        {{"Ci_Folio", Clave}, {"Hb_Cve_Habitacion", Clave}},
        {},
