@@ -78,7 +78,9 @@ void ArmaCargaReservacion(ado::TextoSQL& sql, std::string_view folio) {
 }
 
 void frmKV207::txtFolio_Enter() {
-  Atrapa(*this, mensaje::kCargar, [&] {
+  // A reservation that was read in part only must not be edited: accepting it would store that part.
+  const auto impideEditar = [&] { Controles.PermiteAccion4(false); };
+  const auto carga = [&] {
     if (Controles.EnEdicion() || txtFolio.text().empty()) return;
     txtFolio.text(publico::Utilerias().FormateaFolio(txtFolio.text()));
     txtFolio.Refresca();
@@ -99,7 +101,8 @@ void frmKV207::txtFolio_Enter() {
     if (noches > 0) txtDias.text(com::Variant(noches));
     BloqueaColumnas();
     Totalizar();
-  });
+  };
+  Atrapa(*this, mensaje::kCargar, carga, impideEditar);
 }
 
 void frmKV207::CargaBarra(const std::string& folio, const ado::Recordset& filas) {

@@ -96,7 +96,7 @@ void frmKV207::VaciaRenglones() {
   pcFecha.visible(false);
   ColumnaFechaActiva.clear();
   ssReservaciones.QuitaTodas();
-  txtTotal.valor(0);
+  for (controles::LookupField* total : {&txtSubTotal, &txtImpuestos, &txtTotal}) total->valor(0);
 }
 
 void frmKV207::txtNotas_KeyDown(int codigo, int) {

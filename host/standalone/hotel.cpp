@@ -208,6 +208,25 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
     return folio;
   }
 
+  // The screen reads each line with its product's list price: a line without one is not shown, one with several is
+  // shown several times. Storing what the screen shows would lose or double such a line.
+  void RevisaRenglonesCompletos(const std::string& folio) {
+    const auto cuenta = [&](const char* sentencia) {
+      return com::CLng(Base().Consulta(sentencia, {folio})->Fields(0).Value());
+    };
+    const int guardados = cuenta("SELECT COUNT(*) FROM Reservacion_Detalle WHERE Rs_Folio = ?");
+    const int mostrados = cuenta(
+        "SELECT COUNT(*) FROM Reservacion_Detalle D "
+        "INNER JOIN Habitacion H ON H.Hb_Cve_Habitacion = D.Hb_Cve_Habitacion "
+        "INNER JOIN Tipo_Habitacion T ON T.Th_Cve_Tipo_Habitacion = H.Th_Cve_Tipo_Habitacion "
+        "INNER JOIN Producto P ON P.Pr_Cve_Producto = T.Pr_Cve_Producto "
+        "INNER JOIN Producto_Precio L ON L.Pr_Cve_Producto = P.Pr_Cve_Producto WHERE D.Rs_Folio = ?");
+    if (guardados == mostrados) return;
+    throw Rechazo{"La reservación " + folio +
+                  " tiene habitaciones cuyo producto no tiene un precio de lista o tiene varios: corrija el catálogo "
+                  "antes de modificarla"};
+  }
+
   // The state stays; the lines go and come again one by one.
   std::string Actualiza(const std::string& pedido) {
     const ado::RecordsetPtr rs =
@@ -218,6 +237,7 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
     if (!com::IgualSinCaja(estado, esquema::kActiva) && !com::IgualSinCaja(estado, esquema::kConfirmada)) {
       throw Rechazo{"La reservación " + folio + " está en estado " + estado + " y no se puede modificar"};
     }
+    RevisaRenglonesCompletos(folio);
     const anfitrion::DatosReservacion& e = encabezado_;
     Base().Consulta(
         "UPDATE Reservacion SET Rs_Fecha = ?, Rs_Llegada = ?, Rs_Salida = ?, Sc_Cve_Sucursal = ?, Cl_Cve_Cliente = ?, "

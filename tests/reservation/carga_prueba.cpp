@@ -179,6 +179,7 @@ TEST_F(Carga, FailuresAreToldOnceAndKeepWhatWasShown) {
   ASSERT_EQ(escritorio.Ids(), std::vector<std::string>{"ERR-ID:7500039"});
   EXPECT_EQ(escritorio.Mensajes()[0].titulo, "txtFolio_Enter()");
   EXPECT_EQ(pantalla.txtNHuesped.text(), "Ana López");
+  EXPECT_EQ(Ofrece(), "confirmar eliminar correo registro ") << "what was read in part must not be edited";
   // A folio that would leave its quotes never runs.
   escritorio.Olvida();
   HotelPrueba::Carga("7'; DELETE FROM Reservacion; --");

@@ -238,6 +238,17 @@ TEST_F(Guardar, RefusalsOfTheStoreShowItsText) {
        "calcularlo"});
 }
 
+TEST_F(Guardar, AnEditThatDoesNotShowEveryLineLosesNone) {
+  InsertaReservacion("0000000077", {"0101", "0201"});
+  Sql("DELETE FROM Producto_Precio WHERE Pr_Cve_Producto = 'HAB2'");
+  Carga("77");
+  ASSERT_EQ(pantalla.ssReservaciones.Filas(), 1);
+  Pulsa(Accion::Editar);
+  Pulsa(Accion::Aceptar);
+  EXPECT_EQ(escritorio.Ids(), std::vector<std::string>{"ERR-ID:7500012"});
+  EXPECT_EQ(Celda("SELECT COUNT(*) FROM Reservacion_Detalle"), "2");
+}
+
 TEST_F(Guardar, UnexpectedFailuresRollBackAndAreReportedOnce) {
   Nueva();
   Linea("0101", 2);
