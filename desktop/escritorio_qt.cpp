@@ -165,9 +165,17 @@ QWidget* EscritorioQt::DuenioDe(int cual) const {
   return Frente();
 }
 
+void EscritorioQt::VuelveAlFrente() const {
+  if (QWidget* frente = Frente()) frente->activateWindow();
+}
+
 int EscritorioQt::Mensaje(const controles::CajaMensaje& caja) {
   CajaAviso aviso(caja, DuenioDe(caja.ventana));
-  if (!piloto_.mensaje) return aviso.Pregunta();
+  if (!piloto_.mensaje) {
+    const int respuesta = aviso.Pregunta();
+    VuelveAlFrente();
+    return respuesta;
+  }
   const int elegida = piloto_.mensaje(caja);
   // The click comes once the box waits for it.
   QTimer::singleShot(0, &aviso, [&aviso, elegida] {
@@ -181,19 +189,26 @@ int EscritorioQt::Mensaje(const controles::CajaMensaje& caja) {
 std::string EscritorioQt::EditaNotas(const std::string& titulo, const std::string& texto, int ancho) {
   if (piloto_.notas) return piloto_.notas(texto);
   EditorNotas editor(Q(titulo), Q(texto), ancho, Frente());
-  return editor.exec() == QDialog::Accepted ? editor.Texto().toStdString() : texto;
+  const bool acepta = editor.exec() == QDialog::Accepted;
+  VuelveAlFrente();
+  return acepta ? editor.Texto().toStdString() : texto;
 }
 
 std::string EscritorioQt::EligeDeCatalogo(const std::string& titulo,
                                           const std::vector<std::pair<std::string, std::string>>& filas) {
   if (piloto_.catalogo) return piloto_.catalogo();
   Busqueda busqueda(Q(titulo), filas, Frente());
-  return busqueda.exec() == QDialog::Accepted ? busqueda.Elegida() : std::string();
+  const bool acepta = busqueda.exec() == QDialog::Accepted;
+  VuelveAlFrente();
+  return acepta ? busqueda.Elegida() : std::string();
 }
 
 void EscritorioQt::AbrePantalla(const std::string& pantalla, const std::vector<com::Variant>& argumentos) {
   if (piloto_.mensaje) return;  // the host has recorded it; a script has nothing to do in it
-  if (const auto p = pantallas_.find(pantalla); p != pantallas_.end()) p->second(argumentos, Frente());
+  if (const auto p = pantallas_.find(pantalla); p != pantallas_.end()) {
+    p->second(argumentos, Frente());
+    VuelveAlFrente();
+  }
 }
 
 void EscritorioQt::EnviaTeclas(const std::string& teclas) {

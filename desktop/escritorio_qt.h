@@ -62,6 +62,8 @@ class EscritorioQt : public controles::Escritorio {
   void Abre(controles::Formulario& formulario, bool modal);
   void CierraPrincipal(controles::Formulario& formulario);
   QWidget* DuenioDe(int ventana) const;
+  // Gives the keyboard back to the window in front once a dialog over it is gone.
+  void VuelveAlFrente() const;
 
   Contexto contexto_;
   Piloto piloto_;

@@ -158,6 +158,7 @@ class ServicioImpresion : public com::Objeto<anfitrion::Impresion> {
     if (!documento) return;
     const QString html = LlenaPlantilla(PlantillaDe(*host_.conexion(), formato), *documento);
     Impreso(html, QStringLiteral("Confirmación ") + Q(documento->folio), frente_()).exec();
+    if (QWidget* frente = frente_()) frente->activateWindow();
   }
 
  private:

@@ -1,11 +1,13 @@
 #include "desktop/pantallas.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QDate>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -14,6 +16,8 @@
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <map>
 
 #include "desktop/catalogos.h"
 #include "desktop/dialogos.h"
@@ -92,7 +96,7 @@ class Ficha : public QDialog {
   QVBoxLayout* caja() { return caja_; }
   void Termina() {
     auto* botones = new QDialogButtonBox(this);
-    botones->addButton(QStringLiteral("&Cerrar"), QDialogButtonBox::RejectRole)->setDefault(true);
+    botones->addButton(QStringLiteral("&Cerrar"), QDialogButtonBox::RejectRole)->setAutoDefault(false);
     connect(botones, &QDialogButtonBox::rejected, this, &QDialog::reject);
     caja_->addWidget(botones);
   }
@@ -241,6 +245,8 @@ class Lista : public QWidget {
     caja->addWidget(tabla_);
     caja->addLayout(botones);
     connect(filtro_, &QLineEdit::textChanged, this, [this] { Filtra(); });
+    connect(filtro_, &QLineEdit::returnPressed, this, [this] { EditaActual(); });
+    filtro_->installEventFilter(this);
     connect(nuevo, &QPushButton::clicked, this, [this] { Edita(nullptr); });
     connect(edita_, &QPushButton::clicked, this, [this] { EditaActual(); });
     connect(retira_, &QPushButton::clicked, this, [this] { RetiraActual(); });
@@ -254,14 +260,41 @@ class Lista : public QWidget {
     Carga();
   }
 
+ protected:
+  // The arrows walk the list from the filter.
+  bool eventFilter(QObject* objeto, QEvent* evento) override {
+    if (objeto == filtro_ && evento->type() == QEvent::KeyPress) {
+      const int tecla = static_cast<QKeyEvent*>(evento)->key();
+      if (tecla == Qt::Key_Down || tecla == Qt::Key_Up) {
+        QApplication::sendEvent(tabla_, evento);
+        return true;
+      }
+    }
+    return QWidget::eventFilter(objeto, evento);
+  }
+
  private:
+  // Names of the rows that a column refers to, by key.
+  std::map<QString, QString> Nombres(const CampoCatalogo& campo) {
+    std::map<QString, QString> nombres;
+    if (campo.tipo != TipoCampo::Referencia) return nombres;
+    for (const auto& [clave, nombre] : LeeReferencia(conexion_, campo.referencia)) nombres[Q(clave)] = Q(nombre);
+    return nombres;
+  }
+
   void Carga() {
-    Corre([this] { filas_ = LeeCatalogo(conexion_, catalogo_); });
+    std::vector<std::map<QString, QString>> nombres(catalogo_.campos.size());
+    Corre([&] {
+      filas_ = LeeCatalogo(conexion_, catalogo_);
+      for (std::size_t i = 0; i < nombres.size(); ++i) nombres[i] = Nombres(catalogo_.campos[i]);
+    });
     tabla_->setRowCount(0);
     for (const FilaCatalogo& fila : filas_) {
       QStringList textos;
       for (std::size_t i = 0; i < catalogo_.campos.size(); ++i) {
         QString texto = Q(TextoDe(catalogo_.campos[i], fila.valores[i])).simplified();
+        if (const auto nombre = nombres[i].find(texto); nombre != nombres[i].end())
+          texto += QStringLiteral("  ") + nombre->second;
         if (fila.deBaja && i == 1) texto += QStringLiteral(" (de baja)");
         textos << texto.left(80);
       }

@@ -125,7 +125,18 @@ std::string BuscaClave(const controles::LookupField& campo, autonomo::Anfitrion&
   return com::CStr(publico::Utilerias().BuscaEnCatalogo(campo.diseno().idconsulta, 100, "", {}));
 }
 
-// What the host offers beside the screens.
+void AlMensajeFatal(QtMsgType tipo, const QMessageLogContext&, const QString& texto) {
+  if (tipo == QtFatalMsg) {
+    std::cerr << "reservas: no se pudo abrir la pantalla gráfica: " << texto.toStdString() << '\n';
+    std::_Exit(kFalla);
+  }
+  // Told by the toolkit wherever no session manager runs; nothing for the clerk.
+  if (texto.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR"))) return;
+  if (tipo != QtDebugMsg) std::cerr << texto.toStdString() << '\n';
+}
+
+}  // namespace
+
 void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion) {
   RegistraPantallas(escritorio, anfitrion);
   InstalaImpresion(anfitrion, [&escritorio] { return escritorio.Frente(); });
@@ -155,18 +166,6 @@ bool PreguntaSalida(const controles::Formulario& formulario, QWidget* padre) {
   caja.titulo = "Reservaciones";
   return CajaAviso(caja, padre).Pregunta() == controles::kSi;
 }
-
-void AlMensajeFatal(QtMsgType tipo, const QMessageLogContext&, const QString& texto) {
-  if (tipo == QtFatalMsg) {
-    std::cerr << "reservas: no se pudo abrir la pantalla gráfica: " << texto.toStdString() << '\n';
-    std::_Exit(kFalla);
-  }
-  // Told by the toolkit wherever no session manager runs; nothing for the clerk.
-  if (texto.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR"))) return;
-  if (tipo != QtDebugMsg) std::cerr << texto.toStdString() << '\n';
-}
-
-}  // namespace
 
 int RevisaPantalla(int argc, char** argv) {
   qInstallMessageHandler(AlMensajeFatal);

@@ -8,6 +8,7 @@
 
 #include "desktop/estilo.h"
 #include "host/standalone/anfitrion.h"
+#include "platform/controls/formulario.h"
 
 namespace vista {
 
@@ -26,6 +27,12 @@ int RevisaPantalla(int argc, char** argv);
 
 // Path of the database in the user's data folder; the folder is made. com::Error kSoloLectura when it cannot be.
 std::string BaseDelUsuario();
+
+class EscritorioQt;
+// Gives the windows what the host offers beside the screens: searches, catalogues, records, printed confirmations.
+void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion);
+// Whether the main window may close: a reservation half captured is asked about.
+bool PreguntaSalida(const controles::Formulario& formulario, QWidget* padre);
 
 class Programa {
  public:

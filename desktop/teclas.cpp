@@ -17,12 +17,12 @@ constexpr Par kTeclas[] = {
     {Qt::Key_Delete, t::kSupr},         {Qt::Key_Left, t::kIzquierda}, {Qt::Key_Up, t::kArriba},
     {Qt::Key_Right, t::kDerecha},       {Qt::Key_Down, t::kAbajo},
 };
-constexpr int kF1 = 112, kFunciones = 12;
+constexpr int kFunciones = 9;  // the keys after F9 are the desktop's
 
 }  // namespace
 
 int CodigoTecla(int teclaQt) {
-  if (teclaQt >= Qt::Key_F1 && teclaQt < Qt::Key_F1 + kFunciones) return kF1 + (teclaQt - Qt::Key_F1);
+  if (teclaQt >= Qt::Key_F1 && teclaQt < Qt::Key_F1 + kFunciones) return kTeclaF1 + (teclaQt - Qt::Key_F1);
   for (const Par& par : kTeclas) {
     if (par.qt == teclaQt) return par.codigo;
   }
@@ -30,7 +30,7 @@ int CodigoTecla(int teclaQt) {
 }
 
 int TeclaQt(int codigo) {
-  if (codigo >= kF1 && codigo < kF1 + kFunciones) return Qt::Key_F1 + (codigo - kF1);
+  if (codigo >= kTeclaF1 && codigo < kTeclaF1 + kFunciones) return Qt::Key_F1 + (codigo - kTeclaF1);
   if (codigo == t::kEspacio) return Qt::Key_Space;
   for (const Par& par : kTeclas) {
     if (par.codigo == codigo) return par.qt;

@@ -5,7 +5,10 @@
 
 namespace vista {
 
-// The models' code (controles::tecla) of a key that is no plain character; 0 for any other.
+// Code of F1; the other function keys follow.
+inline constexpr int kTeclaF1 = 112;
+
+// The models' code (controles::tecla) of a key that is no plain character; 0 for any other, F10 and later among them.
 int CodigoTecla(int teclaQt);
 // The toolkit's key for a models' code; Qt::Key_unknown when there is none.
 int TeclaQt(int codigo);

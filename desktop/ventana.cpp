@@ -214,7 +214,7 @@ void Ventana::closeEvent(QCloseEvent* evento) {
 void Ventana::keyPressEvent(QKeyEvent* evento) {
   // Keys that no control took: with the focus nowhere, the form still has its own.
   const int codigo = CodigoTecla(evento->key());
-  if (codigo == controles::tecla::kEsc || codigo >= controles::tecla::kF2 - 1 || codigo == controles::tecla::kTab) {
+  if (codigo == controles::tecla::kEsc || codigo >= kTeclaF1 || codigo == controles::tecla::kTab) {
     Corre([&] { formulario_.PulsaTecla(codigo, MayusDe(evento->modifiers())); });
     return;
   }

@@ -23,9 +23,9 @@ void Vista::PasaTecla(int codigo, int mayus) {
 bool Vista::Tecla(const QKeyEvent& evento) {
   namespace t = controles::tecla;
   const int codigo = CodigoTecla(evento.key());
-  const bool deLaForma = codigo == t::kTab || codigo == t::kEnter || codigo == t::kEsc || codigo >= t::kF2 - 1;
+  const bool deLaForma = codigo == t::kTab || codigo == t::kEnter || codigo == t::kEsc || codigo >= kTeclaF1;
   if (codigo == 0 || !deLaForma) return false;
-  if (evento.isAutoRepeat() && codigo >= t::kF2 - 1) return true;
+  if (evento.isAutoRepeat() && codigo >= kTeclaF1) return true;
   const int mayus = MayusDe(evento.modifiers()) | (evento.key() == Qt::Key_Backtab ? 1 : 0);
   PasaTecla(codigo, mayus);
   return true;
