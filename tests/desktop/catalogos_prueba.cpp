@@ -1,0 +1,109 @@
+// Catalogues: what can be typed, and a hotel that is set up from nothing without SQL.
+#include <gtest/gtest.h>
+
+#include "desktop/catalogos.h"
+#include "host/standalone/anfitrion.h"
+#include "host/standalone/precios.h"
+#include "platform/com/error.h"
+
+namespace pruebas {
+namespace {
+
+using Textos = std::vector<std::string>;
+
+class CatalogosPrueba : public testing::Test {
+ protected:
+  CatalogosPrueba() : anfitrion_(autonomo::Opciones{}) {}
+
+  autonomo::Conexion& Base() { return *anfitrion_.conexion(); }
+  // Types a new row; the reason when it is refused.
+  std::string Nueva(const char* tabla, const Textos& textos, const char* mascara = "") {
+    const vista::Catalogo& c = *vista::BuscaCatalogo(tabla);
+    std::vector<com::Variant> valores;
+    std::string motivo = vista::Valida(c, textos, mascara, valores);
+    if (motivo.empty()) vista::Inserta(Base(), c, valores);
+    return motivo;
+  }
+  Textos Fila(const char* tabla, std::size_t fila) {
+    const vista::Catalogo& c = *vista::BuscaCatalogo(tabla);
+    const auto filas = vista::LeeCatalogo(Base(), c);
+    Textos textos;
+    for (std::size_t i = 0; i < c.campos.size(); ++i)
+      textos.push_back(vista::TextoDe(c.campos[i], filas.at(fila).valores[i]));
+    return textos;
+  }
+
+  autonomo::Anfitrion anfitrion_;
+};
+
+TEST_F(CatalogosPrueba, UnHotelSeMontaDesdeCero) {
+  EXPECT_EQ(Nueva("Sucursal", {"0001", "Matriz"}), "");
+  EXPECT_EQ(Nueva("Producto", {"hab1", "Noche sencilla", "NOCHE"}), "");
+  EXPECT_EQ(Nueva("Producto_Precio", {"HAB1", "1,000.50"}), "");
+  EXPECT_EQ(Nueva("Impuesto", {"0001", "HAB1", "0.16"}), "");
+  EXPECT_EQ(Nueva("Grupo_Habitacion", {"1", "Torre"}, "0000"), "");
+  EXPECT_EQ(Nueva("Area_Habitacion", {"1", "Norte"}, "0000"), "");
+  EXPECT_EQ(Nueva("Tipo_Habitacion", {"1", "Sencilla", "2", "3", "HAB1"}, "0000"), "");
+  EXPECT_EQ(Nueva("Habitacion", {"101", "101", "0001", "0001", "0001"}, "0000"), "");
+  EXPECT_EQ(Fila("Habitacion", 0), (Textos{"0101", "101", "0001", "0001", "0001"}));
+  EXPECT_EQ(Nueva("Tarifa", {"", "0001", "01/12/2026", "", "567", "1500", "200", "100"}), "");
+  EXPECT_EQ(Nueva("Tarifa", {"", "0001", "", "", "", "900", "", ""}), "");
+  EXPECT_EQ(Fila("Tarifa", 0), (Textos{"1", "0001", "01/12/2026", "", "567", "1,500.00", "200.00", "100.00"}));
+  EXPECT_EQ(Fila("Tarifa", 1).front(), "2");
+
+  const com::Fecha viernes = com::FechaDe(2026, 12, 4);
+  const auto tarifas = autonomo::LeeTarifas(Base(), "0001", viernes, com::MasDias(viernes, 1));
+  ASSERT_NE(autonomo::TarifaDeNoche(tarifas, viernes), nullptr);
+  EXPECT_DOUBLE_EQ(autonomo::TarifaDeNoche(tarifas, viernes)->precio, 1500);
+  EXPECT_DOUBLE_EQ(autonomo::LeePrecioLista(Base(), "HAB1").value_or(0), 1000.5);
+}
+
+TEST_F(CatalogosPrueba, LoMalEscritoSeExplicaYNadaSeGuarda) {
+  EXPECT_EQ(Nueva("Moneda", {"", "Peso"}), "Falta «Clave»");
+  EXPECT_EQ(Nueva("Tipo_Habitacion", {"1", "Doble", "dos", "4", "HAB1"}), "«Personas incluidas» no admite «dos»");
+  EXPECT_EQ(Nueva("Tipo_Cambio", {"USD", "31/02/2026", "17"}), "«Desde» no admite «31/02/2026»");
+  EXPECT_EQ(Nueva("Tipo_Cambio", {"USD", "01/02/2026", "-17"}), "«Moneda local por unidad» no puede ser negativo");
+  EXPECT_TRUE(vista::LeeCatalogo(Base(), *vista::BuscaCatalogo("Moneda")).empty());
+  EXPECT_EQ(Nueva("Moneda", {"MXN", "Peso"}), "");
+  EXPECT_THROW(Nueva("Moneda", {"mxn", "Otro"}), com::Error) << "keys compare case-blind";
+  EXPECT_EQ(Fila("Moneda", 0), (Textos{"MXN", "Peso"}));
+  EXPECT_EQ(Nueva("Cliente", {"7", "O'Higgins; DROP TABLE Cliente", "", ""}, "0000000000"), "");
+  EXPECT_EQ(Fila("Cliente", 0), (Textos{"0000000007", "O'Higgins; DROP TABLE Cliente", "", ""}));
+}
+
+TEST_F(CatalogosPrueba, CambiaYRetiraSoloSuFila) {
+  Nueva("Moneda", {"MXN", "Peso"});
+  Nueva("Moneda", {"USD", "Dolar"});
+  const vista::Catalogo& monedas = *vista::BuscaCatalogo("Moneda");
+  auto filas = vista::LeeCatalogo(Base(), monedas);
+  vista::Cambia(Base(), monedas, filas.at(1), {"USD", "Dólar"});
+  EXPECT_EQ(Fila("Moneda", 0), (Textos{"MXN", "Peso"}));
+  EXPECT_EQ(Fila("Moneda", 1), (Textos{"USD", "Dólar"}));
+  vista::Retira(Base(), monedas, filas.at(0));
+  filas = vista::LeeCatalogo(Base(), monedas);
+  EXPECT_TRUE(filas.at(0).deBaja);
+  EXPECT_FALSE(filas.at(1).deBaja);
+  EXPECT_EQ(vista::LeeReferencia(Base(), "Moneda").size(), 1U) << "withdrawn rows are not offered";
+  vista::Retira(Base(), monedas, filas.at(0));
+  EXPECT_FALSE(vista::LeeCatalogo(Base(), monedas).at(0).deBaja);
+
+  // A row without a state is deleted, by its whole key.
+  Nueva("Tipo_Cambio", {"USD", "01/01/2026", "17"});
+  Nueva("Tipo_Cambio", {"USD", "01/02/2026", "18.5"});
+  const vista::Catalogo& tasas = *vista::BuscaCatalogo("Tipo_Cambio");
+  vista::Retira(Base(), tasas, vista::LeeCatalogo(Base(), tasas).at(0));
+  ASSERT_EQ(vista::LeeCatalogo(Base(), tasas).size(), 1U);
+  EXPECT_EQ(Fila("Tipo_Cambio", 0), (Textos{"USD", "01/02/2026", "18.5"}));
+}
+
+TEST_F(CatalogosPrueba, CadaPantallaTieneCatalogosYCadaColumnaExiste) {
+  for (const char* codigo : {"CA014", "CA016", "CA039", "CA153", "CONFIG"}) {
+    const auto catalogos = vista::CatalogosDe(codigo);
+    EXPECT_FALSE(catalogos.empty()) << codigo;
+    for (const vista::Catalogo* c : catalogos) EXPECT_NO_THROW(vista::LeeCatalogo(Base(), *c)) << c->tabla;
+  }
+  EXPECT_TRUE(vista::CatalogosDe("CA999").empty());
+}
+
+}  // namespace
+}  // namespace pruebas
