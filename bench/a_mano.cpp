@@ -156,27 +156,28 @@ const Matriz& TableroAMano::Carga() {
   return matriz_;
 }
 
+// The board's own counts, joins and all.
 CeldasAMano::CeldasAMano(const Base& base)
     : reservaciones_(base,
-                     "SELECT COUNT(*) FROM Reservacion_Detalle RSd "
-                     "CROSS JOIN Reservacion RS INDEXED BY Reservacion_1 ON RS.Rs_Folio = RSd.Rs_Folio "
-                     "CROSS JOIN Habitacion HB ON HB.Hb_Cve_Habitacion = RSd.Hb_Cve_Habitacion "
-                     "CROSS JOIN Tipo_Habitacion THb ON THb.Th_Cve_Tipo_Habitacion = HB.Th_Cve_Tipo_Habitacion "
+                     "SELECT COUNT(RSd.Hb_Cve_Habitacion) FROM Reservacion RS "
+                     "JOIN Reservacion_Detalle RSd ON RSd.Rs_Folio = RS.Rs_Folio "
+                     "JOIN Habitacion HB ON RSd.Hb_Cve_Habitacion = HB.Hb_Cve_Habitacion "
+                     "JOIN Tipo_Habitacion THb ON HB.Th_Cve_Tipo_Habitacion = THb.Th_Cve_Tipo_Habitacion "
                      "WHERE HB.Es_Cve_Estado <> 'BA' AND RS.Es_Cve_Estado NOT IN ('CA','CE') "
-                     "AND RSd.Hb_Cve_Habitacion = ?1 "
-                     "AND HB.Hb_Cve_Habitacion NOT IN (SELECT CId.Hb_Cve_Habitacion FROM Check_In_Detalle CId "
-                     "JOIN Check_In CI ON CId.Ci_Folio = CI.Ci_Folio WHERE CI.Es_Cve_Estado = 'AC') "
-                     "AND RSd.Rsd_Fecha_Fin >= ?2 AND RSd.Rsd_Fecha_Inicio <= ?2"),
+                     "AND HB.Hb_Cve_Habitacion = ?1 "
+                     "AND HB.Hb_Cve_Habitacion NOT IN (SELECT Hb_Cve_Habitacion FROM Check_In_Detalle "
+                     "JOIN Check_In ON Check_In_Detalle.Ci_Folio = Check_In.Ci_Folio WHERE Es_Cve_Estado = 'AC') "
+                     "AND ?2 BETWEEN RSd.Rsd_Fecha_Inicio AND RSd.Rsd_Fecha_Fin"),
       estancias_(base,
-                 "SELECT COUNT(*) FROM Check_In_Detalle CId "
-                 "CROSS JOIN Check_In CI ON CI.Ci_Folio = CId.Ci_Folio "
-                 "JOIN Habitacion HB ON HB.Hb_Cve_Habitacion = CId.Hb_Cve_Habitacion "
-                 "JOIN Tipo_Habitacion THb ON THb.Th_Cve_Tipo_Habitacion = HB.Th_Cve_Tipo_Habitacion "
+                 "SELECT COUNT(CId.Hb_Cve_Habitacion) FROM Check_In CI "
+                 "JOIN Check_In_Detalle CId ON CId.Ci_Folio = CI.Ci_Folio "
+                 "JOIN Habitacion HB ON CId.Hb_Cve_Habitacion = HB.Hb_Cve_Habitacion "
+                 "JOIN Tipo_Habitacion THb ON HB.Th_Cve_Tipo_Habitacion = THb.Th_Cve_Tipo_Habitacion "
                  "WHERE HB.Es_Cve_Estado <> 'BA' AND CI.Es_Cve_Estado NOT IN ('CE','CA') "
-                 "AND CId.Hb_Cve_Habitacion = ?1 AND ?2 BETWEEN CI.Ci_Llegada AND CI.Ci_Salida"),
+                 "AND HB.Hb_Cve_Habitacion = ?1 AND ?2 BETWEEN CI.Ci_Llegada AND CI.Ci_Salida"),
       bloqueos_(base,
-                "SELECT COUNT(*) FROM Habitacion_Bloqueo HBb "
-                "JOIN Habitacion HB ON HB.Hb_Cve_Habitacion = HBb.Hb_Cve_Habitacion "
+                "SELECT COUNT(HBb.Hb_Cve_Habitacion) FROM Habitacion_Bloqueo HBb "
+                "JOIN Habitacion HB ON HBb.Hb_Cve_Habitacion = HB.Hb_Cve_Habitacion "
                 "WHERE HBb.Es_Cve_Estado = 'AC' AND HB.Hb_Cve_Habitacion = ?1 "
                 "AND ?2 BETWEEN HBb.Hbb_Fecha_Inicio AND HBb.Hbb_Fecha_Fin") {
   for (int d = 0; d < kNoches; ++d) {

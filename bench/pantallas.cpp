@@ -19,7 +19,11 @@ autonomo::Opciones OpcionesDe(const std::string& ruta, bool leeConjuntos) {
 }  // namespace
 
 int EscritorioMudo::Mensaje(const controles::CajaMensaje& caja) {
-  Falla(caja.id + " " + caja.titulo + ": " + caja.texto);
+  if (caja.id != anfitrion::mensaje::kPreguntaCorreoAlGuardar.id) {
+    Falla(caja.id + " " + caja.titulo + ": " + caja.texto);
+  }
+  pregunta = std::chrono::steady_clock::now();
+  return controles::kNo;
 }
 
 Sesion::Sesion(const std::string& ruta, bool leeConjuntos) : host_(OpcionesDe(ruta, leeConjuntos)) {

@@ -1,6 +1,7 @@
 // The screens on the measured hotel, without a window.
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <string>
 
@@ -10,9 +11,13 @@
 
 namespace banco {
 
-// Shows nothing; a message means that a run failed, and ends the program.
+// Shows nothing. The mail question after a save is answered with No; any other message means that a run failed, and
+// ends the program.
 class EscritorioMudo : public controles::Escritorio {
  public:
+  // When the mail question was asked last: the save was committed by then.
+  std::chrono::steady_clock::time_point pregunta;
+
   void Muestra(controles::Formulario&) override {}
   void MuestraModal(controles::Formulario&) override {}
   void Oculta(controles::Formulario&) override {}
@@ -31,6 +36,25 @@ class EscritorioMudo : public controles::Escritorio {
   void EnviaTeclas(const std::string&) override {}
 };
 
+// Passes everything on; notes when the last transaction began.
+class ConexionCronometrada : public ado::Connection {
+ public:
+  explicit ConexionCronometrada(ado::ConnectionPtr real) : real_(std::move(real)) {}
+  ado::RecordsetPtr Execute(const ado::TextoSQL& sentencia) override { return real_->Execute(sentencia); }
+  void BeginTrans() override {
+    comienzo = std::chrono::steady_clock::now();
+    real_->BeginTrans();
+  }
+  void CommitTrans() override { real_->CommitTrans(); }
+  void RollbackTrans() override { real_->RollbackTrans(); }
+  bool LeeConjuntos() const override { return real_->LeeConjuntos(); }
+
+  std::chrono::steady_clock::time_point comienzo;
+
+ private:
+  ado::ConnectionPtr real_;
+};
+
 // The host on a hotel's file with its services registered. One at a time.
 class Sesion {
  public:
@@ -39,6 +63,7 @@ class Sesion {
   Sesion(const Sesion&) = delete;
   Sesion& operator=(const Sesion&) = delete;
   autonomo::Anfitrion& host() { return host_; }
+  const EscritorioMudo& escritorio() const { return escritorio_; }
 
  private:
   EscritorioMudo escritorio_;

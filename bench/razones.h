@@ -10,6 +10,7 @@ struct Razon {
   std::string titulo;
   std::string medida, referencia;  // names of benchmarks
   double limite;                   // most that the ratio may be; 0 none
+  bool disco = false;              // compares elapsed time, the disk's included; else processor time
 };
 
 // Every ratio of the program, in the order of the table.
@@ -21,5 +22,6 @@ const std::string& RutaHotel();
 
 // Registration of the benchmarks, by file.
 void RegistraTablero();
+void RegistraReservacion();
 
 }  // namespace banco

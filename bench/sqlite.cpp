@@ -55,6 +55,7 @@ Base::Base(const std::string& ruta) {
   sqlite3_create_collation_v2(db_, "ESPANOL", SQLITE_UTF8, nullptr, ComparaClave, nullptr);
   sqlite3_create_collation_v2(db_, "FECHA", SQLITE_UTF8, nullptr, ComparaFecha, nullptr);
   sqlite3_create_function_v2(db_, "rechaza", 1, SQLITE_UTF8, nullptr, NoRechaza, nullptr, nullptr, nullptr);
+  Ejecuta("PRAGMA cache_size=-16000");
 }
 
 void Base::Ejecuta(const char* sentencia) const {

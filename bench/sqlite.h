@@ -47,6 +47,7 @@ class Preparada {
             static_cast<std::size_t>(sqlite3_column_bytes(st_, columna))};
   }
   std::int64_t Entero(int columna) const { return sqlite3_column_int64(st_, columna); }
+  int Columnas() const { return sqlite3_column_count(st_); }
   double Real(int columna) const { return sqlite3_column_double(st_, columna); }
 
  private:

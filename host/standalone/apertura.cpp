@@ -124,6 +124,8 @@ void Prepara(sqlite3* base) {
   if (sqlite3_db_readonly(base, "main") == 1) RechazaSoloLectura();
   Corre(base, "PRAGMA journal_mode=WAL");
   Corre(base, "PRAGMA synchronous=FULL");
+  // KiB. What a board or an availability check of a hotel with years behind it reads stays in memory.
+  Corre(base, "PRAGMA cache_size=-16000");
 }
 
 }  // namespace
