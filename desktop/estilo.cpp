@@ -2,10 +2,13 @@
 
 #include <QApplication>
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPalette>
-#include <QStyleFactory>
+#include <QPolygonF>
+#include <QProxyStyle>
+#include <QStyleOption>
 #include <algorithm>
 
 namespace vista {
@@ -117,7 +120,7 @@ QFrame[cuadro="true"] { background: %superficie%; border: 1px solid %borde%; bor
 QFrame#estado { background: %superficie%; border: none; border-top: 1px solid %borde%; }
 QLabel[tenue="true"] { color: %tenue%; }
 QCheckBox, QRadioButton { spacing: 6px; }
-QCheckBox:focus, QRadioButton:focus { color: %acento%; text-decoration: underline; }
+QCheckBox:focus, QRadioButton:focus { color: %acento%; }
 QTableView { background: %superficie%; alternate-background-color: %superficie%; color: %texto%;
   border: none; gridline-color: %borde%; selection-background-color: %acentoSuave%; selection-color: %texto%; outline: 0; }
 QHeaderView { background: %realce%; border: none; }
@@ -162,16 +165,58 @@ QString Hoja(const Paleta& c) {
 }
 
 double tamanoBase = 9.5;
+// A very wide letter is set a little narrower.
+constexpr int kEstrecha = 93;
+
+}  // namespace
+
+namespace {
+
+// Boxes and buttons of choice in the theme's colours; the base style's are hardly seen on a dark screen.
+class EstiloBase : public QProxyStyle {
+ public:
+  EstiloBase() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+  void drawPrimitive(PrimitiveElement cual, const QStyleOption* opcion, QPainter* p, const QWidget* w) const override {
+    if (cual != PE_IndicatorCheckBox && cual != PE_IndicatorRadioButton) {
+      return QProxyStyle::drawPrimitive(cual, opcion, p, w);
+    }
+    const Paleta& c = Colores();
+    const bool activa = opcion->state.testFlag(State_Enabled), puesta = opcion->state.testFlag(State_On);
+    const bool enfocada = opcion->state.testFlag(State_HasFocus);
+    const QRectF zona = QRectF(opcion->rect).adjusted(1, 1, -1, -1);
+    const QColor tinta = activa ? c.acento : c.tenue;
+    p->save();
+    p->setRenderHint(QPainter::Antialiasing);
+    p->setPen(QPen(puesta || enfocada ? tinta : c.bordeCampo, enfocada ? 2.0 : 1.2));
+    p->setBrush(activa ? c.superficie : c.fondo);
+    if (cual == PE_IndicatorRadioButton) {
+      p->drawEllipse(zona);
+      p->setPen(Qt::NoPen);
+      p->setBrush(tinta);
+      const double margen = zona.width() * 0.26;
+      if (puesta) p->drawEllipse(zona.adjusted(margen, margen, -margen, -margen));
+    } else {
+      if (puesta) p->setBrush(tinta);
+      p->drawRoundedRect(zona, 3, 3);
+      p->setPen(QPen(c.sobreAcento, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+      const auto en = [&](double x, double y) { return zona.topLeft() + QPointF(zona.width() * x, zona.height() * y); };
+      if (puesta) p->drawPolyline(QPolygonF({en(0.24, 0.54), en(0.43, 0.72), en(0.77, 0.30)}));
+    }
+    p->restore();
+  }
+};
 
 }  // namespace
 
 void AplicaEstilo(QApplication& app, Tema tema) {
   const bool sistema = SistemaOscuro();
   oscuro = tema == Tema::Oscuro || (tema == Tema::Sistema && sistema);
-  if (QStyle* fusion = QStyleFactory::create(QStringLiteral("Fusion"))) QApplication::setStyle(fusion);
+  QApplication::setStyle(new EstiloBase);
   QFont base = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
   tamanoBase = std::clamp(base.pointSizeF(), 9.0, 11.0);
   base.setPointSizeF(tamanoBase);
+  if (QFontInfo(base).family() == QLatin1String("DejaVu Sans")) base.setStretch(kEstrecha);
   QApplication::setFont(base);
   QApplication::setPalette(PaletaQt(Colores()));
   app.setStyleSheet(Hoja(Colores()));
@@ -204,9 +249,9 @@ QColor TonoEstado(std::int32_t color) {
   float h = 0, s = 0, l = 0;
   original.getHslF(&h, &s, &l);
   const float saturacion = std::min(s, oscuro ? 0.45F : 0.62F);
-  // Dark tones stay apart from light ones of the same hue.
+  // On a light screen the hotel's dark tones stand out, on a dark one they are the bright ones.
   const float clara = l < 0.35F ? 0.22F + 0.80F * l : 0.40F + 0.58F * l;
-  const float luz = oscuro ? 0.22F + 0.28F * l : clara;
+  const float luz = oscuro ? 0.62F - 0.42F * l : clara;
   return QColor::fromHslF(std::max(h, 0.0F), saturacion, std::min(luz, 0.97F));
 }
 

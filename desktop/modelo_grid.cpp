@@ -63,6 +63,9 @@ QVariant ModeloGrid::data(const QModelIndex& indice, int papel) const {
         texto += QStringLiteral(", ") + Q(grid_.Estilos()[static_cast<std::size_t>(estilo)].nombre).toLower();
       return texto;
     }
+    case Qt::ToolTipRole:
+      return grid_.estilo(fila, columna) < 0 ? QVariant(Q(grid_.Texto(fila, columna)))
+                                             : data(indice, Qt::AccessibleTextRole);
     case kEstilo:
       return grid_.estilo(fila, columna);
     default:

@@ -1,5 +1,6 @@
 #include "desktop/programa.h"
 
+#include <QCursor>
 #include <QDir>
 #include <QFileInfo>
 #include <QLibraryInfo>
@@ -130,8 +131,9 @@ void AlMensajeFatal(QtMsgType tipo, const QMessageLogContext&, const QString& te
     std::cerr << "reservas: no se pudo abrir la pantalla gráfica: " << texto.toStdString() << '\n';
     std::_Exit(kFalla);
   }
-  // Told by the toolkit wherever no session manager runs; nothing for the clerk.
+  // Told by the toolkit wherever no session or window manager runs; nothing for the clerk.
   if (texto.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR"))) return;
+  if (texto.startsWith(QLatin1String("This plugin does not support"))) return;
   if (tipo != QtDebugMsg) std::cerr << texto.toStdString() << '\n';
 }
 
@@ -278,6 +280,10 @@ int Programa::CorreGuion(const OpcionesPrograma& opciones) {
   piloto.modal = [&](controles::Formulario& formulario) { interprete.AtiendeModal(formulario); };
   escritorio.FijaPiloto(std::move(piloto));
   QApplication::setQuitOnLastWindowClosed(false);
+  // Where there is no mouse, its pointer must not lie on a button.
+  if (QApplication::platformName() == QLatin1String("offscreen")) {
+    QCursor::setPos(QApplication::primaryScreen()->geometry().bottomRight());
+  }
   std::istream& entrada = deArchivo ? static_cast<std::istream&>(archivo) : std::cin;
   return interprete.Corre(entrada, deArchivo ? *opciones.guion : "(entrada)") == 0 ? kBien : kFalla;
 }

@@ -47,8 +47,9 @@ QString IconoDeBoton(const std::string& nombre) {
 // A caption that is wider than its place is set narrower, down to four fifths.
 void Estrecha(QLabel* rotulo, int ancho) {
   QFont f = Fuente(Letra::Normal);
-  for (int estiramiento = 100; estiramiento >= 80; estiramiento -= 4) {
-    f.setStretch(estiramiento);
+  const int natural = f.stretch() > 0 ? f.stretch() : 100;
+  for (int porciento = 100; porciento >= 80; porciento -= 4) {
+    f.setStretch(natural * porciento / 100);
     if (QFontMetrics(f).horizontalAdvance(rotulo->text()) <= ancho) break;
   }
   rotulo->setFont(f);
@@ -178,6 +179,7 @@ bool VistaLookup::Tecla(const QKeyEvent& evento) {
 
 // A key that was typed and left by the mouse is looked up as if confirmed.
 void VistaLookup::Deja(Qt::FocusReason motivo) {
+  edicion_->setCursorPosition(0);  // a long text shows its beginning
   if (motivo != Qt::MouseFocusReason || !contexto().interactivo) return;
   if (campo_.diseno().sql_control_resultado == nullptr || campo_.text().empty()) return;
   QTimer::singleShot(0, edicion_, [this] {

@@ -24,7 +24,7 @@ namespace vista {
 namespace {
 
 constexpr int kColumnasFijas = 2;  // Clave and Nombre
-constexpr int kAnchoManija = 34;   // row headers
+constexpr int kAnchoManija = 30;   // row headers
 
 bool Fija(int columna) { return columna < kColumnasFijas; }
 
@@ -321,9 +321,15 @@ int VistaGrid::AnchoMinimo(int columna) const {
   const auto& c = grid_.columna(columna);
   int ancho = normal.horizontalAdvance(Q(c.titulo)) + kOrilla;
   if (!c.fecha.empty()) return std::max(ancho, normal.horizontalAdvance(QStringLiteral("R 88")) + kOrilla);
+  int contenido = 0;
   for (int f = 0; f < std::min(grid_.Filas(), kMuestras); ++f) {
-    ancho = std::max(ancho, normal.horizontalAdvance(Q(grid_.Texto(f, columna))) + kOrilla);
+    contenido = std::max(contenido, normal.horizontalAdvance(Q(grid_.Texto(f, columna))) + kOrilla);
   }
+  // The far decimals of an amount may be cut short; its tip tells them.
+  if (c.tipo == controles::TipoColumna::Doble) {
+    contenido = std::min(contenido, normal.horizontalAdvance(QStringLiteral("$99,999.9999")) + kOrilla);
+  }
+  ancho = std::max(ancho, contenido);
   return ancho;
 }
 
