@@ -153,9 +153,11 @@ int EscritorioQt::AnchoTexto(const controles::Formulario&, std::string_view text
   return controles::AnchoTextoEstandar(texto);
 }
 
+// Repaints only: anything else that waits belongs to after the handler that runs now.
 void EscritorioQt::ProcesaPendientes() {
-  if (abiertas_.empty()) return;
-  QApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
+  for (const controles::Formulario* abierta : abiertas_) {
+    if (Ventana* v = ventana(*abierta)) QCoreApplication::sendPostedEvents(v, QEvent::UpdateRequest);
+  }
 }
 
 QWidget* EscritorioQt::DuenioDe(int cual) const {

@@ -450,6 +450,9 @@ void MuestraPrecios(autonomo::Conexion& conexion, com::Fecha noche, QWidget* pad
                            QStringLiteral("Precio"), QStringLiteral("Adulto extra"), QStringLiteral("Menor extra")},
                           &ficha);
   tabla->setAccessibleName(QStringLiteral("Precios por tipo de habitación"));
+  for (int c = 2; c < tabla->columnCount(); ++c) {
+    tabla->horizontalHeaderItem(c)->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  }
   const auto rs = conexion.Consulta(
       "SELECT Th_Cve_Tipo_Habitacion, Th_Descripcion, Th_Num_Personas, Pr_Cve_Producto FROM Tipo_Habitacion "
       "WHERE Es_Cve_Estado <> 'BA' ORDER BY Th_Cve_Tipo_Habitacion");

@@ -506,8 +506,20 @@ void VistaGrid::MarcaTramo(int paso, bool vertical) {
   });
 }
 
+// The keyboard comes to a grid without a current cell: the first night, or the first cell.
+void VistaGrid::EntraPrimera() {
+  if (EsTablero() && grid_.NumColumnas() > kColumnasFijas) {
+    grid_.VaA(std::max(grid_.fila(), 0), kColumnasFijas);
+  } else {
+    grid_.Siguiente();
+  }
+}
+
 bool VistaGrid::TeclaDeTablero(const QKeyEvent& evento) {
   const bool mayus = evento.modifiers().testFlag(Qt::ShiftModifier);
+  if (grid_.columna() < 0 && grid_.Filas() > 0 && evento.key() == Qt::Key_Space && !mayus) {
+    Corre([this] { EntraPrimera(); });
+  }
   const int fila = grid_.fila(), columna = grid_.columna();
   switch (evento.key()) {
     case Qt::Key_Space:
@@ -561,7 +573,7 @@ bool VistaGrid::Tecla(const QKeyEvent& evento) {
   if (codigo != 0) reemplaza_ = false;
   const bool flecha = codigo >= controles::tecla::kIzquierda && codigo <= controles::tecla::kAbajo;
   if (flecha && columna < 0 && grid_.Filas() > 0) {
-    Corre([this] { grid_.Siguiente(); });
+    Corre([this] { EntraPrimera(); });
     return true;
   }
   switch (evento.key()) {

@@ -50,6 +50,7 @@ class VistaGrid : public Vista {
   void MarcaTramo(int paso, bool vertical);
   bool TeclaDeTablero(const QKeyEvent& evento);
   void AgregaRenglon();
+  void EntraPrimera();
   bool PuedeAgregar() const;
   bool EsTablero() const { return !grid_.Estilos().empty(); }
   int AnchoMinimo(int columna) const;

@@ -233,6 +233,15 @@ TEST_F(TableroPrueba, ClicYTecladoMarcanNochesYFilas) {
   EXPECT_EQ(seleccionada_, 5);
 }
 
+TEST_F(TableroPrueba, ElTecladoEntraPorLaPrimeraNoche) {
+  ASSERT_EQ(Grid().columna(), -1);
+  QTest::keyClick(Vista().foco(), Qt::Key_Down);
+  EXPECT_EQ(Grid().columna(), 2);
+  QTest::keyClick(Vista().foco(), Qt::Key_Space);
+  QTest::keyClick(Vista().foco(), Qt::Key_Right, Qt::ShiftModifier);
+  EXPECT_EQ(Marcas(Grid(), Grid().fila()).substr(0, 3), "xx.");
+}
+
 TEST_F(TableroPrueba, ArrastrarPoneATodasElEstadoDeLaPrimera) {
   Clic(2, 4);
   QWidget* tabla = Vista().tabla(3)->viewport();

@@ -198,7 +198,7 @@ class RecorridoPrueba : public testing::Test {
 
   void AtiendeModal() {
     QWidget* modal = QApplication::activeModalWidget();
-    if (modal == nullptr || !modal->isVisible() || modal == atendido_) return;
+    if (modal == nullptr || modal != QApplication::activeWindow() || modal == atendido_) return;
     if (esperados_.empty() || esperados_.front().first != modal->objectName()) {
       ADD_FAILURE() << "unexpected window " << modal->objectName().toStdString() << " while waiting for " << Esperado();
       modal->close();
