@@ -76,6 +76,19 @@ TEST_P(Ocupacion, PorTipoQuedanLibresLasQueNadieTomo) {
   EXPECT_EQ(Celda("202", 0), Como("-1", EstadoCelda::Bloqueado));
 }
 
+TEST_P(Ocupacion, LasClavesSeComparanComoEnLaBase) {
+  Habitacion("a1", "sen ");
+  Habitacion("a2", "SEN");
+  Habitacion("a3", "SEN");
+  Sql("INSERT INTO Habitacion (Hb_Cve_Habitacion, Th_Cve_Tipo_Habitacion) VALUES ('A4', NULL)");
+  Reserva("R1", "A1 ", "2026-03-09", "2026-03-10");
+  ASSERT_TRUE(Abre(kLunes, 1)) << tablero.MensajeError;
+  EXPECT_EQ(Celda("SEN", 0), Como("2", EstadoCelda::Disponible));
+  PorHabitacion();
+  EXPECT_EQ(tablero.NumeroFilas, 3);
+  EXPECT_EQ(Celda("a1", 0), Como("0", EstadoCelda::Reservado));
+}
+
 TEST_P(Ocupacion, SoloCuentaLoQueEstaVivo) {
   for (const char* h : {"101", "102", "103", "104", "105"}) Habitacion(h, "SEN");
   Habitacion("106", "SEN", "0001", "0001", "BA");

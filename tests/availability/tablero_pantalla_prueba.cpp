@@ -156,6 +156,10 @@ TEST_F(Tablero, AceptarPideUnaMarcaYCancelarLaOlvida) {
   EXPECT_EQ(caja.texto, "Debe seleccionar al menos una habitación");
   EXPECT_EQ(caja.ventana, tablero.ventana());
   EXPECT_TRUE(tablero.visible());
+  tablero.HaySeleccion = true;  // says so, but nothing is marked
+  tablero.Controles.Pulsa(controles::Accion::Aceptar);
+  EXPECT_TRUE(tablero.visible());
+  EXPECT_EQ(escritorio.Mensajes().size(), 2U);
   Clic(1, 0);
   tablero.Controles.Pulsa(controles::Accion::Aceptar);
   EXPECT_FALSE(tablero.visible());
@@ -186,6 +190,11 @@ TEST_F(Tablero, UnFiltroVacioEsTodos) {
   tablero.txtArea.Teclea("");
   EXPECT_EQ(tablero.txtNArea.text(), "Todas");
   tablero.txtArea.Confirma();
+  EXPECT_EQ(tablero.NumeroFilas, 3);
+
+  // A key that was typed and not confirmed does not filter.
+  tablero.txtGrupo_Habitacion.Teclea("2");
+  ASSERT_TRUE(tablero.CargarDatos());
   EXPECT_EQ(tablero.NumeroFilas, 3);
 
   // An unknown key loads nothing, even with rows waiting.
@@ -250,6 +259,31 @@ TEST_F(Tablero, UnaCargaVuelveALaVistaPorTipoSalvoQueSeConserve) {
   EXPECT_TRUE(tablero.OpcionesActivas);
 }
 
+TEST_F(Tablero, UnCambioDeVistaQueFallaNoDejaMarcas) {
+  AbrePorHabitacion();
+  Clic(1, 0);
+  conexion->falla = "as Total";
+  conexion->faltan = 1;
+  escritorio.Responde("ERR-ID:7500061", controles::kSi);
+  tablero.opTipoHabitacion.Pulsa();
+  EXPECT_EQ(escritorio.Ids(), (std::vector<std::string>{"ERR-ID:7500061", "ERR-ID:7500057"}));
+  EXPECT_FALSE(tablero.HaySeleccion);
+  // There is no row to hand over.
+  tablero.Controles.Pulsa(controles::Accion::Aceptar);
+  EXPECT_EQ(escritorio.Ids().back(), "ERR-ID:7500055");
+
+  // The view change that a load begins with fails; the load itself does not.
+  ASSERT_TRUE(tablero.CargarDatos());
+  tablero.opHabitacion.Pulsa();
+  escritorio.Olvida();
+  tablero.ConservarVista = false;
+  conexion->faltan = 1;
+  EXPECT_TRUE(tablero.CargarDatos());
+  EXPECT_EQ(escritorio.Ids(), (std::vector<std::string>{"ERR-ID:7500057"}));
+  EXPECT_EQ(tablero.MensajeError, "");
+  EXPECT_TRUE(tablero.frFrame.enabled());
+}
+
 TEST_F(Tablero, SinHabitacionesLoDiceYNoTocaNada) {
   ASSERT_TRUE(Abre(kMiercoles, 3));
   const std::vector<FilaVista> antes = Vista();
@@ -297,7 +331,9 @@ TEST_F(Tablero, CadaFuenteQueFallaDejaElMarcoApagadoYNadaMarcable) {
   EXPECT_FALSE(tablero.CargarDatos());
   EXPECT_EQ(tablero.NumeroFilas, 2);
   EXPECT_EQ(tablero.ssDisponibilidad.Filas(), 3);
+  EXPECT_EQ(Estados(2)[0], EstadoCelda::Disponible);
   Clic(2, 0);
+  EXPECT_EQ(Estados(2)[0], EstadoCelda::Disponible);
   EXPECT_FALSE(tablero.HaySeleccion);
   Clic(1, 0);
   EXPECT_TRUE(tablero.HaySeleccion);
@@ -321,8 +357,11 @@ TEST_F(Tablero, MarcarSinFilasOConColumnasNuevasNoHaceNada) {
   ASSERT_TRUE(tablero.Agregar_Columnas(4));  // the rows are still those of two nights
   tablero.PintarCeldas();
   EXPECT_TRUE(tablero.HaySeleccion);
-  Clic(1, 3);
-  EXPECT_EQ(tablero.ssDisponibilidad.estilo(1, 5), -1);
+  for (const int noche : {2, 3}) {
+    Clic(0, noche);
+    EXPECT_EQ(tablero.ssDisponibilidad.estilo(0, noche + 2), -1);
+  }
+  EXPECT_TRUE(tablero.HaySeleccion);
   ASSERT_TRUE(tablero.Agregar_Columnas(0));
   tablero.ssDisponibilidad.SeleccionaFila(1);
   EXPECT_FALSE(tablero.HaySeleccion);

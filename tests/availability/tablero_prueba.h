@@ -20,7 +20,7 @@ class ConexionVigilada : public ado::Connection {
   explicit ConexionVigilada(ado::ConnectionPtr real) : real_(std::move(real)) {}
   ado::RecordsetPtr Execute(const ado::TextoSQL& sentencia) override {
     sentencias.push_back(sentencia.Texto());
-    if (!falla.empty() && sentencia.Texto().find(falla) != std::string::npos && faltan-- <= 1) {
+    if (!falla.empty() && sentencia.Texto().find(falla) != std::string::npos && --faltan == 0) {
       throw com::Error(com::error::kInyectada, "falla inyectada");
     }
     return real_->Execute(sentencia);
@@ -33,7 +33,7 @@ class ConexionVigilada : public ado::Connection {
 
   bool conjuntos = true;
   std::vector<std::string> sentencias;
-  std::string falla;  // a statement with this text fails, from the faltan-th one on
+  std::string falla;  // the faltan-th statement with this text fails
   int faltan = 0;
 
  private:
