@@ -1,0 +1,168 @@
+// Speed and memory of the desktop on the hotel of 300 rooms, 30 nights, room view. Ratios are taken in this one run.
+//   bench_escritorio [--hotel=FILE]
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QScrollBar>
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <functional>
+#include <vector>
+
+#include "availability/frmDisponibilidad.h"
+#include "bench/hotel.h"
+#include "desktop/escritorio_qt.h"
+#include "desktop/estilo.h"
+#include "desktop/vista_grid.h"
+#include "guion/componente.h"
+#include "host/standalone/anfitrion.h"
+
+namespace {
+
+double Mediana(int veces, const std::function<void()>& hace) {
+  std::vector<double> tiempos;
+  for (int i = 0; i < veces; ++i) {
+    QElapsedTimer reloj;
+    reloj.start();
+    hace();
+    tiempos.push_back(static_cast<double>(reloj.nsecsElapsed()) / 1e6);
+  }
+  std::nth_element(tiempos.begin(), tiempos.begin() + veces / 2, tiempos.end());
+  return tiempos[static_cast<std::size_t>(veces / 2)];
+}
+
+// Peak resident memory, MB.
+double Memoria() {
+  std::FILE* f = std::fopen("/proc/self/status", "r");
+  if (f == nullptr) return 0;
+  char linea[256];
+  long kb = 0;
+  while (std::fgets(linea, sizeof linea, f) != nullptr) {
+    if (std::strncmp(linea, "VmHWM:", 6) == 0) kb = std::strtol(linea + 6, nullptr, 10);
+  }
+  std::fclose(f);
+  return static_cast<double>(kb) / 1024;
+}
+
+// The board as a clerk opens it: shown, painted; what is measured runs while it is up.
+void AbreTablero(vista::EscritorioQt& escritorio, controles::Formulario& reservacion,
+                 const std::function<void(controles::Formulario&)>& mientras) {
+  vista::EscritorioQt::Piloto piloto;
+  piloto.modal = [&](controles::Formulario& tablero) {
+    mientras(tablero);
+    tablero.PulsaTecla(controles::tecla::kEsc);
+  };
+  escritorio.FijaPiloto(piloto);
+  reservacion.PulsaTecla(controles::tecla::kF6);
+}
+
+// Notes that a widget was painted.
+class Testigo : public QObject {
+ public:
+  explicit Testigo(QWidget* w) { w->installEventFilter(this); }
+  bool eventFilter(QObject*, QEvent* evento) override {
+    pintado = pintado || evento->type() == QEvent::Paint;
+    return false;
+  }
+  bool pintado = false;
+};
+
+// Lets events run until the widget has been painted; the window system gathers repaints for some 5 ms.
+void EsperaPintado(Testigo& testigo) {
+  testigo.pintado = false;
+  while (!testigo.pintado) QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+QWidget* Celdas(vista::EscritorioQt& escritorio, controles::Formulario& forma, controles::Grid& grid) {
+  auto& vista = dynamic_cast<vista::VistaGrid&>(*escritorio.ventana(forma)->vista(grid));
+  return vista.tabla(2)->viewport();
+}
+
+void SinPalabreria(QtMsgType tipo, const QMessageLogContext&, const QString& texto) {
+  if (tipo == QtFatalMsg) std::fprintf(stderr, "%s\n", qPrintable(texto));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QElapsedTimer desdeElInicio;
+  desdeElInicio.start();
+  setenv("QT_QPA_PLATFORM", "offscreen", 0);
+  std::string ruta = (std::filesystem::temp_directory_path() / "bench_kv207.db").string();
+  for (int i = 1; i < argc; ++i) {
+    if (std::strncmp(argv[i], "--hotel=", 8) == 0) ruta = argv[i] + 8;
+  }
+  const bool habia = std::filesystem::exists(ruta);
+  banco::ConstruyeHotel(ruta);
+  qInstallMessageHandler(SinPalabreria);
+  QApplication aplicacion(argc, argv);
+  vista::AplicaEstilo(aplicacion, vista::Tema::Claro);
+  QApplication::setQuitOnLastWindowClosed(false);
+
+  autonomo::Opciones opciones;
+  opciones.base.ruta = ruta;
+  opciones.ahora = banco::Hoy();
+  autonomo::Anfitrion anfitrion(opciones);
+  anfitrion.RegistraClases();
+  vista::EscritorioQt escritorio;
+  controles::FijaEscritorio(&escritorio);
+  guion::Componente componente;
+  componente.Abre(anfitrion.Padre());
+  auto& renglones = dynamic_cast<controles::Grid&>(*componente.formulario().Busca("ssReservaciones"));
+  Testigo pantalla(Celdas(escritorio, componente.formulario(), renglones));
+  EsperaPintado(pantalla);
+  if (habia) std::printf("%-44s %8.1f ms\n", "start to a painted screen", static_cast<double>(desdeElInicio.elapsed()));
+
+  controles::Formulario& reservacion = componente.formulario();
+  auto& tablero = dynamic_cast<kv207::frmDisponibilidad&>(componente.tablero());
+  dynamic_cast<controles::ScreenToolbar&>(*reservacion.Busca("Controles")).Pulsa(controles::Accion::Nuevo);
+  auto& llegada = dynamic_cast<controles::DateField&>(*reservacion.Busca("dpFecha_llegada"));
+  auto& dias = dynamic_cast<controles::LookupField&>(*reservacion.Busca("txtDias"));
+  llegada.Fija(banco::Hoy());
+  dias.Teclea(std::to_string(banco::kNoches));
+
+  // The room view first, so that every later opening keeps it.
+  AbreTablero(escritorio, reservacion, [&](controles::Formulario&) { tablero.opHabitacion.Pulsa(); });
+
+  constexpr int kVeces = 15;
+  const double pintado = Mediana(kVeces, [&] {
+    AbreTablero(escritorio, reservacion, [&](controles::Formulario& t) {
+      Testigo testigo(Celdas(escritorio, t, tablero.ssDisponibilidad));
+      EsperaPintado(testigo);
+    });
+  });
+  // The same load, with the board's window out of the way.
+  const double modelo = Mediana(kVeces, [&] {
+    tablero.ssDisponibilidad.QuitaTodas();
+    tablero.Agregar_Columnas(banco::kNoches);
+    tablero.CargarDatos();
+  });
+  std::printf("%-44s %8.1f ms\n", "board: columns and load, no window", modelo);
+  std::printf("%-44s %8.1f ms  (%.2f times the load)\n", "board: F6 to painted", pintado, pintado / modelo);
+
+  AbreTablero(escritorio, reservacion, [&](controles::Formulario& t) {
+    Testigo testigo(Celdas(escritorio, t, tablero.ssDisponibilidad));
+    EsperaPintado(testigo);
+    auto& vista = dynamic_cast<vista::VistaGrid&>(*escritorio.ventana(t)->vista(tablero.ssDisponibilidad));
+    controles::Grid& grid = tablero.ssDisponibilidad;
+    int libre = 0;
+    while (libre < grid.Filas() && grid.estilo(libre, 2) != grid.IndiceEstilo("DISPONIBLE")) ++libre;
+    const double marca = Mediana(200, [&] {
+      grid.ClicCelda(libre, 2);
+      EsperaPintado(testigo);
+    });
+    std::printf("%-44s %8.2f ms\n", "a mark to its painted cell", marca);
+    QScrollBar* barra = vista.tabla(2)->verticalScrollBar();
+    const double corre = Mediana(200, [&] {
+      barra->setValue(barra->value() >= barra->maximum() ? 0 : barra->value() + 60);
+      EsperaPintado(testigo);
+    });
+    std::printf("%-44s %8.2f ms\n", "a scroll step, painted", corre);
+  });
+  std::printf("%-44s %8.1f MB\n", "peak memory", Memoria());
+  reservacion.Descarga();
+  controles::FijaEscritorio(nullptr);
+  return 0;
+}
