@@ -7,6 +7,7 @@
 #include <set>
 
 #include "guion/csv.h"
+#include "platform/com/variant.h"
 
 namespace guion {
 
@@ -26,9 +27,18 @@ class Campos {
 
   std::string Texto(std::size_t i) const { return registro_.campos[i]; }
 
+  // Blanks around a key are no part of it: the database does not tell keys apart by them.
   std::string Obligado(std::size_t i) const {
-    if (registro_.campos[i].empty()) Rechaza("falta " + columnas_[i]);
-    return registro_.campos[i];
+    std::string texto = com::Recorta(registro_.campos[i]);
+    if (texto.empty()) Rechaza("falta " + columnas_[i]);
+    return texto;
+  }
+
+  // A key that the screens put between quotes in their statements.
+  std::string Clave(std::size_t i) const {
+    std::string clave = Obligado(i);
+    if (clave.find('\'') != std::string::npos) Rechaza(columnas_[i] + " «" + clave + "» lleva una comilla");
+    return clave;
   }
 
   int Entero(std::size_t i, int maximo) const {
@@ -66,6 +76,9 @@ class Campos {
   const RegistroCsv& registro_;
 };
 
+// Keys that differ in case alone are one key to the database.
+std::string Plegada(const std::string& clave) { return com::Mayusculas(clave); }
+
 bool MismoTipo(const HabitacionCsv& a, const HabitacionCsv& b) {
   return a.tipoDescripcion == b.tipoDescripcion && a.personas == b.personas && a.personasMax == b.personasMax &&
          a.precioNoche == b.precioNoche;
@@ -73,9 +86,9 @@ bool MismoTipo(const HabitacionCsv& a, const HabitacionCsv& b) {
 
 HabitacionCsv LeeHabitacion(const Campos& campos) {
   HabitacionCsv h;
-  h.habitacion = campos.Obligado(0);
+  h.habitacion = campos.Clave(0);
   h.descripcion = campos.Texto(1);
-  h.tipo = campos.Obligado(2);
+  h.tipo = campos.Clave(2);
   h.tipoDescripcion = campos.Obligado(3);
   h.grupo = campos.Obligado(4);
   h.area = campos.Obligado(5);
@@ -125,8 +138,8 @@ std::vector<HabitacionCsv> LeeHabitaciones(const std::string& ruta) {
   for (const RegistroCsv& registro : LeeCsv(ruta, columnas)) {
     const Campos campos(ruta, columnas, registro);
     HabitacionCsv h = LeeHabitacion(campos);
-    if (!claves.insert(h.habitacion).second) campos.Rechaza("la habitación " + h.habitacion + " se repite");
-    const auto [tipo, nuevo] = tipos.emplace(h.tipo, habitaciones.size());
+    if (!claves.insert(Plegada(h.habitacion)).second) campos.Rechaza("la habitación " + h.habitacion + " se repite");
+    const auto [tipo, nuevo] = tipos.emplace(Plegada(h.tipo), habitaciones.size());
     if (!nuevo && !MismoTipo(habitaciones[tipo->second], h)) {
       campos.Rechaza("el tipo " + h.tipo + " no coincide con el de renglones anteriores");
     }
@@ -138,14 +151,15 @@ std::vector<HabitacionCsv> LeeHabitaciones(const std::string& ruta) {
 
 std::vector<ReservaCsv> LeeReservas(const std::string& ruta, const std::vector<HabitacionCsv>& habitaciones) {
   std::set<std::string> tipos, ids;
-  for (const HabitacionCsv& h : habitaciones) tipos.insert(h.tipo);
+  for (const HabitacionCsv& h : habitaciones) tipos.insert(Plegada(h.tipo));
   std::vector<ReservaCsv> reservas;
   for (RegistroCsv& registro : LeeCsv(ruta, ColumnasReservas())) {
     const Campos campos(ruta, ColumnasReservas(), registro);
     ReservaCsv r = LeeReserva(campos);
-    if (!ids.insert(r.id).second) campos.Rechaza("el id " + r.id + " se repite");
-    if (!tipos.contains(r.tipo)) campos.Rechaza("ninguna habitación es del tipo " + r.tipo);
+    if (!ids.insert(Plegada(r.id)).second) campos.Rechaza("el id " + r.id + " se repite");
+    if (!tipos.contains(Plegada(r.tipo))) campos.Rechaza("ninguna habitación es del tipo " + r.tipo);
     r.campos = std::move(registro.campos);
+    r.campos[0] = r.id;
     reservas.push_back(std::move(r));
   }
   return reservas;

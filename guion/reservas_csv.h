@@ -24,7 +24,7 @@ struct ReservaCsv {
   double tarifa = 0;  // agreed price of one night, tax included; 0 none
   bool cancelada = false;
   com::Fecha fechaEstado;
-  std::vector<std::string> campos;  // as they stand in the file
+  std::vector<std::string> campos;  // as they stand in the file; the id without blanks around it
 };
 
 const std::vector<std::string>& ColumnasReservas();

@@ -55,6 +55,8 @@ TEST(ImportaArchivos, LosErroresDicenArchivoYLinea) {
       {kColumnas + "1,2026-01-01,2026-02-01,2,2,0,0,A,90,Perdida,2026-02-03\n", ":2: estado"},
       {kColumnas + "1,2026-01-01,2026-02-01,2,2,0,0,Z,90,Check-Out,2026-02-03\n", ":2: ninguna habitación"},
       {kColumnas + buena + buena, ":3: el id 1 se repite"},
+      {kColumnas + "x" + buena + "X" + buena, ":3: el id X1 se repite"},
+      {kColumnas + buena + " " + buena, ":3: el id 1 se repite"},
       {kColumnas + buena + "\"2,2026-01-01", ":3: faltan las comillas"},
       {kColumnas + buena + "2,caf\xE9\n", ":3: la línea no es UTF-8"},
   };
@@ -63,8 +65,18 @@ TEST(ImportaArchivos, LosErroresDicenArchivoYLinea) {
     const std::string rechazo = Rechazo(ruta, [&] { guion::LeeReservas(ruta, habitaciones); });
     EXPECT_TRUE(rechazo.starts_with(motivo)) << rechazo << " instead of " << motivo;
   }
-  const std::string otroTipo = carpeta.Escribe("h2.csv", kHabitaciones + "103,Piso 1,A,Otra,G1,A1,2,4,95.00\n");
-  EXPECT_TRUE(Rechazo(otroTipo, [&] { guion::LeeHabitaciones(otroTipo); }).starts_with(":5: el tipo A"));
+  const std::vector<std::pair<std::string, std::string>> habitacionesMalas = {
+      {"103,Piso 1,A,Otra,G1,A1,2,4,95.00\n", ":5: el tipo A no coincide"},
+      {"103,Piso 1,b,Otra,G1,A1,2,4,95.00\n", ":5: el tipo b no coincide"},
+      {"a1,Piso 1,A,Estándar,G1,A1,2,4,95.00\nA1 ,Piso 1,A,Estándar,G1,A1,2,4,95.00\n",
+       ":6: la habitación A1 se repite"},
+      {"O'1,Piso 1,A,Estándar,G1,A1,2,4,95.00\n", ":5: habitacion «O'1» lleva una comilla"},
+  };
+  for (const auto& [lineas, motivo] : habitacionesMalas) {
+    const std::string ruta = carpeta.Escribe("h2.csv", kHabitaciones + lineas);
+    const std::string rechazo = Rechazo(ruta, [&] { guion::LeeHabitaciones(ruta); });
+    EXPECT_TRUE(rechazo.starts_with(motivo)) << rechazo << " instead of " << motivo;
+  }
   const std::string falta = carpeta.Ruta("no_hay.csv");
   EXPECT_TRUE(Rechazo(falta, [&] { guion::LeeHabitaciones(falta); }).starts_with(": no se puede leer"));
 }
