@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QPalette>
+#include <QPixmapCache>
 #include <QPolygonF>
 #include <QProxyStyle>
 #include <QStyleOption>
@@ -285,14 +286,17 @@ QString LetraDe(const QString& estilo) {
   return {};
 }
 
-void PintaEstado(QPainter& p, const QRect& zona, const QString& estilo, const QColor& tono) {
+namespace {
+
+// Draws colour and pattern.
+void DibujaEstado(QPainter& p, const QRect& zona, Trama trama, const QColor& tono) {
   p.fillRect(zona, tono);
   const QColor tinta = TextoSobre(tono);
   QColor velo = tinta;
   velo.setAlphaF(0.22F);
   p.save();
   p.setClipRect(zona);
-  switch (TramaDe(estilo)) {
+  switch (trama) {
     case Trama::Rayas:
       p.setRenderHint(QPainter::Antialiasing);
       p.setPen(QPen(velo, 1.5));
@@ -329,6 +333,32 @@ void PintaEstado(QPainter& p, const QRect& zona, const QString& estilo, const QC
       break;
   }
   p.restore();
+}
+
+}  // namespace
+
+// A board has thousands of cells of a few looks: each look is drawn once and copied.
+void PintaEstado(QPainter& p, const QRect& zona, const QString& estilo, const QColor& tono) {
+  const Trama trama = TramaDe(estilo);
+  if (trama == Trama::Ninguna) return p.fillRect(zona, tono);
+  const qreal escala = p.device()->devicePixelRatioF();
+  const QString clave = QStringLiteral("estado%1_%2_%3x%4_%5")
+                            .arg(static_cast<int>(trama))
+                            .arg(tono.rgba())
+                            .arg(zona.width())
+                            .arg(zona.height())
+                            .arg(escala);
+  QPixmap dibujo;
+  if (!QPixmapCache::find(clave, &dibujo)) {
+    dibujo = QPixmap(zona.size() * escala);
+    dibujo.setDevicePixelRatio(escala);
+    dibujo.fill(tono);
+    QPainter pincel(&dibujo);
+    DibujaEstado(pincel, QRect(QPoint(0, 0), zona.size()), trama, tono);
+    pincel.end();
+    QPixmapCache::insert(clave, dibujo);
+  }
+  p.drawPixmap(zona.topLeft(), dibujo);
 }
 
 }  // namespace vista

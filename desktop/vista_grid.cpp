@@ -81,7 +81,8 @@ class VistaGrid::Pintor : public QStyledItemDelegate {
       p->fillRect(caja.adjusted(-2, 3, 2, -4), colores.acento);
       p->setPen(colores.sobreAcento);
     }
-    const QString corto = medidas.elidedText(texto, Qt::ElideRight, caja.width());
+    // Counts of rooms always fit.
+    const QString corto = texto.size() <= 3 ? texto : medidas.elidedText(texto, Qt::ElideRight, caja.width());
     p->drawText(caja, static_cast<int>(alineada), corto);
 
     if (!actual) return;
