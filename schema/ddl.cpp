@@ -119,11 +119,13 @@ WHEN {condicion}
                 AND TRIM(Pm_Valor, ' 0.+-') COLLATE ESPANOL IN ('', 'false', 'falso'))
 BEGIN
   SELECT CASE WHEN rechaza('La habitación ' || habitacion || ' ya está reservada la noche del '
-                           || strftime('%d/%m/%Y', noche) || ' por la reservación ' || folio)
+                           || strftime('%d/%m/%Y', noche)
+                           || CASE WHEN folio = suyo THEN ' en esta misma reservación'
+                                   ELSE ' por la reservación ' || folio END)
               THEN RAISE(ABORT, 'sobreventa') END
   FROM (SELECT propia.Hb_Cve_Habitacion AS habitacion,
                MAX(substr(propia.Rsd_Fecha_Inicio, 1, 10), substr(otra.Rsd_Fecha_Inicio, 1, 10)) AS noche,
-               otra.Rs_Folio AS folio
+               otra.Rs_Folio AS folio, propia.Rs_Folio AS suyo
         FROM Reservacion_Detalle propia
           INNER JOIN Reservacion_Detalle otra
             ON otra.Hb_Cve_Habitacion = propia.Hb_Cve_Habitacion
@@ -191,7 +193,9 @@ BEGIN
   IF FOUND THEN
     RAISE EXCEPTION USING ERRCODE = 'integrity_constraint_violation',
       MESSAGE = 'La habitación ' || choque.habitacion || ' ya está reservada la noche del '
-                || TO_CHAR(choque.noche, 'DD/MM/YYYY') || ' por la reservación ' || choque.folio;
+                || TO_CHAR(choque.noche, 'DD/MM/YYYY')
+                || CASE WHEN choque.folio = NEW.Rs_Folio THEN ' en esta misma reservación'
+                        ELSE ' por la reservación ' || choque.folio END;
   END IF;
   RETURN NULL;
 END $$)";

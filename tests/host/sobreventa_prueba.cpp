@@ -116,7 +116,7 @@ TEST_F(SobreventaPrueba, TodosLosCaminosEstanGuardados) {
 
 TEST_F(SobreventaPrueba, UnaReservacionNoRepiteHabitacionYNoche) {
   EXPECT_EQ(Rechazo([&] { Linea("0000000012", "0101", "2026-03-12", "2026-03-14"); }),
-            "La habitación 0101 ya está reservada la noche del 12/03/2026 por la reservación 0000000012");
+            "La habitación 0101 ya está reservada la noche del 12/03/2026 en esta misma reservación");
   EXPECT_EQ(Rechazo([&] { Linea("0000000012", "0101", "2026-03-13", "2026-03-14"); }), "");
 }
 
