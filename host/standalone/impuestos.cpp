@@ -22,7 +22,7 @@ void Desglosa(anfitrion::Desglose& d) {
     lista = resto > 0 ? base / resto : base;
     d.descuentoImporte = d.descuentoFactor * lista;
     d.globalImporte = d.globalFactor * (lista - d.descuentoImporte);
-    d.precioLista = lista * conImpuesto;
+    d.precioLista = resto > 0 ? d.total / resto : d.total;
   }
   d.precioListaImporte = lista;
   d.precioDescontadoImporte = base;

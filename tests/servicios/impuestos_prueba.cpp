@@ -76,6 +76,15 @@ TEST(Desglose, RelacionesEnAmbosSentidos) {
   }
 }
 
+// A line priced without a discount loads with the list price that it was saved with, to the last digit.
+TEST(Desglose, SinDescuentoElPrecioDeListaEsElTotal) {
+  Desglose d;
+  d.precioNeto = d.total = 3480;
+  d.impuestoFactor = 0.16;
+  Desglosa(d);
+  EXPECT_EQ(d.precioLista, 3480);
+}
+
 TEST(Desglose, DescuentoTotal) {
   Desglose d;
   d.precioNeto = 116;
