@@ -28,7 +28,7 @@ OpcionesGuion LeeOpciones(const std::vector<std::string>& argumentos) {
   for (std::size_t i = 0; i < argumentos.size(); ++i) {
     const std::string& opcion = argumentos[i];
     const auto valor = [&]() -> const std::string& {
-      if (i + 1 >= argumentos.size()) UsoErroneo("Falta el valor de " + opcion);
+      if (i + 1 >= argumentos.size() || argumentos[i + 1].empty()) UsoErroneo("Falta el valor de " + opcion);
       return argumentos[++i];
     };
     if (opcion == "--base") {

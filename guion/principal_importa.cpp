@@ -42,7 +42,7 @@ Opciones LeeOpciones(const std::vector<std::string>& argumentos) {
                            : opcion == "--rechazadas"   ? &o.rechazadas
                                                         : nullptr;
     if (destino != nullptr) {
-      if (i + 1 >= argumentos.size()) UsoErroneo("Falta el valor de " + opcion);
+      if (i + 1 >= argumentos.size() || argumentos[i + 1].empty()) UsoErroneo("Falta el valor de " + opcion);
       *destino = argumentos[++i];
     } else if (opcion.starts_with("-")) {
       UsoErroneo("No existe la opción " + opcion);
@@ -53,6 +53,7 @@ Opciones LeeOpciones(const std::vector<std::string>& argumentos) {
     }
   }
   if (o.base.empty()) UsoErroneo("Falta --base");
+  if (o.base == ":memory:") UsoErroneo("--base debe ser un archivo: lo importado en memoria se perdería");
   if (o.habitaciones.empty()) UsoErroneo("Falta --habitaciones");
   if (o.reservas.empty()) UsoErroneo("Falta el archivo de reservas");
   if (o.rechazadas.empty()) o.rechazadas = o.base + ".rechazadas.csv";

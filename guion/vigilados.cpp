@@ -402,8 +402,8 @@ Vigilancia::~Vigilancia() {
 }
 
 void Vigilancia::FallaSentencia(std::string texto, int n) {
-  if (texto.empty() || n < 1)
-    throw com::Error(com::error::kArgumento, "Falta el texto de la sentencia que ha de fallar");
+  if (texto.empty()) throw com::Error(com::error::kArgumento, "Falta el texto de la sentencia que ha de fallar");
+  if (n < 1) throw com::Error(com::error::kArgumento, "La primera sentencia que contiene el texto es la 1");
   fallasSentencia_.push_back({std::move(texto), n});
 }
 

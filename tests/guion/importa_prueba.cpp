@@ -203,6 +203,7 @@ TEST_F(Importa, UnArchivoMaloNoDejaNada) {
   EXPECT_FALSE(std::filesystem::exists(carpeta.Ruta("hotel.db")));
   EXPECT_FALSE(std::filesystem::exists(carpeta.Ruta("hotel.db.csv")));
   EXPECT_EQ(pruebas::Corre({RESERVAS_IMPORTA, "--base", "x.db"}).estado, 2);
+  EXPECT_EQ(pruebas::Corre({RESERVAS_IMPORTA, "--base", ":memory:", "--habitaciones", "h.csv", mala}).estado, 2);
 
   const std::string buena =
       carpeta.Escribe("r.csv", kColumnas + "1,2026-01-01,2026-02-01,2,2,0,0,A,9,Check-Out,2026-02-03\n");

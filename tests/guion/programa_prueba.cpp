@@ -17,8 +17,9 @@ Argumentos Guion(Argumentos mas) {
 }
 
 TEST(Programa, ElUsoErroneoDa2YExplica) {
-  const std::vector<Argumentos> malos = {{"--nada"}, {"--base"},    {"--ahora", "ayer"},
-                                         {"a", "b"}, {"--usuario"}, {"--base", "x", "--conexion", "y"}};
+  const std::vector<Argumentos> malos = {{"--nada"},     {"--base"},        {"--ahora", "ayer"},
+                                         {"a", "b"},     {"--usuario"},     {"--base", "x", "--conexion", "y"},
+                                         {"--base", ""}, {"--conexion", ""}};
   for (const Argumentos& argumentos : malos) {
     const auto salida = Corre(Guion(argumentos));
     EXPECT_EQ(salida.estado, 2) << argumentos[0];
