@@ -3,6 +3,7 @@
 #include "host/standalone/parametros.h"
 #include "host/standalone/transaccion.h"
 #include "platform/com/error.h"
+#include "platform/regional/regional.h"
 
 namespace guion {
 
@@ -60,6 +61,15 @@ class Alta {
        {local, "Moneda local"});
   }
 
+  // The board's filter would turn such a key into another type's.
+  void ExigeTipoTecleable(const std::string& tipo) {
+    const std::string mascara = autonomo::LeeParametro(base_, "FTO_TIPO_HABITACION").value_or("");
+    const std::string tecleado = regional::ConMascara(tipo, mascara);
+    if (tecleado == tipo) return;
+    throw com::Error(com::error::kArgumento, "El tipo " + tipo + " se capturaría como " + tecleado +
+                                                 " con el formato FTO_TIPO_HABITACION de la base (" + mascara + ")");
+  }
+
   void Parametro(const char* clave, const char* valor) {
     if (!autonomo::LeeParametro(base_, clave)) anfitrion_.Parametro(clave, valor);
   }
@@ -87,6 +97,7 @@ void PreparaHotel(autonomo::Anfitrion& anfitrion, const std::vector<HabitacionCs
   for (const char* formato : {"FTO_CLIENTE", "FTO_FORMA_PAGO", "FTO_HABITACION", "FTO_TIPO_HABITACION"}) {
     alta.Parametro(formato, "");
   }
+  for (const HabitacionCsv& h : habitaciones) alta.ExigeTipoTecleable(h.tipo);
   anfitrion.Permiso("CHPR02", true);
   transaccion.Concluye();
 }

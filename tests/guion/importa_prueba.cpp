@@ -215,6 +215,19 @@ TEST_F(Importa, UnArchivoMaloNoDejaNada) {
   EXPECT_FALSE(std::filesystem::exists(ajena + ".csv"));
 }
 
+// With a mask for keys of types, the board would look for another type and its rooms would be sold.
+TEST_F(Importa, UnTipoQueLaBaseFormateaDeOtroModoNoEntra) {
+  const std::string base = carpeta.Ruta("hotel.db");
+  ASSERT_EQ(pruebas::Corre({RESERVAS_GUION, "--base", base}, "parametro FTO_TIPO_HABITACION 0000\n").estado, 0);
+  const auto antes = Tablas(base);
+  habitaciones = carpeta.Escribe(
+      "numeros.csv", kHabitaciones.substr(0, kHabitaciones.find('\n') + 1) + "101,Piso 1,1,Estándar,G1,A1,2,4,95.00\n");
+  const auto salida = Corre("hotel.db", carpeta.Escribe("r.csv", kColumnas));
+  EXPECT_EQ(salida.estado, 1);
+  EXPECT_NE(salida.errores.find("El tipo 1 se capturaría como 0001"), std::string::npos) << salida.errores;
+  EXPECT_EQ(Tablas(base), antes);
+}
+
 TEST_F(Importa, SinNombreLasRechazadasQuedanJuntoALaBase) {
   const std::string reservas =
       carpeta.Escribe("r.csv", kColumnas + "1,2026-01-01,2026-02-01,0,2,0,0,A,90,Check-Out,2026-02-01\n");
