@@ -68,11 +68,25 @@ void RevisaFallas(const std::string& que, const std::vector<MensajeVisto>& mensa
   }
 }
 
+// A message up to its first colon, without the names between quotes: the same for every room and date.
+std::string SinLoQueCambia(const std::string& mensaje) {
+  std::string texto;
+  bool entreComillas = false;
+  for (const char c : mensaje) {
+    if (c == ':' && !entreComillas) break;
+    if (c == '\'') entreComillas = !entreComillas;
+    const bool blanco = c == ' ' || c == '\r' || c == '\n' || c == '\'';
+    if (entreComillas || (blanco && texto.ends_with(' '))) continue;
+    texto += blanco ? ' ' : c;
+  }
+  return com::Recorta(texto);
+}
+
 // The message that refused the booking, without what changes from one to the next.
 std::string Motivo(const ReservaCsv& reserva, const MensajeVisto& m) {
-  std::string texto = m.caja.texto.substr(0, std::min(m.caja.texto.find_first_of(":'\r\n"), m.caja.texto.size()));
+  std::string texto = SinLoQueCambia(m.caja.texto);
   if (m.caja.id == mensaje::kNadaMarcado.id) texto += reserva.noches == 0 ? " (sin noches)" : " (ninguna libre)";
-  return m.caja.id + " " + com::Recorta(texto);
+  return m.caja.id + " " + texto;
 }
 
 }  // namespace

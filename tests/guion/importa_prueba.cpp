@@ -215,6 +215,22 @@ TEST_F(Importa, UnArchivoMaloNoDejaNada) {
   EXPECT_FALSE(std::filesystem::exists(ajena + ".csv"));
 }
 
+// A room with somebody in it shows as free on the board's other nights; the check of the save refuses it.
+TEST_F(Importa, ElMotivoCuentaIgualTodasLasHabitaciones) {
+  const std::string una = "1,2026-01-01,2026-02-01,2,2,0,0,B,0,Check-Out,2026-02-03\n";
+  ASSERT_EQ(Corre("hotel.db", carpeta.Escribe("r.csv", kColumnas + una)).estado, 0);
+  ASSERT_EQ(pruebas::Corre({RESERVAS_GUION, "--base", carpeta.Ruta("hotel.db")},
+                           "sql INSERT INTO Check_In (Ci_Folio, Ci_Llegada, Ci_Salida) VALUES ('C', '2026-01-01', "
+                           "'2026-01-02')\n"
+                           "sql INSERT INTO Check_In_Detalle (Ci_Folio, Hb_Cve_Habitacion) VALUES ('C', '201')\n")
+                .estado,
+            0);
+  const auto salida = Corre("hotel.db", carpeta.Escribe("r2.csv", kColumnas + una + "2" + una.substr(1)));
+  EXPECT_EQ(salida.estado, 0) << salida.errores;
+  EXPECT_NE(salida.texto.find("  1  ERR-ID:7500010 la habitación está reservado para la fecha\n"), std::string::npos)
+      << salida.texto;
+}
+
 // With a mask for keys of types, the board would look for another type and its rooms would be sold.
 TEST_F(Importa, UnTipoQueLaBaseFormateaDeOtroModoNoEntra) {
   const std::string base = carpeta.Ruta("hotel.db");
