@@ -102,7 +102,7 @@ void frmKV207::Controles_Nuevo() {
   Controles.TituloConfirmar("");
   dpFecha.valor(FechaCaptura);
   txtMoneda.text(MonedaDefault.empty() ? MonedaLocal : MonedaDefault);
-  txtMoneda_Enter();
+  MuestraTipoCambio();
   dpFecha.valor(publico::Utilerias().FechaServidor());
   Enfoca(dpFecha);
   dpFecha.editable(PuedeCambiarFecha);
@@ -130,7 +130,7 @@ void frmKV207::Controles_Editar() {
   Controles.PermiteReactivar(false);
   DesbloqueaColumnas();
   if (frTarjeta.visible()) publico::Utilerias().HabilitaGrupo(*this, 4);
-  txtMoneda_Enter();
+  MuestraTipoCambio();
 }
 
 void frmKV207::Controles_Limpiar() {

@@ -69,6 +69,15 @@ void frmKV207::txtForma_Pago_Enter() {
 }
 
 void frmKV207::txtMoneda_Enter() {
+  try {
+    MuestraTipoCambio();
+  } catch (...) {
+    txtTipoCambio.valor(0);  // it showed another currency's rate; a reservation at rate 0 is refused
+    throw;
+  }
+}
+
+void frmKV207::MuestraTipoCambio() {
   const std::string& moneda = txtMoneda.text();
   if (moneda.empty()) return;
   txtTipoCambio.valor(publico::Utilerias().TipoCambio(moneda, dpFecha.valor()));

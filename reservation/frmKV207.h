@@ -115,6 +115,8 @@ class frmKV207 : public controles::Formulario {
   void chkMostrarCodigo_Click();
   // Key and name rule of the paying party: the client when its name is shown, else the guest.
   std::string ClaveCliente() const;
+  // Shows the host's rate of the currency on the capture date; nothing without a currency.
+  void MuestraTipoCambio();
   // Empties the field groups and makes their inputs read-only.
   void LimpiaGrupos();
   // Removes all room lines, with the date pop-up over them, and shows a total of 0.
