@@ -257,6 +257,7 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
     const com::Fecha inicio = Dia(l.inicio);
     const com::Fecha fin = Dia(l.fin);
     RevisaRenglon(cuarto, inicio, fin);
+    RevisaQueSePuedaAbrir(cuarto);
     if (!puedeCambiarPrecio) RevisaQueTengaPrecio(cuarto, inicio, fin);
     const anfitrion::Desglose d = Deriva(cuarto);
     try {
@@ -315,6 +316,17 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
     }
     if (l.total < 0) rechaza("el importe total es menor a cero");
     if (l.adultos < 0 || l.menores < 0 || l.infantes < 0) rechaza("el número de personas es negativo");
+  }
+
+  // The screen reads a stored line with its product's list price; without one the line could never be opened again.
+  void RevisaQueSePuedaAbrir(const CuartoConTipo& cuarto) {
+    const ado::RecordsetPtr rs = Base().Consulta(
+        "SELECT COUNT(*) FROM Producto P INNER JOIN Producto_Precio L ON L.Pr_Cve_Producto = P.Pr_Cve_Producto "
+        "WHERE P.Pr_Cve_Producto = ?",
+        {cuarto.producto});
+    if (com::CLng(rs->Fields(0).Value()) > 0) return;
+    throw Rechazo{"La habitación " + cuarto.habitacion +
+                  " no se puede guardar: su producto no tiene precio de lista y la reservación no se podría abrir"};
   }
 
   // A clerk who may not set prices must not store a line that costs nothing where the hotel's rate costs something.

@@ -184,6 +184,14 @@ TEST_F(Almacen, RenglonesQueSeRechazan) {
   EXPECT_EQ(hotel->ErrorHotel(), "");
   base().CommitTrans();
   EXPECT_EQ(com::CLng(Celda("SELECT Rsd_Id FROM Reservacion_Detalle")), 1);
+
+  base().BeginTrans();
+  base().Directa("DELETE FROM Producto_Precio");
+  ASSERT_TRUE(Encabezado());
+  EXPECT_EQ(rechaza(RenglonDe("0101", "2026-04-10", "2026-04-12", 100)),
+            "La habitación 0101 no se puede guardar: su producto no tiene precio de lista y la reservación no se "
+            "podría abrir");
+  base().RollbackTrans();
 }
 
 TEST_F(Almacen, SinDerechoDePrecioNadaSeRegala) {
