@@ -316,12 +316,12 @@ bool Grid::Sale(bool dejaFila) {
     saliendo_ = false;
     if (cancela) return false;
   }
-  tecleada_ = false;
+  const bool tecleada = std::exchange(tecleada_, false);
   edicion_.reset();
   if (dejaFila && intacta_ && fila_ == Filas() - 1) {
     intacta_ = false;
     QuitaFilaDe(fila_);
-  } else if (dejaFila && pendiente_) {
+  } else if (pendiente_ && (dejaFila || tecleada)) {
     Compromete();
   }
   return true;

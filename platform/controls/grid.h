@@ -120,9 +120,9 @@ class Grid : public Control {
   bool Pendiente() const { return pendiente_; }
 
   // --- user ----------------------------------------------------------------------------------------------------------
-  // Goes to a cell: leaves the current one (BeforeRowColChange, which may hold the user), commits the row when the row
-  // changes and has a pending edit, enters the new cell (RowColChange). False when held. Error kSubindice for a cell
-  // that does not exist, kElemento for a hidden column.
+  // Goes to a cell: leaves the current one (BeforeRowColChange, which may hold the user), commits the row's pending
+  // edit when the cell was typed in or the row changes, enters the new cell (RowColChange). False when held. Error
+  // kSubindice for a cell that does not exist, kElemento for a hidden column.
   bool VaA(int fila, int columna);
   // Types a text into the current cell (replacing it) and raises Change. Error kTamanio when the column is locked, the
   // grid disabled, or there is no current cell.
@@ -160,8 +160,8 @@ class Grid : public Control {
   std::function<void(bool& cancela)> BeforeRowColChange;  // leaving the current cell
   std::function<void()> RowColChange;                     // a cell was entered
   std::function<void()> Change;                           // the user typed in the current cell
-  std::function<void()> RowCommitted;  // a completed change of a line: row left or committed, row deleted
-  std::function<void(int& codigoError)> UpdateError;  // committing a row failed; 0 shows nothing
+  std::function<void()> RowCommitted;                     // a completed change of a line: typed cell left, row deleted
+  std::function<void(int& codigoError)> UpdateError;      // committing a row failed; 0 shows nothing
   std::function<void(bool& cancela, bool& pregunta)> BeforeDelete;
   std::function<void(bool& muestraError)> AfterDelete;
   std::function<void(int codigo, int mayus)> KeyDown;

@@ -99,17 +99,17 @@ TEST_F(PruebaGrid, SaleYEntraEnOrden) {
   EXPECT_TRUE(Toma().empty());
 }
 
-TEST_F(PruebaGrid, UnRenglonTecleadoSeComprometeAlDejarlo) {
+TEST_F(PruebaGrid, UnaCeldaTecleadaComprometeSuRenglonAlDejarla) {
   grid.VaA(0, 0);
   Toma();
   grid.Teclea("0001");
   EXPECT_TRUE(grid.Tecleada() && grid.Pendiente());
   EXPECT_EQ(Toma(), Traza{"cambia 0,0"});
   grid.VaA(0, 2);
-  EXPECT_TRUE(!grid.Tecleada() && grid.Pendiente());
-  EXPECT_EQ(Toma(), (Traza{"sale 0,0", "entra 0,2"})) << "the row was not left";
+  EXPECT_FALSE(grid.Tecleada() || grid.Pendiente());
+  EXPECT_EQ(Toma(), (Traza{"sale 0,0", "compromete 0,0", "entra 0,2"})) << "within the row too: totals follow";
   grid.VaA(1, 2);
-  EXPECT_EQ(Toma(), (Traza{"sale 0,2", "compromete 0,2", "entra 1,2"}));
+  EXPECT_EQ(Toma(), (Traza{"sale 0,2", "entra 1,2"}));
   grid.Teclea("10/03/2026");
   EXPECT_TRUE(grid.Deja());
   EXPECT_EQ(Toma(), (Traza{"cambia 1,2", "sale 1,2", "compromete 1,2"}));
