@@ -69,7 +69,7 @@ const std::vector<Catalogo>& Todos() {
         {"Th_Cve_Tipo_Habitacion", "Tipo", Referencia, false, kObligatorio, "Tipo_Habitacion"},
         {"Tf_Inicio", "Desde", Fecha, false, false, "", "vacía: desde siempre"},
         {"Tf_Fin", "Hasta", Fecha, false, false, "", "última noche; vacía: sin término"},
-        {"Tf_Dias", "Días", Texto, false, false, "", "1 lunes a 7 domingo; vacío: todos"},
+        {"Tf_Dias", "Días", Dias, false, false, "", "1 lunes a 7 domingo; vacío: todos"},
         {"Tf_Precio", "Precio por noche", Dinero, false, kObligatorio, "", "con impuestos"},
         {"Tf_Adulto_Extra", "Adulto extra", Dinero},
         {"Tf_Menor_Extra", "Menor extra", Dinero}},
@@ -77,7 +77,7 @@ const std::vector<Catalogo>& Todos() {
       {"Impuesto", "Impuestos",
        {{"Sc_Cve_Sucursal", "Sucursal", Referencia, kLlave, kObligatorio, "Sucursal"},
         {"Pr_Cve_Producto", "Producto", Referencia, kLlave, kObligatorio, "Producto"},
-        {"Im_Factor", "Factor", Factor, false, kObligatorio, "", "0.16 es 16 %"}}},
+        {"Im_Factor", "Factor", Fraccion, false, kObligatorio, "", "0.16 es 16 %"}}},
       {"Sucursal", "Sucursales",
        {{"Sc_Cve_Sucursal", "Clave", Clave, kLlave, kObligatorio},
         {"Sc_Descripcion", "Descripción", Texto, false, kObligatorio}},
@@ -153,7 +153,7 @@ std::string Lee(const CampoCatalogo& campo, const std::string& texto, com::Varia
   const std::string titulo(campo.titulo);
   if (texto.empty()) {
     if (campo.obligatorio) return "Falta «" + titulo + "»";
-    const bool numero = campo.tipo == Entero || campo.tipo == Dinero || campo.tipo == Factor;
+    const bool numero = campo.tipo == Entero || campo.tipo == Dinero || campo.tipo == Factor || campo.tipo == Fraccion;
     valor = campo.tipo == Fecha ? com::Variant::Null() : numero ? com::Variant(0) : com::Variant("");
     return {};
   }
@@ -164,11 +164,16 @@ std::string Lee(const CampoCatalogo& campo, const std::string& texto, com::Varia
         break;
       case Dinero:
       case Factor:
+      case Fraccion:
         valor = com::CDbl(texto);
         break;
       case Fecha:
         valor = com::SoloFecha(com::CDate(texto));
         break;
+      case Dias:
+        if (texto.find_first_not_of("1234567") != std::string::npos)
+          return "«" + titulo + "» lleva cifras: 1 lunes a 7 domingo";
+        [[fallthrough]];
       default:
         valor = texto;
         return {};
@@ -177,6 +182,36 @@ std::string Lee(const CampoCatalogo& campo, const std::string& texto, com::Varia
     return "«" + titulo + "» no admite «" + texto + "»";
   }
   if (campo.tipo != Fecha && com::CDbl(valor) < 0) return "«" + titulo + "» no puede ser negativo";
+  if (campo.tipo == Fraccion && com::CDbl(valor) >= 1)
+    return "«" + titulo + "» es una fracción: " + std::string(campo.ayuda);
+  return {};
+}
+
+// Where a row has two dates, they are the first and the last day.
+std::string RevisaFechas(const Catalogo& c, const std::vector<com::Variant>& valores) {
+  const CampoCatalogo* desde = nullptr;
+  com::Variant primera;
+  for (std::size_t i = 0; i < c.campos.size(); ++i) {
+    if (c.campos[i].tipo != Fecha || valores[i].EsNulo()) continue;
+    if (desde != nullptr && com::CDate(valores[i]) < com::CDate(primera))
+      return "«" + std::string(desde->titulo) + "» es posterior a «" + std::string(c.campos[i].titulo) + "»";
+    desde = &c.campos[i];
+    primera = valores[i];
+  }
+  return {};
+}
+
+// Title of the first catalogue with a row that names this one; "" none.
+std::string UsadaEn(autonomo::Conexion& conexion, const Catalogo& c, const FilaCatalogo& fila) {
+  for (const Catalogo& otro : Todos()) {
+    for (const CampoCatalogo& campo : otro.campos) {
+      if (campo.referencia != c.tabla) continue;
+      const std::string columna(campo.columna);
+      const std::string sentencia =
+          "SELECT " + columna + " FROM " + std::string(otro.tabla) + " WHERE " + columna + " = ?";
+      if (!conexion.Consulta(sentencia, {fila.valores.front()})->Eof()) return std::string(otro.titulo);
+    }
+  }
   return {};
 }
 
@@ -238,7 +273,7 @@ std::string Valida(const Catalogo& c, const std::vector<std::string>& textos, st
     if (!motivo.empty()) return motivo;
     valores.push_back(std::move(valor));
   }
-  return {};
+  return RevisaFechas(c, valores);
 }
 
 std::string TextoDe(const CampoCatalogo& campo, const com::Variant& valor) {
@@ -280,6 +315,10 @@ void Cambia(autonomo::Conexion& conexion, const Catalogo& c, const FilaCatalogo&
 }
 
 void Retira(autonomo::Conexion& conexion, const Catalogo& c, const FilaCatalogo& fila) {
+  if (!c.conEstado) {
+    if (const std::string donde = UsadaEn(conexion, c, fila); !donde.empty())
+      throw com::Error(com::error::kRestriccion, "No se puede quitar: se usa en «" + donde + "»");
+  }
   autonomo::Conexion::Parametros parametros;
   if (c.conEstado) parametros.emplace_back(std::string(fila.deBaja ? esquema::kActiva : esquema::kBaja));
   const std::string condicion = Condicion(c, fila.valores, parametros);

@@ -11,7 +11,8 @@
 
 namespace vista {
 
-enum class TipoCampo { Clave, Texto, Nota, Entero, Dinero, Factor, Fecha, Referencia };
+// Fraccion: below 1 (0.16 is 16 %). Dias: digits of the weekdays, 1 Monday to 7 Sunday.
+enum class TipoCampo { Clave, Texto, Nota, Entero, Dinero, Factor, Fraccion, Fecha, Dias, Referencia };
 
 struct CampoCatalogo {
   std::string_view columna;
@@ -58,7 +59,8 @@ std::string TextoDe(const CampoCatalogo& campo, const com::Variant& valor);
 void Inserta(autonomo::Conexion& conexion, const Catalogo& catalogo, std::vector<com::Variant> valores);
 void Cambia(autonomo::Conexion& conexion, const Catalogo& catalogo, const FilaCatalogo& antes,
             const std::vector<com::Variant>& valores);
-// Withdraws or brings back a row; rows without a state are deleted.
+// Withdraws or brings back a row; rows without a state are deleted, but for one that other catalogues name
+// (com::Error kRestriccion).
 void Retira(autonomo::Conexion& conexion, const Catalogo& catalogo, const FilaCatalogo& fila);
 
 }  // namespace vista

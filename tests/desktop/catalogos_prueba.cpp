@@ -63,6 +63,11 @@ TEST_F(CatalogosPrueba, LoMalEscritoSeExplicaYNadaSeGuarda) {
   EXPECT_EQ(Nueva("Tipo_Habitacion", {"1", "Doble", "dos", "4", "HAB1"}), "«Personas incluidas» no admite «dos»");
   EXPECT_EQ(Nueva("Tipo_Cambio", {"USD", "31/02/2026", "17"}), "«Desde» no admite «31/02/2026»");
   EXPECT_EQ(Nueva("Tipo_Cambio", {"USD", "01/02/2026", "-17"}), "«Moneda local por unidad» no puede ser negativo");
+  EXPECT_EQ(Nueva("Tarifa", {"", "0001", "", "", "lunes", "900", "", ""}), "«Días» lleva cifras: 1 lunes a 7 domingo");
+  EXPECT_EQ(Nueva("Tarifa", {"", "0001", "02/01/2026", "01/01/2026", "", "900", "", ""}),
+            "«Desde» es posterior a «Hasta»");
+  EXPECT_EQ(Nueva("Impuesto", {"0001", "HAB1", "16"}), "«Factor» es una fracción: 0.16 es 16 %");
+  EXPECT_TRUE(vista::LeeCatalogo(Base(), *vista::BuscaCatalogo("Tarifa")).empty());
   EXPECT_TRUE(vista::LeeCatalogo(Base(), *vista::BuscaCatalogo("Moneda")).empty());
   EXPECT_EQ(Nueva("Moneda", {"MXN", "Peso"}), "");
   EXPECT_THROW(Nueva("Moneda", {"mxn", "Otro"}), com::Error) << "keys compare case-blind";
@@ -94,6 +99,14 @@ TEST_F(CatalogosPrueba, CambiaYRetiraSoloSuFila) {
   vista::Retira(Base(), tasas, vista::LeeCatalogo(Base(), tasas).at(0));
   ASSERT_EQ(vista::LeeCatalogo(Base(), tasas).size(), 1U);
   EXPECT_EQ(Fila("Tipo_Cambio", 0), (Textos{"USD", "01/02/2026", "18.5"}));
+
+  // Not while another catalogue needs it.
+  Nueva("Producto", {"HAB1", "Noche", ""});
+  Nueva("Tipo_Habitacion", {"0001", "Sencilla", "2", "3", "HAB1"});
+  const vista::Catalogo& productos = *vista::BuscaCatalogo("Producto");
+  const auto producto = vista::LeeCatalogo(Base(), productos).at(0);
+  EXPECT_THROW(vista::Retira(Base(), productos, producto), com::Error);
+  EXPECT_EQ(vista::LeeCatalogo(Base(), productos).size(), 1U);
 }
 
 TEST_F(CatalogosPrueba, CadaPantallaTieneCatalogosYCadaColumnaExiste) {
