@@ -1,7 +1,6 @@
 // The board: loads in both forms and marks.
-#include <benchmark/benchmark.h>
-
 #include <memory>
+#include <string>
 
 #include "bench/a_mano.h"
 #include "bench/hotel.h"
@@ -39,78 +38,81 @@ void CargaConjuntos(benchmark::State& estado, ModoVista modo) {
   const Base base(RutaHotel());
   TableroAMano aMano(base, modo);
   ExigeIguales(*tablero, aMano.Carga());
-  for (auto _ : estado) CargaTablero(*tablero);
-}
-
-void CargaConjuntosAMano(benchmark::State& estado, ModoVista modo) {
-  const Base base(RutaHotel());
-  TableroAMano aMano(base, modo);
-  for (auto _ : estado) benchmark::DoNotOptimize(aMano.Carga());
+  const char* vista = modo == ModoVista::PorTipo ? "type" : "room";
+  MidePorTurnos(
+      estado, {std::string("Board by ") + vista + ", whole sets / by hand", 2.0},
+      [&] { return Cronometra([&] { CargaTablero(*tablero); }); }, [&] { return Cronometra([&] { aMano.Carga(); }); });
 }
 
 void CargaCeldas(benchmark::State& estado) {
   Sesion sesion(RutaHotel(), false);
   const auto tablero = AbreTablero(ModoVista::PorHabitacion);
   const Base base(RutaHotel());
-  TableroAMano aMano(base, ModoVista::PorHabitacion);
-  ExigeIguales(*tablero, aMano.Carga());
-  for (auto _ : estado) CargaTablero(*tablero);
-}
-
-void CargaCeldasAMano(benchmark::State& estado) {
-  const Base base(RutaHotel());
   TableroAMano filas(base, ModoVista::PorHabitacion);
-  CeldasAMano celdas(base);
   const Matriz& matriz = filas.Carga();
+  ExigeIguales(*tablero, matriz);
+  CeldasAMano celdas(base);
   int tomadas = 0;
   for (std::size_t i = 0; i < matriz.libres.size(); ++i) tomadas += matriz.totales[i / kNoches] - matriz.libres[i];
-  if (celdas.Cuenta(matriz.claves) != tomadas) Falla("The counts of the cells differ from the board's");
-  for (auto _ : estado) benchmark::DoNotOptimize(celdas.Cuenta(matriz.claves));
+  MidePorTurnos(
+      estado, {"Board by room, cell by cell / by hand", 1.5},
+      [&] { return Cronometra([&] { CargaTablero(*tablero); }); },
+      [&] {
+        int cuenta = 0;
+        const double t = Cronometra([&] { cuenta = celdas.Cuenta(matriz.claves); });
+        if (cuenta != tomadas) Falla("The counts of the cells differ from the board's");
+        return t;
+      });
 }
 
-// Marks a free cell and takes the mark away; the rows are those of one room type, or all.
-void Marca(benchmark::State& estado, const char* tipo, int filas) {
-  Sesion sesion(RutaHotel());
-  const auto tablero = AbreTablero(ModoVista::PorHabitacion);
-  tablero->txtTipo_Habitacion.text(std::string(tipo));
+// A board of the rooms of one type, or of all, its current cell free.
+std::unique_ptr<kv207::frmDisponibilidad> TableroParaMarcar(const std::string& tipo, int filas) {
+  auto tablero = AbreTablero(ModoVista::PorHabitacion);
+  tablero->txtTipo_Habitacion.text(tipo);
   CargaTablero(*tablero);
   if (tablero->NumeroFilas != filas) Falla("The board has " + std::to_string(tablero->NumeroFilas) + " rows");
   for (int r = 0; r < filas; ++r) {
     for (int d = 0; d < kNoches; ++d) {
       if (tablero->Estados(d, r) != kv207::EstadoCelda::Disponible) continue;
       tablero->ssDisponibilidad.VaA(r, kv207::kColumnasFijas + d);
-      for (auto _ : estado) tablero->MarcarCelda();
-      return;
+      return tablero;
     }
   }
   Falla("No free cell");
 }
 
-// The fastest of some repetitions: other programs' work only ever adds time.
-template <class... Argumentos>
-benchmark::internal::Benchmark* Registra(const std::string& nombre, Argumentos... argumentos) {
-  return benchmark::RegisterBenchmark(nombre.c_str(), argumentos...)->Repetitions(5);
+// A thousand times a turn: marks the free cell or takes the mark away; for all rooms, for a tenth of them, and the scan
+// for marks that follows each time.
+void Marca(benchmark::State& estado, const Comparacion& comparacion, bool soloBusca) {
+  constexpr int kVeces = 1000;
+  Sesion sesion(RutaHotel());
+  const auto grande = TableroParaMarcar("%", kHabitaciones), chico = TableroParaMarcar("0001", kHabitaciones / 10);
+  const auto repite = [](const auto& trabajo) {
+    const double t = Cronometra([&] {
+      for (int i = 0; i < kVeces; ++i) trabajo();
+    });
+    return t / kVeces;
+  };
+  MidePorTurnos(
+      estado, comparacion, [&] { return repite([&] { grande->MarcarCelda(); }); },
+      [&] {
+        return soloBusca ? repite([&] { grande->ActualizarSeleccion(); }) : repite([&] { chico->MarcarCelda(); });
+      });
 }
 
 }  // namespace
 
 void RegistraTablero() {
-  using benchmark::kMillisecond;
-  for (const auto modo : {ModoVista::PorHabitacion, ModoVista::PorTipo}) {
-    const bool porTipo = modo == ModoVista::PorTipo;
-    const std::string nombre = std::string("tablero/") + (porTipo ? "tipo" : "habitacion");
-    Registra(nombre, CargaConjuntos, modo)->Unit(kMillisecond);
-    Registra(nombre + "/a_mano", CargaConjuntosAMano, modo)->Unit(kMillisecond);
-    Anota({std::string("Board by ") + (porTipo ? "type" : "room") + ", whole sets / by hand", nombre,
-           nombre + "/a_mano", 2.0});
-  }
-  // Seconds each: once is enough.
-  benchmark::RegisterBenchmark("tablero/celdas", CargaCeldas)->Unit(kMillisecond)->Iterations(1);
-  benchmark::RegisterBenchmark("tablero/celdas/a_mano", CargaCeldasAMano)->Unit(kMillisecond)->Iterations(1);
-  Anota({"Board by room, cell by cell / by hand", "tablero/celdas", "tablero/celdas/a_mano", 1.5});
-  Registra("marca/300", Marca, "%", kHabitaciones);
-  Registra("marca/30", Marca, "0001", kHabitaciones / 10);
-  Anota({"Mark, 300 rooms / 30 rooms", "marca/300", "marca/30", 0});
+  using benchmark::RegisterBenchmark;
+  RegisterBenchmark("tablero/habitacion", CargaConjuntos, ModoVista::PorHabitacion)->UseManualTime();
+  RegisterBenchmark("tablero/tipo", CargaConjuntos, ModoVista::PorTipo)->UseManualTime();
+  RegisterBenchmark("tablero/celdas", CargaCeldas)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
+  RegisterBenchmark("marca/300/30", Marca, Comparacion{"Mark, 300 rooms / 30 rooms", 0}, false)
+      ->UseManualTime()
+      ->Iterations(200);
+  RegisterBenchmark("marca/300/busca", Marca, Comparacion{"Mark, 300 rooms / its scan for marks", 0}, true)
+      ->UseManualTime()
+      ->Iterations(200);
 }
 
 }  // namespace banco

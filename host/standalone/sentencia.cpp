@@ -94,23 +94,24 @@ void Sentencia::Liga(int i, const com::Variant& valor) {
   }
 }
 
+// Through the value itself: each sqlite3_column call would look it up again. One thread alone uses the connection.
 com::Variant Sentencia::Celda(int i) const {
-  sqlite3_stmt* s = s_.get();
-  switch (sqlite3_column_type(s, i)) {
+  sqlite3_value* v = sqlite3_column_value(s_.get(), i);
+  switch (sqlite3_value_type(v)) {
     case SQLITE_NULL:
       return com::Variant::Null();
     case SQLITE_INTEGER: {
-      const std::int64_t n = sqlite3_column_int64(s, i);
+      const std::int64_t n = sqlite3_value_int64(v);
       const bool cabe = n >= std::numeric_limits<std::int32_t>::min() && n <= std::numeric_limits<std::int32_t>::max();
       return cabe ? com::Variant(static_cast<std::int32_t>(n)) : com::Variant(static_cast<double>(n));
     }
     case SQLITE_FLOAT:
-      return {sqlite3_column_double(s, i)};
+      return {sqlite3_value_double(v)};
     default:
       break;
   }
-  const auto* p = static_cast<const char*>(sqlite3_column_blob(s, i));
-  const std::string_view texto(p == nullptr ? "" : p, static_cast<std::size_t>(sqlite3_column_bytes(s, i)));
+  const auto* p = static_cast<const char*>(sqlite3_value_blob(v));
+  const std::string_view texto(p == nullptr ? "" : p, static_cast<std::size_t>(sqlite3_value_bytes(v)));
   if (esFecha_[static_cast<std::size_t>(i)])
     if (const auto fecha = com::DeIso(texto)) return {*fecha};
   return {texto};
