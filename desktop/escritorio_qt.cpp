@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QEventLoop>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QTimer>
@@ -76,6 +77,7 @@ Ventana& EscritorioQt::VentanaDe(controles::Formulario& formulario, bool modal) 
     v.alCerrar = [&formulario] { Corre([&formulario] { Cancela(formulario); }); };
   } else {
     v.alCerrar = [this, &formulario] { CierraPrincipal(formulario); };
+    v.puedeCerrar = [this] { return DejaCerrar(); };
   }
   if (contexto_.interactivo) {
     // As large as the screen comfortably allows.
@@ -87,10 +89,15 @@ Ventana& EscritorioQt::VentanaDe(controles::Formulario& formulario, bool modal) 
   return v;
 }
 
+bool EscritorioQt::DejaCerrar() {
+  if (!puedeCerrar || puedeCerrar()) return true;
+  VuelveAlFrente();
+  return false;
+}
+
 void EscritorioQt::CierraPrincipal(controles::Formulario& formulario) {
   Corre([&] {
-    if (puedeCerrar && !puedeCerrar()) return;
-    formulario.Descarga();
+    if (DejaCerrar()) formulario.Descarga();
   });
 }
 
@@ -104,6 +111,8 @@ void EscritorioQt::Abre(controles::Formulario& formulario, bool modal) {
   v.activateWindow();
   formulario.Activa();
   v.SigueFoco();
+  // What is typed first replaces the field's text, as when it is entered by Tab.
+  if (auto* linea = qobject_cast<QLineEdit*>(v.focusWidget())) linea->selectAll();
 }
 
 void EscritorioQt::Muestra(controles::Formulario& formulario) { Abre(formulario, false); }

@@ -60,6 +60,7 @@ class EscritorioQt : public controles::Escritorio {
  private:
   Ventana& VentanaDe(controles::Formulario& formulario, bool modal);
   void Abre(controles::Formulario& formulario, bool modal);
+  bool DejaCerrar();
   void CierraPrincipal(controles::Formulario& formulario);
   QWidget* DuenioDe(int ventana) const;
   // Gives the keyboard back to the window in front once a dialog over it is gone.

@@ -210,12 +210,12 @@ class EstiloBase : public QProxyStyle {
 
 }  // namespace
 
-void AplicaEstilo(QApplication& app, Tema tema) {
+void AplicaEstilo(QApplication& app, Tema tema, double letra) {
   const bool sistema = SistemaOscuro();
   oscuro = tema == Tema::Oscuro || (tema == Tema::Sistema && sistema);
   QApplication::setStyle(new EstiloBase);
   QFont base = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
-  tamanoBase = std::clamp(base.pointSizeF(), 9.0, 11.0);
+  tamanoBase = std::clamp(base.pointSizeF(), 9.0, 11.0) * letra;
   base.setPointSizeF(tamanoBase);
   if (QFontInfo(base).family() == QLatin1String("DejaVu Sans")) base.setStretch(kEstrecha);
   QApplication::setFont(base);
@@ -257,7 +257,7 @@ QColor TonoEstado(std::int32_t color) {
 }
 
 QColor TextoSobre(const QColor& fondo) {
-  // Relative luminance; 0.36 is where black and white contrast about equally.
+  // Brightness as the eye weighs the colours; about the middle dark and white letters contrast equally.
   const double luminancia = 0.2126 * fondo.redF() + 0.7152 * fondo.greenF() + 0.0722 * fondo.blueF();
   return luminancia > 0.5 ? QColor(0x12, 0x19, 0x24) : QColor(0xFF, 0xFF, 0xFF);
 }

@@ -40,8 +40,9 @@ inline constexpr int kRadio = 5;
 inline constexpr int kRenglon = 26;  // height of a grid row
 }  // namespace espacio
 
-// Applies the style to the application: font, palette, style sheet. Call it again to change the theme.
-void AplicaEstilo(QApplication& app, Tema tema = Tema::Sistema);
+// Applies the style to the application: font, palette, style sheet. letra: size of the letters, 1 the system's own.
+// Call it again to change the theme.
+void AplicaEstilo(QApplication& app, Tema tema = Tema::Sistema, double letra = 1.0);
 bool EsOscuro();
 const Paleta& Colores();
 

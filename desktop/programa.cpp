@@ -35,12 +35,11 @@ namespace vista {
 namespace {
 
 constexpr const char* kUso =
-    "Uso: reservas [--base RUTA.db | --conexion CADENA] [--demo] [--ahora AAAA-MM-DDTHH:MM[:SS]]\n"
-    "              [--usuario LOGIN] [--por-celda] [--tema claro|oscuro|sistema] [--guion GUION]\n"
+    "Uso: reservas [--base RUTA.db] [--demo] [--ahora AAAA-MM-DDTHH:MM[:SS]] [--usuario LOGIN]\n"
+    "              [--por-celda] [--tema claro|oscuro|sistema] [--guion GUION]\n"
     "\n"
     "  --base RUTA.db     base SQLite; se crea vacía si no existe. Sin ella se usa la base del usuario,\n"
     "                     que la primera vez se llena con el hotel de demostración\n"
-    "  --conexion CADENA  cadena de conexión de otro motor\n"
     "  --demo             llena una base vacía con el hotel de demostración\n"
     "  --ahora FECHA      fija el reloj del servidor\n"
     "  --usuario LOGIN    usuario del sistema\n"
@@ -223,9 +222,11 @@ int Programa::Corre() {
     MuestraFalla(e.Descripcion());
     return kFalla;
   }
-  FijaAmpliacion(QApplication::primaryScreen() == nullptr ? 96.0
-                                                          : QApplication::primaryScreen()->logicalDotsPerInchY());
-  AplicaEstilo(aplicacion_, opciones.tema);
+  const QScreen* pantalla = QApplication::primaryScreen();
+  // A script's windows are as designed whatever the screen.
+  const int ancho = pantalla == nullptr || opciones.guion ? 0 : pantalla->availableGeometry().width();
+  const double letra = FijaAmpliacion(pantalla == nullptr ? 96.0 : pantalla->logicalDotsPerInchY(), ancho);
+  AplicaEstilo(aplicacion_, opciones.tema, letra);
   try {
     return opciones.guion ? CorreGuion(opciones) : CorreVentana(opciones);
   } catch (const std::exception& e) {

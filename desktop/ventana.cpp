@@ -109,7 +109,9 @@ void Ventana::CreaVistas() {
   for (const auto& v : vistas_) {
     if (Flota(v->control())) v->widget()->raise();
     if (auto* barra = dynamic_cast<VistaBarra*>(v.get())) {
-      barra->antesDePulsar = [this] { return TerminaEdicion(nullptr); };
+      barra->antesDePulsar = [this](controles::Accion accion) {
+        return TerminaEdicion(nullptr) && (accion != controles::Accion::Cerrar || !puedeCerrar || puedeCerrar());
+      };
     }
   }
 }

@@ -33,6 +33,8 @@ class Ventana : public QWidget {
 
   // The user closes the window; whoever shows it decides what that means.
   std::function<void()> alCerrar;
+  // Asked before the toolbar's Close; false stays.
+  std::function<bool()> puedeCerrar;
 
  protected:
   bool eventFilter(QObject* objeto, QEvent* evento) override;

@@ -140,7 +140,7 @@ void VistaBarra::Refresca() {
 
 void VistaBarra::Pulsa(Accion accion) {
   Corre([&] {
-    if (antesDePulsar && !antesDePulsar()) return;
+    if (antesDePulsar && !antesDePulsar(accion)) return;
     barra_.Pulsa(accion);
   });
   Refresca();

@@ -21,7 +21,7 @@ class VistaBarra : public Vista {
   void Refresca() override;
   QToolButton* boton(controles::Accion accion) const;
   // Runs before an action (a date half typed, a cell being edited); false keeps the action from running.
-  std::function<bool()> antesDePulsar;
+  std::function<bool(controles::Accion)> antesDePulsar;
 
  private:
   void Pulsa(controles::Accion accion);

@@ -211,6 +211,7 @@ class VistaGrid::Tabla : public QTableView {
   void focusOutEvent(QFocusEvent* evento) override {
     QTableView::focusOutEvent(evento);
     viewport()->update();
+    vista_.marco_->update();
   }
   void changeEvent(QEvent* evento) override {
     QTableView::changeEvent(evento);
@@ -223,10 +224,11 @@ class VistaGrid::Tabla : public QTableView {
 
 namespace {
 
-// The frame tells when it is resized.
+// The frame tells when it is resized, and shows where the keyboard is while no cell does.
 class Cuadro : public QFrame {
  public:
-  Cuadro(std::function<void()> alCambiar, QWidget* padre) : QFrame(padre), alCambiar_(std::move(alCambiar)) {
+  Cuadro(std::function<void()> alCambiar, std::function<bool()> enfocado, QWidget* padre)
+      : QFrame(padre), alCambiar_(std::move(alCambiar)), enfocado_(std::move(enfocado)) {
     setAttribute(Qt::WA_StyledBackground);
     setProperty("cuadro", true);
   }
@@ -236,9 +238,17 @@ class Cuadro : public QFrame {
     QFrame::resizeEvent(evento);
     alCambiar_();
   }
+  void paintEvent(QPaintEvent* evento) override {
+    QFrame::paintEvent(evento);
+    if (!enfocado_()) return;
+    QPainter p(this);
+    p.setPen(QPen(Colores().acento, 2));
+    p.drawRect(rect().adjusted(1, 1, -1, -1));
+  }
 
  private:
   std::function<void()> alCambiar_;
+  std::function<bool()> enfocado_;
 };
 
 }  // namespace
@@ -247,7 +257,9 @@ class Cuadro : public QFrame {
 // ---------------------------------------------------------------------------------------------------------
 
 VistaGrid::VistaGrid(controles::Grid& grid, QWidget* padre, const Contexto& contexto)
-    : Vista(grid, contexto), grid_(grid), marco_(new Cuadro([this] { Acomoda(); }, padre)) {
+    : Vista(grid, contexto),
+      grid_(grid),
+      marco_(new Cuadro([this] { Acomoda(); }, [this] { return TieneFoco(); }, padre)) {
   modelo_ = new ModeloGrid(grid, marco_);
   fija_ = new Tabla(*this, EsTablero(), marco_);
   movil_ = new Tabla(*this, EsTablero(), marco_);

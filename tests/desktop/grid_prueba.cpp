@@ -6,6 +6,7 @@
 #include <QImage>
 #include <random>
 
+#include "desktop/escala.h"
 #include "desktop/estilo.h"
 #include "desktop/modelo_grid.h"
 #include "tests/desktop/forma_prueba.h"
@@ -112,6 +113,7 @@ TEST(VistaGridPrueba, TeclearLlegaALaCeldaConLasReglasDeLaPantalla) {
   EXPECT_EQ(grid.Texto(0, 3), "1");
   QTest::keyClick(celdas, Qt::Key_Left);
   EXPECT_EQ(grid.columna(), 2);
+  EXPECT_EQ(confirmadas, 1) << "leaving the typed cell completes the line, so that totals follow";
   QTest::keyClick(celdas, Qt::Key_Tab);
   EXPECT_EQ(grid.columna(), 3);
 
@@ -125,10 +127,34 @@ TEST(VistaGridPrueba, TeclearLlegaALaCeldaConLasReglasDeLaPantalla) {
   QTest::keyClick(celdas, Qt::Key_A, Qt::ControlModifier);
   QTest::keyClick(celdas, Qt::Key_Delete);
   EXPECT_EQ(grid.Texto(0, 3), "");
-  EXPECT_EQ(confirmadas, 0);
+  EXPECT_EQ(confirmadas, 1);
   // Turning to another field ends the edit.
   QTest::mouseClick(p.widget<QLineEdit>(p.forma.txtClave), Qt::LeftButton);
-  EXPECT_EQ(confirmadas, 1);
+  EXPECT_EQ(confirmadas, 2);
+}
+
+TEST(EscalaPrueba, UnaPantallaAngostaDibujaMasChico) {
+  const double antes = vista::Ampliacion();
+  EXPECT_DOUBLE_EQ(vista::FijaAmpliacion(96, 1920), 1.0);
+  EXPECT_DOUBLE_EQ(vista::Ampliacion(), 1.0);
+  EXPECT_DOUBLE_EQ(vista::FijaAmpliacion(96, 960), 0.96) << "full HD at 200 %";
+  EXPECT_LE(vista::APixel(vista::kAnchoPantalla), 960);
+  EXPECT_DOUBLE_EQ(vista::FijaAmpliacion(120, 1000), 0.8);
+  EXPECT_DOUBLE_EQ(vista::Ampliacion(), 1.0);
+  EXPECT_DOUBLE_EQ(vista::FijaAmpliacion(96, 400), 0.8) << "no smaller than can be read";
+  vista::FijaAmpliacion(antes * 96);
+}
+
+TEST(VistaGridPrueba, SinCeldaActualElMarcoDiceDondeEstaElTeclado) {
+  EnPantalla p;
+  p.forma.ssRenglones.AgregaFila();
+  p.forma.ssRenglones.columnaActual(-1);
+  QWidget* marco = p.renglones().widget();
+  const auto orilla = [&] { return marco->grab().toImage().pixelColor(marco->width() / 2, 0); };
+  p.forma.Enfoca(p.forma.ssRenglones);
+  EXPECT_EQ(orilla(), vista::Colores().acento);
+  p.forma.Enfoca(p.forma.txtClave);
+  EXPECT_NE(orilla(), vista::Colores().acento);
 }
 
 TEST(VistaGridPrueba, UnaCeldaQueRetieneConservaElTeclado) {

@@ -271,7 +271,12 @@ TEST_F(RecorridoPrueba, ConfirmaEditaCancelaReactivaEImprime) {
 
 TEST_F(RecorridoPrueba, CerrarElTableroEsCancelarlo) {
   CapturaEncabezado();
-  Espera("frmDisponibilidad", [](QWidget& w) { w.close(); });
+  Espera("frmDisponibilidad", [](QWidget& w) {
+    const auto* filtro = qobject_cast<QLineEdit*>(w.focusWidget());
+    ASSERT_NE(filtro, nullptr);
+    EXPECT_EQ(filtro->selectedText(), "%") << "a code typed at once replaces it";
+    w.close();
+  });
   Tecla(Qt::Key_F6);
   EXPECT_FALSE(TableroForma().visible());
   EXPECT_EQ(Foco(), "ssReservaciones");
@@ -293,6 +298,9 @@ TEST_F(RecorridoPrueba, CerrarEnPlenaCapturaPregunta) {
   EsperaMensaje("¿Desea salir y descartarla?", "No");
   ventana->close();
   EXPECT_TRUE(Forma().visible());
+  EsperaMensaje("¿Desea salir y descartarla?", "No");
+  Tecla(Qt::Key_Q, Qt::ControlModifier);
+  EXPECT_TRUE(Forma().visible()) << "the toolbar's Close asks like the window's";
   EXPECT_EQ(Control<controles::LookupField>(Forma(), "txtNCliente").text().empty(), false);
   EsperaMensaje("¿Desea salir y descartarla?", "Sí");
   bool termino = false;
