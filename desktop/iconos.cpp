@@ -5,6 +5,7 @@
 #include <QIconEngine>
 #include <QPainter>
 #include <QPainterPath>
+#include <QPixmapCache>
 
 #include "desktop/estilo.h"
 
@@ -85,30 +86,43 @@ class Motor : public QIconEngine {
   void paint(QPainter* p, const QRect& zona, QIcon::Mode modo, QIcon::State) override {
     const char* trazo = Trazos().value(nombre_, nullptr);
     if (trazo == nullptr) return;
-    QColor color = tinta_.isValid() ? tinta_ : Colores().texto;
-    if (modo == QIcon::Disabled) color = Colores().bordeCampo;
     p->save();
     p->setRenderHint(QPainter::Antialiasing);
     const double lado = std::min(zona.width(), zona.height());
     p->translate(zona.x() + (zona.width() - lado) / 2, zona.y() + (zona.height() - lado) / 2);
     p->scale(lado / 24.0, lado / 24.0);
-    p->setPen(QPen(color, 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    p->setPen(QPen(Color(modo), 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     p->setBrush(Qt::NoBrush);
     p->drawPath(Trazo(trazo));
     p->restore();
   }
 
+  // Asked for at every painting of a button: drawn once for each colour and size.
   QPixmap pixmap(const QSize& tamano, QIcon::Mode modo, QIcon::State estado) override {
-    QPixmap mapa(tamano);
+    const QString clave = QStringLiteral("icono_%1_%2_%3x%4")
+                              .arg(nombre_)
+                              .arg(Color(modo).rgba())
+                              .arg(tamano.width())
+                              .arg(tamano.height());
+    QPixmap mapa;
+    if (QPixmapCache::find(clave, &mapa)) return mapa;
+    mapa = QPixmap(tamano);
     mapa.fill(Qt::transparent);
     QPainter p(&mapa);
     paint(&p, QRect(QPoint(0, 0), tamano), modo, estado);
+    p.end();
+    QPixmapCache::insert(clave, mapa);
     return mapa;
   }
 
   QIconEngine* clone() const override { return new Motor(nombre_, tinta_); }
 
  private:
+  QColor Color(QIcon::Mode modo) const {
+    if (modo == QIcon::Disabled) return Colores().bordeCampo;
+    return tinta_.isValid() ? tinta_ : Colores().texto;
+  }
+
   QString nombre_;
   QColor tinta_;
 };

@@ -3,6 +3,7 @@
 #include <QDate>
 #include <QLocale>
 #include <QTimer>
+#include <cstdio>
 #include <utility>
 
 #include "desktop/vista_campos.h"
@@ -28,7 +29,9 @@ Qt::Alignment Alineada(controles::Alineacion a) {
 
 // Day of a column; invalid for other columns.
 QDate DiaDe(const controles::Columna& columna) {
-  return columna.fecha.empty() ? QDate() : QDate::fromString(Q(columna.fecha), QStringLiteral("dd/MM/yyyy"));
+  int dia = 0, mes = 0, anio = 0;
+  if (std::sscanf(columna.fecha.c_str(), "%2d/%2d/%4d", &dia, &mes, &anio) != 3) return {};
+  return QDate(anio, mes, dia);
 }
 
 }  // namespace

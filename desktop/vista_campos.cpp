@@ -530,8 +530,12 @@ VistaEtiqueta::VistaEtiqueta(controles::Etiqueta& etiqueta, QWidget* padre, cons
 
 void VistaEtiqueta::Refresca() {
   if (rotulo_ == nullptr) return widget()->update();
-  rotulo_->setText(Q(etiqueta_.caption()));
-  Estrecha(rotulo_, APixel(etiqueta_.width()));
+  const QString texto = Q(etiqueta_.caption());
+  const int ancho = APixel(etiqueta_.width());
+  if (rotulo_->text() == texto && ancho_ == ancho) return;
+  ancho_ = ancho;
+  rotulo_->setText(texto);
+  Estrecha(rotulo_, ancho);
 }
 
 }  // namespace vista

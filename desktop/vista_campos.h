@@ -113,6 +113,7 @@ class VistaEtiqueta : public Vista {
  private:
   controles::Etiqueta& etiqueta_;
   QLabel* rotulo_ = nullptr;
+  int ancho_ = -1;  // pixels that the caption was last fitted to
 };
 
 }  // namespace vista

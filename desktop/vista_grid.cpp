@@ -5,11 +5,15 @@
 #include <QDate>
 #include <QHeaderView>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
+#include <QPixmap>
 #include <QScrollBar>
-#include <QStyledItemDelegate>
 #include <QTimer>
 #include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <map>
 #include <utility>
 
 #include "desktop/escala.h"
@@ -37,16 +41,78 @@ constexpr const char* kLibre = "DISPONIBLE";
 // --- painting
 // ----------------------------------------------------------------------------------------------------------
 
-class VistaGrid::Pintor : public QStyledItemDelegate {
+// Paints cells. A board has thousands of cells of few looks: each look is drawn once and copied.
+class VistaGrid::Pintor {
  public:
-  Pintor(const VistaGrid& vista, QObject* padre) : QStyledItemDelegate(padre), vista_(vista) {}
+  explicit Pintor(const VistaGrid& vista) : vista_(vista) {}
 
-  void paint(QPainter* p, const QStyleOptionViewItem& opcion, const QModelIndex& indice) const override {
+  void Celda(QPainter& p, const QRect& zona, int fila, int columna, const QFont& fuente) {
     const controles::Grid& grid = vista_.grid_;
-    const int fila = indice.row(), columna = indice.column();
-    if (fila >= grid.Filas() || columna >= grid.NumColumnas()) return;
+    if (fila >= grid.Filas() || columna >= grid.NumColumnas()) {
+      p.fillRect(zona, Colores().superficie);
+      return;
+    }
+    const bool actual = fila == grid.fila() && columna == grid.columna();
+    const qreal escala = p.device()->devicePixelRatioF();
+    // Where a point is no whole number of pixels a copy would blur.
+    if (!vista_.EsTablero() || actual || escala != std::floor(escala)) {
+      Dibuja(p, zona, fila, columna, fuente);
+      return;
+    }
+    const int estilo = grid.estilo(fila, columna);
+    const Aspecto aspecto{Fija(columna) ? columna : kColumnasFijas,
+                          estilo,
+                          estilo < 0 && fila == grid.fila(),
+                          zona.width(),
+                          zona.height(),
+                          grid.Texto(fila, columna)};
+    auto visto = aspectos_.find(aspecto);
+    if (visto == aspectos_.end()) {
+      QPixmap dibujo(zona.size() * escala);
+      dibujo.setDevicePixelRatio(escala);
+      dibujo.fill(Colores().superficie);
+      QPainter pincel(&dibujo);
+      Dibuja(pincel, QRect(QPoint(0, 0), zona.size()), fila, columna, fuente);
+      pincel.end();
+      puntos_ += std::int64_t{dibujo.width()} * dibujo.height();
+      visto = aspectos_.emplace(aspecto, std::move(dibujo)).first;
+    }
+    p.drawPixmap(zona.topLeft(), visto->second);
+  }
+
+  // Called before a painting: what was drawn for other colours, font or screen is forgotten.
+  void Comienza(const QFont& fuente, qreal escala) {
+    constexpr std::int64_t kPuntos = 2'000'000;  // 8 MB
+    std::vector<std::int32_t> fondos;
+    for (const auto& e : vista_.grid_.Estilos()) fondos.push_back(e.fondo);
+    Ambiente ahora{fuente, escala, EsOscuro(), std::move(fondos)};
+    if (ahora == ambiente_ && puntos_ < kPuntos) return;
+    aspectos_.clear();
+    puntos_ = 0;
+    ambiente_ = std::move(ahora);
+  }
+
+ private:
+  // What a cell that is not the current one looks like.
+  struct Aspecto {
+    int columna;  // the days are alike
+    int estilo;
+    bool enFila;  // in the current row, where that shows
+    int ancho, alto;
+    std::string texto;
+    auto operator<=>(const Aspecto&) const = default;
+  };
+  struct Ambiente {
+    QFont fuente;
+    qreal escala = 0;
+    bool oscuro = false;
+    std::vector<std::int32_t> fondos;
+    bool operator==(const Ambiente&) const = default;
+  };
+
+  void Dibuja(QPainter& p, const QRect& zona, int fila, int columna, const QFont& fuente) const {
+    const controles::Grid& grid = vista_.grid_;
     const Paleta& colores = Colores();
-    const QRect zona = opcion.rect;
     const bool enFila = fila == grid.fila();
     const bool actual = enFila && columna == grid.columna();
     const int estilo = grid.estilo(fila, columna);
@@ -55,57 +121,61 @@ class VistaGrid::Pintor : public QStyledItemDelegate {
     if (estilo >= 0 && static_cast<std::size_t>(estilo) < grid.Estilos().size()) {
       const auto& e = grid.Estilos()[static_cast<std::size_t>(estilo)];
       const QColor tono = TonoEstado(e.fondo);
-      PintaEstado(*p, zona, Q(e.nombre), tono);
+      PintaEstado(p, zona, Q(e.nombre), tono);
       tinta = TextoSobre(tono);
       letra = LetraDe(Q(e.nombre));
     } else {
       const bool soloMuestra = grid.columna(columna).bloqueada && !vista_.EsTablero();
-      p->fillRect(zona, enFila ? colores.acentoSuave : soloMuestra ? colores.fondo : colores.superficie);
+      p.fillRect(zona, enFila ? colores.acentoSuave : soloMuestra ? colores.fondo : colores.superficie);
     }
-    p->setPen(colores.borde);
-    p->drawLine(zona.topRight(), zona.bottomRight());
-    p->drawLine(zona.bottomLeft(), zona.bottomRight());
+    // Its right and lower lines.
+    p.fillRect(zona.right(), zona.top(), 1, zona.height(), colores.borde);
+    p.fillRect(zona.left(), zona.bottom(), zona.width(), 1, colores.borde);
 
-    const QString texto = indice.data(Qt::DisplayRole).toString();
-    const auto alineada = indice.data(Qt::TextAlignmentRole).value<Qt::Alignment>();
+    const QModelIndex indice = vista_.modelo_->index(fila, columna);
+    const QString texto = vista_.modelo_->data(indice, Qt::DisplayRole).toString();
+    const auto alineada = vista_.modelo_->data(indice, Qt::TextAlignmentRole).value<Qt::Alignment>();
     const QRect caja = zona.adjusted(6, 0, -7, 0);
-    p->setFont(opcion.font);
-    p->setPen(tinta);
+    p.setPen(tinta);
     if (!letra.isEmpty()) {
-      p->setFont(Fuente(Letra::Chica));
-      p->drawText(zona.adjusted(6, 0, -4, 0), Qt::AlignLeft | Qt::AlignVCenter, letra);
-      p->setFont(opcion.font);
+      p.setFont(Fuente(Letra::Chica));
+      p.drawText(zona.adjusted(6, 0, -4, 0), Qt::AlignLeft | Qt::AlignVCenter, letra);
     }
-    const QFontMetrics medidas(opcion.font);
+    p.setFont(fuente);
+    const QFontMetrics medidas(fuente);
     if (actual && vista_.reemplaza_) {
-      p->fillRect(caja.adjusted(-2, 3, 2, -4), colores.acento);
-      p->setPen(colores.sobreAcento);
+      p.fillRect(caja.adjusted(-2, 3, 2, -4), colores.acento);
+      p.setPen(colores.sobreAcento);
     }
     // Counts of rooms always fit.
-    const QString corto = texto.size() <= 3 ? texto : medidas.elidedText(texto, Qt::ElideRight, caja.width());
-    p->drawText(caja, static_cast<int>(alineada), corto);
+    const QString corto = texto.size() <= 3 || vista_.AnchoTexto(texto) <= caja.width()
+                              ? texto
+                              : medidas.elidedText(texto, Qt::ElideRight, caja.width());
+    p.drawText(caja, static_cast<int>(alineada), corto);
 
     if (!actual) return;
     const bool enfocada = vista_.formulario().foco() == &grid && vista_.TieneFoco();
-    p->setPen(QPen(enfocada ? colores.acento : colores.tenue, enfocada ? 2 : 1));
-    p->setBrush(Qt::NoBrush);
-    p->drawRect(enfocada ? zona.adjusted(1, 1, -2, -2) : zona.adjusted(0, 0, -1, -1));
+    p.setPen(QPen(enfocada ? colores.acento : colores.tenue, enfocada ? 2 : 1));
+    p.setBrush(Qt::NoBrush);
+    p.drawRect(enfocada ? zona.adjusted(1, 1, -2, -2) : zona.adjusted(0, 0, -1, -1));
     if (enfocada && estilo >= 0) {
       // A ring that shows on every state colour.
-      p->setPen(QPen(colores.superficie, 1));
-      p->drawRect(zona.adjusted(2, 2, -4, -4));
+      p.setPen(QPen(colores.superficie, 1));
+      p.drawRect(zona.adjusted(2, 2, -4, -4));
     }
     if (enfocada && grid.Edicion()) {
       const int ancho = std::min(medidas.horizontalAdvance(corto), caja.width());
       int x = caja.left() + ancho + 1;
       if (alineada.testFlag(Qt::AlignRight)) x = caja.right() + 2;
       if (alineada.testFlag(Qt::AlignHCenter)) x = caja.center().x() + ancho / 2 + 1;
-      p->fillRect(QRect(x, zona.center().y() - medidas.ascent() / 2 - 1, 1, medidas.height() - 2), tinta);
+      p.fillRect(QRect(x, zona.center().y() - medidas.ascent() / 2 - 1, 1, medidas.height() - 2), tinta);
     }
   }
 
- private:
   const VistaGrid& vista_;
+  Ambiente ambiente_;
+  std::map<Aspecto, QPixmap> aspectos_;
+  std::int64_t puntos_ = 0;  // pixels kept
 };
 
 // Captions of the columns; a day's has its weekday above its day of the month.
@@ -118,9 +188,10 @@ class VistaGrid::Encabezado : public QHeaderView {
     setMinimumSectionSize(10);
   }
 
+  // The captions need not be measured: only the height counts.
   QSize sizeHint() const override {
     const int alto = fontMetrics().height();
-    return QSize(QHeaderView::sizeHint().width(), dias_ ? 2 * alto + 8 : alto + 10);
+    return QSize(length(), dias_ ? 2 * alto + 8 : alto + 10);
   }
 
  protected:
@@ -164,6 +235,30 @@ class VistaGrid::Encabezado : public QHeaderView {
   bool dias_;
 };
 
+// Numbers of the rows.
+class VistaGrid::Manijas : public QHeaderView {
+ public:
+  explicit Manijas(QWidget* padre) : QHeaderView(Qt::Vertical, padre) {
+    setSectionResizeMode(QHeaderView::Fixed);
+    setMinimumSectionSize(10);
+    setHighlightSections(false);
+    setFixedWidth(APixel(kAnchoManija * kTwipsPorPixel));
+  }
+
+  QSize sizeHint() const override { return QSize(minimumWidth(), length()); }
+
+ protected:
+  void paintSection(QPainter* p, const QRect& zona, int seccion) const override {
+    const Paleta& colores = Colores();
+    p->fillRect(zona, colores.realce);
+    p->fillRect(zona.right(), zona.top(), 1, zona.height(), colores.borde);
+    p->fillRect(zona.left(), zona.bottom(), zona.width(), 1, colores.borde);
+    p->setFont(font());
+    p->setPen(colores.texto);
+    p->drawText(zona.adjusted(0, 0, -1, -1), Qt::AlignCenter, QString::number(seccion + 1));
+  }
+};
+
 // --- one of the two tables
 // ---------------------------------------------------------------------------------------------
 
@@ -171,6 +266,7 @@ class VistaGrid::Tabla : public QTableView {
  public:
   Tabla(VistaGrid& vista, bool dias, QWidget* padre) : QTableView(padre), vista_(vista) {
     setHorizontalHeader(new Encabezado(dias, this));
+    setVerticalHeader(new Manijas(this));
     setSelectionMode(QAbstractItemView::NoSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
@@ -179,14 +275,34 @@ class VistaGrid::Tabla : public QTableView {
     setTabKeyNavigation(false);
     setFrameShape(QFrame::NoFrame);
     setWordWrap(false);
-    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultSectionSize(APixel(espacio::kRenglon * kTwipsPorPixel));
-    verticalHeader()->setMinimumSectionSize(10);
-    verticalHeader()->setDefaultAlignment(Qt::AlignCenter);
-    verticalHeader()->setHighlightSections(false);
+    // Everything in sight is painted below.
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
   }
 
  protected:
+  // The cells in sight are painted straight from the grid: the style's way to each cell costs more than the cell.
+  void paintEvent(QPaintEvent* evento) override {
+    QPainter p(viewport());
+    const QRect zona = evento->rect();
+    const QHeaderView* columnas = horizontalHeader();
+    const QHeaderView* filas = verticalHeader();
+    vista_.pintor_->Comienza(font(), p.device()->devicePixelRatioF());
+    const int ancho = columnas->length() - columnas->offset(), alto = filas->length() - filas->offset();
+    if (zona.right() >= ancho) p.fillRect(QRect(QPoint(ancho, zona.top()), zona.bottomRight()), Colores().superficie);
+    if (zona.bottom() >= alto) p.fillRect(QRect(QPoint(zona.left(), alto), zona.bottomRight()), Colores().superficie);
+    const int ultima =
+        filas->visualIndexAt(zona.bottom()) < 0 ? filas->count() - 1 : filas->visualIndexAt(zona.bottom());
+    for (int f = std::max(0, filas->visualIndexAt(zona.top())); f <= ultima; ++f) {
+      const int y = filas->sectionViewportPosition(f), altoFila = filas->sectionSize(f);
+      for (int c = std::max(0, columnas->visualIndexAt(zona.left())); c < columnas->count(); ++c) {
+        const int x = columnas->sectionViewportPosition(c);
+        if (x > zona.right()) break;
+        if (columnas->isSectionHidden(c)) continue;
+        vista_.pintor_->Celda(p, QRect(x, y, columnas->sectionSize(c), altoFila), f, c, font());
+      }
+    }
+  }
   void mousePressEvent(QMouseEvent* evento) override {
     if (evento->button() != Qt::LeftButton) return;
     const QModelIndex celda = indexAt(evento->position().toPoint());
@@ -259,20 +375,16 @@ class Cuadro : public QFrame {
 VistaGrid::VistaGrid(controles::Grid& grid, QWidget* padre, const Contexto& contexto)
     : Vista(grid, contexto),
       grid_(grid),
-      marco_(new Cuadro([this] { Acomoda(); }, [this] { return TieneFoco(); }, padre)) {
+      marco_(new Cuadro([this] { Acomoda(); }, [this] { return TieneFoco(); }, padre)),
+      pintor_(std::make_unique<Pintor>(*this)) {
   modelo_ = new ModeloGrid(grid, marco_);
   fija_ = new Tabla(*this, EsTablero(), marco_);
   movil_ = new Tabla(*this, EsTablero(), marco_);
-  auto* pintor = new Pintor(*this, marco_);
-  for (Tabla* tabla : {fija_, movil_}) {
-    tabla->setItemDelegate(pintor);
-    tabla->setModel(modelo_);
-  }
+  for (Tabla* tabla : {fija_, movil_}) tabla->setModel(modelo_);
   movil_->verticalHeader()->hide();
   movil_->setObjectName(Q(grid.nombre()) + QStringLiteral("_celdas"));
   fija_->setObjectName(Q(grid.nombre()) + QStringLiteral("_fijas"));
   fija_->setFocusPolicy(Qt::NoFocus);
-  fija_->verticalHeader()->setFixedWidth(APixel(kAnchoManija * kTwipsPorPixel));
   fija_->verticalHeader()->setSectionsClickable(true);
   fija_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   fija_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -328,19 +440,28 @@ void VistaGrid::Refresca() {
   Acomoda();
 }
 
+// Texts come again with every load: each is measured once.
+int VistaGrid::AnchoTexto(const QString& texto) const {
+  constexpr qsizetype kTextos = 2000;
+  if (const auto medido = anchos_.constFind(texto); medido != anchos_.constEnd()) return *medido;
+  if (anchos_.size() >= kTextos) anchos_.clear();
+  const int ancho = QFontMetrics(Fuente(Letra::Normal)).horizontalAdvance(texto);
+  anchos_.insert(texto, ancho);
+  return ancho;
+}
+
 int VistaGrid::AnchoMinimo(int columna) const {
-  const QFontMetrics normal(Fuente(Letra::Normal));
   constexpr int kOrilla = 15, kMuestras = 60;
   const auto& c = grid_.columna(columna);
-  int ancho = normal.horizontalAdvance(Q(c.titulo)) + kOrilla;
-  if (!c.fecha.empty()) return std::max(ancho, normal.horizontalAdvance(QStringLiteral("R 88")) + kOrilla);
+  int ancho = AnchoTexto(Q(c.titulo)) + kOrilla;
+  if (!c.fecha.empty()) return std::max(ancho, AnchoTexto(QStringLiteral("R 88")) + kOrilla);
   int contenido = 0;
   for (int f = 0; f < std::min(grid_.Filas(), kMuestras); ++f) {
-    contenido = std::max(contenido, normal.horizontalAdvance(Q(grid_.Texto(f, columna))) + kOrilla);
+    contenido = std::max(contenido, AnchoTexto(Q(grid_.Texto(f, columna))) + kOrilla);
   }
   // The far decimals of an amount may be cut short; its tip tells them.
   if (c.tipo == controles::TipoColumna::Doble) {
-    contenido = std::min(contenido, normal.horizontalAdvance(QStringLiteral("$99,999.9999")) + kOrilla);
+    contenido = std::min(contenido, AnchoTexto(QStringLiteral("$99,999.9999")) + kOrilla);
   }
   ancho = std::max(ancho, contenido);
   return ancho;

@@ -1,11 +1,13 @@
 // View of a grid: two tables side by side on one item model, the left one with the columns that stay in sight (Clave
-// and Nombre). Cells are painted by a delegate in the hotel's state colours; moves, typing and marks go to the grid's
+// and Nombre). Cells are painted in the hotel's state colours; moves, typing and marks go to the grid's
 // user members.
 #pragma once
 
 #include <QFrame>
+#include <QHash>
 #include <QTableView>
 #include <QToolButton>
+#include <memory>
 #include <optional>
 
 #include "desktop/modelo_grid.h"
@@ -37,6 +39,7 @@ class VistaGrid : public Vista {
  private:
   class Tabla;
   class Encabezado;
+  class Manijas;
   class Pintor;
   friend class Tabla;
   friend class Pintor;
@@ -54,14 +57,18 @@ class VistaGrid : public Vista {
   bool PuedeAgregar() const;
   bool EsTablero() const { return !grid_.Estilos().empty(); }
   int AnchoMinimo(int columna) const;
+  // Pixels of a text in the font of the cells.
+  int AnchoTexto(const QString& texto) const;
   bool TieneFoco() const;
 
   controles::Grid& grid_;
   QFrame* marco_;
+  std::unique_ptr<Pintor> pintor_;
   ModeloGrid* modelo_;
   Tabla* fija_;
   Tabla* movil_;
   QToolButton* agrega_;
+  mutable QHash<QString, int> anchos_;
   bool reemplaza_ = false;  // Ctrl+A: what is typed next replaces the cell's text
   // State that a drag over the board gives to the cells that it enters.
   std::optional<bool> arrastre_;
