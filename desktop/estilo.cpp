@@ -120,6 +120,13 @@ QFrame[barra="true"] { background: %superficie%; border: none; border-bottom: 1p
 QFrame[cuadro="true"] { background: %superficie%; border: 1px solid %borde%; border-radius: 5px; }
 QFrame#estado { background: %superficie%; border: none; border-top: 1px solid %borde%; }
 QLabel[tenue="true"] { color: %tenue%; }
+QComboBox QAbstractItemView { background: %superficie%; border: 1px solid %bordeCampo%;
+  selection-background-color: %acentoSuave%; selection-color: %texto%; outline: 0; }
+QTabWidget::pane { border: 1px solid %borde%; background: %fondo%; }
+QTabBar::tab { background: %fondo%; color: %tenue%; border: none; border-bottom: 2px solid transparent; padding: 6px 10px; }
+QTabBar::tab:selected { color: %texto%; border-bottom: 2px solid %acento%; }
+QTabBar::tab:hover { background: %realce%; }
+QTabBar:focus { background: %acentoSuave%; }
 QCheckBox, QRadioButton { spacing: 6px; }
 QCheckBox:focus, QRadioButton:focus { color: %acento%; }
 QTableView { background: %superficie%; alternate-background-color: %superficie%; color: %texto%;
@@ -130,6 +137,8 @@ QHeaderView::section { background: %realce%; color: %texto%; border: none; borde
 QTableCornerButton::section { background: %realce%; border: none; border-right: 1px solid %borde%;
   border-bottom: 1px solid %borde%; }
 QListView, QTreeView { background: %superficie%; border: 1px solid %bordeCampo%; border-radius: 5px; outline: 0; }
+QTableWidget { border: 2px solid %borde%; }
+QListView:focus, QTableWidget:focus { border-color: %acento%; }
 QListView::item, QTreeView::item { padding: 4px; }
 QListView::item:selected, QTreeView::item:selected { background: %acentoSuave%; color: %texto%; }
 QScrollBar:horizontal { background: %fondo%; height: 12px; margin: 0; }
