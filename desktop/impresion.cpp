@@ -225,10 +225,11 @@ QString LlenaPlantilla(const QString& plantilla, const autonomo::Documento& docu
 
 void EscribePdf(const QString& html, const QString& titulo, const QString& ruta) {
   QFile archivo(ruta);
-  if (!archivo.open(QIODevice::WriteOnly)) {
+  const auto falla = [&] {
     throw com::Error(com::error::kSoloLectura,
                      "No se puede escribir " + ruta.toStdString() + ": " + archivo.errorString().toStdString());
-  }
+  };
+  if (!archivo.open(QIODevice::WriteOnly)) falla();
   QPdfWriter pdf(&archivo);
   pdf.setTitle(titulo);
   pdf.setCreator(QStringLiteral("reservas"));
@@ -240,6 +241,8 @@ void EscribePdf(const QString& html, const QString& titulo, const QString& ruta)
   Prepara(documento, html);
   documento.setPageSize(pdf.pageLayout().paintRectPixels(pdf.resolution()).size());
   documento.print(&pdf);
+  // A full disk shows when the last of it is written.
+  if (!archivo.flush() || archivo.error() != QFile::NoError) falla();
 }
 
 void InstalaImpresion(autonomo::Anfitrion& anfitrion, std::function<QWidget*()> frente) {

@@ -230,10 +230,12 @@ int Programa::Corre() {
   try {
     return opciones.guion ? CorreGuion(opciones) : CorreVentana(opciones);
   } catch (const std::exception& e) {
+    const std::string& ruta = opciones.anfitrion.base.ruta;
+    const std::string texto = e.what() + (ruta == ":memory:" ? std::string() : " (" + ruta + ")");
     if (opciones.guion) {
-      std::cerr << "reservas: " << e.what() << '\n';
+      std::cerr << "reservas: " << texto << '\n';
     } else {
-      MuestraFalla(e.what());
+      MuestraFalla(texto);
     }
     return kFalla;
   }

@@ -61,6 +61,9 @@ TEST(ImpresionPrueba, EscribeUnPdfDeTamanoCartaODiceQueNoPuede) {
   EXPECT_TRUE(caja.contains("612") && caja.contains("792")) << "letter: " << caja.toStdString();
   EXPECT_EQ(pdf.count("/Type /Page\n"), 1) << "one page";
   EXPECT_THROW(vista::EscribePdf({}, {}, carpeta.filePath(QStringLiteral("no/existe.pdf"))), com::Error);
+  if (QFile::exists(QStringLiteral("/dev/full"))) {
+    EXPECT_THROW(vista::EscribePdf(QStringLiteral("<p>x</p>"), {}, QStringLiteral("/dev/full")), com::Error);
+  }
 }
 
 }  // namespace
