@@ -67,7 +67,7 @@ class VistaGrid : public Vista {
   ModeloGrid* modelo_;
   Tabla* fija_;
   Tabla* movil_;
-  QToolButton* agrega_;
+  QToolButton* agrega_ = nullptr;
   mutable QHash<QString, int> anchos_;
   bool reemplaza_ = false;  // Ctrl+A: what is typed next replaces the cell's text
   // State that a drag over the board gives to the cells that it enters.
