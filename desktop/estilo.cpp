@@ -92,8 +92,8 @@ QLineEdit, QPlainTextEdit {
 QLineEdit:focus, QPlainTextEdit:focus { border: 2px solid %acento%; padding: 0px 4px; }
 QLineEdit:disabled, QPlainTextEdit:disabled { background: %fondo%; color: %texto%; border-color: %borde%; }
 QLineEdit[apagado="true"] { background: %fondo%; border-color: %borde%; }
-QLineEdit[muestra="true"] { background: transparent; border: 1px solid transparent; color: %texto%; }
-QLineEdit[importe="true"] { background: transparent; border: 1px solid transparent; font-weight: 600; }
+QLineEdit[muestra="true"] { background: transparent; border: none; padding: 2px 6px; color: %texto%; }
+QLineEdit[importe="true"] { background: transparent; border: none; padding: 2px 6px; font-weight: 600; }
 QLineEdit[malo="true"] { border: 2px solid %peligro%; padding: 0px 4px; }
 QPushButton {
   background: %superficie%; color: %texto%; border: 1px solid %bordeCampo%; border-radius: 5px; padding: 2px 10px; }
