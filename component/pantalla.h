@@ -19,8 +19,8 @@ class Pantalla : public com::Despacho {
   virtual com::Variant Modulo() = 0;
 };
 
-// The reservation screen as the host gets it. Late-bound members: Padre (object), Transaccion (text, read only), Show and
-// Unload (methods). formulario and tablero are how a view reaches the models of the two screens.
+// The reservation screen as the host gets it. Late-bound members: Padre (object), Transaccion (text, read only), Show
+// and Unload (methods). formulario and tablero are how a view reaches the models of the two screens.
 class PantallaReservacion : public com::Despacho {
  public:
   static constexpr com::Guid kId{0x5A1B2003, 0x7A11, 0x4C0E, {0x9B, 0x20, 0x4B, 0x56, 0x32, 0x30, 0x37, 0x03}};

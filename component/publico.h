@@ -6,8 +6,8 @@
 
 namespace publico {
 
-// Creates Sistema and Utilerias; nothing when they exist. Error kClase when the host has not registered them. Also gives
-// the lookup fields their way to the database.
+// Creates Sistema and Utilerias; nothing when they exist. Error kClase when the host has not registered them. Also
+// gives the lookup fields their way to the database.
 void Arranca();
 bool Arrancado();
 

@@ -18,8 +18,8 @@ struct Columna {
 struct Tabla {
   std::string_view nombre;
   std::vector<Columna> columnas;
-  std::vector<std::string_view> llave;                   // primary key columns; empty when rows have none
-  std::vector<std::vector<std::string_view>> indices;    // columns of each further index
+  std::vector<std::string_view> llave;                 // primary key columns; empty when rows have none
+  std::vector<std::vector<std::string_view>> indices;  // columns of each further index
 };
 
 // Tables that the screens use, then those of the stand-alone host.

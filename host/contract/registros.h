@@ -13,15 +13,15 @@ namespace anfitrion {
 
 // Header of a reservation, 68 bytes.
 struct DatosReservacion {
-  com::Cadena folio;          // empty for a new one; the store fills it
-  double fecha = 0;           // capture date
-  double llegada = 0;         // arrival
-  double salida = 0;          // departure
+  com::Cadena folio;   // empty for a new one; the store fills it
+  double fecha = 0;    // capture date
+  double llegada = 0;  // arrival
+  double salida = 0;   // departure
   com::Cadena moneda;
-  double tipoCambio = 0;      // local currency for one unit of the reservation's
+  double tipoCambio = 0;  // local currency for one unit of the reservation's
   com::Cadena sucursal;
   com::Cadena huesped;
-  com::Cadena cliente;        // who pays; the guest's key when there is no client
+  com::Cadena cliente;  // who pays; the guest's key when there is no client
   com::Cadena referencia;
   com::Cadena comentario;
   com::Cadena formaPago;
@@ -30,29 +30,29 @@ struct DatosReservacion {
 
 // One room line, 144 bytes. What the screen leaves at zero the store derives.
 struct DatosDetalle {
-  com::Cadena folio;                 // empty: the header saved last
+  com::Cadena folio;  // empty: the header saved last
   com::Cadena habitacion;
-  com::Cadena reservada;             // not used, empty
-  double inicio = 0;                 // first night
-  double fin = 0;                    // departure day of the line
-  std::int16_t cantidad = 0;         // nights; the store derives it
+  com::Cadena reservada;      // not used, empty
+  double inicio = 0;          // first night
+  double fin = 0;             // departure day of the line
+  std::int16_t cantidad = 0;  // nights; the store derives it
   std::int16_t adultos = 0;
   std::int16_t menores = 0;
   std::int16_t infantes = 0;
-  double personasExtra = 0;          // extra persons charged
-  double precio = 0;                 // whole stay, tax included
-  double precioPersonasExtra = 0;    // whole stay, tax included
-  double precioLista = 0;            // derived by the store
-  double precioListaImporte = 0;     // derived by the store
-  double descuentoFactor = 0;        // fraction (0.10 = 10 %)
-  double descuentoImporte = 0;       // this and the next four derived by the store
+  double personasExtra = 0;        // extra persons charged
+  double precio = 0;               // whole stay, tax included
+  double precioPersonasExtra = 0;  // whole stay, tax included
+  double precioLista = 0;          // derived by the store
+  double precioListaImporte = 0;   // derived by the store
+  double descuentoFactor = 0;      // fraction (0.10 = 10 %)
+  double descuentoImporte = 0;     // this and the next four derived by the store
   double precioDescontado = 0;
   double precioDescontadoImporte = 0;
   double impuestoFactor = 0;
   double impuestoImporte = 0;
-  double total = 0;                  // whole stay, after discount, tax included
-  double reservado = 0;              // not used
-  std::int32_t reservado2 = 0;       // not used
+  double total = 0;             // whole stay, after discount, tax included
+  double reservado = 0;         // not used
+  std::int32_t reservado2 = 0;  // not used
 };
 
 #pragma pack(pop)

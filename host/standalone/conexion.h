@@ -53,8 +53,8 @@ class Conexion : public ado::Connection {
   virtual esquema::Motor Motor() const = 0;
 };
 
-// Opens the database. A missing SQLite file is created with the empty schema, whole or not at all. com::Error kAjena for
-// a file that is not this system's, kSoloLectura, kOcupada, kLlena, kBaseDatos otherwise; nothing half-written.
+// Opens the database. A missing SQLite file is created with the empty schema, whole or not at all. com::Error kAjena
+// for a file that is not this system's, kSoloLectura, kOcupada, kLlena, kBaseDatos otherwise; nothing half-written.
 std::shared_ptr<Conexion> AbreConexion(const OpcionesConexion& opciones, const Reloj& reloj);
 
 }  // namespace autonomo

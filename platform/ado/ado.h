@@ -25,9 +25,9 @@ class Field {
   const com::Variant& valor_;
 };
 
-// Forward-only reading of rows that are all in memory. Column names are found case-blind; of two columns of one name the
-// first is found. Every member but Close raises Error kCerrado after Close; reading a column past the last row raises
-// kSubindice, a column that does not exist kElemento.
+// Forward-only reading of rows that are all in memory. Column names are found case-blind; of two columns of one name
+// the first is found. Every member but Close raises Error kCerrado after Close; reading a column past the last row
+// raises kSubindice, a column that does not exist kElemento.
 class Recordset {
  public:
   using Columnas = std::vector<std::string>;

@@ -58,8 +58,8 @@ class Variant {
   Valor v_;
 };
 
-// The platform's conversions. Empty converts to 0, false, "" or 30/12/1899. NULL raises Error kUsoDeNulo; what cannot be
-// read as the target type raises kTipos; what does not fit it raises kDesbordamiento.
+// The platform's conversions. Empty converts to 0, false, "" or 30/12/1899. NULL raises Error kUsoDeNulo; what cannot
+// be read as the target type raises kTipos; what does not fit it raises kDesbordamiento.
 double CDbl(const Variant& v);        // text: digits with optional sign, grouping, currency symbol; true is -1
 std::int16_t CInt(const Variant& v);  // halves to the even neighbour
 std::int32_t CLng(const Variant& v);  // halves to the even neighbour
@@ -82,8 +82,8 @@ double Redondea(double valor, int decimales);
 // Text helpers (UTF-8; case mapping of ASCII and of the accented Latin letters).
 std::string Mayusculas(std::string_view texto);
 std::string Minusculas(std::string_view texto);
-std::string Recorta(std::string_view texto);          // blanks at both ends
-std::string RecortaDerecha(std::string_view texto);   // blanks at the end
+std::string Recorta(std::string_view texto);         // blanks at both ends
+std::string RecortaDerecha(std::string_view texto);  // blanks at the end
 bool IgualSinCaja(std::string_view a, std::string_view b);
 
 }  // namespace com

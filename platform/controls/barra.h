@@ -10,21 +10,35 @@
 
 namespace controles {
 
-enum class Accion { Nuevo, Editar, Aceptar, Limpiar, Cerrar, Confirmar, Eliminar, Reactivar, Correo, Registro, Cancelar };
+enum class Accion {
+  Nuevo,
+  Editar,
+  Aceptar,
+  Limpiar,
+  Cerrar,
+  Confirmar,
+  Eliminar,
+  Reactivar,
+  Correo,
+  Registro,
+  Cancelar
+};
 // Script and object name of an action: "nuevo", "editar", ... ; Spanish caption: "Nuevo", "Editar", ...
 std::string_view NombreAccion(Accion a);
 // Nothing for an unknown name.
 std::optional<Accion> AccionDe(std::string_view nombre);
 
 // Members as the screens know them. A button is offered by:
-//   nuevo PermiteAccion6; editar PermiteAccion4; eliminar PermiteAccion5; correo PermiteAccion1; registro PermiteAccion2;
-//   confirmar TituloConfirmar not empty; reactivar PermiteReactivar; aceptar edit mode; limpiar and cerrar always.
+//   nuevo PermiteAccion6; editar PermiteAccion4; eliminar PermiteAccion5; correo PermiteAccion1; registro
+//   PermiteAccion2; confirmar TituloConfirmar not empty; reactivar PermiteReactivar; aceptar edit mode; limpiar and
+//   cerrar always.
 // editar, eliminar, correo, registro, confirmar and reactivar act on a record and need ClaveActual besides.
 // On a dialog (the board) there are only aceptar and cancelar, always offered.
 class ScreenToolbar : public Control {
  public:
   // acciones: the buttons, in order.
-  ScreenToolbar(Formulario& formulario, std::string nombre, Lugar lugar, std::vector<Accion> acciones, bool dialogo = false);
+  ScreenToolbar(Formulario& formulario, std::string nombre, Lugar lugar, std::vector<Accion> acciones,
+                bool dialogo = false);
 
   // Edit mode: entered before Nuevo or Editar is raised; left on ConcluyeAceptar and when Limpiar is raised.
   bool EnEdicion() const { return enEdicion_; }
