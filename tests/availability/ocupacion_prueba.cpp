@@ -155,7 +155,6 @@ TEST_P(Ocupacion, UnaClaveConComillaFallaComoLaSentencia) {
 }
 
 // --- both forms on random hotels
-// ----------------------------------------------------------------------------------------
 
 // A small hotel with everything that makes counting hard, the same for the same seed.
 class HotelAlAzar {

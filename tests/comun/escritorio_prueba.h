@@ -43,7 +43,6 @@ class EscritorioPrueba : public controles::Escritorio {
   void Termina();
 
   // --- records, oldest first
-  // -------------------------------------------------------------------------------------------
   const std::vector<controles::CajaMensaje>& Mensajes() const { return mensajes_; }
   // Identifiers of the messages.
   std::vector<std::string> Ids() const;
@@ -58,7 +57,6 @@ class EscritorioPrueba : public controles::Escritorio {
   controles::Formulario* Activo() const { return activos_.empty() ? nullptr : activos_.back(); }
 
   // --- Escritorio
-  // --------------------------------------------------------------------------------------------------------
   void Muestra(controles::Formulario& formulario) override;
   void MuestraModal(controles::Formulario& formulario) override;
   void Oculta(controles::Formulario& formulario) override;

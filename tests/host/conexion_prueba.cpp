@@ -84,7 +84,6 @@ TEST_F(ConexionPrueba, ElDetalleSeBuscaPorSuIndiceEnCadaCuenta) {
 }
 
 // --- values
-// ------------------------------------------------------------------------------------------------------------
 
 TEST_F(ConexionPrueba, LosValoresLleganConSuTipo) {
   c->Execute(
@@ -134,7 +133,6 @@ TEST_F(ConexionPrueba, LosTextosComparanComoEnElServidor) {
 }
 
 // --- literals
-// ----------------------------------------------------------------------------------------------------------
 
 TEST_F(ConexionPrueba, CualquierLiteralLlegaComoEs) {
   const std::vector<std::string> textos{"",
@@ -204,7 +202,6 @@ TEST_F(ConexionPrueba, UnaTablaQueCambiaSeLeeConSusColumnas) {
 }
 
 // --- errors
-// ------------------------------------------------------------------------------------------------------------
 
 TEST_F(ConexionPrueba, LosErroresDicenQuePasoYLlevanLaSentencia) {
   struct Caso {
@@ -248,7 +245,6 @@ TEST_F(ConexionPrueba, OtrosMotoresSeRechazanClaramente) {
 }
 
 // --- transactions
-// ------------------------------------------------------------------------------------------------------
 
 TEST_F(ConexionPrueba, LasTransaccionesNoSeAnidanYDeshacen) {
   EXPECT_EQ(ErrorDe([&] { c->CommitTrans(); }).Numero(), kTransaccion);

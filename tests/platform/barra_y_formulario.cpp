@@ -8,22 +8,15 @@
 #include "platform/controls/barra.h"
 #include "platform/controls/formulario.h"
 #include "platform/controls/grid.h"
+#include "tests/comun/error_de.h"
 #include "tests/comun/escritorio_prueba.h"
 
 namespace {
 
+using pruebas::ErrorDe;
+
 using namespace controles;
 using Traza = std::vector<std::string>;
-
-template <class Llamada>
-int ErrorDe(Llamada llamada) {
-  try {
-    llamada();
-  } catch (const com::Error& e) {
-    return e.Numero();
-  }
-  return 0;
-}
 
 const std::vector<Accion> kTodas = {Accion::Nuevo,  Accion::Editar,    Accion::Aceptar,  Accion::Limpiar,
                                     Accion::Cerrar, Accion::Confirmar, Accion::Eliminar, Accion::Reactivar,

@@ -8,25 +8,17 @@
 #include "platform/com/error.h"
 #include "platform/controls/control.h"
 #include "platform/controls/formulario.h"
+#include "tests/comun/error_de.h"
 #include "tests/comun/escritorio_prueba.h"
 
 namespace {
+
+using pruebas::ErrorDe;
 
 using namespace controles;
 using com::FechaDe;
 using com::Variant;
 using Traza = std::vector<std::string>;
-
-template <class Llamada>
-int ErrorDe(Llamada llamada) {
-  try {
-    llamada();
-  } catch (const com::Error& e) {
-    EXPECT_FALSE(e.Descripcion().empty());
-    return e.Numero();
-  }
-  return 0;
-}
 
 // A form with a key field, its name field, and a catalogue behind them.
 class Campos : public testing::Test {

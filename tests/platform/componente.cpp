@@ -8,21 +8,14 @@
 #include "component/pantalla.h"
 #include "component/publico.h"
 #include "platform/com/error.h"
+#include "tests/comun/error_de.h"
 
 namespace {
 
+using pruebas::ErrorDe;
+
 using com::Ptr;
 using com::Variant;
-
-template <class Llamada>
-int ErrorDe(Llamada llamada) {
-  try {
-    llamada();
-  } catch (const com::Error& e) {
-    return e.Numero();
-  }
-  return 0;
-}
 
 // A host that answers what these tests ask, and notes which transaction it was asked to resolve.
 class ConexionFija : public ado::Connection {

@@ -8,25 +8,17 @@
 #include "platform/com/cadena.h"
 #include "platform/com/error.h"
 #include "platform/com/variant.h"
+#include "tests/comun/error_de.h"
 
 namespace {
+
+using pruebas::ErrorDe;
 
 using com::Fecha;
 using com::FechaDe;
 using com::Variant;
 
 // Number of the Error that the call raises; 0 when it raises none.
-template <class Llamada>
-int ErrorDe(Llamada llamada) {
-  try {
-    llamada();
-  } catch (const com::Error& e) {
-    EXPECT_FALSE(e.Descripcion().empty());
-    return e.Numero();
-  }
-  return 0;
-}
-
 TEST(Conversiones, NumeroDeTexto) {
   const std::vector<std::pair<const char*, double>> buenos = {
       {"$1,234.50", 1234.5}, {" 12 ", 12}, {"-3", -3},  {"-$1,234.50", -1234.5}, {"$-5", -5},   {"+7", 7},

@@ -9,24 +9,17 @@
 
 #include "platform/com/error.h"
 #include "platform/controls/formulario.h"
+#include "tests/comun/error_de.h"
 #include "tests/comun/escritorio_prueba.h"
 
 namespace {
+
+using pruebas::ErrorDe;
 
 using namespace controles;
 using com::FechaDe;
 using com::Variant;
 using Traza = std::vector<std::string>;
-
-template <class Llamada>
-int ErrorDe(Llamada llamada) {
-  try {
-    llamada();
-  } catch (const com::Error& e) {
-    return e.Numero();
-  }
-  return 0;
-}
 
 class PruebaGrid : public testing::Test {
  protected:

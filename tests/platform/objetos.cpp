@@ -9,20 +9,13 @@
 
 #include "platform/com/error.h"
 #include "platform/com/variant.h"
+#include "tests/comun/error_de.h"
 
 namespace {
 
-using com::Ptr;
+using pruebas::ErrorDe;
 
-template <class Llamada>
-int ErrorDe(Llamada llamada) {
-  try {
-    llamada();
-  } catch (const com::Error& e) {
-    return e.Numero();
-  }
-  return 0;
-}
+using com::Ptr;
 
 class Saludo : public com::Desconocido {
  public:

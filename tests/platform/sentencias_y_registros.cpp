@@ -6,8 +6,11 @@
 
 #include "platform/ado/ado.h"
 #include "platform/com/error.h"
+#include "tests/comun/error_de.h"
 
 namespace {
+
+using pruebas::ErrorDe;
 
 using ado::TextoSQL;
 using com::Variant;
@@ -90,16 +93,6 @@ TEST(TextoSql, DosValoresQueSeCompensan) {
   TextoSQL sql;
   sql.Agrega("UPDATE t SET a = '").Valor("x' --").Agrega("' WHERE b = '").Valor("' OR 'a'='a").Agrega("'");
   EXPECT_EQ(Verifica(sql), com::error::kSentencia);
-}
-
-template <class Llamada>
-int ErrorDe(Llamada llamada) {
-  try {
-    llamada();
-  } catch (const com::Error& e) {
-    return e.Numero();
-  }
-  return 0;
 }
 
 std::shared_ptr<const ado::Recordset::Columnas> Columnas(std::vector<std::string> nombres) {
