@@ -105,7 +105,6 @@ class frmDisponibilidad : public controles::Formulario {
   ModoVista Modo() const { return opHabitacion.value() ? ModoVista::PorHabitacion : ModoVista::PorTipo; }
 
   // --- arranque.cpp: load, activation, layout, keys, accept, cancel, prices
-  // --------------------------------------------
   void Form_Load();
   void Form_Activate();
   void Form_Resize();
@@ -136,7 +135,6 @@ class frmDisponibilidad : public controles::Formulario {
   void ssDisponibilidad_KeyPress(int& caracter);
 
   // --- filtros.cpp: filters and view mode
-  // ----------------------------------------------------------------------------------
   void txtGrupo_Habitacion_Change();
   void txtGrupo_Habitacion_Enter();
   void txtArea_Change();

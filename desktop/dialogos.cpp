@@ -50,7 +50,6 @@ void ConBotones(QDialog* dialogo, QVBoxLayout* caja) {
 }  // namespace
 
 // --- CajaAviso
-// ---------------------------------------------------------------------------------------------------------
 
 CajaAviso::CajaAviso(const controles::CajaMensaje& caja, QWidget* padre) : QMessageBox(padre) {
   setWindowTitle(Q(caja.titulo));
@@ -109,7 +108,6 @@ int CajaAviso::Pregunta() {
 }
 
 // --- EditorNotas
-// -------------------------------------------------------------------------------------------------------
 
 EditorNotas::EditorNotas(const QString& titulo, const QString& texto, int ancho, QWidget* padre)
     : QDialog(padre), edicion_(new QPlainTextEdit(this)) {
@@ -139,7 +137,6 @@ EditorNotas::EditorNotas(const QString& titulo, const QString& texto, int ancho,
 QString EditorNotas::Texto() const { return edicion_->toPlainText(); }
 
 // --- Busqueda
-// ----------------------------------------------------------------------------------------------------------
 
 QString ParaBuscar(const QString& texto) {
   QString plano;

@@ -111,7 +111,6 @@ class Ficha : public QDialog {
 };
 
 // --- one row of a catalogue
-// ------------------------------------------------------------------------------------------------
 
 class EditorFila : public QDialog {
  public:
@@ -213,7 +212,6 @@ class EditorFila : public QDialog {
 };
 
 // --- one catalogue
-// -----------------------------------------------------------------------------------------------------------
 
 class Lista : public QWidget {
  public:

@@ -58,7 +58,6 @@ void Estrecha(QLabel* rotulo, int ancho) {
 }  // namespace
 
 // --- dates
-// -------------------------------------------------------------------------------------------------------------
 
 QDate ADate(com::Fecha fecha) {
   const com::Civil c = com::ACivil(fecha);
@@ -101,7 +100,6 @@ std::optional<com::Fecha> LeeFecha(const QString& texto, com::Fecha base) {
 }
 
 // --- VistaLookup
-// -------------------------------------------------------------------------------------------------------
 
 VistaLookup::VistaLookup(controles::LookupField& campo, QWidget* padre, const Contexto& contexto)
     : Vista(campo, contexto), campo_(campo), edicion_(new QLineEdit(padre)) {
@@ -200,7 +198,6 @@ void VistaLookup::Busca() {
 }
 
 // --- VistaFecha
-// --------------------------------------------------------------------------------------------------------
 
 VistaFecha::VistaFecha(controles::DateField& campo, QWidget* padre, const Contexto& contexto)
     : Vista(campo, contexto), campo_(campo), edicion_(new QLineEdit(padre)) {
@@ -332,7 +329,6 @@ void VistaFecha::AbreCalendario() {
 }
 
 // --- VistaNotas
-// --------------------------------------------------------------------------------------------------------
 
 VistaNotas::VistaNotas(controles::CampoNotas& campo, QWidget* padre, const Contexto& contexto)
     : Vista(campo, contexto), campo_(campo), edicion_(new QPlainTextEdit(padre)) {
@@ -376,7 +372,6 @@ bool VistaNotas::Tecla(const QKeyEvent& evento) {
 }
 
 // --- buttons
-// -----------------------------------------------------------------------------------------------------------
 
 VistaBoton::VistaBoton(controles::Boton& boton, QWidget* padre, const Contexto& contexto) : Vista(boton, contexto) {
   auto* b = new QPushButton(padre);
@@ -449,7 +444,6 @@ bool VistaOpcion::Tecla(const QKeyEvent& evento) {
 }
 
 // --- frames and captions
-// -----------------------------------------------------------------------------------------------
 
 namespace {
 

@@ -39,7 +39,6 @@ constexpr const char* kLibre = "DISPONIBLE";
 }  // namespace
 
 // --- painting
-// ----------------------------------------------------------------------------------------------------------
 
 // Paints cells. A board has thousands of cells of few looks: each look is drawn once and copied.
 class VistaGrid::Pintor {
@@ -260,7 +259,6 @@ class VistaGrid::Manijas : public QHeaderView {
 };
 
 // --- one of the two tables
-// ---------------------------------------------------------------------------------------------
 
 class VistaGrid::Tabla : public QTableView {
  public:
@@ -370,7 +368,6 @@ class Cuadro : public QFrame {
 }  // namespace
 
 // --- VistaGrid
-// ---------------------------------------------------------------------------------------------------------
 
 VistaGrid::VistaGrid(controles::Grid& grid, QWidget* padre, const Contexto& contexto)
     : Vista(grid, contexto),
@@ -553,7 +550,6 @@ QRect VistaGrid::ZonaEncabezado(int fila) {
 }
 
 // --- mouse
-// -------------------------------------------------------------------------------------------------------------
 
 void VistaGrid::AlPulsar(int fila, int columna) {
   if (!grid_.enabled() || fila >= grid_.Filas() || columna >= grid_.NumColumnas()) return;
@@ -581,7 +577,6 @@ void VistaGrid::AlArrastrar(int fila, int columna) {
 }
 
 // --- keyboard
-// ----------------------------------------------------------------------------------------------------------
 
 bool VistaGrid::PuedeAgregar() const {
   if (EsTablero() || !grid_.enabled()) return false;

@@ -99,7 +99,6 @@ class frmKV207 : public controles::Formulario {
   void Form_Unload();
 
   // --- encabezado.cpp: header fields
-  // -----------------------------------------------------------------------------------
   void txtFolio_Change();
   void txtCliente_Change();
   void txtHuesped_Change();
@@ -123,11 +122,9 @@ class frmKV207 : public controles::Formulario {
   void VaciaRenglones();
 
   // --- carga.cpp: loading a stored reservation
-  // -------------------------------------------------------------------------
   void txtFolio_Enter();
 
   // --- bitacora.cpp: change audit
-  // --------------------------------------------------------------------------------------
   struct Imagen {
     ado::RecordsetPtr encabezado, detalle;
   };
@@ -136,7 +133,6 @@ class frmKV207 : public controles::Formulario {
   void Analizar_Reservacion(const std::string& folio, Imagen& antes, Imagen& despues, bool& ok);
 
   // --- renglones.cpp: the room-line grid
-  // -------------------------------------------------------------------------------
   void ssReservaciones_InitColumnProps();
   void ssReservaciones_BeforeRowColChange(bool& cancela);
   void ssReservaciones_RowColChange();
@@ -159,20 +155,16 @@ class frmKV207 : public controles::Formulario {
   void DesbloqueaColumnas();
 
   // --- importes.cpp: pricing and totals
-  // --------------------------------------------------------------------------------
   void CalculaImportes(bool soloRecalcular);
   void Totalizar();
 
   // --- guardar.cpp: saving
-  // ---------------------------------------------------------------------------------------------
   void Controles_Aceptar(bool nuevo);
 
   // --- valida_disponibilidad.cpp: availability validation
-  // --------------------------------------------------------------
   void Valida_Disponibilidad(bool& ok);
 
   // --- acciones.cpp: toolbar actions
-  // -----------------------------------------------------------------------------------
   void Controles_Nuevo();
   void Controles_Editar();
   void Controles_Limpiar();
@@ -186,18 +178,15 @@ class frmKV207 : public controles::Formulario {
   void Imprime(const std::string& folio);
 
   // --- tarjeta.cpp: card data
-  // ------------------------------------------------------------------------------------------
   void Datos_Tarjeta(const std::string& cliente, const std::string& folio);
   void ValidaTarjeta(bool& ok);
 
   // --- fechas.cpp: date fields
-  // -----------------------------------------------------------------------------------------
   void dpFecha_llegada_Set();
   void dpFecha_salida_Change();
   void dpFechaGrid_Set();
 
   // --- entrega.cpp: the availability board
-  // -----------------------------------------------------------------------------
   void cmdDisponibilidad_Click();
 
   frmDisponibilidad& tablero() { return tablero_; }

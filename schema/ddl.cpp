@@ -96,7 +96,6 @@ std::string DefineIndice(const Tabla& t, std::size_t i) {
 }
 
 // --- guard against selling a room twice
-// --------------------------------------------------------------------------------
 //
 // In force while the parameter HT_OVER_BOOKING is stored with a value that means false to the screen: empty, zero in
 // any spelling, or the word. A line holds the nights from its start to the day before its end; times of day do not

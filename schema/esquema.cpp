@@ -22,7 +22,6 @@ std::string Plegado(std::string_view nombre) {
 }
 
 // --- tables of the screens
-// ---------------------------------------------------------------------------------------------
 
 std::vector<Tabla> TablasDePantalla() {
   return {
@@ -160,7 +159,6 @@ std::vector<Tabla> TablasDePantalla() {
 }
 
 // --- tables of the stand-alone host
-// ------------------------------------------------------------------------------------
 
 std::vector<Tabla> TablasDelAnfitrion() {
   return {

@@ -54,7 +54,6 @@ void CreaEsquema(sqlite3* base) {
 }
 
 // --- creation of the file
-// ----------------------------------------------------------------------------------------------
 
 struct CierraManija {
   void operator()(sqlite3* base) const { sqlite3_close(base); }
@@ -104,7 +103,6 @@ void CreaArchivo(const QString& ruta) {
 }
 
 // --- opening
-// -----------------------------------------------------------------------------------------------------------
 
 sqlite3* ManijaDe(const QSqlDatabase& base) {
   const QVariant v = base.driver()->handle();

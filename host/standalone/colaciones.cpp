@@ -95,7 +95,6 @@ int ComparaConAcentos(std::string_view a, std::string_view b) {
 }
 
 // --- LIKE
-// --------------------------------------------------------------------------------------------------------------
 
 bool MismaLetra(std::uint32_t a, std::uint32_t b) {
   const Peso x = PesoDe(a), y = PesoDe(b);
@@ -127,7 +126,6 @@ std::optional<bool> EnConjunto(std::uint32_t punto, std::string_view& patron) {
 }
 
 // --- functions
-// ---------------------------------------------------------------------------------------------------------
 
 std::string_view TextoDe(sqlite3_value* v) {
   const auto* p = reinterpret_cast<const char*>(sqlite3_value_text(v));

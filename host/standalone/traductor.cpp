@@ -14,7 +14,6 @@ namespace {
 using esquema::Motor;
 
 // --- tokens
-// ------------------------------------------------------------------------------------------------------------
 
 enum class Clase {
   Palabra,
@@ -153,7 +152,6 @@ constexpr std::array<std::string_view, 75> kPalabrasAjenas{
 };
 
 // --- functions
-// ---------------------------------------------------------------------------------------------------------
 
 enum class Valor { Desconocido, Texto, Numero, Fecha, DelPrimero };
 
@@ -197,7 +195,6 @@ const Funcion* BuscaFuncion(std::string_view nombre) {
 }
 
 // --- what else the engines spell differently
-// ---------------------------------------------------------------------------
 
 struct Dialecto {
   Forma Funcion::*forma;
@@ -227,7 +224,6 @@ const Dialecto& DialectoDe(Motor motor) {
 }
 
 // --- lexer
-// -------------------------------------------------------------------------------------------------------------
 
 [[noreturn]] void Rechaza(std::string_view sentencia, std::size_t byte, const std::string& que) {
   throw com::Error(com::error::kSentencia, Lugar(sentencia, byte) + que, std::string(sentencia));
@@ -327,7 +323,6 @@ class Lector {
 };
 
 // --- translator
-// --------------------------------------------------------------------------------------------------------
 
 // Half-open range of tokens.
 struct Rango {
@@ -355,7 +350,6 @@ class Traductor {
 
  private:
   // --- structure
-  // -------------------------------------------------------------------------------------------------------
 
   // Fills the partner of each parenthesis; takes an ending semicolon for what it is and refuses what follows one.
   void Empareja() {
@@ -407,7 +401,6 @@ class Traductor {
   }
 
   // --- token by token
-  // --------------------------------------------------------------------------------------------------
 
   void RevisaYCambia(std::size_t i) {
     switch (f_[i].clase) {
@@ -503,7 +496,6 @@ class Traductor {
   }
 
   // --- values and operators
-  // --------------------------------------------------------------------------------------------
 
   // Ranges of the arguments of a call whose parenthesis opens at `abre`.
   std::vector<Rango> Argumentos(std::size_t abre) const {
@@ -679,7 +671,6 @@ class Traductor {
   }
 
   // --- select list
-  // -----------------------------------------------------------------------------------------------------
 
   void AnotaFechas() {
     if (!EsPalabra(0, "SELECT")) return;
@@ -701,7 +692,6 @@ class Traductor {
   }
 
   // --- output
-  // ----------------------------------------------------------------------------------------------------------
 
   void Cambia(std::size_t inicio, std::size_t fin, std::string texto) {
     cambios_.push_back({inicio, fin, std::move(texto)});

@@ -44,7 +44,6 @@ void Lanza(const std::function<void()>& evento) {
 }  // namespace
 
 // --- Control
-// ----------------------------------------------------------------------------------------------------------
 
 Control::Control(Formulario& formulario, Clase clase, std::string nombre, Lugar lugar)
     : formulario_(formulario), clase_(clase), nombre_(std::move(nombre)), lugar_(lugar) {
@@ -98,7 +97,6 @@ bool Control::PuedeEnfocarse() const {
 }
 
 // --- LookupField
-// ------------------------------------------------------------------------------------------------------
 
 LookupField::LookupField(Formulario& formulario, std::string nombre, Lugar lugar, DisenoLookup diseno)
     : Control(formulario, Clase::LookupField, std::move(nombre), lugar),
@@ -204,7 +202,6 @@ void LookupField::Busca() {
 }
 
 // --- DateField
-// --------------------------------------------------------------------------------------------------------
 
 DateField::DateField(Formulario& formulario, std::string nombre, Lugar lugar)
     : Control(formulario, Clase::DateField, std::move(nombre), lugar) {}
@@ -239,7 +236,6 @@ void DateField::Fija(com::Fecha v) {
 }
 
 // --- CampoNotas
-// -------------------------------------------------------------------------------------------------------
 
 CampoNotas::CampoNotas(Formulario& formulario, std::string nombre, Lugar lugar)
     : Control(formulario, Clase::CampoNotas, std::move(nombre), lugar) {}
@@ -281,7 +277,6 @@ void CampoNotas::Teclea(std::string v) {
 }
 
 // --- Boton, Casilla, Opcion
-// -------------------------------------------------------------------------------------------
 
 Boton::Boton(Formulario& formulario, std::string nombre, Lugar lugar, std::string caption)
     : Control(formulario, Clase::Boton, std::move(nombre), lugar), caption_(std::move(caption)) {}
@@ -331,7 +326,6 @@ void Opcion::Pulsa() {
 }
 
 // --- Marco, Etiqueta
-// --------------------------------------------------------------------------------------------------
 
 Marco::Marco(Formulario& formulario, std::string nombre, Lugar lugar, std::string caption)
     : Control(formulario, Clase::Marco, std::move(nombre), lugar), caption_(std::move(caption)) {

@@ -64,7 +64,6 @@ Control* Formulario::Busca(std::string_view nombre) const {
 }
 
 // --- life
-// -------------------------------------------------------------------------------------------------------------
 
 void Formulario::Carga() {
   if (cargado_) return;
@@ -131,7 +130,6 @@ void Formulario::Redimensiona(int width, int height) {
 }
 
 // --- focus
-// ------------------------------------------------------------------------------------------------------------
 
 void Formulario::Enfoca(Control& control) {
   if (!control.PuedeEnfocarse()) return;
@@ -159,7 +157,6 @@ void Formulario::EnfocaSiguiente(int paso) {
 }
 
 // --- keys
-// -------------------------------------------------------------------------------------------------------------
 
 void Formulario::TeclaAbajo(int codigo, int mayus) {
   const int paso = (mayus & 1) != 0 ? -1 : 1;

@@ -25,7 +25,6 @@ Grid::Grid(Formulario& formulario, std::string nombre, Lugar lugar, std::vector<
     : Control(formulario, Clase::Grid, std::move(nombre), lugar), columnas_(std::move(columnas)) {}
 
 // --- columns
-// ----------------------------------------------------------------------------------------------------------
 
 const Columna& Grid::columna(int indice) const {
   RevisaColumna(indice);
@@ -92,7 +91,6 @@ void Grid::titulo(std::string_view clave, std::string v) {
 }
 
 // --- rows and cells
-// ---------------------------------------------------------------------------------------------------
 
 int Grid::AgregaFila() {
   Toca();
@@ -178,7 +176,6 @@ std::string Grid::Texto(int fila, int columna) const {
 }
 
 // --- styles
-// -----------------------------------------------------------------------------------------------------------
 
 void Grid::DefineEstilo(std::string_view nombre, std::int32_t fondo) {
   const int i = IndiceEstilo(nombre);
@@ -221,7 +218,6 @@ void Grid::estilo(int fila, int columna, int indice) {
 }
 
 // --- current cell
-// -----------------------------------------------------------------------------------------------------
 
 std::string Grid::ClaveColumna() const { return col_ < 0 ? std::string() : columna(col_).clave; }
 
@@ -257,7 +253,6 @@ Lugar Grid::LugarCelda(int fila, int columna) const {
 }
 
 // --- redraw
-// -----------------------------------------------------------------------------------------------------------
 
 void Grid::Redraw(bool v) {
   if (v == redraw_) return;
@@ -299,7 +294,6 @@ void Grid::RevisaCelda(int fila, int columna) const {
 }
 
 // --- user: moves
-// ------------------------------------------------------------------------------------------------------
 
 bool Grid::Sale(bool dejaFila) {
   // A message box of the leave check must not start the same check again.
@@ -433,7 +427,6 @@ void Grid::SeleccionaFila(int fila) {
 }
 
 // --- user: typing
-// -----------------------------------------------------------------------------------------------------
 
 bool Grid::SePuedeTeclear() const { return HayActual() && enabled() && !columna(col_).bloqueada; }
 
