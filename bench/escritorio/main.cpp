@@ -1,5 +1,5 @@
 // Speed and memory of the desktop on the hotel of 300 rooms, 30 nights, room view. Ratios are taken in this one run.
-//   bench_escritorio [--hotel=FILE]
+//   bench_escritorio [--hotel=FILE] [--veces=N]
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QScrollBar>
@@ -152,8 +152,10 @@ int main(int argc, char** argv) {
   desdeElInicio.start();
   setenv("QT_QPA_PLATFORM", "offscreen", 0);
   std::string ruta = (std::filesystem::temp_directory_path() / "bench_kv207.db").string();
+  int veces = 41;  // openings of the board
   for (int i = 1; i < argc; ++i) {
     if (std::strncmp(argv[i], "--hotel=", 8) == 0) ruta = argv[i] + 8;
+    if (std::strncmp(argv[i], "--veces=", 8) == 0) veces = std::max(1, std::atoi(argv[i] + 8));
   }
   const bool habia = std::filesystem::exists(ruta);
   banco::ConstruyeHotel(ruta);
@@ -187,9 +189,8 @@ int main(int argc, char** argv) {
   // The room view first, so that every later opening keeps it.
   AbreTablero(escritorio, reservacion, [&](controles::Formulario&) { tablero.opHabitacion.Pulsa(); });
 
-  constexpr int kVeces = 41;
   Tramo carga, hastaCargado, hastaPintado, vacia;
-  for (int i = 0; i < kVeces; ++i) {
+  for (int i = 0; i < veces; ++i) {
     const Instante inicio = Ahora();
     AbreTablero(escritorio, reservacion, [&](controles::Formulario& t) {
       Testigo testigo(Celdas(escritorio, t, tablero.ssDisponibilidad));
