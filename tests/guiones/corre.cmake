@@ -1,9 +1,8 @@
 # Runs one script in a folder of its own and compares its transcript byte for byte. A transcript that is missing is a
 # failure; nothing here ever writes one.
 cmake_minimum_required(VERSION 3.25)
-string(REGEX REPLACE "\\.guion$" ".salida" esperada "${GUION}")
-if(NOT EXISTS "${esperada}")
-  message(FATAL_ERROR "There is no transcript ${esperada}")
+if(NOT EXISTS "${ESPERADA}")
+  message(FATAL_ERROR "There is no transcript ${ESPERADA}")
 endif()
 
 file(STRINGS "${GUION}" primera LIMIT_COUNT 1 ENCODING UTF-8)
@@ -15,23 +14,23 @@ endif()
 file(REMOVE_RECURSE "${TRABAJO}")
 file(MAKE_DIRECTORY "${TRABAJO}")
 execute_process(
-  COMMAND "${PROGRAMA}" ${opciones} ${ANTES} "${GUION}"
+  COMMAND ${CON} "${PROGRAMA}" ${opciones} ${ANTES} "${GUION}"
   WORKING_DIRECTORY "${TRABAJO}"
   OUTPUT_FILE "${TRABAJO}/salida"
   ERROR_FILE "${TRABAJO}/errores"
   RESULT_VARIABLE resultado)
 
-execute_process(COMMAND ${CMAKE_COMMAND} -E compare_files "${TRABAJO}/salida" "${esperada}" RESULT_VARIABLE distinta
+execute_process(COMMAND ${CMAKE_COMMAND} -E compare_files "${TRABAJO}/salida" "${ESPERADA}" RESULT_VARIABLE distinta
                 ERROR_QUIET OUTPUT_QUIET)
 if(distinta)
-  execute_process(COMMAND diff -u "${esperada}" "${TRABAJO}/salida" OUTPUT_VARIABLE diferencia)
+  execute_process(COMMAND diff -u "${ESPERADA}" "${TRABAJO}/salida" OUTPUT_VARIABLE diferencia)
   file(READ "${TRABAJO}/errores" errores)
   message(FATAL_ERROR "The transcript differs (exit status ${resultado}):\n${diferencia}\n${errores}")
 endif()
 
 # 1 when an order was not ok, else 0.
 set(debida 0)
-file(STRINGS "${esperada}" fallidas REGEX "\"ok\":false" ENCODING UTF-8)
+file(STRINGS "${ESPERADA}" fallidas REGEX "\"ok\":false" ENCODING UTF-8)
 if(fallidas)
   set(debida 1)
 endif()
