@@ -40,51 +40,68 @@ constexpr const char* kLibre = "DISPONIBLE";
 
 // --- painting
 
-// Paints cells. A board has thousands of cells of few looks: each look is drawn once and copied.
+// Paints cells, captions and row numbers. A board has thousands of them, of few looks: each look is drawn once and
+// copied.
 class VistaGrid::Pintor {
  public:
   explicit Pintor(const VistaGrid& vista) : vista_(vista) {}
 
-  void Celda(QPainter& p, const QRect& zona, int fila, int columna, const QFont& fuente) {
+  // What is painted, but for the current cell.
+  struct Aspecto {
+    enum class Parte { Celda, Dia, Titulo, Manija } parte;
+    int columna;  // of a cell: the days are alike
+    int estilo;
+    bool senalado;  // a cell in the current row, where that shows; a day that names its month
+    std::string texto;
+    int ancho = 0, alto = 0;
+    auto operator<=>(const Aspecto&) const = default;
+  };
+
+  void Celda(QPainter& p, const QRect& zona, int fila, int columna) {
     const controles::Grid& grid = vista_.grid_;
     if (fila >= grid.Filas() || columna >= grid.NumColumnas()) {
       p.fillRect(zona, Colores().superficie);
       return;
     }
-    const bool actual = fila == grid.fila() && columna == grid.columna();
-    const qreal escala = p.device()->devicePixelRatioF();
-    // Where a point is no whole number of pixels a copy would blur.
-    if (!vista_.EsTablero() || actual || escala != std::floor(escala)) {
-      Dibuja(p, zona, fila, columna, fuente);
+    if (!vista_.EsTablero() || (fila == grid.fila() && columna == grid.columna())) {
+      Dibuja(p, zona, fila, columna);
       return;
     }
     const int estilo = grid.estilo(fila, columna);
-    const Aspecto aspecto{Fija(columna) ? columna : kColumnasFijas,
-                          estilo,
-                          estilo < 0 && fila == grid.fila(),
-                          zona.width(),
-                          zona.height(),
-                          grid.Texto(fila, columna)};
+    const bool enFila = estilo < 0 && fila == grid.fila();
+    Copia(p, zona,
+          {Aspecto::Parte::Celda, Fija(columna) ? columna : kColumnasFijas, estilo, enFila, grid.Texto(fila, columna)},
+          [&](QPainter& pincel, const QRect& lugar) { Dibuja(pincel, lugar, fila, columna); });
+  }
+
+  // Copies what was drawn for the look; the first time it is drawn.
+  template <class Dibujo>
+  void Copia(QPainter& p, const QRect& zona, Aspecto aspecto, Dibujo&& dibuja) {
+    const qreal escala = ambiente_.escala;
+    // Where a point is no whole number of pixels a copy would blur.
+    if (escala != std::floor(escala)) return dibuja(p, zona);
+    aspecto.ancho = zona.width();
+    aspecto.alto = zona.height();
     auto visto = aspectos_.find(aspecto);
     if (visto == aspectos_.end()) {
-      QPixmap dibujo(zona.size() * escala);
-      dibujo.setDevicePixelRatio(escala);
-      dibujo.fill(Colores().superficie);
-      QPainter pincel(&dibujo);
-      Dibuja(pincel, QRect(QPoint(0, 0), zona.size()), fila, columna, fuente);
+      QPixmap copia(zona.size() * escala);
+      copia.setDevicePixelRatio(escala);
+      copia.fill(Colores().superficie);
+      QPainter pincel(&copia);
+      dibuja(pincel, QRect(QPoint(0, 0), zona.size()));
       pincel.end();
-      puntos_ += std::int64_t{dibujo.width()} * dibujo.height();
-      visto = aspectos_.emplace(aspecto, std::move(dibujo)).first;
+      puntos_ += std::int64_t{copia.width()} * copia.height();
+      visto = aspectos_.emplace(std::move(aspecto), std::move(copia)).first;
     }
     p.drawPixmap(zona.topLeft(), visto->second);
   }
 
   // Called before a painting: what was drawn for other colours, font or screen is forgotten.
-  void Comienza(const QFont& fuente, qreal escala) {
+  void Comienza(const QPaintDevice& donde) {
     constexpr std::int64_t kPuntos = 2'000'000;  // 8 MB
     std::vector<std::int32_t> fondos;
     for (const auto& e : vista_.grid_.Estilos()) fondos.push_back(e.fondo);
-    Ambiente ahora{fuente, escala, EsOscuro(), std::move(fondos)};
+    Ambiente ahora{Fuente(Letra::Normal), donde.devicePixelRatioF(), EsOscuro(), std::move(fondos)};
     if (ahora == ambiente_ && puntos_ < kPuntos) return;
     aspectos_.clear();
     puntos_ = 0;
@@ -92,15 +109,6 @@ class VistaGrid::Pintor {
   }
 
  private:
-  // What a cell that is not the current one looks like.
-  struct Aspecto {
-    int columna;  // the days are alike
-    int estilo;
-    bool enFila;  // in the current row, where that shows
-    int ancho, alto;
-    std::string texto;
-    auto operator<=>(const Aspecto&) const = default;
-  };
   struct Ambiente {
     QFont fuente;
     qreal escala = 0;
@@ -109,8 +117,9 @@ class VistaGrid::Pintor {
     bool operator==(const Ambiente&) const = default;
   };
 
-  void Dibuja(QPainter& p, const QRect& zona, int fila, int columna, const QFont& fuente) const {
+  void Dibuja(QPainter& p, const QRect& zona, int fila, int columna) const {
     const controles::Grid& grid = vista_.grid_;
+    const QFont& fuente = ambiente_.fuente;
     const Paleta& colores = Colores();
     const bool enFila = fila == grid.fila();
     const bool actual = enFila && columna == grid.columna();
@@ -180,7 +189,7 @@ class VistaGrid::Pintor {
 // Captions of the columns; a day's has its weekday above its day of the month.
 class VistaGrid::Encabezado : public QHeaderView {
  public:
-  Encabezado(bool dias, QWidget* padre) : QHeaderView(Qt::Horizontal, padre), dias_(dias) {
+  Encabezado(VistaGrid& vista, QWidget* padre) : QHeaderView(Qt::Horizontal, padre), vista_(vista) {
     setSectionResizeMode(QHeaderView::Fixed);
     setHighlightSections(false);
     setSectionsClickable(false);
@@ -190,54 +199,74 @@ class VistaGrid::Encabezado : public QHeaderView {
   // The captions need not be measured: only the height counts.
   QSize sizeHint() const override {
     const int alto = fontMetrics().height();
-    return QSize(length(), dias_ ? 2 * alto + 8 : alto + 10);
+    return QSize(length(), vista_.EsTablero() ? 2 * alto + 8 : alto + 10);
   }
 
  protected:
+  void paintEvent(QPaintEvent* evento) override {
+    vista_.pintor_->Comienza(*viewport());
+    QHeaderView::paintEvent(evento);
+  }
+
   void paintSection(QPainter* p, const QRect& zona, int seccion) const override {
-    const Paleta& colores = Colores();
-    const QDate dia = model()->headerData(seccion, Qt::Horizontal, ModeloGrid::kFecha).toDate();
-    const bool descanso = dia.isValid() && dia.dayOfWeek() >= Qt::Saturday;
-    p->save();
-    p->fillRect(zona, descanso ? colores.finSemana : colores.realce);
-    p->setPen(colores.borde);
-    p->drawLine(zona.topRight(), zona.bottomRight());
-    p->drawLine(zona.bottomLeft(), zona.bottomRight());
-    const QString titulo = model()->headerData(seccion, Qt::Horizontal, Qt::DisplayRole).toString();
-    if (dia.isValid()) {
-      const QRect arriba(zona.left(), zona.top() + 3, zona.width(), zona.height() / 2 - 2);
-      const QRect abajo(zona.left(), zona.center().y(), zona.width(), zona.height() / 2);
-      p->setFont(Fuente(Letra::Chica));
-      p->setPen(descanso ? colores.texto : colores.tenue);
-      p->drawText(arriba, Qt::AlignCenter, titulo);
-      p->setFont(Fuente(Letra::Fuerte));
-      p->setPen(colores.texto);
-      // The month is named where it begins.
-      const bool nombra = dia.day() == 1 || seccion == kColumnasFijas;
-      const QString numero = QString::number(dia.day());
-      p->drawText(
-          abajo, Qt::AlignCenter,
-          nombra ? numero + QLatin1Char(' ') +
-                       QLocale(QLocale::Spanish, QLocale::Mexico).monthName(dia.month(), QLocale::ShortFormat).left(3)
-                 : numero);
+    if (seccion >= vista_.grid_.NumColumnas()) return p->fillRect(zona, Colores().realce);
+    using Parte = Pintor::Aspecto::Parte;
+    const auto& columna = vista_.grid_.columna(seccion);
+    if (columna.fecha.empty()) {
+      vista_.pintor_->Copia(*p, zona,
+                            {Parte::Titulo, static_cast<int>(columna.alineacionTitulo), -1, false, columna.titulo},
+                            [&](QPainter& pincel, const QRect& lugar) { DibujaTitulo(pincel, lugar, seccion); });
     } else {
-      const auto alineada = model()->headerData(seccion, Qt::Horizontal, Qt::TextAlignmentRole).value<Qt::Alignment>();
-      p->setFont(Fuente(Letra::Normal));
-      p->setPen(colores.tenue);
-      const QRect caja = zona.adjusted(6, 0, -6, 0);
-      p->drawText(caja, static_cast<int>(alineada), p->fontMetrics().elidedText(titulo, Qt::ElideRight, caja.width()));
+      vista_.pintor_->Copia(*p, zona, {Parte::Dia, -1, -1, seccion == kColumnasFijas, columna.fecha + columna.titulo},
+                            [&](QPainter& pincel, const QRect& lugar) { DibujaDia(pincel, lugar, seccion); });
     }
-    p->restore();
   }
 
  private:
-  bool dias_;
+  static void DibujaFondo(QPainter& p, const QRect& zona, const QColor& color) {
+    p.fillRect(zona, color);
+    p.fillRect(zona.right(), zona.top(), 1, zona.height(), Colores().borde);
+    p.fillRect(zona.left(), zona.bottom(), zona.width(), 1, Colores().borde);
+  }
+
+  void DibujaTitulo(QPainter& p, const QRect& zona, int seccion) const {
+    DibujaFondo(p, zona, Colores().realce);
+    const QString titulo = model()->headerData(seccion, Qt::Horizontal, Qt::DisplayRole).toString();
+    const auto alineada = model()->headerData(seccion, Qt::Horizontal, Qt::TextAlignmentRole).value<Qt::Alignment>();
+    p.setFont(Fuente(Letra::Normal));
+    p.setPen(Colores().tenue);
+    const QRect caja = zona.adjusted(6, 0, -6, 0);
+    p.drawText(caja, static_cast<int>(alineada), p.fontMetrics().elidedText(titulo, Qt::ElideRight, caja.width()));
+  }
+
+  void DibujaDia(QPainter& p, const QRect& zona, int seccion) const {
+    const Paleta& colores = Colores();
+    const QDate dia = model()->headerData(seccion, Qt::Horizontal, ModeloGrid::kFecha).toDate();
+    const bool descanso = dia.isValid() && dia.dayOfWeek() >= Qt::Saturday;
+    DibujaFondo(p, zona, descanso ? colores.finSemana : colores.realce);
+    const QRect arriba(zona.left(), zona.top() + 3, zona.width(), zona.height() / 2 - 2);
+    const QRect abajo(zona.left(), zona.center().y(), zona.width(), zona.height() / 2);
+    p.setFont(Fuente(Letra::Chica));
+    p.setPen(descanso ? colores.texto : colores.tenue);
+    p.drawText(arriba, Qt::AlignCenter, model()->headerData(seccion, Qt::Horizontal, Qt::DisplayRole).toString());
+    p.setFont(Fuente(Letra::Fuerte));
+    p.setPen(colores.texto);
+    QString numero = QString::number(dia.day());
+    // The month is named where it begins.
+    if (dia.day() == 1 || seccion == kColumnasFijas) {
+      const QLocale mexico(QLocale::Spanish, QLocale::Mexico);
+      numero += QLatin1Char(' ') + mexico.monthName(dia.month(), QLocale::ShortFormat).left(3);
+    }
+    p.drawText(abajo, Qt::AlignCenter, numero);
+  }
+
+  VistaGrid& vista_;
 };
 
 // Numbers of the rows.
 class VistaGrid::Manijas : public QHeaderView {
  public:
-  explicit Manijas(QWidget* padre) : QHeaderView(Qt::Vertical, padre) {
+  Manijas(VistaGrid& vista, QWidget* padre) : QHeaderView(Qt::Vertical, padre), vista_(vista) {
     setSectionResizeMode(QHeaderView::Fixed);
     setMinimumSectionSize(10);
     setHighlightSections(false);
@@ -247,24 +276,38 @@ class VistaGrid::Manijas : public QHeaderView {
   QSize sizeHint() const override { return QSize(minimumWidth(), length()); }
 
  protected:
-  void paintSection(QPainter* p, const QRect& zona, int seccion) const override {
-    const Paleta& colores = Colores();
-    p->fillRect(zona, colores.realce);
-    p->fillRect(zona.right(), zona.top(), 1, zona.height(), colores.borde);
-    p->fillRect(zona.left(), zona.bottom(), zona.width(), 1, colores.borde);
-    p->setFont(font());
-    p->setPen(colores.texto);
-    p->drawText(zona.adjusted(0, 0, -1, -1), Qt::AlignCenter, QString::number(seccion + 1));
+  void paintEvent(QPaintEvent* evento) override {
+    vista_.pintor_->Comienza(*viewport());
+    QHeaderView::paintEvent(evento);
   }
+
+  void paintSection(QPainter* p, const QRect& zona, int seccion) const override {
+    const std::string numero = std::to_string(seccion + 1);
+    vista_.pintor_->Copia(*p, zona, {Pintor::Aspecto::Parte::Manija, -1, -1, false, numero},
+                          [&](QPainter& pincel, const QRect& lugar) { Dibuja(pincel, lugar, numero); });
+  }
+
+ private:
+  static void Dibuja(QPainter& p, const QRect& zona, const std::string& numero) {
+    const Paleta& colores = Colores();
+    p.fillRect(zona, colores.realce);
+    p.fillRect(zona.right(), zona.top(), 1, zona.height(), colores.borde);
+    p.fillRect(zona.left(), zona.bottom(), zona.width(), 1, colores.borde);
+    p.setFont(Fuente(Letra::Normal));
+    p.setPen(colores.texto);
+    p.drawText(zona.adjusted(0, 0, -1, -1), Qt::AlignCenter, Q(numero));
+  }
+
+  VistaGrid& vista_;
 };
 
 // --- one of the two tables
 
 class VistaGrid::Tabla : public QTableView {
  public:
-  Tabla(VistaGrid& vista, bool dias, QWidget* padre) : QTableView(padre), vista_(vista) {
-    setHorizontalHeader(new Encabezado(dias, this));
-    setVerticalHeader(new Manijas(this));
+  Tabla(VistaGrid& vista, QWidget* padre) : QTableView(padre), vista_(vista) {
+    setHorizontalHeader(new Encabezado(vista, this));
+    setVerticalHeader(new Manijas(vista, this));
     setSelectionMode(QAbstractItemView::NoSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
@@ -285,7 +328,7 @@ class VistaGrid::Tabla : public QTableView {
     const QRect zona = evento->rect();
     const QHeaderView* columnas = horizontalHeader();
     const QHeaderView* filas = verticalHeader();
-    vista_.pintor_->Comienza(font(), p.device()->devicePixelRatioF());
+    vista_.pintor_->Comienza(*p.device());
     const int ancho = columnas->length() - columnas->offset(), alto = filas->length() - filas->offset();
     if (zona.right() >= ancho) p.fillRect(QRect(QPoint(ancho, zona.top()), zona.bottomRight()), Colores().superficie);
     if (zona.bottom() >= alto) p.fillRect(QRect(QPoint(zona.left(), alto), zona.bottomRight()), Colores().superficie);
@@ -297,7 +340,7 @@ class VistaGrid::Tabla : public QTableView {
         const int x = columnas->sectionViewportPosition(c);
         if (x > zona.right()) break;
         if (columnas->isSectionHidden(c)) continue;
-        vista_.pintor_->Celda(p, QRect(x, y, columnas->sectionSize(c), altoFila), f, c, font());
+        vista_.pintor_->Celda(p, QRect(x, y, columnas->sectionSize(c), altoFila), f, c);
       }
     }
   }
@@ -375,8 +418,8 @@ VistaGrid::VistaGrid(controles::Grid& grid, QWidget* padre, const Contexto& cont
       marco_(new Cuadro([this] { Acomoda(); }, [this] { return TieneFoco(); }, padre)),
       pintor_(std::make_unique<Pintor>(*this)) {
   modelo_ = new ModeloGrid(grid, marco_);
-  fija_ = new Tabla(*this, EsTablero(), marco_);
-  movil_ = new Tabla(*this, EsTablero(), marco_);
+  fija_ = new Tabla(*this, marco_);
+  movil_ = new Tabla(*this, marco_);
   for (Tabla* tabla : {fija_, movil_}) tabla->setModel(modelo_);
   movil_->verticalHeader()->hide();
   movil_->setObjectName(Q(grid.nombre()) + QStringLiteral("_celdas"));
