@@ -63,7 +63,8 @@ VistaBarra::VistaBarra(controles::ScreenToolbar& barra, QWidget* padre, const Co
     b->setIconSize(QSize(lado, lado));
     b->setFont(Fuente(dialogo ? Letra::Normal : Letra::Chica));
     b->setFocusPolicy(Qt::TabFocus);
-    b->setIcon(Icono(Q(NombreAccion(a))));
+    b->setProperty("principal", a == Accion::Aceptar);
+    b->setIcon(Icono(Q(NombreAccion(a)), a == Accion::Aceptar ? Colores().sobreAcento : QColor()));
     b->setAccessibleName(Q(barra_.Titulo(a)));
     QObject::connect(b, &QToolButton::clicked, marco, [this, a] { Pulsa(a); });
     if (const QKeySequence atajo = AtajoDe(a, dialogo); !atajo.isEmpty()) {
@@ -114,15 +115,13 @@ QToolButton* VistaBarra::boton(Accion accion) const {
 void VistaBarra::Refresca() {
   for (const auto& [accion, boton] : botones_) {
     const QString titulo = Q(barra_.Titulo(accion));
-    const bool dialogo = botones_.contains(Accion::Cancelar);
-    const QString atajo = AtajoDe(accion, dialogo).toString(QKeySequence::NativeText);
-    boton->setText(titulo);
-    boton->setToolTip(atajo.isEmpty() ? titulo : titulo + QStringLiteral(" (") + atajo + QStringLiteral(")"));
+    if (boton->text() != titulo) {
+      const bool dialogo = botones_.contains(Accion::Cancelar);
+      const QString atajo = AtajoDe(accion, dialogo).toString(QKeySequence::NativeText);
+      boton->setText(titulo);
+      boton->setToolTip(atajo.isEmpty() ? titulo : titulo + QStringLiteral(" (") + atajo + QStringLiteral(")"));
+    }
     boton->setEnabled(barra_.Ofrece(accion));
-  }
-  if (QToolButton* b = boton(Accion::Aceptar)) {
-    b->setIcon(Icono(QStringLiteral("aceptar"), b->isEnabled() ? Colores().sobreAcento : QColor()));
-    b->setProperty("principal", true);
   }
   // An action without a caption is not there.
   if (QToolButton* b = boton(Accion::Confirmar)) b->setVisible(!barra_.TituloConfirmar().empty());

@@ -36,6 +36,7 @@ class VistaLookup : public Vista {
   controles::LookupField& campo_;
   QLineEdit* edicion_;
   QAction* lupa_ = nullptr;
+  bool faltaNombre_ = false;  // the name beside it is told to be missing
 };
 
 // Date entry: typed, stepped by the arrow keys, or picked from a calendar (F4 or Alt+Down).
