@@ -84,7 +84,7 @@ CajaAviso::CajaAviso(const controles::CajaMensaje& caja, QWidget* padre) : QMess
   if (!caja.id.empty()) {
     auto* id = new QLabel(Q(caja.id), this);
     id->setFont(Fuente(Letra::Chica));
-    id->setProperty("tenue", true);
+    Atenua(*id);
     id->setTextInteractionFlags(Qt::TextSelectableByMouse);
     if (auto* rejilla = qobject_cast<QGridLayout*>(layout())) {
       rejilla->addWidget(id, rejilla->rowCount(), 0, 1, rejilla->columnCount());
@@ -124,7 +124,7 @@ EditorNotas::EditorNotas(const QString& titulo, const QString& texto, int ancho,
   caja->addWidget(edicion_);
   auto* ayuda = new QLabel(QStringLiteral("Ctrl+Enter acepta, Esc cancela"), this);
   ayuda->setFont(Fuente(Letra::Chica));
-  ayuda->setProperty("tenue", true);
+  Atenua(*ayuda);
   caja->addWidget(ayuda);
   ConBotones(this, caja);
   auto* atajo = new QAction(this);

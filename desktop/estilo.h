@@ -10,6 +10,7 @@
 class QApplication;
 class QPainter;
 class QRect;
+class QWidget;
 
 namespace vista {
 
@@ -64,5 +65,16 @@ Trama TramaDe(const QString& estilo);
 QString LetraDe(const QString& estilo);
 // Fills a cell or swatch with a state's colour and pattern.
 void PintaEstado(QPainter& p, const QRect& zona, const QString& estilo, const QColor& tono);
+
+// A box with round corners: an input, a button, a card.
+struct Caja {
+  QColor relleno;  // invalid: none
+  QColor borde;    // invalid: none
+  int grosor = 1;  // of the border, pixels
+};
+void PintaCaja(QPainter& p, const QRect& zona, const Caja& caja);
+
+// Writes a widget's text in the colour of captions and hints.
+void Atenua(QWidget& w);
 
 }  // namespace vista

@@ -471,7 +471,7 @@ void MuestraPrecios(autonomo::Conexion& conexion, com::Fecha noche, QWidget* pad
   tabla->resizeColumnsToContents();
   ficha.caja()->addWidget(tabla);
   auto* nota = new QLabel(QStringLiteral("Por noche, con impuestos, en moneda local."), &ficha);
-  nota->setProperty("tenue", true);
+  Atenua(*nota);
   ficha.caja()->addWidget(nota);
   ficha.Termina();
   ficha.resize(600, 360);

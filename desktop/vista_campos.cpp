@@ -26,12 +26,11 @@ namespace vista {
 
 namespace {
 
-// Marks a property that the style sheet looks at.
+// Marks a property that the style looks at.
 void Marca(QWidget* w, const char* propiedad, bool valor) {
   if (w->property(propiedad).toBool() == valor) return;
   w->setProperty(propiedad, valor);
-  w->style()->unpolish(w);
-  w->style()->polish(w);
+  w->update();
 }
 
 bool Habilitada(const controles::Control& control) { return control.enabled(); }
@@ -152,15 +151,15 @@ void VistaLookup::Refresca() {
   edicion_->setReadOnly(campo_.locked());
   edicion_->setFocusPolicy(campo_.locked() ? Qt::ClickFocus : Qt::StrongFocus);
   Marca(edicion_, "muestra", campo_.locked());
-  Marca(edicion_, "importe", campo_.locked() && numero);
+  edicion_->setFont(Fuente(campo_.locked() && numero ? Letra::Fuerte : Letra::Normal));
   if (lupa_ != nullptr) lupa_->setVisible(Habilitada(campo_) && !campo_.locked());
   // The name beside a typed key comes with Enter.
-  if (auto* nombre = campo_.diseno().sql_control_resultado; nombre != nullptr) {
-    auto* vecino = edicion_->parentWidget()->findChild<QLineEdit*>(Q(nombre->nombre()), Qt::FindDirectChildrenOnly);
-    const bool falta = campo_.pendiente() && !campo_.text().empty();
-    if (vecino != nullptr)
-      vecino->setPlaceholderText(falta ? QStringLiteral("Enter para buscar el nombre") : QString());
-  }
+  const auto* nombre = campo_.diseno().sql_control_resultado;
+  const bool falta = nombre != nullptr && campo_.pendiente() && !campo_.text().empty();
+  if (falta == faltaNombre_) return;
+  faltaNombre_ = falta;
+  auto* vecino = edicion_->parentWidget()->findChild<QLineEdit*>(Q(nombre->nombre()), Qt::FindDirectChildrenOnly);
+  if (vecino != nullptr) vecino->setPlaceholderText(falta ? QStringLiteral("Enter para buscar el nombre") : QString());
 }
 
 bool VistaLookup::Tecla(const QKeyEvent& evento) {
@@ -382,7 +381,6 @@ VistaBoton::VistaBoton(controles::Boton& boton, QWidget* padre, const Contexto& 
   const bool soloIcono = boton.caption() == "…" && !icono.isEmpty();
   if (!icono.isEmpty()) b->setIcon(Icono(icono));
   if (!soloIcono) b->setText(Q(boton.caption()));
-  b->setProperty("icono", soloIcono);
   QObject::connect(b, &QPushButton::clicked, b, [this, &boton] {
     Corre([&] { boton.Pulsa(); });
     Refresca();
@@ -455,10 +453,7 @@ class Tarjeta : public QWidget {
   void paintEvent(QPaintEvent*) override {
     if (titulo_.isEmpty()) return;
     QPainter p(this);
-    p.setRenderHint(QPainter::Antialiasing);
-    p.setPen(QPen(Colores().borde, 1));
-    p.setBrush(Colores().superficie);
-    p.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), espacio::kRadio, espacio::kRadio);
+    PintaCaja(p, rect(), {Colores().superficie, Colores().borde, 1});
     p.setFont(Fuente(Letra::Chica));
     p.setPen(Colores().tenue);
     p.drawText(rect().adjusted(espacio::kChico, 3, -espacio::kChico, 0), Qt::AlignLeft | Qt::AlignTop,
@@ -467,6 +462,19 @@ class Tarjeta : public QWidget {
 
  private:
   QString titulo_;
+};
+
+// Caption of a field.
+class Rotulo : public QLabel {
+ public:
+  explicit Rotulo(QWidget* padre) : QLabel(padre) {}
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter p(this);
+    p.setPen(Colores().tenue);
+    p.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter, text());
+  }
 };
 
 class Muestra : public QLabel {
@@ -516,8 +524,7 @@ VistaEtiqueta::VistaEtiqueta(controles::Etiqueta& etiqueta, QWidget* padre, cons
     Adopta(new Muestra(etiqueta, EstadoDe(etiqueta), padre));
     return;
   }
-  rotulo_ = new QLabel(padre);
-  rotulo_->setProperty("tenue", true);
+  rotulo_ = new Rotulo(padre);
   Adopta(rotulo_);
   Refresca();
 }
