@@ -6,7 +6,6 @@
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
 #include <QPageSize>
@@ -14,11 +13,11 @@
 #include <QPdfWriter>
 #include <QPushButton>
 #include <QScrollArea>
-#include <QStandardPaths>
 #include <QTextDocument>
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include "desktop/archivos.h"
 #include "desktop/dialogos.h"
 #include "desktop/vista.h"
 #include "host/standalone/fabricas.h"
@@ -136,10 +135,7 @@ class Impreso : public QDialog {
   }
 
   void Guarda() {
-    const QString carpeta = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    const QString ruta = QFileDialog::getSaveFileName(this, QStringLiteral("Guardar la confirmación"),
-                                                      QDir(carpeta).filePath(nombre_ + QStringLiteral(".pdf")),
-                                                      QStringLiteral("Documentos PDF (*.pdf)"));
+    const QString ruta = PreguntaRutaPdf(QStringLiteral("Guardar la confirmación"), nombre_, this);
     if (!ruta.isEmpty() && Escribe(ruta)) accept();
   }
 

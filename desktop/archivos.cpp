@@ -1,0 +1,44 @@
+#include "desktop/archivos.h"
+
+#include <QFileDialog>
+#include <QFileIconProvider>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+namespace vista {
+
+namespace {
+
+// Icons and kinds of files told from their names. The toolkit's own look into the files; when it has looked into the
+// database and closes it, this program's locks on it are gone, and the next program that opens and leaves the database
+// throws away what is written from then on.
+class IconosPorNombre : public QFileIconProvider {
+ public:
+  using QFileIconProvider::icon;
+  QIcon icon(const QFileInfo& archivo) const override { return icon(archivo.isDir() ? Folder : File); }
+  QString type(const QFileInfo& archivo) const override {
+    return archivo.isDir() ? QStringLiteral("Carpeta") : archivo.suffix().toUpper();
+  }
+};
+
+}  // namespace
+
+// The desktop environment's dialog is not asked: it looks into files too.
+QString PreguntaRutaPdf(const QString& titulo, const QString& nombre, QWidget* padre) {
+  IconosPorNombre iconos;
+  // The dialog lists a folder as soon as it is made, before it can be told of the icons: it begins in one without
+  // files.
+  const QTemporaryDir vacia;
+  QFileDialog dialogo(padre, titulo, vacia.path(), QStringLiteral("Documentos PDF (*.pdf)"));
+  dialogo.setOption(QFileDialog::DontUseNativeDialog);
+  dialogo.setIconProvider(&iconos);
+  dialogo.setAcceptMode(QFileDialog::AcceptSave);
+  dialogo.setDefaultSuffix(QStringLiteral("pdf"));
+  dialogo.setDirectory(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+  dialogo.selectFile(nombre + QStringLiteral(".pdf"));
+  if (dialogo.exec() != QDialog::Accepted || dialogo.selectedFiles().isEmpty()) return {};
+  const QString ruta = dialogo.selectedFiles().constFirst();
+  return ruta.endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive) ? ruta : ruta + QStringLiteral(".pdf");
+}
+
+}  // namespace vista
