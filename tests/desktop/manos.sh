@@ -1,0 +1,97 @@
+# A clerk's hands and eyes at the real program, for the tests that source this file: keys and mouse by xdotool, windows by
+# their titles, stored rows through the scripted clerk. Expects a display of its own (con_pantalla), the programs
+# RESERVAS and RESERVAS_GUION, and the scratch folder CARPETA, which it empties.
+# Whatever is waited for has a limit; what does not come ends the test with the windows' titles and a picture.
+# shellcheck shell=bash
+set -euo pipefail
+: "${RESERVAS:?}" "${RESERVAS_GUION:?}" "${CARPETA:?}" "${DISPLAY:?}"
+
+readonly limite=20  # seconds
+rm -rf "$CARPETA"
+mkdir -p "$CARPETA"
+cd "$CARPETA"
+export HOME=$CARPETA XDG_DATA_HOME=$CARPETA/datos XDG_CONFIG_HOME=$CARPETA/ajustes
+base=$CARPETA/hotel.db
+programa=   # process of the program
+principal=  # its main window
+
+for orden in xdotool scrot; do
+  command -v $orden >/dev/null || { echo "$orden is not installed; ./instala installs it" >&2; exit 1; }
+done
+
+falla() {  # message
+  echo "FAILED: $1" >&2
+  echo "Window with the keyboard: $(titulo)" >&2
+  xdotool search --onlyvisible --name . 2>/dev/null | while read -r v; do
+    echo "  on the screen: $(xdotool getwindowname "$v" 2>/dev/null)" >&2
+  done
+  [ ! -s "$CARPETA/errores" ] || sed 's/^/  the program said: /' "$CARPETA/errores" >&2
+  scrot -o "$CARPETA/falla.png" 2>/dev/null && echo "Picture: $CARPETA/falla.png" >&2
+  exit 1
+}
+trap '[ -z "$programa" ] || kill -KILL $programa 2>/dev/null || true' EXIT
+
+espera() {  # what, command...: until the command succeeds
+  local que=$1 fin=$((SECONDS + limite))
+  shift
+  until "$@"; do
+    [ $SECONDS -lt $fin ] || falla "$que"
+    sleep 0.02
+  done
+}
+
+# --- windows
+
+enfocada() { xdotool getwindowfocus -f 2>/dev/null || true; }
+titulo() { xdotool getwindowname "$(enfocada)" 2>/dev/null || true; }
+es_titulo() { [[ $(titulo) == "$1"* ]]; }
+es_dialogo() { [ "$(enfocada)" != "$principal" ] && es_titulo "$1"; }
+es_principal() { [ "$(enfocada)" = "$principal" ]; }
+# The window with the keyboard has a title that begins so, and is not the main one.
+dialogo() { espera "no window «$1» took the keyboard" es_dialogo "$1"; }
+ventana_principal() { espera "the keyboard did not come back to the main window" es_principal; }
+
+# Opens the program with these options and waits for its main window.
+abre() {
+  "$RESERVAS" --base "$base" --ahora 2026-03-09T10:00 "$@" >>"$CARPETA/salida" 2>>"$CARPETA/errores" &
+  programa=$!
+  espera "the main window did not open" es_titulo Reservaciones
+  principal=$(enfocada)
+}
+
+termino() { ! kill -0 "$programa" 2>/dev/null; }
+# The program has ended, with this exit status.
+terminado() {
+  local estado=0
+  espera "the program did not end" termino
+  wait "$programa" || estado=$?
+  programa=
+  [ "$estado" = "$1" ] || falla "exit status $estado instead of $1"
+}
+
+# --- hands
+
+teclas() { xdotool key --delay 5 "$@"; }
+escribe() { xdotool type --delay 5 -- "$1"; }
+campo() { escribe "$1"; teclas Return; }  # a field or cell, confirmed
+clic() { xdotool mousemove --window "$(enfocada)" "$1" "$2" click 1; }  # x y in the window with the keyboard
+
+# --- stored rows
+
+valor() {  # SQL: the rows as JSON, without the brackets; the whole answer when it is an error
+  local linea
+  linea=$(echo "sql ${1//$'\n'/ }" | "$RESERVAS_GUION" --base "$base" 2>&1) || true
+  linea=${linea#*\"valor\":\[}
+  echo "${linea%%],\"mensajes\"*}"
+}
+es_valor() { [ "$(valor "$1")" = "$2" ]; }
+# The statement gives these rows, at once or soon.
+guardado() {
+  local fin=$((SECONDS + limite))
+  until es_valor "$1" "$2"; do
+    [ $SECONDS -lt $fin ] || falla "$1
+  gives    $(valor "$1")
+  instead of $2"
+    sleep 0.05
+  done
+}
