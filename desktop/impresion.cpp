@@ -1,24 +1,41 @@
 #include "desktop/impresion.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QBuffer>
+#include <QCoreApplication>
 #include <QDesktopServices>
-#include <QDialog>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPageSize>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QProcess>
 #include <QPushButton>
+#include <QRegularExpression>
+#include <QSaveFile>
+#include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextCursor>
 #include <QTextDocument>
+#include <QTextTable>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <optional>
+#include <utility>
 
 #include "desktop/archivos.h"
 #include "desktop/dialogos.h"
+#include "desktop/estilo.h"
 #include "desktop/vista.h"
 #include "host/standalone/fabricas.h"
 #include "platform/com/error.h"
@@ -32,6 +49,8 @@ namespace {
 
 // Letter at 96 dots an inch, with margins of three quarters of an inch.
 constexpr int kPpp = 96, kAnchoHoja = 816, kAltoHoja = 1056, kMargen = 72;
+// Points a pixel that a page is laid out in.
+constexpr int kFinura = 10;
 
 QString Segura(const std::string& texto) {
   return Q(texto)
@@ -51,51 +70,212 @@ QString FilaDe(const autonomo::RenglonDocumento& r) {
          QStringLiteral("</tr>");
 }
 
-void Prepara(QTextDocument& documento, const QString& html) {
-  QFont letra(QStringLiteral("Helvetica"));
-  letra.setStyleHint(QFont::SansSerif);
-  letra.setPointSizeF(10);
-  documento.setDefaultFont(letra);
-  documento.setDocumentMargin(0);
-  documento.setHtml(html);
-}
+// A confirmation laid out in pages of letter size. Layout is measured for the printer, so that the preview breaks lines
+// and pages where the print does.
+class Pliego {
+ public:
+  explicit Pliego(const QString& html) : medida_(&nada_) {
+    medida_.setResolution(kPpp * kFinura);
+    QFont letra(QStringLiteral("Helvetica"));
+    letra.setStyleHint(QFont::SansSerif);
+    letra.setPointSizeF(10);
+    documento_.documentLayout()->setPaintDevice(&medida_);
+    documento_.setDefaultFont(letra);
+    documento_.setDocumentMargin(0);
+    QTextOption renglones;
+    renglones.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    documento_.setDefaultTextOption(renglones);
+    documento_.setHtml(html);
+    documento_.setPageSize(QSizeF(kAnchoHoja - 2 * kMargen, kAltoHoja - 2 * kMargen) * kFinura);
+    for (QTextFrame* marco : documento_.rootFrame()->childFrames()) {
+      if (auto* tabla = qobject_cast<QTextTable*>(marco)) NoPartasFilas(*tabla);
+    }
+    double fondo = 0;
+    for (QTextBlock b = documento_.begin(); b.isValid(); b = b.next()) {
+      const bool raya = b.blockFormat().hasProperty(QTextFormat::BlockTrailingHorizontalRulerWidth);
+      if (!raya && b.text().trimmed().isEmpty()) continue;
+      fondo = std::max(fondo, documento_.documentLayout()->blockBoundingRect(b).bottom());
+    }
+    paginas_ = std::clamp(static_cast<int>(std::ceil(fondo / documento_.pageSize().height())), 1,
+                          std::max(1, documento_.pageCount()));
+  }
 
-// First page, for the preview.
-QImage Hoja(const QString& html, double escala) {
-  QImage imagen(static_cast<int>(kAnchoHoja * escala), static_cast<int>(kAltoHoja * escala), QImage::Format_RGB32);
-  imagen.fill(Qt::white);
-  QTextDocument documento;
-  Prepara(documento, html);
-  documento.setTextWidth(kAnchoHoja - 2 * kMargen);
-  QPainter p(&imagen);
-  p.scale(escala, escala);
-  p.translate(kMargen, kMargen);
-  QAbstractTextDocumentLayout::PaintContext contexto;
-  contexto.palette.setColor(QPalette::Text, Qt::black);
-  contexto.clip = QRectF(0, 0, kAnchoHoja - 2 * kMargen, kAltoHoja - 2 * kMargen);
-  p.setClipRect(contexto.clip);
-  documento.documentLayout()->draw(&p, contexto);
-  return imagen;
-}
+  // Up to the last page that shows something.
+  int Paginas() const { return paginas_; }
+  // What a page says, for who cannot see it.
+  QString Texto(int pagina) const {
+    QStringList lineas;
+    for (QTextBlock b = documento_.begin(); b.isValid(); b = b.next()) {
+      const double arriba = documento_.documentLayout()->blockBoundingRect(b).top();
+      const QString linea = b.text().replace(QChar::LineSeparator, QLatin1Char(' ')).trimmed();
+      if (!linea.isEmpty() && static_cast<int>(arriba / documento_.pageSize().height()) == pagina) lineas << linea;
+    }
+    return lineas.join(QLatin1Char('\n'));
+  }
+
+  // Draws a page, counted from 0; the painter stands on the sheet's corner and counts kFinura points a pixel.
+  void Pinta(QPainter& p, int pagina) const {
+    const QSizeF caja = documento_.pageSize();
+    QAbstractTextDocumentLayout::PaintContext contexto;
+    contexto.palette.setColor(QPalette::Text, Qt::black);
+    contexto.clip = QRectF(QPointF(0, pagina * caja.height()), caja);
+    p.save();
+    p.translate(kMargen * kFinura, kMargen * kFinura - pagina * caja.height());
+    p.setClipRect(contexto.clip);
+    documento_.documentLayout()->draw(&p, contexto);
+    p.restore();
+    if (Paginas() == 1) return;
+    p.save();
+    QFont letra = documento_.defaultFont();
+    letra.setPixelSize(kPie * kFinura);
+    p.setFont(letra);
+    p.setPen(QColor(0x56, 0x62, 0x75));
+    p.drawText(QRect(0, (kAltoHoja - kMargen) * kFinura, kAnchoHoja * kFinura, kMargen * kFinura / 2),
+               Qt::AlignHCenter | Qt::AlignBottom, NombrePagina(pagina));
+    p.restore();
+  }
+
+  QString NombrePagina(int pagina) const { return QStringLiteral("Página %1 de %2").arg(pagina + 1).arg(Paginas()); }
+
+ private:
+  // Highest and lowest point of a row's texts, over all pages.
+  std::pair<double, double> ExtremosDe(const QTextTable& tabla, int fila) const {
+    const auto* trazo = documento_.documentLayout();
+    double arriba = std::numeric_limits<double>::max(), abajo = 0;
+    for (int c = 0; c < tabla.columns(); ++c) {
+      const QTextTableCell celda = tabla.cellAt(fila, c);
+      arriba = std::min(arriba, trazo->blockBoundingRect(celda.firstCursorPosition().block()).top());
+      abajo = std::max(abajo, trazo->blockBoundingRect(celda.lastCursorPosition().block()).bottom());
+    }
+    return {arriba, abajo};
+  }
+
+  // A row that a page's end would cut goes on to the next page: the row before it takes what is left of the page, but
+  // for less than a line. So does the last line with the totals that close a table with captions: totals are never
+  // alone on a page.
+  void NoPartasFilas(QTextTable& tabla) {
+    constexpr int kMenosDeUnaLinea = 10;  // pixels
+    const double alto = documento_.pageSize().height();
+    const int titulos = tabla.format().headerRowCount();
+    for (int f = titulos + 1; f < tabla.rows(); ++f) {
+      const bool conTotales = titulos > 0 && f == tabla.rows() - 2;
+      const double arriba = ExtremosDe(tabla, f).first;
+      const double abajo = ExtremosDe(tabla, conTotales ? f + 1 : f).second;
+      const double fin = (std::floor(arriba / alto) + 1) * alto;
+      const double sobra = (fin - arriba) / kFinura - kMenosDeUnaLinea;
+      if (abajo <= fin || abajo - arriba > alto / 2 || sobra <= tabla.format().cellPadding()) continue;
+      for (int c = 0; c < tabla.columns(); ++c) {
+        QTextTableCell celda = tabla.cellAt(f - 1, c);
+        if (celda.column() != c) continue;  // a cell over several columns
+        QTextTableCellFormat formato = celda.format().toTableCellFormat();
+        formato.setBottomPadding(sobra);
+        celda.setFormat(formato);
+      }
+    }
+  }
+
+  static constexpr int kPie = 11;  // letters of the page number, pixels
+  QBuffer nada_;
+  QPdfWriter medida_;
+  QTextDocument documento_;
+  int paginas_ = 1;
+};
+
+// All pages, one under the other.
+class Hojas : public QWidget {
+ public:
+  explicit Hojas(const QString& html) : pliego_(html) {
+    setFixedSize(kAncho + 2 * kAire, pliego_.Paginas() * (kAlto + kAire) + kAire);
+  }
+  const Pliego& pliego() const { return pliego_; }
+  static int Arriba(int pagina) { return kAire + pagina * (kAlto + kAire); }
+  // Page at a height of the widget.
+  int PaginaEn(int y) const { return std::clamp((y - kAire / 2) / (kAlto + kAire), 0, pliego_.Paginas() - 1); }
+
+ protected:
+  void paintEvent(QPaintEvent* evento) override {
+    QPainter p(this);
+    for (int pagina = 0; pagina < pliego_.Paginas(); ++pagina) {
+      const QRect hoja(kAire, Arriba(pagina), kAncho, kAlto);
+      if (!hoja.intersects(evento->rect())) continue;
+      p.fillRect(hoja, Qt::white);
+      p.save();
+      p.translate(hoja.topLeft());
+      p.scale(kVista / kFinura, kVista / kFinura);
+      pliego_.Pinta(p, pagina);
+      p.restore();
+    }
+  }
+
+ private:
+  static constexpr double kVista = 0.75;  // of the real size
+  static constexpr int kAire = 12;
+  static constexpr int kAncho = static_cast<int>(kAnchoHoja * kVista), kAlto = static_cast<int>(kAltoHoja * kVista);
+  Pliego pliego_;
+};
+
+// Scrolls over the pages with the keyboard too, and shows that it has it.
+class ZonaHojas : public QScrollArea {
+ public:
+  explicit ZonaHojas(QWidget* padre) : QScrollArea(padre) {
+    setFocusPolicy(Qt::StrongFocus);
+    setFrameStyle(static_cast<int>(QFrame::Box) | static_cast<int>(QFrame::Plain));
+    setLineWidth(2);
+    Orla(false);
+  }
+
+ protected:
+  void keyPressEvent(QKeyEvent* evento) override {
+    if (evento->key() == Qt::Key_Home) return verticalScrollBar()->triggerAction(QScrollBar::SliderToMinimum);
+    if (evento->key() == Qt::Key_End) return verticalScrollBar()->triggerAction(QScrollBar::SliderToMaximum);
+    QScrollArea::keyPressEvent(evento);
+  }
+  void focusInEvent(QFocusEvent* evento) override {
+    QScrollArea::focusInEvent(evento);
+    Orla(true);
+  }
+  void focusOutEvent(QFocusEvent* evento) override {
+    QScrollArea::focusOutEvent(evento);
+    Orla(false);
+  }
+
+ private:
+  void Orla(bool enfocada) {
+    QPalette colores = palette();
+    colores.setColor(QPalette::WindowText, enfocada ? Colores().acento : Colores().borde);
+    setPalette(colores);
+  }
+};
 
 class Impreso : public QDialog {
  public:
-  Impreso(const QString& html, const QString& nombre, QWidget* padre) : QDialog(padre), html_(html), nombre_(nombre) {
+  Impreso(const QString& html, const QString& nombre, const QStringList& avisos, QWidget* padre)
+      : QDialog(padre), html_(html), nombre_(nombre) {
     setWindowTitle(nombre);
     setObjectName(QStringLiteral("impreso"));
     setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
     auto* caja = new QVBoxLayout(this);
-    auto* hoja = new QLabel(this);
-    constexpr double kVista = 0.75;
-    QImage imagen = Hoja(html, kVista * devicePixelRatioF());
-    imagen.setDevicePixelRatio(devicePixelRatioF());
-    hoja->setPixmap(QPixmap::fromImage(imagen));
-    hoja->setAccessibleName(QStringLiteral("Vista previa de la confirmación"));
-    auto* zona = new QScrollArea(this);
-    zona->setWidget(hoja);
-    zona->setAlignment(Qt::AlignCenter);
-    zona->setMinimumSize(static_cast<int>(kAnchoHoja * kVista) + 24, 480);
-    caja->addWidget(zona);
+    for (const QString& aviso : avisos) {
+      auto* rotulo = new QLabel(QStringLiteral("⚠ ") + aviso, this);
+      rotulo->setObjectName(QStringLiteral("aviso"));
+      rotulo->setTextFormat(Qt::PlainText);
+      rotulo->setWordWrap(true);
+      QPalette tinta = rotulo->palette();
+      tinta.setColor(QPalette::WindowText, Colores().peligro);
+      rotulo->setPalette(tinta);
+      caja->addWidget(rotulo);
+    }
+    hojas_ = new Hojas(html);
+    zona_ = new ZonaHojas(this);
+    zona_->setObjectName(QStringLiteral("hojas"));
+    zona_->setWidget(hojas_);
+    zona_->setAlignment(Qt::AlignCenter);
+    zona_->setMinimumSize(hojas_->width() + 24, 420);
+    caja->addWidget(zona_);
+    auto* pie = new QHBoxLayout;
+    cual_ = new QLabel(this);
+    cual_->setObjectName(QStringLiteral("pagina"));
+    pie->addWidget(cual_);
     auto* botones = new QDialogButtonBox(this);
     QPushButton* abre = botones->addButton(QStringLiteral("&Abrir en el visor"), QDialogButtonBox::ActionRole);
     QPushButton* guarda = botones->addButton(QStringLiteral("&Guardar como…"), QDialogButtonBox::ActionRole);
@@ -104,10 +284,26 @@ class Impreso : public QDialog {
     connect(abre, &QPushButton::clicked, this, [this] { Abre(); });
     connect(guarda, &QPushButton::clicked, this, [this] { Guarda(); });
     connect(botones, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    caja->addWidget(botones);
+    connect(zona_->verticalScrollBar(), &QScrollBar::valueChanged, this, [this] { DiPagina(); });
+    pie->addWidget(botones);
+    caja->addLayout(pie);
+    // As much of a page as the screen has room for.
+    resize(sizeHint().width(), std::min(hojas_->height() + 120, screen()->availableGeometry().height() * 85 / 100));
+    DiPagina();
+    zona_->setFocus();
   }
 
  private:
+  void DiPagina() {
+    const int medio = zona_->verticalScrollBar()->value() + zona_->viewport()->height() / 2;
+    const int pagina = hojas_->PaginaEn(medio);
+    const QString nombre = hojas_->pliego().NombrePagina(pagina);
+    if (cual_->text() == nombre) return;
+    cual_->setText(nombre);
+    zona_->setAccessibleName(QStringLiteral("Vista previa, ") + nombre);
+    zona_->setAccessibleDescription(hojas_->pliego().Texto(pagina));
+  }
+
   void Falla(const std::string& texto) {
     controles::CajaMensaje aviso;
     aviso.texto = texto;
@@ -126,12 +322,17 @@ class Impreso : public QDialog {
     }
   }
 
+  // Only the clerk may read the file: it names a guest.
   void Abre() {
     const QString ruta = QDir::temp().filePath(nombre_ + QStringLiteral(".pdf"));
+    QFile archivo(ruta);
+    if (archivo.open(QIODevice::Append)) archivo.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    archivo.close();
     if (!Escribe(ruta)) return;
-    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(ruta))) {
-      Falla("No hay un visor de PDF instalado. El documento quedó en " + ruta.toStdString());
-    }
+    AbreEnVisor(ruta, this, [this, ruta] {
+      Falla("No hay un programa que muestre documentos PDF. El documento quedó en " + ruta.toStdString() +
+            "\nInstale un visor de PDF, o use «Guardar como…» para llevarlo a otro equipo.");
+    });
   }
 
   void Guarda() {
@@ -140,6 +341,9 @@ class Impreso : public QDialog {
   }
 
   QString html_, nombre_;
+  Hojas* hojas_;
+  ZonaHojas* zona_;
+  QLabel* cual_;
 };
 
 class ServicioImpresion : public com::Objeto<anfitrion::Impresion> {
@@ -153,7 +357,8 @@ class ServicioImpresion : public com::Objeto<anfitrion::Impresion> {
     const auto documento = autonomo::LeeDocumento(*host_.conexion(), clave);
     if (!documento) return;
     const QString html = LlenaPlantilla(PlantillaDe(*host_.conexion(), formato), *documento);
-    Impreso(html, QStringLiteral("Confirmación ") + Q(documento->folio), frente_()).exec();
+    const QStringList avisos = ProblemasDePlantilla(*host_.conexion(), formato);
+    Impreso(html, QStringLiteral("Confirmación ") + Q(documento->folio), avisos, frente_()).exec();
     if (QWidget* frente = frente_()) frente->activateWindow();
   }
 
@@ -185,29 +390,64 @@ QString PlantillaIncluida() {
 <td><span style="color:#566275; font-size:9pt">CLIENTE</span><br><b>{cliente}</b></td>
 </tr></table>
 <table width="100%" cellspacing="0" cellpadding="5" style="margin-top:18px">
-<tr bgcolor="#1f5fbf" style="color:#ffffff">
-<td><b>Habitación</b></td><td><b>Descripción</b></td><td><b>Del</b></td><td><b>Al</b></td>
-<td align="center"><b>Personas</b></td><td align="right"><b>Importe</b></td></tr>
+<thead><tr bgcolor="#1f5fbf" style="color:#ffffff">
+<td width="12%"><b>Habitación</b></td><td width="37%"><b>Descripción</b></td><td width="12%"><b>Del</b></td>
+<td width="12%"><b>Al</b></td><td width="12%" align="center"><b>Personas</b></td>
+<td width="15%" align="right"><b>Importe</b></td></tr></thead>
 {renglones}
-</table>
-<hr>
-<table width="100%" cellspacing="0" cellpadding="3">
-<tr><td align="right" width="80%">Subtotal</td><td align="right">{subtotal}</td></tr>
-<tr><td align="right">Impuestos</td><td align="right">{impuestos}</td></tr>
-<tr><td align="right"><b>Total {moneda}</b></td><td align="right"><b>{total}</b></td></tr>
+<tr><td colspan="5" align="right" style="border-top:1px solid #8894a6">Subtotal<br>Impuestos<br><b>Total {moneda}</b></td>
+<td align="right" style="border-top:1px solid #8894a6">{subtotal}<br>{impuestos}<br><b>{total}</b></td></tr>
 </table>
 <p style="margin-top:16px">{notas}</p>
 </body></html>)");
 }
 
-QString PlantillaDe(autonomo::Conexion& conexion, const std::string& formato) {
+namespace {
+
+// Nothing when the hotel has no template of its own.
+std::optional<QString> PlantillaPropia(autonomo::Conexion& conexion, const std::string& formato) {
   const auto rs =
       conexion.Consulta("SELECT Fm_Contenido FROM Formato WHERE Fm_Cve_Formato = ?", {formato + kFinFormatoHtml});
-  if (!rs->Eof() && !rs->Fields(0).Value().EsNulo()) {
-    const QString propia = Q(com::CStr(rs->Fields(0).Value()));
-    if (!propia.trimmed().isEmpty()) return propia;
+  if (rs->Eof()) return std::nullopt;
+  return rs->Fields(0).Value().EsNulo() ? QString() : Q(com::CStr(rs->Fields(0).Value()));
+}
+
+bool SeVe(const QString& html) {
+  QTextDocument documento;
+  documento.setHtml(html);
+  return !documento.toPlainText().trimmed().isEmpty();
+}
+
+}  // namespace
+
+QString PlantillaDe(autonomo::Conexion& conexion, const std::string& formato) {
+  const auto propia = PlantillaPropia(conexion, formato);
+  return propia && SeVe(*propia) ? *propia : PlantillaIncluida();
+}
+
+QStringList ProblemasDePlantilla(autonomo::Conexion& conexion, const std::string& formato) {
+  const auto propia = PlantillaPropia(conexion, formato);
+  if (!propia) return {};
+  const QString cual = QStringLiteral("El formato de impresión ") + Q(formato + kFinFormatoHtml);
+  if (propia->trimmed().isEmpty()) return {cual + QStringLiteral(" está vacío; se usó el del programa.")};
+  if (!SeVe(*propia)) return {cual + QStringLiteral(" no muestra ningún texto; se usó el del programa.")};
+  static const QRegularExpression campo(QStringLiteral(R"(\{([A-Za-z_]+)\})"));
+  const autonomo::Campos conocidos = autonomo::CamposDe({});
+  QStringList ajenos;
+  int llenados = 0;
+  for (auto i = campo.globalMatch(*propia); i.hasNext();) {
+    const auto hallado = i.next();
+    if (conocidos.contains(hallado.captured(1).toStdString())) {
+      ++llenados;
+    } else if (!ajenos.contains(hallado.captured(0))) {
+      ajenos << hallado.captured(0);
+    }
   }
-  return PlantillaIncluida();
+  QStringList problemas;
+  if (!ajenos.isEmpty())
+    problemas << cual + QStringLiteral(" tiene campos que no existen: ") + ajenos.join(QStringLiteral(", "));
+  if (llenados == 0) problemas << cual + QStringLiteral(" no tiene ningún campo: no dice de qué reservación es.");
+  return problemas;
 }
 
 QString LlenaPlantilla(const QString& plantilla, const autonomo::Documento& documento) {
@@ -219,26 +459,70 @@ QString LlenaPlantilla(const QString& plantilla, const autonomo::Documento& docu
   return Q(autonomo::Rellena(plantilla.toStdString(), campos));
 }
 
-void EscribePdf(const QString& html, const QString& titulo, const QString& ruta) {
-  QFile archivo(ruta);
-  const auto falla = [&] {
-    throw com::Error(com::error::kSoloLectura,
-                     "No se puede escribir " + ruta.toStdString() + ": " + archivo.errorString().toStdString());
-  };
-  if (!archivo.open(QIODevice::WriteOnly)) falla();
-  QPdfWriter pdf(&archivo);
+namespace {
+
+QByteArray Pdf(const QString& html, const QString& titulo) {
+  QBuffer salida;
+  salida.open(QIODevice::WriteOnly);
+  QPdfWriter pdf(&salida);
   pdf.setTitle(titulo);
   pdf.setCreator(QStringLiteral("reservas"));
   pdf.setPageSize(QPageSize(QPageSize::Letter));
-  pdf.setPageMargins(QMarginsF(0.75, 0.75, 0.75, 0.75), QPageLayout::Inch);
-  pdf.setResolution(kPpp * 10);
-  QTextDocument documento;
-  documento.documentLayout()->setPaintDevice(&pdf);
-  Prepara(documento, html);
-  documento.setPageSize(pdf.pageLayout().paintRectPixels(pdf.resolution()).size());
-  documento.print(&pdf);
-  // A full disk shows when the last of it is written.
-  if (!archivo.flush() || archivo.error() != QFile::NoError) falla();
+  pdf.setPageMargins(QMarginsF());
+  pdf.setResolution(kPpp * kFinura);
+  const Pliego pliego(html);
+  QPainter p(&pdf);
+  for (int pagina = 0; pagina < pliego.Paginas(); ++pagina) {
+    if (pagina > 0) pdf.newPage();
+    pliego.Pinta(p, pagina);
+  }
+  p.end();
+  return salida.data();
+}
+
+}  // namespace
+
+void EscribePdf(const QString& html, const QString& titulo, const QString& ruta) {
+  const QByteArray pdf = Pdf(html, titulo);
+  const auto falla = [&](const QFileDevice& archivo) {
+    throw com::Error(com::error::kSoloLectura,
+                     "No se puede escribir " + ruta.toStdString() + ": " + archivo.errorString().toStdString());
+  };
+  // A device is written to; a file keeps what it held until the new document is whole.
+  if (const QFileInfo destino(ruta); destino.exists() && !destino.isFile()) {
+    QFile aparato(ruta);
+    if (!aparato.open(QIODevice::WriteOnly) || aparato.write(pdf) != pdf.size() || !aparato.flush()) falla(aparato);
+    return;
+  }
+  QSaveFile archivo(ruta);
+  if (!archivo.open(QIODevice::WriteOnly) || archivo.write(pdf) != pdf.size() || !archivo.commit()) falla(archivo);
+}
+
+void AbreEnVisor(const QString& ruta, QObject* duenio, std::function<void()> sinVisor) {
+#ifdef Q_OS_LINUX
+  // The desktop's opener says only at its end whether a viewer was found. It outlives the dialog.
+  auto* abridor = new QProcess(QCoreApplication::instance());
+  QObject::connect(abridor, &QProcess::finished, abridor, &QObject::deleteLater);
+  QObject::connect(abridor, &QProcess::finished, duenio, [sinVisor](int codigo, QProcess::ExitStatus) {
+    if (codigo != 0) sinVisor();
+  });
+  QObject::connect(abridor, &QProcess::errorOccurred, duenio, [sinVisor, abridor](QProcess::ProcessError error) {
+    if (error != QProcess::FailedToStart) return;
+    abridor->deleteLater();
+    sinVisor();
+  });
+  abridor->setStandardOutputFile(QProcess::nullDevice());
+  abridor->setStandardErrorFile(QProcess::nullDevice());
+  abridor->start(QStringLiteral("xdg-open"), {ruta});
+#else
+  Q_UNUSED(duenio);
+  if (!QDesktopServices::openUrl(QUrl::fromLocalFile(ruta))) sinVisor();
+#endif
+}
+
+std::unique_ptr<QDialog> CreaVistaPrevia(const QString& html, const QString& nombre, const QStringList& avisos,
+                                         QWidget* padre) {
+  return std::make_unique<Impreso>(html, nombre, avisos, padre);
 }
 
 void InstalaImpresion(autonomo::Anfitrion& anfitrion, std::function<QWidget*()> frente) {

@@ -3,7 +3,10 @@
 
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
+#include <QScrollArea>
 #include <QTemporaryDir>
+#include <QTest>
 
 #include "desktop/impresion.h"
 #include "platform/com/error.h"
@@ -48,6 +51,86 @@ TEST(ImpresionPrueba, UsaElFormatoDelHotelCuandoLoTiene) {
   EXPECT_EQ(vista::LlenaPlantilla(plantilla, Confirmacion()), QStringLiteral("<p>Folio 0000000012, $4,640.00</p>"));
 }
 
+TEST(ImpresionPrueba, UnaPlantillaQueNoSirveSeDice) {
+  autonomo::Anfitrion anfitrion{autonomo::Opciones{}};
+  autonomo::Conexion& conexion = *anfitrion.conexion();
+  EXPECT_TRUE(vista::ProblemasDePlantilla(conexion, "HT0001").isEmpty()) << "none of its own";
+  conexion.Consulta("INSERT INTO Formato (Fm_Cve_Formato, Fm_Descripcion, Fm_Contenido) VALUES (?, ?, ?)",
+                    {"HT0001.HTML", "Nuestra", "  "});
+  struct Caso {
+    const char *contenido, *dice;
+    bool sirve;
+  };
+  for (const Caso& caso :
+       {Caso{" \n", "vacío", false}, Caso{"<table></table><!-- {folio} -->", "ningún texto", false},
+        Caso{"<p>Folio {foliio} de {hotel}</p>", "{foliio}", true}, Caso{"<p>Gracias</p>", "ningún campo", true},
+        Caso{"<style>p {color:red}</style><p>{folio} {renglones}</p>", "", true}}) {
+    conexion.Consulta("UPDATE Formato SET Fm_Contenido = ?", {caso.contenido});
+    const QStringList problemas = vista::ProblemasDePlantilla(conexion, "HT0001");
+    if (*caso.dice == '\0') {
+      EXPECT_TRUE(problemas.isEmpty()) << problemas.join(' ').toStdString();
+    } else {
+      ASSERT_EQ(problemas.size(), 1) << caso.contenido;
+      EXPECT_TRUE(problemas[0].contains(QString::fromUtf8(caso.dice))) << problemas[0].toStdString();
+    }
+    EXPECT_EQ(vista::PlantillaDe(conexion, "HT0001") != vista::PlantillaIncluida(), caso.sirve) << caso.contenido;
+  }
+}
+
+// What the preview says of each page, read with the keyboard.
+QStringList Paginas(const QString& html) {
+  const auto previa = vista::CreaVistaPrevia(html, QStringLiteral("Confirmación"), {}, nullptr);
+  previa->show();
+  auto* hojas = previa->findChild<QScrollArea*>(QStringLiteral("hojas"));
+  QStringList textos;
+  QTest::keyClick(hojas, Qt::Key_Home);
+  for (QString antes; hojas->accessibleName() != antes; QTest::keyClick(hojas, Qt::Key_PageDown)) {
+    // A page is taller than what is seen of it.
+    antes = hojas->accessibleName();
+    textos << hojas->accessibleDescription();
+    for (int i = 0; i < 3 && hojas->accessibleName() == antes; ++i) QTest::keyClick(hojas, Qt::Key_PageDown);
+    if (hojas->accessibleName() != antes) QTest::keyClick(hojas, Qt::Key_Up);
+  }
+  return textos;
+}
+
+// However many lines, no page shows totals without a line, nor half a line, and none is blank.
+TEST(ImpresionPrueba, LasPaginasNoPartenRenglonesNiDejanSolosLosTotales) {
+  autonomo::Documento d = Confirmacion();
+  d.notas.clear();
+  d.renglones.clear();
+  const std::string larga = "Suite con vista al mar y terraza privada / 1201 Torre Poniente, edificio principal";
+  for (int n = 1; n <= 40; ++n) {
+    d.renglones.push_back(
+        {std::to_string(1000 + n), n % 3 == 0 ? larga : "Doble / 201", d.llegada, d.salida, 2, 0, 0, 1160, 160});
+    if (n < 8) continue;
+    const QStringList paginas = Paginas(vista::LlenaPlantilla(vista::PlantillaIncluida(), d));
+    int vistos = 0;
+    for (const QString& pagina : paginas) {
+      const auto renglones =
+          pagina.count(QRegularExpression(QStringLiteral("^10\\d\\d$"), QRegularExpression::MultilineOption));
+      EXPECT_GT(renglones, 0) << n << " lines: " << pagina.toStdString();
+      EXPECT_EQ(pagina.count(QStringLiteral("$1,160.00")), renglones) << "a line and its amount: " << n;
+      vistos += static_cast<int>(renglones);
+    }
+    EXPECT_EQ(vistos, n);
+    EXPECT_TRUE(paginas.last().contains(QStringLiteral("Total MXN"))) << n;
+  }
+}
+
+TEST(ImpresionPrueba, SinVisorSeDiceYElDocumentoQueda) {
+#ifdef Q_OS_LINUX
+  const QByteArray camino = qgetenv("PATH");
+  qputenv("PATH", "/no/existe");
+  int veces = 0;
+  QObject duenio;
+  vista::AbreEnVisor(QStringLiteral("/tmp/x.pdf"), &duenio, [&] { ++veces; });
+  EXPECT_TRUE(QTest::qWaitFor([&] { return veces > 0; }, 5000));
+  qputenv("PATH", camino);
+  EXPECT_EQ(veces, 1);
+#endif
+}
+
 TEST(ImpresionPrueba, EscribeUnPdfDeTamanoCartaODiceQueNoPuede) {
   const QTemporaryDir carpeta;
   const QString ruta = carpeta.filePath(QStringLiteral("c.pdf"));
@@ -61,6 +144,7 @@ TEST(ImpresionPrueba, EscribeUnPdfDeTamanoCartaODiceQueNoPuede) {
   EXPECT_TRUE(caja.contains("612") && caja.contains("792")) << "letter: " << caja.toStdString();
   EXPECT_EQ(pdf.count("/Type /Page\n"), 1) << "one page";
   EXPECT_THROW(vista::EscribePdf({}, {}, carpeta.filePath(QStringLiteral("no/existe.pdf"))), com::Error);
+  EXPECT_THROW(vista::EscribePdf({}, {}, carpeta.path()), com::Error) << "a folder";
   if (QFile::exists(QStringLiteral("/dev/full"))) {
     EXPECT_THROW(vista::EscribePdf(QStringLiteral("<p>x</p>"), {}, QStringLiteral("/dev/full")), com::Error);
   }
