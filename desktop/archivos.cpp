@@ -1,5 +1,6 @@
 #include "desktop/archivos.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QFileIconProvider>
 #include <QStandardPaths>
@@ -34,7 +35,8 @@ QString PreguntaRutaPdf(const QString& titulo, const QString& nombre, QWidget* p
   dialogo.setIconProvider(&iconos);
   dialogo.setAcceptMode(QFileDialog::AcceptSave);
   dialogo.setDefaultSuffix(QStringLiteral("pdf"));
-  dialogo.setDirectory(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+  const QString documentos = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  dialogo.setDirectory(QDir(documentos).exists() ? documentos : QDir::homePath());
   dialogo.selectFile(nombre + QStringLiteral(".pdf"));
   if (dialogo.exec() != QDialog::Accepted || dialogo.selectedFiles().isEmpty()) return {};
   const QString ruta = dialogo.selectedFiles().constFirst();
