@@ -133,6 +133,11 @@ void AlMensajeFatal(QtMsgType tipo, const QMessageLogContext&, const QString& te
   // Told by the toolkit wherever no session or window manager runs; nothing for the clerk.
   if (texto.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR"))) return;
   if (texto.startsWith(QLatin1String("This plugin does not support"))) return;
+  // The last that the toolkit says before it ends the program.
+  if (texto.startsWith(QLatin1String("The X11 connection broke"))) {
+    std::cerr << "reservas: se perdió la pantalla gráfica. Lo aceptado quedó guardado; lo que estaba en captura, no.\n";
+    return;
+  }
   if (tipo != QtDebugMsg) std::cerr << texto.toStdString() << '\n';
 }
 
