@@ -134,7 +134,7 @@ void AlMensajeFatal(QtMsgType tipo, const QMessageLogContext&, const QString& te
   if (texto.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR"))) return;
   if (texto.startsWith(QLatin1String("This plugin does not support"))) return;
   // The last that the toolkit says before it ends the program.
-  if (texto.startsWith(QLatin1String("The X11 connection broke"))) {
+  if (texto.contains(QLatin1String("connection broke"))) {
     std::cerr << "reservas: se perdió la pantalla gráfica. Lo aceptado quedó guardado; lo que estaba en captura, no.\n";
     return;
   }
