@@ -1,6 +1,7 @@
 #include "host/standalone/apertura.h"
 
 #include <sqlite3.h>
+#include <sys/stat.h>
 
 #include <QFileInfo>
 #include <QSqlDriver>
@@ -126,6 +127,14 @@ void Prepara(sqlite3* base) {
   Corre(base, "PRAGMA cache_size=-16000");
 }
 
+// Inode of the write-ahead log's file; 0 when there is none.
+std::uint64_t InodoBitacora(sqlite3* base) {
+  const char* ruta = sqlite3_db_filename(base, "main");
+  struct stat datos {};
+  if (ruta == nullptr || *ruta == '\0' || stat(sqlite3_filename_wal(ruta), &datos) != 0) return 0;
+  return datos.st_ino;
+}
+
 }  // namespace
 
 BaseSqlite::BaseSqlite(const std::string& ruta, int esperaMs) {
@@ -144,6 +153,7 @@ BaseSqlite::BaseSqlite(const std::string& ruta, int esperaMs) {
     Abre(absoluta, esperaMs);
     RegistraColaciones(manija_);
     Prepara(manija_);
+    bitacora_ = InodoBitacora(manija_);
   } catch (const com::Error&) {
     Cierra();
     throw;
@@ -166,6 +176,15 @@ void BaseSqlite::Abre(const QString& ruta, int esperaMs) {
   manija_ = ManijaDe(base_);
   if (manija_ == nullptr)
     throw com::Error(com::error::kBaseDatos, "El controlador de la base de datos no es el de SQLite");
+}
+
+void BaseSqlite::RevisaArchivos() const {
+  int movido = 0;
+  sqlite3_file_control(manija_, "main", SQLITE_FCNTL_HAS_MOVED, &movido);
+  if (movido == 0 && InodoBitacora(manija_) == bitacora_) return;
+  throw com::Error(com::error::kBaseDatos,
+                   "Alguien movió, borró o cambió el archivo de la base de datos mientras se usaba. No se guardó nada: "
+                   "devuélvalo a su lugar, o cierre el programa y ábralo otra vez");
 }
 
 void BaseSqlite::Cierra() {

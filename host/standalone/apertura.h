@@ -3,6 +3,7 @@
 
 #include <QSqlDatabase>
 #include <QString>
+#include <cstdint>
 #include <string>
 
 struct sqlite3;
@@ -22,6 +23,10 @@ class BaseSqlite {
   // SQLite's own handle, which belongs to the Qt driver.
   sqlite3* manija() const { return manija_; }
 
+  // com::Error kBaseDatos when the database's file or its log is no longer the one that was opened: what is written
+  // then would be lost without a sign. Asked before each write or transaction.
+  void RevisaArchivos() const;
+
  private:
   void Abre(const QString& ruta, int esperaMs);
   void Cierra();
@@ -29,6 +34,7 @@ class BaseSqlite {
   QString nombre_;
   QSqlDatabase base_;
   sqlite3* manija_ = nullptr;
+  std::uint64_t bitacora_ = 0;  // inode of the write-ahead log; 0 in memory
 };
 
 }  // namespace autonomo

@@ -116,6 +116,7 @@ ado::RecordsetPtr ConexionSqlite::CorrePartida(Preparada& p, std::string_view te
     }
   }
   if (pregunta != parametros.size()) throw com::Error(kSentencia, "Sobran parámetros", std::string(texto));
+  if (!enTransaccion_ && !p.sentencia.SoloLee()) base_.RevisaArchivos();
   return p.sentencia.Corre(texto);
 }
 
@@ -145,6 +146,7 @@ void ConexionSqlite::RevisaDeshecha(std::string_view texto) const {
 
 void ConexionSqlite::BeginTrans() {
   if (enTransaccion_) throw com::Error(kTransaccion, "Ya hay una transacción abierta");
+  base_.RevisaArchivos();
   // At once the writer: a read that becomes a write later could find that another program wrote in between.
   Corre(base_.manija(), "BEGIN IMMEDIATE");
   enTransaccion_ = true;

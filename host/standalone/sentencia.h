@@ -30,6 +30,7 @@ class Sentencia {
   void LigaCopia(int i, std::string_view texto);
   // Empty and NULL bind NULL; Error kTipos for an object.
   void Liga(int i, const com::Variant& valor);
+  bool SoloLee() const { return sqlite3_stmt_readonly(s_.get()) != 0; }
   int Parametros() const { return sqlite3_bind_parameter_count(s_.get()); }
 
   // Runs it, reads all rows and leaves it ready to be bound again. Dates come as dates, whole numbers of 32 bits as

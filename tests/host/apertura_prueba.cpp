@@ -219,4 +219,22 @@ TEST_F(AperturaPrueba, MuertaAlGuardarQuedaTodoONada) {
   EXPECT_EQ(Uno(*c, "PRAGMA integrity_check"), "ok");
 }
 
+// What is written to a file that nobody can find again is lost.
+TEST_F(AperturaPrueba, UnArchivoQueSeFueNoRecibeNada) {
+  const auto c = Abre();
+  const auto inserta = [&] { c->Execute("INSERT INTO Moneda (Mn_Cve_Moneda) VALUES ('MXN')"); };
+  for (const char* cola : {"", "-wal"}) {
+    std::filesystem::rename(ruta + cola, ruta + ".otro");
+    EXPECT_EQ(ErrorDe([&] { c->BeginTrans(); }).Numero(), kBaseDatos) << cola;
+    EXPECT_EQ(ErrorDe(inserta).Numero(), kBaseDatos) << cola;
+    std::ofstream(ruta + cola) << "otro archivo";
+    EXPECT_EQ(ErrorDe([&] { c->BeginTrans(); }).Numero(), kBaseDatos) << "another file under its name" << cola;
+    std::filesystem::rename(ruta + ".otro", ruta + cola);
+  }
+  c->BeginTrans();
+  inserta();
+  c->CommitTrans();
+  EXPECT_EQ(Uno(*Abre(), "SELECT COUNT(*) FROM Moneda"), "1");
+}
+
 }  // namespace
