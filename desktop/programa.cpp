@@ -1,14 +1,17 @@
 #include "desktop/programa.h"
 
 #include <QCursor>
+#include <QDialog>
 #include <QDir>
 #include <QFileInfo>
-#include <QLibraryInfo>
-#include <QLocale>
+#include <QLabel>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QScreen>
+#include <QSettings>
 #include <QStandardPaths>
-#include <QTranslator>
+#include <QTimer>
+#include <QVBoxLayout>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
@@ -18,6 +21,8 @@
 #include "desktop/dialogos.h"
 #include "desktop/escala.h"
 #include "desktop/escritorio_qt.h"
+#include "desktop/iconos.h"
+#include "desktop/idioma.h"
 #include "desktop/impresion.h"
 #include "desktop/manos_qt.h"
 #include "desktop/pantallas.h"
@@ -94,15 +99,6 @@ OpcionesPrograma LeeOpcionesPrograma(const std::vector<std::string>& argumentos,
   return opciones;
 }
 
-// Buttons and menus of the toolkit itself, in Spanish where its translation is installed.
-void TraduceQt(QApplication& app) {
-  QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Mexico));
-  auto* traductor = new QTranslator(&app);
-  if (traductor->load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
-    QApplication::installTranslator(traductor);
-  }
-}
-
 void MuestraFalla(const std::string& texto) {
   std::cerr << "reservas: " << texto << '\n';
   controles::CajaMensaje caja;
@@ -110,6 +106,45 @@ void MuestraFalla(const std::string& texto) {
   caja.estilo = 16;
   caja.titulo = "Reservaciones";
   CajaAviso(caja, nullptr).Pregunta();
+}
+
+// Where no letter can be drawn: the strokes of a few words, and a button that needs none.
+void MuestraSinLetras(QWidget* padre) {
+  constexpr int kLetra = 16;  // pixels
+  QDialog nota(padre);
+  nota.setWindowTitle(QStringLiteral("Reservaciones"));
+  auto* caja = new QVBoxLayout(&nota);
+  auto* texto = new QLabel(&nota);
+  texto->setPixmap(
+      QPixmap::fromImage(TextoTrazado(QStringLiteral("FALTA UN TIPO DE LETRA.\n"
+                                                     "EL SISTEMA NO TIENE NINGUNO\n"
+                                                     "Y LOS TEXTOS NO SE PUEDEN DIBUJAR.\n\n"
+                                                     "INSTALE: FONTS-DEJAVU-CORE\n"
+                                                     "Y ABRA EL PROGRAMA OTRA VEZ."),
+                                      kLetra, Colores().texto, Colores().fondo, nota.devicePixelRatioF())));
+  auto* cierra = new QPushButton(Icono(QStringLiteral("aceptar"), Colores().sobreAcento), {}, &nota);
+  cierra->setAccessibleName(QStringLiteral("Aceptar"));
+  cierra->setDefault(true);
+  QObject::connect(cierra, &QPushButton::clicked, &nota, &QDialog::accept);
+  caja->addWidget(texto);
+  caja->addWidget(cierra, 0, Qt::AlignRight);
+  nota.exec();
+}
+
+// A language that is missing is told once to each user: the program can do without.
+void AvisaCarencias(const Carencias& carencias, QWidget* padre) {
+  if (!HayLetra()) return MuestraSinLetras(padre);
+  QSettings recuerdos(QStringLiteral("reservas"), QStringLiteral("reservas"));
+  const QString dicho = QStringLiteral("avisos/idioma");
+  for (const QString& aviso : {carencias.letra, carencias.idioma}) {
+    if (aviso.isEmpty() || (aviso == carencias.idioma && recuerdos.value(dicho).toBool())) continue;
+    controles::CajaMensaje caja;
+    caja.texto = aviso.toStdString();
+    caja.estilo = 48;
+    caja.titulo = "Reservaciones";
+    CajaAviso(caja, padre).Pregunta();
+  }
+  recuerdos.setValue(dicho, !carencias.idioma.isEmpty());
 }
 
 controles::ScreenToolbar* BarraDe(const controles::Formulario& formulario) {
@@ -210,7 +245,8 @@ std::string BaseDelUsuario() {
 int Programa::Corre() {
   std::vector<std::string> argumentos;
   for (const QString& a : QApplication::arguments().mid(1)) argumentos.push_back(a.toStdString());
-  TraduceQt(aplicacion_);
+  carencias_.idioma = InstalaIdioma(aplicacion_, CarpetaDeIdiomas());
+  carencias_.letra = BuscaLetra(CarpetasDeLetras());
   OpcionesPrograma opciones;
   try {
     bool ayuda = false;
@@ -226,6 +262,9 @@ int Programa::Corre() {
     AplicaEstilo(aplicacion_);
     MuestraFalla(e.Descripcion());
     return kFalla;
+  }
+  for (const QString& aviso : {carencias_.letra, carencias_.idioma}) {
+    if (!aviso.isEmpty()) std::cerr << "reservas: aviso: " << aviso.toStdString() << '\n';
   }
   const QScreen* pantalla = QApplication::primaryScreen();
   // A script's windows are as designed whatever the screen.
@@ -257,6 +296,7 @@ int Programa::CorreVentana(const OpcionesPrograma& opciones) {
   QApplication::setQuitOnLastWindowClosed(false);
   escritorio.alTerminar = [] { QApplication::quit(); };
   componente.Abre(anfitrion.Padre());
+  QTimer::singleShot(0, [this, &escritorio] { AvisaCarencias(carencias_, escritorio.Frente()); });
   return QApplication::exec();
 }
 
