@@ -95,3 +95,44 @@ guardado() {
     sleep 0.05
   done
 }
+
+# --- a reservation
+
+# Pixels in a window at 96 dots an inch.
+readonly opcion_habitacion='205 131' filtro_tipo='695 102'
+readonly noche_1='187 284' noche_2='240 284'  # of room 210, free on all three
+readonly adultos_1='410 317' adultos_2='410 341'
+
+encabezado() {  # client 1 for guest 2, cash, from 11 to 14 March
+  teclas ctrl+n Tab Tab
+  campo 1
+  campo 2
+  campo 1
+  teclas Return
+  campo 11/3
+  campo 14/3
+}
+
+# Kings on the board: the same two nights of room 210 by clicks, of 211 by keys.
+tablero() {
+  teclas F6
+  dialogo Disponibilidad
+  clic $opcion_habitacion
+  clic $filtro_tipo
+  teclas ctrl+a
+  campo 3
+  clic $noche_1
+  clic $noche_2
+  teclas Down space Left space
+  teclas ctrl+Return
+  ventana_principal
+}
+
+personas() {
+  clic $adultos_1
+  teclas ctrl+a
+  campo 2
+  clic $adultos_2
+  teclas ctrl+a
+  campo 1
+}

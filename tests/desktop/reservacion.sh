@@ -4,46 +4,7 @@
 # shellcheck source=manos.sh
 . "$(dirname "$(realpath "$0")")/manos.sh"
 
-# Pixels in a window at 96 dots an inch.
-readonly opcion_habitacion='205 131' filtro_tipo='695 102'
-readonly noche_1='187 284' noche_2='240 284'  # of room 210, free on all three
-readonly adultos_1='410 317' adultos_2='410 341' referencia='700 87'
-readonly boton_aceptar='158 18' boton_cancelar_reservacion='322 18'
-
-encabezado() {  # client 1 for guest 2, cash, from 11 to 14 March
-  teclas ctrl+n Tab Tab
-  campo 1
-  campo 2
-  campo 1
-  teclas Return
-  campo 11/3
-  campo 14/3
-}
-
-tablero() {  # kings: the same two nights of room 210 by clicks, of 211 by keys
-  teclas F6
-  dialogo Disponibilidad
-  clic $opcion_habitacion
-  clic $filtro_tipo
-  teclas ctrl+a
-  campo 3
-  clic $noche_1
-  clic $noche_2
-  teclas Down space Left space
-  scrot -o tablero.png
-  teclas ctrl+Return
-  ventana_principal
-}
-
-personas() {
-  clic $adultos_1
-  teclas ctrl+a
-  campo 2
-  clic $adultos_2
-  teclas ctrl+a
-  campo 1
-  scrot -o renglones.png
-}
+readonly referencia='700 87' boton_aceptar='158 18' boton_cancelar_reservacion='322 18'  # pixels in the main window
 
 # The question at the end of a save: No, then the confirmation is saved as a file.
 imprime() {  # file
