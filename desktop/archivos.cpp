@@ -6,6 +6,8 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
+#include "desktop/dialogos.h"
+
 namespace vista {
 
 namespace {
@@ -38,7 +40,7 @@ QString PreguntaRutaPdf(const QString& titulo, const QString& nombre, QWidget* p
   const QString documentos = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
   dialogo.setDirectory(QDir(documentos).exists() ? documentos : QDir::homePath());
   dialogo.selectFile(nombre + QStringLiteral(".pdf"));
-  if (dialogo.exec() != QDialog::Accepted || dialogo.selectedFiles().isEmpty()) return {};
+  if (Atiende(dialogo) != QDialog::Accepted || dialogo.selectedFiles().isEmpty()) return {};
   const QString ruta = dialogo.selectedFiles().constFirst();
   return ruta.endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive) ? ruta : ruta + QStringLiteral(".pdf");
 }

@@ -49,6 +49,12 @@ void ConBotones(QDialog* dialogo, QVBoxLayout* caja) {
 
 }  // namespace
 
+int Atiende(QDialog& dialogo) {
+  const int resultado = dialogo.exec();
+  if (const QWidget* duenio = dialogo.parentWidget()) duenio->window()->activateWindow();
+  return resultado;
+}
+
 // --- CajaAviso
 
 CajaAviso::CajaAviso(const controles::CajaMensaje& caja, QWidget* padre) : QMessageBox(padre) {
@@ -100,7 +106,7 @@ QPushButton* CajaAviso::Boton(int respuesta) const {
 }
 
 int CajaAviso::Pregunta() {
-  exec();
+  Atiende(*this);
   for (const auto& [respuesta, boton] : botones_) {
     if (clickedButton() == boton) return respuesta;
   }

@@ -60,6 +60,10 @@ class Busqueda : public QDialog {
   std::string elegida_;
 };
 
+// Shows the dialog until it is answered; gives exec()'s result. Its owner has the keyboard again, also on a display
+// without a window manager.
+int Atiende(QDialog& dialogo);
+
 // Text without accents, in lower case, for searching.
 QString ParaBuscar(const QString& texto);
 

@@ -336,7 +336,7 @@ class Lista : public QWidget {
 
   void Edita(const FilaCatalogo* fila) {
     EditorFila editor(conexion_, catalogo_, fila, window());
-    if (editor.exec() == QDialog::Accepted) Carga();
+    if (Atiende(editor) == QDialog::Accepted) Carga();
   }
 
   void EditaActual() {
