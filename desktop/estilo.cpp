@@ -13,6 +13,7 @@
 #include <QStyleOption>
 #include <QToolButton>
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <map>
 #include <utility>
@@ -96,9 +97,6 @@ QPlainTextEdit {
   padding: 1px 5px; selection-background-color: %acento%; selection-color: %sobreAcento%; }
 QPlainTextEdit:focus { border: 2px solid %acento%; padding: 0px 4px; }
 QPlainTextEdit:disabled { background: %fondo%; color: %texto%; border-color: %borde%; }
-QFrame[barra="true"] { background: %superficie%; border: none; border-bottom: 1px solid %borde%; }
-QFrame[cuadro="true"] { background: %superficie%; border: 1px solid %borde%; border-radius: 5px; }
-QFrame#estado { background: %superficie%; border: none; border-top: 1px solid %borde%; }
 QComboBox QAbstractItemView { background: %superficie%; border: 1px solid %bordeCampo%;
   selection-background-color: %acentoSuave%; selection-color: %texto%; outline: 0; }
 QTabWidget::pane { border: 1px solid %borde%; background: %fondo%; }
@@ -145,7 +143,8 @@ QString Hoja(const Paleta& c) {
   return hoja;
 }
 
-double tamanoBase = 9.5;
+// One for each Letra.
+std::array<QFont, 4> fuentes;
 // A very wide letter is set a little narrower.
 constexpr int kEstrecha = 93;
 
@@ -438,10 +437,18 @@ void AplicaEstilo(QApplication& app, Tema tema, double letra) {
   oscuro = tema == Tema::Oscuro || (tema == Tema::Sistema && sistema);
   QApplication::setStyle(new EstiloBase);
   QFont base = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
-  tamanoBase = std::clamp(base.pointSizeF(), 9.0, 11.0) * letra;
-  base.setPointSizeF(tamanoBase);
+  base.setPointSizeF(std::clamp(base.pointSizeF(), 9.0, 11.0) * letra);
   if (QFontInfo(base).family() == QLatin1String("DejaVu Sans")) base.setStretch(kEstrecha);
   QApplication::setFont(base);
+  fuentes.fill(QApplication::font());
+  const auto cambia = [&](Letra cual, double tamano, QFont::Weight peso) {
+    QFont& fuente = fuentes[static_cast<std::size_t>(cual)];
+    fuente.setPointSizeF(base.pointSizeF() * tamano);
+    fuente.setWeight(peso);
+  };
+  cambia(Letra::Chica, 0.85, QFont::Normal);
+  cambia(Letra::Fuerte, 1.0, QFont::DemiBold);
+  cambia(Letra::Titulo, 1.2, QFont::DemiBold);
   QPalette paleta = PaletaQt(Colores());
   QApplication::setPalette(paleta);
   // What stands in an input can be read whether or not it may be changed.
@@ -453,24 +460,7 @@ void AplicaEstilo(QApplication& app, Tema tema, double letra) {
 bool EsOscuro() { return oscuro; }
 const Paleta& Colores() { return oscuro ? kOscura : kClara; }
 
-QFont Fuente(Letra letra) {
-  QFont f = QApplication::font();
-  switch (letra) {
-    case Letra::Normal:
-      break;
-    case Letra::Chica:
-      f.setPointSizeF(tamanoBase * 0.85);
-      break;
-    case Letra::Fuerte:
-      f.setWeight(QFont::DemiBold);
-      break;
-    case Letra::Titulo:
-      f.setPointSizeF(tamanoBase * 1.2);
-      f.setWeight(QFont::DemiBold);
-      break;
-  }
-  return f;
-}
+QFont Fuente(Letra letra) { return fuentes[static_cast<std::size_t>(letra)]; }
 
 QColor TonoEstado(std::int32_t color) {
   const QColor original(color & 0xFF, (color >> 8) & 0xFF, (color >> 16) & 0xFF);

@@ -3,6 +3,8 @@
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QMenu>
+#include <QPaintEvent>
+#include <QPainter>
 #include <QShortcut>
 
 #include "desktop/escala.h"
@@ -43,13 +45,31 @@ QKeySequence AtajoDe(Accion accion, bool dialogo) {
   return {};
 }
 
+namespace {
+
+// The strip that the buttons stand on.
+class Franja : public QFrame {
+ public:
+  explicit Franja(QWidget* padre) : QFrame(padre) {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setProperty("barra", true);  // its buttons are flatter
+  }
+
+ protected:
+  void paintEvent(QPaintEvent* evento) override {
+    QPainter p(this);
+    p.fillRect(evento->rect(), Colores().superficie);
+    p.fillRect(0, height() - 1, width(), 1, Colores().borde);
+  }
+};
+
+}  // namespace
+
 VistaBarra::VistaBarra(controles::ScreenToolbar& barra, QWidget* padre, const Contexto& contexto)
     : Vista(barra, contexto), barra_(barra), registro_(nullptr) {
-  auto* marco = new QFrame(padre);
-  marco->setAttribute(Qt::WA_StyledBackground);
+  auto* marco = new Franja(padre);
   Adopta(marco);
   marco->setAccessibleName(QStringLiteral("Barra de acciones"));
-  marco->setProperty("barra", true);
   auto* caja = new QHBoxLayout(marco);
   caja->setContentsMargins(espacio::kChico, 1, espacio::kMedio, 1);
   caja->setSpacing(2);

@@ -447,7 +447,7 @@ namespace {
 
 class Tarjeta : public QWidget {
  public:
-  Tarjeta(const QString& titulo, QWidget* padre) : QWidget(padre), titulo_(titulo) {}
+  Tarjeta(const QString& titulo, QWidget* padre) : QWidget(padre), titulo_(titulo.toUpper()) {}
 
  protected:
   void paintEvent(QPaintEvent*) override {
@@ -456,8 +456,7 @@ class Tarjeta : public QWidget {
     PintaCaja(p, rect(), {Colores().superficie, Colores().borde, 1});
     p.setFont(Fuente(Letra::Chica));
     p.setPen(Colores().tenue);
-    p.drawText(rect().adjusted(espacio::kChico, 3, -espacio::kChico, 0), Qt::AlignLeft | Qt::AlignTop,
-               titulo_.toUpper());
+    p.drawText(rect().adjusted(espacio::kChico, 3, -espacio::kChico, 0), Qt::AlignLeft | Qt::AlignTop, titulo_);
   }
 
  private:

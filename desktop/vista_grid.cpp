@@ -187,6 +187,25 @@ class VistaGrid::Pintor {
 };
 
 // Captions of the columns; a day's has its weekday above its day of the month.
+// Paints the sections of a header that are in sight, and what is left beside them.
+template <class Dibujo>
+void PintaSecciones(const QHeaderView& cabeza, const QRect& zona, Dibujo&& seccion) {
+  QPainter p(cabeza.viewport());
+  const bool acostada = cabeza.orientation() == Qt::Horizontal;
+  const int desde = acostada ? zona.left() : zona.top(), hasta = acostada ? zona.right() : zona.bottom();
+  const int fin = cabeza.length() - cabeza.offset();
+  if (hasta >= fin) {
+    const QPoint esquina = acostada ? QPoint(fin, zona.top()) : QPoint(zona.left(), fin);
+    p.fillRect(QRect(esquina, zona.bottomRight()), Colores().realce);
+  }
+  for (int i = std::max(0, cabeza.visualIndexAt(desde)); i < cabeza.count(); ++i) {
+    const int donde = cabeza.sectionViewportPosition(i), largo = cabeza.sectionSize(i);
+    if (donde > hasta) break;
+    if (cabeza.isSectionHidden(i)) continue;
+    seccion(p, acostada ? QRect(donde, 0, largo, cabeza.height()) : QRect(0, donde, cabeza.width(), largo), i);
+  }
+}
+
 class VistaGrid::Encabezado : public QHeaderView {
  public:
   Encabezado(VistaGrid& vista, QWidget* padre) : QHeaderView(Qt::Horizontal, padre), vista_(vista) {
@@ -195,6 +214,7 @@ class VistaGrid::Encabezado : public QHeaderView {
     setSectionsClickable(false);
     setMinimumSectionSize(10);
   }
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
 
   // The captions need not be measured: only the height counts.
   QSize sizeHint() const override {
@@ -205,24 +225,24 @@ class VistaGrid::Encabezado : public QHeaderView {
  protected:
   void paintEvent(QPaintEvent* evento) override {
     vista_.pintor_->Comienza(*viewport());
-    QHeaderView::paintEvent(evento);
+    PintaSecciones(*this, evento->rect(), [this](QPainter& p, const QRect& zona, int i) { Seccion(p, zona, i); });
   }
 
-  void paintSection(QPainter* p, const QRect& zona, int seccion) const override {
-    if (seccion >= vista_.grid_.NumColumnas()) return p->fillRect(zona, Colores().realce);
+ private:
+  void Seccion(QPainter& p, const QRect& zona, int seccion) const {
+    if (seccion >= vista_.grid_.NumColumnas()) return p.fillRect(zona, Colores().realce);
     using Parte = Pintor::Aspecto::Parte;
     const auto& columna = vista_.grid_.columna(seccion);
     if (columna.fecha.empty()) {
-      vista_.pintor_->Copia(*p, zona,
+      vista_.pintor_->Copia(p, zona,
                             {Parte::Titulo, static_cast<int>(columna.alineacionTitulo), -1, false, columna.titulo},
                             [&](QPainter& pincel, const QRect& lugar) { DibujaTitulo(pincel, lugar, seccion); });
     } else {
-      vista_.pintor_->Copia(*p, zona, {Parte::Dia, -1, -1, seccion == kColumnasFijas, columna.fecha + columna.titulo},
+      vista_.pintor_->Copia(p, zona, {Parte::Dia, -1, -1, seccion == kColumnasFijas, columna.fecha + columna.titulo},
                             [&](QPainter& pincel, const QRect& lugar) { DibujaDia(pincel, lugar, seccion); });
     }
   }
 
- private:
   static void DibujaFondo(QPainter& p, const QRect& zona, const QColor& color) {
     p.fillRect(zona, color);
     p.fillRect(zona.right(), zona.top(), 1, zona.height(), Colores().borde);
@@ -272,19 +292,18 @@ class VistaGrid::Manijas : public QHeaderView {
     setHighlightSections(false);
     setFixedWidth(APixel(kAnchoManija * kTwipsPorPixel));
   }
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
 
   QSize sizeHint() const override { return QSize(minimumWidth(), length()); }
 
  protected:
   void paintEvent(QPaintEvent* evento) override {
     vista_.pintor_->Comienza(*viewport());
-    QHeaderView::paintEvent(evento);
-  }
-
-  void paintSection(QPainter* p, const QRect& zona, int seccion) const override {
-    const std::string numero = std::to_string(seccion + 1);
-    vista_.pintor_->Copia(*p, zona, {Pintor::Aspecto::Parte::Manija, -1, -1, false, numero},
-                          [&](QPainter& pincel, const QRect& lugar) { Dibuja(pincel, lugar, numero); });
+    PintaSecciones(*this, evento->rect(), [this](QPainter& p, const QRect& zona, int i) {
+      const std::string numero = std::to_string(i + 1);
+      vista_.pintor_->Copia(p, zona, {Pintor::Aspecto::Parte::Manija, -1, -1, false, numero},
+                            [&](QPainter& pincel, const QRect& lugar) { Dibuja(pincel, lugar, numero); });
+    });
   }
 
  private:
@@ -385,21 +404,18 @@ namespace {
 class Cuadro : public QFrame {
  public:
   Cuadro(std::function<void()> alCambiar, std::function<bool()> enfocado, QWidget* padre)
-      : QFrame(padre), alCambiar_(std::move(alCambiar)), enfocado_(std::move(enfocado)) {
-    setAttribute(Qt::WA_StyledBackground);
-    setProperty("cuadro", true);
-  }
+      : QFrame(padre), alCambiar_(std::move(alCambiar)), enfocado_(std::move(enfocado)) {}
 
  protected:
   void resizeEvent(QResizeEvent* evento) override {
     QFrame::resizeEvent(evento);
     alCambiar_();
   }
-  void paintEvent(QPaintEvent* evento) override {
-    QFrame::paintEvent(evento);
-    if (!enfocado_()) return;
+  void paintEvent(QPaintEvent*) override {
     QPainter p(this);
     p.setPen(QPen(Colores().acento, 2));
+    PintaCaja(p, rect(), {Colores().superficie, Colores().borde, 1});
+    if (!enfocado_()) return;
     p.drawRect(rect().adjusted(1, 1, -1, -1));
   }
 
