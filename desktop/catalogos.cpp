@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/standalone/parametros.h"
 #include "platform/com/error.h"
 #include "platform/regional/regional.h"
 #include "schema/esquema.h"
@@ -21,12 +22,12 @@ const std::vector<Catalogo>& Todos() {
         {"Cl_Razon_Social_1", "Nombre", Texto, false, kObligatorio},
         {"Cl_Telefono", "Teléfono"},
         {"Cl_Correo", "Correo electrónico"}},
-       true, "", "FTO_CLIENTE"},
+       true, "", "FTO_CLIENTE", "0000000000"},
       {"Forma_Pago", "Formas de pago",
        {{"Fp_Cve_Forma_Pago", "Clave", Clave, kLlave, kObligatorio},
         {"Fp_Descripcion", "Descripción", Texto, false, kObligatorio},
         {"Fp_Tipo", "Tipo", Clave, false, false, "", "04 pide los datos de la tarjeta"}},
-       true, "", "FTO_FORMA_PAGO"},
+       true, "", "FTO_FORMA_PAGO", "0000"},
       {"Moneda", "Monedas",
        {{"Mn_Cve_Moneda", "Clave", Clave, kLlave, kObligatorio},
         {"Mn_Descripcion", "Descripción", Texto, false, kObligatorio}},
@@ -41,22 +42,22 @@ const std::vector<Catalogo>& Todos() {
         {"Th_Cve_Tipo_Habitacion", "Tipo", Referencia, false, kObligatorio, "Tipo_Habitacion"},
         {"Ghb_Cve_Grupo_Habitacion", "Grupo", Referencia, false, kObligatorio, "Grupo_Habitacion"},
         {"Ah_Cve_Area_Habitacion", "Área", Referencia, false, kObligatorio, "Area_Habitacion"}},
-       true, "", "FTO_HABITACION"},
+       true, "", "FTO_HABITACION", "0000"},
       {"Tipo_Habitacion", "Tipos de habitación",
        {{"Th_Cve_Tipo_Habitacion", "Clave", Clave, kLlave, kObligatorio},
         {"Th_Descripcion", "Descripción", Texto, false, kObligatorio},
         {"Th_Num_Personas", "Personas incluidas", Entero, false, kObligatorio},
         {"Th_Num_Personas_Maximo", "Máximo de personas", Entero, false, kObligatorio},
         {"Pr_Cve_Producto", "Producto", Referencia, false, kObligatorio, "Producto"}},
-       true, "", "FTO_TIPO_HABITACION"},
+       true, "", "FTO_TIPO_HABITACION", "0000"},
       {"Grupo_Habitacion", "Grupos",
        {{"Ghb_Cve_Grupo_Habitacion", "Clave", Clave, kLlave, kObligatorio},
         {"Ghb_Descripcion", "Descripción", Texto, false, kObligatorio}},
-       true, "", "FTO_GRUPO_HABITACION"},
+       true, "", "FTO_GRUPO_HABITACION", "0000"},
       {"Area_Habitacion", "Áreas",
        {{"Ah_Cve_Area_Habitacion", "Clave", Clave, kLlave, kObligatorio},
         {"Ah_Descripcion", "Descripción", Texto, false, kObligatorio}},
-       true, "", "FTO_AREA"},
+       true, "", "FTO_AREA", "0000"},
       {"Producto", "Productos",
        {{"Pr_Cve_Producto", "Clave", Clave, kLlave, kObligatorio},
         {"Pr_Descripcion", "Descripción", Texto, false, kObligatorio},
@@ -79,16 +80,16 @@ const std::vector<Catalogo>& Todos() {
         {"Pr_Cve_Producto", "Producto", Referencia, kLlave, kObligatorio, "Producto"},
         {"Im_Factor", "Factor", Fraccion, false, kObligatorio, "", "0.16 es 16 %"}}},
       {"Sucursal", "Sucursales",
-       {{"Sc_Cve_Sucursal", "Clave", Clave, kLlave, kObligatorio},
+       {{"Sc_Cve_Sucursal", "Clave", Clave, kLlave, kObligatorio, "", "0001 si HT_SUCURSAL_DEFAULT no dice otra"},
         {"Sc_Descripcion", "Descripción", Texto, false, kObligatorio}},
        true},
       {"Parametro", "Parámetros",
-       {{"Pm_Clave", "Clave", Clave, kLlave, kObligatorio},
+       {{"Pm_Clave", "Clave", Clave, kLlave, kObligatorio, "", "como FIN_MONEDA_LOCAL o HT_NOMBRE"},
         {"Pm_Valor", "Valor"}}},
       {"Permiso", "Permisos",
        {{"Pe_Usuario", "Usuario", Clave, kLlave, kObligatorio},
         {"Pe_Pantalla", "Pantalla", Clave, kLlave, kObligatorio, "", "KV207"},
-        {"Pe_Opcion", "Opción", Clave, kLlave, kObligatorio}}},
+        {"Pe_Opcion", "Opción", Clave, kLlave, kObligatorio, "", "CHFECHA, CHPR02, CHDS02 o CHTC01"}}},
       {"Plantilla", "Plantillas de correo",
        {{"Pt_Cve_Plantilla", "Clave", Clave, kLlave, kObligatorio},
         {"Pt_Asunto", "Asunto", Texto, false, kObligatorio},
@@ -274,6 +275,11 @@ std::string Valida(const Catalogo& c, const std::vector<std::string>& textos, st
     valores.push_back(std::move(valor));
   }
   return RevisaFechas(c, valores);
+}
+
+std::string MascaraDe(autonomo::Conexion& conexion, const Catalogo& c) {
+  if (c.mascara.empty()) return {};
+  return autonomo::LeeParametro(conexion, c.mascara).value_or(std::string(c.mascaraUsual));
 }
 
 std::string TextoDe(const CampoCatalogo& campo, const com::Variant& valor) {

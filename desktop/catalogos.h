@@ -28,9 +28,10 @@ struct Catalogo {
   std::string_view tabla;
   std::string_view titulo;
   std::vector<CampoCatalogo> campos;
-  bool conEstado = false;             // withdrawn rows stay, in state "BA"
-  std::string_view consecutivo = {};  // key column numbered by the desktop; "" none
-  std::string_view mascara = {};      // parameter with the key's zero-fill mask; "" none
+  bool conEstado = false;              // withdrawn rows stay, in state "BA"
+  std::string_view consecutivo = {};   // key column numbered by the desktop; "" none
+  std::string_view mascara = {};       // parameter with the key's zero-fill mask; "" none
+  std::string_view mascaraUsual = {};  // mask without that parameter, the one that the screens then look keys up by
 };
 
 // Catalogues behind a host screen code ("CA014" clients, "CA016" payment forms, "CA039" currencies, "CA153" rooms,
@@ -48,6 +49,8 @@ std::vector<FilaCatalogo> LeeCatalogo(autonomo::Conexion& conexion, const Catalo
 // Key and name of the rows that a Referencia offers, without the withdrawn ones.
 std::vector<std::pair<std::string, std::string>> LeeReferencia(autonomo::Conexion& conexion, std::string_view tabla);
 
+// Zero-fill mask of the catalogue's keys; "" none.
+std::string MascaraDe(autonomo::Conexion& conexion, const Catalogo& catalogo);
 // What is wrong with the texts that were typed for a row, "" nothing; valores gets them typed. mascara: zero-fill mask
 // of the key.
 std::string Valida(const Catalogo& catalogo, const std::vector<std::string>& textos, std::string_view mascara,

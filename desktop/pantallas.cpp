@@ -189,9 +189,7 @@ class EditorFila : public QDialog {
     for (std::size_t i = 0; i < entradas_.size(); ++i) textos.push_back(Texto(i));
     std::vector<com::Variant> valores;
     try {
-      const std::string mascara =
-          catalogo_.mascara.empty() ? std::string() : autonomo::LeeParametro(conexion_, catalogo_.mascara).value_or("");
-      std::string motivo = Valida(catalogo_, textos, mascara, valores);
+      std::string motivo = Valida(catalogo_, textos, MascaraDe(conexion_, catalogo_), valores);
       if (!motivo.empty()) return motivo_->setText(Q(motivo));
       if (antes_ == nullptr) {
         Inserta(conexion_, catalogo_, std::move(valores));
@@ -397,6 +395,11 @@ void AbreCatalogos(autonomo::Conexion& conexion, const std::string& codigo, QWid
     auto* hojas = new QTabWidget(&ficha);
     for (const Catalogo* c : catalogos) hojas->addTab(new Lista(conexion, *c, hojas), Q(c->titulo));
     ficha.caja()->addWidget(hojas);
+  }
+  if (BuscaCatalogo("Parametro") == catalogos.front()) {
+    auto* nota = new QLabel(QStringLiteral("Los parámetros y los permisos valen al abrir otra vez el programa."), &ficha);
+    nota->setProperty("tenue", true);
+    ficha.caja()->addWidget(nota);
   }
   ficha.Termina();
   ficha.resize(760, 560);

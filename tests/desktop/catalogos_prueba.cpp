@@ -17,10 +17,10 @@ class CatalogosPrueba : public testing::Test {
 
   autonomo::Conexion& Base() { return *anfitrion_.conexion(); }
   // Types a new row; the reason when it is refused.
-  std::string Nueva(const char* tabla, const Textos& textos, const char* mascara = "") {
+  std::string Nueva(const char* tabla, const Textos& textos) {
     const vista::Catalogo& c = *vista::BuscaCatalogo(tabla);
     std::vector<com::Variant> valores;
-    std::string motivo = vista::Valida(c, textos, mascara, valores);
+    std::string motivo = vista::Valida(c, textos, vista::MascaraDe(Base(), c), valores);
     if (motivo.empty()) vista::Inserta(Base(), c, valores);
     return motivo;
   }
@@ -41,10 +41,10 @@ TEST_F(CatalogosPrueba, UnHotelSeMontaDesdeCero) {
   EXPECT_EQ(Nueva("Producto", {"hab1", "Noche sencilla", "NOCHE"}), "");
   EXPECT_EQ(Nueva("Producto_Precio", {"HAB1", "1,000.50"}), "");
   EXPECT_EQ(Nueva("Impuesto", {"0001", "HAB1", "0.16"}), "");
-  EXPECT_EQ(Nueva("Grupo_Habitacion", {"1", "Torre"}, "0000"), "");
-  EXPECT_EQ(Nueva("Area_Habitacion", {"1", "Norte"}, "0000"), "");
-  EXPECT_EQ(Nueva("Tipo_Habitacion", {"1", "Sencilla", "2", "3", "HAB1"}, "0000"), "");
-  EXPECT_EQ(Nueva("Habitacion", {"101", "101", "0001", "0001", "0001"}, "0000"), "");
+  EXPECT_EQ(Nueva("Grupo_Habitacion", {"1", "Torre"}), "");
+  EXPECT_EQ(Nueva("Area_Habitacion", {"1", "Norte"}), "");
+  EXPECT_EQ(Nueva("Tipo_Habitacion", {"1", "Sencilla", "2", "3", "HAB1"}), "");
+  EXPECT_EQ(Nueva("Habitacion", {"101", "101", "0001", "0001", "0001"}), "");
   EXPECT_EQ(Fila("Habitacion", 0), (Textos{"0101", "101", "0001", "0001", "0001"}));
   EXPECT_EQ(Nueva("Tarifa", {"", "0001", "01/12/2026", "", "567", "1500", "200", "100"}), "");
   EXPECT_EQ(Nueva("Tarifa", {"", "0001", "", "", "", "900", "", ""}), "");
@@ -72,7 +72,7 @@ TEST_F(CatalogosPrueba, LoMalEscritoSeExplicaYNadaSeGuarda) {
   EXPECT_EQ(Nueva("Moneda", {"MXN", "Peso"}), "");
   EXPECT_THROW(Nueva("Moneda", {"mxn", "Otro"}), com::Error) << "keys compare case-blind";
   EXPECT_EQ(Fila("Moneda", 0), (Textos{"MXN", "Peso"}));
-  EXPECT_EQ(Nueva("Cliente", {"7", "O'Higgins; DROP TABLE Cliente", "", ""}, "0000000000"), "");
+  EXPECT_EQ(Nueva("Cliente", {"7", "O'Higgins; DROP TABLE Cliente", "", ""}), "");
   EXPECT_EQ(Fila("Cliente", 0), (Textos{"0000000007", "O'Higgins; DROP TABLE Cliente", "", ""}));
 }
 
