@@ -8,8 +8,6 @@
 #include <cstdint>
 
 class QApplication;
-class QPainter;
-class QRect;
 class QWidget;
 
 namespace vista {
@@ -56,23 +54,6 @@ QFont Fuente(Letra letra);
 QColor TonoEstado(std::int32_t color);
 // Dark or light, whichever reads better on that background.
 QColor TextoSobre(const QColor& fondo);
-
-// How a state looks besides its colour.
-enum class Trama { Ninguna, Rayas, Puntos, Franja, Marca };
-// By the name of a grid style ("Bloqueado", ...).
-Trama TramaDe(const QString& estilo);
-// One letter of the state ("B"), "" for free cells.
-QString LetraDe(const QString& estilo);
-// Fills a cell or swatch with a state's colour and pattern.
-void PintaEstado(QPainter& p, const QRect& zona, const QString& estilo, const QColor& tono);
-
-// A box with round corners: an input, a button, a card.
-struct Caja {
-  QColor relleno;  // invalid: none
-  QColor borde;    // invalid: none
-  int grosor = 1;  // of the border, pixels
-};
-void PintaCaja(QPainter& p, const QRect& zona, const Caja& caja);
 
 // Writes a widget's text in the colour of captions and hints.
 void Atenua(QWidget& w);

@@ -18,6 +18,7 @@
 #include "desktop/estilo.h"
 #include "desktop/guarda.h"
 #include "desktop/iconos.h"
+#include "desktop/pintura.h"
 #include "desktop/teclas.h"
 #include "platform/com/error.h"
 #include "platform/regional/regional.h"

@@ -20,6 +20,7 @@
 #include "desktop/estilo.h"
 #include "desktop/guarda.h"
 #include "desktop/iconos.h"
+#include "desktop/pintura.h"
 #include "desktop/teclas.h"
 #include "platform/controls/barra.h"
 
