@@ -94,7 +94,7 @@ campo 3
 teclas ctrl+Return
 dialogo Vormalix
 teclas n
-dialogo Confirmación
+dialogo 'Confirmación *'
 teclas Escape
 ventana_principal
 guardado 'SELECT Rs_Huesped, Sc_Cve_Sucursal, Mn_Cve_Moneda, Fp_Cve_Forma_Pago FROM Reservacion' \

@@ -44,10 +44,16 @@ espera() {  # what, command...: until the command succeeds
 
 enfocada() { xdotool getwindowfocus -f 2>/dev/null || true; }
 titulo() { xdotool getwindowname "$(enfocada)" 2>/dev/null || true; }
-es_titulo() { [[ $(titulo) == "$1"* ]]; }
+# Pattern of a title, without the program's name that a dialog's ends in.
+es_titulo() {
+  local visto
+  visto=$(titulo)
+  # shellcheck disable=SC2053
+  [[ ${visto% — Reservaciones} == $1 ]]
+}
 es_dialogo() { [ "$(enfocada)" != "$principal" ] && es_titulo "$1"; }
 es_principal() { [ "$(enfocada)" = "$principal" ]; }
-# The window with the keyboard has a title that begins so, and is not the main one.
+# The window with the keyboard has this title, and is not the main one.
 dialogo() { espera "no window «$1» took the keyboard" es_dialogo "$1"; }
 ventana_principal() { espera "the keyboard did not come back to the main window" es_principal; }
 

@@ -16,7 +16,7 @@ acepta() {
   teclas ctrl+Return
   dialogo Vormalix
   teclas n
-  dialogo Confirmación
+  dialogo 'Confirmación *'
   teclas Escape
   ventana_principal
 }

@@ -10,7 +10,7 @@ readonly referencia='700 87' boton_aceptar='158 18' boton_cancelar_reservacion='
 imprime() {  # file
   dialogo Vormalix
   teclas n
-  dialogo Confirmación
+  dialogo 'Confirmación *'
   teclas alt+g
   dialogo 'Guardar la confirmación'
   teclas ctrl+a
