@@ -34,6 +34,36 @@ QDate DiaDe(const controles::Columna& columna) {
   return QDate(anio, mes, dia);
 }
 
+// Caption of a column in full: the abbreviation of a day stands for its date.
+QString TituloLargo(const controles::Columna& columna) {
+  const QDate dia = DiaDe(columna);
+  if (!dia.isValid()) return Q(columna.titulo);
+  return QLocale(QLocale::Spanish, QLocale::Mexico).toString(dia, QStringLiteral("dddd d 'de' MMMM 'de' yyyy"));
+}
+
+// The word of a state that the screen's legend uses.
+QString PalabraDe(const std::string& estilo) {
+  const QString palabra = Q(estilo).toLower();
+  return palabra == QLatin1String("ocupando") ? QStringLiteral("reservando") : palabra;
+}
+
+// A cell as it is read aloud: row, column, value, state. The cells that name a row do not say it twice.
+QString Leida(const controles::Grid& grid, int fila, int columna) {
+  constexpr int kNombre = 1;
+  QString texto;
+  if (columna > kNombre) {
+    texto = grid.Estilos().empty() ? QStringLiteral("Renglón %1").arg(fila + 1) : Q(grid.Texto(fila, kNombre));
+    texto += QStringLiteral(", ");
+  }
+  const bool escribe = fila == grid.fila() && columna == grid.columna() && grid.Edicion();
+  const QString valor = Q(escribe ? *grid.Edicion() : grid.Texto(fila, columna));
+  texto += TituloLargo(grid.columna(columna)) + QStringLiteral(": ");
+  texto += valor.isEmpty() ? QStringLiteral("vacío") : valor;
+  const int estilo = grid.estilo(fila, columna);
+  if (estilo >= 0) texto += QStringLiteral(", ") + PalabraDe(grid.Estilos()[static_cast<std::size_t>(estilo)].nombre);
+  return texto;
+}
+
 }  // namespace
 
 ModeloGrid::ModeloGrid(controles::Grid& grid, QObject* padre)
@@ -59,13 +89,8 @@ QVariant ModeloGrid::data(const QModelIndex& indice, int papel) const {
       const auto& c = grid_.columna(columna);
       return QVariant::fromValue(c.fecha.empty() ? Alineada(c.alineacion) : Qt::AlignCenter);
     }
-    case Qt::AccessibleTextRole: {
-      const int estilo = grid_.estilo(fila, columna);
-      QString texto = Q(grid_.columna(columna).titulo) + QStringLiteral(": ") + Q(grid_.Texto(fila, columna));
-      if (estilo >= 0)
-        texto += QStringLiteral(", ") + Q(grid_.Estilos()[static_cast<std::size_t>(estilo)].nombre).toLower();
-      return texto;
-    }
+    case Qt::AccessibleTextRole:
+      return Leida(grid_, fila, columna);
     case Qt::ToolTipRole:
       return grid_.estilo(fila, columna) < 0 ? QVariant(Q(grid_.Texto(fila, columna)))
                                              : data(indice, Qt::AccessibleTextRole);
@@ -89,10 +114,8 @@ QVariant ModeloGrid::headerData(int seccion, Qt::Orientation orientacion, int pa
     case Qt::TextAlignmentRole:
       return QVariant::fromValue(Alineada(c.alineacionTitulo));
     case Qt::ToolTipRole:
-      if (const QDate dia = DiaDe(c); dia.isValid()) {
-        return QLocale(QLocale::Spanish, QLocale::Mexico).toString(dia, QStringLiteral("dddd d 'de' MMMM 'de' yyyy"));
-      }
-      return Q(c.titulo);
+    case Qt::AccessibleTextRole:
+      return TituloLargo(c);
     case kFecha:
       return DiaDe(c);
     default:

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "desktop/accesible.h"
 #include "desktop/escala.h"
 #include "desktop/estilo.h"
 #include "desktop/guarda.h"
@@ -72,6 +73,7 @@ Ventana::Ventana(controles::Formulario& formulario, const Contexto& contexto, QW
       contexto_(contexto) {
   setObjectName(Q(formulario.nombre()));
   setWindowTitle(Q(formulario.caption()));
+  FijaPapel(this, padre == nullptr ? QAccessible::Window : QAccessible::Dialog);
   setFont(Fuente(Letra::Normal));
   setMinimumSize(APixel(9000), APixel(6000));
   CreaVistas();

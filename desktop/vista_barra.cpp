@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QShortcut>
 
+#include "desktop/accesible.h"
 #include "desktop/escala.h"
 #include "desktop/estilo.h"
 #include "desktop/guarda.h"
@@ -65,9 +66,17 @@ class Franja : public QFrame {
 
 }  // namespace
 
+// As the manual writes it.
+QString NombreDeAtajo(const QKeySequence& atajo) {
+  return atajo.toString(QKeySequence::PortableText)
+      .replace(QStringLiteral("Shift"), QStringLiteral("Mayús"))
+      .replace(QStringLiteral("Return"), QStringLiteral("Enter"));
+}
+
 VistaBarra::VistaBarra(controles::ScreenToolbar& barra, QWidget* padre, const Contexto& contexto)
     : Vista(barra, contexto), barra_(barra), registro_(nullptr) {
   auto* marco = new Franja(padre);
+  FijaPapel(marco, QAccessible::ToolBar);
   Adopta(marco);
   marco->setAccessibleName(QStringLiteral("Barra de acciones"));
   auto* caja = new QHBoxLayout(marco);
@@ -137,7 +146,7 @@ void VistaBarra::Refresca() {
     const QString titulo = Q(barra_.Titulo(accion));
     if (boton->text() != titulo) {
       const bool dialogo = botones_.contains(Accion::Cancelar);
-      const QString atajo = AtajoDe(accion, dialogo).toString(QKeySequence::NativeText);
+      const QString atajo = NombreDeAtajo(AtajoDe(accion, dialogo));
       boton->setText(titulo);
       boton->setToolTip(atajo.isEmpty() ? titulo : titulo + QStringLiteral(" (") + atajo + QStringLiteral(")"));
     }

@@ -14,6 +14,8 @@ namespace vista {
 
 // Shortcut of an action; empty when it has none.
 QKeySequence AtajoDe(controles::Accion accion, bool dialogo);
+// How a clerk reads it ("Ctrl+Mayús+X"), whatever the toolkit's language.
+QString NombreDeAtajo(const QKeySequence& atajo);
 
 class VistaBarra : public Vista {
  public:

@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "desktop/accesible.h"
 #include "desktop/escala.h"
 #include "desktop/estilo.h"
 #include "desktop/guarda.h"
@@ -110,6 +111,7 @@ VistaLookup::VistaLookup(controles::LookupField& campo, QWidget* padre, const Co
   QString consejo = Q(campo_.descripcion());
   if (!diseno.idconsulta.empty() && !campo_.locked()) {
     lupa_ = edicion_->addAction(Icono(QStringLiteral("buscar"), Colores().tenue), QLineEdit::TrailingPosition);
+    lupa_->setText(QStringLiteral("Buscar"));
     lupa_->setToolTip(QStringLiteral("Buscar (F2)"));
     QObject::connect(lupa_, &QAction::triggered, edicion_, [this] { Busca(); });
     consejo += QStringLiteral(" · F2 busca");
@@ -205,6 +207,7 @@ VistaFecha::VistaFecha(controles::DateField& campo, QWidget* padre, const Contex
   edicion_->setMaxLength(10);
   edicion_->setToolTip(Q(campo_.descripcion()) + QStringLiteral(" · F4 abre el calendario"));
   calendario_ = edicion_->addAction(Icono(QStringLiteral("calendario"), Colores().tenue), QLineEdit::TrailingPosition);
+  calendario_->setText(QStringLiteral("Calendario"));
   calendario_->setToolTip(QStringLiteral("Calendario (F4)"));
   QObject::connect(calendario_, &QAction::triggered, edicion_, [this] { AbreCalendario(); });
   QObject::connect(edicion_, &QLineEdit::textEdited, edicion_, [this] {
@@ -300,6 +303,8 @@ void VistaFecha::AbreCalendario() {
   auto* caja = new QVBoxLayout(marco);
   caja->setContentsMargins(6, 6, 6, 6);
   auto* calendario = new QCalendarWidget(marco);
+  marco->setAccessibleName(QStringLiteral("Calendario"));
+  calendario->setAccessibleName(Q(campo_.descripcion()));
   calendario->setLocale(QLocale(QLocale::Spanish, QLocale::Mexico));
   calendario->setFirstDayOfWeek(Qt::Monday);
   calendario->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
@@ -406,7 +411,9 @@ void VistaCasilla::Refresca() { caja_->setChecked(casilla_.value()); }
 bool VistaCasilla::Tecla(const QKeyEvent& evento) { return evento.key() != Qt::Key_Space && Vista::Tecla(evento); }
 
 VistaOpcion::VistaOpcion(controles::Opcion& opcion, QWidget* padre, const Contexto& contexto)
-    : Vista(opcion, contexto), opcion_(opcion), boton_(new QRadioButton(Q(opcion.caption()), padre)) {
+    : Vista(opcion, contexto), opcion_(opcion), boton_(new QRadioButton(padre)) {
+  FijaPapel(boton_, QAccessible::RadioButton);
+  boton_->setText(Q(opcion.caption()));
   Adopta(boton_);
   boton_->setAutoExclusive(false);  // the model's options exclude each other
   boton_->setToolTip(Q(opcion.descripcion()));
@@ -515,13 +522,18 @@ QString EstadoDe(const controles::Etiqueta& muestra) {
 }  // namespace
 
 VistaMarco::VistaMarco(controles::Marco& marco, QWidget* padre, const Contexto& contexto) : Vista(marco, contexto) {
-  Adopta(new Tarjeta(Q(marco.caption()), padre));
+  auto* tarjeta = new Tarjeta(Q(marco.caption()), padre);
+  FijaPapel(tarjeta, QAccessible::Grouping);
+  Adopta(tarjeta);
+  if (marco.descripcion().empty()) widget()->setAccessibleName(Q(marco.caption()));
 }
 
 VistaEtiqueta::VistaEtiqueta(controles::Etiqueta& etiqueta, QWidget* padre, const Contexto& contexto)
     : Vista(etiqueta, contexto), etiqueta_(etiqueta) {
   if (etiqueta.caption().empty() && etiqueta.clave().empty()) {
     Adopta(new Muestra(etiqueta, EstadoDe(etiqueta), padre));
+    const QString letra = LetraDe(EstadoDe(etiqueta));
+    widget()->setAccessibleName(letra.isEmpty() ? QStringLiteral("Color") : QStringLiteral("Color y letra ") + letra);
     return;
   }
   rotulo_ = new Rotulo(padre);

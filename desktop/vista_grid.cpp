@@ -16,6 +16,7 @@
 #include <map>
 #include <utility>
 
+#include "desktop/accesible.h"
 #include "desktop/escala.h"
 #include "desktop/estilo.h"
 #include "desktop/guarda.h"
@@ -187,7 +188,6 @@ class VistaGrid::Pintor {
   std::int64_t puntos_ = 0;  // pixels kept
 };
 
-// Captions of the columns; a day's has its weekday above its day of the month.
 // Paints the sections of a header that are in sight, and what is left beside them.
 template <class Dibujo>
 void PintaSecciones(const QHeaderView& cabeza, const QRect& zona, Dibujo&& seccion) {
@@ -207,6 +207,7 @@ void PintaSecciones(const QHeaderView& cabeza, const QRect& zona, Dibujo&& secci
   }
 }
 
+// Captions of the columns; a day's has its weekday above its day of the month.
 class VistaGrid::Encabezado : public QHeaderView {
  public:
   Encabezado(VistaGrid& vista, QWidget* padre) : QHeaderView(Qt::Horizontal, padre), vista_(vista) {
@@ -214,8 +215,8 @@ class VistaGrid::Encabezado : public QHeaderView {
     setHighlightSections(false);
     setSectionsClickable(false);
     setMinimumSectionSize(10);
-  }
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+  }
 
   // The captions need not be measured: only the height counts.
   QSize sizeHint() const override {
@@ -292,8 +293,8 @@ class VistaGrid::Manijas : public QHeaderView {
     setMinimumSectionSize(10);
     setHighlightSections(false);
     setFixedWidth(APixel(kAnchoManija * kTwipsPorPixel));
-  }
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+  }
 
   QSize sizeHint() const override { return QSize(minimumWidth(), length()); }
 
@@ -414,9 +415,9 @@ class Cuadro : public QFrame {
   }
   void paintEvent(QPaintEvent*) override {
     QPainter p(this);
-    p.setPen(QPen(Colores().acento, 2));
     PintaCaja(p, rect(), {Colores().superficie, Colores().borde, 1});
     if (!enfocado_()) return;
+    p.setPen(QPen(Colores().acento, 2));
     p.drawRect(rect().adjusted(1, 1, -1, -1));
   }
 
@@ -447,6 +448,15 @@ VistaGrid::VistaGrid(controles::Grid& grid, QWidget* padre, const Contexto& cont
   fija_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   fija_->setCornerButtonEnabled(false);
   movil_->setAttribute(Qt::WA_InputMethodEnabled);
+  // What the cell with the keyboard holds now is said again.
+  QObject::connect(modelo_, &ModeloGrid::dataChanged, marco_,
+                   [this](const QModelIndex& desde, const QModelIndex& hasta) {
+                     const int fila = grid_.fila(), columna = grid_.columna();
+                     if (!TieneFoco() || fila < desde.row() || fila > hasta.row() || columna < desde.column() ||
+                         columna > hasta.column())
+                       return;
+                     AvisaCelda(*tabla(columna), modelo_->index(fila, columna), QAccessible::NameChanged);
+                   });
   QObject::connect(movil_->verticalScrollBar(), &QScrollBar::valueChanged, fija_->verticalScrollBar(),
                    &QScrollBar::setValue);
   QObject::connect(fija_->verticalScrollBar(), &QScrollBar::valueChanged, movil_->verticalScrollBar(),
@@ -474,7 +484,9 @@ VistaGrid::VistaGrid(controles::Grid& grid, QWidget* padre, const Contexto& cont
   agrega_->setFocusPolicy(Qt::NoFocus);
   agrega_->hide();
   QObject::connect(agrega_, &QToolButton::clicked, marco_, [this] { AgregaRenglon(); });
+  FijaPapel(marco_, QAccessible::Grouping);
   Adopta(marco_);
+  fija_->setAccessibleName(Q(grid.descripcion()) + QStringLiteral(", columnas fijas"));
   fija_->verticalHeader()->setToolTip(EsTablero() ? QStringLiteral("Clic: marca o desmarca toda la fila")
                                                   : QStringLiteral("Ctrl+Supr quita la habitación"));
   AjustaColumnas();
@@ -582,8 +594,12 @@ void VistaGrid::MuestraActual() {
     if (donde >= 0) {
       movil_->scrollTo(modelo_->index(fila, donde));
       movil_->setCurrentIndex(modelo_->index(fila, donde));
-    } else if (columna >= 0) {
-      fija_->scrollTo(modelo_->index(fila, columna));
+      fija_->selectionModel()->clearCurrentIndex();
+    } else if (columna >= 0 && columna < modelo_->columnCount()) {
+      // The keyboard stays with the other table, which has no current cell then.
+      fija_->setCurrentIndex(modelo_->index(fila, columna));
+      movil_->selectionModel()->clearCurrentIndex();
+      AvisaCelda(*fija_, modelo_->index(fila, columna), QAccessible::Focus);
     }
   }
   movil_->viewport()->update();

@@ -256,20 +256,5 @@ TEST(FallasPrueba, LoQueNadieAtrapaSeAvisaUnaVezYNadaSePierde) {
   EXPECT_EQ(avisos.size(), 1U);
 }
 
-TEST(AccesibilidadPrueba, CadaControlDiceSuNombreAUnLector) {
-  EnPantalla p;
-  EXPECT_EQ(p.widget<QLineEdit>(p.forma.txtClave)->accessibleName(), QStringLiteral("Cliente que paga"));
-  EXPECT_EQ(p.renglones().foco()->accessibleName(), QStringLiteral("Habitaciones"));
-  const QString celda = [&] {
-    p.forma.ssRenglones.DefineEstilo("Bloqueado", 0);
-    p.forma.ssRenglones.AgregaFila();
-    p.forma.ssRenglones.celda(0, 3, 2);
-    p.forma.ssRenglones.estilo(0, 3, "Bloqueado");
-    p.renglones().modelo().Sincroniza();
-    return p.renglones().modelo().index(0, 3).data(Qt::AccessibleTextRole).toString();
-  }();
-  EXPECT_EQ(celda, QStringLiteral("Adultos: 2, bloqueado"));
-}
-
 }  // namespace
 }  // namespace pruebas
