@@ -6,6 +6,7 @@
 #include <QPalette>
 #include <QWidget>
 #include <algorithm>
+#include <cmath>
 #include <array>
 #include <utility>
 
@@ -184,10 +185,21 @@ QColor TonoEstado(std::int32_t color) {
   return QColor::fromHslF(std::max(h, 0.0F), saturacion, std::min(luz, 0.97F));
 }
 
+double Contraste(const QColor& uno, const QColor& otro) {
+  // Light as the eye weighs it.
+  const auto luz = [](const QColor& c) {
+    const auto lineal = [](double v) { return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4); };
+    return 0.2126 * lineal(c.redF()) + 0.7152 * lineal(c.greenF()) + 0.0722 * lineal(c.blueF()) + 0.05;
+  };
+  const double a = luz(uno), b = luz(otro);
+  return std::max(a, b) / std::min(a, b);
+}
+
 QColor TextoSobre(const QColor& fondo) {
-  // Brightness as the eye weighs the colours; about the middle dark and white letters contrast equally.
-  const double luminancia = 0.2126 * fondo.redF() + 0.7152 * fondo.greenF() + 0.0722 * fondo.blueF();
-  return luminancia > 0.5 ? QColor(0x12, 0x19, 0x24) : QColor(0xFF, 0xFF, 0xFF);
+  const QColor tinta(0x12, 0x19, 0x24), blanco(0xFF, 0xFF, 0xFF), negro(0x00, 0x00, 0x00);
+  if (Contraste(tinta, fondo) >= kContrasteLegible) return tinta;
+  // On some middling tone only black will do.
+  return Contraste(blanco, fondo) >= kContrasteLegible ? blanco : negro;
 }
 
 void Atenua(QWidget& w) { w.setForegroundRole(QPalette::PlaceholderText); }

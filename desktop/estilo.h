@@ -52,7 +52,11 @@ QFont Fuente(Letra letra);
 // A state colour of the hotel (0x00BBGGRR) toned for the theme: the hue stays, glaring tones are softened so that text
 // on it can be read.
 QColor TonoEstado(std::int32_t color);
-// Dark or light, whichever reads better on that background.
+// How well two colours stand out from one another: 1 not at all, 21 black on white.
+double Contraste(const QColor& uno, const QColor& otro);
+// Least contrast of a text that can be read.
+inline constexpr double kContrasteLegible = 4.5;
+// Dark or light, whichever can be read on that background.
 QColor TextoSobre(const QColor& fondo);
 
 // Writes a widget's text in the colour of captions and hints.

@@ -1,0 +1,58 @@
+// Texts can be read in both themes, on whatever colours a hotel gives its states.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QColor>
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+#include "desktop/estilo.h"
+
+namespace pruebas {
+namespace {
+
+class EstiloPrueba : public testing::TestWithParam<vista::Tema> {
+ protected:
+  void SetUp() override { vista::AplicaEstilo(*qApp, GetParam()); }
+  void TearDown() override { vista::AplicaEstilo(*qApp, vista::Tema::Claro); }
+};
+
+TEST(ContrasteEstiloPrueba, MideComoElOjo) {
+  EXPECT_NEAR(vista::Contraste(Qt::black, Qt::white), 21.0, 0.01);
+  EXPECT_NEAR(vista::Contraste(QColor(0x76, 0x76, 0x76), Qt::white), 4.54, 0.01);
+  EXPECT_DOUBLE_EQ(vista::Contraste(Qt::red, Qt::red), 1.0);
+}
+
+TEST_P(EstiloPrueba, LosTextosSeLeen) {
+  const vista::Paleta& c = vista::Colores();
+  const std::vector<std::pair<QColor, std::vector<QColor>>> textos{
+      {c.texto, {c.fondo, c.superficie, c.realce, c.acentoSuave, c.finSemana}},
+      {c.tenue, {c.fondo, c.superficie, c.realce}},
+      {c.sobreAcento, {c.acento}},
+      {c.peligro, {c.fondo, c.superficie}},
+      {c.acento, {c.superficie}}};
+  for (const auto& [tinta, fondos] : textos) {
+    for (const QColor& fondo : fondos) {
+      EXPECT_GE(vista::Contraste(tinta, fondo), vista::kContrasteLegible)
+          << tinta.name().toStdString() << " on " << fondo.name().toStdString();
+    }
+  }
+}
+
+TEST_P(EstiloPrueba, LosEstadosSeLeenConCualquierColorDelHotel) {
+  for (int rojo = 0; rojo <= 0xFF; rojo += 0x11) {
+    for (int verde = 0; verde <= 0xFF; verde += 0x11) {
+      for (int azul = 0; azul <= 0xFF; azul += 0x11) {
+        const QColor tono = vista::TonoEstado(static_cast<std::int32_t>(azul << 16 | verde << 8 | rojo));
+        ASSERT_GE(vista::Contraste(vista::TextoSobre(tono), tono), vista::kContrasteLegible)
+            << tono.name().toStdString();
+      }
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Temas, EstiloPrueba, testing::Values(vista::Tema::Claro, vista::Tema::Oscuro));
+
+}  // namespace
+}  // namespace pruebas
