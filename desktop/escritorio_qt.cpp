@@ -80,9 +80,11 @@ Ventana& EscritorioQt::VentanaDe(controles::Formulario& formulario, bool modal) 
     v.puedeCerrar = [this] { return DejaCerrar(); };
   }
   if (contexto_.interactivo) {
-    // As large as the screen comfortably allows.
+    // As large as the screen comfortably allows; a narrow screen is used whole.
+    constexpr int kEstrecha = 1200;
     const QRect cabe = v.screen()->availableGeometry();
-    const QSize quiere(std::max(v.width(), std::min(1280, cabe.width() * 9 / 10)),
+    const int ancho = cabe.width() < kEstrecha ? cabe.width() : cabe.width() * 9 / 10;
+    const QSize quiere(std::max(v.width(), std::min(1280, ancho)),
                        std::max(v.height(), std::min(800, cabe.height() * 85 / 100)));
     v.resize(quiere.boundedTo(cabe.size()));
   }

@@ -554,6 +554,14 @@ void VistaGrid::AjustaColumnas() {
   }
   const int cabe = marco_->width() - 2 - fija_->verticalHeader()->width() - 14;
   const bool tablero = EsTablero();
+  // The room's name is cut short before the total goes out of sight; its tip tells it whole.
+  constexpr std::size_t kNombre = 1;
+  if (!tablero && n > kColumnasFijas && minimo > cabe && anchos[kNombre] > 0) {
+    const int corto = AnchoTexto(Q(grid_.columna(kNombre).titulo)) + kAnchoManija;
+    const int quita = std::clamp(minimos[kNombre] - corto, 0, minimo - cabe);
+    minimos[kNombre] -= quita;
+    minimo -= quita;
+  }
   const double cede = tablero || deseado <= cabe ? 0.0
                       : deseado == minimo        ? 1.0
                                                  : std::min(1.0, double(deseado - cabe) / (deseado - minimo));
