@@ -31,6 +31,7 @@ namespace {
 
 constexpr int kColumnasFijas = 2;  // Clave and Nombre
 constexpr int kAnchoManija = 30;   // row headers
+constexpr int kOrla = 2;           // the frame, as wide as it is drawn with the keyboard in it
 
 bool Fija(int columna) { return columna < kColumnasFijas; }
 
@@ -552,7 +553,7 @@ void VistaGrid::AjustaColumnas() {
     deseado += anchos[i];
     minimo += minimos[i];
   }
-  const int cabe = marco_->width() - 2 - fija_->verticalHeader()->width() - 14;
+  const int cabe = marco_->width() - 2 * kOrla - fija_->verticalHeader()->width() - 14;
   const bool tablero = EsTablero();
   // The room's name is cut short before the total goes out of sight; its tip tells it whole.
   constexpr std::size_t kNombre = 1;
@@ -575,7 +576,7 @@ void VistaGrid::AjustaColumnas() {
 
 void VistaGrid::Acomoda() {
   if (agrega_ == nullptr) return;
-  const QRect dentro = marco_->contentsRect().adjusted(1, 1, -1, -1);
+  const QRect dentro = marco_->rect().adjusted(kOrla, kOrla, -kOrla, -kOrla);
   int ancho = fija_->verticalHeader()->width();
   for (int c = 0; c < std::min(kColumnasFijas, modelo_->columnCount()); ++c) {
     if (!fija_->isColumnHidden(c)) ancho += fija_->columnWidth(c);
