@@ -13,8 +13,7 @@ namespace vista {
 // fields, one of several options. Before its name is set: a tool that listens keeps what it was told first.
 void FijaPapel(QWidget* widget, QAccessible::Role papel);
 
-// Tells that a cell took the focus (QAccessible::Focus) or reads differently now (NameChanged). Costs nothing while no
-// assistive tool listens.
+// Tells that a cell reads differently now (QAccessible::NameChanged). Costs nothing while no assistive tool listens.
 void AvisaCelda(QTableView& tabla, const QModelIndex& celda, QAccessible::Event suceso);
 
 }  // namespace vista

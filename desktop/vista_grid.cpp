@@ -608,7 +608,6 @@ void VistaGrid::MuestraActual() {
       // The keyboard stays with the other table, which has no current cell then.
       fija_->setCurrentIndex(modelo_->index(fila, columna));
       movil_->selectionModel()->clearCurrentIndex();
-      AvisaCelda(*fija_, modelo_->index(fila, columna), QAccessible::Focus);
     }
   }
   movil_->viewport()->update();
