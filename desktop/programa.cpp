@@ -26,6 +26,7 @@
 #include "desktop/impresion.h"
 #include "desktop/manos_qt.h"
 #include "desktop/pantallas.h"
+#include "desktop/senales.h"
 #include "desktop/vista.h"
 #include "guion/componente.h"
 #include "guion/interprete.h"
@@ -296,6 +297,9 @@ int Programa::CorreVentana(const OpcionesPrograma& opciones) {
   QApplication::setQuitOnLastWindowClosed(false);
   escritorio.alTerminar = [] { QApplication::quit(); };
   componente.Abre(anfitrion.Padre());
+  AtiendeSenales(QApplication::instance(), [&] {
+    if (PreguntaSalida(componente.formulario(), escritorio.Frente())) QApplication::exit(kBien);
+  });
   QTimer::singleShot(0, [this, &escritorio] { AvisaCarencias(carencias_, escritorio.Frente()); });
   return QApplication::exec();
 }

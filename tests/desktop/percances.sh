@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # What befalls a clerk who has a reservation half captured: the database is moved away, another program holds it, the
-# display is lost. Every time the program says so, what was captured can be accepted afterwards, nothing is half stored.
+# display is lost, the session is closed. Every time the program says so, what was captured can be accepted afterwards,
+# nothing is half stored.
 # shellcheck source=manos.sh
 . "$(dirname "$(realpath "$0")")/manos.sh"
 
@@ -45,6 +46,26 @@ read -r _ <&"${otro[0]}"
 acepta
 guardadas 46 2
 
+# The session is closed with the board open: asked about, and No leaves everything as it was.
+encabezado
+teclas F6
+dialogo Disponibilidad
+kill -TERM $programa
+dialogo Reservaciones
+teclas n
+dialogo Disponibilidad
+teclas Escape
+ventana_principal
+kill -HUP $programa
+dialogo Reservaciones
+teclas s
+terminado 0
+guardadas 46 2
+abre
+kill -TERM $programa
+terminado 0
+
+abre
 encabezado
 teclas F6
 dialogo Disponibilidad
