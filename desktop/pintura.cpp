@@ -1,53 +1,82 @@
 #include "desktop/pintura.h"
 
-#include <QImage>
 #include <QPainter>
 #include <QPainterPath>
 #include <algorithm>
-#include <cmath>
 #include <map>
 
 #include "desktop/estilo.h"
 
 namespace vista {
 
+QRect EnPixeles(const QPainter& p, const QRect& zona) {
+  const QTransform& aqui = p.deviceTransform();
+  const QPointF desde = aqui.map(QPointF(zona.topLeft()));
+  const QPointF hasta = aqui.map(QPointF(zona.left() + zona.width(), zona.top() + zona.height()));
+  return QRect(qRound(desde.x()), qRound(desde.y()), qRound(hasta.x()) - qRound(desde.x()),
+               qRound(hasta.y()) - qRound(desde.y()));
+}
+
+PorPixel::PorPixel(QPainter& p) : p_(p) {
+  p_.save();
+  p_.setWorldTransform(p_.deviceTransform().inverted() * p_.worldTransform());
+}
+
+PorPixel::~PorPixel() { p_.restore(); }
+
+QImage Retrato(const QSize& pixeles, double escala, const QSize& tamano, const QColor& fondo, const Dibujo& dibuja) {
+  QImage imagen(pixeles, fondo.alpha() == 255 ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
+  imagen.fill(fondo);
+  imagen.setDevicePixelRatio(escala);
+  QPainter p(&imagen);
+  p.scale(pixeles.width() / escala / tamano.width(), pixeles.height() / escala / tamano.height());
+  dibuja(p, QRect(QPoint(0, 0), tamano));
+  p.end();
+  imagen.setDevicePixelRatio(1);
+  return imagen;
+}
+
+void PintaOrillas(QPainter& p, const QRect& zona, const QColor& color) {
+  const QRect lugar = EnPixeles(p, zona);
+  const int grosor = std::max(1, static_cast<int>(p.device()->devicePixelRatioF()));
+  const PorPixel pixeles(p);
+  p.fillRect(lugar.right() + 1 - grosor, lugar.top(), grosor, lugar.height(), color);
+  p.fillRect(lugar.left(), lugar.bottom() + 1 - grosor, lugar.width(), grosor, color);
+}
+
+void PintaAnillo(QPainter& p, const QRect& zona, const QColor& color, int grosor) {
+  const QRect lugar = EnPixeles(p, zona);
+  const int g = std::max(1, qRound(grosor * p.device()->devicePixelRatioF()));
+  const PorPixel pixeles(p);
+  p.fillRect(lugar.left(), lugar.top(), lugar.width(), g, color);
+  p.fillRect(lugar.left(), lugar.bottom() + 1 - g, lugar.width(), g, color);
+  p.fillRect(lugar.left(), lugar.top() + g, g, lugar.height() - 2 * g, color);
+  p.fillRect(lugar.right() + 1 - g, lugar.top() + g, g, lugar.height() - 2 * g, color);
+}
+
 namespace {
 
-using Dibujo = std::function<void(QPainter&, const QRect&)>;
-
-// Where a point is no whole number of pixels a copy would blur.
-bool Entera(qreal escala) { return escala == std::floor(escala); }
-
-// The picture of what a seal's drawer draws in a place.
-const QImage& Copia(const Sello& sello, const Dibujo& dibuja) {
+// The picture of a seal, drawn the first time.
+template <class Hace>
+const QImage& Guardada(const Sello& sello, Hace&& hace) {
   constexpr std::size_t kSellos = 400;
   static std::map<Sello, QImage> copias;
   if (const auto hecha = copias.find(sello); hecha != copias.end()) return hecha->second;
   if (copias.size() >= kSellos) copias.clear();
-  const QSize tamano(sello.ancho, sello.alto);
-  QImage imagen(tamano * sello.escala, QImage::Format_ARGB32_Premultiplied);
-  imagen.setDevicePixelRatio(sello.escala);
-  imagen.fill(Qt::transparent);
-  QPainter pincel(&imagen);
-  dibuja(pincel, QRect(QPoint(0, 0), tamano));
-  pincel.end();
-  return copias.emplace(sello, std::move(imagen)).first->second;
+  return copias.emplace(sello, hace()).first->second;
 }
 
 }  // namespace
 
-// By a copy where that is as sharp.
 void Estampa(QPainter& p, const QRect& zona, Sello sello, const Dibujo& dibuja) {
+  const QRect lugar = EnPixeles(p, zona);
   sello.escala = p.device()->devicePixelRatioF();
-  if (!Entera(sello.escala)) {
-    p.save();
-    dibuja(p, zona);
-    p.restore();
-    return;
-  }
-  sello.ancho = zona.width();
-  sello.alto = zona.height();
-  p.drawImage(zona.topLeft(), Copia(sello, dibuja));
+  sello.ancho = lugar.width();
+  sello.alto = lugar.height();
+  const QImage& copia =
+      Guardada(sello, [&] { return Retrato(lugar.size(), sello.escala, zona.size(), QColor(0, 0, 0, 0), dibuja); });
+  const PorPixel pixeles(p);
+  p.drawImage(lugar.topLeft(), copia);
 }
 
 Trama TramaDe(const QString& estilo) {
@@ -134,36 +163,39 @@ void PintaEstado(QPainter& p, const QRect& zona, const QString& estilo, const QC
 
 namespace {
 
-void DibujaCaja(QPainter& p, const QRectF& zona, const Caja& caja) {
+// Everything below counts pixels of the device.
+
+QImage DibujaEsquinas(int lado, int radio, const Caja& caja) {
+  QImage imagen(lado, lado, QImage::Format_ARGB32_Premultiplied);
+  imagen.fill(Qt::transparent);
+  QPainter p(&imagen);
   const double medio = caja.borde.isValid() ? caja.grosor / 2.0 : 0.0;
   p.setRenderHint(QPainter::Antialiasing);
   p.setPen(caja.borde.isValid() ? QPen(caja.borde, caja.grosor) : QPen(Qt::NoPen));
   p.setBrush(caja.relleno.isValid() ? QBrush(caja.relleno) : QBrush(Qt::NoBrush));
-  const double radio = espacio::kRadio - medio;
-  p.drawRoundedRect(zona.adjusted(medio, medio, -medio, -medio), radio, radio);
+  p.drawRoundedRect(QRectF(0, 0, lado, lado).adjusted(medio, medio, -medio, -medio), radio - medio, radio - medio);
+  return imagen;
 }
-
-constexpr int kEsquina = espacio::kRadio + 1;
 
 // The four corners, out of the picture of the smallest box.
 void PintaEsquinas(QPainter& p, const QRect& zona, const QImage& caja) {
-  const double lado = caja.width() / 2.0;
-  const int derecha = zona.right() + 1 - kEsquina, abajo = zona.bottom() + 1 - kEsquina;
+  const int esquina = caja.width() / 2;
+  const int derecha = zona.right() + 1 - esquina, abajo = zona.bottom() + 1 - esquina;
   for (const int y : {zona.top(), abajo}) {
     for (const int x : {zona.left(), derecha}) {
-      const QRectF parte(x == zona.left() ? 0 : lado, y == zona.top() ? 0 : lado, lado, lado);
-      p.drawImage(QRectF(x, y, kEsquina, kEsquina), caja, parte);
+      p.drawImage(QPoint(x, y), caja,
+                  QRect(x == zona.left() ? 0 : esquina, y == zona.top() ? 0 : esquina, esquina, esquina));
     }
   }
 }
 
 // Fill and lines between the corners.
-void PintaLados(QPainter& p, const QRect& zona, const Caja& caja) {
+void PintaLados(QPainter& p, const QRect& zona, int esquina, const Caja& caja) {
   const int grosor = caja.borde.isValid() ? caja.grosor : 0;
-  const QRect vertical = zona.adjusted(kEsquina, grosor, -kEsquina, -grosor);
-  const QRect horizontal = zona.adjusted(grosor, kEsquina, -grosor, -kEsquina);
+  const QRect vertical = zona.adjusted(esquina, grosor, -esquina, -grosor);
+  const QRect horizontal = zona.adjusted(grosor, esquina, -grosor, -esquina);
   if (caja.relleno.isValid()) {
-    const int alto = kEsquina - grosor;
+    const int alto = esquina - grosor;
     p.fillRect(vertical.left(), vertical.top(), vertical.width(), alto, caja.relleno);
     p.fillRect(horizontal, caja.relleno);
     p.fillRect(vertical.left(), vertical.bottom() + 1 - alto, vertical.width(), alto, caja.relleno);
@@ -179,18 +211,28 @@ void PintaLados(QPainter& p, const QRect& zona, const Caja& caja) {
 
 void PintaCaja(QPainter& p, const QRect& zona, const Caja& caja) {
   if (!caja.relleno.isValid() && !caja.borde.isValid()) return;
-  constexpr int kLado = 2 * kEsquina;
-  const qreal escala = p.device()->devicePixelRatioF();
-  if (!Entera(escala) || zona.width() < kLado || zona.height() < kLado) {
-    p.save();
-    DibujaCaja(p, zona, caja);
-    p.restore();
-    return;
-  }
+  const double escala = p.device()->devicePixelRatioF();
+  const QRect lugar = EnPixeles(p, zona);
+  Caja enPixeles = caja;
+  enPixeles.grosor = std::max(1, qRound(caja.grosor * escala));
+  // A box too small for its corners has smaller ones.
+  const int cabe = std::min(lugar.width(), lugar.height()) / 2;
+  const int esquina = std::min(qRound(espacio::kRadio * escala) + 1, cabe);
+  if (esquina < 1) return;
   const auto color = [](const QColor& c) { return c.isValid() ? c.rgba() : 0; };
-  const Sello sello{Sello::Forma::Esquinas, color(caja.relleno), color(caja.borde), caja.grosor, kLado, kLado, escala};
-  PintaEsquinas(p, zona, Copia(sello, [&](QPainter& pincel, const QRect& lugar) { DibujaCaja(pincel, lugar, caja); }));
-  PintaLados(p, zona, caja);
+  const Sello sello{Sello::Forma::Esquinas,
+                    color(caja.relleno),
+                    color(caja.borde),
+                    enPixeles.grosor,
+                    2 * esquina,
+                    2 * esquina,
+                    escala};
+  const QImage& esquinas = Guardada(sello, [&] {
+    return DibujaEsquinas(2 * esquina, std::min(esquina, qRound(espacio::kRadio * escala)), enPixeles);
+  });
+  const PorPixel pixeles(p);
+  PintaEsquinas(p, lugar, esquinas);
+  PintaLados(p, lugar, esquina, enPixeles);
 }
 
 }  // namespace vista

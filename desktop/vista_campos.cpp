@@ -498,8 +498,7 @@ class Muestra : public QLabel {
     p.setPen(TextoSobre(tono));
     p.setFont(Fuente(Letra::Fuerte));
     p.drawText(rect(), Qt::AlignCenter, LetraDe(estado_));
-    p.setPen(Colores().bordeCampo);
-    p.drawRect(rect().adjusted(0, 0, -1, -1));
+    PintaAnillo(p, rect(), Colores().bordeCampo, 1);
   }
 
  private:

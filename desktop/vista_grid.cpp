@@ -7,11 +7,9 @@
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
-#include <QPixmap>
 #include <QScrollBar>
 #include <QTimer>
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
 #include <map>
 #include <utility>
@@ -77,26 +75,21 @@ class VistaGrid::Pintor {
           [&](QPainter& pincel, const QRect& lugar) { Dibuja(pincel, lugar, fila, columna); });
   }
 
-  // Copies what was drawn for the look; the first time it is drawn.
-  template <class Dibujo>
-  void Copia(QPainter& p, const QRect& zona, Aspecto aspecto, Dibujo&& dibuja) {
-    const qreal escala = ambiente_.escala;
-    // Where a point is no whole number of pixels a copy would blur.
-    if (escala != std::floor(escala)) return dibuja(p, zona);
-    aspecto.ancho = zona.width();
-    aspecto.alto = zona.height();
+  // Copies what was drawn for the look, pixel for pixel; the first time it is drawn.
+  template <class Hace>
+  void Copia(QPainter& p, const QRect& zona, Aspecto aspecto, Hace&& dibuja) {
+    const QRect lugar = EnPixeles(p, zona);
+    aspecto.ancho = lugar.width();
+    aspecto.alto = lugar.height();
     auto visto = aspectos_.find(aspecto);
     if (visto == aspectos_.end()) {
-      QPixmap copia(zona.size() * escala);
-      copia.setDevicePixelRatio(escala);
-      copia.fill(Colores().superficie);
-      QPainter pincel(&copia);
-      dibuja(pincel, QRect(QPoint(0, 0), zona.size()));
-      pincel.end();
+      QImage copia = Retrato(lugar.size(), ambiente_.escala, zona.size(), Colores().superficie, dibuja);
       puntos_ += std::int64_t{copia.width()} * copia.height();
       visto = aspectos_.emplace(std::move(aspecto), std::move(copia)).first;
     }
-    p.drawPixmap(zona.topLeft(), visto->second);
+    if (ambiente_.escala == 1.0) return p.drawImage(zona.topLeft(), visto->second);
+    const PorPixel pixeles(p);
+    p.drawImage(lugar.topLeft(), visto->second);
   }
 
   // Called before a painting: what was drawn for other colours, font or screen is forgotten.
@@ -139,9 +132,7 @@ class VistaGrid::Pintor {
       const bool soloMuestra = grid.columna(columna).bloqueada && !vista_.EsTablero();
       p.fillRect(zona, enFila ? colores.acentoSuave : soloMuestra ? colores.fondo : colores.superficie);
     }
-    // Its right and lower lines.
-    p.fillRect(zona.right(), zona.top(), 1, zona.height(), colores.borde);
-    p.fillRect(zona.left(), zona.bottom(), zona.width(), 1, colores.borde);
+    PintaOrillas(p, zona, colores.borde);
 
     const QModelIndex indice = vista_.modelo_->index(fila, columna);
     const QString texto = vista_.modelo_->data(indice, Qt::DisplayRole).toString();
@@ -166,15 +157,11 @@ class VistaGrid::Pintor {
 
     if (!actual) return;
     const bool enfocada = vista_.formulario().foco() == &grid && vista_.TieneFoco();
-    p.setPen(QPen(enfocada ? colores.acento : colores.tenue, enfocada ? 2 : 1));
-    p.setBrush(Qt::NoBrush);
-    p.drawRect(enfocada ? zona.adjusted(1, 1, -2, -2) : zona.adjusted(0, 0, -1, -1));
-    if (enfocada && estilo >= 0) {
-      // A ring that shows on every state colour.
-      p.setPen(QPen(colores.superficie, 1));
-      p.drawRect(zona.adjusted(2, 2, -4, -4));
-    }
-    if (enfocada && grid.Edicion()) {
+    if (!enfocada) return PintaAnillo(p, zona, colores.tenue, 1);
+    PintaAnillo(p, zona.adjusted(0, 0, -1, -1), colores.acento, 2);
+    // A ring that shows on every state colour.
+    if (estilo >= 0) PintaAnillo(p, zona.adjusted(2, 2, -3, -3), colores.superficie, 1);
+    if (grid.Edicion()) {
       const int ancho = std::min(medidas.horizontalAdvance(corto), caja.width());
       int x = caja.left() + ancho + 1;
       if (alineada.testFlag(Qt::AlignRight)) x = caja.right() + 2;
@@ -185,7 +172,7 @@ class VistaGrid::Pintor {
 
   const VistaGrid& vista_;
   Ambiente ambiente_;
-  std::map<Aspecto, QPixmap> aspectos_;
+  std::map<Aspecto, QImage> aspectos_;
   std::int64_t puntos_ = 0;  // pixels kept
 };
 
@@ -248,8 +235,7 @@ class VistaGrid::Encabezado : public QHeaderView {
 
   static void DibujaFondo(QPainter& p, const QRect& zona, const QColor& color) {
     p.fillRect(zona, color);
-    p.fillRect(zona.right(), zona.top(), 1, zona.height(), Colores().borde);
-    p.fillRect(zona.left(), zona.bottom(), zona.width(), 1, Colores().borde);
+    PintaOrillas(p, zona, Colores().borde);
   }
 
   void DibujaTitulo(QPainter& p, const QRect& zona, int seccion) const {
@@ -313,11 +299,10 @@ class VistaGrid::Manijas : public QHeaderView {
   static void Dibuja(QPainter& p, const QRect& zona, const std::string& numero) {
     const Paleta& colores = Colores();
     p.fillRect(zona, colores.realce);
-    p.fillRect(zona.right(), zona.top(), 1, zona.height(), colores.borde);
-    p.fillRect(zona.left(), zona.bottom(), zona.width(), 1, colores.borde);
+    PintaOrillas(p, zona, colores.borde);
     p.setFont(Fuente(Letra::Normal));
     p.setPen(colores.texto);
-    p.drawText(zona.adjusted(0, 0, -1, -1), Qt::AlignCenter, Q(numero));
+    p.drawText(zona.adjusted(0, 0, -1, 0), Qt::AlignCenter, Q(numero));
   }
 
   VistaGrid& vista_;
@@ -418,8 +403,7 @@ class Cuadro : public QFrame {
     QPainter p(this);
     PintaCaja(p, rect(), {Colores().superficie, Colores().borde, 1});
     if (!enfocado_()) return;
-    p.setPen(QPen(Colores().acento, 2));
-    p.drawRect(rect().adjusted(1, 1, -1, -1));
+    PintaAnillo(p, rect(), Colores().acento, 2);
   }
 
  private:
