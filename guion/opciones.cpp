@@ -5,22 +5,28 @@
 namespace guion {
 
 const char* const kUsoGuion =
-    "Uso: reservas-guion [--base RUTA.db | --conexion CADENA] [--demo] [--ahora AAAA-MM-DDTHH:MM[:SS]]\n"
-    "                    [--usuario LOGIN] [--por-celda] [GUION]\n"
+    "Uso: reservas-guion [--base RUTA.db] [--demo] [--ahora AAAA-MM-DDTHH:MM[:SS]] [--usuario LOGIN]\n"
+    "                    [--por-celda] [GUION]\n"
     "\n"
     "  --base RUTA.db     base SQLite; se crea vacía si no existe (sin ella, una base en memoria)\n"
-    "  --conexion CADENA  cadena de conexión de otro motor\n"
     "  --demo             llena una base vacía con el hotel de demostración\n"
     "  --ahora FECHA      fija el reloj del servidor\n"
     "  --usuario LOGIN    usuario del sistema\n"
     "  --por-celda        el tablero pregunta celda por celda\n"
-    "  GUION              archivo de órdenes, una por línea; - es la entrada estándar\n";
+    "  GUION              archivo de órdenes, una por línea; - es la entrada estándar\n"
+    "  -h, --help, --ayuda  esta ayuda\n"
+    "\n"
+    "Sólo se abren bases SQLite: --conexion CADENA, la de otros motores, se rechaza.\n";
 
 namespace {
 
 [[noreturn]] void UsoErroneo(const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); }
 
 }  // namespace
+
+bool PideAyuda(std::string_view argumento) {
+  return argumento == "--ayuda" || argumento == "--help" || argumento == "-h";
+}
 
 OpcionesGuion LeeOpciones(const std::vector<std::string>& argumentos) {
   OpcionesGuion opciones;
@@ -47,7 +53,7 @@ OpcionesGuion LeeOpciones(const std::vector<std::string>& argumentos) {
       opciones.anfitrion.usuario = valor();
     } else if (opcion == "--por-celda") {
       opciones.anfitrion.base.leeConjuntos = false;
-    } else if (opcion == "--ayuda") {
+    } else if (PideAyuda(opcion)) {
       opciones.ayuda = true;
     } else if (opcion.starts_with("-") && opcion != "-") {
       UsoErroneo("No existe la opción " + opcion);

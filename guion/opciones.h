@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/standalone/anfitrion.h"
@@ -15,6 +16,9 @@ struct OpcionesGuion {
 };
 
 extern const char* const kUsoGuion;
+
+// Whether an argument asks for the usage, in Spanish or as it is customary elsewhere.
+bool PideAyuda(std::string_view argumento);
 
 // Without the program's name. Error kArgumento for wrong usage.
 OpcionesGuion LeeOpciones(const std::vector<std::string>& argumentos);

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <QCoreApplication>
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstring>
@@ -13,6 +14,7 @@
 #include "guion/archivos.h"
 #include "guion/catalogo.h"
 #include "guion/importador.h"
+#include "guion/opciones.h"
 #include "platform/com/error.h"
 
 namespace {
@@ -22,7 +24,13 @@ constexpr const char* kUso =
     "\n"
     "Captura en la base las reservas de RESERVAS.csv, como lo haría un recepcionista. Si se interrumpe, la misma "
     "orden\n"
-    "continúa donde se quedó.\n";
+    "continúa donde se quedó.\n"
+    "\n"
+    "  --base RUTA.db                base SQLite que las recibe; se crea si no existe\n"
+    "  --habitaciones ARCHIVO.csv    las habitaciones del hotel, con su precio\n"
+    "  --rechazadas ARCHIVO.csv      donde quedan las que no se pudieron guardar, con su motivo;\n"
+    "                                sin ella, RUTA.db.rechazadas.csv\n"
+    "  -h, --help, --ayuda           esta ayuda\n";
 
 constexpr const char* kUsuario = "IMPORTACION";
 constexpr int kTodoBien = 0, kConFallas = 1, kUsoErroneo = 2;
@@ -128,9 +136,14 @@ void Importa(const Opciones& opciones) {
 
 int main(int argc, char** argv) {
   const QCoreApplication aplicacion(argc, argv);
+  const std::vector<std::string> argumentos(argv + 1, argv + argc);
+  if (std::any_of(argumentos.begin(), argumentos.end(), guion::PideAyuda)) {
+    std::cout << kUso;
+    return kTodoBien;
+  }
   Opciones opciones;
   try {
-    opciones = LeeOpciones(std::vector<std::string>(argv + 1, argv + argc));
+    opciones = LeeOpciones(argumentos);
   } catch (const com::Error& e) {
     std::cerr << "reservas-importa: " << e.Descripcion() << "\n\n" << kUso;
     return kUsoErroneo;

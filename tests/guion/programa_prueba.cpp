@@ -28,6 +28,17 @@ TEST(Programa, ElUsoErroneoDa2YExplica) {
   }
 }
 
+TEST(Programa, LaAyudaSePideDeTresFormas) {
+  for (const char* ayuda : {"--ayuda", "--help", "-h"}) {
+    for (const char* programa : {RESERVAS_GUION, RESERVAS_IMPORTA}) {
+      const auto salida = Corre({programa, ayuda});
+      EXPECT_EQ(salida.estado, 0) << programa << ' ' << ayuda;
+      EXPECT_NE(salida.texto.find("--help"), std::string::npos) << programa << ' ' << ayuda;
+      EXPECT_EQ(salida.errores, "");
+    }
+  }
+}
+
 TEST(Programa, UnGuionIlegibleNoTocaLaBase) {
   const Carpeta carpeta;
   for (const std::string& guion : {carpeta.Ruta("no_existe.guion"), carpeta.Ruta("")}) {
