@@ -59,15 +59,6 @@ void LeeRenglones(Conexion& conexion, Documento& d) {
   }
 }
 
-std::string EstadoLegible(const std::string& estado) {
-  if (com::IgualSinCaja(estado, esquema::kActiva)) return "Activa";
-  if (com::IgualSinCaja(estado, esquema::kConfirmada)) return "Confirmada";
-  if (com::IgualSinCaja(estado, esquema::kCancelada)) return "Cancelada";
-  if (com::IgualSinCaja(estado, esquema::kCerrada)) return "Cerrada";
-  if (com::IgualSinCaja(estado, esquema::kAplicada)) return "Aplicada";
-  return estado;
-}
-
 // "1 adulto", "2 adultos"; nothing for none.
 void AgregaCuenta(std::string& texto, int cuantos, const char* uno, const char* varios) {
   if (cuantos == 0) return;
@@ -84,6 +75,15 @@ std::string PersonasLegibles(const RenglonDocumento& r) {
 }
 
 }  // namespace
+
+std::string EstadoLegible(const std::string& estado) {
+  if (com::IgualSinCaja(estado, esquema::kActiva)) return "Activa";
+  if (com::IgualSinCaja(estado, esquema::kConfirmada)) return "Confirmada";
+  if (com::IgualSinCaja(estado, esquema::kCancelada)) return "Cancelada";
+  if (com::IgualSinCaja(estado, esquema::kCerrada)) return "Cerrada";
+  if (com::IgualSinCaja(estado, esquema::kAplicada)) return "Aplicada";
+  return estado;
+}
 
 std::optional<Documento> LeeDocumento(Conexion& conexion, const std::string& folio) {
   const ado::RecordsetPtr rs = conexion.Consulta(

@@ -37,6 +37,9 @@ struct Documento {
 // Nothing when the reservation does not exist. A client, room or type that is missing leaves its name empty.
 std::optional<Documento> LeeDocumento(Conexion& conexion, const std::string& folio);
 
+// A state code as it is read: "Activa", "Confirmada"...; a code that a reservation cannot have comes back as it is.
+std::string EstadoLegible(const std::string& estado);
+
 // Values of the fields {folio} {estado} {hotel} {huesped} {cliente} {captura} {llegada} {salida} {noches}
 // {habitaciones} {subtotal} {impuestos} {total} {moneda} {referencia} {comentario} {notas} {renglones}.
 // {habitaciones} lists the rooms in one line, {renglones} has one row a room line.
