@@ -323,6 +323,7 @@ class VistaGrid::Tabla : public QTableView {
     setTabKeyNavigation(false);
     setFrameShape(QFrame::NoFrame);
     setWordWrap(false);
+    setAutoScroll(false);  // MuestraActual scrolls
     verticalHeader()->setDefaultSectionSize(APixel(espacio::kRenglon * kTwipsPorPixel));
     // Everything in sight is painted below.
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
@@ -350,6 +351,16 @@ class VistaGrid::Tabla : public QTableView {
         vista_.pintor_->Celda(p, QRect(x, y, columnas->sectionSize(c), altoFila), f, c);
       }
     }
+    if (this != vista_.movil_) return;
+    const QString aviso = vista_.Aviso();
+    if (aviso.isEmpty()) return;
+    p.setFont(Fuente(Letra::Normal));
+    p.setPen(Colores().tenue);
+    p.drawText(viewport()->rect().adjusted(12, 0, -12, 0), int{Qt::AlignCenter} | int{Qt::TextWordWrap}, aviso);
+  }
+  void scrollContentsBy(int dx, int dy) override {
+    QTableView::scrollContentsBy(dx, dy);
+    if (!vista_.Aviso().isEmpty()) viewport()->update();  // it stays in the middle
   }
   void mousePressEvent(QMouseEvent* evento) override {
     if (evento->button() != Qt::LeftButton) return;
@@ -388,16 +399,16 @@ class VistaGrid::Tabla : public QTableView {
 
 namespace {
 
-// The frame tells when it is resized, and shows where the keyboard is while no cell does.
+// The frame tells its former width when it is resized, and shows where the keyboard is while no cell does.
 class Cuadro : public QFrame {
  public:
-  Cuadro(std::function<void()> alCambiar, std::function<bool()> enfocado, QWidget* padre)
+  Cuadro(std::function<void(int anchoAnterior)> alCambiar, std::function<bool()> enfocado, QWidget* padre)
       : QFrame(padre), alCambiar_(std::move(alCambiar)), enfocado_(std::move(enfocado)) {}
 
  protected:
   void resizeEvent(QResizeEvent* evento) override {
     QFrame::resizeEvent(evento);
-    alCambiar_();
+    alCambiar_(evento->oldSize().width());
   }
   void paintEvent(QPaintEvent*) override {
     QPainter p(this);
@@ -407,7 +418,7 @@ class Cuadro : public QFrame {
   }
 
  private:
-  std::function<void()> alCambiar_;
+  std::function<void(int)> alCambiar_;
   std::function<bool()> enfocado_;
 };
 
@@ -418,7 +429,8 @@ class Cuadro : public QFrame {
 VistaGrid::VistaGrid(controles::Grid& grid, QWidget* padre, const Contexto& contexto)
     : Vista(grid, contexto),
       grid_(grid),
-      marco_(new Cuadro([this] { Acomoda(); }, [this] { return TieneFoco(); }, padre)),
+      marco_(new Cuadro([this](int anchoAnterior) { AlCambiarTamano(anchoAnterior); }, [this] { return TieneFoco(); },
+                        padre)),
       pintor_(std::make_unique<Pintor>(*this)) {
   modelo_ = new ModeloGrid(grid, marco_);
   fija_ = new Tabla(*this, marco_);
@@ -504,6 +516,18 @@ int VistaGrid::AnchoTexto(const QString& texto) const {
   return ancho;
 }
 
+// What a cell shows at least. The far decimals of an amount may be cut short, its tip tells them; a total is read
+// whole.
+QString VistaGrid::TextoMinimo(int fila, int columna) const {
+  constexpr qsizetype kDecimales = 2;
+  const QString texto = Q(grid_.Texto(fila, columna));
+  const auto& c = grid_.columna(columna);
+  if (c.tipo != controles::TipoColumna::Doble || c.clave == "Total") return texto;
+  const qsizetype punto = texto.indexOf(QLatin1Char('.'));
+  if (punto < 0 || texto.size() - punto - 1 <= kDecimales) return texto;
+  return texto.left(punto + 1 + kDecimales) + QChar(0x2026);  // as the cell cuts it
+}
+
 int VistaGrid::AnchoMinimo(int columna) const {
   constexpr int kOrilla = 15, kMuestras = 60;
   const auto& c = grid_.columna(columna);
@@ -511,11 +535,7 @@ int VistaGrid::AnchoMinimo(int columna) const {
   if (!c.fecha.empty()) return std::max(ancho, AnchoTexto(QStringLiteral("R 88")) + kOrilla);
   int contenido = 0;
   for (int f = 0; f < std::min(grid_.Filas(), kMuestras); ++f) {
-    contenido = std::max(contenido, AnchoTexto(Q(grid_.Texto(f, columna))) + kOrilla);
-  }
-  // The far decimals of an amount may be cut short; its tip tells them.
-  if (c.tipo == controles::TipoColumna::Doble) {
-    contenido = std::min(contenido, AnchoTexto(QStringLiteral("$99,999.9999")) + kOrilla);
+    contenido = std::max(contenido, AnchoTexto(TextoMinimo(f, columna)) + kOrilla);
   }
   ancho = std::max(ancho, contenido);
   return ancho;
@@ -558,6 +578,11 @@ void VistaGrid::AjustaColumnas() {
   Acomoda();
 }
 
+void VistaGrid::AlCambiarTamano(int anchoAnterior) {
+  if (agrega_ != nullptr && !EsTablero() && marco_->width() != anchoAnterior) return AjustaColumnas();
+  Acomoda();
+}
+
 void VistaGrid::Acomoda() {
   if (agrega_ == nullptr) return;
   const QRect dentro = marco_->rect().adjusted(kOrla, kOrla, -kOrla, -kOrla);
@@ -579,17 +604,33 @@ void VistaGrid::Acomoda() {
   agrega_->raise();
 }
 
+QString VistaGrid::Aviso() const {
+  if (!EsTablero()) return {};
+  if (grid_.NumColumnas() <= kColumnasFijas) {
+    return QStringLiteral("Sin noches que mostrar: revise llegada y salida");
+  }
+  return grid_.Filas() > 0 ? QString() : QStringLiteral("Ninguna habitación con estos filtros");
+}
+
 void VistaGrid::MuestraActual() {
   reemplaza_ = false;
   const int fila = grid_.fila(), columna = grid_.columna();
+  // Out of sight it is the program that walks over the cells: the user finds them where they were left, or at the first
+  // one of a new load.
+  const bool aLaVista = movil_->isVisible();
+  if (!aLaVista && EsTablero() && fila <= 0 && columna < 0) {
+    movil_->verticalScrollBar()->setValue(0);
+    movil_->horizontalScrollBar()->setValue(0);
+  }
   if (fila >= 0 && fila < modelo_->rowCount()) {
     const int donde = columna >= 0 && !Fija(columna) && columna < modelo_->columnCount() ? columna : -1;
     if (donde >= 0) {
-      movil_->scrollTo(modelo_->index(fila, donde));
+      if (aLaVista) movil_->scrollTo(modelo_->index(fila, donde));
       movil_->setCurrentIndex(modelo_->index(fila, donde));
       fija_->selectionModel()->clearCurrentIndex();
     } else if (columna >= 0 && columna < modelo_->columnCount()) {
       // The keyboard stays with the other table, which has no current cell then.
+      if (aLaVista) fija_->scrollTo(modelo_->index(fila, columna));
       fija_->setCurrentIndex(modelo_->index(fila, columna));
       movil_->selectionModel()->clearCurrentIndex();
     }
@@ -631,15 +672,19 @@ void VistaGrid::AlPulsar(int fila, int columna) {
   }
 }
 
-// Drawing over nights of the row gives them the state that the first one got.
+// Drawing over nights of the row gives them the state that the first one got; a fast mouse jumps over some.
 void VistaGrid::AlArrastrar(int fila, int columna) {
-  if (!arrastre_ || fila != grid_.fila() || columna == grid_.columna() || Fija(columna)) return;
+  if (!arrastre_ || Fija(columna)) return;
   const int quiere = grid_.IndiceEstilo(*arrastre_ ? kLibre : kMarcada);
   Corre([&] {
-    if (grid_.estilo(fila, columna) == quiere) {
-      grid_.ClicCelda(fila, columna);
-    } else {
-      grid_.VaA(fila, columna);
+    while (fila == grid_.fila() && columna != grid_.columna() && columna < grid_.NumColumnas()) {
+      const int c = grid_.columna() + (columna > grid_.columna() ? 1 : -1);
+      if (grid_.estilo(fila, c) == quiere) {
+        grid_.ClicCelda(fila, c);
+      } else {
+        grid_.VaA(fila, c);
+      }
+      if (c != grid_.columna()) return;  // held
     }
   });
 }
@@ -668,23 +713,81 @@ void VistaGrid::AgregaRenglon() {
   modelo_->Sincroniza();
 }
 
+// What the rules of the current cell let through.
+QString VistaGrid::LoQueAcepta(const QString& texto) const {
+  std::u32string aceptado;
+  for (const uint c : texto.toUcs4()) {
+    int codigo = static_cast<int>(c);
+    if (grid_.KeyPress) grid_.KeyPress(codigo);
+    if (codigo >= 32) aceptado.push_back(static_cast<char32_t>(codigo));
+  }
+  return QString::fromUcs4(aceptado.data(), static_cast<qsizetype>(aceptado.size()));
+}
+
+// Behind what was typed in the cell, or in its place.
+void VistaGrid::Agrega(const QString& aceptado) {
+  const bool reemplaza = std::exchange(reemplaza_, false);
+  const std::string antes = reemplaza ? std::string() : grid_.Edicion().value_or(std::string());
+  grid_.Teclea(antes + aceptado.toStdString());
+}
+
 void VistaGrid::Escribe(const QString& texto) {
   Corre([&] {
     if (grid_.Filas() == 0 && PuedeAgregar()) grid_.NuevaFila();
-    const bool reemplaza = std::exchange(reemplaza_, false);
+    Respalda();
     const auto codigos = texto.toUcs4();
-    if (codigos.size() == 1 && !reemplaza) return formulario().PulsaCaracter(codigos.front());
-    std::u32string aceptado;
-    for (const uint c : codigos) {
-      int codigo = static_cast<int>(c);
-      if (grid_.KeyPress) grid_.KeyPress(codigo);
-      if (codigo >= 32) aceptado.push_back(static_cast<char32_t>(codigo));
-    }
-    const QString nuevo = QString::fromUcs4(aceptado.data(), static_cast<qsizetype>(aceptado.size()));
-    if (nuevo.isEmpty()) return;
-    const std::string antes = reemplaza ? std::string() : grid_.Edicion().value_or(std::string());
-    grid_.Teclea(antes + nuevo.toStdString());
+    if (codigos.size() == 1 && !reemplaza_) return formulario().PulsaCaracter(codigos.front());
+    const QString aceptado = LoQueAcepta(texto);
+    reemplaza_ = reemplaza_ && !aceptado.isEmpty();
+    if (!aceptado.isEmpty()) Agrega(aceptado);
   });
+}
+
+void VistaGrid::Pega(const QString& texto) {
+  if (texto.isEmpty()) return;
+  EntraHuespedes();
+  Corre([&] {
+    if (grid_.Filas() == 0 && PuedeAgregar()) grid_.NuevaFila();
+    const bool abierta = grid_.fila() >= 0 && grid_.columna() >= 0 && !grid_.columna(grid_.columna()).bloqueada;
+    const QString aceptado = abierta ? LoQueAcepta(texto) : QString();
+    if (aceptado.size() != texto.size()) return QApplication::beep();
+    Respalda();
+    Agrega(aceptado);
+  });
+}
+
+// The row as it is before its current cell is typed in.
+void VistaGrid::Respalda() {
+  const int fila = grid_.fila(), columna = grid_.columna();
+  if (!contexto().interactivo || EsTablero() || grid_.Tecleada() || fila < 0 || columna < 0) return;
+  respaldo_ = {fila, columna, {}};
+  for (int c = 0; c < grid_.NumColumnas(); ++c) respaldo_.celdas.push_back(grid_.celda(fila, c));
+}
+
+// Esc: what was typed in the cell, and what the screen has done to the row for it, is taken back. A row that was begun
+// with it is emptied as by hand.
+bool VistaGrid::Deshace() {
+  const auto& [fila, columna, celdas] = respaldo_;
+  if (!grid_.Tecleada() || fila != grid_.fila() || columna != grid_.columna() ||
+      static_cast<int>(celdas.size()) != grid_.NumColumnas())
+    return false;
+  const bool nueva = std::all_of(celdas.begin(), celdas.end(), [](const com::Variant& v) { return v.EsVacio(); });
+  Corre([&] {
+    if (nueva) return grid_.Teclea({});
+    for (int c = 0; c < grid_.NumColumnas(); ++c) grid_.celda(fila, c, celdas[static_cast<std::size_t>(c)]);
+    grid_.columnaActual(columna);  // as just entered
+  });
+  return true;
+}
+
+// A person's first key in room lines without a current cell goes to the guests of the first line, what there is left
+// to write after the board. False when it cannot.
+bool VistaGrid::EntraHuespedes() {
+  if (!contexto().interactivo || EsTablero() || grid_.Filas() == 0 || grid_.columna() >= 0) return false;
+  const int adultos = grid_.IndiceColumna("Adultos");
+  if (adultos < 0 || grid_.columna(adultos).bloqueada || !grid_.columna(adultos).visible) return false;
+  Corre([&] { grid_.VaA(0, adultos); });
+  return grid_.columna() == adultos;
 }
 
 // Shift and an arrow: the night that is left and the one that is entered are marked, if they are free.
@@ -756,6 +859,9 @@ bool VistaGrid::Tecla(const QKeyEvent& evento) {
     return true;
   };
   const int codigo = CodigoTecla(evento.key());
+  if (codigo == controles::tecla::kEsc && Deshace()) return true;
+  if (codigo == controles::tecla::kEnter && evento.modifiers() == Qt::NoModifier && EntraHuespedes()) return true;
+  Respalda();
   if (evento.matches(QKeySequence::SelectAll)) {
     reemplaza_ = fila >= 0 && columna >= 0 && !grid_.columna(columna).bloqueada;
     tabla(columna)->viewport()->update();
@@ -806,7 +912,7 @@ bool VistaGrid::Tecla(const QKeyEvent& evento) {
     return true;
   }
   if (evento.matches(QKeySequence::Paste)) {
-    Escribe(QApplication::clipboard()->text().simplified());
+    Pega(QApplication::clipboard()->text().simplified());
     return true;
   }
   if (codigo != 0 && (flecha || codigo == controles::tecla::kRetroceso || codigo == controles::tecla::kSupr)) {
@@ -816,6 +922,7 @@ bool VistaGrid::Tecla(const QKeyEvent& evento) {
   if (Vista::Tecla(evento)) return true;
   const bool orden = evento.modifiers() & (Qt::ControlModifier | Qt::AltModifier);
   if (orden || evento.text().isEmpty() || !evento.text().front().isPrint()) return false;
+  EntraHuespedes();
   Escribe(evento.text());
   return true;
 }

@@ -30,8 +30,10 @@ class VistaGrid : public Vista {
   QTableView* tabla(int columna) const;
   // Place of a cell in the view's widget, after scrolling to it; empty when there is no such cell.
   QRect ZonaCelda(int fila, int columna);
-  // A text typed at once (paste, input method): what the grid accepts of it is appended to what was typed in the cell.
+  // A text typed at once (input method): what the grid accepts of it is appended to what was typed in the cell.
   void Escribe(const QString& texto);
+  // A text that the grid accepts whole is appended likewise; any other is refused with a beep.
+  void Pega(const QString& texto);
   // The header of a row, to click on.
   QRect ZonaEncabezado(int fila);
   QWidget* encabezadoFilas() const;
@@ -46,16 +48,25 @@ class VistaGrid : public Vista {
 
   void Acomoda();         // places both tables in the frame
   void AjustaColumnas();  // widths and visibility
+  void AlCambiarTamano(int anchoAnterior);
   void MuestraActual();
+  // What a board without cells says in their place; empty when it has some.
+  QString Aviso() const;
   void AlPulsar(int fila, int columna);
   void AlArrastrar(int fila, int columna);
   void AlSoltar() { arrastre_.reset(); }
   void MarcaTramo(int paso, bool vertical);
   bool TeclaDeTablero(const QKeyEvent& evento);
   void AgregaRenglon();
+  QString LoQueAcepta(const QString& texto) const;
+  void Agrega(const QString& aceptado);
+  void Respalda();
+  bool Deshace();
   void EntraPrimera();
+  bool EntraHuespedes();
   bool PuedeAgregar() const;
   bool EsTablero() const { return !grid_.Estilos().empty(); }
+  QString TextoMinimo(int fila, int columna) const;
   int AnchoMinimo(int columna) const;
   // Pixels of a text in the font of the cells.
   int AnchoTexto(const QString& texto) const;
@@ -70,6 +81,11 @@ class VistaGrid : public Vista {
   QToolButton* agrega_ = nullptr;
   mutable QHash<QString, int> anchos_;
   bool reemplaza_ = false;  // Ctrl+A: what is typed next replaces the cell's text
+  struct Respaldo {
+    int fila = -1, columna = -1;
+    std::vector<com::Variant> celdas;
+  };
+  Respaldo respaldo_;
   // State that a drag over the board gives to the cells that it enters.
   std::optional<bool> arrastre_;
 };

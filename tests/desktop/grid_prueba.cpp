@@ -4,6 +4,7 @@
 #include <QAbstractItemModelTester>
 #include <QClipboard>
 #include <QImage>
+#include <QScrollBar>
 #include <random>
 
 #include "desktop/escala.h"
@@ -117,12 +118,16 @@ TEST(VistaGridPrueba, TeclearLlegaALaCeldaConLasReglasDeLaPantalla) {
   QTest::keyClick(celdas, Qt::Key_Tab);
   EXPECT_EQ(grid.columna(), 3);
 
-  // A whole text at once is one change.
+  // A whole text at once is one change; one that does not pass whole is none.
   cambios = 0;
-  QApplication::clipboard()->setText(QStringLiteral("4a5"));
+  QApplication::clipboard()->setText(QStringLiteral("9.5 abc"));
   QTest::keyClick(celdas, Qt::Key_A, Qt::ControlModifier);
   QTest::keyClick(celdas, Qt::Key_V, Qt::ControlModifier);
-  EXPECT_EQ(grid.Texto(0, 3), "45");
+  EXPECT_EQ(grid.Texto(0, 3), "1");
+  EXPECT_EQ(cambios, 0);
+  QApplication::clipboard()->setText(QStringLiteral("45\n"));
+  QTest::keyClick(celdas, Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(grid.Texto(0, 3), "45") << "in place of what Ctrl+A chose";
   EXPECT_EQ(cambios, 1);
   QTest::keyClick(celdas, Qt::Key_A, Qt::ControlModifier);
   QTest::keyClick(celdas, Qt::Key_Delete);
@@ -131,6 +136,98 @@ TEST(VistaGridPrueba, TeclearLlegaALaCeldaConLasReglasDeLaPantalla) {
   // Turning to another field ends the edit.
   QTest::mouseClick(p.widget<QLineEdit>(p.forma.txtClave), Qt::LeftButton);
   EXPECT_EQ(confirmadas, 2);
+}
+
+TEST(VistaGridPrueba, SinCeldaActualSeEmpiezaPorLosHuespedes) {
+  EnPantalla p;
+  controles::Grid& grid = p.forma.ssRenglones;
+  grid.AgregaFila();
+  grid.AgregaFila();
+  p.forma.Enfoca(grid);
+  ASSERT_EQ(grid.columna(), -1);
+  QTest::keyClicks(p.renglones().foco(), QStringLiteral("12"));
+  EXPECT_EQ(grid.Texto(0, "Adultos"), "12");
+  grid.columnaActual(-1);
+  grid.fila(1);
+  QTest::keyClick(p.renglones().foco(), Qt::Key_Return);
+  EXPECT_EQ(grid.fila(), 0);
+  EXPECT_EQ(grid.ClaveColumna(), "Adultos");
+  EXPECT_FALSE(grid.Tecleada());
+  grid.columnaActual(-1);
+  grid.bloqueada("Adultos", true);
+  QTest::keyClicks(p.renglones().foco(), QStringLiteral("3"));
+  EXPECT_EQ(grid.columna(), -1);
+}
+
+TEST(VistaGridPrueba, EscDevuelveElRenglonComoEstaba) {
+  EnPantalla p;
+  controles::Grid& grid = p.forma.ssRenglones;
+  grid.Change = [&] {
+    if (grid.ClaveColumna() != "Clave") return;
+    grid.celda(grid.fila(), "Nombre", "");
+    if (grid.Texto(grid.fila(), 0).empty()) grid.QuitaFila(grid.fila());
+  };
+  grid.AgregaFila();
+  grid.celda(0, "Clave", "101");
+  grid.celda(0, "Nombre", "Sencilla");
+  grid.columnaActual(0);
+  p.forma.Enfoca(grid);
+  QWidget* celdas = p.renglones().foco();
+  QTest::keyClicks(celdas, QStringLiteral("20"));
+  EXPECT_EQ(grid.Texto(0, "Nombre"), "");
+  QTest::keyClick(celdas, Qt::Key_Escape);
+  EXPECT_EQ(grid.Texto(0, "Clave"), "101");
+  EXPECT_EQ(grid.Texto(0, "Nombre"), "Sencilla");
+  EXPECT_FALSE(grid.Tecleada()) << "leaving the cell must not price the line again";
+  QTest::keyClick(celdas, Qt::Key_Backspace);
+  EXPECT_EQ(grid.Texto(0, "Clave"), "10");
+  QTest::keyClick(celdas, Qt::Key_Escape);
+  EXPECT_EQ(grid.Texto(0, "Clave"), "101");
+
+  // A line begun with what was typed goes with it. A script's Esc is the form's.
+  ASSERT_TRUE(grid.NuevaFila());
+  QTest::keyClicks(celdas, QStringLiteral("3"));
+  QTest::keyClick(celdas, Qt::Key_Escape);
+  EXPECT_EQ(grid.Filas(), 1);
+  p.escritorio.FijaPiloto({});
+  QTest::keyClicks(celdas, QStringLiteral("7"));
+  QTest::keyClick(celdas, Qt::Key_Escape);
+  EXPECT_EQ(grid.Texto(0, "Clave"), "7");
+}
+
+TEST(VistaGridPrueba, LasColumnasSiguenElAnchoYElTotalSeVeEntero) {
+  EnPantalla p;
+  controles::Grid& grid = p.forma.ssRenglones;
+  for (int c = 0; c < 3; ++c) {
+    controles::Columna precio;
+    precio.clave = precio.titulo = "P" + std::to_string(c);
+    precio.tipo = controles::TipoColumna::Doble;
+    precio.formato = "$#,##0.0000";
+    precio.ancho = 2400;
+    grid.AgregaColumna(precio);
+  }
+  grid.AgregaFila();
+  grid.celda(0, "Total", "11940.25");
+  for (int c = 5; c < 8; ++c) grid.celda(0, c, 10293.1034);
+  const auto ancho = [&](int columna) { return p.renglones().tabla(columna)->columnWidth(columna); };
+  QScrollBar* barra = p.renglones().tabla(4)->horizontalScrollBar();
+  const QFontMetrics letra(vista::Fuente(vista::Letra::Normal));
+  const auto pon = [&](int twips) {
+    grid.width(twips);
+    QApplication::processEvents();
+  };
+  int twips = 20000;
+  pon(twips);
+  EXPECT_EQ(ancho(5), vista::APixel(2400));
+  while (barra->maximum() == 0 && twips > 5000) pon(twips -= 150);
+  pon(twips + 150);  // the narrowest that shows all
+  constexpr int kOrillas = 13;
+  EXPECT_EQ(barra->maximum(), 0);
+  EXPECT_LT(ancho(5), letra.horizontalAdvance(QStringLiteral("$10,293.1034")) + kOrillas) << "far decimals give way";
+  EXPECT_GE(ancho(5), letra.horizontalAdvance(QStringLiteral("$10,293.10…")) + kOrillas);
+  EXPECT_GE(ancho(4), letra.horizontalAdvance(vista::Q(grid.Texto(0, 4))) + kOrillas);
+  pon(20000);
+  EXPECT_EQ(ancho(5), vista::APixel(2400));
 }
 
 TEST(EscalaPrueba, UnaPantallaAngostaDibujaMasChico) {
@@ -185,6 +282,11 @@ TEST(VistaGridPrueba, InsertarYFlechaAbajoAgreganRenglonSoloEnCaptura) {
   EXPECT_EQ(grid.Filas(), 2);
   EXPECT_EQ(grid.Texto(0, 0), "101");
   EXPECT_EQ(grid.fila(), 1);
+  auto* agrega = p.renglones().widget()->findChild<QToolButton*>();
+  EXPECT_TRUE(agrega->isVisible());
+  p.forma.Controles.Pulsa(controles::Accion::Limpiar);
+  p.renglones().Refresca();
+  EXPECT_FALSE(agrega->isVisible());
 }
 
 TEST(VistaGridPrueba, LaFechaSePoneSobreSuCeldaAunqueLaTablaCorra) {
@@ -268,12 +370,53 @@ TEST_F(TableroPrueba, ElTecladoEntraPorLaPrimeraNoche) {
   EXPECT_EQ(Marcas(Grid(), Grid().fila()).substr(0, 3), "xx.");
 }
 
+TEST_F(TableroPrueba, VuelveDondeSeDejoYUnaCargaNuevaEmpiezaArriba) {
+  Clic(30, 25);
+  QScrollBar* vertical = Vista().tabla(2)->verticalScrollBar();
+  QScrollBar* horizontal = Vista().tabla(2)->horizontalScrollBar();
+  const int y = vertical->value(), x = horizontal->value();
+  ASSERT_GT(y, 0);
+  ASSERT_LT(y, vertical->maximum());
+  ASSERT_GT(x, 0);
+  forma_.Oculta();
+  for (int f = 0; f < Grid().Filas(); ++f) Grid().fila(f);
+  forma_.Muestra();
+  QApplication::processEvents();
+  EXPECT_EQ(vertical->value(), y);
+  EXPECT_EQ(horizontal->value(), x);
+  forma_.Oculta();
+  Grid().QuitaTodas();
+  LlenaTablero(Grid(), 60, 30);
+  Grid().MuevePrimera();
+  forma_.Muestra();
+  QApplication::processEvents();
+  EXPECT_EQ(vertical->value(), 0);
+  EXPECT_EQ(horizontal->value(), 0);
+}
+
+TEST_F(TableroPrueba, SinCeldasDiceComoHallarlas) {
+  const auto escrito = [this] {
+    QApplication::processEvents();
+    const QImage celdas = Vista().tabla(2)->viewport()->grab().toImage();
+    for (int y = 0; y < celdas.height(); ++y) {
+      for (int x = 0; x < celdas.width(); ++x) {
+        if (celdas.pixelColor(x, y) != vista::Colores().superficie) return true;
+      }
+    }
+    return false;
+  };
+  Grid().QuitaTodas();
+  EXPECT_TRUE(escrito());
+  LlenaTablero(Grid(), 60, 0);
+  EXPECT_TRUE(escrito());
+}
+
 TEST_F(TableroPrueba, ArrastrarPoneATodasElEstadoDeLaPrimera) {
   Clic(2, 4);
   QWidget* tabla = Vista().tabla(3)->viewport();
   const auto en = [&](int columna) { return tabla->mapFrom(Vista().widget(), Vista().ZonaCelda(2, columna).center()); };
   QTest::mousePress(tabla, Qt::LeftButton, Qt::NoModifier, en(2));
-  for (int c = 3; c <= 6; ++c) {
+  for (const int c : {3, 6}) {  // a fast mouse
     QMouseEvent mueve(QEvent::MouseMove, QPointF(en(c)), QPointF(tabla->mapToGlobal(en(c))), Qt::LeftButton,
                       Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(tabla, &mueve);
