@@ -89,8 +89,7 @@ dialogo Disponibilidad
 teclas Tab Tab Tab Down Tab Tab            # room view, then the grid
 teclas Down space shift+Right ctrl+Return  # two nights of the first room
 ventana_principal
-teclas Return Return Return Return Return  # past key and dates to the adults
-campo 3
+campo 3  # the adults
 teclas ctrl+Return
 dialogo Vormalix
 teclas n
