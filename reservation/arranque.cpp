@@ -93,7 +93,17 @@ void frmKV207::Form_Resize() {
 }
 
 void frmKV207::Form_KeyUp(int codigo, int) {
-  if (codigo == controles::tecla::kF6) cmdDisponibilidad_Click();
+  if (codigo == controles::tecla::kF6) {
+    cmdDisponibilidad_Click();
+  } else if (codigo == controles::tecla::kEsc && pcFecha.visible()) {
+    OcultaFecha();
+    Enfoca(ssReservaciones);
+  }
+}
+
+// The date pop-up goes when the clerk turns from the room lines to something else.
+void frmKV207::Form_FocusChange() {
+  if (foco() != &ssReservaciones && foco() != &dpFechaGrid) OcultaFecha();
 }
 
 void frmKV207::Form_Unload() {

@@ -89,6 +89,7 @@ void frmKV207::txtFolio_Enter() {
     const ado::RecordsetPtr filas = publico::Ejecuta();
     if (filas->Eof()) {
       Avisa(*this, mensaje::kNoExiste);
+      Enfoca(txtFolio);
       filas->Close();
       return;
     }

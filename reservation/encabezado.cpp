@@ -102,8 +102,7 @@ void frmKV207::txtDias_Change() {
 }
 
 void frmKV207::VaciaRenglones() {
-  pcFecha.visible(false);
-  ColumnaFechaActiva.clear();
+  OcultaFecha();
   ssReservaciones.QuitaTodas();
   for (controles::LookupField* total : {&txtSubTotal, &txtImpuestos, &txtTotal}) total->valor(0);
 }

@@ -8,6 +8,7 @@ void frmKV207::ConectaEventos() {
   Activate = [this] { Form_Activate(); };
   Resize = [this] { Form_Resize(); };
   KeyUp = [this](int codigo, int mayus) { Form_KeyUp(codigo, mayus); };
+  FocusChange = [this] { Form_FocusChange(); };
   Unload = [this] { Form_Unload(); };
 
   Controles.Nuevo = [this] { Controles_Nuevo(); };

@@ -55,6 +55,11 @@ void frmKV207::dpFecha_salida_Change() {
   }
 }
 
+void frmKV207::OcultaFecha() {
+  pcFecha.visible(false);
+  ColumnaFechaActiva.clear();
+}
+
 void frmKV207::dpFechaGrid_Set() {
   controles::Grid& grid = ssReservaciones;
   const bool conHabitacion = grid.fila() >= 0 && !com::CStr(grid.celda(grid.fila(), "Nombre")).empty();

@@ -96,6 +96,7 @@ class frmKV207 : public controles::Formulario {
   void Form_Activate();
   void Form_Resize();
   void Form_KeyUp(int codigo, int mayus);
+  void Form_FocusChange();
   void Form_Unload();
 
   // --- encabezado.cpp: header fields
@@ -185,6 +186,7 @@ class frmKV207 : public controles::Formulario {
   void dpFecha_llegada_Set();
   void dpFecha_salida_Change();
   void dpFechaGrid_Set();
+  void OcultaFecha();
 
   // --- entrega.cpp: the availability board
   void cmdDisponibilidad_Click();

@@ -279,11 +279,6 @@ void SaleDeImporte(frmKV207& formulario, bool tecleada) {
 
 // --- date pop-up ---
 
-void OcultaFecha(frmKV207& formulario) {
-  formulario.pcFecha.visible(false);
-  formulario.ColumnaFechaActiva.clear();
-}
-
 void MuestraFecha(frmKV207& formulario) {
   constexpr int kMargenMarco = 10, kMargenCampo = 33;  // twips
   const controles::Grid& grid = formulario.ssReservaciones;
@@ -420,19 +415,19 @@ void frmKV207::ssReservaciones_BeforeRowColChange(bool& cancela) {
 }
 
 void frmKV207::ssReservaciones_RowColChange() {
-  const bool conFecha = SePuedeEditar(ssReservaciones) && EsFecha(com::Mayusculas(ssReservaciones.ClaveColumna())) &&
+  const bool conFecha = foco() == &ssReservaciones && SePuedeEditar(ssReservaciones) && EsFecha(com::Mayusculas(ssReservaciones.ClaveColumna())) &&
                         !TextoDelRenglon(ssReservaciones, "Clave").empty();
   if (conFecha) {
     MuestraFecha(*this);
   } else {
-    OcultaFecha(*this);
+    OcultaFecha();
   }
 }
 
 void frmKV207::ssReservaciones_Change() {
   if (!SePuedeEditar(ssReservaciones)) return;
   Atrapa(*this, mensaje::kCambioGrid, [&] {
-    OcultaFecha(*this);
+    OcultaFecha();
     if (com::Mayusculas(ssReservaciones.ClaveColumna()) != "CLAVE") return;
     LimpiaRenglon();
     if (TextoDelRenglon(ssReservaciones, "Clave").empty()) ssReservaciones.QuitaFila(ssReservaciones.fila());

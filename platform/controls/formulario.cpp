@@ -133,8 +133,10 @@ void Formulario::Redimensiona(int width, int height) {
 
 void Formulario::Enfoca(Control& control) {
   if (!control.PuedeEnfocarse()) return;
-  foco_ = &control;
+  const bool otro = std::exchange(foco_, &control) != &control;
+  ++vecesEnfocado_;
   EscritorioActual().Enfoca(control);
+  if (otro && FocusChange) FocusChange();
 }
 
 // A form that comes up with no usable focus starts at its first tab stop; the view takes it from foco().
@@ -200,8 +202,9 @@ void Formulario::TeclaArriba(int codigo, int mayus) {
 }
 
 void Formulario::TeclaCampo(LookupField& campo, int codigo, int paso) {
-  const auto sigue = [&] {
-    if (foco_ == &campo) EnfocaSiguiente(paso);
+  // Unless a rule has sent the focus somewhere, be it back to the field.
+  const auto sigue = [&, veces = vecesEnfocado_] {
+    if (foco_ == &campo && vecesEnfocado_ == veces) EnfocaSiguiente(paso);
   };
   switch (codigo) {
     case tecla::kEnter:

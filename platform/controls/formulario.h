@@ -108,6 +108,8 @@ class Formulario {
   // Focus. Nothing happens when the control cannot take it (as SetFocus of the screens uses it after a check).
   void Enfoca(Control& control);
   Control* foco() const { return foco_; }
+  // How often the focus has been given, to whatever control: tells whether a handler wants it somewhere.
+  int vecesEnfocado() const { return vecesEnfocado_; }
   // Next (1) or previous (-1) tab stop, round the form.
   void EnfocaSiguiente(int paso = 1);
 
@@ -130,6 +132,7 @@ class Formulario {
 
   std::function<void()> Load, Activate, Resize, Unload;
   std::function<void(int codigo, int mayus)> KeyUp;
+  std::function<void()> FocusChange;  // another control has the focus, see foco()
 
   // Slots of the view.
   std::function<void()> alAvisar;
@@ -142,6 +145,7 @@ class Formulario {
 
   std::string nombre_, caption_;
   int ventana_, width_, height_;
+  int vecesEnfocado_ = 0;
   bool cargado_ = false, visible_ = false, descargando_ = false;
   std::vector<Control*> controles_;
   Control* foco_ = nullptr;

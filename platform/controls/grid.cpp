@@ -332,12 +332,6 @@ void Grid::Compromete() {
   }
 }
 
-void Grid::Entra(int fila, int columna) {
-  formulario().Enfoca(*this);
-  Coloca(fila, columna);
-  if (RowColChange) RowColChange();
-}
-
 bool Grid::VaA(int fila, int columna) {
   RevisaCelda(fila, columna);
   const Columna& destino = this->columna(columna);
@@ -345,10 +339,15 @@ bool Grid::VaA(int fila, int columna) {
     throw com::Error(com::error::kElemento, "La columna «" + destino.clave + "» no está visible");
   }
   if (fila == fila_ && columna == col_) return true;
+  const int veces = formulario().vecesEnfocado();
   if (!Sale(fila != fila_)) return false;
   // The checks may have removed rows.
   if (fila >= Filas()) return false;
-  Entra(fila, columna);
+  // What the rules of the cell that is left want corrected first has the focus.
+  const bool llamado = formulario().vecesEnfocado() != veces && formulario().foco() != this;
+  if (!llamado) formulario().Enfoca(*this);
+  Coloca(fila, columna);
+  if (RowColChange) RowColChange();
   return true;
 }
 

@@ -191,7 +191,6 @@ class Grid : public Control {
   void Toca();
   void Cambia(CambioGrid cambio, int fila = -1, int columna = -1);
   void Coloca(int fila, int columna);
-  void Entra(int fila, int columna);
   void QuitaFilaDe(int fila);
   // Runs the leave check and commits the row when it is left; false when held.
   bool Sale(bool dejaFila);

@@ -270,6 +270,17 @@ TEST_F(Renglones, TheDatePopUpLiesOverTheCellAndItsDatePricesTheLine) {
   ASSERT_TRUE(Ve(0, "FECHAF"));
   EXPECT_EQ(pantalla.dpFechaGrid.valor(), Dia(2026, 3, 9));
 
+  // It goes with the clerk who turns to something else, and by Esc back to the cell.
+  ASSERT_TRUE(Ve(0, "FECHAI"));
+  pantalla.Enfoca(pantalla.txtReferencia);
+  EXPECT_FALSE(pantalla.pcFecha.visible());
+  EXPECT_EQ(pantalla.ColumnaFechaActiva, "");
+  ASSERT_TRUE(Ve(0, "FECHAF"));
+  pantalla.PulsaTecla(controles::tecla::kEsc);
+  EXPECT_FALSE(pantalla.pcFecha.visible());
+  EXPECT_EQ(pantalla.foco(), &grid());
+  EXPECT_EQ(grid().ClaveColumna(), "FECHAF");
+
   // Nothing to lay it over: a line without a room, a locked column.
   grid().NuevaFila();
   ASSERT_TRUE(Ve(1, "FECHAI"));
