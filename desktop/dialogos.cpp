@@ -7,6 +7,7 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include "desktop/escala.h"
@@ -53,6 +54,11 @@ int Atiende(QDialog& dialogo) {
   const int resultado = dialogo.exec();
   if (const QWidget* duenio = dialogo.parentWidget()) duenio->window()->activateWindow();
   return resultado;
+}
+
+void AjustaAPantalla(QDialog& dialogo, QSize deseado) {
+  constexpr QSize kMarco(8, 36);  // what a window manager puts around, pixels
+  dialogo.resize(deseado.boundedTo(dialogo.screen()->availableSize() - kMarco));
 }
 
 // --- CajaAviso
@@ -116,7 +122,7 @@ int CajaAviso::Pregunta() {
 // --- EditorNotas
 
 EditorNotas::EditorNotas(const QString& titulo, const QString& texto, int ancho, QWidget* padre)
-    : QDialog(padre), edicion_(new QPlainTextEdit(this)) {
+    : QDialog(padre), edicion_(new QPlainTextEdit(this)), ayuda_(new QLabel(this)) {
   setWindowTitle(QStringLiteral("Notas · ") + titulo);
   setObjectName(QStringLiteral("notas"));
   setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
@@ -128,16 +134,21 @@ EditorNotas::EditorNotas(const QString& titulo, const QString& texto, int ancho,
   const QFontMetrics medidas(edicion_->font());
   edicion_->setMinimumSize(medidas.averageCharWidth() * ancho + 48, medidas.height() * 10);
   caja->addWidget(edicion_);
-  auto* ayuda = new QLabel(QStringLiteral("Ctrl+Enter acepta, Esc cancela"), this);
-  ayuda->setFont(Fuente(Letra::Chica));
-  Atenua(*ayuda);
-  caja->addWidget(ayuda);
+  ayuda_->setText(QStringLiteral("Ctrl+Enter acepta, Esc cancela"));
+  ayuda_->setFont(Fuente(Letra::Chica));
+  Atenua(*ayuda_);
+  caja->addWidget(ayuda_);
   ConBotones(this, caja);
   auto* atajo = new QAction(this);
   atajo->setShortcuts({QKeySequence(QStringLiteral("Ctrl+Return")), QKeySequence(QStringLiteral("Ctrl+Enter"))});
   connect(atajo, &QAction::triggered, this, &QDialog::accept);
   addAction(atajo);
   edicion_->setFocus();
+}
+
+void EditorNotas::SoloLee() {
+  edicion_->setReadOnly(true);
+  ayuda_->setText(QStringLiteral("Sólo lectura: pulse Editar en la reservación para cambiarlas"));
 }
 
 QString EditorNotas::Texto() const { return edicion_->toPlainText(); }

@@ -12,6 +12,7 @@
 
 class QLineEdit;
 class QListWidget;
+class QLabel;
 class QPlainTextEdit;
 
 namespace vista {
@@ -33,10 +34,13 @@ class CajaAviso : public QMessageBox {
 class EditorNotas : public QDialog {
  public:
   EditorNotas(const QString& titulo, const QString& texto, int ancho, QWidget* padre);
+  // The notes are only shown.
+  void SoloLee();
   QString Texto() const;
 
  private:
   QPlainTextEdit* edicion_;
+  QLabel* ayuda_;
 };
 
 // Search over rows of key and name: type to filter, arrows, Enter.
@@ -63,6 +67,9 @@ class Busqueda : public QDialog {
 // Shows the dialog until it is answered; gives exec()'s result. Its owner has the keyboard again, also on a display
 // without a window manager.
 int Atiende(QDialog& dialogo);
+
+// Gives a dialog this size, or what the screen has room for.
+void AjustaAPantalla(QDialog& dialogo, QSize deseado);
 
 // Text without accents, in lower case, for searching.
 QString ParaBuscar(const QString& texto);

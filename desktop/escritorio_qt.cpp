@@ -10,6 +10,7 @@
 #include "desktop/dialogos.h"
 #include "desktop/escala.h"
 #include "desktop/guarda.h"
+#include "desktop/preguntas.h"
 #include "platform/com/error.h"
 #include "platform/controls/barra.h"
 #include "platform/controls/metrica.h"
@@ -18,13 +19,6 @@
 namespace vista {
 
 namespace {
-
-controles::ScreenToolbar* BarraDe(const controles::Formulario& formulario) {
-  for (controles::Control* c : formulario.controles()) {
-    if (c->clase() == controles::Clase::Barra) return static_cast<controles::ScreenToolbar*>(c);
-  }
-  return nullptr;
-}
 
 // Closing a dialog's window cancels it.
 void Cancela(controles::Formulario& formulario) {
@@ -75,9 +69,13 @@ Ventana& EscritorioQt::VentanaDe(controles::Formulario& formulario, bool modal) 
   if (modal) {
     v.setWindowModality(Qt::ApplicationModal);
     v.alCerrar = [&formulario] { Corre([&formulario] { Cancela(formulario); }); };
+    v.puedePulsar = [this](controles::Accion accion) {
+      if (accion != controles::Accion::Aceptar || !contexto_.interactivo || abiertas_.size() < 2) return true;
+      return PermiteMarcas(*abiertas_.front(), Frente());
+    };
   } else {
     v.alCerrar = [this, &formulario] { CierraPrincipal(formulario); };
-    v.puedeCerrar = [this] { return DejaCerrar(); };
+    v.puedePulsar = [this](controles::Accion accion) { return DejaPulsar(accion); };
   }
   if (contexto_.interactivo) {
     // As large as the screen comfortably allows; a narrow screen is used whole.
@@ -91,15 +89,15 @@ Ventana& EscritorioQt::VentanaDe(controles::Formulario& formulario, bool modal) 
   return v;
 }
 
-bool EscritorioQt::DejaCerrar() {
-  if (!puedeCerrar || puedeCerrar()) return true;
+bool EscritorioQt::DejaPulsar(controles::Accion accion) {
+  if (!puedePulsar || puedePulsar(accion)) return true;
   VuelveAlFrente();
   return false;
 }
 
 void EscritorioQt::CierraPrincipal(controles::Formulario& formulario) {
   Corre([&] {
-    if (DejaCerrar()) formulario.Descarga();
+    if (DejaPulsar(controles::Accion::Cerrar)) formulario.Descarga();
   });
 }
 
@@ -156,8 +154,13 @@ void EscritorioQt::Descarga(controles::Formulario& formulario) {
   if (principal && alTerminar) alTerminar();
 }
 
+// A field that is sent the keyboard is replaced by what is typed first, as when it is entered by Tab.
 void EscritorioQt::Enfoca(controles::Control& control) {
-  if (Ventana* v = ventana(control.formulario())) v->SigueFoco();
+  Ventana* v = ventana(control.formulario());
+  if (v == nullptr) return;
+  v->SigueFoco();
+  if (!contexto_.interactivo) return;
+  if (auto* linea = qobject_cast<QLineEdit*>(v->vista(control)->foco())) linea->selectAll();
 }
 
 int EscritorioQt::AnchoTexto(const controles::Formulario&, std::string_view texto) {
@@ -201,7 +204,9 @@ int EscritorioQt::Mensaje(const controles::CajaMensaje& caja) {
 
 std::string EscritorioQt::EditaNotas(const std::string& titulo, const std::string& texto, int ancho) {
   if (piloto_.notas) return piloto_.notas(texto);
+  const controles::ScreenToolbar* barra = abiertas_.empty() ? nullptr : BarraDe(*abiertas_.back());
   EditorNotas editor(Q(titulo), Q(texto), ancho, Frente());
+  if (barra != nullptr && !barra->EnEdicion()) editor.SoloLee();
   const bool acepta = editor.exec() == QDialog::Accepted;
   VuelveAlFrente();
   return acepta ? editor.Texto().toStdString() : texto;

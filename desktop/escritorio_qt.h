@@ -38,7 +38,7 @@ class EscritorioQt : public controles::Escritorio {
   // The window that is in front, for dialogs to belong to; null when there is none.
   QWidget* Frente() const;
   // The user closes the main window; false keeps it open.
-  std::function<bool()> puedeCerrar;
+  std::function<bool(controles::Accion)> puedePulsar;
   // The main window is gone.
   std::function<void()> alTerminar;
 
@@ -60,7 +60,7 @@ class EscritorioQt : public controles::Escritorio {
  private:
   Ventana& VentanaDe(controles::Formulario& formulario, bool modal);
   void Abre(controles::Formulario& formulario, bool modal);
-  bool DejaCerrar();
+  bool DejaPulsar(controles::Accion accion);
   void CierraPrincipal(controles::Formulario& formulario);
   QWidget* DuenioDe(int ventana) const;
   // Gives the keyboard back to the window in front once a dialog over it is gone.

@@ -26,6 +26,7 @@
 #include "desktop/impresion.h"
 #include "desktop/manos_qt.h"
 #include "desktop/pantallas.h"
+#include "desktop/preguntas.h"
 #include "desktop/senales.h"
 #include "desktop/vista.h"
 #include "guion/componente.h"
@@ -33,6 +34,7 @@
 #include "guion/opciones.h"
 #include "guion/respuestas.h"
 #include "guion/vigilados.h"
+#include "host/standalone/documento.h"
 #include "platform/com/error.h"
 #include "platform/controls/barra.h"
 
@@ -51,7 +53,8 @@ constexpr const char* kUso =
     "  --usuario LOGIN    usuario del sistema\n"
     "  --por-celda        el tablero pregunta celda por celda\n"
     "  --tema TEMA        colores claros, oscuros o los del sistema\n"
-    "  --guion GUION      un guion maneja las ventanas; - es la entrada estándar\n";
+    "  --guion GUION      un guion maneja las ventanas; - es la entrada estándar\n"
+    "  -h, --help, --ayuda  esta ayuda\n";
 
 struct MalUso {
   std::string motivo;
@@ -80,7 +83,8 @@ OpcionesPrograma LeeOpcionesPrograma(const std::vector<std::string>& argumentos,
     } else if (a == "--guion") {
       opciones.guion = valor();
     } else {
-      if (!a.starts_with("--") && (i == 0 || !argumentos[i - 1].starts_with("--"))) throw MalUso{"Sobra «" + a + "»"};
+      const bool suelto = a == "-" || !a.starts_with("-");
+      if (suelto && (i == 0 || !argumentos[i - 1].starts_with("--"))) throw MalUso{"Sobra «" + a + "»"};
       conBase = conBase || a == "--base" || a == "--conexion";
       comunes.push_back(a);
     }
@@ -148,13 +152,6 @@ void AvisaCarencias(const Carencias& carencias, QWidget* padre) {
   recuerdos.setValue(dicho, !carencias.idioma.isEmpty());
 }
 
-controles::ScreenToolbar* BarraDe(const controles::Formulario& formulario) {
-  for (controles::Control* c : formulario.controles()) {
-    if (c->clase() == controles::Clase::Barra) return static_cast<controles::ScreenToolbar*>(c);
-  }
-  return nullptr;
-}
-
 // The search of a lookup field: the host's catalogue of that query.
 std::string BuscaClave(const controles::LookupField& campo, autonomo::Anfitrion& anfitrion, EscritorioQt& escritorio) {
   if (campo.diseno().idconsulta == "RESERVACION") return BuscaReservacion(*anfitrion.conexion(), escritorio);
@@ -184,6 +181,11 @@ void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion) 
   InstalaImpresion(anfitrion, [&escritorio] { return escritorio.Frente(); });
   Contexto& contexto = escritorio.contexto();
   contexto.busca = [&](const controles::LookupField& campo) { return BuscaClave(campo, anfitrion, escritorio); };
+  contexto.estado = [&anfitrion](const std::string& folio) {
+    const auto filas =
+        anfitrion.conexion()->Consulta("SELECT Es_Cve_Estado FROM Reservacion WHERE Rs_Folio = ?", {folio});
+    return filas->Eof() ? QString() : Q(autonomo::EstadoLegible(com::CStr(filas->Fields(0).Value())));
+  };
   contexto.abreCatalogo = [&](const controles::LookupField& campo) {
     escritorio.AbrePantalla(campo.diseno().transaccion, {});
   };
@@ -198,17 +200,6 @@ void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion) 
   opcion("C&onfiguración…", "CONFIG");
 }
 
-// Leaving a reservation half captured is asked about; the screen itself never refuses to close.
-bool PreguntaSalida(const controles::Formulario& formulario, QWidget* padre) {
-  const controles::ScreenToolbar* barra = BarraDe(formulario);
-  if (barra == nullptr || !barra->EnEdicion()) return true;
-  controles::CajaMensaje caja;
-  caja.texto = "Hay una reservación en captura que no se ha guardado.\r\n¿Desea salir y descartarla?";
-  caja.estilo = 308;
-  caja.titulo = "Reservaciones";
-  return CajaAviso(caja, padre).Pregunta() == controles::kSi;
-}
-
 int RevisaPantalla(int argc, char** argv) {
   qInstallMessageHandler(AlMensajeFatal);
 #ifdef Q_OS_LINUX
@@ -220,7 +211,7 @@ int RevisaPantalla(int argc, char** argv) {
   for (int i = 1; i < argc; ++i) {
     const std::string a = argv[i];
     // A script and the help need nobody to look on.
-    if (a == "--guion" || a == "--ayuda") {
+    if (a == "--guion" || guion::PideAyuda(a)) {
       setenv("QT_QPA_PLATFORM", "offscreen", 1);
       return kBien;
     }
@@ -293,7 +284,9 @@ int Programa::CorreVentana(const OpcionesPrograma& opciones) {
   ConectaAnfitrion(escritorio, anfitrion);
   controles::FijaEscritorio(&escritorio);
   guion::Componente componente;
-  escritorio.puedeCerrar = [&] { return PreguntaSalida(componente.formulario(), escritorio.Frente()); };
+  escritorio.puedePulsar = [&](controles::Accion accion) {
+    return PreguntaAccion(componente.formulario(), accion, escritorio.Frente());
+  };
   QApplication::setQuitOnLastWindowClosed(false);
   escritorio.alTerminar = [] { QApplication::quit(); };
   componente.Abre(anfitrion.Padre());

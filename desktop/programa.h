@@ -36,8 +36,6 @@ struct Carencias {
 class EscritorioQt;
 // Gives the windows what the host offers beside the screens: searches, catalogues, records, printed confirmations.
 void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion);
-// Whether the main window may close: a reservation half captured is asked about.
-bool PreguntaSalida(const controles::Formulario& formulario, QWidget* padre);
 
 class Programa {
  public:

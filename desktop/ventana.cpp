@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QFocusEvent>
+#include <QLineEdit>
 #include <QTimer>
 #include <algorithm>
 #include <utility>
@@ -111,10 +112,35 @@ void Ventana::CreaVistas() {
   for (const auto& v : vistas_) {
     if (Flota(v->control())) v->widget()->raise();
     if (auto* barra = dynamic_cast<VistaBarra*>(v.get())) {
-      barra->antesDePulsar = [this](controles::Accion accion) {
-        return TerminaEdicion(nullptr) && (accion != controles::Accion::Cerrar || !puedeCerrar || puedeCerrar());
-      };
+      barra->antesDePulsar = [this](controles::Accion accion) { return AntesDePulsar(accion); };
+      barra->despuesDePulsar = [this](controles::Accion accion) { DespuesDePulsar(accion); };
     }
+  }
+}
+
+// What leaves the capture anyway does not wait for its fields to be right.
+bool Ventana::AntesDePulsar(controles::Accion accion) {
+  using controles::Accion;
+  const bool abandona =
+      accion == Accion::Nuevo || accion == Accion::Limpiar || accion == Accion::Cerrar || accion == Accion::Cancelar;
+  if (!abandona && !TerminaEdicion(nullptr)) return false;
+  if (puedePulsar && !puedePulsar(accion)) return false;
+  for (const auto& v : vistas_) {
+    if (abandona) v->Descarta();
+  }
+  return true;
+}
+
+void Ventana::DespuesDePulsar(controles::Accion accion) {
+  for (const auto& v : vistas_) {
+    if (v->control().clase() == Clase::Grid) v->Refresca();  // rows can be added in a capture only
+  }
+  if (accion != controles::Accion::Editar || !contexto_.interactivo) return;
+  // A person goes on with the first field that has opened.
+  for (controles::Control* c : formulario_.controles()) {
+    if (c->clase() != Clase::LookupField || !c->tabStop() || !c->PuedeEnfocarse()) continue;
+    if (static_cast<controles::LookupField*>(c)->locked()) continue;
+    return formulario_.Enfoca(*c);
   }
 }
 
@@ -185,7 +211,7 @@ void Ventana::SigueFoco() {
 
 bool Ventana::TerminaEdicion(const controles::Control* destino) {
   for (const auto& v : vistas_) {
-    if (&v->control() != destino) v->Entrega();
+    if (&v->control() != destino && !v->Entrega()) return false;
   }
   controles::Control* foco = formulario_.foco();
   if (foco == nullptr || foco == destino || foco->clase() != Clase::Grid) return true;
@@ -234,6 +260,11 @@ Vista* Ventana::DueniaDe(QObject* objeto) const {
 
 void Ventana::AlEntrar(Vista& v, Qt::FocusReason motivo) {
   controles::Control& c = v.control();
+  // A date that is clicked is typed over, as when it is entered by Tab.
+  if (motivo == Qt::MouseFocusReason && contexto_.interactivo && c.clase() == Clase::DateField) {
+    auto* linea = qobject_cast<QLineEdit*>(v.foco());
+    QTimer::singleShot(0, linea, [linea] { linea->selectAll(); });
+  }
   if (enfocando_ || formulario_.foco() == &c) return;
   if (motivo == Qt::ActiveWindowFocusReason || motivo == Qt::PopupFocusReason) return;
   Corre([&] {

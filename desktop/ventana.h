@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "desktop/vista.h"
+#include "platform/controls/barra.h"
 #include "platform/controls/formulario.h"
 
 namespace vista {
@@ -33,8 +34,8 @@ class Ventana : public QWidget {
 
   // The user closes the window; whoever shows it decides what that means.
   std::function<void()> alCerrar;
-  // Asked before the toolbar's Close; false stays.
-  std::function<bool()> puedeCerrar;
+  // Asked before a button of the toolbar; false leaves everything as it is.
+  std::function<bool(controles::Accion)> puedePulsar;
 
  protected:
   bool eventFilter(QObject* objeto, QEvent* evento) override;
@@ -49,6 +50,8 @@ class Ventana : public QWidget {
   void ColocaSobreCelda(Vista& vista);
   Vista* DueniaDe(QObject* objeto) const;
   void AdoptaFoco();
+  bool AntesDePulsar(controles::Accion accion);
+  void DespuesDePulsar(controles::Accion accion);
   void AlEntrar(Vista& vista, Qt::FocusReason motivo);
 
   controles::Formulario& formulario_;

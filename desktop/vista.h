@@ -26,6 +26,8 @@ struct Contexto {
     std::function<void()> abre;
   };
   std::vector<Opcion> menu;
+  // State of a stored reservation in words ("Cancelada").
+  std::function<QString(const std::string& folio)> estado;
   // A person works at the window, no script.
   bool interactivo = true;
 };
@@ -51,8 +53,11 @@ class Vista {
   virtual void Refresca() = 0;
   // A key pressed in the widget; true when it is dealt with. Keys that are no characters go to the form.
   virtual bool Tecla(const QKeyEvent& evento);
-  // Hands over what the widget holds and the control does not know yet (a date half typed).
-  virtual void Entrega() {}
+  // Hands over what the widget holds and the control does not know yet (a date half typed, a key not confirmed). False
+  // when it cannot be: the user is told, and stays.
+  virtual bool Entrega() { return true; }
+  // Forgets it.
+  virtual void Descarta() {}
   // The focus left the widget.
   virtual void Deja(Qt::FocusReason) {}
 

@@ -155,6 +155,10 @@ void VistaBarra::Refresca() {
   // An action without a caption is not there.
   if (QToolButton* b = boton(Accion::Confirmar)) b->setVisible(!barra_.TituloConfirmar().empty());
   if (QToolButton* b = boton(Accion::Reactivar)) b->setVisible(barra_.PermiteReactivar());
+  if (folio_ != barra_.ClaveActual()) {
+    folio_ = barra_.ClaveActual();
+    estado_ = folio_.empty() || !contexto().estado ? QString() : contexto().estado(folio_);
+  }
   QString registro;
   if (barra_.EsNuevo()) {
     registro = QStringLiteral("Nueva reservación");
@@ -162,6 +166,7 @@ void VistaBarra::Refresca() {
     registro = QStringLiteral("Editando");
   } else if (!barra_.ClaveActual().empty()) {
     registro = QStringLiteral("Folio ") + Q(barra_.ClaveActual());
+    if (!estado_.isEmpty()) registro += QStringLiteral(" · ") + estado_;
   }
   registro_->setText(registro);
 }
@@ -170,6 +175,8 @@ void VistaBarra::Pulsa(Accion accion) {
   Corre([&] {
     if (antesDePulsar && !antesDePulsar(accion)) return;
     barra_.Pulsa(accion);
+    Refresca();
+    if (despuesDePulsar) despuesDePulsar(accion);
   });
   Refresca();
 }

@@ -24,11 +24,15 @@ class VistaBarra : public Vista {
   QToolButton* boton(controles::Accion accion) const;
   // Runs before an action (a date half typed, a cell being edited); false keeps the action from running.
   std::function<bool(controles::Accion)> antesDePulsar;
+  // Called once the action is done; the bar shows its state already.
+  std::function<void(controles::Accion)> despuesDePulsar;
 
  private:
   void Pulsa(controles::Accion accion);
 
   controles::ScreenToolbar& barra_;
+  std::string folio_;  // whose state is shown
+  QString estado_;
   std::map<controles::Accion, QToolButton*> botones_;
   QLabel* registro_;
 };

@@ -6,10 +6,14 @@
 #include <QMenu>
 #include <QPainter>
 #include <QRegularExpression>
+#include <QRegularExpressionValidator>
+#include <QScreen>
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QTextCharFormat>
 #include <QTimer>
+#include <QToolButton>
+#include <QToolTip>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cstdlib>
@@ -54,6 +58,20 @@ void Estrecha(QLabel* rotulo, int ancho) {
     if (QFontMetrics(f).horizontalAdvance(rotulo->text()) <= ancho) break;
   }
   rotulo->setFont(f);
+}
+
+// Where a pop-up of that size goes: under the widget, above it when there is no room below, whole on the screen.
+QPoint LugarJuntoA(const QWidget& w, const QSize& tamano) {
+  constexpr int kAire = 2;  // pixels
+  const QRect zona = w.screen()->availableGeometry();
+  QPoint lugar = w.mapToGlobal(QPoint(0, w.height() + kAire));
+  const int encima = w.mapToGlobal(QPoint(0, -kAire)).y() - tamano.height();
+  if (lugar.y() + tamano.height() > zona.y() + zona.height() && encima >= zona.y()) lugar.setY(encima);
+  const auto dentro = [](int v, int desde, int largo, int cuanto) {
+    return std::max(desde, std::min(v, desde + largo - cuanto));
+  };
+  return {dentro(lugar.x(), zona.x(), zona.width(), tamano.width()),
+          dentro(lugar.y(), zona.y(), zona.height(), tamano.height())};
 }
 
 }  // namespace
@@ -117,10 +135,13 @@ VistaLookup::VistaLookup(controles::LookupField& campo, QWidget* padre, const Co
     consejo += QStringLiteral(" · F2 busca");
   }
   edicion_->setToolTip(consejo);
-  QObject::connect(edicion_, &QLineEdit::textEdited, edicion_, [this](const QString& texto) {
-    Corre([&] { campo_.Teclea(texto.toStdString()); });
-    Refresca();
-  });
+  QObject::connect(edicion_, &QLineEdit::textEdited, edicion_, [this](const QString& texto) { Escribe(texto); });
+  if (diseno.tipo == controles::TipoDato::Numero && !campo_.locked() && contexto.interactivo) {
+    static const QRegularExpression cifras(QStringLiteral("[0-9]{0,9}([.,][0-9]{0,9})?"));
+    static const QRegularExpression noches(QStringLiteral("[0-9]{0,4}"));
+    const bool entero = campo_.nombre() == "txtDias";
+    edicion_->setValidator(new QRegularExpressionValidator(entero ? noches : cifras, edicion_));
+  }
   if (!diseno.transaccion.empty()) {
     edicion_->setContextMenuPolicy(Qt::CustomContextMenu);
     QObject::connect(edicion_, &QLineEdit::customContextMenuRequested, edicion_, [this](const QPoint& donde) {
@@ -148,6 +169,7 @@ void VistaLookup::Refresca() {
     const QSignalBlocker calla(edicion_);
     edicion_->setText(texto);
     edicion_->setCursorPosition(edicion_->hasFocus() ? std::min(cursor, static_cast<int>(texto.size())) : 0);
+    if (campo_.locked() && !texto.isEmpty()) edicion_->setToolTip(texto);  // whole, where the place is narrow
   }
   const QLineEdit::EchoMode eco = campo_.passwordChar().empty() ? QLineEdit::Normal : QLineEdit::Password;
   if (edicion_->echoMode() != eco) edicion_->setEchoMode(eco);
@@ -156,16 +178,35 @@ void VistaLookup::Refresca() {
   Marca(edicion_, "muestra", campo_.locked());
   edicion_->setFont(Fuente(campo_.locked() && numero ? Letra::Fuerte : Letra::Normal));
   if (lupa_ != nullptr) lupa_->setVisible(Habilitada(campo_) && !campo_.locked());
-  // The name beside a typed key comes with Enter.
+  DiceNombre();
+}
+
+// What the screen's rules make of a typed text can be typed over.
+void VistaLookup::Escribe(const QString& texto) {
+  Corre([&] { campo_.Teclea(texto.toStdString()); });
+  Refresca();
+  if (contexto().interactivo && edicion_->text().compare(texto, Qt::CaseInsensitive) != 0) edicion_->selectAll();
+}
+
+// The name beside a typed key comes with Enter; a key that has none says so.
+void VistaLookup::DiceNombre() {
   const auto* nombre = campo_.diseno().sql_control_resultado;
-  const bool falta = nombre != nullptr && campo_.pendiente() && !campo_.text().empty();
-  if (falta == faltaNombre_) return;
-  faltaNombre_ = falta;
+  if (nombre == nullptr) return;
+  const bool sin = !campo_.text().empty() && campo_.text() != "%" && nombre->text().empty();
+  const QString aviso = !sin                 ? QString()
+                        : campo_.pendiente() ? QStringLiteral("Enter para buscar el nombre")
+                                             : QStringLiteral("No existe");
+  if (aviso == avisoNombre_) return;
+  avisoNombre_ = aviso;
   auto* vecino = edicion_->parentWidget()->findChild<QLineEdit*>(Q(nombre->nombre()), Qt::FindDirectChildrenOnly);
-  if (vecino != nullptr) vecino->setPlaceholderText(falta ? QStringLiteral("Enter para buscar el nombre") : QString());
+  if (vecino == nullptr) return;
+  vecino->setPlaceholderText(aviso);
+  Marca(edicion_, "malo", sin && !campo_.pendiente());
 }
 
 bool VistaLookup::Tecla(const QKeyEvent& evento) {
+  const bool enter = evento.key() == Qt::Key_Return || evento.key() == Qt::Key_Enter;
+  if (enter && evento.modifiers().testFlag(Qt::AltModifier) && AbreFicha()) return true;
   if (evento.key() == Qt::Key_F2 && lupa_ != nullptr && contexto().interactivo) {
     if (evento.modifiers().testFlag(Qt::ControlModifier)) {
       if (contexto().abreCatalogo) Corre([this] { contexto().abreCatalogo(campo_); });
@@ -174,18 +215,32 @@ bool VistaLookup::Tecla(const QKeyEvent& evento) {
     }
     return true;
   }
+  if (CodigoTecla(evento.key()) >= kTeclaF1) Entrega();
   return Vista::Tecla(evento);
 }
 
-// A key that was typed and left by the mouse is looked up as if confirmed.
+// A key that was typed and not confirmed is looked up as if it were.
+bool VistaLookup::Entrega() {
+  if (!contexto().interactivo || campo_.diseno().sql_control_resultado == nullptr || campo_.text().empty()) return true;
+  if (!campo_.pendiente() || !campo_.enabled() || campo_.locked()) return true;
+  Corre([this] { campo_.Confirma(); });
+  return true;
+}
+
 void VistaLookup::Deja(Qt::FocusReason motivo) {
+  if (motivo == Qt::ActiveWindowFocusReason || motivo == Qt::PopupFocusReason) return;
   edicion_->setCursorPosition(0);  // a long text shows its beginning
-  if (motivo != Qt::MouseFocusReason || !contexto().interactivo) return;
-  if (campo_.diseno().sql_control_resultado == nullptr || campo_.text().empty()) return;
-  QTimer::singleShot(0, edicion_, [this] {
-    if (!campo_.pendiente() || !campo_.enabled() || campo_.locked()) return;
-    Corre([this] { campo_.Confirma(); });
-  });
+  if (motivo == Qt::MouseFocusReason) QTimer::singleShot(0, edicion_, [this] { Entrega(); });
+}
+
+// The button of a field's record is named after it: cmdCliente of txtCliente.
+bool VistaLookup::AbreFicha() {
+  if (!campo_.nombre().starts_with("txt")) return false;
+  auto* boton = formulario().Busca("cmd" + campo_.nombre().substr(3));
+  if (boton == nullptr || boton->clase() != controles::Clase::Boton || !boton->PuedeEnfocarse()) return false;
+  Entrega();
+  Corre([&] { static_cast<controles::Boton*>(boton)->Pulsa(); });
+  return true;
 }
 
 void VistaLookup::Busca() {
@@ -193,7 +248,7 @@ void VistaLookup::Busca() {
   Corre([this] {
     formulario().Enfoca(campo_);
     const std::string clave = contexto().busca(campo_);
-    if (clave.empty()) return;
+    if (clave.empty()) return edicion_->selectAll();
     campo_.Teclea(clave);
     formulario().PulsaTecla(controles::tecla::kEnter);
   });
@@ -241,22 +296,41 @@ void VistaFecha::Fija(com::Fecha fecha) {
   Marca(edicion_, "malo", false);
   Corre([&] { campo_.Fija(fecha); });
   Refresca();
+  if (contexto().interactivo) edicion_->selectAll();
 }
 
-void VistaFecha::Entrega() {
-  if (!tecleada_) return;
+bool VistaFecha::Entrega() {
+  if (!tecleada_) return true;
+  if (!campo_.AceptaEntrada()) {
+    Descarta();
+    return true;
+  }
   const com::Fecha base = campo_.Vacio() ? DeDate(QDate::currentDate()) : campo_.valor();
-  if (const auto fecha = LeeFecha(edicion_->text(), base); fecha && campo_.AceptaEntrada()) return Fija(*fecha);
-  // What cannot be read goes back to the field's date, and is shown to be wrong until then.
+  if (const auto fecha = LeeFecha(edicion_->text(), base)) {
+    Fija(*fecha);
+    return true;
+  }
   Marca(edicion_, "malo", true);
-  QTimer::singleShot(900, edicion_, [this] { Marca(edicion_, "malo", false); });
+  edicion_->selectAll();
+  QString aviso = QStringLiteral("«%1» no es una fecha. Escriba día/mes/año").arg(edicion_->text());
+  if (!campo_.Vacio()) aviso += QStringLiteral(", o Esc para dejar %1").arg(Q(campo_.text()));
+  constexpr int kDura = 8000;  // ms
+  QToolTip::showText(edicion_->mapToGlobal(QPoint(0, edicion_->height())), aviso, edicion_, {}, kDura);
+  return false;
+}
+
+void VistaFecha::Descarta() {
+  if (!tecleada_) return;
   tecleada_ = false;
+  Marca(edicion_, "malo", false);
   Refresca();
 }
 
 void VistaFecha::Deja(Qt::FocusReason motivo) {
   if (!tecleada_ || motivo == Qt::PopupFocusReason || motivo == Qt::ActiveWindowFocusReason) return;
-  QTimer::singleShot(0, edicion_, [this] { Entrega(); });
+  QTimer::singleShot(0, edicion_, [this] {
+    if (!Entrega()) formulario().Enfoca(campo_);
+  });
 }
 
 bool VistaFecha::Tecla(const QKeyEvent& evento) {
@@ -277,22 +351,26 @@ bool VistaFecha::Tecla(const QKeyEvent& evento) {
   }
   const int codigo = CodigoTecla(evento.key());
   if (codigo == controles::tecla::kEsc && tecleada_) {
-    tecleada_ = false;
-    Refresca();
+    Descarta();
     return true;
   }
-  if (codigo == controles::tecla::kTab || codigo == controles::tecla::kEnter) {
-    const bool flotante = campo_.contenedor() != nullptr && campo_.contenedor()->nombre() == "pcFecha";
-    const bool entrega = tecleada_;
-    if (entrega) {
-      Entrega();
-    } else if (flotante && acepta && contexto().interactivo && !campo_.Vacio()) {
-      Fija(campo_.valor());  // Enter keeps the cell's date
-    }
-    if (flotante && (entrega || contexto().interactivo)) return true;  // the screen moves on to the next cell
-    if (formulario().foco() != &campo_) return true;                   // the date's own rules moved the focus
-  }
+  if ((codigo == controles::tecla::kTab || codigo == controles::tecla::kEnter) && TeclaDePaso()) return true;
+  if (codigo >= kTeclaF1 && !Entrega()) return true;
   return Vista::Tecla(evento);
+}
+
+bool VistaFecha::TeclaDePaso() {
+  const bool flotante = campo_.contenedor() != nullptr && campo_.contenedor()->nombre() == "pcFecha";
+  const bool entrega = tecleada_;
+  const int veces = formulario().vecesEnfocado();
+  if (entrega) {
+    if (!Entrega()) return true;
+  } else if (flotante && campo_.AceptaEntrada() && contexto().interactivo && !campo_.Vacio()) {
+    Fija(campo_.valor());  // Enter keeps the cell's date
+  }
+  if (flotante && (entrega || contexto().interactivo)) return true;  // the screen moves on to the next cell
+  // The date's own rules may have sent the focus somewhere, be it back to the field.
+  return formulario().vecesEnfocado() != veces;
 }
 
 void VistaFecha::AbreCalendario() {
@@ -327,8 +405,14 @@ void VistaFecha::AbreCalendario() {
     marco->close();
     Fija(DeDate(dia));
   });
+  for (const auto& [boton, icono] :
+       {std::pair("qt_calendar_prevmonth", "izquierda"), std::pair("qt_calendar_nextmonth", "derecha")}) {
+    if (auto* flecha = calendario->findChild<QToolButton*>(QLatin1String(boton))) {
+      flecha->setIcon(Icono(QLatin1String(icono)));
+    }
+  }
   marco->adjustSize();
-  marco->move(edicion_->mapToGlobal(QPoint(0, edicion_->height() + 2)));
+  marco->move(LugarJuntoA(*edicion_, marco->size()));
   marco->show();
   calendario->setFocus();
 }
@@ -455,7 +539,7 @@ namespace {
 
 class Tarjeta : public QWidget {
  public:
-  Tarjeta(const QString& titulo, QWidget* padre) : QWidget(padre), titulo_(titulo.toUpper()) {}
+  Tarjeta(const QString& titulo, QWidget* padre) : QWidget(padre), titulo_(titulo) {}
 
  protected:
   void paintEvent(QPaintEvent*) override {

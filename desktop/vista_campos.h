@@ -28,15 +28,21 @@ class VistaLookup : public Vista {
   VistaLookup(controles::LookupField& campo, QWidget* padre, const Contexto& contexto);
   void Refresca() override;
   bool Tecla(const QKeyEvent& evento) override;
+  bool Entrega() override;
   void Deja(Qt::FocusReason motivo) override;
   // Opens the search and confirms what was chosen.
   void Busca();
 
  private:
+  void Escribe(const QString& texto);
+  void DiceNombre();
+  // Opens the record of the key, where the screen has a button for it; false where it has none.
+  bool AbreFicha();
+
   controles::LookupField& campo_;
   QLineEdit* edicion_;
   QAction* lupa_ = nullptr;
-  bool faltaNombre_ = false;  // the name beside it is told to be missing
+  QString avisoNombre_;  // told in the place of the name beside it
 };
 
 // Date entry: typed, stepped by the arrow keys, or picked from a calendar (F4 or Alt+Down).
@@ -45,12 +51,16 @@ class VistaFecha : public Vista {
   VistaFecha(controles::DateField& campo, QWidget* padre, const Contexto& contexto);
   void Refresca() override;
   bool Tecla(const QKeyEvent& evento) override;
-  void Entrega() override;
+  // False when what was typed is no date: the field says so and keeps it.
+  bool Entrega() override;
+  void Descarta() override;
   void Deja(Qt::FocusReason motivo) override;
   void AbreCalendario();
 
  private:
   void Fija(com::Fecha fecha);
+  // Enter or Tab; true when the key has done its work.
+  bool TeclaDePaso();
 
   controles::DateField& campo_;
   QLineEdit* edicion_;

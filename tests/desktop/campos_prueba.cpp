@@ -80,7 +80,7 @@ TEST(LeeFechaPrueba, EntiendeComoEscribenLosRecepcionistas) {
   }
 }
 
-TEST(VistaFechaPrueba, EntregaLaFechaUnaVezAlSalirYVuelveAtrasSiNoSeLee) {
+TEST(VistaFechaPrueba, EntregaLaFechaUnaVezAlSalirYRetieneLaQueNoSeLee) {
   EnPantalla p;
   int fijadas = 0;
   p.forma.dpFecha.AlFijar = [&] { ++fijadas; };
@@ -108,9 +108,31 @@ TEST(VistaFechaPrueba, EntregaLaFechaUnaVezAlSalirYVuelveAtrasSiNoSeLee) {
   campo->selectAll();
   QTest::keyClicks(campo, QStringLiteral("40/40"));
   QTest::keyClick(campo, Qt::Key_Tab);
-  EXPECT_EQ(com::AIso(p.forma.dpFecha.valor()), "2026-03-17");
+  EXPECT_EQ(p.forma.foco(), &p.forma.dpFecha);
+  EXPECT_EQ(campo->text(), QStringLiteral("40/40")) << "to be corrected, or left by Esc";
+  QTest::keyClick(campo, Qt::Key_Escape);
   EXPECT_EQ(campo->text(), QStringLiteral("17/03/2026"));
+  EXPECT_EQ(com::AIso(p.forma.dpFecha.valor()), "2026-03-17");
   EXPECT_EQ(fijadas, 2);
+}
+
+TEST(VistaFechaPrueba, SuReglaPuedeRetenerElFocoYLasTeclasDeFuncionLaEntreganAntes) {
+  EnPantalla p;
+  auto* campo = p.widget<QLineEdit>(p.forma.dpFecha);
+  p.forma.dpFecha.valor(FechaDe(2026, 3, 9));
+  std::string alPulsar;
+  p.forma.KeyUp = [&](int, int) { alPulsar = com::AIso(p.forma.dpFecha.valor()); };
+  p.forma.Enfoca(p.forma.dpFecha);
+  QTest::keyClicks(campo, QStringLiteral("12/3"));
+  QTest::keyClick(campo, Qt::Key_F6);
+  EXPECT_EQ(alPulsar, "2026-03-12");
+
+  p.forma.dpFecha.AlFijar = [&] { p.forma.Enfoca(p.forma.dpFecha); };
+  campo->selectAll();
+  QTest::keyClicks(campo, QStringLiteral("1/3"));
+  QTest::keyClick(campo, Qt::Key_Return);
+  EXPECT_EQ(p.forma.foco(), &p.forma.dpFecha);
+  EXPECT_EQ(campo->selectedText(), QStringLiteral("01/03/2026")) << "typed over";
 }
 
 TEST(VistaFechaPrueba, ElCalendarioFijaElDiaYUnCampoCerradoNoSeEscribe) {
@@ -207,16 +229,26 @@ TEST(VistaBarraPrueba, LosBotonesSiguenALaBarraYLosAtajosPulsan) {
 TEST(VistaBarraPrueba, UnaFechaAMediasSeEntregaAntesDeLaAccion) {
   EnPantalla p;
   p.forma.Controles.PermiteAccion6(true);
+  p.forma.Controles.Pulsa(controles::Accion::Nuevo);
   p.forma.dpFecha.valor(FechaDe(2026, 3, 9));
   p.forma.Enfoca(p.forma.dpFecha);
   auto* campo = p.widget<QLineEdit>(p.forma.dpFecha);
   campo->selectAll();
   QTest::keyClicks(campo, QStringLiteral("11/03/2026"));
   std::string alPulsar;
-  p.forma.Controles.Nuevo = [&] { alPulsar = com::AIso(p.forma.dpFecha.valor()); };
+  p.forma.Controles.Aceptar = [&](bool) { alPulsar = com::AIso(p.forma.dpFecha.valor()); };
   auto& barra = static_cast<vista::VistaBarra&>(*p.ventana().vista(p.forma.Controles));
-  QTest::mouseClick(barra.boton(controles::Accion::Nuevo), Qt::LeftButton);
+  QTest::mouseClick(barra.boton(controles::Accion::Aceptar), Qt::LeftButton);
   EXPECT_EQ(alPulsar, "2026-03-11");
+
+  // What leaves the capture does not wait for it.
+  p.forma.Enfoca(p.forma.dpFecha);
+  QTest::keyClicks(campo, QStringLiteral("hola"));
+  bool limpio = false;
+  p.forma.Controles.Limpiar = [&] { limpio = true; };
+  QTest::mouseClick(barra.boton(controles::Accion::Limpiar), Qt::LeftButton);
+  EXPECT_TRUE(limpio);
+  EXPECT_EQ(campo->text(), QStringLiteral("11/03/2026"));
 }
 
 TEST(VistaEtiquetaPrueba, LaMuestraTieneElColorDelEstado) {

@@ -15,6 +15,7 @@
 #include "component/publico.h"
 #include "desktop/dialogos.h"
 #include "desktop/escritorio_qt.h"
+#include "desktop/preguntas.h"
 #include "desktop/programa.h"
 #include "desktop/vista_barra.h"
 #include "desktop/vista_grid.h"
@@ -38,7 +39,9 @@ class RecorridoPrueba : public testing::Test {
     controles::FijaEscritorio(&escritorio_);
     vista::ConectaAnfitrion(escritorio_, anfitrion_);
     componente_ = std::make_unique<guion::Componente>();
-    escritorio_.puedeCerrar = [this] { return vista::PreguntaSalida(Forma(), escritorio_.Frente()); };
+    escritorio_.puedePulsar = [this](controles::Accion accion) {
+      return vista::PreguntaAccion(Forma(), accion, escritorio_.Frente());
+    };
     componente_->Abre(anfitrion_.Padre());
     static_cast<void>(QTest::qWaitForWindowActive(escritorio_.ventana(Forma())));
     Vigila();
@@ -251,6 +254,10 @@ TEST_F(RecorridoPrueba, ConfirmaEditaCancelaReactivaEImprime) {
   EXPECT_EQ(Sql("SELECT Rs_Referencia FROM Reservacion WHERE Rs_Folio = '" + folio + "'"), "agencia 7\n");
 
   Carga(folio);
+  EsperaMensaje("¿Desea cancelar la reservación", "No");
+  QTest::mouseClick(barra.boton(controles::Accion::Eliminar), Qt::LeftButton);
+  EXPECT_EQ(Estado(folio), "CO\n");
+  EsperaMensaje("¿Desea cancelar la reservación", "Sí");
   QTest::mouseClick(barra.boton(controles::Accion::Eliminar), Qt::LeftButton);
   EXPECT_EQ(Estado(folio), "CA\n");
 

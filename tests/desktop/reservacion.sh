@@ -67,6 +67,9 @@ estado CO
 
 carga
 clic $boton_cancelar_reservacion
+dialogo Reservaciones
+teclas s
+ventana_principal
 estado CA
 
 carga
