@@ -10,6 +10,7 @@
 #include <QScrollBar>
 #include <QTimer>
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <map>
 #include <utility>
@@ -32,6 +33,11 @@ constexpr int kAnchoManija = 30;   // row headers
 constexpr int kOrla = 2;           // the frame, as wide as it is drawn with the keyboard in it
 
 bool Fija(int columna) { return columna < kColumnasFijas; }
+
+// An amount of a line, whose decimals may be cut short; the total may not.
+bool EsImporte(const controles::Columna& columna) {
+  return columna.tipo == controles::TipoColumna::Doble && columna.clave != "Total";
+}
 
 // The grid style that a mark of the user gives, and the one that it takes away.
 constexpr const char* kMarcada = "OCUPANDO";
@@ -516,56 +522,61 @@ int VistaGrid::AnchoTexto(const QString& texto) const {
   return ancho;
 }
 
-// What a cell shows at least. The far decimals of an amount may be cut short, its tip tells them; a total is read
-// whole.
-QString VistaGrid::TextoMinimo(int fila, int columna) const {
-  constexpr qsizetype kDecimales = 2;
-  const QString texto = Q(grid_.Texto(fila, columna));
-  const auto& c = grid_.columna(columna);
-  if (c.tipo != controles::TipoColumna::Doble || c.clave == "Total") return texto;
-  const qsizetype punto = texto.indexOf(QLatin1Char('.'));
-  if (punto < 0 || texto.size() - punto - 1 <= kDecimales) return texto;
-  return texto.left(punto + 1 + kDecimales) + QChar(0x2026);  // as the cell cuts it
-}
-
-int VistaGrid::AnchoMinimo(int columna) const {
+// Room for the caption and the contents of a column.
+int VistaGrid::AnchoMinimo(int columna, qsizetype decimales) const {
   constexpr int kOrilla = 15, kMuestras = 60;
   const auto& c = grid_.columna(columna);
   int ancho = AnchoTexto(Q(c.titulo)) + kOrilla;
   if (!c.fecha.empty()) return std::max(ancho, AnchoTexto(QStringLiteral("R 88")) + kOrilla);
-  int contenido = 0;
   for (int f = 0; f < std::min(grid_.Filas(), kMuestras); ++f) {
-    contenido = std::max(contenido, AnchoTexto(TextoMinimo(f, columna)) + kOrilla);
+    QString texto = Q(grid_.Texto(f, columna));
+    const qsizetype punto = texto.indexOf(QLatin1Char('.'));
+    if (EsImporte(c) && punto >= 0 && texto.size() - punto - 1 > decimales) {
+      texto.truncate(punto + 1 + decimales);
+      texto += QChar(0x2026);  // as the cell cuts it
+    }
+    ancho = std::max(ancho, AnchoTexto(texto) + kOrilla);
   }
-  ancho = std::max(ancho, contenido);
   return ancho;
 }
 
 // A column is as wide as designed; where the window is too narrow for all, they give way down to their captions and
-// contents.
+// contents. Before the total goes out of sight, the room's name is cut short, then the decimals of the amounts:
+// their tips tell them whole.
 void VistaGrid::AjustaColumnas() {
+  constexpr qsizetype kDecimales = 4;
+  constexpr std::size_t kNombre = 1;
   const int n = std::min(modelo_->columnCount(), grid_.NumColumnas());
-  int deseado = 0, minimo = 0;
-  std::vector<int> anchos(static_cast<std::size_t>(n)), minimos(static_cast<std::size_t>(n));
+  const auto cuantas = static_cast<std::size_t>(n);
+  int deseado = 0, minimo = 0, cortable = 0;
+  std::vector<int> anchos(cuantas), minimos(cuantas), cortables(cuantas);
+  const bool tablero = EsTablero();
   for (int c = 0; c < n; ++c) {
     const auto& columna = grid_.columna(c);
     for (Tabla* t : {fija_, movil_}) t->setColumnHidden(c, !columna.visible || Fija(c) != (t == fija_));
     if (!columna.visible) continue;
     const auto i = static_cast<std::size_t>(c);
-    minimos[i] = AnchoMinimo(c);
+    minimos[i] = AnchoMinimo(c, kDecimales);
     anchos[i] = std::max(APixel(columna.ancho), minimos[i]);
+    if (!tablero && EsImporte(columna)) cortables[i] = minimos[i] - AnchoMinimo(c, 0);
     deseado += anchos[i];
     minimo += minimos[i];
+    cortable += cortables[i];
   }
   const int cabe = marco_->width() - 2 * kOrla - fija_->verticalHeader()->width() - 14;
-  const bool tablero = EsTablero();
-  // The room's name is cut short before the total goes out of sight; its tip tells it whole.
-  constexpr std::size_t kNombre = 1;
   if (!tablero && n > kColumnasFijas && minimo > cabe && anchos[kNombre] > 0) {
     const int corto = AnchoTexto(Q(grid_.columna(kNombre).titulo)) + kAnchoManija;
     const int quita = std::clamp(minimos[kNombre] - corto, 0, minimo - cabe);
     minimos[kNombre] -= quita;
     minimo -= quita;
+  }
+  if (cortable > 0 && minimo > cabe) {
+    const double parte = std::min(1.0, double(minimo - cabe) / cortable);
+    for (std::size_t i = 0; i < cuantas; ++i) {
+      const int quita = static_cast<int>(std::ceil(cortables[i] * parte));
+      minimos[i] -= quita;
+      minimo -= quita;
+    }
   }
   const double cede = tablero || deseado <= cabe ? 0.0
                       : deseado == minimo        ? 1.0

@@ -66,8 +66,7 @@ class VistaGrid : public Vista {
   bool EntraHuespedes();
   bool PuedeAgregar() const;
   bool EsTablero() const { return !grid_.Estilos().empty(); }
-  QString TextoMinimo(int fila, int columna) const;
-  int AnchoMinimo(int columna) const;
+  int AnchoMinimo(int columna, qsizetype decimales) const;
   // Pixels of a text in the font of the cells.
   int AnchoTexto(const QString& texto) const;
   bool TieneFoco() const;
