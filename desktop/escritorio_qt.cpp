@@ -85,6 +85,8 @@ Ventana& EscritorioQt::VentanaDe(controles::Formulario& formulario, bool modal) 
     const QSize quiere(std::max(v.width(), std::min(1280, ancho)),
                        std::max(v.height(), std::min(800, cabe.height() * 85 / 100)));
     v.resize(quiere.boundedTo(cabe.size()));
+    // Never so small that fields are out of reach.
+    v.setMinimumSize(QSize(APixel(formulario.width()), APixel(8400)).boundedTo(cabe.size()));
   }
   return v;
 }

@@ -317,6 +317,68 @@ TEST_F(RecorridoPrueba, CerrarEnPlenaCapturaPregunta) {
   EXPECT_TRUE(termino);
 }
 
+TEST_F(RecorridoPrueba, NadaCapturadoSeTiraSinPreguntar) {
+  CapturaEncabezado();
+  auto& grid = Control<controles::Grid>(Forma(), "ssReservaciones");
+  Espera("frmDisponibilidad", [this](QWidget& w) { MarcaDosNoches(w); });
+  Tecla(Qt::Key_F6);
+  for (const auto tecla : {Qt::Key_N, Qt::Key_L}) {
+    EsperaMensaje("¿Desea descartarla?", "No");
+    Tecla(tecla, Qt::ControlModifier);
+    EXPECT_EQ(grid.Filas(), 1);
+  }
+  // A cell that is wrong does not stand in the way of leaving.
+  grid.VaA(0, grid.IndiceColumna("Clave"));
+  Escribe("9x");
+  EsperaMensaje("¿Desea descartarla?", "Sí");
+  Tecla(Qt::Key_L, Qt::ControlModifier);
+  EXPECT_EQ(grid.Filas(), 0);
+  EXPECT_FALSE(Control<controles::ScreenToolbar>(Forma(), "Controles").EnEdicion());
+}
+
+TEST_F(RecorridoPrueba, UnaReservacionQueSoloSeMuestraNoSeCambia) {
+  const std::string folio = Reserva();
+  Carga(folio);
+  auto& grid = Control<controles::Grid>(Forma(), "ssReservaciones");
+  const std::string total = grid.Texto(0, "Total");
+  Espera("frmDisponibilidad", [this](QWidget& w) {
+    EsperaMensaje("sólo de consulta", "Aceptar");
+    MarcaDosNoches(w);
+    EXPECT_TRUE(TableroForma().visible());
+    QTest::keyClick(w.focusWidget(), Qt::Key_Escape);
+  });
+  Tecla(Qt::Key_F6);
+  EXPECT_EQ(grid.Texto(0, "Total"), total);
+  Espera("notas", [](QWidget& w) {
+    QTest::keyClicks(w.focusWidget(), QStringLiteral("hola"));
+    QTest::keyClick(w.focusWidget(), Qt::Key_Return, Qt::ControlModifier);
+  });
+  Control<controles::Boton>(Forma(), "cmdNotas").Pulsa();
+  EXPECT_EQ(Control<controles::CampoNotas>(Forma(), "txtNotas").text(), "");
+}
+
+TEST_F(RecorridoPrueba, UnaClaveSinConfirmarSeBuscaYUnaQueNoExisteLoDice) {
+  Tecla(Qt::Key_N, Qt::ControlModifier);
+  auto& huesped = Control<controles::LookupField>(Forma(), "txtHuesped");
+  Forma().Enfoca(huesped);
+  Escribe("5");
+  EsperaMensaje("forma de pago", "Aceptar");
+  Tecla(Qt::Key_Return, Qt::ControlModifier);
+  EXPECT_FALSE(Control<controles::LookupField>(Forma(), "txtNHuesped").text().empty());
+
+  Forma().Enfoca(huesped);
+  Enter("9999");
+  const auto* nombre =
+      qobject_cast<QLineEdit*>(escritorio_.ventana(Forma())->vista(*Forma().Busca("txtNHuesped"))->foco());
+  EXPECT_EQ(nombre->placeholderText(), QStringLiteral("No existe"));
+  Forma().Enfoca(huesped);
+  Enter("5");
+  EXPECT_EQ(nombre->placeholderText(), QString());
+  Forma().Enfoca(huesped);
+  Espera("cliente", [](QWidget& w) { QTest::keyClick(&w, Qt::Key_Escape); });
+  Tecla(Qt::Key_Return, Qt::AltModifier);
+}
+
 TEST_F(RecorridoPrueba, LaLupaEncuentraPorNombreSinAcentos) {
   Tecla(Qt::Key_N, Qt::ControlModifier);
   Tecla(Qt::Key_Tab);
