@@ -64,7 +64,8 @@ const std::vector<Catalogo>& Todos() {
         {"Pr_Unidad_Venta", "Unidad de venta"}}},
       {"Producto_Precio", "Precios de lista",
        {{"Pr_Cve_Producto", "Producto", Referencia, kLlave, kObligatorio, "Producto"},
-        {"Pp_Precio_1", "Precio por noche", Dinero, kLlave, kObligatorio, "", "con impuestos; se usa donde no hay tarifa"}}},
+        {"Pp_Precio_1", "Precio por noche", Dinero, false, kObligatorio, "", "con impuestos; se usa donde no hay tarifa"}},
+       false, "", "", "", "Pp_Precio_1", "Ese producto ya tiene precio de lista: edite su fila"},
       {"Tarifa", "Tarifas",
        {{"Tf_Id", "Número", Entero, kLlave},
         {"Th_Cve_Tipo_Habitacion", "Tipo", Referencia, false, kObligatorio, "Tipo_Habitacion"},
@@ -129,24 +130,54 @@ std::string Lista(const Catalogo& c, std::string_view separador, const char* suf
   return lista;
 }
 
-// Condition on the key, and its values in a row.
-std::string Condicion(const Catalogo& c, const std::vector<com::Variant>& fila,
+// Condition that finds a row, and the values in it: the key, and with `entera` what tells rows of one key apart.
+std::string Condicion(const Catalogo& c, const std::vector<com::Variant>& fila, bool entera,
                       autonomo::Conexion::Parametros& valores) {
   std::string condicion;
   for (std::size_t i = 0; i < c.campos.size(); ++i) {
-    if (!c.campos[i].llave) continue;
+    if (!c.campos[i].llave && !(entera && c.campos[i].columna == c.distingue)) continue;
     condicion += (condicion.empty() ? "" : " AND ") + std::string(c.campos[i].columna) + " = ?";
     valores.push_back(fila[i]);
   }
   return condicion;
 }
 
-bool ExisteLlave(autonomo::Conexion& conexion, const Catalogo& c, const std::vector<com::Variant>& valores) {
+bool Existe(autonomo::Conexion& conexion, const Catalogo& c, const std::vector<com::Variant>& valores, bool entera) {
   autonomo::Conexion::Parametros llave;
-  const std::string condicion = Condicion(c, valores, llave);
+  const std::string condicion = Condicion(c, valores, entera, llave);
   const std::string sentencia =
       "SELECT " + std::string(c.campos.front().columna) + " FROM " + std::string(c.tabla) + " WHERE " + condicion;
   return !conexion.Consulta(sentencia, llave)->Eof();
+}
+
+// Why a text does not fit in its column; "" it does.
+std::string RevisaTexto(const CampoCatalogo& campo, const std::string& texto) {
+  const std::string titulo(campo.titulo);
+  const esquema::Columna* columna = esquema::BuscaColumna(campo.columna);
+  if (columna == nullptr || columna->tipo == esquema::Tipo::Nota) return {};
+  const bool clave = columna->tipo == esquema::Tipo::Clave;
+  const std::size_t admite = clave ? esquema::kLargoClave : esquema::kLargoTexto;
+  const auto letras = static_cast<std::size_t>(
+      std::count_if(texto.begin(), texto.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+  if (letras > admite) {
+    return "«" + titulo + "» admite " + std::to_string(admite) + " letras y lleva " + std::to_string(letras);
+  }
+  // The screens look keys up between apostrophes, and % stands for all of them.
+  if (clave && campo.tipo == Clave && texto.find_first_of("'%") != std::string::npos)
+    return "«" + titulo + "» no admite apóstrofos ni el signo %";
+  return {};
+}
+
+// Why a number cannot stand in its column; "" it can.
+std::string RevisaNumero(const CampoCatalogo& campo, double numero, double escrito) {
+  constexpr double kMaximo = 999'999'999;
+  const std::string titulo = "«" + std::string(campo.titulo) + "»";
+  if (numero < 0) return titulo + " no puede ser negativo";
+  if (numero > kMaximo) return titulo + " es demasiado grande: el máximo es 999,999,999";
+  if (numero != escrito) return titulo + " lleva un número entero";
+  if (campo.tipo == Factor && numero == 0) return titulo + " debe ser mayor que cero";
+  if (campo.tipo == Fraccion && numero >= 1) return titulo + " es una fracción: " + std::string(campo.ayuda);
+  return {};
 }
 
 // Reads one typed text; a reason when it cannot be.
@@ -177,14 +208,25 @@ std::string Lee(const CampoCatalogo& campo, const std::string& texto, com::Varia
         [[fallthrough]];
       default:
         valor = texto;
-        return {};
+        return RevisaTexto(campo, texto);
     }
   } catch (const com::Error&) {
     return "«" + titulo + "» no admite «" + texto + "»";
   }
-  if (campo.tipo != Fecha && com::CDbl(valor) < 0) return "«" + titulo + "» no puede ser negativo";
-  if (campo.tipo == Fraccion && com::CDbl(valor) >= 1)
-    return "«" + titulo + "» es una fracción: " + std::string(campo.ayuda);
+  return campo.tipo == Fecha ? std::string() : RevisaNumero(campo, com::CDbl(valor), com::CDbl(texto));
+}
+
+// A room type includes somebody, and not more than it admits.
+std::string RevisaPersonas(const Catalogo& c, const std::vector<com::Variant>& valores) {
+  const auto valorDe = [&](std::string_view columna) {
+    const auto campo =
+        std::find_if(c.campos.begin(), c.campos.end(), [&](const CampoCatalogo& k) { return k.columna == columna; });
+    return com::CLng(valores[static_cast<std::size_t>(campo - c.campos.begin())]);
+  };
+  if (c.tabla != "Tipo_Habitacion") return {};
+  const std::int32_t incluidas = valorDe("Th_Num_Personas"), maximo = valorDe("Th_Num_Personas_Maximo");
+  if (maximo < 1) return "«Máximo de personas» debe ser al menos 1";
+  if (incluidas > maximo) return "«Personas incluidas» es mayor que «Máximo de personas»";
   return {};
 }
 
@@ -274,7 +316,8 @@ std::string Valida(const Catalogo& c, const std::vector<std::string>& textos, st
     if (!motivo.empty()) return motivo;
     valores.push_back(std::move(valor));
   }
-  return RevisaFechas(c, valores);
+  const std::string motivo = RevisaPersonas(c, valores);
+  return motivo.empty() ? RevisaFechas(c, valores) : motivo;
 }
 
 std::string MascaraDe(autonomo::Conexion& conexion, const Catalogo& c) {
@@ -296,8 +339,10 @@ void Inserta(autonomo::Conexion& conexion, const Catalogo& c, std::vector<com::V
     for (std::size_t i = 0; i < c.campos.size(); ++i) {
       if (c.campos[i].columna == c.consecutivo) valores[i] = ultimo.EsNulo() ? 1 : com::CLng(ultimo) + 1;
     }
-  } else if (ExisteLlave(conexion, c, valores)) {
-    throw com::Error(com::error::kRestriccion, "Ya existe una fila con esa clave en «" + std::string(c.titulo) + "»");
+  } else if (Existe(conexion, c, valores, false)) {
+    throw com::Error(com::error::kRestriccion,
+                     !c.repetida.empty() ? std::string(c.repetida)
+                                         : "Ya existe una fila con esa clave en «" + std::string(c.titulo) + "»");
   }
   std::string marcas;
   for (std::size_t i = 0; i < c.campos.size(); ++i) marcas += i == 0 ? "?" : ", ?";
@@ -312,9 +357,16 @@ void Inserta(autonomo::Conexion& conexion, const Catalogo& c, std::vector<com::V
 }
 
 void Cambia(autonomo::Conexion& conexion, const Catalogo& c, const FilaCatalogo& antes,
-            const std::vector<com::Variant>& valores) {
+            std::vector<com::Variant> valores) {
+  if (!Existe(conexion, c, antes.valores, true)) {
+    throw com::Error(com::error::kRestriccion,
+                     "Esa fila de «" + std::string(c.titulo) + "» ya no existe: alguien la cambió o la quitó");
+  }
+  for (std::size_t i = 0; i < c.campos.size(); ++i) {
+    if (c.campos[i].llave) valores[i] = antes.valores[i];
+  }
   autonomo::Conexion::Parametros parametros(valores.begin(), valores.end());
-  const std::string condicion = Condicion(c, antes.valores, parametros);
+  const std::string condicion = Condicion(c, antes.valores, true, parametros);
   const std::string sentencia =
       "UPDATE " + std::string(c.tabla) + " SET " + Lista(c, ", ", " = ?") + " WHERE " + condicion;
   conexion.Consulta(sentencia, parametros);
@@ -327,7 +379,7 @@ void Retira(autonomo::Conexion& conexion, const Catalogo& c, const FilaCatalogo&
   }
   autonomo::Conexion::Parametros parametros;
   if (c.conEstado) parametros.emplace_back(std::string(fila.deBaja ? esquema::kActiva : esquema::kBaja));
-  const std::string condicion = Condicion(c, fila.valores, parametros);
+  const std::string condicion = Condicion(c, fila.valores, true, parametros);
   const std::string tabla(c.tabla);
   const std::string sentencia = c.conEstado ? "UPDATE " + tabla + " SET Es_Cve_Estado = ? WHERE " + condicion
                                             : "DELETE FROM " + tabla + " WHERE " + condicion;

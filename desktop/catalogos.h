@@ -32,6 +32,9 @@ struct Catalogo {
   std::string_view consecutivo = {};   // key column numbered by the desktop; "" none
   std::string_view mascara = {};       // parameter with the key's zero-fill mask; "" none
   std::string_view mascaraUsual = {};  // mask without that parameter, the one that the screens then look keys up by
+  // Column that tells rows of the same key apart where a database holds such rows already; "" none.
+  std::string_view distingue = {};
+  std::string_view repetida = {};  // what to say when the key exists already; "" the usual sentence
 };
 
 // Catalogues behind a host screen code ("CA014" clients, "CA016" payment forms, "CA039" currencies, "CA153" rooms,
@@ -51,17 +54,18 @@ std::vector<std::pair<std::string, std::string>> LeeReferencia(autonomo::Conexio
 
 // Zero-fill mask of the catalogue's keys; "" none.
 std::string MascaraDe(autonomo::Conexion& conexion, const Catalogo& catalogo);
-// What is wrong with the texts that were typed for a row, "" nothing; valores gets them typed. mascara: zero-fill mask
-// of the key.
+// What is wrong with the texts that were typed for a row, "" nothing; valores gets them typed, up to the field that is
+// wrong. mascara: zero-fill mask of the key.
 std::string Valida(const Catalogo& catalogo, const std::vector<std::string>& textos, std::string_view mascara,
                    std::vector<com::Variant>& valores);
 // Text in which a value is typed and shown.
 std::string TextoDe(const CampoCatalogo& campo, const com::Variant& valor);
 
-// Each is one statement. com::Error kRestriccion with a clear text when the key exists already.
+// com::Error kRestriccion with a clear text when the key exists already.
 void Inserta(autonomo::Conexion& conexion, const Catalogo& catalogo, std::vector<com::Variant> valores);
+// The key stays as it was. com::Error kRestriccion when the row is no longer there.
 void Cambia(autonomo::Conexion& conexion, const Catalogo& catalogo, const FilaCatalogo& antes,
-            const std::vector<com::Variant>& valores);
+            std::vector<com::Variant> valores);
 // Withdraws or brings back a row; rows without a state are deleted, but for one that other catalogues name
 // (com::Error kRestriccion).
 void Retira(autonomo::Conexion& conexion, const Catalogo& catalogo, const FilaCatalogo& fila);

@@ -270,7 +270,7 @@ class Impreso : public QDialog {
     zona_->setObjectName(QStringLiteral("hojas"));
     zona_->setWidget(hojas_);
     zona_->setAlignment(Qt::AlignCenter);
-    zona_->setMinimumSize(hojas_->width() + 24, 420);
+    zona_->setMinimumSize(QSize(hojas_->width() + 24, 420).boundedTo(screen()->availableSize() * 6 / 10));
     caja->addWidget(zona_);
     auto* pie = new QHBoxLayout;
     cual_ = new QLabel(this);
@@ -288,7 +288,8 @@ class Impreso : public QDialog {
     pie->addWidget(botones);
     caja->addLayout(pie);
     // As much of a page as the screen has room for.
-    resize(sizeHint().width(), std::min(hojas_->height() + 120, screen()->availableGeometry().height() * 85 / 100));
+    const int alto = std::min(hojas_->height() + 120, screen()->availableGeometry().height() * 85 / 100);
+    AjustaAPantalla(*this, {std::max(sizeHint().width(), hojas_->width() + kAlLado), alto});
     DiPagina();
     zona_->setFocus();
   }
@@ -340,6 +341,7 @@ class Impreso : public QDialog {
     if (!ruta.isEmpty() && Escribe(ruta)) accept();
   }
 
+  static constexpr int kAlLado = 48;  // scroll bar and margins, pixels
   QString html_, nombre_;
   Hojas* hojas_;
   ZonaHojas* zona_;

@@ -26,6 +26,7 @@
 #include "desktop/guarda.h"
 #include "desktop/iconos.h"
 #include "desktop/vista_campos.h"
+#include "host/standalone/documento.h"
 #include "host/standalone/parametros.h"
 #include "host/standalone/precios.h"
 #include "platform/com/error.h"
@@ -137,15 +138,14 @@ class EditorFila : public QDialog {
     connect(botones, &QDialogButtonBox::accepted, this, [this] { Guarda(); });
     connect(botones, &QDialogButtonBox::rejected, this, &QDialog::reject);
     caja->addWidget(botones);
-    resize(440, sizeHint().height());
+    AjustaAPantalla(*this, {440, sizeHint().height()});
   }
 
  private:
   void Agrega(QFormLayout& forma, std::size_t i) {
     const CampoCatalogo& campo = catalogo_.campos[i];
     const QString texto = antes_ == nullptr ? QString() : Q(TextoDe(campo, antes_->valores[i]));
-    const bool fija =
-        (antes_ != nullptr && campo.llave && campo.tipo != TipoCampo::Dinero) || campo.columna == catalogo_.consecutivo;
+    const bool fija = (antes_ != nullptr && campo.llave) || campo.columna == catalogo_.consecutivo;
     QWidget* entrada = nullptr;
     if (campo.tipo == TipoCampo::Referencia) {
       auto* lista = new QComboBox(this);
@@ -190,16 +190,22 @@ class EditorFila : public QDialog {
     std::vector<com::Variant> valores;
     try {
       std::string motivo = Valida(catalogo_, textos, MascaraDe(conexion_, catalogo_), valores);
-      if (!motivo.empty()) return motivo_->setText(Q(motivo));
+      if (!motivo.empty()) return Rechaza(Q(motivo), valores.size());
       if (antes_ == nullptr) {
         Inserta(conexion_, catalogo_, std::move(valores));
       } else {
-        Cambia(conexion_, catalogo_, *antes_, valores);
+        Cambia(conexion_, catalogo_, *antes_, std::move(valores));
       }
     } catch (const com::Error& e) {
-      return motivo_->setText(Q(e.Descripcion()));
+      return Rechaza(Q(e.Descripcion()), 0);
     }
     accept();
+  }
+
+  // Says why; what was typed stays, and the keyboard goes to the field to correct, if it is one alone.
+  void Rechaza(const QString& motivo, std::size_t campo) {
+    motivo_->setText(motivo);
+    if (campo < entradas_.size()) entradas_[campo]->setFocus();
   }
 
   autonomo::Conexion& conexion_;
@@ -397,12 +403,13 @@ void AbreCatalogos(autonomo::Conexion& conexion, const std::string& codigo, QWid
     ficha.caja()->addWidget(hojas);
   }
   if (BuscaCatalogo("Parametro") == catalogos.front()) {
-    auto* nota = new QLabel(QStringLiteral("Los parámetros y los permisos valen al abrir otra vez el programa."), &ficha);
+    auto* nota =
+        new QLabel(QStringLiteral("Los parámetros y los permisos valen al abrir otra vez el programa."), &ficha);
     nota->setProperty("tenue", true);
     ficha.caja()->addWidget(nota);
   }
   ficha.Termina();
-  ficha.resize(760, 560);
+  AjustaAPantalla(ficha, {760, 560});
   ficha.exec();
 }
 
@@ -431,13 +438,15 @@ void MuestraCliente(autonomo::Conexion& conexion, const std::string& clave, QWid
       {clave, clave});
   for (; !rs->Eof(); rs->MoveNext()) {
     const std::string estado = Celda(*rs, 3);
-    AgregaFila(tabla, {Q(Celda(*rs, 0)), Q(Celda(*rs, 1)), Q(Celda(*rs, 2)), Q(estado), Q(Celda(*rs, 4))},
-               estado == esquema::kCancelada);
+    AgregaFila(
+        tabla,
+        {Q(Celda(*rs, 0)), Q(Celda(*rs, 1)), Q(Celda(*rs, 2)), Q(autonomo::EstadoLegible(estado)), Q(Celda(*rs, 4))},
+        estado == esquema::kCancelada);
   }
   tabla->resizeColumnsToContents();
   ficha.caja()->addWidget(tabla);
   ficha.Termina();
-  ficha.resize(560, 440);
+  AjustaAPantalla(ficha, {560, 440});
   ficha.exec();
 }
 
@@ -477,7 +486,7 @@ void MuestraPrecios(autonomo::Conexion& conexion, com::Fecha noche, QWidget* pad
   Atenua(*nota);
   ficha.caja()->addWidget(nota);
   ficha.Termina();
-  ficha.resize(600, 360);
+  AjustaAPantalla(ficha, {600, 360});
   ficha.exec();
 }
 
@@ -488,7 +497,8 @@ void MuestraRegistro(autonomo::Conexion& conexion, const std::string& tabla, con
   if (definida == nullptr || llave == nullptr) {
     throw com::Error(com::error::kArgumento, "No existe la tabla " + tabla + " con la columna " + columna);
   }
-  Ficha ficha(Q(tabla) + QLatin1Char(' ') + Q(clave), padre);
+  const QString titulo = com::IgualSinCaja(tabla, "Reservacion") ? QStringLiteral("Reservación") : Q(tabla);
+  Ficha ficha(titulo + QLatin1Char(' ') + Q(clave), padre);
   ficha.setObjectName(QStringLiteral("registro"));
   auto* hojas = new QTabWidget(&ficha);
   auto* datos = CreaTabla({QStringLiteral("Columna"), QStringLiteral("Valor")}, hojas);
@@ -513,7 +523,7 @@ void MuestraRegistro(autonomo::Conexion& conexion, const std::string& tabla, con
   hojas->addTab(cambios, QStringLiteral("Bitácora"));
   ficha.caja()->addWidget(hojas);
   ficha.Termina();
-  ficha.resize(600, 520);
+  AjustaAPantalla(ficha, {600, 520});
   ficha.exec();
 }
 

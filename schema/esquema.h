@@ -1,6 +1,7 @@
 // The one definition of the hotel's database: tables, columns, keys, indexes, state codes.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -9,6 +10,9 @@ namespace esquema {
 
 // What a column holds. Texts compare case-blind with trailing blanks ignored; dates have a day and maybe a time.
 enum class Tipo { Clave, Texto, Nota, Entero, Numero, Dinero, Factor, Fecha, FechaHora };
+
+// Longest Clave and Texto, in characters; a Nota has no limit.
+inline constexpr std::size_t kLargoClave = 20, kLargoTexto = 200;
 
 struct Columna {
   std::string_view nombre;

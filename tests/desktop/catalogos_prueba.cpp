@@ -66,6 +66,20 @@ TEST_F(CatalogosPrueba, LoMalEscritoSeExplicaYNadaSeGuarda) {
   EXPECT_EQ(Nueva("Tarifa", {"", "0001", "", "", "lunes", "900", "", ""}), "«Días» lleva cifras: 1 lunes a 7 domingo");
   EXPECT_EQ(Nueva("Tarifa", {"", "0001", "02/01/2026", "01/01/2026", "", "900", "", ""}),
             "«Desde» es posterior a «Hasta»");
+  EXPECT_EQ(Nueva("Tipo_Habitacion", {"1", "Doble", "2.5", "4", "HAB1"}),
+            "«Personas incluidas» lleva un número entero");
+  EXPECT_EQ(Nueva("Tipo_Habitacion", {"1", "Doble", "5", "4", "HAB1"}),
+            "«Personas incluidas» es mayor que «Máximo de personas»");
+  EXPECT_EQ(Nueva("Tipo_Habitacion", {"1", "Doble", "0", "0", "HAB1"}), "«Máximo de personas» debe ser al menos 1");
+  EXPECT_EQ(Nueva("Tipo_Cambio", {"USD", "01/02/2026", "0"}), "«Moneda local por unidad» debe ser mayor que cero");
+  EXPECT_EQ(Nueva("Producto_Precio", {"HAB1", "1e12"}),
+            "«Precio por noche» es demasiado grande: el máximo es 999,999,999");
+  EXPECT_EQ(Nueva("Moneda", {"O'K", "Peso"}), "«Clave» no admite apóstrofos ni el signo %");
+  EXPECT_EQ(Nueva("Moneda", {std::string(21, 'M'), "Peso"}), "«Clave» admite 20 letras y lleva 21");
+  std::string largo;
+  for (int i = 0; i < 200; ++i) largo += "ñ";
+  EXPECT_EQ(Nueva("Cliente", {"8", largo + "o", "", ""}), "«Nombre» admite 200 letras y lleva 201");
+  EXPECT_EQ(Nueva("Cliente", {"8", largo, "", ""}), "") << "letters are counted, not bytes";
   EXPECT_EQ(Nueva("Impuesto", {"0001", "HAB1", "16"}), "«Factor» es una fracción: 0.16 es 16 %");
   EXPECT_TRUE(vista::LeeCatalogo(Base(), *vista::BuscaCatalogo("Tarifa")).empty());
   EXPECT_TRUE(vista::LeeCatalogo(Base(), *vista::BuscaCatalogo("Moneda")).empty());
@@ -107,6 +121,27 @@ TEST_F(CatalogosPrueba, CambiaYRetiraSoloSuFila) {
   const auto producto = vista::LeeCatalogo(Base(), productos).at(0);
   EXPECT_THROW(vista::Retira(Base(), productos, producto), com::Error);
   EXPECT_EQ(vista::LeeCatalogo(Base(), productos).size(), 1U);
+}
+
+TEST_F(CatalogosPrueba, UnProductoTieneUnSoloPrecioDeLista) {
+  Nueva("Producto", {"HAB1", "Noche", ""});
+  EXPECT_EQ(Nueva("Producto_Precio", {"HAB1", "1000"}), "");
+  try {
+    Nueva("Producto_Precio", {"HAB1", "1200"});
+    FAIL() << "a second price loads each room line twice";
+  } catch (const com::Error& e) {
+    EXPECT_EQ(e.Descripcion(), "Ese producto ya tiene precio de lista: edite su fila");
+  }
+  const vista::Catalogo& precios = *vista::BuscaCatalogo("Producto_Precio");
+  // A database that holds two already: each is changed and removed alone.
+  Base().Consulta("INSERT INTO Producto_Precio (Pr_Cve_Producto, Pp_Precio_1) VALUES ('HAB1', 1200)");
+  const auto filas = vista::LeeCatalogo(Base(), precios);
+  vista::Cambia(Base(), precios, filas.at(0), {"OTRO", 1100});
+  EXPECT_EQ(Fila("Producto_Precio", 0), (Textos{"HAB1", "1,100.00"})) << "the key stays";
+  EXPECT_EQ(Fila("Producto_Precio", 1), (Textos{"HAB1", "1,200.00"}));
+  vista::Retira(Base(), precios, filas.at(1));
+  EXPECT_EQ(vista::LeeCatalogo(Base(), precios).size(), 1U);
+  EXPECT_THROW(vista::Cambia(Base(), precios, filas.at(1), {"HAB1", 900}), com::Error) << "removed meanwhile";
 }
 
 TEST_F(CatalogosPrueba, CadaPantallaTieneCatalogosYCadaColumnaExiste) {
