@@ -141,6 +141,11 @@ class EstiloBase : public QProxyStyle {
     return QProxyStyle::sizeFromContents(cual, opcion, dentro, w);
   }
 
+  int styleHint(StyleHint cual, const QStyleOption* opcion, const QWidget* w, QStyleHintReturn* mas) const override {
+    if (cual == SH_LineEdit_PasswordCharacter) return '*';
+    return QProxyStyle::styleHint(cual, opcion, w, mas);
+  }
+
   int pixelMetric(PixelMetric cual, const QStyleOption* opcion, const QWidget* w) const override {
     switch (cual) {
       case PM_CheckBoxLabelSpacing:

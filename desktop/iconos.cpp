@@ -40,6 +40,8 @@ const QHash<QString, const char*>& Trazos() {
       {"hotel",
        "M 5 21 L 5 4 L 15 4 L 15 21 M 15 10 L 19 10 L 19 21 M 3 21 L 21 21 M 8.5 8 L 11.5 8 M 8.5 12 L 11.5 12 "
        "M 8.5 16 L 11.5 16"},
+      {"izquierda", "M 14.5 5 L 8 12 L 14.5 19"},
+      {"derecha", "M 9.5 5 L 16 12 L 9.5 19"},
       {"mas", "M 12 5 L 12 19 M 5 12 L 19 12"},
       {"critico",
        "M 8.3 3 L 15.7 3 L 21 8.3 L 21 15.7 L 15.7 21 L 8.3 21 L 3 15.7 L 3 8.3 Z M 9 9 L 15 15 M 15 9 L 9 15"},

@@ -8,7 +8,7 @@
 namespace vista {
 
 // nombre: an action ("nuevo", "editar", ...) or "buscar", "calendario", "ficha", "notas", "tablero", "precios",
-// "critico", "aviso", "informe", "pregunta", "mas", "hotel". An unknown name gives an empty icon. tinta: invalid for
+// "critico", "aviso", "informe", "pregunta", "mas", "hotel", "izquierda", "derecha". An unknown name gives an empty icon. tinta: invalid for
 // the text colour.
 QIcon Icono(const QString& nombre, const QColor& tinta = {});
 
