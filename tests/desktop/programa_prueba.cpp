@@ -58,7 +58,13 @@ TEST(ProgramaPrueba, ElUsoErroneoSaleConDos) {
     EXPECT_EQ(s.estado, 2) << argumentos.join(' ').toStdString();
     EXPECT_TRUE(s.errores.contains(QStringLiteral("Uso: reservas"))) << s.errores.toStdString();
   }
-  EXPECT_EQ(Corre({"--ayuda"}, "").estado, 0) << "help needs no display";
+  for (const char* ayuda : {"--ayuda", "--help", "-h"}) {
+    for (const char* pantalla : {"", "offscreen"}) {
+      const Salida s = Corre({QLatin1String(ayuda)}, pantalla);
+      EXPECT_EQ(s.estado, 0) << ayuda << " needs no display";
+      EXPECT_TRUE(s.texto.contains(QStringLiteral("Uso: reservas"))) << ayuda;
+    }
+  }
 }
 
 TEST(ProgramaPrueba, SinPantallaUnGuionCorreIgual) {
