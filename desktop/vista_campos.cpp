@@ -219,8 +219,9 @@ bool VistaLookup::Tecla(const QKeyEvent& evento) {
   return Vista::Tecla(evento);
 }
 
-// A key that was typed and not confirmed is looked up as if it were.
+// A key that was typed and not confirmed is looked up as if it were, once: when its field is left.
 bool VistaLookup::Entrega() {
+  if (formulario().foco() != &campo_) return true;
   if (!contexto().interactivo || campo_.diseno().sql_control_resultado == nullptr || campo_.text().empty()) return true;
   if (!campo_.pendiente() || !campo_.enabled() || campo_.locked()) return true;
   Corre([this] { campo_.Confirma(); });
@@ -230,7 +231,6 @@ bool VistaLookup::Entrega() {
 void VistaLookup::Deja(Qt::FocusReason motivo) {
   if (motivo == Qt::ActiveWindowFocusReason || motivo == Qt::PopupFocusReason) return;
   edicion_->setCursorPosition(0);  // a long text shows its beginning
-  if (motivo == Qt::MouseFocusReason) QTimer::singleShot(0, edicion_, [this] { Entrega(); });
 }
 
 // The button of a field's record is named after it: cmdCliente of txtCliente.
