@@ -90,12 +90,7 @@ teclas Tab Tab Tab Down Tab Tab            # room view, then the grid
 teclas Down space shift+Right ctrl+Return  # two nights of the first room
 ventana_principal
 campo 3  # the adults
-teclas ctrl+Return
-dialogo Vormalix
-teclas n
-dialogo 'Confirmación *'
-teclas Escape
-ventana_principal
+acepta
 guardado 'SELECT Rs_Huesped, Sc_Cve_Sucursal, Mn_Cve_Moneda, Fp_Cve_Forma_Pago FROM Reservacion' \
   '{"Rs_Huesped":"0000000001","Sc_Cve_Sucursal":"1","Mn_Cve_Moneda":"MXN","Fp_Cve_Forma_Pago":"0001"}'
 # Two nights of the rate, with an adult more than it includes; 16 % of it is tax.

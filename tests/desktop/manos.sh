@@ -142,3 +142,13 @@ personas() {
   teclas ctrl+a
   campo 1
 }
+
+# Accepts, sends no mail, leaves the printed confirmation.
+acepta() {
+  teclas ctrl+Return
+  dialogo Vormalix
+  teclas n
+  dialogo 'Confirmación *'
+  teclas Escape
+  ventana_principal
+}

@@ -13,15 +13,6 @@ se_niega() {
   ventana_principal
 }
 
-acepta() {
-  teclas ctrl+Return
-  dialogo Vormalix
-  teclas n
-  dialogo 'Confirmación *'
-  teclas Escape
-  ventana_principal
-}
-
 guardadas() {  # reservations and lines
   guardado 'SELECT COUNT(*) AS Cuantas FROM Reservacion' "{\"Cuantas\":$1}"
   guardado "SELECT COUNT(*) AS Renglones FROM Reservacion_Detalle WHERE Rs_Folio > '0000000045'" "{\"Renglones\":$2}"
