@@ -408,12 +408,13 @@ void VistaFecha::AbreCalendario() {
   for (const auto& [boton, icono] :
        {std::pair("qt_calendar_prevmonth", "izquierda"), std::pair("qt_calendar_nextmonth", "derecha")}) {
     if (auto* flecha = calendario->findChild<QToolButton*>(QLatin1String(boton))) {
-      flecha->setIcon(Icono(QLatin1String(icono)));
+      flecha->setIcon(Icono(QLatin1String(icono), Colores().sobreAcento));
     }
   }
   marco->adjustSize();
   marco->move(LugarJuntoA(*edicion_, marco->size()));
   marco->show();
+  marco->move(LugarJuntoA(*edicion_, marco->size()));  // its parts may have grown as they were shown
   calendario->setFocus();
 }
 

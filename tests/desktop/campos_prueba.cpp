@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QImage>
+#include <QScreen>
 
 #include "desktop/estilo.h"
 #include "desktop/guarda.h"
@@ -154,6 +155,26 @@ TEST(VistaFechaPrueba, ElCalendarioFijaElDiaYUnCampoCerradoNoSeEscribe) {
   QTest::keyClick(campo, Qt::Key_F4);
   EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
   EXPECT_EQ(com::AIso(p.forma.dpFecha.valor()), "2026-03-10");
+}
+
+TEST(VistaFechaPrueba, ElCalendarioCabeEnLaPantalla) {
+  EnPantalla p;
+  const QRect zona = p.ventana().screen()->availableGeometry();
+  auto* campo = p.widget<QLineEdit>(p.forma.dpFecha);
+  p.forma.Enfoca(p.forma.dpFecha);
+  const QPoint abajo = campo->mapTo(&p.ventana(), QPoint(campo->width(), campo->height()));
+  for (const QPoint& esquina : {zona.topLeft(), zona.bottomRight() - abajo}) {
+    p.ventana().move(esquina);
+    QTest::qWait(50);
+    QTest::keyClick(campo, Qt::Key_F4);
+    QWidget* calendario = QApplication::activePopupWidget();
+    ASSERT_NE(calendario, nullptr);
+    const QRect ocupa = calendario->geometry();
+    EXPECT_TRUE(zona.contains(ocupa)) << ocupa.x() << ' ' << ocupa.y() << ' ' << ocupa.width() << 'x' << ocupa.height();
+    EXPECT_FALSE(ocupa.intersects(QRect(campo->mapToGlobal(QPoint()), campo->size())))
+        << "the field stays in sight";
+    calendario->close();
+  }
 }
 
 TEST(VistaNotasPrueba, TextoYCursorPorCaracteresEnLosDosSentidos) {
