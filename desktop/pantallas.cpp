@@ -405,7 +405,7 @@ void AbreCatalogos(autonomo::Conexion& conexion, const std::string& codigo, QWid
   if (BuscaCatalogo("Parametro") == catalogos.front()) {
     auto* nota =
         new QLabel(QStringLiteral("Los parámetros y los permisos valen al abrir otra vez el programa."), &ficha);
-    nota->setProperty("tenue", true);
+    Atenua(*nota);
     ficha.caja()->addWidget(nota);
   }
   ficha.Termina();
