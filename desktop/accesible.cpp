@@ -46,11 +46,11 @@ QAccessibleInterface* Crea(const QString&, QObject* objeto) {
 }  // namespace
 
 void FijaPapel(QWidget* widget, QAccessible::Role papel) {
-  static const bool instalada = [] {
+  [[maybe_unused]] static const bool instalada = [] {
     QAccessible::installFactory(Crea);
     return true;
   }();
-  if (instalada) widget->setProperty(kPapel, static_cast<int>(papel));
+  widget->setProperty(kPapel, static_cast<int>(papel));
 }
 
 void AvisaCelda(QTableView& tabla, const QModelIndex& celda, QAccessible::Event suceso) {

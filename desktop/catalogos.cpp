@@ -160,7 +160,7 @@ std::string RevisaTexto(const CampoCatalogo& campo, const std::string& texto) {
   const auto letras = static_cast<std::size_t>(
       std::count_if(texto.begin(), texto.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
   if (letras > admite) {
-    return "«" + titulo + "» admite " + std::to_string(admite) + " letras y lleva " + std::to_string(letras);
+    return "«" + titulo + "» admite " + std::to_string(admite) + " caracteres y lleva " + std::to_string(letras);
   }
   // The screens look keys up between apostrophes, and % stands for all of them.
   if (clave && campo.tipo == Clave && texto.find_first_of("'%") != std::string::npos)

@@ -37,7 +37,7 @@ class EscritorioQt : public controles::Escritorio {
   Ventana* ventana(const controles::Formulario& formulario) const;
   // The window that is in front, for dialogs to belong to; null when there is none.
   QWidget* Frente() const;
-  // The user closes the main window; false keeps it open.
+  // Asked before a button of the main toolbar and before the main window closes; false leaves everything as it is.
   std::function<bool(controles::Accion)> puedePulsar;
   // The main window is gone.
   std::function<void()> alTerminar;

@@ -6,8 +6,8 @@
 #include <QPalette>
 #include <QWidget>
 #include <algorithm>
-#include <cmath>
 #include <array>
+#include <cmath>
 #include <utility>
 
 #include "desktop/estilo_base.h"
@@ -128,8 +128,7 @@ QString Hoja(const Paleta& c) {
                                                     {"tenue", c.tenue},
                                                     {"acento", c.acento},
                                                     {"sobreAcento", c.sobreAcento},
-                                                    {"acentoSuave", c.acentoSuave},
-                                                    {"peligro", c.peligro}};
+                                                    {"acentoSuave", c.acentoSuave}};
   QString hoja = QString::fromUtf8(kHoja);
   for (const auto& [nombre, color] : nombres) {
     hoja.replace(QLatin1Char('%') + QLatin1String(nombre) + QLatin1Char('%'), color.name());

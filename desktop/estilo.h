@@ -34,7 +34,7 @@ struct Paleta {
 
 // Spacing, pixels at 96 dots an inch.
 namespace espacio {
-inline constexpr int kMinimo = 4, kChico = 8, kMedio = 12, kGrande = 20;
+inline constexpr int kChico = 8, kMedio = 12;
 inline constexpr int kRadio = 5;
 inline constexpr int kRenglon = 26;  // height of a grid row
 }  // namespace espacio

@@ -8,8 +8,8 @@
 namespace vista {
 
 // nombre: an action ("nuevo", "editar", ...) or "buscar", "calendario", "ficha", "notas", "tablero", "precios",
-// "critico", "aviso", "informe", "pregunta", "mas", "hotel", "izquierda", "derecha". An unknown name gives an empty icon. tinta: invalid for
-// the text colour.
+// "critico", "aviso", "informe", "pregunta", "mas", "hotel", "izquierda", "derecha". An unknown name gives an empty
+// icon. tinta: invalid for the text colour.
 QIcon Icono(const QString& nombre, const QColor& tinta = {});
 
 }  // namespace vista

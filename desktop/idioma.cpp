@@ -141,9 +141,8 @@ QString InstalaIdioma(QApplication& app, const QString& carpeta) {
   }
   return QStringLiteral(
              "Falta la traducción al español de los textos del sistema gráfico (se buscó en %1). El programa usa sus "
-             "propias palabras; algún botón o menú del sistema podría verse en inglés. Para tenerla, instale el "
-             "paquete "
-             "qt6-translations-l10n o corra ./instala.")
+             "propias palabras; algún botón o menú del sistema podría verse en inglés. Para tenerla, instale "
+             "el paquete qt6-translations-l10n o ejecute ./instala.")
       .arg(carpeta);
 }
 
@@ -186,15 +185,14 @@ QString BuscaLetra(const QStringList& carpetas) {
       continue;
     }
     return QStringLiteral(
-               "El sistema no ofrece ningún tipo de letra; se usa el de %1. Los textos pueden verse distintos o "
-               "cortados. "
-               "Para arreglarlo, instale el paquete fonts-dejavu-core o corra ./instala.")
+               "El sistema no ofrece ningún tipo de letra; se usa el de %1. Los textos pueden verse distintos "
+               "o cortados. Para arreglarlo, instale el paquete fonts-dejavu-core o ejecute ./instala.")
         .arg(archivo);
   }
   return QStringLiteral(
-      "No hay ningún tipo de letra instalado: los textos de la pantalla no se pueden dibujar. Instale uno, por ejemplo "
-      "el "
-      "paquete fonts-dejavu-core (./instala lo hace), y abra el programa otra vez. Lo guardado no se pierde.");
+      "No hay ningún tipo de letra instalado: los textos de la pantalla no se pueden dibujar. Instale uno, por "
+      "ejemplo el paquete fonts-dejavu-core (./instala lo hace), y abra el programa otra vez. Lo guardado no se "
+      "pierde.");
 }
 
 // --- words without a font

@@ -21,6 +21,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTemporaryDir>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -325,10 +326,9 @@ class Impreso : public QDialog {
 
   // Only the clerk may read the file: it names a guest.
   void Abre() {
-    const QString ruta = QDir::temp().filePath(nombre_ + QStringLiteral(".pdf"));
-    QFile archivo(ruta);
-    if (archivo.open(QIODevice::Append)) archivo.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-    archivo.close();
+    static const QTemporaryDir carpeta;  // gone with the program
+    if (!carpeta.isValid()) return Falla(carpeta.errorString().toStdString());
+    const QString ruta = carpeta.filePath(nombre_ + QStringLiteral(".pdf"));
     if (!Escribe(ruta)) return;
     AbreEnVisor(ruta, this, [this, ruta] {
       Falla("No hay un programa que muestre documentos PDF. El documento quedó en " + ruta.toStdString() +
@@ -506,7 +506,8 @@ void AbreEnVisor(const QString& ruta, QObject* duenio, std::function<void()> sin
   auto* abridor = new QProcess(QCoreApplication::instance());
   QObject::connect(abridor, &QProcess::finished, abridor, &QObject::deleteLater);
   QObject::connect(abridor, &QProcess::finished, duenio, [sinVisor](int codigo, QProcess::ExitStatus) {
-    if (codigo != 0) sinVisor();
+    // Its own codes: no such file, no program, the program failed. Others are the viewer's.
+    if (codigo >= 2 && codigo <= 4) sinVisor();
   });
   QObject::connect(abridor, &QProcess::errorOccurred, duenio, [sinVisor, abridor](QProcess::ProcessError error) {
     if (error != QProcess::FailedToStart) return;

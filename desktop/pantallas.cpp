@@ -356,8 +356,9 @@ class Lista : public QWidget {
     if (f < 0) return;
     const FilaCatalogo fila = filas_[static_cast<std::size_t>(f)];
     const std::string nombre = tabla_->item(f, 0)->text().toStdString();
-    if (!fila.deBaja &&
-        !Confirma("¿Desea quitar «" + nombre + "» de «" + std::string(catalogo_.titulo) + "»?", window()))
+    if (!fila.deBaja && !Confirma((catalogo_.conEstado ? "¿Desea dar de baja «" : "¿Desea quitar «") + nombre +
+                                      "» de «" + std::string(catalogo_.titulo) + "»?",
+                                  window()))
       return;
     try {
       Retira(conexion_, catalogo_, fila);

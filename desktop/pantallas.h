@@ -15,7 +15,7 @@ class EscritorioQt;
 // Offers all of them under the names that the host opens them by.
 void RegistraPantallas(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion);
 
-// Search dialog over the stored reservations, the next to arrive first; the chosen folio, "" when cancelled.
+// Search dialog over the stored reservations, the last to arrive first; the chosen folio, "" when cancelled.
 std::string BuscaReservacion(autonomo::Conexion& conexion, EscritorioQt& escritorio);
 // The list-and-edit dialog of the catalogues behind a screen code.
 void AbreCatalogos(autonomo::Conexion& conexion, const std::string& codigo, QWidget* padre);

@@ -184,7 +184,8 @@ void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion) 
   contexto.estado = [&anfitrion](const std::string& folio) {
     const auto filas =
         anfitrion.conexion()->Consulta("SELECT Es_Cve_Estado FROM Reservacion WHERE Rs_Folio = ?", {folio});
-    return filas->Eof() ? QString() : Q(autonomo::EstadoLegible(com::CStr(filas->Fields(0).Value())));
+    const bool dice = !filas->Eof() && !filas->Fields(0).Value().EsNulo();
+    return dice ? Q(autonomo::EstadoLegible(com::CStr(filas->Fields(0).Value()))) : QString();
   };
   contexto.abreCatalogo = [&](const controles::LookupField& campo) {
     escritorio.AbrePantalla(campo.diseno().transaccion, {});
@@ -290,7 +291,8 @@ int Programa::CorreVentana(const OpcionesPrograma& opciones) {
   QApplication::setQuitOnLastWindowClosed(false);
   escritorio.alTerminar = [] { QApplication::quit(); };
   componente.Abre(anfitrion.Padre());
-  AtiendeSenales(QApplication::instance(), [&] {
+  QObject vida;  // no signal is attended to after the screen's end
+  AtiendeSenales(&vida, [&] {
     if (PreguntaSalida(componente.formulario(), escritorio.Frente())) QApplication::exit(kBien);
   });
   QTimer::singleShot(0, [this, &escritorio] { AvisaCarencias(carencias_, escritorio.Frente()); });

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <QSocketNotifier>
+#include <cerrno>
 #include <csignal>
 #include <utility>
 
@@ -14,8 +15,10 @@ namespace {
 int avisos[2] = {-1, -1};  // a handler may do no more than write
 
 void Anota(int) {
+  const int error = errno;
   const char aviso = 1;
   [[maybe_unused]] const auto escritos = write(avisos[0], &aviso, sizeof aviso);
+  errno = error;
 }
 
 void Arma() {
@@ -39,6 +42,9 @@ void AtiendeSenales(QObject* dueno, std::function<void()> alPedirFin) {
     if (read(avisos[1], &aviso, sizeof aviso) != sizeof aviso) return;
     lectura->setEnabled(false);
     alPedirFin();
+    // A session that closes sends several; they have been answered.
+    while (recv(avisos[1], &aviso, sizeof aviso, MSG_DONTWAIT) > 0) {
+    }
     lectura->setEnabled(true);
     Arma();
   });

@@ -268,7 +268,10 @@ void Ventana::AlEntrar(Vista& v, Qt::FocusReason motivo) {
   if (enfocando_ || formulario_.foco() == &c) return;
   if (motivo == Qt::ActiveWindowFocusReason || motivo == Qt::PopupFocusReason) return;
   Corre([&] {
-    if (!TerminaEdicion(&c)) {
+    const int veces = formulario_.vecesEnfocado();
+    const bool termina = TerminaEdicion(&c);
+    // A field that holds the user, or that a rule wants corrected first, keeps the keyboard.
+    if (!termina || (formulario_.vecesEnfocado() != veces && formulario_.foco() != &c)) {
       QTimer::singleShot(0, this, [this] { SigueFoco(); });
       return;
     }

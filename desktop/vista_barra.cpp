@@ -12,6 +12,7 @@
 #include "desktop/estilo.h"
 #include "desktop/guarda.h"
 #include "desktop/iconos.h"
+#include "platform/com/error.h"
 
 namespace vista {
 
@@ -157,7 +158,7 @@ void VistaBarra::Refresca() {
   if (QToolButton* b = boton(Accion::Reactivar)) b->setVisible(barra_.PermiteReactivar());
   if (folio_ != barra_.ClaveActual()) {
     folio_ = barra_.ClaveActual();
-    estado_ = folio_.empty() || !contexto().estado ? QString() : contexto().estado(folio_);
+    estado_ = EstadoDe(folio_);
   }
   QString registro;
   if (barra_.EsNuevo()) {
@@ -169,6 +170,16 @@ void VistaBarra::Refresca() {
     if (!estado_.isEmpty()) registro += QStringLiteral(" · ") + estado_;
   }
   registro_->setText(registro);
+}
+
+// A caption more; a reservation is shown without it too.
+QString VistaBarra::EstadoDe(const std::string& folio) const {
+  if (folio.empty() || !contexto().estado) return {};
+  try {
+    return contexto().estado(folio);
+  } catch (const com::Error&) {
+    return {};
+  }
 }
 
 void VistaBarra::Pulsa(Accion accion) {

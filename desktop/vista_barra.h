@@ -22,12 +22,13 @@ class VistaBarra : public Vista {
   VistaBarra(controles::ScreenToolbar& barra, QWidget* padre, const Contexto& contexto);
   void Refresca() override;
   QToolButton* boton(controles::Accion accion) const;
-  // Runs before an action (a date half typed, a cell being edited); false keeps the action from running.
+  // Asked before an action: what is half typed is ended there; false keeps the action from running.
   std::function<bool(controles::Accion)> antesDePulsar;
   // Called once the action is done; the bar shows its state already.
   std::function<void(controles::Accion)> despuesDePulsar;
 
  private:
+  QString EstadoDe(const std::string& folio) const;
   void Pulsa(controles::Accion accion);
 
   controles::ScreenToolbar& barra_;

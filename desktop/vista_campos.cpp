@@ -9,7 +9,6 @@
 #include <QRegularExpressionValidator>
 #include <QScreen>
 #include <QSignalBlocker>
-#include <QStyle>
 #include <QTextCharFormat>
 #include <QTimer>
 #include <QToolButton>
@@ -25,7 +24,6 @@
 #include "desktop/iconos.h"
 #include "desktop/pintura.h"
 #include "desktop/teclas.h"
-#include "platform/com/error.h"
 #include "platform/regional/regional.h"
 
 namespace vista {
@@ -38,8 +36,6 @@ void Marca(QWidget* w, const char* propiedad, bool valor) {
   w->setProperty(propiedad, valor);
   w->update();
 }
-
-bool Habilitada(const controles::Control& control) { return control.enabled(); }
 
 QString IconoDeBoton(const std::string& nombre) {
   if (nombre == "cmdCliente" || nombre == "cmdHuesped") return QStringLiteral("ficha");
@@ -137,7 +133,7 @@ VistaLookup::VistaLookup(controles::LookupField& campo, QWidget* padre, const Co
   edicion_->setToolTip(consejo);
   QObject::connect(edicion_, &QLineEdit::textEdited, edicion_, [this](const QString& texto) { Escribe(texto); });
   if (diseno.tipo == controles::TipoDato::Numero && !campo_.locked() && contexto.interactivo) {
-    static const QRegularExpression cifras(QStringLiteral("[0-9]{0,9}([.,][0-9]{0,9})?"));
+    static const QRegularExpression cifras(QStringLiteral("[0-9]{0,9}([.][0-9]{0,9})?"));
     static const QRegularExpression noches(QStringLiteral("[0-9]{0,4}"));
     const bool entero = campo_.nombre() == "txtDias";
     edicion_->setValidator(new QRegularExpressionValidator(entero ? noches : cifras, edicion_));
@@ -169,7 +165,8 @@ void VistaLookup::Refresca() {
     const QSignalBlocker calla(edicion_);
     edicion_->setText(texto);
     edicion_->setCursorPosition(edicion_->hasFocus() ? std::min(cursor, static_cast<int>(texto.size())) : 0);
-    if (campo_.locked() && !texto.isEmpty()) edicion_->setToolTip(texto);  // whole, where the place is narrow
+    // Whole, where the place is narrow.
+    if (campo_.locked()) edicion_->setToolTip(texto.isEmpty() ? Q(campo_.descripcion()) : texto);
   }
   const QLineEdit::EchoMode eco = campo_.passwordChar().empty() ? QLineEdit::Normal : QLineEdit::Password;
   if (edicion_->echoMode() != eco) edicion_->setEchoMode(eco);
@@ -177,7 +174,7 @@ void VistaLookup::Refresca() {
   edicion_->setFocusPolicy(campo_.locked() ? Qt::ClickFocus : Qt::StrongFocus);
   Marca(edicion_, "muestra", campo_.locked());
   edicion_->setFont(Fuente(campo_.locked() && numero ? Letra::Fuerte : Letra::Normal));
-  if (lupa_ != nullptr) lupa_->setVisible(Habilitada(campo_) && !campo_.locked());
+  if (lupa_ != nullptr) lupa_->setVisible(campo_.enabled() && !campo_.locked());
   DiceNombre();
 }
 
@@ -313,7 +310,7 @@ bool VistaFecha::Entrega() {
   Marca(edicion_, "malo", true);
   edicion_->selectAll();
   QString aviso = QStringLiteral("«%1» no es una fecha. Escriba día/mes/año").arg(edicion_->text());
-  if (!campo_.Vacio()) aviso += QStringLiteral(", o Esc para dejar %1").arg(Q(campo_.text()));
+  if (!campo_.Vacio()) aviso += QStringLiteral(", o pulse Esc para dejar %1").arg(Q(campo_.text()));
   constexpr int kDura = 8000;  // ms
   QToolTip::showText(edicion_->mapToGlobal(QPoint(0, edicion_->height())), aviso, edicion_, {}, kDura);
   return false;
@@ -354,23 +351,33 @@ bool VistaFecha::Tecla(const QKeyEvent& evento) {
     Descarta();
     return true;
   }
-  if ((codigo == controles::tecla::kTab || codigo == controles::tecla::kEnter) && TeclaDePaso()) return true;
+  const int mayus = MayusDe(evento.modifiers()) | (evento.key() == Qt::Key_Backtab ? 1 : 0);
+  if ((codigo == controles::tecla::kTab || codigo == controles::tecla::kEnter) && TeclaDePaso(mayus)) return true;
   if (codigo >= kTeclaF1 && !Entrega()) return true;
   return Vista::Tecla(evento);
 }
 
-bool VistaFecha::TeclaDePaso() {
+bool VistaFecha::TeclaDePaso(int mayus) {
   const bool flotante = campo_.contenedor() != nullptr && campo_.contenedor()->nombre() == "pcFecha";
   const bool entrega = tecleada_;
   const int veces = formulario().vecesEnfocado();
   if (entrega) {
     if (!Entrega()) return true;
-  } else if (flotante && campo_.AceptaEntrada() && contexto().interactivo && !campo_.Vacio()) {
-    Fija(campo_.valor());  // Enter keeps the cell's date
+  } else if (flotante && contexto().interactivo) {
+    DejaCelda(mayus);
   }
   if (flotante && (entrega || contexto().interactivo)) return true;  // the screen moves on to the next cell
   // The date's own rules may have sent the focus somewhere, be it back to the field.
   return formulario().vecesEnfocado() != veces;
+}
+
+// The cell keeps its date, untouched: the grid moves on, or back.
+void VistaFecha::DejaCelda(int mayus) {
+  for (controles::Control* c : formulario().controles()) {
+    if (c->clase() != controles::Clase::Grid) continue;
+    Corre([&] { formulario().Enfoca(*c); });
+    return PasaTecla(controles::tecla::kTab, mayus);
+  }
 }
 
 void VistaFecha::AbreCalendario() {
@@ -395,16 +402,14 @@ void VistaFecha::AbreCalendario() {
   }
   calendario->setSelectedDate(campo_.Vacio() ? QDate::currentDate() : ADate(campo_.valor()));
   caja->addWidget(calendario);
-  // Click or Enter on a day.
-  QObject::connect(calendario, &QCalendarWidget::activated, edicion_, [this, marco](const QDate& dia) {
-    marco->close();
-    Fija(DeDate(dia));
-  });
-  QObject::connect(calendario, &QCalendarWidget::clicked, edicion_, [this, marco](const QDate& dia) {
+  // Click or Enter on a day; some desktops tell a click both ways.
+  const auto elige = [this, marco](const QDate& dia) {
     if (!marco->isVisible()) return;
     marco->close();
     Fija(DeDate(dia));
-  });
+  };
+  QObject::connect(calendario, &QCalendarWidget::activated, edicion_, elige);
+  QObject::connect(calendario, &QCalendarWidget::clicked, edicion_, elige);
   for (const auto& [boton, icono] :
        {std::pair("qt_calendar_prevmonth", "izquierda"), std::pair("qt_calendar_nextmonth", "derecha")}) {
     if (auto* flecha = calendario->findChild<QToolButton*>(QLatin1String(boton))) {

@@ -60,7 +60,8 @@ class VistaFecha : public Vista {
  private:
   void Fija(com::Fecha fecha);
   // Enter or Tab; true when the key has done its work.
-  bool TeclaDePaso();
+  bool TeclaDePaso(int mayus);
+  void DejaCelda(int mayus);
 
   controles::DateField& campo_;
   QLineEdit* edicion_;

@@ -466,7 +466,7 @@ VistaGrid::VistaGrid(controles::Grid& grid, QWidget* padre, const Contexto& cont
                    &QScrollBar::setValue);
   QObject::connect(movil_->horizontalScrollBar(), &QScrollBar::rangeChanged, marco_, [this] { Acomoda(); });
   QObject::connect(fija_->verticalHeader(), &QHeaderView::sectionPressed, marco_, [this](int fila) {
-    movil_->setFocus(Qt::MouseFocusReason);
+    if (!TomaFoco()) return;
     Corre([&] { grid_.SeleccionaFila(fila); });
   });
   QObject::connect(modelo_, &ModeloGrid::columnasCambiaron, marco_, [this] { AjustaColumnas(); });
@@ -671,11 +671,16 @@ QRect VistaGrid::ZonaEncabezado(int fila) {
 
 // --- mouse
 
+bool VistaGrid::TomaFoco() {
+  if (!movil_->hasFocus()) movil_->setFocus(Qt::MouseFocusReason);
+  return !movil_->hasFocus() || formulario().foco() == &grid_;
+}
+
 void VistaGrid::AlPulsar(int fila, int columna) {
   if (!grid_.enabled() || fila >= grid_.Filas() || columna >= grid_.NumColumnas()) return;
-  if (!movil_->hasFocus()) movil_->setFocus(Qt::MouseFocusReason);
-  Corre([&] { grid_.ClicCelda(fila, columna); });
   arrastre_.reset();
+  if (!TomaFoco()) return;
+  Corre([&] { grid_.ClicCelda(fila, columna); });
   if (EsTablero() && fila < grid_.Filas() && columna < grid_.NumColumnas()) {
     const int marcada = grid_.IndiceEstilo(kMarcada), libre = grid_.IndiceEstilo(kLibre);
     const int estilo = grid_.estilo(fila, columna);
@@ -716,12 +721,13 @@ bool VistaGrid::PuedeAgregar() const {
 }
 
 void VistaGrid::AgregaRenglon() {
-  if (!PuedeAgregar()) return;
-  Corre([this] {
-    movil_->setFocus();
-    grid_.NuevaFila();
-  });
+  if (!PuedeAgregar() || !TomaFoco()) return;
+  Corre([this] { grid_.NuevaFila(); });
   modelo_->Sincroniza();
+}
+
+bool VistaGrid::CeldaAbierta() const {
+  return grid_.fila() >= 0 && grid_.columna() >= 0 && !grid_.columna(grid_.columna()).bloqueada;
 }
 
 // What the rules of the current cell let through.
@@ -748,6 +754,7 @@ void VistaGrid::Escribe(const QString& texto) {
     Respalda();
     const auto codigos = texto.toUcs4();
     if (codigos.size() == 1 && !reemplaza_) return formulario().PulsaCaracter(codigos.front());
+    if (contexto().interactivo && !CeldaAbierta()) return QApplication::beep();
     const QString aceptado = LoQueAcepta(texto);
     reemplaza_ = reemplaza_ && !aceptado.isEmpty();
     if (!aceptado.isEmpty()) Agrega(aceptado);
@@ -759,8 +766,7 @@ void VistaGrid::Pega(const QString& texto) {
   EntraHuespedes();
   Corre([&] {
     if (grid_.Filas() == 0 && PuedeAgregar()) grid_.NuevaFila();
-    const bool abierta = grid_.fila() >= 0 && grid_.columna() >= 0 && !grid_.columna(grid_.columna()).bloqueada;
-    const QString aceptado = abierta ? LoQueAcepta(texto) : QString();
+    const QString aceptado = CeldaAbierta() ? LoQueAcepta(texto) : QString();
     if (aceptado.size() != texto.size()) return QApplication::beep();
     Respalda();
     Agrega(aceptado);

@@ -52,6 +52,9 @@ class VistaGrid : public Vista {
   void MuestraActual();
   // What a board without cells says in their place; empty when it has some.
   QString Aviso() const;
+  // Takes the keyboard; false when the screen keeps it in a field that is to be corrected.
+  bool TomaFoco();
+  bool CeldaAbierta() const;  // there is a current cell, and it may be typed in
   void AlPulsar(int fila, int columna);
   void AlArrastrar(int fila, int columna);
   void AlSoltar() { arrastre_.reset(); }

@@ -186,7 +186,7 @@ class frmKV207 : public controles::Formulario {
   void dpFecha_llegada_Set();
   void dpFecha_salida_Change();
   void dpFechaGrid_Set();
-  void OcultaFecha();
+  void OcultaFecha();  // hides the date pop-up and forgets its column
 
   // --- entrega.cpp: the availability board
   void cmdDisponibilidad_Click();

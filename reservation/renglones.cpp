@@ -415,7 +415,8 @@ void frmKV207::ssReservaciones_BeforeRowColChange(bool& cancela) {
 }
 
 void frmKV207::ssReservaciones_RowColChange() {
-  const bool conFecha = foco() == &ssReservaciones && SePuedeEditar(ssReservaciones) && EsFecha(com::Mayusculas(ssReservaciones.ClaveColumna())) &&
+  const bool conFecha = foco() == &ssReservaciones && SePuedeEditar(ssReservaciones) &&
+                        EsFecha(com::Mayusculas(ssReservaciones.ClaveColumna())) &&
                         !TextoDelRenglon(ssReservaciones, "Clave").empty();
   if (conFecha) {
     MuestraFecha(*this);

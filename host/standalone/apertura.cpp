@@ -153,6 +153,7 @@ BaseSqlite::BaseSqlite(const std::string& ruta, int esperaMs) {
     Abre(absoluta, esperaMs);
     RegistraColaciones(manija_);
     Prepara(manija_);
+    Corre(manija_, "SELECT 1 FROM sqlite_master LIMIT 1");  // the log's file is there from the first read on
     bitacora_ = InodoBitacora(manija_);
   } catch (const com::Error&) {
     Cierra();

@@ -133,6 +133,7 @@ ado::RecordsetPtr ConexionSqlite::Directa(std::string_view sentencia) {
   std::string_view resto;
   Sentencia tal(base_.manija(), sentencia, {}, sentencia, &resto);
   if (!resto.empty()) throw com::Error(kSentencia, "Solo se admite una sentencia", std::string(sentencia));
+  if (!enTransaccion_ && !tal.SoloLee()) base_.RevisaArchivos();
   auto r = tal.Corre(sentencia);
   enTransaccion_ = sqlite3_get_autocommit(base_.manija()) == 0;
   return r;

@@ -30,6 +30,7 @@ class Sentencia {
   void LigaCopia(int i, std::string_view texto);
   // Empty and NULL bind NULL; Error kTipos for an object.
   void Liga(int i, const com::Variant& valor);
+  // Whether it changes nothing in the database.
   bool SoloLee() const { return sqlite3_stmt_readonly(s_.get()) != 0; }
   int Parametros() const { return sqlite3_bind_parameter_count(s_.get()); }
 

@@ -75,10 +75,10 @@ TEST_F(CatalogosPrueba, LoMalEscritoSeExplicaYNadaSeGuarda) {
   EXPECT_EQ(Nueva("Producto_Precio", {"HAB1", "1e12"}),
             "«Precio por noche» es demasiado grande: el máximo es 999,999,999");
   EXPECT_EQ(Nueva("Moneda", {"O'K", "Peso"}), "«Clave» no admite apóstrofos ni el signo %");
-  EXPECT_EQ(Nueva("Moneda", {std::string(21, 'M'), "Peso"}), "«Clave» admite 20 letras y lleva 21");
+  EXPECT_EQ(Nueva("Moneda", {std::string(21, 'M'), "Peso"}), "«Clave» admite 20 caracteres y lleva 21");
   std::string largo;
   for (int i = 0; i < 200; ++i) largo += "ñ";
-  EXPECT_EQ(Nueva("Cliente", {"8", largo + "o", "", ""}), "«Nombre» admite 200 letras y lleva 201");
+  EXPECT_EQ(Nueva("Cliente", {"8", largo + "o", "", ""}), "«Nombre» admite 200 caracteres y lleva 201");
   EXPECT_EQ(Nueva("Cliente", {"8", largo, "", ""}), "") << "letters are counted, not bytes";
   EXPECT_EQ(Nueva("Impuesto", {"0001", "HAB1", "16"}), "«Factor» es una fracción: 0.16 es 16 %");
   EXPECT_TRUE(vista::LeeCatalogo(Base(), *vista::BuscaCatalogo("Tarifa")).empty());

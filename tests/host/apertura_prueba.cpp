@@ -63,6 +63,24 @@ TEST_F(AperturaPrueba, UnArchivoVacioSeLlena) {
   EXPECT_EQ(Uno(*Abre(), "SELECT COUNT(*) FROM Reservacion"), "0");
 }
 
+// One that was just made, or a copy that keeps no log yet.
+TEST_F(AperturaPrueba, SeEscribeUnaYOtraVezEnUnArchivoSinBitacora) {
+  Escribe("");
+  for (const char* vuelta : {"nueva", "copia"}) {
+    {
+      const auto base = Abre();
+      for (const char* moneda : {"A", "B"}) {
+        base->Consulta("INSERT INTO Moneda (Mn_Cve_Moneda) VALUES (?)", {std::string(vuelta) + moneda});
+      }
+    }
+    // The header's two bytes that say so.
+    std::fstream archivo(ruta, std::ios::in | std::ios::out | std::ios::binary);
+    archivo.seekp(18);
+    archivo << "\x01\x01";
+  }
+  EXPECT_EQ(Uno(*Abre(), "SELECT COUNT(*) FROM Moneda"), "4");
+}
+
 TEST_F(AperturaPrueba, VariosLoCreanALaVez) {
   std::vector<std::thread> hilos;
   for (int i = 0; i < 4; ++i)
