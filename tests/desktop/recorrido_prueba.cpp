@@ -379,6 +379,31 @@ TEST_F(RecorridoPrueba, UnaClaveSinConfirmarSeBuscaYUnaQueNoExisteLoDice) {
   Tecla(Qt::Key_Return, Qt::AltModifier);
 }
 
+TEST_F(RecorridoPrueba, PasarPorLasFechasNoCambiaElPrecioYSePuedeVolver) {
+  CapturaEncabezado();
+  Espera("frmDisponibilidad", [this](QWidget& w) { MarcaDosNoches(w); });
+  Tecla(Qt::Key_F6);
+  CapturaPersonas("2");
+  auto& grid = Control<controles::Grid>(Forma(), "ssReservaciones");
+  grid.VaA(0, grid.IndiceColumna("Precio"));
+  Enter("900");
+  const std::string total = grid.Texto(0, "Total");
+  grid.VaA(0, grid.IndiceColumna("Nombre"));
+  for (const char* fecha : {"FECHAI", "FECHAF"}) {
+    Tecla(Qt::Key_Tab);
+    EXPECT_EQ(grid.ClaveColumna(), fecha);
+    EXPECT_EQ(Foco(), "dpFechaGrid");
+  }
+  Tecla(Qt::Key_Return);
+  EXPECT_EQ(grid.ClaveColumna(), "Adultos");
+  EXPECT_EQ(grid.Texto(0, "Total"), total);
+  Tecla(Qt::Key_Tab, Qt::ShiftModifier);
+  EXPECT_EQ(grid.ClaveColumna(), "FECHAF");
+  Tecla(Qt::Key_Backtab, Qt::ShiftModifier);
+  EXPECT_EQ(grid.ClaveColumna(), "FECHAI");
+  EXPECT_EQ(grid.Texto(0, "Total"), total);
+}
+
 TEST_F(RecorridoPrueba, LaLupaEncuentraPorNombreSinAcentos) {
   Tecla(Qt::Key_N, Qt::ControlModifier);
   Tecla(Qt::Key_Tab);
