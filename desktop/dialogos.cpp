@@ -119,6 +119,26 @@ int CajaAviso::Pregunta() {
   return botones_.back().first;
 }
 
+namespace {
+
+int Pregunta(const std::string& texto, int estilo, QWidget* padre, const char* titulo) {
+  controles::CajaMensaje caja;
+  caja.texto = texto;
+  caja.estilo = estilo;
+  caja.titulo = titulo;
+  return CajaAviso(caja, padre).Pregunta();
+}
+
+}  // namespace
+
+void Avisa(const std::string& texto, int estilo, QWidget* padre, const char* titulo) {
+  Pregunta(texto, estilo, padre, titulo);
+}
+
+bool Confirma(const std::string& pregunta, int estilo, QWidget* padre) {
+  return Pregunta(pregunta, estilo, padre, "Reservaciones") == controles::kSi;
+}
+
 // --- EditorNotas
 
 EditorNotas::EditorNotas(const QString& titulo, const QString& texto, int ancho, QWidget* padre)

@@ -68,6 +68,11 @@ class Busqueda : public QDialog {
 // without a window manager.
 int Atiende(QDialog& dialogo);
 
+// A box of the program's own with one button; estilo gives its icon, as in CajaMensaje.
+void Avisa(const std::string& texto, int estilo, QWidget* padre, const char* titulo = "Reservaciones");
+// One with Yes and No; estilo gives icon and default button.
+bool Confirma(const std::string& pregunta, int estilo, QWidget* padre);
+
 // Gives a dialog this size, or what the screen has room for.
 void AjustaAPantalla(QDialog& dialogo, QSize deseado);
 

@@ -306,13 +306,7 @@ class Impreso : public QDialog {
     zona_->setAccessibleDescription(hojas_->pliego().Texto(pagina));
   }
 
-  void Falla(const std::string& texto) {
-    controles::CajaMensaje aviso;
-    aviso.texto = texto;
-    aviso.estilo = 16;
-    aviso.titulo = "Impresión";
-    CajaAviso(aviso, this).Pregunta();
-  }
+  void Falla(const std::string& texto) { Avisa(texto, 16, this, "Impresión"); }
 
   bool Escribe(const QString& ruta) {
     try {

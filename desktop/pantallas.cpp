@@ -42,22 +42,6 @@ std::string Celda(const ado::Recordset& rs, std::size_t columna) {
   return valor.EsNulo() ? std::string() : com::RecortaDerecha(com::CStr(valor));
 }
 
-void Avisa(const std::string& texto, int estilo, QWidget* padre) {
-  controles::CajaMensaje caja;
-  caja.texto = texto;
-  caja.estilo = estilo;
-  caja.titulo = "Reservaciones";
-  CajaAviso(caja, padre).Pregunta();
-}
-
-bool Confirma(const std::string& texto, QWidget* padre) {
-  controles::CajaMensaje caja;
-  caja.texto = texto;
-  caja.estilo = 292;
-  caja.titulo = "Reservaciones";
-  return CajaAviso(caja, padre).Pregunta() == controles::kSi;
-}
-
 QTableWidget* CreaTabla(const QStringList& titulos, QWidget* padre) {
   auto* tabla = new QTableWidget(0, static_cast<int>(titulos.size()), padre);
   tabla->setHorizontalHeaderLabels(titulos);
@@ -358,7 +342,7 @@ class Lista : public QWidget {
     const std::string nombre = tabla_->item(f, 0)->text().toStdString();
     if (!fila.deBaja && !Confirma((catalogo_.conEstado ? "¿Desea dar de baja «" : "¿Desea quitar «") + nombre +
                                       "» de «" + std::string(catalogo_.titulo) + "»?",
-                                  window()))
+                                  292, window()))
       return;
     try {
       Retira(conexion_, catalogo_, fila);

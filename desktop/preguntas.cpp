@@ -9,13 +9,7 @@ using controles::Accion;
 
 namespace {
 
-bool Confirma(const std::string& pregunta, QWidget* padre) {
-  controles::CajaMensaje caja;
-  caja.texto = pregunta;
-  caja.estilo = 308;  // Yes and No, No first
-  caja.titulo = "Reservaciones";
-  return CajaAviso(caja, padre).Pregunta() == controles::kSi;
-}
+constexpr int kSiNo = 308;  // Yes and No, No first
 
 bool HayRenglones(const controles::Formulario& formulario) {
   for (const controles::Control* c : formulario.controles()) {
@@ -40,7 +34,7 @@ controles::ScreenToolbar* BarraDe(const controles::Formulario& formulario) {
 
 bool PreguntaSalida(const controles::Formulario& principal, QWidget* padre) {
   return !EnCaptura(principal) ||
-         Confirma("Hay una reservación en captura que no se ha guardado.\r\n¿Desea salir y descartarla?", padre);
+         Confirma("Hay una reservación en captura que no se ha guardado.\r\n¿Desea salir y descartarla?", kSiNo, padre);
 }
 
 bool PreguntaAccion(const controles::Formulario& principal, Accion accion, QWidget* padre) {
@@ -50,9 +44,9 @@ bool PreguntaAccion(const controles::Formulario& principal, Accion accion, QWidg
     case Accion::Nuevo:
     case Accion::Limpiar:
       return !EnCaptura(principal) || !HayRenglones(principal) ||
-             Confirma("Hay una reservación en captura que no se ha guardado.\r\n¿Desea descartarla?", padre);
+             Confirma("Hay una reservación en captura que no se ha guardado.\r\n¿Desea descartarla?", kSiNo, padre);
     case Accion::Eliminar:
-      return Confirma("¿Desea cancelar la reservación " + BarraDe(principal)->ClaveActual() + "?", padre);
+      return Confirma("¿Desea cancelar la reservación " + BarraDe(principal)->ClaveActual() + "?", kSiNo, padre);
     default:
       return true;
   }
@@ -60,13 +54,10 @@ bool PreguntaAccion(const controles::Formulario& principal, Accion accion, QWidg
 
 bool PermiteMarcas(const controles::Formulario& principal, QWidget* padre) {
   if (EnCaptura(principal)) return true;
-  controles::CajaMensaje caja;
-  caja.texto =
+  Avisa(
       "No hay una reservación en captura: el tablero es sólo de consulta.\r\n"
-      "Para reservar habitaciones ciérrelo y pulse Nuevo o Editar.";
-  caja.estilo = 64;
-  caja.titulo = "Disponibilidad";
-  CajaAviso(caja, padre).Pregunta();
+      "Para reservar habitaciones ciérrelo y pulse Nuevo o Editar.",
+      64, padre, "Disponibilidad");
   return false;
 }
 

@@ -106,11 +106,7 @@ OpcionesPrograma LeeOpcionesPrograma(const std::vector<std::string>& argumentos,
 
 void MuestraFalla(const std::string& texto) {
   std::cerr << "reservas: " << texto << '\n';
-  controles::CajaMensaje caja;
-  caja.texto = texto;
-  caja.estilo = 16;
-  caja.titulo = "Reservaciones";
-  CajaAviso(caja, nullptr).Pregunta();
+  Avisa(texto, 16, nullptr);
 }
 
 // Where no letter can be drawn: the strokes of a few words, and a button that needs none.
@@ -143,11 +139,7 @@ void AvisaCarencias(const Carencias& carencias, QWidget* padre) {
   const QString dicho = QStringLiteral("avisos/idioma");
   for (const QString& aviso : {carencias.letra, carencias.idioma}) {
     if (aviso.isEmpty() || (aviso == carencias.idioma && recuerdos.value(dicho).toBool())) continue;
-    controles::CajaMensaje caja;
-    caja.texto = aviso.toStdString();
-    caja.estilo = 48;
-    caja.titulo = "Reservaciones";
-    CajaAviso(caja, padre).Pregunta();
+    Avisa(aviso.toStdString(), 48, padre);
   }
   recuerdos.setValue(dicho, !carencias.idioma.isEmpty());
 }

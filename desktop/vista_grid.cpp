@@ -21,6 +21,7 @@
 #include "desktop/guarda.h"
 #include "desktop/iconos.h"
 #include "desktop/pintura.h"
+#include "desktop/preguntas.h"
 #include "desktop/teclas.h"
 #include "platform/controls/barra.h"
 
@@ -709,10 +710,7 @@ void VistaGrid::AlArrastrar(int fila, int columna) {
 
 bool VistaGrid::PuedeAgregar() const {
   if (EsTablero() || !grid_.enabled()) return false;
-  for (const controles::Control* c : formulario().controles()) {
-    if (c->clase() == controles::Clase::Barra && !static_cast<const controles::ScreenToolbar*>(c)->EnEdicion())
-      return false;
-  }
+  if (const auto* barra = BarraDe(formulario()); barra != nullptr && !barra->EnEdicion()) return false;
   for (int c = 0; c < grid_.NumColumnas(); ++c) {
     const auto& columna = grid_.columna(c);
     if (columna.visible) return !columna.bloqueada;  // the key must be open
