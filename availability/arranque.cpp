@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "availability/frmDisponibilidad.h"
-#include "component/publico.h"
-#include "reservation/avisos.h"
+#include "publico/avisos.h"
+#include "publico/publico.h"
 
 namespace kv207 {
 

@@ -6,7 +6,7 @@
 #include "availability/frmDisponibilidad.h"
 #include "availability/ocupacion.h"
 #include "availability/sentencias.h"
-#include "component/publico.h"
+#include "publico/publico.h"
 
 namespace kv207 {
 

@@ -4,8 +4,8 @@
 #include <exception>
 
 #include "availability/frmDisponibilidad.h"
-#include "component/publico.h"
 #include "platform/regional/regional.h"
+#include "publico/publico.h"
 
 namespace kv207 {
 

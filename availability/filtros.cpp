@@ -1,7 +1,7 @@
 // The board's filters and the switch between its two views.
 #include "availability/frmDisponibilidad.h"
-#include "component/publico.h"
-#include "reservation/avisos.h"
+#include "publico/avisos.h"
+#include "publico/publico.h"
 
 namespace kv207 {
 

@@ -4,7 +4,7 @@
 #include <limits>
 #include <utility>
 
-#include "component/publico.h"
+#include "publico/publico.h"
 
 namespace kv207 {
 

@@ -2,7 +2,7 @@
 
 #include "bench/hotel.h"
 #include "bench/sqlite.h"
-#include "component/publico.h"
+#include "publico/publico.h"
 
 namespace banco {
 

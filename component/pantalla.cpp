@@ -6,8 +6,8 @@
 #include <string>
 
 #include "availability/frmDisponibilidad.h"
-#include "component/publico.h"
 #include "platform/com/error.h"
+#include "publico/publico.h"
 #include "reservation/frmKV207.h"
 
 namespace kv207 {

@@ -17,7 +17,6 @@
 #include <iostream>
 #include <vector>
 
-#include "component/publico.h"
 #include "desktop/dialogos.h"
 #include "desktop/escala.h"
 #include "desktop/escritorio_qt.h"
@@ -37,6 +36,7 @@
 #include "host/standalone/documento.h"
 #include "platform/com/error.h"
 #include "platform/controls/barra.h"
+#include "publico/publico.h"
 
 namespace vista {
 

@@ -1,13 +1,13 @@
 // Toolbar actions: new, edit, clear, close, the state changes of a stored reservation, mail, print, record viewer.
 #include "availability/frmDisponibilidad.h"
-#include "component/publico.h"
 #include "platform/com/error.h"
-#include "reservation/avisos.h"
+#include "publico/avisos.h"
+#include "publico/publico.h"
+#include "publico/transaccion.h"
 #include "reservation/correo.h"
 #include "reservation/fechas.h"
 #include "reservation/frmKV207.h"
 #include "reservation/sentencias.h"
-#include "reservation/transaccion.h"
 
 namespace kv207 {
 

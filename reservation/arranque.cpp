@@ -1,7 +1,7 @@
 // The reservation screen's load, activation, layout, form keys and unload.
 #include "availability/frmDisponibilidad.h"
-#include "component/publico.h"
 #include "platform/com/error.h"
+#include "publico/publico.h"
 #include "reservation/frmKV207.h"
 
 namespace kv207 {

@@ -3,11 +3,11 @@
 
 #include <algorithm>
 
-#include "component/publico.h"
 #include "platform/com/error.h"
 #include "platform/regional/regional.h"
-#include "reservation/avisos.h"
-#include "reservation/campos.h"
+#include "publico/avisos.h"
+#include "publico/campos.h"
+#include "publico/publico.h"
 #include "reservation/frmKV207.h"
 #include "reservation/sentencias.h"
 

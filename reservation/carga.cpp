@@ -1,9 +1,9 @@
 // Loading a stored reservation by its folio.
 #include <algorithm>
 
-#include "component/publico.h"
-#include "reservation/avisos.h"
-#include "reservation/campos.h"
+#include "publico/avisos.h"
+#include "publico/campos.h"
+#include "publico/publico.h"
 #include "reservation/frmKV207.h"
 #include "reservation/sentencias.h"
 #include "reservation/tarjeta.h"

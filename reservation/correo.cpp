@@ -1,7 +1,7 @@
 #include "reservation/correo.h"
 
-#include "component/publico.h"
-#include "reservation/avisos.h"
+#include "publico/avisos.h"
+#include "publico/publico.h"
 
 namespace kv207 {
 

@@ -1,7 +1,7 @@
 // Header fields of the reservation: what their changes and confirmations do.
 #include "availability/frmDisponibilidad.h"
-#include "component/publico.h"
 #include "platform/controls/utf8.h"
+#include "publico/publico.h"
 #include "reservation/fechas.h"
 #include "reservation/frmKV207.h"
 #include "reservation/tarjeta.h"

@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "component/publico.h"
 #include "platform/regional/regional.h"
-#include "reservation/avisos.h"
+#include "publico/avisos.h"
+#include "publico/publico.h"
 #include "reservation/frmKV207.h"
 
 namespace kv207 {

@@ -2,8 +2,8 @@
 // fields for support tools.
 #include "reservation/frmKV207.h"
 
-#include "component/publico.h"
 #include "platform/com/error.h"
+#include "publico/publico.h"
 
 namespace kv207 {
 

@@ -3,14 +3,14 @@
 #include <string>
 #include <utility>
 
-#include "component/publico.h"
 #include "platform/regional/regional.h"
-#include "reservation/avisos.h"
+#include "publico/avisos.h"
+#include "publico/publico.h"
+#include "publico/transaccion.h"
 #include "reservation/correo.h"
 #include "reservation/frmKV207.h"
 #include "reservation/renglones.h"
 #include "reservation/sentencias.h"
-#include "reservation/transaccion.h"
 
 namespace kv207 {
 

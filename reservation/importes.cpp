@@ -1,8 +1,8 @@
 // Pricing of a room line and totals of the reservation. All prices include tax.
 #include <string>
 
-#include "component/publico.h"
-#include "reservation/avisos.h"
+#include "publico/avisos.h"
+#include "publico/publico.h"
 #include "reservation/frmKV207.h"
 #include "reservation/renglones.h"
 

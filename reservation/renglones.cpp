@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
-#include "component/publico.h"
 #include "platform/regional/regional.h"
-#include "reservation/avisos.h"
+#include "publico/avisos.h"
+#include "publico/publico.h"
 #include "reservation/frmKV207.h"
 #include "reservation/sentencias.h"
 

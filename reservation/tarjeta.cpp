@@ -1,9 +1,9 @@
 // Card data of the reservation: where they come from and what must be filled in.
 #include "reservation/tarjeta.h"
 
-#include "component/publico.h"
-#include "reservation/avisos.h"
-#include "reservation/campos.h"
+#include "publico/avisos.h"
+#include "publico/campos.h"
+#include "publico/publico.h"
 #include "reservation/frmKV207.h"
 #include "reservation/sentencias.h"
 

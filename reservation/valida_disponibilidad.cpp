@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "component/publico.h"
 #include "platform/regional/regional.h"
+#include "publico/publico.h"
 #include "reservation/frmKV207.h"
 #include "reservation/renglones.h"
 #include "reservation/sentencias.h"

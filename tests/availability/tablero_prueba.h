@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "availability/frmDisponibilidad.h"
-#include "component/publico.h"
 #include "host/standalone/anfitrion.h"
+#include "publico/publico.h"
 #include "tests/comun/escritorio_prueba.h"
 
 namespace pruebas {

@@ -13,9 +13,9 @@
 #include <vector>
 
 #include "availability/frmDisponibilidad.h"
-#include "component/publico.h"
 #include "host/standalone/anfitrion.h"
 #include "platform/com/error.h"
+#include "publico/publico.h"
 #include "reservation/frmKV207.h"
 #include "tests/comun/escritorio_prueba.h"
 

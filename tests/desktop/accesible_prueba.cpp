@@ -9,11 +9,11 @@
 #include <memory>
 #include <string>
 
-#include "component/publico.h"
 #include "desktop/escritorio_qt.h"
 #include "desktop/programa.h"
 #include "desktop/vista_grid.h"
 #include "guion/componente.h"
+#include "publico/publico.h"
 
 namespace pruebas {
 namespace {

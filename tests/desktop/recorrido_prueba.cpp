@@ -12,7 +12,6 @@
 #include <deque>
 #include <functional>
 
-#include "component/publico.h"
 #include "desktop/dialogos.h"
 #include "desktop/escritorio_qt.h"
 #include "desktop/preguntas.h"
@@ -21,6 +20,7 @@
 #include "desktop/vista_grid.h"
 #include "guion/componente.h"
 #include "platform/com/error.h"
+#include "publico/publico.h"
 
 namespace pruebas {
 namespace {

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "component/pantalla.h"
-#include "component/publico.h"
 #include "platform/com/error.h"
+#include "publico/publico.h"
 #include "tests/comun/error_de.h"
 
 namespace {

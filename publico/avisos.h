@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "component/publico.h"
 #include "host/contract/mensajes.h"
+#include "publico/publico.h"
 
 namespace kv207 {
 

@@ -1,4 +1,4 @@
-#include "reservation/avisos.h"
+#include "publico/avisos.h"
 
 #include <string>
 

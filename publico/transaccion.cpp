@@ -1,6 +1,6 @@
-#include "reservation/transaccion.h"
+#include "publico/transaccion.h"
 
-#include "component/publico.h"
+#include "publico/publico.h"
 
 namespace kv207 {
 

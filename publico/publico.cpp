@@ -1,4 +1,4 @@
-#include "component/publico.h"
+#include "publico/publico.h"
 
 #include <optional>
 #include <utility>
