@@ -15,8 +15,6 @@ namespace {
 constexpr int kAnchoClave = 650;    // twips
 constexpr int kMargenNombre = 200;  // twips beyond the widest name
 
-std::string Texto(const com::Variant& valor) { return valor.EsNulo() ? std::string() : com::CStr(valor); }
-
 // Key of a filter in force: one whose name is shown and that does not stand for all.
 std::optional<std::string> Filtro(const controles::LookupField& codigo, const controles::LookupField& nombre) {
   if (nombre.text().empty() || codigo.text() == "%") return std::nullopt;
@@ -38,9 +36,10 @@ class LectorFilas {
   // False after the last row.
   bool Lee(FilaTablero& fila) {
     if (filas_->Eof()) return false;
-    fila.clave = Texto(filas_->Fields(clave_).Value());
-    fila.nombre = Texto(filas_->Fields(descripcion_).Value());
-    if (modo_ == ModoVista::PorHabitacion) fila.nombre = Texto(filas_->Fields(tipo_).Value()) + " / " + fila.nombre;
+    fila.clave = com::TextoDe(filas_->Fields(clave_).Value());
+    fila.nombre = com::TextoDe(filas_->Fields(descripcion_).Value());
+    if (modo_ == ModoVista::PorHabitacion)
+      fila.nombre = com::TextoDe(filas_->Fields(tipo_).Value()) + " / " + fila.nombre;
     filas_->MoveNext();
     return true;
   }

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::int32_t kUltimoMinuto = (23 * 60 + 59) * 60;  // 23:59, seconds of the day
 
-std::string ClaveComparable(std::string_view clave) { return com::Mayusculas(com::RecortaDerecha(clave)); }
+std::string ClaveComparable(std::string_view clave) { return com::Plegado(com::RecortaDerecha(clave)); }
 
 com::Fecha FechaDe(const com::Variant& valor) {
   const auto* fecha = std::get_if<com::Fecha>(&valor.Contenido());

@@ -157,8 +157,7 @@ std::string RevisaTexto(const CampoCatalogo& campo, const std::string& texto) {
   if (columna == nullptr || columna->tipo == esquema::Tipo::Nota) return {};
   const bool clave = columna->tipo == esquema::Tipo::Clave;
   const std::size_t admite = clave ? esquema::kLargoClave : esquema::kLargoTexto;
-  const auto letras = static_cast<std::size_t>(
-      std::count_if(texto.begin(), texto.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+  const std::size_t letras = com::LargoUtf8(texto);
   if (letras > admite) {
     return "«" + titulo + "» admite " + std::to_string(admite) + " caracteres y lleva " + std::to_string(letras);
   }

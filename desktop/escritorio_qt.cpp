@@ -12,9 +12,9 @@
 #include "desktop/guarda.h"
 #include "desktop/preguntas.h"
 #include "platform/com/error.h"
+#include "platform/com/texto.h"
 #include "platform/controls/barra.h"
 #include "platform/controls/metrica.h"
-#include "platform/controls/utf8.h"
 
 namespace vista {
 
@@ -235,7 +235,7 @@ void EscritorioQt::EnviaTeclas(const std::string& teclas) {
   if (abiertas_.empty()) return;
   controles::Formulario& activa = *abiertas_.back();
   for (std::size_t i = 0; i < teclas.size();) {
-    const char32_t c = controles::LeeUtf8(teclas, i);
+    const char32_t c = com::LeeUtf8(teclas, i);
     if (c == U'\t') {
       activa.PulsaTecla(controles::tecla::kTab);
     } else {

@@ -405,7 +405,7 @@ std::optional<QString> PlantillaPropia(autonomo::Conexion& conexion, const std::
   const auto rs =
       conexion.Consulta("SELECT Fm_Contenido FROM Formato WHERE Fm_Cve_Formato = ?", {formato + kFinFormatoHtml});
   if (rs->Eof()) return std::nullopt;
-  return rs->Fields(0).Value().EsNulo() ? QString() : Q(com::CStr(rs->Fields(0).Value()));
+  return Q(com::TextoDe(rs->Fields(0).Value()));
 }
 
 bool SeVe(const QString& html) {

@@ -31,7 +31,7 @@ T& Toma(controles::Formulario& formulario, const char* nombre) {
 
 std::string TextoDe(const ado::Recordset& rs, const char* columna) {
   const com::Variant& valor = rs.Fields(columna).Value();
-  return valor.EsNulo() ? std::string() : com::RecortaDerecha(com::CStr(valor));
+  return com::RecortaDerecha(com::TextoDe(valor));
 }
 
 // Price of the whole stay as a clerk types it.

@@ -1,6 +1,7 @@
 #include "guion/lineas.h"
 
 #include "platform/com/error.h"
+#include "platform/com/texto.h"
 
 namespace guion {
 
@@ -51,21 +52,6 @@ std::string_view SinBlancosFinales(std::string_view texto) {
   return texto;
 }
 
-// Length of the UTF-8 sequence at the start, 0 when there is none.
-std::size_t LargoDeSecuencia(std::string_view s) {
-  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(s[i]); };
-  const unsigned char b = byte(0);
-  if (b < 0x80) return 1;
-  const std::size_t largo = b >= 0xF0 && b <= 0xF4 ? 4 : b >= 0xE0 && b < 0xF0 ? 3 : b >= 0xC2 && b < 0xE0 ? 2 : 0;
-  if (largo == 0 || s.size() < largo) return 0;
-  for (std::size_t i = 1; i < largo; ++i) {
-    if ((byte(i) & 0xC0) != 0x80) return 0;
-  }
-  const bool fueraDeOrden = (b == 0xE0 && byte(1) < 0xA0) || (b == 0xED && byte(1) >= 0xA0) ||
-                            (b == 0xF0 && byte(1) < 0x90) || (b == 0xF4 && byte(1) >= 0x90);
-  return fueraDeOrden ? 0 : largo;
-}
-
 }  // namespace
 
 Linea DivideLinea(std::string_view linea) {
@@ -97,7 +83,7 @@ Linea DivideLinea(std::string_view linea) {
 
 bool EsUtf8(std::string_view texto) {
   while (!texto.empty()) {
-    const std::size_t largo = LargoDeSecuencia(texto);
+    const std::size_t largo = com::LargoDeSecuencia(texto);
     if (largo == 0) return false;
     texto.remove_prefix(largo);
   }
@@ -108,7 +94,7 @@ std::string Utf8Saneado(std::string_view texto) {
   std::string salida;
   salida.reserve(texto.size());
   while (!texto.empty()) {
-    const std::size_t largo = LargoDeSecuencia(texto);
+    const std::size_t largo = com::LargoDeSecuencia(texto);
     if (largo == 0) {
       salida += "\xEF\xBF\xBD";
       texto.remove_prefix(1);
@@ -121,35 +107,10 @@ std::string Utf8Saneado(std::string_view texto) {
 }
 
 std::u32string CodigosDe(std::string_view texto) {
+  if (!EsUtf8(texto)) throw com::Error(com::error::kArgumento, "El texto no es UTF-8 válido");
   std::u32string codigos;
-  while (!texto.empty()) {
-    const std::size_t largo = LargoDeSecuencia(texto);
-    if (largo == 0) throw com::Error(com::error::kArgumento, "El texto no es UTF-8 válido");
-    const auto primero = static_cast<unsigned char>(texto[0]);
-    char32_t codigo = largo == 1 ? primero : primero & (0xFFU >> (largo + 1));
-    for (std::size_t i = 1; i < largo; ++i) codigo = codigo << 6 | (static_cast<unsigned char>(texto[i]) & 0x3FU);
-    codigos += codigo;
-    texto.remove_prefix(largo);
-  }
+  for (std::size_t i = 0; i < texto.size();) codigos += com::LeeUtf8(texto, i);
   return codigos;
-}
-
-std::string Utf8De(char32_t codigo) {
-  std::string s;
-  const auto cola = [&](int corrimiento) { s += static_cast<char>(0x80U | ((codigo >> corrimiento) & 0x3FU)); };
-  if (codigo < 0x80) {
-    s += static_cast<char>(codigo);
-  } else if (codigo < 0x800) {
-    s += static_cast<char>(0xC0U | codigo >> 6);
-    cola(0);
-  } else if (codigo < 0x10000) {
-    s += static_cast<char>(0xE0U | codigo >> 12);
-    cola(6), cola(0);
-  } else {
-    s += static_cast<char>(0xF0U | codigo >> 18);
-    cola(12), cola(6), cola(0);
-  }
-  return s;
 }
 
 }  // namespace guion

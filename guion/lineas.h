@@ -22,8 +22,7 @@ Linea DivideLinea(std::string_view linea);
 bool EsUtf8(std::string_view texto);
 // The text with every byte that is not UTF-8 replaced by U+FFFD.
 std::string Utf8Saneado(std::string_view texto);
-// Characters (code points) of a valid UTF-8 text.
+// Characters (code points) of a text. com::Error kArgumento when it is not UTF-8.
 std::u32string CodigosDe(std::string_view texto);
-std::string Utf8De(char32_t codigo);
 
 }  // namespace guion

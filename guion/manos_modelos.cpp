@@ -3,6 +3,7 @@
 #include "guion/lineas.h"
 #include "guion/usable.h"
 #include "platform/com/error.h"
+#include "platform/com/texto.h"
 
 namespace guion {
 
@@ -33,7 +34,7 @@ std::string LoQueAcepta(controles::Grid& grid, const std::string& texto) {
   for (const char32_t c : CodigosDe(texto)) {
     int codigo = static_cast<int>(c);
     grid.KeyPress(codigo);
-    if (codigo != 0) aceptado += Utf8De(static_cast<char32_t>(codigo));
+    if (codigo != 0) com::AgregaUtf8(aceptado, static_cast<char32_t>(codigo));
   }
   return aceptado;
 }

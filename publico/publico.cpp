@@ -42,8 +42,7 @@ com::Ptr<Servicio> Crea(const com::Guid& clase, const char* nombre) {
 std::optional<std::string> Busca(const ado::TextoSQL& sentencia) {
   const ado::RecordsetPtr filas = Sistema().ObtenConexion()->Execute(sentencia);
   if (filas->Eof()) return std::nullopt;
-  const com::Variant& valor = filas->Fields(std::size_t{0}).Value();
-  return valor.EsNulo() ? std::string() : com::CStr(valor);
+  return com::TextoDe(filas->Fields(std::size_t{0}).Value());
 }
 
 }  // namespace

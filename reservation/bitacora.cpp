@@ -6,7 +6,6 @@
 #include "platform/com/error.h"
 #include "platform/regional/regional.h"
 #include "publico/avisos.h"
-#include "publico/campos.h"
 #include "publico/publico.h"
 #include "reservation/frmKV207.h"
 #include "reservation/sentencias.h"

@@ -2,7 +2,6 @@
 #include <algorithm>
 
 #include "publico/avisos.h"
-#include "publico/campos.h"
 #include "publico/publico.h"
 #include "reservation/frmKV207.h"
 #include "reservation/sentencias.h"

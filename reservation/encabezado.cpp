@@ -1,6 +1,6 @@
 // Header fields of the reservation: what their changes and confirmations do.
 #include "availability/frmDisponibilidad.h"
-#include "platform/controls/utf8.h"
+#include "platform/com/texto.h"
 #include "publico/publico.h"
 #include "reservation/fechas.h"
 #include "reservation/frmKV207.h"
@@ -110,7 +110,7 @@ void frmKV207::VaciaRenglones() {
 void frmKV207::txtNotas_KeyDown(int codigo, int) {
   if (codigo != controles::tecla::kF2) return;
   cmdNotas_Click();
-  txtNotas.cursor(static_cast<int>(controles::LargoUtf8(txtNotas.text())));
+  txtNotas.cursor(static_cast<int>(com::LargoUtf8(txtNotas.text())));
 }
 
 void frmKV207::cmdNotas_Click() {

@@ -81,10 +81,7 @@ void ExigeNoNegativo(double valor, const char* que) {
   }
 }
 
-std::string TextoDe(const ado::Recordset& rs, std::size_t columna) {
-  const com::Variant valor = rs.Fields(columna).Value();
-  return valor.EsNulo() ? std::string() : com::CStr(valor);
-}
+std::string TextoDe(const ado::Recordset& rs, std::size_t columna) { return com::TextoDe(rs.Fields(columna).Value()); }
 
 }  // namespace
 

@@ -9,8 +9,9 @@
 #include <optional>
 #include <string>
 
+#include "host/standalone/letras.h"
 #include "platform/com/error.h"
-#include "platform/com/variant.h"
+#include "platform/com/texto.h"
 
 namespace autonomo {
 namespace {
@@ -38,46 +39,42 @@ std::size_t ComienzoIgual(std::string_view a, std::string_view b) {
 unsigned char PliegaAscii(char c) { return static_cast<unsigned char>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c); }
 
 // Takes one code point off the front; a broken sequence counts byte by byte.
-std::uint32_t TomaPunto(std::string_view& s) {
-  const auto b0 = static_cast<unsigned char>(s.front());
-  const std::size_t largo = b0 < 0x80 ? 1 : b0 >= 0xF0 ? 4 : b0 >= 0xE0 ? 3 : b0 >= 0xC0 ? 2 : 1;
-  if (largo == 1 || s.size() < largo) {
-    s.remove_prefix(1);
-    return b0;
-  }
-  std::uint32_t punto = b0 & (0xFFU >> (largo + 1));
-  for (std::size_t i = 1; i < largo; ++i) punto = (punto << 6) | (static_cast<unsigned char>(s[i]) & 0x3FU);
-  s.remove_prefix(largo);
+char32_t TomaPunto(std::string_view& s) {
+  std::size_t leidos = 0;
+  const char32_t punto = com::LeeUtf8(s, leidos);
+  s.remove_prefix(leidos);
   return punto;
 }
 
-// Upper-case form of the Latin letters of U+0080 to U+017F.
-std::uint32_t PliegaLatina(std::uint32_t p) {
-  if (p >= 0xE0 && p <= 0xFE && p != 0xF7) return p - 0x20;
-  if (p == 0xFF) return 0x178;
-  // Capitals are even but in two runs, where they are odd; dotless i, kra and long s have no pair here.
-  const bool pares = (p >= 0x100 && p <= 0x12F) || (p >= 0x132 && p <= 0x137) || (p >= 0x14A && p <= 0x177);
-  const bool nones = (p >= 0x139 && p <= 0x148) || (p >= 0x179 && p <= 0x17E);
-  if (pares) return p & ~1U;
-  if (nones) return p % 2 == 0 ? p - 1 : p;
-  return p;
-}
-
-// Base letter of À (U+00C0) to Ý (U+00DD); 0 where the letter stands by itself.
-constexpr std::string_view kBases{"AAAAAA\0CEEEEIIII\0\0OOOOO\0\0UUUUY", 30};
-
-// Order of a letter: the letter itself, then its accent.
+// Order of a letter: the letter itself, then its accent. "ñ" is a letter of its own after "n".
 struct Peso {
-  std::uint32_t letra, acento;
+  std::uint32_t letra = 0, acento = 0;
 };
 
-Peso PesoDe(std::uint32_t punto) {
+Peso CalculaPeso(char32_t punto) {
+  constexpr char32_t kEnie = 0xD1, kEnieMinuscula = 0xF1;
+  const char32_t p = com::LetraPlegada(punto);
+  if (p == kEnie || p == kEnieMinuscula) return {2U * U'N' + 1, 0};
+  const char32_t base = com::LetraPlegada(SinAcentos(p));
+  return {2U * base, base == p ? 0 : p};
+}
+
+// The weights of the Latin letters with accents are asked for most: they are worked out once.
+constexpr char32_t kLatinas = 0x250;
+using PesosLatinos = std::array<Peso, kLatinas>;
+const PesosLatinos& LosPesosLatinos() {
+  static const PesosLatinos pesos = [] {
+    UsaLetrasUnicode();
+    PesosLatinos p;
+    for (char32_t c = 0; c < kLatinas; ++c) p[c] = CalculaPeso(c);
+    return p;
+  }();
+  return pesos;
+}
+
+Peso PesoDe(char32_t punto) {
   if (punto < 0x80) return {2U * PliegaAscii(static_cast<char>(punto)), 0};
-  const std::uint32_t p = PliegaLatina(punto);
-  if (p == 0xD1) return {2U * 'N' + 1, 0};
-  if (p >= 0xC0 && p < 0xC0 + kBases.size() && kBases[p - 0xC0] != '\0')
-    return {2U * static_cast<unsigned char>(kBases[p - 0xC0]), p};
-  return {2U * p, 0};
+  return punto < kLatinas ? LosPesosLatinos()[punto] : CalculaPeso(punto);
 }
 
 int Signo(std::uint32_t a, std::uint32_t b) { return a < b ? -1 : a > b ? 1 : 0; }
@@ -96,14 +93,14 @@ int ComparaConAcentos(std::string_view a, std::string_view b) {
 
 // --- LIKE
 
-bool MismaLetra(std::uint32_t a, std::uint32_t b) {
+bool MismaLetra(char32_t a, char32_t b) {
   const Peso x = PesoDe(a), y = PesoDe(b);
   return x.letra == y.letra && x.acento == y.acento;
 }
 
 // Matches one code point with the set that stands after '[' and takes the set off the pattern, ']' included. Nothing
 // when the set has no end.
-std::optional<bool> EnConjunto(std::uint32_t punto, std::string_view& patron) {
+std::optional<bool> EnConjunto(char32_t punto, std::string_view& patron) {
   const bool negado = !patron.empty() && patron.front() == '^';
   if (negado) patron.remove_prefix(1);
   bool dentro = false;
@@ -113,10 +110,10 @@ std::optional<bool> EnConjunto(std::uint32_t punto, std::string_view& patron) {
       patron.remove_prefix(1);
       return dentro != negado;
     }
-    const std::uint32_t desde = TomaPunto(patron);
+    const char32_t desde = TomaPunto(patron);
     if (patron.size() > 1 && patron[0] == '-' && patron[1] != ']') {
       patron.remove_prefix(1);
-      const std::uint32_t hasta = TomaPunto(patron);
+      const char32_t hasta = TomaPunto(patron);
       dentro = dentro || (PesoDe(desde).letra <= letra && letra <= PesoDe(hasta).letra);
     } else {
       dentro = dentro || MismaLetra(desde, punto);
@@ -227,8 +224,8 @@ bool Parecido(std::string_view texto, std::string_view patron) {
     if (texto.empty()) return patron.find_first_not_of('%') == std::string_view::npos;
     bool igual = false;
     if (!patron.empty()) {
-      const std::uint32_t punto = TomaPunto(texto);
-      const std::uint32_t espera = TomaPunto(patron);
+      const char32_t punto = TomaPunto(texto);
+      const char32_t espera = TomaPunto(patron);
       igual = espera == '_' || (espera == '[' ? EnConjunto(punto, patron).value_or(false) : MismaLetra(punto, espera));
     }
     if (igual) continue;
@@ -240,6 +237,7 @@ bool Parecido(std::string_view texto, std::string_view patron) {
 }
 
 void RegistraColaciones(sqlite3* base) {
+  UsaLetrasUnicode();
   int rc = sqlite3_create_collation_v2(base, "ESPANOL", SQLITE_UTF8, nullptr, LlamaEspanol, nullptr);
   if (rc == SQLITE_OK) rc = sqlite3_create_collation_v2(base, "FECHA", SQLITE_UTF8, nullptr, LlamaFecha, nullptr);
   for (const auto& f : kFunciones) {

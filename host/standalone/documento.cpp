@@ -10,7 +10,7 @@ namespace {
 
 std::string Texto(const ado::Recordset& rs, std::string_view columna) {
   const com::Variant valor = rs.Fields(columna).Value();
-  return valor.EsNulo() ? std::string() : com::RecortaDerecha(com::CStr(valor));
+  return com::RecortaDerecha(com::TextoDe(valor));
 }
 
 com::Fecha Fecha(const ado::Recordset& rs, std::string_view columna) {

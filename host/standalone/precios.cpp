@@ -18,7 +18,7 @@ std::optional<com::Fecha> FechaOpcional(const com::Variant& v) {
   return com::SoloFecha(com::CDate(v));
 }
 
-std::string Texto(const com::Variant& v) { return v.EsNulo() ? std::string() : com::Recorta(com::CStr(v)); }
+std::string Texto(const com::Variant& v) { return com::Recorta(com::TextoDe(v)); }
 
 }  // namespace
 

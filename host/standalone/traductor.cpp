@@ -721,16 +721,9 @@ class Traductor {
 }  // namespace
 
 std::string Lugar(std::string_view sentencia, std::size_t byte) {
-  std::size_t linea = 1, columna = 1;
-  for (const char c : sentencia.substr(0, byte)) {
-    const bool continua = (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
-    if (c == '\n') {
-      ++linea;
-      columna = 1;
-    } else if (!continua) {
-      ++columna;
-    }
-  }
+  const std::string_view antes = sentencia.substr(0, byte);
+  const auto linea = std::count(antes.begin(), antes.end(), '\n') + 1;
+  const std::size_t columna = com::LargoUtf8(antes.substr(antes.rfind('\n') + 1)) + 1;
   return "Línea " + std::to_string(linea) + ", columna " + std::to_string(columna) + ": ";
 }
 

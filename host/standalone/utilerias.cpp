@@ -77,12 +77,12 @@ class ServicioUtilerias : public com::Objeto<anfitrion::Utilerias> {
       throw com::Error(com::error::kArgumento, "El catálogo " + catalogo + " no existe");
     }
     std::vector<std::pair<std::string, std::string>> filas;
-    const std::string busca = com::Minusculas(filtro);
+    const std::string busca = com::Plegado(filtro);
     const ado::RecordsetPtr rs = host_.conexion()->Consulta(c->sentencia);
     for (; !rs->Eof(); rs->MoveNext()) {
       std::string clave = com::CStr(rs->Fields(0).Value());
       std::string nombre = com::CStr(rs->Fields(1).Value());
-      if (com::Minusculas(clave + " " + nombre).find(busca) == std::string::npos) continue;
+      if (com::Plegado(clave + " " + nombre).find(busca) == std::string::npos) continue;
       filas.emplace_back(std::move(clave), std::move(nombre));
     }
     const std::string elegida = controles::EscritorioActual().EligeDeCatalogo(std::string(c->titulo), filas);

@@ -1,5 +1,6 @@
 #include "platform/com/fecha.h"
 
+#include <chrono>
 #include <cmath>
 
 #include "platform/com/cifras.h"
@@ -10,31 +11,24 @@ namespace {
 
 constexpr int kSegundosDia = 86400;
 constexpr int kAnioMinimo = 100, kAnioMaximo = 9999;
-// Days from 1970-01-01 back to the origin of the calendar algorithm (0000-03-01) and to 1899-12-30.
-constexpr int kDiasCivil = 719468, kDiasOrigen = 25569;
+// Days from 1899-12-30 to 1970-01-01, where the calendar of the standard library begins to count.
+constexpr int kDiasOrigen = 25569;
 
-bool EsBisiesto(int anio) { return (anio % 4 == 0 && anio % 100 != 0) || anio % 400 == 0; }
-
-int DiasDelMes(int anio, int mes) {
-  constexpr int kDias[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  return mes == 2 && EsBisiesto(anio) ? 29 : kDias[mes - 1];
-}
+std::chrono::year_month_day DiaCivil(int anio, int mes, int dia) { return std::chrono::year(anio) / mes / dia; }
 
 bool EsValida(int anio, int mes, int dia, int hora, int minuto, int segundo) {
-  return anio >= kAnioMinimo && anio <= kAnioMaximo && mes >= 1 && mes <= 12 && dia >= 1 &&
-         dia <= DiasDelMes(anio, mes) && hora >= 0 && hora < 24 && minuto >= 0 && minuto < 60 && segundo >= 0 &&
+  return anio >= kAnioMinimo && anio <= kAnioMaximo && mes >= 1 && mes <= 12 && dia >= 1 && dia <= 31 &&
+         DiaCivil(anio, mes, dia).ok() && hora >= 0 && hora < 24 && minuto >= 0 && minuto < 60 && segundo >= 0 &&
          segundo < 60;
 }
 
-// Day number of a valid day; years begin in March so that the leap day is the last.
+// Day number of a valid day.
 std::int32_t NumeroDeDia(int anio, int mes, int dia) {
-  const int a = mes <= 2 ? anio - 1 : anio;
-  const int era = a / 400;
-  const int delEra = a - era * 400;
-  const int delAnio = (153 * (mes + (mes > 2 ? -3 : 9)) + 2) / 5 + dia - 1;
-  const int delEraDias = delEra * 365 + delEra / 4 - delEra / 100 + delAnio;
-  return era * 146097 + delEraDias - kDiasCivil + kDiasOrigen;
+  const auto dias = std::chrono::sys_days(DiaCivil(anio, mes, dia)).time_since_epoch().count();
+  return static_cast<std::int32_t>(dias) + kDiasOrigen;
 }
+
+std::chrono::sys_days DiaDelSistema(Fecha f) { return std::chrono::sys_days(std::chrono::days(f.dia - kDiasOrigen)); }
 
 // Reads exactly n digits.
 bool LeeDigitos(std::string_view& texto, std::size_t n, int& valor) {
@@ -64,16 +58,11 @@ Fecha FechaDe(int anio, int mes, int dia, int hora, int minuto, int segundo) {
 }
 
 Civil ACivil(Fecha f) {
-  const int z = f.dia - kDiasOrigen + kDiasCivil;
-  const int era = (z >= 0 ? z : z - 146096) / 146097;
-  const int delEra = z - era * 146097;
-  const int anioEra = (delEra - delEra / 1460 + delEra / 36524 - delEra / 146096) / 365;
-  const int delAnio = delEra - (365 * anioEra + anioEra / 4 - anioEra / 100);
-  const int mp = (5 * delAnio + 2) / 153;
+  const std::chrono::year_month_day dia(DiaDelSistema(f));
   Civil c;
-  c.dia = delAnio - (153 * mp + 2) / 5 + 1;
-  c.mes = mp < 10 ? mp + 3 : mp - 9;
-  c.anio = anioEra + era * 400 + (c.mes <= 2 ? 1 : 0);
+  c.anio = static_cast<int>(dia.year());
+  c.mes = static_cast<int>(static_cast<unsigned>(dia.month()));
+  c.dia = static_cast<int>(static_cast<unsigned>(dia.day()));
   c.hora = f.segundo / 3600;
   c.minuto = f.segundo / 60 % 60;
   c.segundo = f.segundo % 60;
@@ -101,11 +90,7 @@ Fecha DeDiasCom(double dias) {
   return f;
 }
 
-int DiaSemana(Fecha f) {
-  // Day 0, 30/12/1899, was a Saturday.
-  const int resto = (f.dia + 5) % 7;
-  return (resto < 0 ? resto + 7 : resto) + 1;
-}
+int DiaSemana(Fecha f) { return static_cast<int>(std::chrono::weekday(DiaDelSistema(f)).iso_encoding()); }
 
 std::string AIso(Fecha f) {
   const Civil c = ACivil(f);

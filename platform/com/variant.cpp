@@ -171,24 +171,6 @@ bool LeeHora(std::string_view& s, int& hora, int& minuto, int& segundo) {
   return !Come(s, ":") || LeeParte(s, 2, 2, segundo);
 }
 
-// Second byte of the two-byte letters of the Latin-1 block: A0-BE small, 80-9E capital (B7 and 97 are signs).
-bool EsMinusculaLatina(unsigned char c) { return c >= 0xA0 && c <= 0xBE && c != 0xB7; }
-bool EsMayusculaLatina(unsigned char c) { return c >= 0x80 && c <= 0x9E && c != 0x97; }
-
-std::string CambiaCaja(std::string_view texto, bool aMayusculas) {
-  std::string s(texto);
-  const char desde = aMayusculas ? 'a' : 'A', hasta = aMayusculas ? 'z' : 'Z';
-  for (std::size_t i = 0; i < s.size(); ++i) {
-    if (s[i] >= desde && s[i] <= hasta) {
-      s[i] = static_cast<char>(s[i] ^ 0x20);
-    } else if (i > 0 && static_cast<unsigned char>(s[i - 1]) == 0xC3) {
-      const auto c = static_cast<unsigned char>(s[i]);
-      if (aMayusculas ? EsMinusculaLatina(c) : EsMayusculaLatina(c)) s[i] = static_cast<char>(c ^ 0x20);
-    }
-  }
-  return s;
-}
-
 }  // namespace
 
 std::optional<double> NumeroDe(std::string_view texto) {
@@ -274,6 +256,8 @@ Fecha CDate(const Variant& v) {
   return DeDiasCom(NumeroDeVariant(v, "una fecha"));
 }
 
+std::string TextoDe(const Variant& v) { return v.EsNulo() ? std::string() : CStr(v); }
+
 std::string CStr(const Variant& v) {
   const auto& c = v.Contenido();
   if (v.EsVacio()) return {};
@@ -321,23 +305,6 @@ double Redondea(double valor, int decimales) {
   d.exponente += 1;
   const double redondo = DeDecimal(d, valor < 0);
   return redondo == 0 ? 0 : redondo;
-}
-
-std::string Mayusculas(std::string_view texto) { return CambiaCaja(texto, true); }
-std::string Minusculas(std::string_view texto) { return CambiaCaja(texto, false); }
-
-std::string Recorta(std::string_view texto) {
-  const auto inicio = texto.find_first_not_of(' ');
-  return inicio == std::string_view::npos ? std::string() : RecortaDerecha(texto.substr(inicio));
-}
-
-std::string RecortaDerecha(std::string_view texto) {
-  const auto fin = texto.find_last_not_of(' ');
-  return std::string(texto.substr(0, fin == std::string_view::npos ? 0 : fin + 1));
-}
-
-bool IgualSinCaja(std::string_view a, std::string_view b) {
-  return a.size() == b.size() && (a == b || Minusculas(a) == Minusculas(b));
 }
 
 }  // namespace com

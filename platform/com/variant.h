@@ -11,6 +11,7 @@
 #include "platform/com/error.h"
 #include "platform/com/fecha.h"
 #include "platform/com/objeto.h"
+#include "platform/com/texto.h"
 
 namespace com {
 
@@ -67,6 +68,9 @@ bool CBool(const Variant& v);         // text: a number, true/false, verdadero/f
 Fecha CDate(const Variant& v);        // text: "dd/mm/yyyy" or ISO, each with an optional time; numbers are COM dates
 std::string CStr(const Variant& v);   // dates in the regional short form (with the time when it is not midnight)
 
+// Text of a value; NULL, which other programs may have stored, is an empty text. Error kTipos for an object.
+std::string TextoDe(const Variant& v);
+
 // The same readings of a text without raising: nothing when it cannot be read.
 std::optional<double> NumeroDe(std::string_view texto);
 std::optional<Fecha> FechaDeTexto(std::string_view texto);
@@ -78,12 +82,5 @@ bool Difieren(const Variant& a, const Variant& b);
 // Round half to even at the given number of decimals (0 to 9). A value that is a half in decimal notation counts as a
 // half even where its binary form is not exactly one.
 double Redondea(double valor, int decimales);
-
-// Text helpers (UTF-8; case mapping of ASCII and of the accented Latin letters).
-std::string Mayusculas(std::string_view texto);
-std::string Minusculas(std::string_view texto);
-std::string Recorta(std::string_view texto);         // blanks at both ends
-std::string RecortaDerecha(std::string_view texto);  // blanks at the end
-bool IgualSinCaja(std::string_view a, std::string_view b);
 
 }  // namespace com

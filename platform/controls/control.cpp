@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "platform/com/error.h"
+#include "platform/com/texto.h"
 #include "platform/controls/formulario.h"
-#include "platform/controls/utf8.h"
 #include "platform/regional/regional.h"
 
 namespace controles {
@@ -35,7 +35,6 @@ void ExigeEntrada(const Control& control, bool bloqueado) {
 }
 
 // Fields show NULL as an empty text.
-std::string TextoDe(const com::Variant& v) { return v.EsNulo() ? std::string() : com::CStr(v); }
 
 void Lanza(const std::function<void()>& evento) {
   if (evento) evento();
@@ -159,7 +158,7 @@ void LookupField::Limpia() { text(diseno_.text); }
 
 void LookupField::Teclea(std::string v) {
   ExigeEntrada(*this, diseno_.locked);
-  if (diseno_.largo > 0) v = PrincipioUtf8(v, static_cast<std::size_t>(diseno_.largo));
+  if (diseno_.largo > 0) v = com::PrincipioUtf8(v, static_cast<std::size_t>(diseno_.largo));
   if (diseno_.mayusculas || MayusculasForzadas()) v = com::Mayusculas(v);
   Asigna(std::move(v));
 }
@@ -243,13 +242,13 @@ CampoNotas::CampoNotas(Formulario& formulario, std::string nombre, Lugar lugar)
 void CampoNotas::text(std::string v) {
   if (v == text_) return;
   text_ = std::move(v);
-  cursor_ = std::min(cursor_, static_cast<int>(LargoUtf8(text_)));
+  cursor_ = std::min(cursor_, static_cast<int>(com::LargoUtf8(text_)));
   Avisa();
   Lanza(Change);
 }
 
 void CampoNotas::cursor(int v) {
-  const int dentro = std::clamp(v, 0, static_cast<int>(LargoUtf8(text_)));
+  const int dentro = std::clamp(v, 0, static_cast<int>(com::LargoUtf8(text_)));
   if (dentro == cursor_) return;
   cursor_ = dentro;
   Avisa();
@@ -272,7 +271,7 @@ void CampoNotas::Teclea(std::string v) {
   ExigeEntrada(*this, locked_);
   if (MayusculasForzadas()) v = com::Mayusculas(v);
   if (v == text_) return;
-  cursor_ = static_cast<int>(LargoUtf8(v));
+  cursor_ = static_cast<int>(com::LargoUtf8(v));
   text(std::move(v));
 }
 

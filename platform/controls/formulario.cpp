@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "platform/com/error.h"
+#include "platform/com/texto.h"
 #include "platform/controls/grid.h"
-#include "platform/controls/utf8.h"
 
 namespace controles {
 namespace {
@@ -217,7 +217,7 @@ void Formulario::TeclaCampo(LookupField& campo, int codigo, int paso) {
       break;
     case tecla::kRetroceso: {
       std::string texto = campo.text();
-      QuitaUltimoUtf8(texto);
+      com::QuitaUltimoUtf8(texto);
       if (!campo.locked()) campo.Teclea(std::move(texto));
       break;
     }
@@ -240,7 +240,7 @@ void Formulario::TeclaNotas(CampoNotas& campo, int codigo, int mayus) {
     campo.Teclea(campo.text() + "\n");
   } else if (codigo == tecla::kRetroceso) {
     std::string texto = campo.text();
-    QuitaUltimoUtf8(texto);
+    com::QuitaUltimoUtf8(texto);
     campo.Teclea(std::move(texto));
   }
 }
@@ -252,12 +252,12 @@ void Formulario::PulsaCaracter(char32_t caracter) {
   if (foco_->clase() == Clase::LookupField) {
     auto& campo = static_cast<LookupField&>(*foco_);
     std::string texto = campo.text();
-    AgregaUtf8(texto, caracter);
+    com::AgregaUtf8(texto, caracter);
     if (!campo.locked()) campo.Teclea(std::move(texto));
   } else if (foco_->clase() == Clase::CampoNotas) {
     auto& campo = static_cast<CampoNotas&>(*foco_);
     std::string texto = campo.text();
-    AgregaUtf8(texto, caracter);
+    com::AgregaUtf8(texto, caracter);
     if (!campo.locked()) campo.Teclea(std::move(texto));
   } else if (caracter == U' ') {
     TeclaAbajo(tecla::kEspacio);

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "platform/com/error.h"
+#include "platform/com/texto.h"
 #include "platform/controls/formulario.h"
-#include "platform/controls/utf8.h"
 #include "platform/regional/regional.h"
 
 namespace controles {
@@ -493,11 +493,11 @@ void Grid::PulsaCaracter(char32_t caracter) {
   if (codigo == tecla::kRetroceso) {
     const com::Variant& actual = celda(fila_, col_);
     std::string texto = edicion_ ? *edicion_ : com::CStr(actual);
-    QuitaUltimoUtf8(texto);
+    com::QuitaUltimoUtf8(texto);
     Teclea(texto);
   } else if (codigo >= 32) {
     std::string texto = tecleada_ ? (edicion_ ? *edicion_ : com::CStr(celda(fila_, col_))) : std::string();
-    AgregaUtf8(texto, static_cast<char32_t>(codigo));
+    com::AgregaUtf8(texto, static_cast<char32_t>(codigo));
     Teclea(texto);
   }
 }

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "platform/controls/utf8.h"
+#include "platform/com/texto.h"
 
 namespace controles {
 namespace {
@@ -33,7 +33,7 @@ int AnchoCaracter(char32_t c) {
 
 int AnchoTextoEstandar(std::string_view utf8) {
   int milesimas = 0;
-  for (std::size_t i = 0; i < utf8.size();) milesimas += AnchoCaracter(LeeUtf8(utf8, i));
+  for (std::size_t i = 0; i < utf8.size();) milesimas += AnchoCaracter(com::LeeUtf8(utf8, i));
   return (milesimas * kEm + 500) / 1000;
 }
 

@@ -199,8 +199,8 @@ class HotelAlAzar {
     if (Azar(0, 3) == 0) clave += Uno({" ", "  "});
     return clave;
   }
-  std::string Habitacion() { return Escrita(Uno({"H1", "H2", "H3", "H4", "ÑÁ5"})); }
-  std::string TipoAlAzar() { return Escrita(Uno({"T1", "T2", "É3"})); }
+  std::string Habitacion() { return Escrita(Uno({"H1", "H2", "H3", "H4", "ŠÁ5"})); }
+  std::string TipoAlAzar() { return Escrita(Uno({"T1", "T2", "Ž3"})); }
 
   // A date around the range, often with a time of day, now and then none at all.
   com::Variant Momento() {
@@ -211,7 +211,7 @@ class HotelAlAzar {
   }
 
   void Catalogos() {
-    for (const char* tipo : {"T1", "T2", "É3"}) {
+    for (const char* tipo : {"T1", "T2", "Ž3"}) {
       base_.Consulta("INSERT INTO Producto (Pr_Cve_Producto, Pr_Descripcion) VALUES (?, 'Hospedaje')", {Escrita(tipo)});
       Veces(Azar(0, 5) == 0 ? 0 : 1, 2, [&](int i) {
         base_.Consulta("INSERT INTO Producto_Precio (Pr_Cve_Producto, Pp_Precio_1) VALUES (?, ?)",
@@ -222,7 +222,7 @@ class HotelAlAzar {
           "VALUES (?, ?, ?, ?)",
           {Escrita(tipo), "Tipo " + std::string(tipo), Escrita(tipo), Uno({"AC", "AC", "AC", "BA"})});
     }
-    for (const char* habitacion : {"H1", "H2", "H3", "H4", "ÑÁ5"}) {
+    for (const char* habitacion : {"H1", "H2", "H3", "H4", "ŠÁ5"}) {
       if (Azar(0, 7) == 0) continue;
       base_.Consulta(
           "INSERT INTO Habitacion (Hb_Cve_Habitacion, Hb_Descripcion, Th_Cve_Tipo_Habitacion, "

@@ -5,6 +5,7 @@
 #include "guion/json.h"
 #include "guion/respuestas.h"
 #include "platform/com/error.h"
+#include "platform/com/texto.h"
 
 namespace {
 
@@ -46,7 +47,7 @@ TEST(Lineas, SoloPasaElUtf8BienFormado) {
   const std::u32string codigos = guion::CodigosDe("aé€😀");
   EXPECT_EQ(codigos, U"aé€😀");
   std::string vuelta;
-  for (const char32_t c : codigos) vuelta += guion::Utf8De(c);
+  for (const char32_t c : codigos) com::AgregaUtf8(vuelta, c);
   EXPECT_EQ(vuelta, "aé€😀");
 }
 

@@ -6,8 +6,10 @@
 #include <vector>
 
 #include "host/standalone/colaciones.h"
+#include "host/standalone/letras.h"
 #include "host/standalone/plantillas.h"
 #include "platform/com/error.h"
+#include "platform/com/texto.h"
 
 namespace {
 
@@ -27,7 +29,7 @@ void EsperaOrden(const std::vector<std::string>& orden, Compara compara) {
 
 TEST(Colaciones, TextosIgualesSinCajaNiBlancosFinales) {
   const std::vector<std::vector<std::string>> iguales{
-      {"", " ", "   "}, {"ac", "AC", "Ac  "}, {"MUÑOZ PÉREZ", "muñoz pérez "}, {"Ÿ Ž Ő Œ", "ÿ ž ő œ"}, {" a", " A"}};
+      {"", " ", "   "}, {"ac", "AC", "Ac  "}, {"MUÑOZ PÉREZ", "muñoz pérez "}, {"Ÿ Ž Ő Œ Ω Я", "ÿ ž ő œ ω я"}, {" a", " A"}};
   for (const auto& grupo : iguales)
     for (const auto& a : grupo)
       for (const auto& b : grupo) EXPECT_EQ(ComparaEspanol(a, b), 0) << a << " / " << b;
@@ -35,6 +37,23 @@ TEST(Colaciones, TextosIgualesSinCajaNiBlancosFinales) {
   for (const auto& [a, b] : std::vector<std::pair<std::string, std::string>>{
            {"ß", "ss"}, {"×", "÷"}, {"ı", "I"}, {"a", "á"}, {"n", "ñ"}, {" a", "a"}, {"[", "{"}, {"@", "`"}})
     EXPECT_NE(ComparaEspanol(a, b), 0) << a << " / " << b;
+}
+
+// The component's letters and the database's are the same: what the engine takes for equal has one key in memory.
+TEST(Colaciones, LetrasDelComponente) {
+  autonomo::UsaLetrasUnicode();
+  EXPECT_EQ(com::Mayusculas("niño güero ÷ canción š ω ß"), "NIÑO GÜERO ÷ CANCIÓN Š Ω ß");
+  EXPECT_EQ(com::Minusculas("ÁÉÍÓÚÑÜ × Z Š Ω"), "áéíóúñü × z š ω");
+  EXPECT_TRUE(com::IgualSinCaja("Habitación", "HABITACIÓN"));
+  EXPECT_FALSE(com::IgualSinCaja("Habitación", "HABITACION"));
+  for (char32_t a = 1; a < 0x2000; ++a) {
+    std::string letra;
+    com::AgregaUtf8(letra, a);
+    for (const std::string& otra : {com::Mayusculas(letra), com::Minusculas(letra), com::Plegado(letra)}) {
+      EXPECT_EQ(ComparaEspanol(letra, otra) == 0, com::Plegado(letra) == com::Plegado(otra)) << letra << " / " << otra;
+      EXPECT_EQ(com::IgualSinCaja(letra, otra), com::Plegado(letra) == com::Plegado(otra)) << letra << " / " << otra;
+    }
+  }
 }
 
 TEST(Colaciones, OrdenEspanol) {

@@ -1,0 +1,12 @@
+// Letters of every alphabet, from ICU: the one table of case for the component and for the database's comparisons.
+#pragma once
+
+namespace autonomo {
+
+// Gives the component its table of letters (com::FijaLetras). May be called again.
+void UsaLetrasUnicode();
+
+// The letter without its accents ("é" gives "e", "Ǻ" gives "A"); a letter that stands by itself gives itself.
+char32_t SinAcentos(char32_t letra);
+
+}  // namespace autonomo
