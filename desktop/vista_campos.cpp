@@ -1,23 +1,18 @@
 #include "desktop/vista_campos.h"
 
 #include <QAction>
-#include <QCalendarWidget>
-#include <QFrame>
 #include <QMenu>
 #include <QPainter>
 #include <QRegularExpression>
 #include <QRegularExpressionValidator>
-#include <QScreen>
 #include <QSignalBlocker>
-#include <QTextCharFormat>
 #include <QTimer>
-#include <QToolButton>
 #include <QToolTip>
-#include <QVBoxLayout>
 #include <algorithm>
 #include <cstdlib>
 
 #include "desktop/accesible.h"
+#include "desktop/calendario.h"
 #include "desktop/escala.h"
 #include "desktop/estilo.h"
 #include "desktop/guarda.h"
@@ -54,20 +49,6 @@ void Estrecha(QLabel* rotulo, int ancho) {
     if (QFontMetrics(f).horizontalAdvance(rotulo->text()) <= ancho) break;
   }
   rotulo->setFont(f);
-}
-
-// Where a pop-up of that size goes: under the widget, above it when there is no room below, whole on the screen.
-QPoint LugarJuntoA(const QWidget& w, const QSize& tamano) {
-  constexpr int kAire = 2;  // pixels
-  const QRect zona = w.screen()->availableGeometry();
-  QPoint lugar = w.mapToGlobal(QPoint(0, w.height() + kAire));
-  const int encima = w.mapToGlobal(QPoint(0, -kAire)).y() - tamano.height();
-  if (lugar.y() + tamano.height() > zona.y() + zona.height() && encima >= zona.y()) lugar.setY(encima);
-  const auto dentro = [](int v, int desde, int largo, int cuanto) {
-    return std::max(desde, std::min(v, desde + largo - cuanto));
-  };
-  return {dentro(lugar.x(), zona.x(), zona.width(), tamano.width()),
-          dentro(lugar.y(), zona.y(), zona.height(), tamano.height())};
 }
 
 }  // namespace
@@ -382,45 +363,8 @@ void VistaFecha::DejaCelda(int mayus) {
 
 void VistaFecha::AbreCalendario() {
   if (!campo_.AceptaEntrada()) return;
-  auto* marco = new QFrame(edicion_, Qt::Popup);
-  marco->setAttribute(Qt::WA_DeleteOnClose);
-  marco->setObjectName(QStringLiteral("calendario"));
-  auto* caja = new QVBoxLayout(marco);
-  caja->setContentsMargins(6, 6, 6, 6);
-  auto* calendario = new QCalendarWidget(marco);
-  marco->setAccessibleName(QStringLiteral("Calendario"));
-  calendario->setAccessibleName(Q(campo_.descripcion()));
-  calendario->setLocale(QLocale(QLocale::Spanish, QLocale::Mexico));
-  calendario->setFirstDayOfWeek(Qt::Monday);
-  calendario->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
-  calendario->setGridVisible(false);
-  QTextCharFormat dias;
-  dias.setForeground(Colores().texto);
-  for (const auto dia : {Qt::Saturday, Qt::Sunday}) {
-    dias.setBackground(Colores().finSemana);
-    calendario->setWeekdayTextFormat(dia, dias);
-  }
-  calendario->setSelectedDate(campo_.Vacio() ? QDate::currentDate() : ADate(campo_.valor()));
-  caja->addWidget(calendario);
-  // Click or Enter on a day; some desktops tell a click both ways.
-  const auto elige = [this, marco](const QDate& dia) {
-    if (!marco->isVisible()) return;
-    marco->close();
-    Fija(DeDate(dia));
-  };
-  QObject::connect(calendario, &QCalendarWidget::activated, edicion_, elige);
-  QObject::connect(calendario, &QCalendarWidget::clicked, edicion_, elige);
-  for (const auto& [boton, icono] :
-       {std::pair("qt_calendar_prevmonth", "izquierda"), std::pair("qt_calendar_nextmonth", "derecha")}) {
-    if (auto* flecha = calendario->findChild<QToolButton*>(QLatin1String(boton))) {
-      flecha->setIcon(Icono(QLatin1String(icono), Colores().sobreAcento));
-    }
-  }
-  marco->adjustSize();
-  marco->move(LugarJuntoA(*edicion_, marco->size()));
-  marco->show();
-  marco->move(LugarJuntoA(*edicion_, marco->size()));  // its parts may have grown as they were shown
-  calendario->setFocus();
+  const QDate dia = campo_.Vacio() ? QDate::currentDate() : ADate(campo_.valor());
+  MuestraCalendario(*edicion_, Q(campo_.descripcion()), dia, [this](const QDate& elegido) { Fija(DeDate(elegido)); });
 }
 
 // --- VistaNotas
