@@ -31,6 +31,8 @@ class EscritorioQt : public controles::Escritorio {
   // Host screens by name ("CA014", "MuestraCliente", ...); nothing is shown for a name that has none.
   using PantallaAnfitrion = std::function<void(const std::vector<com::Variant>& argumentos, QWidget* padre)>;
   void Registra(const std::string& pantalla, PantallaAnfitrion abre) { pantallas_[pantalla] = std::move(abre); }
+  // Keeps a class of the windows' own registered as long as they live.
+  void Conserva(com::Inscripcion inscripcion) { inscripciones_.push_back(std::move(inscripcion)); }
   Contexto& contexto() { return contexto_; }
 
   // Null when the form has no window.
@@ -73,6 +75,7 @@ class EscritorioQt : public controles::Escritorio {
   std::vector<controles::Formulario*> abiertas_;  // the last is the active one
   // What ends the wait of a modal form.
   std::map<const controles::Formulario*, std::function<void()>> esperas_;
+  std::vector<com::Inscripcion> inscripciones_;
 };
 
 }  // namespace vista

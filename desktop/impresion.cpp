@@ -522,8 +522,8 @@ std::unique_ptr<QDialog> CreaVistaPrevia(const QString& html, const QString& nom
   return std::make_unique<Impreso>(html, nombre, avisos, padre);
 }
 
-void InstalaImpresion(autonomo::Anfitrion& anfitrion, std::function<QWidget*()> frente) {
-  com::RegistraClase(anfitrion::kClaseImpresion, [&anfitrion, frente] {
+com::Inscripcion InstalaImpresion(autonomo::Anfitrion& anfitrion, std::function<QWidget*()> frente) {
+  return com::RegistraClase(anfitrion::kClaseImpresion, [&anfitrion, frente] {
     return com::Ptr<com::Desconocido>(new ServicioImpresion(anfitrion, frente));
   });
 }

@@ -34,7 +34,7 @@ std::unique_ptr<QDialog> CreaVistaPrevia(const QString& html, const QString& nom
                                          QWidget* padre);
 
 // Puts a print service before the host's own: the host records the print, and the confirmation is shown with a preview,
-// to be opened in the system's viewer or saved. frente: window that the dialog belongs to.
-void InstalaImpresion(autonomo::Anfitrion& anfitrion, std::function<QWidget*()> frente);
+// to be opened in the system's viewer or saved, while the entry lasts. frente: window that the dialog belongs to.
+[[nodiscard]] com::Inscripcion InstalaImpresion(autonomo::Anfitrion& anfitrion, std::function<QWidget*()> frente);
 
 }  // namespace vista

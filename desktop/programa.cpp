@@ -170,7 +170,7 @@ void AlMensajeFatal(QtMsgType tipo, const QMessageLogContext&, const QString& te
 
 void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion) {
   RegistraPantallas(escritorio, anfitrion);
-  InstalaImpresion(anfitrion, [&escritorio] { return escritorio.Frente(); });
+  escritorio.Conserva(InstalaImpresion(anfitrion, [&escritorio] { return escritorio.Frente(); }));
   Contexto& contexto = escritorio.contexto();
   contexto.busca = [&](const controles::LookupField& campo) { return BuscaClave(campo, anfitrion, escritorio); };
   contexto.estado = [&anfitrion](const std::string& folio) {

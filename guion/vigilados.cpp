@@ -378,8 +378,8 @@ class VisorVigilado : public com::Objeto<anfitrion::VisorRegistro> {
 
 // Registers a class whose instances wrap what the host creates.
 template <class Vigilado, class Crea>
-void Envuelve(const com::Guid& clase, Vigilancia& vigilancia, autonomo::Anfitrion& host, Crea crea) {
-  com::RegistraClase(clase, [&vigilancia, &host, crea] {
+com::Inscripcion Envuelve(const com::Guid& clase, Vigilancia& vigilancia, autonomo::Anfitrion& host, Crea crea) {
+  return com::RegistraClase(clase, [&vigilancia, &host, crea] {
     return com::Ptr<com::Desconocido>(com::Crea<Vigilado>(vigilancia, crea(host)));
   });
 }
@@ -388,18 +388,17 @@ void Envuelve(const com::Guid& clase, Vigilancia& vigilancia, autonomo::Anfitrio
 
 Vigilancia::Vigilancia(autonomo::Anfitrion& anfitrion) : anfitrion_(anfitrion) {
   anfitrion_.conexion(std::make_shared<ConexionVigilada>(*this, anfitrion_.conexion()));
-  Envuelve<SistemaVigilado>(anfitrion::kClaseSistema, *this, anfitrion_, autonomo::CreaSistema);
-  Envuelve<UtileriasVigilado>(anfitrion::kClaseUtilerias, *this, anfitrion_, autonomo::CreaUtilerias);
-  Envuelve<HotelVigilado>(anfitrion::kClaseHotel, *this, anfitrion_, autonomo::CreaHotel);
-  Envuelve<CalculoImpuestoVigilado>(anfitrion::kClaseCalculoImpuesto, *this, anfitrion_, autonomo::CreaCalculoImpuesto);
-  Envuelve<ImpresionVigilada>(anfitrion::kClaseImpresion, *this, anfitrion_, autonomo::CreaImpresion);
-  Envuelve<VisorVigilado>(anfitrion::kClaseVisorRegistro, *this, anfitrion_, autonomo::CreaVisorRegistro);
+  using namespace anfitrion;
+  clases_[0] = Envuelve<SistemaVigilado>(kClaseSistema, *this, anfitrion_, autonomo::CreaSistema);
+  clases_[1] = Envuelve<UtileriasVigilado>(kClaseUtilerias, *this, anfitrion_, autonomo::CreaUtilerias);
+  clases_[2] = Envuelve<HotelVigilado>(kClaseHotel, *this, anfitrion_, autonomo::CreaHotel);
+  clases_[3] =
+      Envuelve<CalculoImpuestoVigilado>(kClaseCalculoImpuesto, *this, anfitrion_, autonomo::CreaCalculoImpuesto);
+  clases_[4] = Envuelve<ImpresionVigilada>(kClaseImpresion, *this, anfitrion_, autonomo::CreaImpresion);
+  clases_[5] = Envuelve<VisorVigilado>(kClaseVisorRegistro, *this, anfitrion_, autonomo::CreaVisorRegistro);
 }
 
-Vigilancia::~Vigilancia() {
-  anfitrion_.conexion(ado::ConnectionPtr());
-  anfitrion_.RegistraClases();
-}
+Vigilancia::~Vigilancia() { anfitrion_.conexion(ado::ConnectionPtr()); }
 
 void Vigilancia::FallaSentencia(std::string texto, int n) {
   if (texto.empty()) throw com::Error(com::error::kArgumento, "Falta el texto de la sentencia que ha de fallar");

@@ -2,6 +2,7 @@
 // order.
 #pragma once
 
+#include <array>
 #include <map>
 #include <optional>
 #include <string>
@@ -65,6 +66,7 @@ class Vigilancia {
   std::vector<std::pair<std::string, std::string>> fallasOperacion_;
   std::vector<std::pair<std::string, std::string>> fallasTienda_;
   std::vector<PasoTransaccion> pasos_;
+  std::array<com::Inscripcion, 6> clases_;
 };
 
 }  // namespace guion

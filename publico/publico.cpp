@@ -3,8 +3,6 @@
 #include <optional>
 #include <utility>
 
-#include "platform/com/error.h"
-
 namespace publico {
 namespace {
 
@@ -29,15 +27,6 @@ Servicio& Exige(const com::Ptr<Servicio>& servicio, const char* nombre) {
   return *servicio;
 }
 
-template <class Servicio>
-com::Ptr<Servicio> Crea(const com::Guid& clase, const char* nombre) {
-  auto servicio = com::CreaInstancia<Servicio>(clase);
-  if (!servicio) {
-    throw com::Error(com::error::kClase, std::string("El anfitrión no ofrece el servicio ") + nombre);
-  }
-  return servicio;
-}
-
 // First column of the first row.
 std::optional<std::string> Busca(const ado::TextoSQL& sentencia) {
   const ado::RecordsetPtr filas = Sistema().ObtenConexion()->Execute(sentencia);
@@ -50,8 +39,8 @@ std::optional<std::string> Busca(const ado::TextoSQL& sentencia) {
 void Arranca() {
   if (Arrancado()) return;
   Objetos& o = LosObjetos();
-  auto sistema = Crea<anfitrion::Sistema>(anfitrion::kClaseSistema, "Sistema");
-  o.utilerias = Crea<anfitrion::Utilerias>(anfitrion::kClaseUtilerias, "Utilerias");
+  auto sistema = CreaServicio<anfitrion::Sistema>(anfitrion::kClaseSistema, "Sistema");
+  o.utilerias = CreaServicio<anfitrion::Utilerias>(anfitrion::kClaseUtilerias, "Utilerias");
   o.sistema = std::move(sistema);
   controles::FijaBuscador(Busca);
 }
@@ -62,7 +51,7 @@ anfitrion::Sistema& Sistema() { return Exige(LosObjetos().sistema, "Sistema"); }
 anfitrion::Utilerias& Utilerias() { return Exige(LosObjetos().utilerias, "Utilerias"); }
 anfitrion::Hotel& Hotel() { return Exige(LosObjetos().hotel, "Hotel"); }
 
-void CreaHotel() { LosObjetos().hotel = Crea<anfitrion::Hotel>(anfitrion::kClaseHotel, "Hotel"); }
+void CreaHotel() { LosObjetos().hotel = CreaServicio<anfitrion::Hotel>(anfitrion::kClaseHotel, "Hotel"); }
 void LiberaHotel() { LosObjetos().hotel = nullptr; }
 
 ado::TextoSQL& Sql() { return LosObjetos().sql; }

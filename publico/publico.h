@@ -1,10 +1,24 @@
 // Publico: the process-wide objects of the component and its one text buffer for SQL statements.
 #pragma once
 
+#include <string>
+#include <string_view>
+
 #include "host/contract/servicios.h"
 #include "platform/ado/texto_sql.h"
+#include "platform/com/error.h"
+#include "platform/com/objeto.h"
 
 namespace publico {
+
+// A new object of one of the host's classes. Error kClase when the host does not offer it under that interface; nombre
+// is the class in that error's text.
+template <class Servicio>
+[[nodiscard]] com::Ptr<Servicio> CreaServicio(const com::Guid& clase, std::string_view nombre) {
+  auto servicio = com::CreaInstancia<Servicio>(clase);
+  if (!servicio) throw com::Error(com::error::kClase, "El anfitrión no ofrece el servicio " + std::string(nombre));
+  return servicio;
+}
 
 // Creates Sistema and Utilerias; nothing when they exist. Error kClase when the host has not registered them. Also
 // gives the lookup fields their way to the database.

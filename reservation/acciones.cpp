@@ -29,13 +29,6 @@ Sello SelloActual() {
   return sello;
 }
 
-template <class Servicio>
-com::Ptr<Servicio> CreaServicio(const com::Guid& clase, const char* nombre) {
-  auto servicio = com::CreaInstancia<Servicio>(clase);
-  if (!servicio) throw com::Error(com::error::kClase, std::string("El anfitrión no ofrece el servicio ") + nombre);
-  return servicio;
-}
-
 }  // namespace
 
 void ArmaConfirmacion(ado::TextoSQL& sql, std::string_view usuario, std::string_view ahora, std::string_view folio) {
@@ -216,14 +209,14 @@ void frmKV207::Controles_Correo() {
 }
 
 void frmKV207::Imprime(const std::string& folio) {
-  const auto impresion = CreaServicio<anfitrion::Impresion>(anfitrion::kClaseImpresion, "Impresion");
+  const auto impresion = publico::CreaServicio<anfitrion::Impresion>(anfitrion::kClaseImpresion, "Impresion");
   const std::string formato = com::CStr(publico::Sistema().LeeParametro("FTO_IMP_RESERVACION", 0, "T", "HT0001"));
   impresion->ImprimeFormato(formato, folio, "", 0, 0, "");
 }
 
 void frmKV207::Controles_Registro() {
   Atrapa(*this, mensaje::kRegistro, [&] {
-    const auto visor = CreaServicio<anfitrion::VisorRegistro>(anfitrion::kClaseVisorRegistro, "VisorRegistro");
+    const auto visor = publico::CreaServicio<anfitrion::VisorRegistro>(anfitrion::kClaseVisorRegistro, "VisorRegistro");
     visor->MuestraRegistro("Reservacion", "Rs_Folio", com::CStr(txtFolio.valor()), "", "", "", "");
   });
 }

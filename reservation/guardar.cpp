@@ -232,8 +232,7 @@ void GuardaTarjeta(const frmKV207& f, const std::string& folio) {
 
 // Everything that stands between the begin and the commit. folio: the one stored.
 std::optional<Rechazo> GuardaTodo(frmKV207& f, bool nuevo, std::string& folio) {
-  const auto almacen = com::CreaInstancia<anfitrion::Hotel>(anfitrion::kClaseHotel);
-  if (!almacen) throw com::Error(com::error::kClase, "El anfitrión no ofrece el servicio Hotel");
+  const auto almacen = publico::CreaServicio<anfitrion::Hotel>(anfitrion::kClaseHotel, "Hotel");
   frmKV207::Imagen antes;
   if (nuevo) {
     f.FechaCaptura = f.dpFecha.valor();

@@ -149,8 +149,8 @@ bool EsImporte(std::string_view columna) {
 bool EsFecha(std::string_view columna) { return columna == "FECHAI" || columna == "FECHAF"; }
 
 double TasaImpuesto(const frmKV207& formulario, const std::string& producto) {
-  const auto calculo = com::CreaInstancia<anfitrion::CalculoImpuesto>(anfitrion::kClaseCalculoImpuesto);
-  if (!calculo) throw com::Error(com::error::kClase, "El anfitrión no ofrece el servicio CalculoImpuesto");
+  const auto calculo =
+      publico::CreaServicio<anfitrion::CalculoImpuesto>(anfitrion::kClaseCalculoImpuesto, "CalculoImpuesto");
   return calculo->TasaImpuesto(formulario.txtSucursal.text(), formulario.ClaveCliente(), producto);
 }
 

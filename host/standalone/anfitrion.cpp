@@ -94,22 +94,16 @@ Anfitrion::Anfitrion(const Opciones& opciones) : usuario_(opciones.usuario) {
 Anfitrion::~Anfitrion() = default;
 
 void Anfitrion::RegistraClases() {
-  com::RegistraClase(anfitrion::kClaseSistema, [this] { return com::Ptr<com::Desconocido>(CreaSistema(*this)); });
-  com::RegistraClase(anfitrion::kClaseUtilerias, [this] { return com::Ptr<com::Desconocido>(CreaUtilerias(*this)); });
-  com::RegistraClase(anfitrion::kClaseHotel, [this] { return com::Ptr<com::Desconocido>(CreaHotel(*this)); });
-  com::RegistraClase(anfitrion::kClaseCalculoImpuesto,
-                     [this] { return com::Ptr<com::Desconocido>(CreaCalculoImpuesto(*this)); });
-  com::RegistraClase(anfitrion::kClaseImpresion, [this] { return com::Ptr<com::Desconocido>(CreaImpresion(*this)); });
-  com::RegistraClase(anfitrion::kClaseVisorRegistro,
-                     [this] { return com::Ptr<com::Desconocido>(CreaVisorRegistro(*this)); });
-}
-
-void Anfitrion::QuitaClases() {
-  for (const com::Guid& clase :
-       {anfitrion::kClaseSistema, anfitrion::kClaseUtilerias, anfitrion::kClaseHotel, anfitrion::kClaseCalculoImpuesto,
-        anfitrion::kClaseImpresion, anfitrion::kClaseVisorRegistro}) {
-    com::QuitaClase(clase);
-  }
+  const auto inscribe = [this](const com::Guid& clase, auto crea) {
+    inscripciones_.push_back(
+        com::RegistraClase(clase, [this, crea] { return com::Ptr<com::Desconocido>(crea(*this)); }));
+  };
+  inscribe(anfitrion::kClaseSistema, CreaSistema);
+  inscribe(anfitrion::kClaseUtilerias, CreaUtilerias);
+  inscribe(anfitrion::kClaseHotel, CreaHotel);
+  inscribe(anfitrion::kClaseCalculoImpuesto, CreaCalculoImpuesto);
+  inscribe(anfitrion::kClaseImpresion, CreaImpresion);
+  inscribe(anfitrion::kClaseVisorRegistro, CreaVisorRegistro);
 }
 
 com::Ptr<com::Despacho> Anfitrion::Padre() { return com::Ptr<com::Despacho>(new PadreDePantalla(*this)); }

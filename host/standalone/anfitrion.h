@@ -47,10 +47,10 @@ class Anfitrion {
   Anfitrion(const Anfitrion&) = delete;
   Anfitrion& operator=(const Anfitrion&) = delete;
 
-  // Registers the service classes of the contract, all served by this host; one host at a time. The objects
-  // (fabricas.h) hold on to the host, which must outlive them.
+  // Registers the service classes of the contract, all served by this host, until it ends or withdraws them. The
+  // objects (fabricas.h) hold on to the host, which must outlive them.
   void RegistraClases();
-  void QuitaClases();
+  void QuitaClases() { inscripciones_.clear(); }
   // The object that owns the screen: Transaccion (text) and Ejecutar(code), which opens a host screen.
   com::Ptr<com::Despacho> Padre();
 
@@ -96,6 +96,7 @@ class Anfitrion {
   std::optional<std::string> fallaCorreo_;
   std::vector<RegistroVisto> vistos_;
   std::vector<PantallaAbierta> pantallas_;
+  std::vector<com::Inscripcion> inscripciones_;
 };
 
 }  // namespace autonomo

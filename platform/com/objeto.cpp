@@ -3,7 +3,8 @@
 #include <dlfcn.h>
 
 #include <algorithm>
-#include <map>
+#include <cassert>
+#include <thread>
 
 #include "platform/com/cifras.h"
 #include "platform/com/error.h"
@@ -16,9 +17,16 @@ struct Biblioteca {
   void* asa = nullptr;
 };
 
+struct Clase {
+  std::uint64_t numero = 0;
+  Guid id;
+  Fabrica fabrica;
+};
+
 struct Registro {
   std::vector<RegistroServidor> servidores;
-  std::map<Guid, Fabrica> clases;
+  std::vector<Clase> clases;
+  std::uint64_t ultima = 0;
   std::vector<Biblioteca> bibliotecas;
 };
 
@@ -54,6 +62,13 @@ Biblioteca Abre(const RegistroServidor& servidor) {
 
 }  // namespace
 
+#ifndef NDEBUG
+void AfirmaApartamento() {
+  static const std::thread::id apartamento = std::this_thread::get_id();
+  assert(std::this_thread::get_id() == apartamento);
+}
+#endif
+
 std::string ATexto(const Guid& id) {
   std::string texto = "{";
   AgregaCifras(texto, id.d1, 8, 16);
@@ -78,9 +93,18 @@ void QuitaServidor(const Guid& clase) {
 
 std::vector<RegistroServidor> ServidoresRegistrados() { return ElRegistro().servidores; }
 
-void RegistraClase(const Guid& clase, Fabrica fabrica) { ElRegistro().clases[clase] = std::move(fabrica); }
+Inscripcion RegistraClase(const Guid& clase, Fabrica fabrica) {
+  AfirmaApartamento();
+  Registro& r = ElRegistro();
+  r.clases.push_back({++r.ultima, clase, std::move(fabrica)});
+  return Inscripcion(r.ultima);
+}
 
-void QuitaClase(const Guid& clase) { ElRegistro().clases.erase(clase); }
+Inscripcion::~Inscripcion() {
+  if (numero_ == 0) return;
+  AfirmaApartamento();
+  std::erase_if(ElRegistro().clases, [this](const Clase& c) { return c.numero == numero_; });
+}
 
 Ptr<FabricaClase> ObjetoDeClase(const Guid& clase) {
   const auto& servidores = ElRegistro().servidores;
@@ -101,9 +125,11 @@ Ptr<FabricaClase> ObjetoDeClase(const Guid& clase) {
 }
 
 Ptr<Desconocido> CreaInstancia(const Guid& clase) {
+  AfirmaApartamento();
   const auto& clases = ElRegistro().clases;
-  if (const auto propia = clases.find(clase); propia != clases.end()) {
-    const Fabrica fabrica = propia->second;
+  const auto propia = std::find_if(clases.rbegin(), clases.rend(), [&](const Clase& c) { return c.id == clase; });
+  if (propia != clases.rend()) {
+    const Fabrica fabrica = propia->fabrica;
     auto objeto = fabrica ? fabrica() : Ptr<Desconocido>();
     if (!objeto) FallaClase(clase, "la clase no dio ningún objeto");
     return objeto;

@@ -1,8 +1,12 @@
 // A COM-shaped object layer: interface ids, reference counts, late-bound members, class objects and the process's
 // class registry. Only what the component and its hosts use of it.
+//
+// One thread, the apartment: the first that uses the registry. It alone registers, creates, references and releases
+// objects; counts and registry take no locks. A build with assertions stops where another thread enters.
 #pragma once
 
 #include <array>
+#include <concepts>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -36,6 +40,13 @@ inline constexpr HResult kSinAgregacion = static_cast<HResult>(0x80040110);
 inline constexpr HResult kClaseNoDisponible = static_cast<HResult>(0x80040111);
 inline constexpr HResult kClaseNoRegistrada = static_cast<HResult>(0x80040154);
 
+// Stops a build with assertions when the caller is not the apartment's thread; nothing in others.
+#ifdef NDEBUG
+inline void AfirmaApartamento() {}
+#else
+void AfirmaApartamento();
+#endif
+
 // Root of all objects. QueryInterface gives the pointer with one reference added, or kSinInterfaz and a null pointer.
 class Desconocido {
  public:
@@ -60,7 +71,8 @@ class Ptr {
   }
   Ptr(const Ptr& otro) : Ptr(otro.p_) {}
   Ptr(Ptr&& otro) noexcept : p_(std::exchange(otro.p_, nullptr)) {}
-  template <class U>
+  // From an object to one of its bases; the other way goes through Como.
+  template <std::derived_from<T> U>
   Ptr(const Ptr<U>& otro) : Ptr(static_cast<T*>(otro.get())) {}
   ~Ptr() {
     if (p_ != nullptr) p_->Release();
@@ -106,8 +118,12 @@ class Objeto : public Interfaz {
     AddRef();
     return kOk;
   }
-  std::uint32_t AddRef() override { return ++cuenta_; }
+  std::uint32_t AddRef() override {
+    AfirmaApartamento();
+    return ++cuenta_;
+  }
   std::uint32_t Release() override {
+    AfirmaApartamento();
     const std::uint32_t queda = --cuenta_;
     if (queda == 0) delete this;
     return queda;
@@ -152,10 +168,29 @@ struct RegistroServidor {
 void RegistraServidor(RegistroServidor registro);
 void QuitaServidor(const Guid& clase);
 std::vector<RegistroServidor> ServidoresRegistrados();
-// Classes that the process itself offers (the host's services). A second registration replaces the first.
+// A class's entry in the registry of the process; it withdraws itself at its end.
+class Inscripcion {
+ public:
+  Inscripcion() = default;
+  Inscripcion(Inscripcion&& otra) noexcept : numero_(std::exchange(otra.numero_, 0)) {}
+  Inscripcion& operator=(Inscripcion&& otra) noexcept {
+    std::swap(numero_, otra.numero_);
+    return *this;
+  }
+  ~Inscripcion();
+  Inscripcion(const Inscripcion&) = delete;
+  Inscripcion& operator=(const Inscripcion&) = delete;
+
+ private:
+  friend Inscripcion RegistraClase(const Guid& clase, std::function<Ptr<Desconocido>()> fabrica);
+  explicit Inscripcion(std::uint64_t numero) : numero_(numero) {}
+  std::uint64_t numero_ = 0;  // 0: no entry
+};
+
+// Classes that the process itself offers (the host's services). The newest entry of a class serves; the one before it
+// serves again when it goes.
 using Fabrica = std::function<Ptr<Desconocido>()>;
-void RegistraClase(const Guid& clase, Fabrica fabrica);
-void QuitaClase(const Guid& clase);
+[[nodiscard]] Inscripcion RegistraClase(const Guid& clase, Fabrica fabrica);
 // Class object of a registered in-process server: loads its library and asks its DllGetClassObject. Error kClase when
 // the class is not registered, its library cannot be loaded, or it has no such class.
 Ptr<FabricaClase> ObjetoDeClase(const Guid& clase);

@@ -92,19 +92,19 @@ class Componente : public testing::Test {
  protected:
   Componente() {
     conexion = std::make_shared<ConexionFija>();
-    com::RegistraClase(anfitrion::kClaseSistema, [] { return com::Crea<SistemaFijo>(); });
-    com::RegistraClase(anfitrion::kClaseUtilerias, [] { return com::Crea<UtileriasFijas>(); });
+    clases.push_back(com::RegistraClase(anfitrion::kClaseSistema, [] { return com::Crea<SistemaFijo>(); }));
+    clases.push_back(com::RegistraClase(anfitrion::kClaseUtilerias, [] { return com::Crea<UtileriasFijas>(); }));
   }
   ~Componente() override {
     QuitaAnfitrion();
     DllUnregisterServer();
     conexion.reset();
   }
-  static void QuitaAnfitrion() {
+  void QuitaAnfitrion() {
     publico::Olvida();
-    com::QuitaClase(anfitrion::kClaseSistema);
-    com::QuitaClase(anfitrion::kClaseUtilerias);
+    clases.clear();
   }
+  std::vector<com::Inscripcion> clases;
   static Ptr<kv207::Pantalla> Crea() {
     DllRegisterServer();
     return com::CreaInstancia<kv207::Pantalla>(kv207::kClasePantalla);

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -56,6 +57,11 @@ TEST(Objetos, VivenMientrasHayaReferencias) {
   EXPECT_FALSE(Ptr<Saludo>().Como<com::Desconocido>());
 }
 
+// A reference to a base is no reference to what the object might be besides.
+static_assert(std::is_convertible_v<Ptr<SaludoImpl>, Ptr<com::Desconocido>>);
+static_assert(!std::is_convertible_v<Ptr<com::Desconocido>, Ptr<Saludo>>);
+static_assert(!std::is_constructible_v<Ptr<com::Despacho>, Ptr<Saludo>>);
+
 TEST(Objetos, InterfazQueNoTienen) {
   const Ptr<SaludoImpl> objeto = com::Crea<SaludoImpl>("x");
   void* salida = &salida;
@@ -66,14 +72,20 @@ TEST(Objetos, InterfazQueNoTienen) {
 
 TEST(Registro, ClasesDelProceso) {
   EXPECT_EQ(ErrorDe([] { com::CreaInstancia(kClaseSaludo); }), com::error::kClase);
-  com::RegistraClase(kClaseSaludo, [] { return com::Crea<SaludoImpl>("uno"); });
-  com::RegistraClase(kClaseSaludo, [] { return com::Crea<SaludoImpl>("dos"); });
-  EXPECT_EQ(com::CreaInstancia<Saludo>(kClaseSaludo)->Saluda(), "Hola dos");
-  EXPECT_FALSE(com::CreaInstancia<com::Despacho>(kClaseSaludo));
-  EXPECT_EQ(SaludoImpl::vivos, 0);
-  com::RegistraClase(kClaseSaludo, [] { return Ptr<com::Desconocido>(); });
-  EXPECT_EQ(ErrorDe([] { com::CreaInstancia(kClaseSaludo); }), com::error::kClase);
-  com::QuitaClase(kClaseSaludo);
+  const auto saluda = [] { return com::CreaInstancia<Saludo>(kClaseSaludo)->Saluda(); };
+  auto uno = com::RegistraClase(kClaseSaludo, [] { return com::Crea<SaludoImpl>("uno"); });
+  {
+    const auto dos = com::RegistraClase(kClaseSaludo, [] { return com::Crea<SaludoImpl>("dos"); });
+    EXPECT_EQ(saluda(), "Hola dos");
+    EXPECT_FALSE(com::CreaInstancia<com::Despacho>(kClaseSaludo));
+    EXPECT_EQ(SaludoImpl::vivos, 0);
+    const auto ninguno = com::RegistraClase(kClaseSaludo, [] { return Ptr<com::Desconocido>(); });
+    EXPECT_EQ(ErrorDe([] { com::CreaInstancia(kClaseSaludo); }), com::error::kClase);
+  }
+  EXPECT_EQ(saluda(), "Hola uno") << "the newer entries are gone";
+  com::Inscripcion otra = std::move(uno);
+  EXPECT_EQ(saluda(), "Hola uno") << "the entry only changed hands";
+  otra = {};
   EXPECT_EQ(ErrorDe([] { com::CreaInstancia(kClaseSaludo); }), com::error::kClase);
 }
 

@@ -264,7 +264,7 @@ TEST_F(Acciones, RecordViewer) {
   ASSERT_EQ(host.Vistos().size(), 1u);
   EXPECT_EQ(host.Vistos()[0].tabla + host.Vistos()[0].columna + host.Vistos()[0].clave,
             "ReservacionRs_Folio0000000077");
-  com::QuitaClase(anfitrion::kClaseVisorRegistro);
+  const auto sinVisor = com::RegistraClase(anfitrion::kClaseVisorRegistro, [] { return com::Ptr<com::Desconocido>(); });
   Pulsa(Accion::Registro);
   ASSERT_EQ(escritorio.Ids(), std::vector<std::string>{"ERR-ID:7500028"});
   EXPECT_EQ(escritorio.Mensajes()[0].titulo, "Vormalix");

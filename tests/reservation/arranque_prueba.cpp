@@ -45,8 +45,8 @@ class Arranque : public pruebas::HotelPrueba {};
 TEST_F(Arranque, ReadsItsConfigurationOnceInOrder) {
   auto real = com::CreaInstancia<anfitrion::Sistema>(anfitrion::kClaseSistema);
   std::vector<std::string> leido;
-  com::RegistraClase(anfitrion::kClaseSistema,
-                     [&] { return com::Ptr<com::Desconocido>(com::Crea<SistemaVigilado>(real, leido)); });
+  const auto vigilado = com::RegistraClase(
+      anfitrion::kClaseSistema, [&] { return com::Ptr<com::Desconocido>(com::Crea<SistemaVigilado>(real, leido)); });
   publico::Olvida();
   publico::Arranca();
   Abre();

@@ -279,8 +279,9 @@ TEST_F(Guardar, UnexpectedFailuresRollBackAndAreReportedOnce) {
 TEST_F(Guardar, AFailureAfterTheCommitIsReportedAndTheReservationStays) {
   Nueva();
   Linea("0101", 2);
-  com::RegistraClase(anfitrion::kClaseImpresion,
-                     []() -> com::Ptr<com::Desconocido> { throw com::Error(com::error::kInyectada, "Sin impresora"); });
+  const auto sinImpresora = com::RegistraClase(anfitrion::kClaseImpresion, []() -> com::Ptr<com::Desconocido> {
+    throw com::Error(com::error::kInyectada, "Sin impresora");
+  });
   conexion->sentencias.clear();
   escritorio.Responde(kPreguntaCorreo, controles::kNo);
   Pulsa(Accion::Aceptar);
