@@ -10,41 +10,42 @@ namespace guion {
 
 namespace {
 
-void RevisaUtf8(const std::string& ruta, std::string_view contenido) {
-  int linea = 1;
-  while (!contenido.empty()) {
-    const std::size_t fin = std::min(contenido.find('\n'), contenido.size());
-    if (!EsUtf8(contenido.substr(0, fin))) RechazaLinea(ruta, linea, "la línea no es UTF-8 válido");
-    contenido.remove_prefix(std::min(fin + 1, contenido.size()));
-    ++linea;
-  }
-}
-
 // Splits the text into records.
 class Lector {
  public:
-  Lector(const std::string& ruta, std::string_view texto) : ruta_(ruta), texto_(texto) {}
+  Lector(std::string_view texto, std::size_t columnas) : texto_(texto), columnas_(columnas) {}
 
   bool Lee(RegistroCsv& registro) {
     if (pos_ >= texto_.size()) return false;
-    registro = RegistroCsv{linea_, {}};
+    const std::size_t inicio = pos_;
+    registro = RegistroCsv{linea_, {}, {}};
     do {
-      registro.campos.push_back(Campo());
-    } while (Toma(','));
+      registro.campos.push_back(Campo(registro.defecto));
+    } while (registro.defecto.empty() && Toma(','));
     Toma('\r');
-    if (pos_ < texto_.size() && !Toma('\n')) RechazaLinea(ruta_, linea_, "hay texto después de las comillas");
-    ++linea_;
+    if (pos_ < texto_.size() && !Toma('\n')) Defecto(registro.defecto, "hay texto después de las comillas");
+    if (!EsUtf8(texto_.substr(inicio, pos_ - inicio))) Defecto(registro.defecto, "la línea no es UTF-8 válido");
+    RevisaCampos(registro);
+    if (registro.defecto.empty()) {
+      ++linea_;
+    } else {
+      SaltaLinea(inicio, registro);
+    }
     return true;
   }
 
  private:
+  static void Defecto(std::string& defecto, std::string motivo) {
+    if (defecto.empty()) defecto = std::move(motivo);
+  }
+
   bool Toma(char c) {
     if (pos_ >= texto_.size() || texto_[pos_] != c) return false;
     ++pos_;
     return true;
   }
 
-  std::string Campo() {
+  std::string Campo(std::string& defecto) {
     std::string campo;
     if (!Toma('"')) {
       const std::size_t fin = std::min(texto_.find_first_of(",\r\n", pos_), texto_.size());
@@ -52,18 +53,35 @@ class Lector {
       pos_ = fin;
       return campo;
     }
-    const int inicio = linea_;
     while (pos_ < texto_.size()) {
       const char c = texto_[pos_++];
       if (c == '"' && !Toma('"')) return campo;
       if (c == '\n') ++linea_;
       campo += c;
     }
-    RechazaLinea(ruta_, inicio, "faltan las comillas de cierre");
+    Defecto(defecto, "faltan las comillas de cierre");
+    return campo;
   }
 
-  const std::string& ruta_;
+  // An empty line is no record, and so no faulty one.
+  void RevisaCampos(RegistroCsv& registro) const {
+    const std::size_t campos = registro.campos.size();
+    if (campos == columnas_ || (campos == 1 && registro.campos[0].empty())) return;
+    Defecto(registro.defecto, "no tiene los " + std::to_string(columnas_) + " campos: tiene " + std::to_string(campos));
+  }
+
+  // The line where the record begins is given up; what follows it is read anew.
+  void SaltaLinea(std::size_t inicio, RegistroCsv& registro) {
+    const std::size_t fin = std::min(texto_.find('\n', inicio), texto_.size());
+    std::string_view linea = texto_.substr(inicio, fin - inicio);
+    if (linea.ends_with('\r')) linea.remove_suffix(1);
+    registro.campos = {Utf8Saneado(linea)};
+    pos_ = std::min(fin + 1, texto_.size());
+    linea_ = registro.linea + 1;
+  }
+
   std::string_view texto_;
+  std::size_t columnas_;
   std::size_t pos_ = 0;
   int linea_ = 1;
 };
@@ -86,23 +104,23 @@ std::vector<RegistroCsv> LeeCsv(const std::string& ruta, const std::vector<std::
 
 std::vector<RegistroCsv> DivideCsv(const std::string& ruta, std::string_view contenido,
                                    const std::vector<std::string>& columnas) {
-  RevisaUtf8(ruta, contenido);
   std::string_view texto = contenido;
   if (texto.starts_with("\xEF\xBB\xBF")) texto.remove_prefix(3);
-  Lector lector(ruta, texto);
+  Lector lector(texto, columnas.size());
   RegistroCsv registro;
   if (!lector.Lee(registro) || registro.campos != columnas) {
     RechazaLinea(ruta, 1, "se esperan las columnas " + Une(columnas));
   }
   std::vector<RegistroCsv> registros;
   while (lector.Lee(registro)) {
-    if (registro.campos.size() == 1 && registro.campos[0].empty()) continue;
-    if (registro.campos.size() != columnas.size()) {
-      RechazaLinea(ruta, registro.linea,
-                   "tiene " + std::to_string(registro.campos.size()) + " campos y se esperan " +
-                       std::to_string(columnas.size()));
-    }
-    registros.push_back(std::move(registro));
+    if (registro.campos.size() > 1 || !registro.defecto.empty()) registros.push_back(std::move(registro));
+  }
+  return registros;
+}
+
+std::vector<RegistroCsv> SinDefectos(const std::string& ruta, std::vector<RegistroCsv> registros) {
+  for (const RegistroCsv& r : registros) {
+    if (!r.defecto.empty()) RechazaLinea(ruta, r.linea, r.defecto);
   }
   return registros;
 }

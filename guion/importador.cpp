@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
+#include <utility>
 
 #include "guion/catalogo.h"
 #include "guion/muestra.h"
 #include "host/contract/mensajes.h"
 #include "host/standalone/conexion.h"
+#include "host/standalone/parametros.h"
 #include "platform/com/error.h"
 
 namespace guion {
@@ -19,6 +22,7 @@ namespace {
 // Reference of an imported booking: this and its id.
 constexpr std::string_view kReferencia = "IMP-";
 constexpr int kCritico = 16;
+constexpr const char* kParametroMoneda = "FIN_MONEDA_LOCAL";
 
 template <class T>
 T& Toma(controles::Formulario& formulario, const char* nombre) {
@@ -62,31 +66,26 @@ bool EsFalla(const MensajeVisto& m) {
 
 bool EsPregunta(const MensajeVisto& m) { return (m.caja.estilo & 7) != 0; }
 
-void RevisaFallas(const std::string& que, const std::vector<MensajeVisto>& mensajes) {
-  for (const MensajeVisto& m : mensajes) {
-    if (EsFalla(m)) throw com::Error(com::error::kBaseDatos, que + ": " + m.caja.texto + " (" + m.caja.id + ")");
-  }
-}
-
-// A message up to its first colon, without the names between quotes: the same for every room and date.
+// A message up to its first colon, without what stands between quotes: the same for every room, date and value.
 std::string SinLoQueCambia(const std::string& mensaje) {
+  static const std::pair<std::string, std::string> comillas[] = {{"'", "'"}, {"«", "»"}};
   std::string texto;
-  bool entreComillas = false;
-  for (const char c : mensaje) {
-    if (c == ':' && !entreComillas) break;
-    if (c == '\'') entreComillas = !entreComillas;
-    const bool blanco = c == ' ' || c == '\r' || c == '\n' || c == '\'';
-    if (entreComillas || (blanco && texto.ends_with(' '))) continue;
-    texto += blanco ? ' ' : c;
+  for (std::size_t i = 0; i < mensaje.size() && mensaje[i] != ':';) {
+    const auto* par =
+        std::ranges::find_if(comillas, [&](const auto& c) { return mensaje.compare(i, c.first.size(), c.first) == 0; });
+    if (par != std::end(comillas)) {
+      const std::size_t cierre = mensaje.find(par->second, i + par->first.size());
+      i = cierre == std::string::npos ? mensaje.size() : cierre + par->second.size();
+    }
+    const char c = i < mensaje.size() ? mensaje[i++] : ' ';
+    const bool blanco = c == ' ' || c == '\r' || c == '\n';
+    if (!blanco || !texto.ends_with(' ')) texto += blanco ? ' ' : c;
   }
   return com::Recorta(texto);
 }
 
-// The message that refused the booking, without what changes from one to the next.
-std::string Motivo(const ReservaCsv& reserva, const MensajeVisto& m) {
-  std::string texto = SinLoQueCambia(m.caja.texto);
-  if (m.caja.id == mensaje::kNadaMarcado.id) texto += reserva.noches == 0 ? " (sin noches)" : " (ninguna libre)";
-  return m.caja.id + " " + texto;
+[[noreturn]] void NoSeImprimio(const std::string& cual, const std::string& falla) {
+  throw com::Error(com::error::kBaseDatos, "La confirmación " + cual + " no se pudo imprimir: " + falla);
 }
 
 }  // namespace
@@ -96,9 +95,16 @@ Importador::Importador(autonomo::Anfitrion& anfitrion, Rechazadas& rechazadas)
   componente_.Abre(anfitrion_.Padre());
 }
 
-ResumenImportacion Importador::Importa(const std::vector<ReservaCsv>& reservas, const Progreso& progreso) {
+controles::ScreenToolbar& Importador::barra() { return Toma<controles::ScreenToolbar>(pantalla(), "Controles"); }
+
+ResumenImportacion Importador::Importa(const ReservasCsv& archivo, const Progreso& progreso) {
+  const std::vector<ReservaCsv>& reservas = archivo.reservas;
   resumen_ = {};
-  resumen_.leidas = static_cast<int>(reservas.size());
+  resumen_.leidas = static_cast<int>(reservas.size() + archivo.malas.size());
+  for (const FilaMala& mala : archivo.malas) {
+    const std::string detalle = mala.motivo + (mala.texto.empty() ? "" : " | " + mala.texto);
+    Rechaza(mala.linea, mala.campos, SinLoQueCambia(mala.motivo), detalle);
+  }
   const std::vector<Evento> eventos = OrdenaEventos(reservas);
   LeeGuardadas(reservas);
   const std::size_t hechos = EventosHechos(reservas, eventos);
@@ -157,11 +163,12 @@ std::size_t Importador::EventosHechos(const std::vector<ReservaCsv>& reservas,
 void Importador::CuentaHechos(const std::vector<ReservaCsv>& reservas, const std::vector<Evento>& eventos,
                               std::size_t hechos) {
   for (std::size_t i = 0; i < hechos; ++i) {
-    const bool guardada = guardadas_.contains(reservas[eventos[i].reserva].id);
+    const auto guardada = guardadas_.find(reservas[eventos[i].reserva].id);
+    const bool hay = guardada != guardadas_.end();
     if (eventos[i].cancelacion) {
-      resumen_.yaCanceladas += guardada ? 1 : 0;
+      resumen_.yaCanceladas += hay && guardada->second.cancelada ? 1 : 0;
     } else {
-      ++(guardada ? resumen_.yaGuardadas : resumen_.yaRechazadas);
+      ++(hay ? resumen_.yaGuardadas : resumen_.yaRechazadas);
     }
   }
 }
@@ -170,36 +177,89 @@ void Importador::CompletaImpresion(const std::string& folio) {
   const ado::RecordsetPtr rs =
       anfitrion_.conexion()->Consulta("SELECT COUNT(*) AS Cantidad FROM Impreso WHERE Ip_Clave = ?", {folio});
   if (com::CLng(rs->Fields("Cantidad").Value()) > 0) return;
-  AbreFolio(folio);
-  manos_.Accion(Toma<controles::ScreenToolbar>(pantalla(), "Controles"), Accion::Correo);
-  manos_.Accion(Toma<controles::ScreenToolbar>(pantalla(), "Controles"), Accion::Limpiar);
-  RevisaFallas("La reservación " + folio + " no se pudo imprimir", respuestas_.TomaVistos());
+  const Intento intento = Intenta([&] {
+    AbreFolio(folio);
+    manos_.Accion(barra(), Accion::Correo);
+    manos_.Accion(barra(), Accion::Limpiar);
+  });
+  if (intento.falla) NoSeImprimio("de la reservación " + folio, intento.mensajes);
+}
+
+// --- what the screen answers -----------------------------------------------------------------------------------------
+
+Importador::Intento Importador::Intenta(const std::function<void()>& pasos) {
+  Intento intento;
+  std::string error;
+  try {
+    pasos();
+  } catch (const com::Error& e) {
+    error = e.Descripcion();
+  }
+  const auto agrega = [&](const std::string& motivo, const std::string& texto) {
+    intento.motivo = motivo;
+    intento.mensajes += (intento.mensajes.empty() ? "" : " | ") + texto;
+  };
+  for (const MensajeVisto& m : respuestas_.TomaVistos()) {
+    intento.falla = intento.falla || EsFalla(m);
+    if (!EsPregunta(m)) agrega(m.caja.id + " " + SinLoQueCambia(m.caja.texto), m.caja.id + " " + m.caja.texto);
+  }
+  if (!error.empty()) {
+    intento.falla = true;
+    agrega(SinLoQueCambia(error), error);
+  }
+  return intento;
+}
+
+void Importador::ExigeBase(const std::string& falla) {
+  try {
+    const std::string local = autonomo::LeeParametro(*anfitrion_.conexion(), kParametroMoneda).value_or("");
+    anfitrion_.Parametro(kParametroMoneda, local);
+  } catch (const com::Error& e) {
+    throw com::Error(com::error::kBaseDatos, falla + ": " + e.Descripcion());
+  }
+}
+
+void Importador::Rechaza(int linea, const std::vector<std::string>& campos, const std::string& motivo,
+                         const std::string& mensajes) {
+  if (rechazadas_.Agrega(linea, campos, motivo, mensajes)) {
+    ++resumen_.rechazadas[motivo];
+  } else {
+    ++resumen_.yaRechazadas;
+  }
 }
 
 // --- a capture -------------------------------------------------------------------------------------------------------
 
 void Importador::Captura(const ReservaCsv& reserva) {
-  auto& barra = Toma<controles::ScreenToolbar>(pantalla(), "Controles");
   ++resumen_.intentadas;
-  manos_.Accion(barra, Accion::Nuevo);
-  if (CapturaEncabezado(reserva)) {
-    escritorio_.AlAbrirModal([&](controles::Formulario&) { MarcaEnTablero(reserva); });
-    manos_.Tecla(pantalla(), controles::tecla::kF6, 0);
-    if (Toma<controles::Grid>(pantalla(), "ssReservaciones").Filas() > 0) {
-      CapturaRenglon(reserva);
-      manos_.Accion(barra, Accion::Aceptar);
-    }
-  }
-  const bool guardada = !barra.EnEdicion();
-  const std::vector<MensajeVisto> mensajes = respuestas_.TomaVistos();
-  RevisaFallas("La reserva " + reserva.id + " no se pudo capturar", mensajes);
-  if (guardada) {
+  Intento intento = Intenta([&] { CapturaEnPantalla(reserva); });
+  if (!barra().EnEdicion()) {
+    if (intento.falla) NoSeImprimio("de la reserva " + reserva.id, intento.mensajes);
     ++resumen_.guardadas;
     guardadas_[reserva.id] = {};
     return;
   }
-  Rechaza(reserva, mensajes);
-  manos_.Accion(barra, Accion::Limpiar);
+  if (intento.falla) ExigeBase("La reserva " + reserva.id + " no se pudo capturar: " + intento.mensajes);
+  if (intento.motivo.empty()) intento.motivo = "la pantalla no la guardó";
+  if (intento.motivo.starts_with(mensaje::kNadaMarcado.id)) {
+    intento.motivo += reserva.noches == 0 ? " (sin noches)" : " (ninguna libre)";
+  }
+  Rechaza(reserva.linea, reserva.campos, intento.motivo, intento.mensajes);
+  manos_.Accion(barra(), Accion::Limpiar);
+}
+
+void Importador::CapturaEnPantalla(const ReservaCsv& reserva) {
+  manos_.Accion(barra(), Accion::Nuevo);
+  if (!CapturaEncabezado(reserva)) return;
+  bool conocido = true;
+  escritorio_.AlAbrirModal([&](controles::Formulario&) { conocido = MarcaEnTablero(reserva); });
+  manos_.Tecla(pantalla(), controles::tecla::kF6, 0);
+  if (!conocido) {
+    throw com::Error(com::error::kArgumento, "el tablero no conoce el tipo de habitación «" + reserva.tipo + "»");
+  }
+  if (Toma<controles::Grid>(pantalla(), "ssReservaciones").Filas() == 0) return;
+  CapturaRenglon(reserva);
+  manos_.Accion(barra(), Accion::Aceptar);
 }
 
 // False when the screen does not take the dates.
@@ -210,7 +270,13 @@ bool Importador::CapturaEncabezado(const ReservaCsv& reserva) {
   auto& formaPago = Toma<controles::LookupField>(pantalla(), "txtForma_Pago");
   manos_.Texto(formaPago, kFormaPagoImportada);
   manos_.Confirma(formaPago);
-  manos_.Texto(Toma<controles::LookupField>(pantalla(), "txtReferencia"), std::string(kReferencia) + reserva.id);
+  auto& campoReferencia = Toma<controles::LookupField>(pantalla(), "txtReferencia");
+  const std::string referencia = std::string(kReferencia) + reserva.id;
+  manos_.Texto(campoReferencia, referencia);
+  if (campoReferencia.text() != referencia) {
+    // Another run would not find it again.
+    throw com::Error(com::error::kArgumento, "la referencia no admite el id «" + reserva.id + "»");
+  }
   auto& llegada = Toma<controles::DateField>(pantalla(), "dpFecha_llegada");
   auto& salida = Toma<controles::DateField>(pantalla(), "dpFecha_salida");
   const com::Fecha diaSalida = com::MasDias(reserva.llegada, reserva.noches);
@@ -220,21 +286,22 @@ bool Importador::CapturaEncabezado(const ReservaCsv& reserva) {
   return salida.valor() == diaSalida;
 }
 
-void Importador::MarcaEnTablero(const ReservaCsv& reserva) {
+bool Importador::MarcaEnTablero(const ReservaCsv& reserva) {
   auto& tipo = Toma<controles::LookupField>(tablero(), "txtTipo_Habitacion");
   auto& grid = Toma<controles::Grid>(tablero(), "ssDisponibilidad");
-  auto& barra = Toma<controles::ScreenToolbar>(tablero(), "Controles");
+  auto& barraTablero = Toma<controles::ScreenToolbar>(tablero(), "Controles");
   if (tipo.text() != reserva.tipo) {
     manos_.Texto(tipo, reserva.tipo);
     manos_.Confirma(tipo);
   }
-  if (Toma<controles::LookupField>(tablero(), "txtNTipo_Habitacion").text().empty()) {
-    throw com::Error(com::error::kArgumento, "El tablero no conoce el tipo de habitación " + reserva.tipo);
+  const bool conocido = !Toma<controles::LookupField>(tablero(), "txtNTipo_Habitacion").text().empty();
+  if (conocido) {
+    manos_.Clic(Toma<controles::Opcion>(tablero(), "opHabitacion"));
+    if (const int fila = FilaLibre(grid); fila >= 0) manos_.SeleccionaFila(grid, fila);
+    manos_.Accion(barraTablero, Accion::Aceptar);
   }
-  manos_.Clic(Toma<controles::Opcion>(tablero(), "opHabitacion"));
-  if (const int fila = FilaLibre(grid); fila >= 0) manos_.SeleccionaFila(grid, fila);
-  manos_.Accion(barra, Accion::Aceptar);
-  if (tablero().visible()) manos_.Accion(barra, Accion::Cancelar);
+  if (tablero().visible()) manos_.Accion(barraTablero, Accion::Cancelar);
+  return conocido;
 }
 
 void Importador::CapturaRenglon(const ReservaCsv& reserva) {
@@ -246,17 +313,6 @@ void Importador::CapturaRenglon(const ReservaCsv& reserva) {
   if (reserva.menores > 0) celda("Menores", std::to_string(reserva.menores));
   if (reserva.infantes > 0) celda("Infantes", std::to_string(reserva.infantes));
   if (reserva.tarifa > 0) celda("Precio", Importe(reserva));
-}
-
-void Importador::Rechaza(const ReservaCsv& reserva, const std::vector<MensajeVisto>& mensajes) {
-  std::string motivo = "la pantalla no la guardó", todos;
-  for (const MensajeVisto& m : mensajes) {
-    if (EsPregunta(m)) continue;
-    motivo = Motivo(reserva, m);
-    todos += (todos.empty() ? "" : " | ") + m.caja.id + " " + m.caja.texto;
-  }
-  rechazadas_.Agrega(reserva, motivo, todos);
-  ++resumen_.rechazadas[motivo];
 }
 
 // --- a cancellation --------------------------------------------------------------------------------------------------
@@ -275,17 +331,22 @@ void Importador::Cancela(const ReservaCsv& reserva) {
         "SELECT Rs_Folio FROM Reservacion WHERE Rs_Referencia = ?", {std::string(kReferencia) + reserva.id});
     guardada->second.folio = TextoDe(*rs, "Rs_Folio");
   }
-  AbreFolio(guardada->second.folio);
-  auto& barra = Toma<controles::ScreenToolbar>(pantalla(), "Controles");
-  const std::string que = "La reserva " + reserva.id + " (folio " + guardada->second.folio + ") no se pudo cancelar";
-  if (!barra.Ofrece(Accion::Eliminar)) {
-    RevisaFallas(que, respuestas_.TomaVistos());
-    throw com::Error(com::error::kBaseDatos, que + ": la pantalla no lo permite");
+  const Intento intento = Intenta([&] {
+    AbreFolio(guardada->second.folio);
+    if (!barra().Ofrece(Accion::Eliminar)) {
+      throw com::Error(com::error::kArgumento,
+                       "la pantalla no permite cancelar el folio «" + guardada->second.folio + "»");
+    }
+    manos_.Accion(barra(), Accion::Eliminar);
+  });
+  if (!intento.falla) {
+    guardada->second.cancelada = true;
+    ++resumen_.canceladas;
+    return;
   }
-  manos_.Accion(barra, Accion::Eliminar);
-  RevisaFallas(que, respuestas_.TomaVistos());
-  guardada->second.cancelada = true;
-  ++resumen_.canceladas;
+  ExigeBase("La reserva " + reserva.id + " no se pudo cancelar: " + intento.mensajes);
+  Rechaza(reserva.linea, reserva.campos, "guardada sin cancelar, " + intento.motivo, intento.mensajes);
+  manos_.Accion(barra(), Accion::Limpiar);
 }
 
 }  // namespace guion

@@ -23,12 +23,12 @@
 namespace guion {
 
 struct ResumenImportacion {
-  int leidas = 0;
+  int leidas = 0;                         // rows of the file
   int guardadas = 0, canceladas = 0;      // in this run
   int yaGuardadas = 0, yaCanceladas = 0;  // found done
-  int yaRechazadas = 0;                   // refused by an earlier run
+  int yaRechazadas = 0;                   // refused by an earlier run; unreadable rows too
   int intentadas = 0;                     // bookings captured on the screen in this run, stored or not
-  std::map<std::string, int> rechazadas;  // by reason, in this run
+  std::map<std::string, int> rechazadas;  // by reason, in this run; unreadable rows too
 };
 
 class Importador {
@@ -39,15 +39,24 @@ class Importador {
   // The host's classes must be registered, and its hotel prepared (catalogo.h).
   Importador(autonomo::Anfitrion& anfitrion, Rechazadas& rechazadas);
 
-  // com::Error kArgumento when the database holds bookings of another file under the same ids; kBaseDatos when the
-  // screen reports a failure that is no refusal (the run can be started again); whatever the database raises.
-  ResumenImportacion Importa(const std::vector<ReservaCsv>& reservas, const Progreso& progreso);
+  // The bad rows go to the refused ones first. A booking that cannot be captured or cancelled joins them, whatever went
+  // wrong with it, as long as the database takes writes. com::Error kArgumento when the database holds bookings of
+  // another file under the same ids; whatever the database raises (the run can be started again).
+  ResumenImportacion Importa(const ReservasCsv& archivo, const Progreso& progreso);
 
  private:
   struct Guardada {
     std::string folio;
     bool cancelada = false;
   };
+
+  // What came of some steps on the screen.
+  struct Intento {
+    std::string motivo;    // the last message without what changes from one booking to the next; "" none
+    std::string mensajes;  // all that were shown
+    bool falla = false;    // one of them tells a failure, as opposed to a refusal of the screen or of its store
+  };
+  Intento Intenta(const std::function<void()>& pasos);
 
   void LeeGuardadas(const std::vector<ReservaCsv>& reservas);
   // Number of events that need no second look.
@@ -57,15 +66,22 @@ class Importador {
   void CompletaImpresion(const std::string& folio);
 
   void Captura(const ReservaCsv& reserva);
+  // What a clerk types and presses for a new booking.
+  void CapturaEnPantalla(const ReservaCsv& reserva);
   bool CapturaEncabezado(const ReservaCsv& reserva);
   void CapturaRenglon(const ReservaCsv& reserva);
-  void MarcaEnTablero(const ReservaCsv& reserva);
+  // False when the board does not know the type.
+  bool MarcaEnTablero(const ReservaCsv& reserva);
   void Cancela(const ReservaCsv& reserva);
   void AbreFolio(const std::string& folio);
-  void Rechaza(const ReservaCsv& reserva, const std::vector<MensajeVisto>& mensajes);
+  void Rechaza(int linea, const std::vector<std::string>& campos, const std::string& motivo,
+               const std::string& mensajes);
+  // A failure that is no refusal is the booking's own only while the database takes writes; else it ends the run.
+  void ExigeBase(const std::string& falla);
 
   controles::Formulario& pantalla() { return componente_.formulario(); }
   controles::Formulario& tablero() { return componente_.tablero(); }
+  controles::ScreenToolbar& barra();  // the reservation screen's
 
   autonomo::Anfitrion& anfitrion_;
   Rechazadas& rechazadas_;

@@ -13,6 +13,7 @@
 
 #include "guion/archivos.h"
 #include "guion/catalogo.h"
+#include "guion/csv.h"
 #include "guion/importador.h"
 #include "guion/opciones.h"
 #include "platform/com/error.h"
@@ -21,15 +22,18 @@ namespace {
 
 constexpr const char* kUso =
     "Uso: reservas-importa --base RUTA.db --habitaciones HABITACIONES.csv RESERVAS.csv [--rechazadas ARCHIVO.csv]\n"
+    "                        [--estricto]\n"
     "\n"
     "Captura en la base las reservas de RESERVAS.csv, como lo haría un recepcionista. Si se interrumpe, la misma "
     "orden\n"
-    "continúa donde se quedó.\n"
+    "continúa donde se quedó. Lo que no se puede capturar queda en el archivo de rechazadas y lo demás sigue.\n"
     "\n"
     "  --base RUTA.db                base SQLite que las recibe; se crea si no existe\n"
     "  --habitaciones ARCHIVO.csv    las habitaciones del hotel, con su precio\n"
-    "  --rechazadas ARCHIVO.csv      donde quedan las que no se pudieron guardar, con su motivo;\n"
+    "  --rechazadas ARCHIVO.csv      donde quedan los renglones que no se pudieron capturar, con su motivo y su "
+    "línea;\n"
     "                                sin ella, RUTA.db.rechazadas.csv\n"
+    "  --estricto                    no captura nada si algún renglón de RESERVAS.csv está mal: dice cuál y termina\n"
     "  -h, --help, --ayuda           esta ayuda\n";
 
 constexpr const char* kUsuario = "IMPORTACION";
@@ -37,6 +41,7 @@ constexpr int kTodoBien = 0, kConFallas = 1, kUsoErroneo = 2;
 
 struct Opciones {
   std::string base, habitaciones, reservas, rechazadas;
+  bool estricto = false;
 };
 
 [[noreturn]] void UsoErroneo(const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); }
@@ -52,6 +57,8 @@ Opciones LeeOpciones(const std::vector<std::string>& argumentos) {
     if (destino != nullptr) {
       if (i + 1 >= argumentos.size() || argumentos[i + 1].empty()) UsoErroneo("Falta el valor de " + opcion);
       *destino = argumentos[++i];
+    } else if (opcion == "--estricto") {
+      o.estricto = true;
     } else if (opcion.starts_with("-")) {
       UsoErroneo("No existe la opción " + opcion);
     } else if (o.reservas.empty()) {
@@ -104,7 +111,7 @@ void Imprime(const guion::ResumenImportacion& r, double segundos) {
 }
 
 guion::ResumenImportacion ImportaEnBase(const Opciones& opciones, const std::vector<guion::HabitacionCsv>& habitaciones,
-                                        const std::vector<guion::ReservaCsv>& reservas, guion::Rechazadas& rechazadas) {
+                                        const guion::ReservasCsv& reservas, guion::Rechazadas& rechazadas) {
   autonomo::Opciones anfitrionOpciones;
   anfitrionOpciones.base.ruta = opciones.base;
   anfitrionOpciones.usuario = kUsuario;
@@ -120,7 +127,10 @@ guion::ResumenImportacion ImportaEnBase(const Opciones& opciones, const std::vec
 // Both files are read whole before the database is touched.
 void Importa(const Opciones& opciones) {
   const auto habitaciones = guion::LeeHabitaciones(opciones.habitaciones);
-  const auto reservas = guion::LeeReservas(opciones.reservas, habitaciones);
+  const guion::ReservasCsv reservas = guion::LeeReservas(opciones.reservas, habitaciones);
+  if (opciones.estricto && !reservas.malas.empty()) {
+    guion::RechazaLinea(opciones.reservas, reservas.malas[0].linea, reservas.malas[0].motivo);
+  }
   guion::Rechazadas rechazadas(opciones.rechazadas);
   const auto inicio = std::chrono::steady_clock::now();
   guion::ResumenImportacion resumen;

@@ -4,11 +4,13 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstddef>
 #include <cstring>
 #include <filesystem>
 
 #include "guion/archivos.h"
 #include "guion/csv.h"
+#include "guion/reservas_csv.h"
 #include "platform/com/error.h"
 
 namespace guion {
@@ -18,10 +20,17 @@ namespace {
 const std::vector<std::string>& Columnas() {
   static const std::vector<std::string> columnas = [] {
     std::vector<std::string> c = ColumnasReservas();
-    c.insert(c.end(), {"motivo", "mensajes"});
+    c.insert(c.end(), {"motivo", "mensajes", "linea"});
     return c;
   }();
   return columnas;
+}
+
+std::string Fila(const std::vector<std::string>& campos, const std::string& linea) {
+  std::vector<std::string> fila(campos.begin(),
+                                campos.begin() + static_cast<std::ptrdiff_t>(ColumnasReservas().size()));
+  fila.push_back(linea);
+  return LineaCsv(fila);
 }
 
 }  // namespace
@@ -53,8 +62,8 @@ void Rechazadas::LeeExistente() {
   }
   entero_ = contenido.rfind('\n') + 1;  // 0 when there is no whole line
   if (entero_ == 0) return;
-  for (const RegistroCsv& registro : DivideCsv(ruta_, contenido.substr(0, entero_), Columnas())) {
-    ids_.insert(registro.campos[0]);
+  for (const RegistroCsv& r : SinDefectos(ruta_, DivideCsv(ruta_, contenido.substr(0, entero_), Columnas()))) {
+    filas_.insert(Fila(r.campos, r.campos.back()));
   }
 }
 
@@ -70,13 +79,14 @@ void Rechazadas::Escribe(const std::string& texto) {
   if (fsync(archivo_) != 0 && errno != EINVAL && errno != EROFS) NoSeEscribe();
 }
 
-void Rechazadas::Agrega(const ReservaCsv& reserva, const std::string& motivo, const std::string& mensajes) {
-  if (Tiene(reserva.id)) return;
-  std::vector<std::string> campos = reserva.campos;
-  campos.push_back(motivo);
-  campos.push_back(mensajes);
-  Escribe(LineaCsv(campos));
-  ids_.insert(reserva.id);
+bool Rechazadas::Agrega(int linea, const std::vector<std::string>& campos, const std::string& motivo,
+                        const std::string& mensajes) {
+  const std::string numero = std::to_string(linea);
+  if (!filas_.insert(Fila(campos, numero)).second) return false;
+  std::vector<std::string> todos = campos;
+  todos.insert(todos.end(), {motivo, mensajes, numero});
+  Escribe(LineaCsv(todos));
+  return true;
 }
 
 }  // namespace guion

@@ -1,11 +1,10 @@
-// The file of refused bookings: one line each, on the disk before the import goes on.
+// The file of refused bookings: one line each (the fields as they stand in the bookings file, reason, messages, line in
+// the bookings file), on the disk before the import goes on.
 #pragma once
 
 #include <set>
 #include <string>
 #include <vector>
-
-#include "guion/reservas_csv.h"
 
 namespace guion {
 
@@ -20,11 +19,10 @@ class Rechazadas {
   // Creates the file, or goes on where it ends; a last line that was cut off is removed. com::Error kBaseDatos when it
   // cannot be written.
   void Abre();
-  // Whether a line with that id stands in the file.
-  bool Tiene(const std::string& id) const { return ids_.contains(id); }
-  // Appends the booking with the reason and the messages shown; nothing when it stands in the file. Returns once the
-  // line is on the disk. Abre goes before.
-  void Agrega(const ReservaCsv& reserva, const std::string& motivo, const std::string& mensajes);
+  // Appends a row of the bookings file with the reason and the messages shown. Returns once the line is on the disk;
+  // false, and nothing done, when that row of that line stands in the file. Abre goes before.
+  bool Agrega(int linea, const std::vector<std::string>& campos, const std::string& motivo,
+              const std::string& mensajes);
 
  private:
   void LeeExistente();
@@ -33,8 +31,8 @@ class Rechazadas {
 
   std::string ruta_;
   int archivo_ = -1;
-  std::size_t entero_ = 0;  // bytes of whole lines that an earlier run has left
-  std::set<std::string> ids_;
+  std::size_t entero_ = 0;       // bytes of whole lines that an earlier run has left
+  std::set<std::string> filas_;  // fields and line of each row that stands in the file
 };
 
 }  // namespace guion

@@ -5,8 +5,10 @@
 #include <cmath>
 #include <map>
 #include <set>
+#include <utility>
 
 #include "guion/csv.h"
+#include "platform/com/error.h"
 #include "platform/com/variant.h"
 
 namespace guion {
@@ -16,14 +18,15 @@ namespace {
 // Most characters that the board's type filter takes.
 constexpr std::size_t kLargoTipo = 4;
 constexpr int kMaxNoches = 3650, kMaxPersonas = 999;
+constexpr double kMaxImporte = 1e9;
 
-// Reads the fields of one record by position and names the column in its errors.
+// Reads the fields of one record by position and names the column in its errors (kArgumento).
 class Campos {
  public:
-  Campos(const std::string& ruta, const std::vector<std::string>& columnas, const RegistroCsv& registro)
-      : ruta_(ruta), columnas_(columnas), registro_(registro) {}
+  Campos(const std::vector<std::string>& columnas, const RegistroCsv& registro)
+      : columnas_(columnas), registro_(registro) {}
 
-  [[noreturn]] void Rechaza(const std::string& motivo) const { RechazaLinea(ruta_, registro_.linea, motivo); }
+  [[noreturn]] static void Rechaza(const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); }
 
   std::string Texto(std::size_t i) const { return registro_.campos[i]; }
 
@@ -43,13 +46,17 @@ class Campos {
 
   int Entero(std::size_t i, int maximo) const {
     const int n = Numero<int>(i);
-    if (n < 0 || n > maximo) Rechaza(columnas_[i] + " debe estar entre 0 y " + std::to_string(maximo));
+    if (n < 0 || n > maximo) {
+      Rechaza(columnas_[i] + " «" + registro_.campos[i] + "» debe estar entre 0 y " + std::to_string(maximo));
+    }
     return n;
   }
 
   double Importe(std::size_t i) const {
     const double n = Numero<double>(i);
-    if (!std::isfinite(n) || n < 0) Rechaza(columnas_[i] + " debe ser 0 o mayor");
+    if (!std::isfinite(n) || n < 0 || n > kMaxImporte) {
+      Rechaza(columnas_[i] + " «" + registro_.campos[i] + "» debe estar entre 0 y mil millones");
+    }
     return n;
   }
 
@@ -71,7 +78,6 @@ class Campos {
     return n;
   }
 
-  const std::string& ruta_;
   const std::vector<std::string>& columnas_;
   const RegistroCsv& registro_;
 };
@@ -95,7 +101,7 @@ HabitacionCsv LeeHabitacion(const Campos& campos) {
   h.personas = campos.Entero(6, kMaxPersonas);
   h.personasMax = campos.Entero(7, kMaxPersonas);
   h.precioNoche = campos.Importe(8);
-  if (h.tipo.size() > kLargoTipo) campos.Rechaza("el tipo tiene más de 4 letras");
+  if (h.tipo.size() > kLargoTipo) Campos::Rechaza("el tipo tiene más de 4 letras");
   return h;
 }
 
@@ -112,10 +118,11 @@ ReservaCsv LeeReserva(const Campos& campos) {
   r.tarifa = campos.Importe(8);
   const std::string estado = campos.Texto(9);
   if (estado != "Check-Out" && estado != "No-Show" && estado != "Canceled") {
-    campos.Rechaza("estado «" + estado + "» no es Check-Out, No-Show ni Canceled");
+    Campos::Rechaza("estado «" + estado + "» no es Check-Out, No-Show ni Canceled");
   }
   r.cancelada = estado == "Canceled";
   r.fechaEstado = campos.Dia(10);
+  if (r.noches > com::DiasEntre(r.llegada, com::FechaDe(9999, 12, 31))) Campos::Rechaza("la salida no tiene fecha");
   return r;
 }
 
@@ -135,34 +142,52 @@ std::vector<HabitacionCsv> LeeHabitaciones(const std::string& ruta) {
   std::vector<HabitacionCsv> habitaciones;
   std::set<std::string> claves;
   std::map<std::string, std::size_t> tipos;
-  for (const RegistroCsv& registro : LeeCsv(ruta, columnas)) {
-    const Campos campos(ruta, columnas, registro);
-    HabitacionCsv h = LeeHabitacion(campos);
-    if (!claves.insert(Plegada(h.habitacion)).second) campos.Rechaza("la habitación " + h.habitacion + " se repite");
+  const auto agrega = [&](const RegistroCsv& registro) {
+    HabitacionCsv h = LeeHabitacion(Campos(columnas, registro));
+    if (!claves.insert(Plegada(h.habitacion)).second) Campos::Rechaza("la habitación " + h.habitacion + " se repite");
     const auto [tipo, nuevo] = tipos.emplace(Plegada(h.tipo), habitaciones.size());
     if (!nuevo && !MismoTipo(habitaciones[tipo->second], h)) {
-      campos.Rechaza("el tipo " + h.tipo + " no coincide con el de renglones anteriores");
+      Campos::Rechaza("el tipo " + h.tipo + " no coincide con el de renglones anteriores");
     }
     habitaciones.push_back(std::move(h));
+  };
+  for (const RegistroCsv& registro : SinDefectos(ruta, LeeCsv(ruta, columnas))) {
+    try {
+      agrega(registro);
+    } catch (const com::Error& e) {
+      RechazaLinea(ruta, registro.linea, e.Descripcion());
+    }
   }
   if (habitaciones.empty()) RechazaLinea(ruta, 1, "el archivo no tiene habitaciones");
   return habitaciones;
 }
 
-std::vector<ReservaCsv> LeeReservas(const std::string& ruta, const std::vector<HabitacionCsv>& habitaciones) {
+ReservasCsv LeeReservas(const std::string& ruta, const std::vector<HabitacionCsv>& habitaciones) {
   std::set<std::string> tipos, ids;
   for (const HabitacionCsv& h : habitaciones) tipos.insert(Plegada(h.tipo));
-  std::vector<ReservaCsv> reservas;
+  const auto lee = [&](const RegistroCsv& registro) {
+    if (!registro.defecto.empty()) Campos::Rechaza(registro.defecto);
+    ReservaCsv r = LeeReserva(Campos(ColumnasReservas(), registro));
+    if (!tipos.contains(Plegada(r.tipo))) Campos::Rechaza("ninguna habitación es del tipo «" + r.tipo + "»");
+    if (!ids.insert(Plegada(r.id)).second) Campos::Rechaza("el id «" + r.id + "» se repite");
+    return r;
+  };
+  ReservasCsv archivo;
   for (RegistroCsv& registro : LeeCsv(ruta, ColumnasReservas())) {
-    const Campos campos(ruta, ColumnasReservas(), registro);
-    ReservaCsv r = LeeReserva(campos);
-    if (!ids.insert(Plegada(r.id)).second) campos.Rechaza("el id " + r.id + " se repite");
-    if (!tipos.contains(Plegada(r.tipo))) campos.Rechaza("ninguna habitación es del tipo " + r.tipo);
-    r.campos = std::move(registro.campos);
-    r.campos[0] = r.id;
-    reservas.push_back(std::move(r));
+    try {
+      ReservaCsv r = lee(registro);
+      r.linea = registro.linea;
+      r.campos = std::move(registro.campos);
+      r.campos[0] = r.id;
+      archivo.reservas.push_back(std::move(r));
+    } catch (const com::Error& e) {
+      FilaMala mala{registro.linea, std::move(registro.campos), e.Descripcion(), {}};
+      if (!registro.defecto.empty()) mala.texto = std::exchange(mala.campos, {}).at(0);
+      mala.campos.resize(ColumnasReservas().size());
+      archivo.malas.push_back(std::move(mala));
+    }
   }
-  return reservas;
+  return archivo;
 }
 
 std::vector<Evento> OrdenaEventos(const std::vector<ReservaCsv>& reservas) {

@@ -24,15 +24,32 @@ struct ReservaCsv {
   double tarifa = 0;  // agreed price of one night, tax included; 0 none
   bool cancelada = false;
   com::Fecha fechaEstado;
+  int linea = 0;                    // where it stands in the file
   std::vector<std::string> campos;  // as they stand in the file; the id without blanks around it
+};
+
+// A row of the bookings file that cannot be captured.
+struct FilaMala {
+  int linea = 0;
+  std::vector<std::string> campos;  // one for each column; empty where the row has none
+  std::string motivo;               // what varies from row to row between «» or after a colon
+  std::string texto;                // the whole line, when it could not be split into fields
+};
+
+struct ReservasCsv {
+  std::vector<ReservaCsv> reservas;
+  std::vector<FilaMala> malas;  // in the order of the file
 };
 
 const std::vector<std::string>& ColumnasReservas();
 
-// Whole files, every value checked; the errors of LeeCsv, and the same with file and line for a value that makes no
-// sense, a repeated key, a room type with two descriptions, or a booking of a type that no room has.
+// The whole file, every value checked. The errors of LeeCsv, and the same with file and line for a line with a defect,
+// a value that makes no sense, a repeated key or a room type with two descriptions.
 std::vector<HabitacionCsv> LeeHabitaciones(const std::string& ruta);
-std::vector<ReservaCsv> LeeReservas(const std::string& ruta, const std::vector<HabitacionCsv>& habitaciones);
+
+// The whole file; the errors of LeeCsv alone. A row with a defect, with a value that makes no sense, with the id of an
+// earlier booking or of a type that no room has is a bad one.
+ReservasCsv LeeReservas(const std::string& ruta, const std::vector<HabitacionCsv>& habitaciones);
 
 // What happened to a booking on a day.
 struct Evento {

@@ -26,6 +26,29 @@ const std::string kHabitaciones =
     "201,Piso 2,B,Suite,G1,A2,2,3,150.00\n";
 const std::string kColumnas = "id,captura,llegada,noches,adultos,menores,infantes,tipo,tarifa,estado,fecha_estado\n";
 
+// A row of each kind, good ones between the bad ones. A bad row does not use its id up.
+const std::string kFilasDeTodo =
+    "1,2026-01-01,2026-02-01,2,2,0,0,A,90.5,Check-Out,2026-02-03\n"
+    "2,2026-02-30,2026-02-01,2,2,0,0,A,90,Check-Out,2026-02-03\n"
+    "3,2026-01-01,01/02/2026,2,2,0,0,A,90,Check-Out,2026-02-03\n"
+    "4,2026-01-01,2026-02-01,dos,2,0,0,A,90,Check-Out,2026-02-03\n"
+    "5,2026-01-01,2026-02-01,-2,2,0,0,A,90,Check-Out,2026-02-03\n"
+    "6,2026-01-01,9999-12-31,1,2,0,0,A,90,Check-Out,2026-02-03\n"
+    "7,2026-01-01,2026-02-01,2,2,0,0,A,nan,Check-Out,2026-02-03\n"
+    "8,2026-01-01,2026-02-01,2,2,0,0,A,90,Perdida,2026-02-03\n"
+    "9,2026-01-01,2026-02-01,2,2,0,0,Z,90,Check-Out,2026-02-03\n"
+    "2,2026-01-01,2026-02-01,2,2,0,0,A,90,Canceled,2026-01-03\n"
+    "1,2026-01-01,2026-02-01,2,2,0,0,A,90.5,Check-Out,2026-02-03\n"
+    "x1,2026-01-01,2026-02-01,2,2,0,0,b,90.5,Check-Out,2026-02-03\n"
+    " X1 ,2026-01-01,2026-02-01,2,2,0,0,A,90.5,Check-Out,2026-02-03\n"
+    ",2026-01-01,2026-02-01,2,2,0,0,A,90.5,Check-Out,2026-02-03\n"
+    "10,2026-01-01\n"
+    "11,\"2026-01-01,2026-02-01,2,2,0,0,A,90,Check-Out,2026-02-03\n"
+    "\"1,1\",2026-01-02,2026-03-01,2,2,0,0,A,90,Check-Out,2026-02-03\n"
+    "12,caf\xE9\n"
+    "\"13\n"
+    "fin,2026-01-03,2026-03-01,2,2,0,0,A,90,Check-Out,2026-02-03\n";
+
 // --- the files -------------------------------------------------------------------------------------------------------
 
 // The message of an error that begins with the file's name.
@@ -42,29 +65,38 @@ std::string Rechazo(const std::string& ruta, const std::function<void()>& lee) {
 TEST(ImportaArchivos, LosErroresDicenArchivoYLinea) {
   const Carpeta carpeta;
   const auto habitaciones = guion::LeeHabitaciones(carpeta.Escribe("h.csv", kHabitaciones));
-  const std::string buena = "1,2026-01-01,2026-02-01,2,2,0,0,A,90.5,Check-Out,2026-02-03\n";
-  const std::vector<std::pair<std::string, std::string>> casos = {
-      {"", ":1: se esperan las columnas"},
-      {"id,captura\n", ":1: se esperan las columnas"},
-      {kColumnas + buena + "2,2026-01-01\n", ":3: tiene 2 campos"},
-      {kColumnas + "1,2026-02-30,2026-02-01,2,2,0,0,A,90,Check-Out,2026-02-03\n", ":2: captura"},
-      {kColumnas + "1,2026-01-01,01/02/2026,2,2,0,0,A,90,Check-Out,2026-02-03\n", ":2: llegada"},
-      {kColumnas + "1,2026-01-01,2026-02-01,dos,2,0,0,A,90,Check-Out,2026-02-03\n", ":2: noches"},
-      {kColumnas + "1,2026-01-01,2026-02-01,-2,2,0,0,A,90,Check-Out,2026-02-03\n", ":2: noches"},
-      {kColumnas + "1,2026-01-01,2026-02-01,2,2,0,0,A,nan,Check-Out,2026-02-03\n", ":2: tarifa"},
-      {kColumnas + "1,2026-01-01,2026-02-01,2,2,0,0,A,90,Perdida,2026-02-03\n", ":2: estado"},
-      {kColumnas + "1,2026-01-01,2026-02-01,2,2,0,0,Z,90,Check-Out,2026-02-03\n", ":2: ninguna habitación"},
-      {kColumnas + buena + buena, ":3: el id 1 se repite"},
-      {kColumnas + "x" + buena + "X" + buena, ":3: el id X1 se repite"},
-      {kColumnas + buena + " " + buena, ":3: el id 1 se repite"},
-      {kColumnas + buena + "\"2,2026-01-01", ":3: faltan las comillas"},
-      {kColumnas + buena + "2,caf\xE9\n", ":3: la línea no es UTF-8"},
-  };
-  for (const auto& [contenido, motivo] : casos) {
-    const std::string ruta = carpeta.Escribe("r.csv", contenido);
-    const std::string rechazo = Rechazo(ruta, [&] { guion::LeeReservas(ruta, habitaciones); });
-    EXPECT_TRUE(rechazo.starts_with(motivo)) << rechazo << " instead of " << motivo;
+  for (const std::string encabezado : {"", "id,captura\n", "\"id\n"}) {
+    const std::string ruta = carpeta.Escribe("r.csv", encabezado + kFilasDeTodo);
+    EXPECT_TRUE(
+        Rechazo(ruta, [&] { guion::LeeReservas(ruta, habitaciones); }).starts_with(":1: se esperan las columnas"));
   }
+  const guion::ReservasCsv leidas =
+      guion::LeeReservas(carpeta.Escribe("r.csv", kColumnas + kFilasDeTodo), habitaciones);
+  std::string malas;
+  for (const guion::FilaMala& m : leidas.malas) {
+    EXPECT_EQ(m.campos.size(), 11U);
+    malas +=
+        std::to_string(m.linea) + " " + (m.texto.empty() ? m.campos[0] : "[" + m.texto + "]") + ": " + m.motivo + "\n";
+  }
+  EXPECT_EQ(malas,
+            "3 2: captura «2026-02-30» no es una fecha AAAA-MM-DD\n"
+            "4 3: llegada «01/02/2026» no es una fecha AAAA-MM-DD\n"
+            "5 4: noches «dos» no es un número\n"
+            "6 5: noches «-2» debe estar entre 0 y 3650\n"
+            "7 6: la salida no tiene fecha\n"
+            "8 7: tarifa «nan» debe estar entre 0 y mil millones\n"
+            "9 8: estado «Perdida» no es Check-Out, No-Show ni Canceled\n"
+            "10 9: ninguna habitación es del tipo «Z»\n"
+            "12 1: el id «1» se repite\n"
+            "14  X1 : el id «X1» se repite\n"
+            "15 : falta id\n"
+            "16 [10,2026-01-01]: no tiene los 11 campos: tiene 2\n"
+            "17 [11,\"2026-01-01,2026-02-01,2,2,0,0,A,90,Check-Out,2026-02-03]: hay texto después de las comillas\n"
+            "19 [12,caf\xEF\xBF\xBD]: la línea no es UTF-8 válido\n"
+            "20 [\"13]: faltan las comillas de cierre\n");
+  std::string buenas;
+  for (const guion::ReservaCsv& r : leidas.reservas) buenas += std::to_string(r.linea) + " " + r.id + "\n";
+  EXPECT_EQ(buenas, "2 1\n11 2\n13 x1\n18 1,1\n21 fin\n");
   const std::vector<std::pair<std::string, std::string>> habitacionesMalas = {
       {"103,Piso 1,A,Otra,G1,A1,2,4,95.00\n", ":5: el tipo A no coincide"},
       {"103,Piso 1,b,Otra,G1,A1,2,4,95.00\n", ":5: el tipo b no coincide"},
@@ -170,7 +202,8 @@ TEST_F(Importa, CapturaRechazaYCancelaComoUnRecepcionista) {
           "IMP-1 AC 101 2026-02-01 210 181.1 2026-01-01", "IMP-2 CA 102 2026-02-02 101 190.0 2026-01-10",
           "IMP-5 AC 102 2026-02-02 200 80.0 2026-01-11", "IMP-10 AC 201 2026-01-12 200 80.0 2026-01-12"}));
   const std::string rechazadas = Lee(carpeta.Ruta("hotel.db.csv"));
-  EXPECT_TRUE(rechazadas.starts_with(kColumnas.substr(0, kColumnas.size() - 1) + ",motivo,mensajes\n3,2026-01-05,"));
+  EXPECT_TRUE(
+      rechazadas.starts_with(kColumnas.substr(0, kColumnas.size() - 1) + ",motivo,mensajes,linea\n3,2026-01-05,"));
   EXPECT_NE(rechazadas.find("8,2026-01-11,2026-02-01,1,2,2,0,B,80,Canceled,2026-01-12,"
                             "ERR-ID:7500015 El númeor de personas excede el máximo para la habitación,"
                             "ERR-ID:7500034 El númeor de personas capturadas para la habitación: Suite / Piso 2 / "),
@@ -194,10 +227,53 @@ TEST_F(Importa, CapturaRechazaYCancelaComoUnRecepcionista) {
   EXPECT_EQ(Tablas(carpeta.Ruta("hotel.db"))["Impreso"], tablas.at("Impreso"));
 }
 
+// Files of other hotels: what cannot be read, what the board does not sell any more and what the screen cannot cancel
+// stay out with line and reason, the rest comes in; what is found again is not told twice.
+TEST_F(Importa, LoQueNoSePuedeCapturarQuedaConLineaYMotivo) {
+  const std::string base = carpeta.Ruta("hotel.db");
+  const std::string vacia = carpeta.Escribe("vacia.csv", kColumnas);
+  ASSERT_EQ(Corre("hotel.db", vacia).estado, 0);
+  const std::string deBaja = "UPDATE Tipo_Habitacion SET Es_Cve_Estado = 'BA' WHERE Th_Cve_Tipo_Habitacion = 'B'";
+  ASSERT_EQ(pruebas::Corre({RESERVAS_GUION, "--base", base}, "sql " + deBaja + "\n").estado, 0);
+  const std::string reservas = carpeta.Escribe("r.csv", kColumnas + kFilasDeTodo);
+  const auto salida = Corre("hotel.db", reservas);
+  EXPECT_EQ(salida.estado, 0) << salida.errores;
+  EXPECT_TRUE(salida.texto.starts_with("Leídas: 20\nGuardadas: 4\nCanceladas: 1\nRechazadas: 16\n")) << salida.texto;
+  const auto tablas = Tablas(base);
+  const std::string rechazadas = Lee(carpeta.Ruta("hotel.db.csv"));
+  EXPECT_EQ(std::count(rechazadas.begin(), rechazadas.end(), '\n'), 17) << rechazadas;
+  for (const std::string linea :
+       {"\n9,2026-01-01,2026-02-01,2,2,0,0,Z,90,Check-Out,2026-02-03,ninguna habitación es del tipo,ninguna habitación "
+        "es "
+        "del tipo «Z»,10\n",
+        "\n,,,,,,,,,,,no tiene los 11 campos,\"no tiene los 11 campos: tiene 2 | 10,2026-01-01\",16\n",
+        "\nx1,2026-01-01,2026-02-01,2,2,0,0,b,90.5,Check-Out,2026-02-03,el tablero no conoce el tipo de habitación,el "
+        "tablero no conoce el tipo de habitación «b»,13\n"}) {
+    EXPECT_NE(rechazadas.find(linea), std::string::npos) << linea << rechazadas;
+  }
+  const auto otra = Corre("hotel.db", reservas);
+  EXPECT_NE(otra.texto.find("De corridas anteriores: 4 guardadas, 1 canceladas, 16 rechazadas\n"), std::string::npos);
+  EXPECT_EQ(Tablas(base), tablas);
+  EXPECT_EQ(Lee(carpeta.Ruta("hotel.db.csv")), rechazadas);
+
+  // A booking that left the hotel since cannot be cancelled any more: told, and the rest goes on.
+  const std::string cerrada = "UPDATE Reservacion SET Es_Cve_Estado = 'CE' WHERE Rs_Referencia = 'IMP-fin'";
+  ASSERT_EQ(pruebas::Corre({RESERVAS_GUION, "--base", base}, "sql " + cerrada + "\n").estado, 0);
+  const auto tercera =
+      Corre("hotel.db",
+            carpeta.Escribe("r3.csv", kColumnas + "fin,2026-01-03,2026-03-01,2,2,0,0,A,90,Canceled,2026-01-04\n20,2026-"
+                                                  "01-05,2026-05-01,1,2,0,0,A,9,Check-Out,2026-05-02\n"));
+  EXPECT_NE(tercera.texto.find(
+                "Guardadas: 1\nCanceladas: 0\nRechazadas: 1\n  1  guardada sin cancelar, la pantalla no permite"),
+            std::string::npos)
+      << tercera.texto << tercera.errores;
+}
+
 TEST_F(Importa, UnArchivoMaloNoDejaNada) {
   const std::string mala =
       carpeta.Escribe("r.csv", kColumnas + "1,2026-01-01,2026-02-01,2,2,0,0,A,x,Check-Out,2026-02-03\n");
-  const auto salida = Corre("hotel.db", mala);
+  const auto salida = pruebas::Corre(
+      {RESERVAS_IMPORTA, "--base", carpeta.Ruta("hotel.db"), "--habitaciones", habitaciones, mala, "--estricto"});
   EXPECT_EQ(salida.estado, 1);
   EXPECT_TRUE(salida.errores.starts_with("reservas-importa: " + mala + ":2: tarifa")) << salida.errores;
   EXPECT_FALSE(std::filesystem::exists(carpeta.Ruta("hotel.db")));
@@ -280,7 +356,8 @@ TEST_F(Importa, UnaUltimaLineaCortadaDeRechazadasSeRehace) {
   EXPECT_EQ(Lee(carpeta.Ruta("hotel.db.csv")), entero);
 }
 
-// Bookings of a full little hotel: refusals for every reason, cancellations that free rooms for later ones.
+// Bookings of a full little hotel: refusals for every reason, unknown types, cancellations that free rooms for later
+// ones.
 std::string ReservasAlAzar(unsigned semilla, int cuantas) {
   std::mt19937 azar(semilla);
   const auto entre = [&](int a, int b) { return std::uniform_int_distribution<int>(a, b)(azar); };
@@ -291,8 +368,11 @@ std::string ReservasAlAzar(unsigned semilla, int cuantas) {
     const bool cancelada = entre(0, 2) == 0;
     csv += std::to_string(i) + "," + fecha(captura) + "," + fecha(llegada) + "," + std::to_string(noches) + "," +
            std::to_string(entre(0, 3)) + "," + std::to_string(entre(0, 1)) + "," + std::to_string(entre(0, 1)) + "," +
-           (entre(0, 3) == 0 ? "B" : "A") + "," + (entre(0, 4) == 0 ? "0" : "87.65") + "," +
-           (cancelada ? "Canceled," : "Check-Out,") + fecha(captura + entre(0, 6)) + "\n";
+           std::string(entre(0, 19) == 0  ? "Z"
+                       : entre(0, 3) == 0 ? "B"
+                                          : "A") +
+           "," + (entre(0, 4) == 0 ? "0" : "87.65") + "," + (cancelada ? "Canceled," : "Check-Out,") +
+           fecha(captura + entre(0, 6)) + "\n";
   }
   return csv;
 }
@@ -336,7 +416,9 @@ TEST_F(Importa, LasReservasRealesEntranTodasOTienenSuMotivo) {
   habitaciones = std::string(datos) + "/habitaciones_2015.csv";
   const auto salida = Corre("hotel.db", reservas);
   ASSERT_EQ(salida.estado, 0) << salida.errores;
-  const auto leidas = guion::LeeReservas(reservas, guion::LeeHabitaciones(habitaciones));
+  const auto archivo = guion::LeeReservas(reservas, guion::LeeHabitaciones(habitaciones));
+  EXPECT_TRUE(archivo.malas.empty());
+  const auto& leidas = archivo.reservas;
   const auto guardadas = Sql(carpeta.Ruta("hotel.db"), "SELECT Rs_Referencia FROM Reservacion");
   const std::string rechazadas = Lee(carpeta.Ruta("hotel.db.csv"));
   const auto lineas = std::count(rechazadas.begin(), rechazadas.end(), '\n') - 1;
