@@ -13,7 +13,9 @@ namespace {
 }  // namespace
 
 Interprete::Interprete(const Piezas& piezas, std::ostream& salida, std::ostream& errores)
-    : piezas_(piezas), salida_(salida), errores_(errores) {}
+    : piezas_(piezas), salida_(salida), errores_(errores) {
+  piezas_.respuestas.enTransaccion = [this] { return piezas_.anfitrion.conexion()->EnTransaccion(); };
+}
 
 const std::vector<Interprete::DatosOrden>& Interprete::Ordenes() {
   static const std::vector<DatosOrden> ordenes = {
@@ -131,16 +133,28 @@ void Interprete::Rechaza(const std::string& motivo) {
   actual_.error = motivo;
 }
 
+// Name of the window that a box belongs to.
+Json Interprete::DuenaDe(const controles::CajaMensaje& caja) const {
+  if (!piezas_.componente.Creada()) return {};
+  for (const controles::Formulario* f : {&piezas_.componente.formulario(), &piezas_.componente.tablero()}) {
+    if (f->ventana() == caja.ventana) return Json(f->nombre());
+  }
+  return {};
+}
+
 Json Interprete::Mensajes() {
   Json lista = Json::Arreglo();
   for (const MensajeVisto& m : piezas_.respuestas.TomaVistos()) {
-    lista.Agrega(Json::Objeto()
-                     .Pon("texto", m.caja.texto)
-                     .Pon("estilo", m.caja.estilo)
-                     .Pon("titulo", m.caja.titulo)
-                     .Pon("pantalla", m.caja.pantalla)
-                     .Pon("id", m.caja.id)
-                     .Pon("respuesta", m.respuesta));
+    Json mensaje = Json::Objeto()
+                       .Pon("texto", m.caja.texto)
+                       .Pon("estilo", m.caja.estilo)
+                       .Pon("titulo", m.caja.titulo)
+                       .Pon("ventana", DuenaDe(m.caja))
+                       .Pon("pantalla", m.caja.pantalla)
+                       .Pon("id", m.caja.id)
+                       .Pon("respuesta", m.respuesta);
+    if (m.enTransaccion) mensaje.Pon("enTransaccion", true);
+    lista.Agrega(std::move(mensaje));
   }
   return lista;
 }

@@ -67,6 +67,7 @@ class Interprete {
   void Ejecuta(const Palabras& p);
   void Rechaza(const std::string& motivo);
   void Contesta();
+  Json DuenaDe(const controles::CajaMensaje& caja) const;
   Json Mensajes();
 
   // --- interprete.cpp: what the orders' words stand for

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -15,6 +16,7 @@ namespace guion {
 struct MensajeVisto {
   controles::CajaMensaje caja;
   int respuesta = 0;
+  bool enTransaccion = false;  // others waited for the answer
 };
 
 class Respuestas {
@@ -29,7 +31,11 @@ class Respuestas {
   // answer that the box has no button for gives the default button and a complaint.
   int Decide(const controles::CajaMensaje& caja);
   // A box has been answered.
-  void Anota(const controles::CajaMensaje& caja, int respuesta) { vistos_.push_back({caja, respuesta}); }
+  void Anota(const controles::CajaMensaje& caja, int respuesta) {
+    vistos_.push_back({caja, respuesta, enTransaccion && enTransaccion()});
+  }
+  // Whether a transaction is open.
+  std::function<bool()> enTransaccion;
   // What the next notes editor gives; the text itself when nothing was prepared.
   std::string Notas(const std::string& texto);
   // What the next catalogue search gives; "" (cancelled) when nothing was prepared.

@@ -110,18 +110,22 @@ Json JsonDe(const anfitrion::DatosDetalle& d) {
       .Pon("total", double{d.total});
 }
 
+// The component fetches the connection anew for each statement and each step of a transaction: one that was used does
+// not serve again.
 class ConexionVigilada : public ado::Connection {
  public:
   ConexionVigilada(Vigilancia& vigilancia, ado::ConnectionPtr interior)
       : vigilancia_(vigilancia), interior_(std::move(interior)) {}
 
   ado::RecordsetPtr Execute(const ado::TextoSQL& sentencia) override {
+    Usa();
     vigilancia_.AnotaSentencia(sentencia.Texto());
     vigilancia_.RevisaSentencia(sentencia.Texto());
     return interior_->Execute(sentencia);
   }
 
   void BeginTrans() override {
+    Usa();
     vigilancia_.AnotaSentencia("BeginTrans");
     if (vigilancia_.TomaFalla(PasoTransaccion::Begin)) Falla();
     interior_->BeginTrans();
@@ -129,6 +133,7 @@ class ConexionVigilada : public ado::Connection {
 
   // A commit that fails has stored nothing.
   void CommitTrans() override {
+    Usa();
     vigilancia_.AnotaSentencia("CommitTrans");
     if (vigilancia_.TomaFalla(PasoTransaccion::Commit)) Falla();
     interior_->CommitTrans();
@@ -136,6 +141,7 @@ class ConexionVigilada : public ado::Connection {
 
   // A roll-back that fails is one whose answer was lost: a server that loses its client rolls back by itself.
   void RollbackTrans() override {
+    Usa();
     vigilancia_.AnotaSentencia("RollbackTrans");
     const bool falla = vigilancia_.TomaFalla(PasoTransaccion::Rollback);
     interior_->RollbackTrans();
@@ -147,8 +153,16 @@ class ConexionVigilada : public ado::Connection {
  private:
   [[noreturn]] static void Falla() { throw com::Error(com::error::kInyectada, kFallaInyectada); }
 
+  void Usa() {
+    if (usada_) {
+      throw com::Error(com::error::kSinObjeto, "La conexión ya se usó; se pide una para cada sentencia");
+    }
+    usada_ = true;
+  }
+
   Vigilancia& vigilancia_;
   ado::ConnectionPtr interior_;
+  bool usada_ = false;
 };
 
 // The connection and the messages are recorded elsewhere; here they can only fail.
@@ -158,7 +172,7 @@ class SistemaVigilado : public com::Objeto<anfitrion::Sistema> {
 
   ado::ConnectionPtr ObtenConexion() override {
     v_.Revisa("Sistema.ObtenConexion");
-    return s_->ObtenConexion();
+    return std::make_shared<ConexionVigilada>(v_, s_->ObtenConexion());
   }
   std::string UsuarioActual() override {
     return Pasa(v_, "Sistema.UsuarioActual", {}, [&] { return s_->UsuarioActual(); });
@@ -386,19 +400,15 @@ com::Inscripcion Envuelve(const com::Guid& clase, Vigilancia& vigilancia, autono
 
 }  // namespace
 
-Vigilancia::Vigilancia(autonomo::Anfitrion& anfitrion) : anfitrion_(anfitrion) {
-  anfitrion_.conexion(std::make_shared<ConexionVigilada>(*this, anfitrion_.conexion()));
+Vigilancia::Vigilancia(autonomo::Anfitrion& host) {
   using namespace anfitrion;
-  clases_[0] = Envuelve<SistemaVigilado>(kClaseSistema, *this, anfitrion_, autonomo::CreaSistema);
-  clases_[1] = Envuelve<UtileriasVigilado>(kClaseUtilerias, *this, anfitrion_, autonomo::CreaUtilerias);
-  clases_[2] = Envuelve<HotelVigilado>(kClaseHotel, *this, anfitrion_, autonomo::CreaHotel);
-  clases_[3] =
-      Envuelve<CalculoImpuestoVigilado>(kClaseCalculoImpuesto, *this, anfitrion_, autonomo::CreaCalculoImpuesto);
-  clases_[4] = Envuelve<ImpresionVigilada>(kClaseImpresion, *this, anfitrion_, autonomo::CreaImpresion);
-  clases_[5] = Envuelve<VisorVigilado>(kClaseVisorRegistro, *this, anfitrion_, autonomo::CreaVisorRegistro);
+  clases_[0] = Envuelve<SistemaVigilado>(kClaseSistema, *this, host, autonomo::CreaSistema);
+  clases_[1] = Envuelve<UtileriasVigilado>(kClaseUtilerias, *this, host, autonomo::CreaUtilerias);
+  clases_[2] = Envuelve<HotelVigilado>(kClaseHotel, *this, host, autonomo::CreaHotel);
+  clases_[3] = Envuelve<CalculoImpuestoVigilado>(kClaseCalculoImpuesto, *this, host, autonomo::CreaCalculoImpuesto);
+  clases_[4] = Envuelve<ImpresionVigilada>(kClaseImpresion, *this, host, autonomo::CreaImpresion);
+  clases_[5] = Envuelve<VisorVigilado>(kClaseVisorRegistro, *this, host, autonomo::CreaVisorRegistro);
 }
-
-Vigilancia::~Vigilancia() { anfitrion_.conexion(ado::ConnectionPtr()); }
 
 void Vigilancia::FallaSentencia(std::string texto, int n) {
   if (texto.empty()) throw com::Error(com::error::kArgumento, "Falta el texto de la sentencia que ha de fallar");

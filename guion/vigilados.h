@@ -21,10 +21,9 @@ inline constexpr const char* kFallaInyectada = "falla inyectada";
 
 class Vigilancia {
  public:
-  // Takes the place of the host's connection and of its service classes until it ends. The host must outlive it, and it
-  // must outlive every service object that was created meanwhile.
-  explicit Vigilancia(autonomo::Anfitrion& anfitrion);
-  ~Vigilancia();
+  // Takes the place of the host's service classes, and of the connection that they give, until it ends. The host must
+  // outlive it, and it must outlive every service object that was created meanwhile.
+  explicit Vigilancia(autonomo::Anfitrion& host);
   Vigilancia(const Vigilancia&) = delete;
   Vigilancia& operator=(const Vigilancia&) = delete;
 
@@ -60,7 +59,6 @@ class Vigilancia {
     int faltan = 1;
   };
 
-  autonomo::Anfitrion& anfitrion_;
   Json::Lista llamadas_, sentencias_;
   std::vector<FallaDeSentencia> fallasSentencia_;
   std::vector<std::pair<std::string, std::string>> fallasOperacion_;
