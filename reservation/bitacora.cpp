@@ -164,7 +164,9 @@ std::string TextoCambioEncabezado(const ImagenEncabezado& antes, const ImagenEnc
   lineas.Valor("- HUESPED: ", antes.huesped, despues.huesped);
   lineas.Valor("- CLIENTE: ", antes.cliente, despues.cliente);
   if (lineas.Texto().empty()) return {};
-  return std::string("CAMBIO LA RESERVACION:   ANTES    ->    DESPUES    ") + kFinLinea + lineas.Texto() + kFinLinea;
+  std::string texto = "CAMBIO LA RESERVACION:   ANTES    ->    DESPUES    ";
+  texto.append(kFinLinea).append(lineas.Texto()).append(kFinLinea);
+  return texto;
 }
 
 std::string TextoCambioDetalle(const std::vector<ImagenRenglon>& antes, const std::vector<ImagenRenglon>& despues) {
