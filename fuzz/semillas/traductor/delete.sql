@@ -1,0 +1,1 @@
+DELETE FROM Reservacion WHERE EXISTS (SELECT 1 FROM Cliente WHERE Cl_Correo=Rs_Folio) AND DATEDIFF(d,Rs_Fecha,GETDATE())>3

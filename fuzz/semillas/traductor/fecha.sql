@@ -1,0 +1,1 @@
+SELECT Rdt_Banco as Banco, ISNULL(Rdt_Vencimiento,GETDATE()) FROM Reservacion_Datos_Tarjeta WHERE Rs_Folio='A''1'

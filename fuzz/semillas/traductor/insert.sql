@@ -1,0 +1,1 @@
+INSERT INTO Reservacion (Rs_Folio,Rs_Fecha) VALUES ('1',CONVERT(DATETIME,'2026-03-09'))

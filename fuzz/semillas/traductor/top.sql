@@ -1,0 +1,1 @@
+SELECT TOP 3 (Cl_Correo+Cl_Telefono)+UPPER(Cl_Correo), COUNT(*) FROM Cliente C LEFT JOIN Reservacion R ON R.Rs_Huesped=C.Cl_Cve_Cliente WHERE Cl_Correo LIKE '%a[b-d]_' GROUP BY Cl_Correo ORDER BY 1 DESC

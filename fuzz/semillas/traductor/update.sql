@@ -1,0 +1,1 @@
+UPDATE Folio_Consecutivo SET Fc_Serie='R'+Fc_Serie, Fc_Ultimo=CASE WHEN Fc_Ultimo IS NULL THEN -1 ELSE Fc_Ultimo+1 END WHERE Fc_Serie IN ('A',?)
