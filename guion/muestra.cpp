@@ -40,7 +40,12 @@ void PonPropios(Json& json, const controles::Control& control) {
   switch (control.clase()) {
     case Clase::LookupField: {
       const auto& campo = static_cast<const controles::LookupField&>(control);
-      json.Pon("formato", campo.formato()).Pon("mascara", campo.passwordChar());
+      json.Pon("formato", campo.formato()).Pon("mascara", campo.passwordChar()).Pon("largo", campo.diseno().largo);
+      if (!campo.diseno().idconsulta.empty()) {
+        json.Pon("idconsulta", campo.diseno().idconsulta)
+            .Pon("sql", campo.diseno().sql)
+            .Pon("transaccion", campo.diseno().transaccion);
+      }
       break;
     }
     case Clase::CampoNotas:
@@ -53,7 +58,8 @@ void PonPropios(Json& json, const controles::Control& control) {
       json.Pon("caption", static_cast<const controles::Marco&>(control).caption());
       break;
     case Clase::Etiqueta:
-      json.Pon("caption", static_cast<const controles::Etiqueta&>(control).caption());
+      json.Pon("caption", static_cast<const controles::Etiqueta&>(control).caption())
+          .Pon("color", static_cast<const controles::Etiqueta&>(control).color());
       break;
     case Clase::Casilla: {
       const auto& casilla = static_cast<const controles::Casilla&>(control);
@@ -67,7 +73,10 @@ void PonPropios(Json& json, const controles::Control& control) {
     }
     case Clase::Grid: {
       const auto& grid = static_cast<const controles::Grid&>(control);
-      json.Pon("filas", grid.Filas()).Pon("columnas", grid.NumColumnas());
+      json.Pon("filas", grid.Filas()).Pon("fila", grid.fila()).Pon("columnas", grid.NumColumnas());
+      Json estilos = Json::Objeto();
+      for (const controles::Estilo& e : grid.Estilos()) estilos.Pon(e.nombre, e.fondo);
+      if (!grid.Estilos().empty()) json.Pon("estilos", std::move(estilos));
       break;
     }
     default:

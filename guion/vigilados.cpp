@@ -55,21 +55,22 @@ std::optional<std::string> Toma(std::vector<std::pair<std::string, std::string>>
   return texto;
 }
 
-// Runs an operation of the host: the ordered fault first, and the record in every case.
+// Runs an operation of the host: the ordered fault first, and the record in every case. objeto: which of the objects of
+// its class runs it, 0 when there is but one.
 template <class Operacion>
-auto Pasa(Vigilancia& vigilancia, const char* nombre, Json::Lista argumentos, Operacion&& operacion) {
+auto Pasa(Vigilancia& vigilancia, const char* nombre, Json::Lista argumentos, Operacion&& operacion, int objeto = 0) {
   try {
     vigilancia.Revisa(nombre);
     if constexpr (std::is_void_v<decltype(operacion())>) {
       operacion();
-      vigilancia.Anota(nombre, std::move(argumentos), Json());
+      vigilancia.Anota(nombre, objeto, std::move(argumentos), Json());
     } else {
       auto resultado = operacion();
-      vigilancia.Anota(nombre, std::move(argumentos), Json(resultado));
+      vigilancia.Anota(nombre, objeto, std::move(argumentos), Json(resultado));
       return resultado;
     }
   } catch (const std::exception& e) {
-    vigilancia.Anota(nombre, std::move(argumentos), std::nullopt, e.what());
+    vigilancia.Anota(nombre, objeto, std::move(argumentos), std::nullopt, e.what());
     throw;
   }
 }
@@ -265,16 +266,21 @@ class UtileriasVigilado : public com::Objeto<anfitrion::Utilerias> {
 };
 
 class HotelVigilado : public com::Objeto<anfitrion::Hotel> {
+  template <class Operacion>
+  auto Pasa(const char* nombre, Json::Lista argumentos, Operacion&& operacion) {
+    return guion::Pasa(v_, nombre, std::move(argumentos), std::forward<Operacion>(operacion), numero_);
+  }
+
  public:
-  HotelVigilado(Vigilancia& v, com::Ptr<anfitrion::Hotel> h) : v_(v), h_(std::move(h)) {}
+  HotelVigilado(Vigilancia& v, com::Ptr<anfitrion::Hotel> h) : v_(v), h_(std::move(h)), numero_(v_.NumeraHotel()) {}
 
   // Result: the three amounts that come back.
   double PrecioHabitacion(const std::string& habitacion, com::Fecha inicio, com::Fecha fin, int adultos, int menores,
                           int infantes, double& precioExtra, int& personasExtra, const std::string& moneda,
                           com::Fecha captura, double tipoCambio) override {
     double precio = 0;
-    Pasa(v_, "Hotel.PrecioHabitacion",
-         {habitacion, inicio, fin, adultos, menores, infantes, moneda, captura, tipoCambio}, [&] {
+    Pasa("Hotel.PrecioHabitacion", {habitacion, inicio, fin, adultos, menores, infantes, moneda, captura, tipoCambio},
+         [&] {
            precio = h_->PrecioHabitacion(habitacion, inicio, fin, adultos, menores, infantes, precioExtra,
                                          personasExtra, moneda, captura, tipoCambio);
            error_ = v_.TomaFallaTienda("PrecioHabitacion");
@@ -296,7 +302,7 @@ class HotelVigilado : public com::Objeto<anfitrion::Hotel> {
                          precioDescontado, precioDescontadoImporte, globalFactor,    globalImporte,
                          impuestoFactor,   impuestoImporte,         precioNeto,      total};
     };
-    Pasa(v_, "Hotel.CalculaImpuestos", doce(), [&] {
+    Pasa("Hotel.CalculaImpuestos", doce(), [&] {
       h_->CalculaImpuestos(precioLista, precioListaImporte, descuentoFactor, descuentoImporte, precioDescontado,
                            precioDescontadoImporte, globalFactor, globalImporte, impuestoFactor, impuestoImporte,
                            precioNeto, total);
@@ -305,35 +311,35 @@ class HotelVigilado : public com::Objeto<anfitrion::Hotel> {
   }
 
   void Encabezado(const anfitrion::DatosReservacion& datos) override {
-    Pasa(v_, "Hotel.Encabezado", {JsonDe(datos)}, [&] { h_->Encabezado(datos); });
+    Pasa("Hotel.Encabezado", {JsonDe(datos)}, [&] { h_->Encabezado(datos); });
   }
   anfitrion::DatosReservacion Encabezado() override {
     anfitrion::DatosReservacion datos;
-    Pasa(v_, "Hotel.Encabezado", {}, [&] {
+    Pasa("Hotel.Encabezado", {}, [&] {
       datos = h_->Encabezado();
       return JsonDe(datos);
     });
     return datos;
   }
   void Detalle(const anfitrion::DatosDetalle& datos) override {
-    Pasa(v_, "Hotel.Detalle", {JsonDe(datos)}, [&] { h_->Detalle(datos); });
+    Pasa("Hotel.Detalle", {JsonDe(datos)}, [&] { h_->Detalle(datos); });
   }
   bool GuardaReservacion() override {
-    return Pasa(v_, "Hotel.GuardaReservacion", {},
+    return Pasa("Hotel.GuardaReservacion", {},
                 [&] { return !Rechaza("GuardaReservacion") && h_->GuardaReservacion(); });
   }
   bool GuardaDetalle(bool puedeCambiarPrecio) override {
-    return Pasa(v_, "Hotel.GuardaDetalle", {puedeCambiarPrecio},
+    return Pasa("Hotel.GuardaDetalle", {puedeCambiarPrecio},
                 [&] { return !Rechaza("GuardaDetalle") && h_->GuardaDetalle(puedeCambiarPrecio); });
   }
   std::string ErrorHotel() override {
-    return Pasa(v_, "Hotel.ErrorHotel", {}, [&] { return error_ ? *error_ : h_->ErrorHotel(); });
+    return Pasa("Hotel.ErrorHotel", {}, [&] { return error_ ? *error_ : h_->ErrorHotel(); });
   }
   void MuestraPrecios(com::Fecha fecha) override {
-    Pasa(v_, "Hotel.MuestraPrecios", {fecha}, [&] { h_->MuestraPrecios(fecha); });
+    Pasa("Hotel.MuestraPrecios", {fecha}, [&] { h_->MuestraPrecios(fecha); });
   }
   void MuestraCliente(const std::string& clave, int tipo, const std::string& folio) override {
-    Pasa(v_, "Hotel.MuestraCliente", {clave, tipo, folio}, [&] { h_->MuestraCliente(clave, tipo, folio); });
+    Pasa("Hotel.MuestraCliente", {clave, tipo, folio}, [&] { h_->MuestraCliente(clave, tipo, folio); });
   }
 
  private:
@@ -345,6 +351,7 @@ class HotelVigilado : public com::Objeto<anfitrion::Hotel> {
 
   Vigilancia& v_;
   com::Ptr<anfitrion::Hotel> h_;
+  int numero_;
   std::optional<std::string> error_;
 };
 
@@ -431,9 +438,10 @@ void Vigilancia::FallaTienda(const std::string& operacion, std::string texto) {
   fallasTienda_.emplace_back(operacion, std::move(texto));
 }
 
-void Vigilancia::Anota(std::string_view operacion, Json::Lista argumentos, std::optional<Json> resultado,
+void Vigilancia::Anota(std::string_view operacion, int objeto, Json::Lista argumentos, std::optional<Json> resultado,
                        const std::string& error) {
   Json llamada = Json::Objeto().Pon("operacion", operacion).Pon("argumentos", Json::Arreglo(std::move(argumentos)));
+  if (objeto > 0) llamada.Pon("objeto", objeto);
   if (resultado) {
     llamada.Pon("resultado", *std::move(resultado));
   } else {

@@ -28,7 +28,8 @@ class Vigilancia {
   Vigilancia& operator=(const Vigilancia&) = delete;
 
   // --- records, oldest first; taking them empties them
-  // Each {"operacion","argumentos","resultado"}, with "error" instead of the result when the call failed.
+  // Each {"operacion","argumentos","resultado"}, with "error" instead of the result when the call failed; those of a
+  // Hotel with "objeto", which of the session's Hotel objects it is.
   Json TomaLlamadas() { return Json::Arreglo(std::exchange(llamadas_, {})); }
   // SQL texts as given, "BeginTrans", "CommitTrans" and "RollbackTrans".
   Json TomaSentencias() { return Json::Arreglo(std::exchange(sentencias_, {})); }
@@ -44,7 +45,8 @@ class Vigilancia {
   void FallaTransaccion(PasoTransaccion paso) { pasos_.push_back(paso); }
 
   // --- for the wrappers
-  void Anota(std::string_view operacion, Json::Lista argumentos, std::optional<Json> resultado,
+  int NumeraHotel() { return ++hoteles_; }
+  void Anota(std::string_view operacion, int objeto, Json::Lista argumentos, std::optional<Json> resultado,
              const std::string& error = {});
   // Raises what was ordered for the operation.
   void Revisa(std::string_view operacion);
@@ -60,6 +62,7 @@ class Vigilancia {
   };
 
   Json::Lista llamadas_, sentencias_;
+  int hoteles_ = 0;
   std::vector<FallaDeSentencia> fallasSentencia_;
   std::vector<std::pair<std::string, std::string>> fallasOperacion_;
   std::vector<std::pair<std::string, std::string>> fallasTienda_;

@@ -44,7 +44,10 @@ void EscritorioPrueba::MuestraModal(controles::Formulario& formulario) {
 }
 
 void EscritorioPrueba::Oculta(controles::Formulario& formulario) { std::erase(activos_, &formulario); }
-void EscritorioPrueba::Descarga(controles::Formulario& formulario) { std::erase(activos_, &formulario); }
+void EscritorioPrueba::Descarga(controles::Formulario& formulario) {
+  std::erase(activos_, &formulario);
+  if (alDescargar) alDescargar(formulario);
+}
 
 void EscritorioPrueba::Enfoca(controles::Control& control) {
   EXPECT_EQ(control.formulario().foco(), &control) << control.nombre();
@@ -56,6 +59,7 @@ int EscritorioPrueba::AnchoTexto(const controles::Formulario&, std::string_view 
 
 int EscritorioPrueba::Mensaje(const controles::CajaMensaje& caja) {
   mensajes_.push_back(caja);
+  if (alAvisar) alAvisar(caja);
   const bool pregunta = (caja.estilo & 7) != 0;
   if (!pregunta) return controles::kAceptar;
   auto& cola = respuestas_[caja.id];

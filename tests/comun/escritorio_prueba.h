@@ -39,6 +39,9 @@ class EscritorioPrueba : public controles::Escritorio {
   void RespondeCatalogo(std::string clave) { catalogo_.push_back(std::move(clave)); }
   // Runs while a form is shown modally; when it returns with the form still visible, the form is hidden.
   std::function<void(controles::Formulario&)> alModal;
+  // Run when a box is shown and when a form is unloaded.
+  std::function<void(const controles::CajaMensaje&)> alAvisar;
+  std::function<void(controles::Formulario&)> alDescargar;
   // Fails the test for every answer that was not asked for, and forgets them.
   void Termina();
 

@@ -10,56 +10,24 @@ namespace {
 using controles::Accion;
 using controles::Control;
 
-// Notes the configuration that a screen asks for.
-class SistemaVigilado : public com::Objeto<anfitrion::Sistema> {
- public:
-  SistemaVigilado(com::Ptr<anfitrion::Sistema> real, std::vector<std::string>& leido)
-      : real_(std::move(real)), leido_(leido) {}
-  ado::ConnectionPtr ObtenConexion() override { return real_->ObtenConexion(); }
-  std::string UsuarioActual() override { return real_->UsuarioActual(); }
-  void ForzarMayusculas(bool fuerza) override {
-    leido_.push_back(fuerza ? "mayúsculas" : "libres");
-    real_->ForzarMayusculas(fuerza);
-  }
-  com::Variant LeeParametro(const std::string& clave, int ambito, const std::string& tipo,
-                            const std::string& defecto) override {
-    leido_.push_back(clave + "|" + tipo + "|" + defecto);
-    return real_->LeeParametro(clave, ambito, tipo, defecto);
-  }
-  bool TienePermiso(const std::string& p, const std::string& opcion, const std::string& texto) override {
-    leido_.push_back(p + "|" + opcion + "|" + texto);
-    return real_->TienePermiso(p, opcion, texto);
-  }
-  int Mensaje(const com::Variant& texto, int estilo, const com::Variant& titulo, const com::Variant& ventana,
-              const com::Variant& p, const com::Variant& id) override {
-    return real_->Mensaje(texto, estilo, titulo, ventana, p, id);
-  }
-
- private:
-  com::Ptr<anfitrion::Sistema> real_;
-  std::vector<std::string>& leido_;
-};
-
 class Arranque : public pruebas::HotelPrueba {};
 
-TEST_F(Arranque, ReadsItsConfigurationOnceInOrder) {
-  auto real = com::CreaInstancia<anfitrion::Sistema>(anfitrion::kClaseSistema);
-  std::vector<std::string> leido;
-  const auto vigilado = com::RegistraClase(
-      anfitrion::kClaseSistema, [&] { return com::Ptr<com::Desconocido>(com::Crea<SistemaVigilado>(real, leido)); });
-  publico::Olvida();
-  publico::Arranca();
-  Abre();
-  ASSERT_GE(leido.size(), 15u);
-  leido.resize(15);  // the board's own follow
-  EXPECT_EQ(leido, (std::vector<std::string>{
-                       "CAT_FORZAR_MAYUSCULAS||", "libres", "FTO_CLIENTE|T|0000000000", "FTO_CLIENTE|T|0000000000",
-                       "FTO_FORMA_PAGO|T|0000", "KV207|CHFECHA|No disponible", "KV207|CHDS02|No disponible",
-                       "KV207|CHPR02|No disponible", "KV207|CHTC01|No disponible", "FIN_MONEDA_LOCAL||",
-                       "HT_OVER_BOOKING|B|1", "HT_DIAS_RESERVACION|N|1", "FTO_HABITACION|T|0000",
-                       "HT_SUCURSAL_DEFAULT|T|0001", "HT_CLIENTE_RESERVACION_WEB|T|"}));
+// Asked anything, unloading goes on: the board first, while the hotel is still there, then the hotel, then the screen.
+TEST_F(Arranque, TheBoardGoesBeforeTheHotelAndTheHotelBeforeTheScreen) {
+  Nueva();
+  std::string orden;
+  escritorio.alDescargar = [&](controles::Formulario& formulario) {
+    bool hotel = true;
+    try {
+      publico::Hotel();
+    } catch (const com::Error&) {
+      hotel = false;
+    }
+    orden += formulario.nombre() + (hotel ? " con hotel, " : " sin hotel, ");
+  };
   pantalla.Descarga();
-  publico::Olvida();
+  EXPECT_EQ(orden, "frmDisponibilidad con hotel, frmKV207 sin hotel, ");
+  EXPECT_TRUE(publico::Arrancado());
 }
 
 TEST_F(Arranque, WithoutParametersTheDefaultsHold) {

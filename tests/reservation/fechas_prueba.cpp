@@ -70,7 +70,11 @@ TEST_F(Fechas, ArrivalMovedByTheClerkKeepsTheLines) {
   EXPECT_EQ(pantalla.ssReservaciones.Filas(), 1);
   EXPECT_TRUE(escritorio.Mensajes().empty());
 
+  escritorio.alAvisar = [&](const controles::CajaMensaje&) {
+    EXPECT_EQ(Rango(), "08/03/2026 20/03/2026 0") << "told before it is corrected";
+  };
   pantalla.dpFecha_llegada.Fija(Dia(2026, 3, 8));
+  escritorio.alAvisar = {};
   EXPECT_EQ(Rango(), "10/03/2026 20/03/2026 10");
   ASSERT_EQ(escritorio.Ids(), std::vector<std::string>{"ERR-ID:7500030"});
   EXPECT_EQ(escritorio.Mensajes()[0].titulo, "Fecha");

@@ -94,4 +94,34 @@ TEST_F(Importes, TheFooterSumsResolvedLinesAndKeepsTheCurrentRow) {
   EXPECT_EQ(Pie(pantalla.txtSubTotal) + Pie(pantalla.txtImpuestos) + Pie(pantalla.txtTotal), 0);
 }
 
+// A host that gives a discount of its own: the screen takes the factor that comes back.
+class HotelQueDescuenta : public com::Objeto<anfitrion::Hotel> {
+ public:
+  double PrecioHabitacion(const std::string&, com::Fecha, com::Fecha, int, int, int, double&, int&, const std::string&,
+                          com::Fecha, double) override {
+    return 1000;
+  }
+  void CalculaImpuestos(double&, double&, double& factor, double& importe, double&, double& base, double&, double&,
+                        double&, double&, double&, double& total) override {
+    factor = 0.25, importe = 250, base = 750, total = 750;
+  }
+  void Encabezado(const anfitrion::DatosReservacion&) override {}
+  anfitrion::DatosReservacion Encabezado() override { return {}; }
+  void Detalle(const anfitrion::DatosDetalle&) override {}
+  bool GuardaReservacion() override { return false; }
+  bool GuardaDetalle(bool) override { return false; }
+  std::string ErrorHotel() override { return ""; }
+  void MuestraPrecios(com::Fecha) override {}
+  void MuestraCliente(const std::string&, int, const std::string&) override {}
+};
+
+TEST_F(Importes, ADiscountOfTheHostsOwnIsShown) {
+  const auto hotel = com::RegistraClase(anfitrion::kClaseHotel,
+                                        [] { return com::Ptr<com::Desconocido>(com::Crea<HotelQueDescuenta>()); });
+  Nueva();
+  Linea("0101", 2);
+  EXPECT_EQ(Texto(0, "Descuento") + " " + Texto(0, "DESCUENTO_IMPORTE") + " " + Texto(0, "Total"), "25 250 750");
+  EXPECT_EQ(Pie(pantalla.txtSubTotal), 750);
+}
+
 }  // namespace
