@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "host/standalone/registro.h"
+
 namespace vista {
 
 namespace {
@@ -17,6 +19,7 @@ void Corre(const std::function<void()>& accion) {
     if (guardada != nullptr) {
       if (!*guardada) *guardada = std::current_exception();
     } else if (avisador) {
+      autonomo::registro::AnotaFalla(e);
       avisador(QString::fromUtf8(e.what()));
     }
   }

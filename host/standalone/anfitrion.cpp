@@ -85,7 +85,7 @@ std::string TextoDe(const ado::Recordset& rs, std::size_t columna) { return com:
 
 }  // namespace
 
-Anfitrion::Anfitrion(const Opciones& opciones) : usuario_(opciones.usuario) {
+Anfitrion::Anfitrion(const Opciones& opciones) : usuario_(opciones.usuario), base_(opciones.base.ruta) {
   if (opciones.ahora) reloj_.Fija(*opciones.ahora);
   conexion_ = AbreConexion(opciones.base, reloj_);
   if (opciones.demo) LlenaConDemo(*conexion_, reloj_.Ahora());

@@ -60,6 +60,7 @@ class Anfitrion {
   ado::ConnectionPtr Entregada() const { return entregada_ ? entregada_ : conexion_; }
   Reloj& reloj() { return reloj_; }
   const std::string& usuario() const { return usuario_; }
+  const std::string& base() const { return base_; }  // path of the database
 
   // --- set-up ----------------------------------------------------------------------------------------------------
   // Each write happens whole or not at all, in the open transaction when there is one. Error kArgumento for a value
@@ -93,6 +94,7 @@ class Anfitrion {
   std::shared_ptr<Conexion> conexion_;
   ado::ConnectionPtr entregada_;
   std::string usuario_;
+  std::string base_;
   std::optional<std::string> fallaCorreo_;
   std::vector<RegistroVisto> vistos_;
   std::vector<PantallaAbierta> pantallas_;

@@ -10,6 +10,7 @@
 
 #include "host/standalone/apertura.h"
 #include "host/standalone/plantillas.h"
+#include "host/standalone/registro.h"
 #include "host/standalone/sentencia.h"
 #include "host/standalone/traductor.h"
 
@@ -35,12 +36,14 @@ class ConexionSqlite final : public Conexion {
 
   ado::RecordsetPtr Execute(const ado::TextoSQL& sentencia) override {
     sentencia.Verifica();
-    return Ejecuta(sentencia.Texto(), false, {});
+    return registro::Mide(sentencia.Texto(), [&] { return Ejecuta(sentencia.Texto(), false, {}); });
   }
   ado::RecordsetPtr Consulta(std::string_view sentencia, const Parametros& parametros) override {
-    return Ejecuta(sentencia, true, parametros);
+    return registro::Mide(sentencia, [&] { return Ejecuta(sentencia, true, parametros); });
   }
-  ado::RecordsetPtr Directa(std::string_view sentencia) override;
+  ado::RecordsetPtr Directa(std::string_view sentencia) override {
+    return registro::Mide(sentencia, [&] { return EjecutaTal(sentencia); });
+  }
 
   void BeginTrans() override;
   void CommitTrans() override;
@@ -52,6 +55,7 @@ class ConexionSqlite final : public Conexion {
  private:
   using Lista = std::list<Preparada>;
 
+  ado::RecordsetPtr EjecutaTal(std::string_view sentencia);
   ado::RecordsetPtr Ejecuta(std::string_view texto, bool conPreguntas, std::span<const com::Variant> parametros);
   // Binds the values of the statement that was split last, and runs it.
   ado::RecordsetPtr CorrePartida(Preparada& p, std::string_view texto, std::span<const com::Variant> parametros);
@@ -120,7 +124,7 @@ ado::RecordsetPtr ConexionSqlite::CorrePartida(Preparada& p, std::string_view te
   return p.sentencia.Corre(texto);
 }
 
-ado::RecordsetPtr ConexionSqlite::Directa(std::string_view sentencia) {
+ado::RecordsetPtr ConexionSqlite::EjecutaTal(std::string_view sentencia) {
   RevisaDeshecha(sentencia);
   Preparada* preparada = nullptr;
   try {
@@ -149,20 +153,22 @@ void ConexionSqlite::BeginTrans() {
   if (enTransaccion_) throw com::Error(kTransaccion, "Ya hay una transacción abierta");
   base_.RevisaArchivos();
   // At once the writer: a read that becomes a write later could find that another program wrote in between.
-  Corre(base_.manija(), "BEGIN IMMEDIATE");
+  registro::Mide("BEGIN IMMEDIATE", [&] { Corre(base_.manija(), "BEGIN IMMEDIATE"); });
   enTransaccion_ = true;
 }
 
 void ConexionSqlite::CommitTrans() {
   if (!enTransaccion_) throw com::Error(kTransaccion, "No hay una transacción abierta");
   RevisaDeshecha("COMMIT");
-  Corre(base_.manija(), "COMMIT");
+  registro::Mide("COMMIT", [&] { Corre(base_.manija(), "COMMIT"); });
   enTransaccion_ = false;
 }
 
 void ConexionSqlite::RollbackTrans() {
   if (!enTransaccion_) throw com::Error(kTransaccion, "No hay una transacción abierta");
-  if (!Deshecha()) Corre(base_.manija(), "ROLLBACK");
+  registro::Mide("ROLLBACK", [&] {
+    if (!Deshecha()) Corre(base_.manija(), "ROLLBACK");
+  });
   enTransaccion_ = false;
 }
 

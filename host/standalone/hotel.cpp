@@ -6,6 +6,7 @@
 #include "host/standalone/impuestos.h"
 #include "host/standalone/parametros.h"
 #include "host/standalone/precios.h"
+#include "host/standalone/registro.h"
 #include "host/standalone/transaccion.h"
 #include "platform/regional/regional.h"
 
@@ -80,6 +81,7 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
   double PrecioHabitacion(const std::string& habitacion, com::Fecha inicio, com::Fecha fin, int adultos, int menores,
                           int /*infantes*/, double& precioExtra, int& personasExtra, const std::string& moneda,
                           com::Fecha /*captura*/, double tipoCambio) override {
+    const registro::Operacion operacion("Hotel.PrecioHabitacion");
     precioExtra = 0;
     personasExtra = 0;
     PrecioEstancia precio;
@@ -95,6 +97,7 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
                         double& descuentoImporte, double& precioDescontado, double& precioDescontadoImporte,
                         double& globalFactor, double& globalImporte, double& impuestoFactor, double& impuestoImporte,
                         double& precioNeto, double& total) override {
+    const registro::Operacion operacion("Hotel.CalculaImpuestos");
     anfitrion::Desglose d;
     d.descuentoFactor = descuentoFactor;
     d.globalFactor = globalFactor;
@@ -120,6 +123,7 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
   void Detalle(const anfitrion::DatosDetalle& datos) override { detalle_ = datos; }
 
   bool GuardaReservacion() override {
+    const registro::Operacion operacion("Hotel.GuardaReservacion");
     ExigeTransaccion();
     renglones_ = 0;
     guardado_.clear();
@@ -131,6 +135,7 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
   }
 
   bool GuardaDetalle(bool puedeCambiarPrecio) override {
+    const registro::Operacion operacion("Hotel.GuardaDetalle");
     ExigeTransaccion();
     return Intenta([&] { GuardaRenglon(puedeCambiarPrecio); });
   }

@@ -2,6 +2,7 @@
 
 #include "host/standalone/anfitrion.h"
 #include "host/standalone/fabricas.h"
+#include "host/standalone/registro.h"
 
 namespace autonomo {
 
@@ -47,6 +48,7 @@ class ServicioImpresion : public com::Objeto<anfitrion::Impresion> {
 
   void ImprimeFormato(const std::string& formato, const std::string& clave, const std::string& /*e1*/, int /*c1*/,
                       int /*c2*/, const std::string& /*e2*/) override {
+    const registro::Operacion operacion("Impresion.ImprimeFormato");
     Conexion& conexion = *host_.conexion();
     const std::optional<Documento> documento = LeeDocumento(conexion, clave);
     if (!documento) throw com::Error(com::error::kArgumento, "La reservación " + clave + " no existe");

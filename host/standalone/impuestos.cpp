@@ -2,6 +2,7 @@
 
 #include "host/standalone/anfitrion.h"
 #include "host/standalone/fabricas.h"
+#include "host/standalone/registro.h"
 
 namespace autonomo {
 
@@ -53,6 +54,7 @@ class ServicioCalculoImpuesto : public com::Objeto<anfitrion::CalculoImpuesto> {
   explicit ServicioCalculoImpuesto(Anfitrion& host) : host_(host) {}
   double TasaImpuesto(const std::string& sucursal, const std::string& /*cliente*/,
                       const std::string& producto) override {
+    const registro::Operacion operacion("CalculoImpuesto.TasaImpuesto");
     return TasaDeImpuesto(*host_.conexion(), sucursal, producto);
   }
 

@@ -2,6 +2,7 @@
 #include "host/standalone/anfitrion.h"
 #include "host/standalone/fabricas.h"
 #include "host/standalone/parametros.h"
+#include "host/standalone/registro.h"
 #include "host/standalone/transaccion.h"
 
 namespace autonomo {
@@ -19,10 +20,12 @@ class ServicioSistema : public com::Objeto<anfitrion::Sistema> {
   // Values are kept as text and handed out as text; callers convert them.
   com::Variant LeeParametro(const std::string& clave, int /*ambito*/, const std::string& /*tipo*/,
                             const std::string& defecto) override {
+    const registro::Operacion operacion("Sistema.LeeParametro");
     return autonomo::LeeParametro(*host_.conexion(), clave).value_or(defecto);
   }
 
   bool TienePermiso(const std::string& pantalla, const std::string& opcion, const std::string& /*texto*/) override {
+    const registro::Operacion operacion("Sistema.TienePermiso");
     return Hay(*host_.conexion(),
                "SELECT Pe_Opcion FROM Permiso WHERE Pe_Usuario = ? AND Pe_Pantalla = ? AND Pe_Opcion = ?",
                {host_.usuario(), pantalla, opcion});
@@ -30,6 +33,7 @@ class ServicioSistema : public com::Objeto<anfitrion::Sistema> {
 
   int Mensaje(const com::Variant& texto, int estilo, const com::Variant& titulo, const com::Variant& ventana,
               const com::Variant& pantalla, const com::Variant& id) override {
+    const registro::Operacion operacion("Sistema.Mensaje");
     controles::CajaMensaje caja;
     caja.texto = com::CStr(texto);
     caja.estilo = estilo;
@@ -37,7 +41,10 @@ class ServicioSistema : public com::Objeto<anfitrion::Sistema> {
     caja.ventana = com::CLng(ventana);
     caja.pantalla = com::CStr(pantalla);
     caja.id = com::CStr(id);
-    return controles::EscritorioActual().Mensaje(caja);
+    registro::Anota("aviso " + caja.id + ", estilo " + std::to_string(estilo) + ", " + caja.titulo);
+    const int respuesta = controles::EscritorioActual().Mensaje(caja);
+    registro::Anota("respuesta " + std::to_string(respuesta) + " a " + caja.id);
+    return respuesta;
   }
 
  private:

@@ -6,6 +6,7 @@
 #include "host/standalone/fabricas.h"
 #include "host/standalone/nombres.h"
 #include "host/standalone/parametros.h"
+#include "host/standalone/registro.h"
 #include "platform/regional/regional.h"
 
 namespace autonomo {
@@ -63,6 +64,7 @@ class ServicioUtilerias : public com::Objeto<anfitrion::Utilerias> {
   com::Variant BuscaValor(const std::string& tabla, const std::string& campoClave, const std::string& clave,
                           const std::string& campo, const std::string& /*e1*/, const std::string& /*e2*/,
                           const std::string& /*e3*/, const std::string& /*e4*/) override {
+    const registro::Operacion operacion("Utilerias.BuscaValor");
     const NombresDeTabla n = RevisaNombres(tabla, {campo, campoClave});
     const ado::RecordsetPtr rs = host_.conexion()->Consulta(
         "SELECT " + n.columnas[0] + " FROM " + n.tabla + " WHERE " + n.columnas[1] + " = ?", {clave});
@@ -71,6 +73,7 @@ class ServicioUtilerias : public com::Objeto<anfitrion::Utilerias> {
 
   com::Variant BuscaEnCatalogo(const std::string& catalogo, int /*tamanio*/, const std::string& filtro,
                                const com::Variant& /*fuente*/) override {
+    const registro::Operacion operacion("Utilerias.BuscaEnCatalogo");
     const auto* c = std::find_if(std::begin(kCatalogos), std::end(kCatalogos),
                                  [&](const Catalogo& k) { return com::IgualSinCaja(k.nombre, catalogo); });
     if (c == std::end(kCatalogos)) {
@@ -94,6 +97,7 @@ class ServicioUtilerias : public com::Objeto<anfitrion::Utilerias> {
   }
 
   double TipoCambio(const std::string& moneda, com::Fecha fecha) override {
+    const registro::Operacion operacion("Utilerias.TipoCambio");
     const std::string clave = com::Recorta(moneda);
     const ado::RecordsetPtr rs = host_.conexion()->Consulta(
         "SELECT Tc_Tasa FROM Tipo_Cambio WHERE Mn_Cve_Moneda = ? AND Tc_Fecha <= ? ORDER BY Tc_Fecha DESC",
@@ -117,10 +121,12 @@ class ServicioUtilerias : public com::Objeto<anfitrion::Utilerias> {
   }
 
   std::string EditaNotas(const std::string& titulo, const std::string& texto, int ancho) override {
+    const registro::Operacion operacion("Utilerias.EditaNotas");
     return controles::EscritorioActual().EditaNotas(titulo, texto, ancho);
   }
 
   void RegistraBitacora(const std::string& modulo, const std::string& clave, const std::string& texto) override {
+    const registro::Operacion operacion("Utilerias.RegistraBitacora");
     host_.conexion()->Consulta(
         "INSERT INTO Bitacora (Bt_Modulo, Bt_Clave, Bt_Texto, Bt_Usuario, Bt_Fecha) VALUES (?, ?, ?, ?, ?)",
         {modulo, clave, texto, host_.usuario(), host_.reloj().Ahora()});
@@ -129,6 +135,7 @@ class ServicioUtilerias : public com::Objeto<anfitrion::Utilerias> {
   bool EnviaCorreo(const std::string& /*modulo*/, const std::string& clave, const std::string& plantilla,
                    const std::string& consulta, int /*cero*/, const std::string& /*e1*/,
                    const std::string& /*e2*/) override {
+    const registro::Operacion operacion("Utilerias.EnviaCorreo");
     ResultadoCorreo resultado;
     if (const std::optional<std::string> falla = host_.TomaFallaCorreo()) {
       resultado.error = *falla;
@@ -143,6 +150,7 @@ class ServicioUtilerias : public com::Objeto<anfitrion::Utilerias> {
   void EnviaTeclas(const std::string& teclas) override { controles::EscritorioActual().EnviaTeclas(teclas); }
 
   std::string ResuelveTransaccion(const std::string& transaccion, const std::string& /*producto*/) override {
+    const registro::Operacion operacion("Utilerias.ResuelveTransaccion");
     const std::string codigo = com::Mayusculas(com::Recorta(transaccion));
     return codigo.empty() ? std::string(anfitrion::kPantalla) : codigo;
   }

@@ -2,6 +2,7 @@
 #include "host/standalone/anfitrion.h"
 #include "host/standalone/fabricas.h"
 #include "host/standalone/nombres.h"
+#include "host/standalone/registro.h"
 #include "platform/controls/formulario.h"
 
 namespace autonomo {
@@ -15,6 +16,7 @@ class ServicioVisorRegistro : public com::Objeto<anfitrion::VisorRegistro> {
   void MuestraRegistro(const std::string& tabla, const std::string& columna, const std::string& clave,
                        const std::string& /*e1*/, const std::string& /*e2*/, const std::string& /*e3*/,
                        const std::string& /*e4*/) override {
+    const registro::Operacion operacion("VisorRegistro.MuestraRegistro");
     const NombresDeTabla nombres = RevisaNombres(tabla, {columna});
     host_.AnotaVisto({nombres.tabla, nombres.columnas.front(), clave});
     controles::EscritorioActual().AbrePantalla("MuestraRegistro", {nombres.tabla, nombres.columnas.front(), clave});

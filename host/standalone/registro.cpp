@@ -1,0 +1,181 @@
+#include "host/standalone/registro.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "host/standalone/version.h"
+#include "platform/com/error.h"
+
+namespace autonomo::registro {
+namespace {
+
+constexpr std::uintmax_t kMayor = 1'000'000;  // bytes
+constexpr int kAnteriores = 4;
+constexpr auto kLenta = std::chrono::milliseconds(200);
+
+struct Registro {
+  int archivo = -1;  // -1 without a log
+  std::string ruta;
+  std::uintmax_t escrito = 0;  // bytes since the size was looked at
+};
+
+Registro& ElRegistro() {
+  static Registro registro;
+  return registro;
+}
+
+void Aparta(const std::string& ruta) {
+  std::error_code ec;
+  if (std::filesystem::file_size(ruta, ec) < kMayor || ec) return;
+  const auto nombre = [&](int n) { return n == 0 ? ruta : ruta + '.' + std::to_string(n); };
+  for (int n = kAnteriores - 1; n >= 0; --n) std::filesystem::rename(nombre(n), nombre(n + 1), ec);
+}
+
+std::string CarpetaDeEstado() {
+  const auto valor = [](const char* variable) {
+    const char* v = std::getenv(variable);
+    return std::string(v == nullptr ? "" : v);
+  };
+  const std::string estado = valor("XDG_STATE_HOME");
+  return (estado.empty() ? valor("HOME") + "/.local/state" : estado) + "/reservas";
+}
+
+std::string Ahora() {
+  const auto ahora = std::chrono::system_clock::now();
+  const std::time_t segundos = std::chrono::system_clock::to_time_t(ahora);
+  std::tm local{};
+  localtime_r(&segundos, &local);
+  std::array<char, 32> dia{};
+  std::strftime(dia.data(), dia.size(), "%Y-%m-%d %H:%M:%S", &local);
+  const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(ahora.time_since_epoch()).count() % 1000;
+  return dia.data() + ('.' + std::to_string(1000 + ms).substr(1));
+}
+
+std::string Milisegundos(Instante desde) {
+  const std::chrono::duration<double, std::milli> duro = std::chrono::steady_clock::now() - desde;
+  std::array<char, 32> texto{};
+  std::snprintf(texto.data(), texto.size(), "%.1f ms", duro.count());
+  return texto.data();
+}
+
+bool EsDePalabra(char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || (c & 0x80) != 0; }
+
+bool Lee(std::string_view sentencia) {
+  const std::size_t i = sentencia.find_first_not_of(" \t\r\n");
+  return i != std::string_view::npos && (sentencia[i] == 'S' || sentencia[i] == 's');
+}
+
+std::string NumeroDe(const std::exception& falla) {
+  const auto* error = dynamic_cast<const com::Error*>(&falla);
+  return error == nullptr ? std::string("sin número") : std::to_string(error->Numero());
+}
+
+}  // namespace
+
+void Abre(const std::string& ruta) {
+  Aparta(ruta);
+  const int archivo = open(ruta.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600);
+  if (archivo < 0) {
+    throw com::Error(com::error::kSoloLectura, "No se puede escribir el registro " + ruta +
+                                                   ". Revise los permisos o indique otro con --registro.");
+  }
+  Cierra();
+  ElRegistro() = {archivo, ruta, 0};
+}
+
+void AbreDelUsuario() {
+  const std::string carpeta = CarpetaDeEstado();
+  std::error_code ec;
+  std::filesystem::create_directories(carpeta, ec);
+  try {
+    Abre(carpeta + "/reservas.log");
+  } catch (const com::Error&) {  // a log that nobody asked for must not keep anybody from working
+  }
+}
+
+void Cierra() {
+  if (Abierto()) close(std::exchange(ElRegistro().archivo, -1));
+}
+
+bool Abierto() { return ElRegistro().archivo >= 0; }
+
+void Anota(std::string_view texto) {
+  if (!Abierto()) return;
+  std::string linea = Ahora() + " [" + std::to_string(getpid()) + "] ";
+  for (const char c : texto) linea += c == '\n' || c == '\r' ? ' ' : c;
+  linea += '\n';
+  Registro& registro = ElRegistro();
+  // A full disk loses the line, not the clerk's work.
+  if (write(registro.archivo, linea.data(), linea.size()) < 0) return;
+  registro.escrito += linea.size();
+  if (registro.escrito < kMayor) return;
+  try {
+    Abre(std::string(registro.ruta));
+  } catch (const com::Error&) {  // the file in use goes on
+    registro.escrito = 0;
+  }
+}
+
+Operacion::~Operacion() {
+  if (std::uncaught_exceptions() > antes_) Anota(std::string("falla la operación ") + nombre_);
+}
+
+std::string SinValores(std::string_view sentencia) {
+  std::string s;
+  for (std::size_t i = 0; i < sentencia.size();) {
+    const char c = sentencia[i];
+    const bool nuevo = i == 0 || !EsDePalabra(sentencia[i - 1]);
+    if (c == '\'' || c == '"') {
+      // A doubled quote gives two literals side by side, which hides as much; one that does not end hides the rest.
+      i = std::min(sentencia.find(c, i + 1), sentencia.size() - 1) + 1;
+      s += '?';
+    } else if (sentencia.substr(i).starts_with("--") || sentencia.substr(i).starts_with("/*")) {
+      break;
+    } else if (nuevo && std::isdigit(static_cast<unsigned char>(c)) != 0) {
+      while (i < sentencia.size() && (EsDePalabra(sentencia[i]) || sentencia[i] == '.')) ++i;
+      s += '?';
+    } else {
+      s += c;
+      ++i;
+    }
+  }
+  return s;
+}
+
+Sesion::~Sesion() {
+  Anota("fin");
+  Cierra();
+}
+
+void Sesion::Comienza(const std::string& programa, const std::string& base, const std::optional<std::string>& ruta) {
+  if (ruta) {
+    Abre(*ruta);
+  } else if (base != ":memory:") {
+    AbreDelUsuario();
+  }
+  Anota("inicio " + TextoVersion(programa, base));
+}
+
+void AnotaSentencia(std::string_view sentencia, Instante desde) {
+  const bool lenta = std::chrono::steady_clock::now() - desde >= kLenta;
+  if (lenta || !Lee(sentencia)) Anota(Milisegundos(desde) + (lenta ? ", lenta: " : ": ") + SinValores(sentencia));
+}
+
+void AnotaFalla(std::string_view sentencia, Instante desde, const std::exception& falla) {
+  Anota("falla " + NumeroDe(falla) + " en " + Milisegundos(desde) + ": " + SinValores(sentencia));
+}
+
+void AnotaFalla(const std::exception& falla) { Anota("falla que nadie atendió: " + NumeroDe(falla)); }
+
+}  // namespace autonomo::registro
