@@ -34,6 +34,8 @@
 #include "guion/respuestas.h"
 #include "guion/vigilados.h"
 #include "host/standalone/documento.h"
+#include "host/standalone/registro.h"
+#include "host/standalone/version.h"
 #include "platform/com/error.h"
 #include "platform/controls/barra.h"
 #include "publico/publico.h"
@@ -44,7 +46,7 @@ namespace {
 
 constexpr const char* kUso =
     "Uso: reservas [--base RUTA.db] [--demo] [--ahora AAAA-MM-DDTHH:MM[:SS]] [--usuario LOGIN]\n"
-    "              [--por-celda] [--tema claro|oscuro|sistema] [--guion GUION]\n"
+    "              [--por-celda] [--tema claro|oscuro|sistema] [--guion GUION] [--registro ARCHIVO]\n"
     "\n"
     "  --base RUTA.db     base SQLite; se crea vacía si no existe. Sin ella se usa la base del usuario,\n"
     "                     que la primera vez se llena con el hotel de demostración\n"
@@ -54,6 +56,8 @@ constexpr const char* kUso =
     "  --por-celda        el tablero pregunta celda por celda\n"
     "  --tema TEMA        colores claros, oscuros o los del sistema\n"
     "  --guion GUION      un guion maneja las ventanas; - es la entrada estándar\n"
+    "  --registro ARCHIVO diario de fallas y escrituras; sin ella, el de la carpeta de estado del usuario\n"
+    "  --version          versión, motor, esquema y base\n"
     "  -h, --help, --ayuda  esta ayuda\n";
 
 struct MalUso {
@@ -67,39 +71,30 @@ Tema TemaDe(const std::string& nombre) {
   throw MalUso{"No existe el tema " + nombre};
 }
 
-// The options that only this program has are taken out; the rest is read as the scripted clerk's are.
-OpcionesPrograma LeeOpcionesPrograma(const std::vector<std::string>& argumentos, bool& ayuda) {
+// texto takes what was asked for instead of the program: its usage or its version.
+OpcionesPrograma LeeOpcionesPrograma(const std::vector<std::string>& argumentos, std::string& texto) {
   OpcionesPrograma opciones;
-  std::vector<std::string> comunes;
-  bool conBase = false;
-  for (std::size_t i = 0; i < argumentos.size(); ++i) {
-    const std::string& a = argumentos[i];
-    const auto valor = [&]() -> const std::string& {
-      if (i + 1 >= argumentos.size()) throw MalUso{"Falta el valor de " + a};
-      return argumentos[++i];
-    };
-    if (a == "--tema") {
-      opciones.tema = TemaDe(valor());
-    } else if (a == "--guion") {
-      opciones.guion = valor();
-    } else {
-      const bool suelto = a == "-" || !a.starts_with("-");
-      if (suelto && (i == 0 || !argumentos[i - 1].starts_with("--"))) throw MalUso{"Sobra «" + a + "»"};
-      conBase = conBase || a == "--base" || a == "--conexion";
-      comunes.push_back(a);
-    }
-  }
-  guion::OpcionesGuion leidas;
   try {
-    leidas = guion::LeeOpciones(comunes);
+    std::vector<guion::Opcion> propias = guion::OpcionesDeAnfitrion();
+    propias.push_back({"tema", true});
+    propias.push_back({"guion", true});
+    const guion::Argumentos leidos(argumentos, propias, 0);
+    if (leidos.PideAyuda()) {
+      texto = kUso;
+      return opciones;
+    }
+    opciones.anfitrion = guion::LeeAnfitrion(leidos);
+    opciones.guion = leidos.Valor("guion");
+    opciones.tema = TemaDe(leidos.Valor("tema").value_or("sistema"));
+    opciones.registro = leidos.Valor("registro");
+    if (!leidos.Hay("base") && !leidos.Hay("conexion") && !opciones.guion) {
+      opciones.anfitrion.base.ruta = BaseDelUsuario();
+      if (!QFileInfo::exists(Q(opciones.anfitrion.base.ruta))) opciones.anfitrion.demo = true;
+    }
+    if (leidos.PideVersion()) texto = autonomo::TextoVersion("reservas", opciones.anfitrion.base.ruta);
   } catch (const com::Error& e) {
-    throw MalUso{e.Descripcion()};
-  }
-  ayuda = leidas.ayuda;
-  opciones.anfitrion = leidas.anfitrion;
-  if (!conBase && !opciones.guion && !ayuda) {
-    opciones.anfitrion.base.ruta = BaseDelUsuario();
-    if (!QFileInfo::exists(Q(opciones.anfitrion.base.ruta))) opciones.anfitrion.demo = true;
+    if (e.Numero() == com::error::kArgumento) throw MalUso{e.Descripcion()};
+    throw;
   }
   return opciones;
 }
@@ -191,6 +186,9 @@ void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion) 
   opcion("&Monedas y tipos de cambio…", "CA039");
   opcion("&Habitaciones, tipos y tarifas…", "CA153");
   opcion("C&onfiguración…", "CONFIG");
+  contexto.menu.push_back({QStringLiteral("&Acerca de este programa"), [&escritorio, &anfitrion] {
+                             Avisa(autonomo::TextoVersion("Reservaciones", anfitrion.base()), 64, escritorio.Frente());
+                           }});
 }
 
 int RevisaPantalla(int argc, char** argv) {
@@ -204,7 +202,7 @@ int RevisaPantalla(int argc, char** argv) {
   for (int i = 1; i < argc; ++i) {
     const std::string a = argv[i];
     // A script and the help need nobody to look on.
-    if (a == "--guion" || guion::PideAyuda(a)) {
+    if (a == "--guion" || a.starts_with("--guion=") || guion::PideTexto(a)) {
       setenv("QT_QPA_PLATFORM", "offscreen", 1);
       return kBien;
     }
@@ -234,10 +232,10 @@ int Programa::Corre() {
   carencias_.letra = BuscaLetra(CarpetasDeLetras());
   OpcionesPrograma opciones;
   try {
-    bool ayuda = false;
-    opciones = LeeOpcionesPrograma(argumentos, ayuda);
-    if (ayuda) {
-      std::cout << kUso;
+    std::string texto;
+    opciones = LeeOpcionesPrograma(argumentos, texto);
+    if (!texto.empty()) {
+      std::cout << texto;
       return kBien;
     }
   } catch (const MalUso& e) {
@@ -256,9 +254,12 @@ int Programa::Corre() {
   const int ancho = pantalla == nullptr || opciones.guion ? 0 : pantalla->availableGeometry().width();
   const double letra = FijaAmpliacion(pantalla == nullptr ? 96.0 : pantalla->logicalDotsPerInchY(), ancho);
   AplicaEstilo(aplicacion_, opciones.tema, letra);
+  autonomo::registro::Sesion sesion;
   try {
+    sesion.Comienza("reservas", opciones.anfitrion.base.ruta, opciones.registro);
     return opciones.guion ? CorreGuion(opciones) : CorreVentana(opciones);
   } catch (const std::exception& e) {
+    autonomo::registro::AnotaFalla(e);
     const std::string& ruta = opciones.anfitrion.base.ruta;
     const std::string texto = e.what() + (ruta == ":memory:" ? std::string() : " (" + ruta + ")");
     if (opciones.guion) {

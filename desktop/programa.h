@@ -18,6 +18,7 @@ inline constexpr int kBien = 0, kFalla = 1, kMalUso = 2;
 struct OpcionesPrograma {
   autonomo::Opciones anfitrion;
   std::optional<std::string> guion;
+  std::optional<std::string> registro;
   Tema tema = Tema::Sistema;
 };
 

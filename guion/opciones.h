@@ -1,6 +1,8 @@
-// Command line of the programs that run scripts.
+// Command lines: how all programs read their arguments, and what the programs that run scripts take.
 #pragma once
 
+#include <QCommandLineParser>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -9,18 +11,40 @@
 
 namespace guion {
 
-struct OpcionesGuion {
-  autonomo::Opciones anfitrion;
-  std::string guion = "-";  // "-": standard input
-  bool ayuda = false;
+// An option of a program, without its dashes.
+struct Opcion {
+  const char* nombre;
+  bool conValor = false;
+};
+
+// Arguments without the program's name: "--nombre valor" or "--nombre=valor" in any order, what stands alone, "--"
+// before what only looks like an option. Every program also takes --ayuda (-h, --help), --version and --registro.
+class Argumentos {
+ public:
+  // Error kArgumento for an option that is not there, one without its value, or more than `sueltos` words that stand
+  // alone; none of these when help or version is asked for.
+  Argumentos(const std::vector<std::string>& argumentos, const std::vector<Opcion>& opciones, int sueltos);
+
+  bool Hay(const char* nombre) const { return lector_.isSet(QString::fromUtf8(nombre)); }
+  // The last value given; nothing without the option.
+  std::optional<std::string> Valor(const char* nombre) const;
+  // The words that stand alone.
+  std::vector<std::string> Sueltos() const;
+  bool PideAyuda() const { return Hay("ayuda"); }
+  bool PideVersion() const { return Hay("version"); }
+
+ private:
+  QCommandLineParser lector_;
 };
 
 extern const char* const kUsoGuion;
 
-// Whether an argument asks for the usage, in Spanish or as it is customary elsewhere.
-bool PideAyuda(std::string_view argumento);
+// Whether an argument asks for the usage or the version: nobody needs to look on.
+bool PideTexto(std::string_view argumento);
 
-// Without the program's name. Error kArgumento for wrong usage.
-OpcionesGuion LeeOpciones(const std::vector<std::string>& argumentos);
+// The options of a host: base, conexion, demo, ahora, usuario, por-celda.
+std::vector<Opcion> OpcionesDeAnfitrion();
+// Error kArgumento for wrong usage.
+autonomo::Opciones LeeAnfitrion(const Argumentos& argumentos);
 
 }  // namespace guion

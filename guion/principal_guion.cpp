@@ -2,6 +2,7 @@
 #include <QCoreApplication>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <sstream>
 
 #include "guion/archivos.h"
@@ -9,10 +10,13 @@
 #include "guion/interprete.h"
 #include "guion/manos_modelos.h"
 #include "guion/opciones.h"
+#include "host/standalone/registro.h"
+#include "host/standalone/version.h"
 #include "platform/com/error.h"
 
 namespace {
 
+constexpr const char* kPrograma = "reservas-guion";
 constexpr int kTodoBien = 0, kConFallas = 1, kUsoErroneo = 2;
 
 std::unique_ptr<autonomo::Anfitrion> AbreAnfitrion(const autonomo::Opciones& opciones) {
@@ -25,10 +29,11 @@ std::unique_ptr<autonomo::Anfitrion> AbreAnfitrion(const autonomo::Opciones& opc
   }
 }
 
-int Corre(const guion::OpcionesGuion& opciones) {
-  const bool deArchivo = opciones.guion != "-";
-  std::istringstream archivo(deArchivo ? guion::LeeArchivo(opciones.guion) : std::string());
-  const auto abierto = AbreAnfitrion(opciones.anfitrion);
+// guion: "-" for the standard input.
+int Corre(const autonomo::Opciones& opciones, const std::string& guion) {
+  const bool deArchivo = guion != "-";
+  std::istringstream archivo(deArchivo ? guion::LeeArchivo(guion) : std::string());
+  const auto abierto = AbreAnfitrion(opciones);
   autonomo::Anfitrion& anfitrion = *abierto;
   anfitrion.RegistraClases();
   guion::Vigilancia vigilancia(anfitrion);
@@ -39,28 +44,40 @@ int Corre(const guion::OpcionesGuion& opciones) {
   guion::Interprete interprete({anfitrion, vigilancia, respuestas, manos, componente}, std::cout, std::cerr);
   escritorio.AlAbrirModal([&](controles::Formulario& formulario) { interprete.AtiendeModal(formulario); });
   std::istream& entrada = deArchivo ? static_cast<std::istream&>(archivo) : std::cin;
-  return interprete.Corre(entrada, deArchivo ? opciones.guion : "(entrada)") == 0 ? kTodoBien : kConFallas;
+  return interprete.Corre(entrada, deArchivo ? guion : "(entrada)") == 0 ? kTodoBien : kConFallas;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
   const QCoreApplication aplicacion(argc, argv);
-  guion::OpcionesGuion opciones;
+  autonomo::Opciones opciones;
+  std::string guion = "-";
+  std::optional<std::string> registro;
   try {
-    opciones = guion::LeeOpciones(std::vector<std::string>(argv + 1, argv + argc));
+    const guion::Argumentos argumentos({argv + 1, argv + argc}, guion::OpcionesDeAnfitrion(), 1);
+    if (argumentos.PideAyuda()) {
+      std::cout << guion::kUsoGuion;
+      return kTodoBien;
+    }
+    opciones = guion::LeeAnfitrion(argumentos);
+    if (argumentos.PideVersion()) {
+      std::cout << autonomo::TextoVersion(kPrograma, opciones.base.ruta);
+      return kTodoBien;
+    }
+    if (const auto sueltos = argumentos.Sueltos(); !sueltos.empty()) guion = sueltos.front();
+    registro = argumentos.Valor("registro");
   } catch (const com::Error& e) {
-    std::cerr << "reservas-guion: " << e.Descripcion() << "\n\n" << guion::kUsoGuion;
+    std::cerr << kPrograma << ": " << e.Descripcion() << "\n\n" << guion::kUsoGuion;
     return kUsoErroneo;
   }
-  if (opciones.ayuda) {
-    std::cout << guion::kUsoGuion;
-    return kTodoBien;
-  }
+  autonomo::registro::Sesion sesion;
   try {
-    return Corre(opciones);
+    sesion.Comienza(kPrograma, opciones.base.ruta, registro);
+    return Corre(opciones, guion);
   } catch (const std::exception& e) {
-    std::cerr << "reservas-guion: " << e.what() << '\n';
+    autonomo::registro::AnotaFalla(e);
+    std::cerr << kPrograma << ": " << e.what() << '\n';
     return kConFallas;
   }
 }

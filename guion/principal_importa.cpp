@@ -4,18 +4,20 @@
 #include <unistd.h>
 
 #include <QCoreApplication>
-#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstring>
 #include <iomanip>
 #include <iostream>
+#include <optional>
 
 #include "guion/archivos.h"
 #include "guion/catalogo.h"
 #include "guion/csv.h"
 #include "guion/importador.h"
 #include "guion/opciones.h"
+#include "host/standalone/registro.h"
+#include "host/standalone/version.h"
 #include "platform/com/error.h"
 
 namespace {
@@ -34,39 +36,30 @@ constexpr const char* kUso =
     "línea;\n"
     "                                sin ella, RUTA.db.rechazadas.csv\n"
     "  --estricto                    no captura nada si algún renglón de RESERVAS.csv está mal: dice cuál y termina\n"
+    "  --registro ARCHIVO            diario de fallas y escrituras; sin ella, el de la carpeta de estado del usuario\n"
+    "  --version                     versión, motor, esquema y base\n"
     "  -h, --help, --ayuda           esta ayuda\n";
 
+constexpr const char* kPrograma = "reservas-importa";
 constexpr const char* kUsuario = "IMPORTACION";
 constexpr int kTodoBien = 0, kConFallas = 1, kUsoErroneo = 2;
 
 struct Opciones {
   std::string base, habitaciones, reservas, rechazadas;
   bool estricto = false;
+  std::optional<std::string> registro;
 };
 
 [[noreturn]] void UsoErroneo(const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); }
 
-Opciones LeeOpciones(const std::vector<std::string>& argumentos) {
+Opciones LeeOpciones(const guion::Argumentos& argumentos) {
   Opciones o;
-  for (std::size_t i = 0; i < argumentos.size(); ++i) {
-    const std::string& opcion = argumentos[i];
-    std::string* destino = opcion == "--base"           ? &o.base
-                           : opcion == "--habitaciones" ? &o.habitaciones
-                           : opcion == "--rechazadas"   ? &o.rechazadas
-                                                        : nullptr;
-    if (destino != nullptr) {
-      if (i + 1 >= argumentos.size() || argumentos[i + 1].empty()) UsoErroneo("Falta el valor de " + opcion);
-      *destino = argumentos[++i];
-    } else if (opcion == "--estricto") {
-      o.estricto = true;
-    } else if (opcion.starts_with("-")) {
-      UsoErroneo("No existe la opción " + opcion);
-    } else if (o.reservas.empty()) {
-      o.reservas = opcion;
-    } else {
-      UsoErroneo("Sobra «" + opcion + "»");
-    }
-  }
+  o.base = argumentos.Valor("base").value_or("");
+  o.habitaciones = argumentos.Valor("habitaciones").value_or("");
+  o.rechazadas = argumentos.Valor("rechazadas").value_or("");
+  o.estricto = argumentos.Hay("estricto");
+  o.registro = argumentos.Valor("registro");
+  if (const auto sueltos = argumentos.Sueltos(); !sueltos.empty()) o.reservas = sueltos.front();
   if (o.base.empty()) UsoErroneo("Falta --base");
   if (o.base == ":memory:") UsoErroneo("--base debe ser un archivo: lo importado en memoria se perdería");
   if (o.habitaciones.empty()) UsoErroneo("Falta --habitaciones");
@@ -146,23 +139,31 @@ void Importa(const Opciones& opciones) {
 
 int main(int argc, char** argv) {
   const QCoreApplication aplicacion(argc, argv);
-  const std::vector<std::string> argumentos(argv + 1, argv + argc);
-  if (std::any_of(argumentos.begin(), argumentos.end(), guion::PideAyuda)) {
-    std::cout << kUso;
-    return kTodoBien;
-  }
   Opciones opciones;
   try {
+    const guion::Argumentos argumentos({argv + 1, argv + argc},
+                                       {{"base", true}, {"habitaciones", true}, {"rechazadas", true}, {"estricto"}}, 1);
+    if (argumentos.PideAyuda()) {
+      std::cout << kUso;
+      return kTodoBien;
+    }
+    if (argumentos.PideVersion()) {
+      std::cout << autonomo::TextoVersion(kPrograma, argumentos.Valor("base").value_or(""));
+      return kTodoBien;
+    }
     opciones = LeeOpciones(argumentos);
   } catch (const com::Error& e) {
-    std::cerr << "reservas-importa: " << e.Descripcion() << "\n\n" << kUso;
+    std::cerr << kPrograma << ": " << e.Descripcion() << "\n\n" << kUso;
     return kUsoErroneo;
   }
+  autonomo::registro::Sesion sesion;
   try {
+    sesion.Comienza(kPrograma, opciones.base, opciones.registro);
     Importa(opciones);
     return kTodoBien;
   } catch (const std::exception& e) {
-    std::cerr << "reservas-importa: " << e.what() << '\n';
+    autonomo::registro::AnotaFalla(e);
+    std::cerr << kPrograma << ": " << e.what() << '\n';
     return kConFallas;
   }
 }

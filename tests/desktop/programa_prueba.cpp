@@ -4,6 +4,7 @@
 #include <QCryptographicHash>
 #include <QFile>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 namespace pruebas {
@@ -53,7 +54,8 @@ TEST(ProgramaPrueba, UnaPantallaQueNoResponde) {
 TEST(ProgramaPrueba, ElUsoErroneoSaleConDos) {
   for (const QStringList& argumentos :
        {QStringList{"--nada"}, QStringList{"--base"}, QStringList{"--tema", "rosa"}, QStringList{"sobra"},
-        QStringList{"--guion"}, QStringList{"--base", "a.db", "--conexion", "x"}}) {
+        QStringList{"--guion"}, QStringList{"--base", "a.db", "--conexion", "x"}, QStringList{"--demo", "sobra"},
+        QStringList{"--base="}}) {
     const Salida s = Corre(argumentos);
     EXPECT_EQ(s.estado, 2) << argumentos.join(' ').toStdString();
     EXPECT_TRUE(s.errores.contains(QStringLiteral("Uso: reservas"))) << s.errores.toStdString();
@@ -65,6 +67,16 @@ TEST(ProgramaPrueba, ElUsoErroneoSaleConDos) {
       EXPECT_TRUE(s.texto.contains(QStringLiteral("Uso: reservas"))) << ayuda;
     }
   }
+}
+
+TEST(ProgramaPrueba, LaVersionDiceMotorEsquemaYBase) {
+  const Salida s = Corre({"--version", "--base=hotel.db"}, "");
+  EXPECT_EQ(s.estado, 0) << s.errores.toStdString();
+  EXPECT_TRUE(QRegularExpression(
+                  "^reservas [0-9.]+\nMotor: SQLite 3.*\nVersión del esquema: [0-9]+\nBase de datos: hotel.db\n$")
+                  .match(s.texto)
+                  .hasMatch())
+      << s.texto.toStdString();
 }
 
 TEST(ProgramaPrueba, SinPantallaUnGuionCorreIgual) {
