@@ -140,6 +140,30 @@ Json MuestraControl(const controles::Control& control) {
       .Pon("height", control.height());
 }
 
+Json MuestraEntradas(const controles::Formulario& formulario) {
+  Json json = Json::Objeto();
+  for (const controles::Control* c : formulario.controles()) {
+    Json entrada = Json::Objeto();
+    switch (c->clase()) {
+      case Clase::LookupField:
+      case Clase::DateField:
+      case Clase::CampoNotas:
+        entrada.Pon("texto", ContenidoDe(*c).text);
+        break;
+      case Clase::Casilla:
+      case Clase::Opcion:
+        entrada.Pon("valor", ContenidoDe(*c).valor);
+        break;
+      case Clase::Marco:
+        break;
+      default:
+        continue;
+    }
+    json.Pon(c->nombre(), entrada.Pon("abierto", c->enabled() && !Bloqueado(*c)).Pon("visible", c->visible()));
+  }
+  return json;
+}
+
 Json MuestraBarra(const controles::ScreenToolbar& barra) {
   return Json::Objeto()
       .Pon("EnEdicion", barra.EnEdicion())

@@ -18,6 +18,8 @@ inline constexpr int kColumnasFijas = 2;
 
 // Text, value, switches and place (twips) of a control, and what else its kind has.
 Json MuestraControl(const controles::Control& control);
+// What a clerk sees of every field, box, option and frame: text, and whether it is open and shown.
+Json MuestraEntradas(const controles::Formulario& formulario);
 Json MuestraBarra(const controles::ScreenToolbar& barra);
 // The screen's own fields.
 Json MuestraCampos(const controles::Formulario& formulario);

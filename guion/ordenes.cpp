@@ -214,6 +214,7 @@ Json Interprete::ValorDe(const std::string& que) {
     return punto == std::string::npos ? Activo() : FormularioDe(que.substr(0, punto));
   };
   if (propio == "campos") return MuestraCampos(formulario());
+  if (propio == "entradas") return MuestraEntradas(formulario());
   if (propio == "columnas") return MuestraColumnas(GridDe(formulario()));
   if (propio == "Controles") return MuestraBarra(BarraDe(formulario()));
   return MuestraControl(ControlDe(que));

@@ -64,26 +64,6 @@ TEST_F(Tablero, LasColumnasSonLasNoches) {
   EXPECT_EQ(tablero.ssDisponibilidad.columna(3).fecha, "01/03/2026");
 }
 
-TEST_F(Tablero, LosColoresVienenDelAnfitrionOSeQuedanComoSeDisenaron) {
-  host.Parametro("HT_COLOR_DISPONIBLE", "16711680");
-  host.Parametro("HT_COLOR_OCUPADO", "rojo");
-  ASSERT_TRUE(Abre(kMiercoles, 1));
-  EXPECT_EQ(tablero.ColorDisponible, 0x00FF0000);
-  EXPECT_EQ(tablero.ColorOcupado, 0x000000FF);
-  EXPECT_EQ(tablero.ColorBloqueado, 0x00C0C0C0);
-  EXPECT_EQ(tablero.ColorReservado, 0x00808000);
-  EXPECT_EQ(tablero.lbColorDisponible.color(), 0x00FF0000);
-  EXPECT_EQ(tablero.lblColorOcupado.color(), 0x000000FF);
-  EXPECT_EQ(tablero.lblColorReservando.color(), 0x00008000);
-  std::vector<std::pair<std::string, std::int32_t>> estilos;
-  for (const controles::Estilo& e : tablero.ssDisponibilidad.Estilos()) estilos.emplace_back(e.nombre, e.fondo);
-  EXPECT_EQ(estilos, (std::vector<std::pair<std::string, std::int32_t>>{{"OCUPADO", 0x0000FF},
-                                                                        {"DISPONIBLE", 0xFF0000},
-                                                                        {"Bloqueado", 0xC0C0C0},
-                                                                        {"OCUPANDO", 0x008000},
-                                                                        {"Reservado", 0x808000}}));
-}
-
 TEST_F(Tablero, SoloSeMarcaLoLibreYSoloPorHabitacion) {
   ASSERT_TRUE(Abre(kMiercoles, 3));
   const std::vector<FilaVista> porTipo = Vista();
@@ -284,32 +264,6 @@ TEST_F(Tablero, UnCambioDeVistaQueFallaNoDejaMarcas) {
   EXPECT_TRUE(tablero.frFrame.enabled());
 }
 
-TEST_F(Tablero, SinHabitacionesLoDiceYNoTocaNada) {
-  ASSERT_TRUE(Abre(kMiercoles, 3));
-  const std::vector<FilaVista> antes = Vista();
-  Sql("UPDATE Habitacion SET Es_Cve_Estado = 'BA'");
-  EXPECT_FALSE(tablero.CargarDatos());
-  EXPECT_EQ(tablero.MensajeError,
-            "frmDisponibilidad.CargarDatos() - NO HAY TIPOS DE HABITACION EXISTENTES O ESTAN DE BAJA");
-  EXPECT_EQ(Vista(), antes);
-  EXPECT_FALSE(tablero.frFrame.enabled());
-  EXPECT_FALSE(tablero.cmdPrecios.PuedeEnfocarse());
-
-  tablero.opHabitacion.Selecciona();
-  ASSERT_EQ(escritorio.Mensajes().size(), 1U);
-  const controles::CajaMensaje& caja = escritorio.Mensajes()[0];
-  EXPECT_EQ(caja.id, "ERR-ID:7500056");
-  EXPECT_EQ(caja.titulo, "opHabitacion_Click()");
-  EXPECT_EQ(caja.estilo, 16);
-  EXPECT_EQ(caja.texto, "frmDisponibilidad.CargarDatos() - NO HAY HABITACIONES EXISTENTES O ESTAN DE BAJA");
-  EXPECT_EQ(tablero.ssDisponibilidad.Filas(), 0);
-
-  Sql("UPDATE Habitacion SET Es_Cve_Estado = 'AC'");
-  EXPECT_TRUE(tablero.CargarDatos());
-  EXPECT_EQ(tablero.MensajeError, "");
-  EXPECT_TRUE(tablero.frFrame.enabled());
-}
-
 TEST_F(Tablero, CadaFuenteQueFallaDejaElMarcoApagadoYNadaMarcable) {
   for (const bool conjuntos : {true, false}) {
     for (const char* fuente : {"FROM Tipo_Habitacion THb", "Rsd_Fecha_Fin", "CI.Ci_Salida", "Hbb_Fecha_Fin"}) {
@@ -390,31 +344,6 @@ TEST_F(Tablero, VolverACargarLaPantallaEmpiezaComoSeDiseno) {
   EXPECT_EQ(tablero.txtGrupo_Habitacion.formato(), "000");
   EXPECT_TRUE(tablero.ssDisponibilidad.columna("Clave").visible);
   for (const std::string& s : conexion->sentencias) EXPECT_EQ(s.find("COUNT"), std::string::npos) << s;
-}
-
-TEST_F(Tablero, ElBotonMuestraLosPreciosDeLaPrimeraNoche) {
-  ASSERT_TRUE(Abre(kMiercoles, 2));
-  tablero.cmdPrecios.Pulsa();
-  const auto pantallas = host.Pantallas();
-  ASSERT_EQ(pantallas.size(), 1U);
-  EXPECT_EQ(pantallas[0].pantalla, "MuestraPrecios");
-  EXPECT_EQ(pantallas[0].argumentos, std::vector<com::Variant>{kMiercoles});
-}
-
-TEST_F(Tablero, ElGridLlenaLaVentanaYLoQueNoCabeSeQueda) {
-  ASSERT_TRUE(Abre(kMiercoles, 1));
-  const controles::Grid& grid = tablero.ssDisponibilidad;
-  tablero.Redimensiona(15000, 12000);
-  EXPECT_EQ(tablero.frFrame.width(), 15000 - 2 * tablero.frFrame.left());
-  EXPECT_EQ(grid.width(), 15000 - 2 * grid.left());
-  EXPECT_EQ(grid.height(), 12000 - grid.top() - 100 - tablero.frColores.height());
-  EXPECT_EQ(tablero.frColores.width(), 15000 - 2 * tablero.frColores.left());
-  EXPECT_EQ(tablero.frColores.top(), grid.top() + grid.height() + 50);
-  const int alto = grid.height();
-  tablero.Redimensiona(9000, 100);  // the height does not fit, the widths do
-  EXPECT_EQ(grid.height(), alto);
-  EXPECT_EQ(grid.width(), 9000 - 2 * grid.left());
-  EXPECT_EQ(tablero.frColores.top(), grid.top() + alto + 50);
 }
 
 TEST(CeldaTablero, LasLibresTienenQueCaberEnDieciseisBits) {

@@ -30,49 +30,6 @@ TEST_F(Arranque, TheBoardGoesBeforeTheHotelAndTheHotelBeforeTheScreen) {
   EXPECT_TRUE(publico::Arrancado());
 }
 
-TEST_F(Arranque, WithoutParametersTheDefaultsHold) {
-  Sql("DELETE FROM Parametro");
-  Abre();
-  EXPECT_EQ(pantalla.txtCliente.formato(), "0000000000");
-  EXPECT_EQ(pantalla.txtHuesped.formato(), "0000000000");
-  EXPECT_EQ(pantalla.txtForma_Pago.formato(), "0000");
-  EXPECT_EQ(pantalla.FormatoHabitacion, "0000");
-  EXPECT_EQ(pantalla.txtSucursal.text(), "0001");
-  EXPECT_EQ(pantalla.txtMoneda.text(), "");
-  EXPECT_TRUE(pantalla.PermiteSobreventa);
-  EXPECT_EQ(pantalla.DiasReservacion, 1);
-  EXPECT_EQ(pantalla.FechaCaptura, com::FechaDe(2026, 3, 9, 10, 30));
-  EXPECT_EQ(pantalla.dpFecha.valor(), pantalla.FechaCaptura);
-  EXPECT_FALSE(controles::MayusculasForzadas());
-  EXPECT_TRUE(tablero.cargado());
-  EXPECT_FALSE(tablero.visible());
-  EXPECT_EQ(pantalla.foco(), &pantalla.txtFolio);
-  for (const Accion a : {Accion::Editar, Accion::Aceptar, Accion::Confirmar, Accion::Eliminar, Accion::Reactivar,
-                         Accion::Correo, Accion::Registro}) {
-    EXPECT_FALSE(pantalla.Controles.Ofrece(a)) << controles::NombreAccion(a);
-  }
-  EXPECT_TRUE(pantalla.Controles.Ofrece(Accion::Nuevo));
-}
-
-TEST_F(Arranque, StoredConfigurationAndRightsHold) {
-  host.Parametro("CAT_FORZAR_MAYUSCULAS", "1");
-  host.Parametro("HT_OVER_BOOKING", "0");
-  host.Parametro("HT_DIAS_RESERVACION", "7");
-  host.Parametro("HT_SUCURSAL_DEFAULT", "0002");
-  host.Permiso("CHPR02", true);
-  Abre();
-  EXPECT_TRUE(controles::MayusculasForzadas());
-  EXPECT_FALSE(pantalla.PermiteSobreventa);
-  EXPECT_EQ(pantalla.txtSucursal.text(), "0002");
-  EXPECT_EQ(pantalla.txtNMoneda.text(), "Peso mexicano");
-  EXPECT_EQ(pantalla.txtTipoCambio.text(), "");
-  EXPECT_TRUE(pantalla.PuedeCambiarPrecio);
-  EXPECT_FALSE(pantalla.ssReservaciones.columna("Precio").bloqueada);
-  EXPECT_TRUE(pantalla.ssReservaciones.columna("Descuento").bloqueada);
-  Pulsa(Accion::Nuevo);
-  EXPECT_EQ(pantalla.dpFecha_llegada.valor(), Dia(2026, 3, 16));
-}
-
 TEST_F(Arranque, AFailingLoadLeavesAScreenThatCanBeLoadedLater) {
   host.Parametro("HT_DIAS_RESERVACION", "pronto");
   EXPECT_THROW(Abre(), com::Error);
@@ -117,17 +74,6 @@ TEST_F(Arranque, TransactionCodeComesFromTheOwner) {
   EXPECT_EQ(pantalla.Transaccion(), "KV207");
 }
 
-TEST_F(Arranque, F6OpensTheBoardOtherKeysDoNot) {
-  Nueva();
-  pantalla.Enfoca(pantalla.txtReferencia);
-  pantalla.PulsaTecla(controles::tecla::kF5);
-  pantalla.PulsaTecla(controles::tecla::kF7);
-  EXPECT_TRUE(escritorio.Modales().empty());
-  pantalla.PulsaTecla(controles::tecla::kF6);
-  ASSERT_EQ(escritorio.Modales().size(), 1u);
-  EXPECT_EQ(escritorio.Modales()[0], &tablero);
-}
-
 TEST_F(Arranque, ActivationGoesToTheFolioOnlyWhenItWaits) {
   Nueva();
   pantalla.Enfoca(pantalla.txtReferencia);
@@ -137,24 +83,6 @@ TEST_F(Arranque, ActivationGoesToTheFolioOnlyWhenItWaits) {
   pantalla.Enfoca(pantalla.cmdDisponibilidad);
   pantalla.Activa();
   EXPECT_EQ(pantalla.foco(), &pantalla.txtFolio);
-}
-
-TEST_F(Arranque, GridAndTotalsFollowTheWindow) {
-  Abre();
-  const controles::Grid& grid = pantalla.ssReservaciones;
-  pantalla.Redimensiona(18000, 12000);
-  EXPECT_EQ(grid.width(), 18000 - 2 * 180);
-  EXPECT_EQ(grid.height(), 12000 - grid.top() - pantalla.frTotales.height());
-  EXPECT_EQ(pantalla.frTotales.top(), grid.top() + grid.height() + 100);
-  EXPECT_EQ(pantalla.frTotales.left() + pantalla.frTotales.width(), grid.left() + grid.width());
-
-  // Too low for the grid: its height stays, the rest follows.
-  const int alto = grid.height();
-  pantalla.Redimensiona(16000, 1000);
-  EXPECT_EQ(grid.width(), 16000 - 2 * 180);
-  EXPECT_EQ(grid.height(), alto);
-  EXPECT_EQ(pantalla.frTotales.left() + pantalla.frTotales.width(), grid.left() + grid.width());
-  EXPECT_TRUE(escritorio.Mensajes().empty());
 }
 
 TEST_F(Arranque, DesignFitsTheWindowWithoutOverlaps) {

@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include "reservation/sentencias.h"
 #include "tests/comun/hotel_prueba.h"
 
 namespace {
@@ -142,25 +141,6 @@ TEST_F(Auditoria, AFailedImageFailsTheComparisonToo) {
   EXPECT_EQ(escritorio.Mensajes()[0].titulo, "Resevacion_Despues()");
   EXPECT_EQ(escritorio.Mensajes()[0].texto, "falla inyectada");
   EXPECT_TRUE(host.Bitacora().empty());
-}
-
-TEST(SentenciasBitacora, ReadAsWritten) {
-  ado::TextoSQL antes, despues, detalle;
-  kv207::ArmaEncabezadoAntes(antes, "77");
-  kv207::ArmaEncabezadoDespues(despues, "77");
-  kv207::ArmaDetalleImagen(detalle, "77");
-  const std::string columnas =
-      "SELECT  Rs_Folio,  Rs_Fecha,  Rs_Llegada,  Rs_Salida,  Sc_Cve_Sucursal,  Cl_Cve_Cliente,  Mn_Cve_Moneda,  "
-      "Fp_Cve_Forma_Pago,  Rs_Referencia,  Rs_Huesped,  Rs_Comentario,  Rs_Notas ";
-  EXPECT_EQ(antes.Texto(), columnas + "From Reservacion  WHERE   Rs_Folio = '77'");
-  EXPECT_EQ(despues.Texto(), columnas + "FROM Reservacion  WHERE   Rs_Folio = '77'");
-  EXPECT_EQ(detalle.Texto(),
-            "SELECT  Rs_Folio,  Rsd_Id,  Hb_Cve_Habitacion,  Rsd_Fecha_Inicio,  Rsd_Fecha_Fin,  Rsd_Cantidad,  "
-            "Rsd_Adultos,  Rsd_Menores,  Rsd_Infantes,  Rsd_Cantidad_Personas_Extra,  Rsd_Precio,  "
-            "Rsd_Precio_Personas_Extra,  Rsd_Precio_Lista,  Rsd_Precio_Lista_Importe,  Rsd_Descuento_Factor,  "
-            "Rsd_Descuento_Importe,  Rsd_Precio_Descontado,  Rsd_Precio_Descontado_Importe,  Rsd_Impuesto_Factor,  "
-            "Rsd_Impuesto_Importe,  Rsd_Precio_Neto,  Rsd_Precio_Neto_Importe FROM Reservacion_Detalle  WHERE   "
-            "Rs_Folio = '77'");
 }
 
 }  // namespace

@@ -161,35 +161,4 @@ TEST_F(Disponibilidad, AFailureIsTheReasonAndASingleQuoteChangesNothing) {
   EXPECT_EQ(Celda("SELECT COUNT(*) FROM Habitacion"), "4");
 }
 
-TEST_F(Disponibilidad, AsksThreeTimesANightAndStopsAtTheFirstHit) {
-  Nueva();
-  Linea("0101", 2);
-  conexion->sentencias.clear();
-  Valida();
-  EXPECT_EQ(conexion->sentencias.size(), 6u);
-  Bloqueo("2026-03-11", "2026-03-11");
-  conexion->sentencias.clear();
-  Valida();
-  ASSERT_EQ(conexion->sentencias.size(), 4u);
-  EXPECT_EQ(conexion->sentencias[3],
-            "SELECT COUNT(HBb.Hb_Cve_Habitacion) AS Cantidad FROM Habitacion_Bloqueo HBb WHERE HBb.Es_Cve_Estado = "
-            "'AC' AND    HBb.Hb_Cve_Habitacion = '0101'AND  '2026-03-11' BETWEEN  HBb.Hbb_Fecha_Inicio AND "
-            "HBb.Hbb_Fecha_Fin ");
-  EXPECT_EQ(conexion->sentencias[1],
-            "SELECT COUNT(CId.Hb_Cve_Habitacion)AS Cantidad FROM Check_In CI    INNER JOIN Check_In_Detalle CId ON "
-            "CId.Ci_Folio = CI.Ci_Folio WHERE CI.Es_Cve_Estado NOT IN ('CA','CE') AND    CId.Hb_Cve_Habitacion = "
-            "'0101'AND  '2026-03-10 23:59' BETWEEN  CI.Ci_Llegada  AND CI.Ci_Salida ");
-  InsertaReservacion("0000000077", {"0102"});
-  Pulsa(controles::Accion::Limpiar);
-  Carga("0000000077");
-  conexion->sentencias.clear();
-  Valida();
-  ASSERT_EQ(conexion->sentencias.size(), 6u);
-  EXPECT_EQ(conexion->sentencias[2],
-            "SELECT COUNT(RSd.Hb_Cve_Habitacion)AS Cantidad FROM Reservacion RS    INNER JOIN Reservacion_Detalle RSd "
-            "ON RSd.Rs_Folio = RS.Rs_Folio WHERE RS.Es_Cve_Estado NOT IN ('CA','CE') AND    RS.Rs_Folio <> "
-            "'0000000077' AND   RSd.Hb_Cve_Habitacion = '0102'AND  '2026-03-10 23:59' BETWEEN  RSd.Rsd_Fecha_Inicio  "
-            "AND RSd.Rsd_Fecha_Fin ");
-}
-
 }  // namespace
