@@ -20,10 +20,10 @@ void Desglosa(anfitrion::Desglose& d) {
   } else {
     base = d.total / conImpuesto;
     const double resto = (1 - d.descuentoFactor) * (1 - d.globalFactor);
-    lista = resto > 0 ? base / resto : base;
+    lista = resto != 0 ? base / resto : base;
     d.descuentoImporte = d.descuentoFactor * lista;
     d.globalImporte = d.globalFactor * (lista - d.descuentoImporte);
-    d.precioLista = resto > 0 ? d.total / resto : d.total;
+    d.precioLista = resto != 0 ? d.total / resto : d.total;
   }
   d.precioListaImporte = lista;
   d.precioDescontadoImporte = base;

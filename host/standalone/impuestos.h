@@ -19,7 +19,7 @@ namespace autonomo {
 // precioLista is the undiscounted amount with tax, precioListaImporte without; precioDescontado and precioNeto the
 // discounted amount with tax. All are amounts of the whole line, not rounded.
 //
-// Backward from a total that a discount of 100 % or more cannot have left, the base itself is taken as the list amount.
+// Backward from a total that a discount of exactly 100 % cannot have left, the base itself is taken as the list amount.
 void Desglosa(anfitrion::Desglose& d);
 
 // Tax factor (0.16 = 16 %) of a product at a branch: the branch's own, else that of any branch, else 0. The client

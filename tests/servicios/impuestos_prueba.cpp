@@ -100,6 +100,14 @@ TEST(Desglose, DescuentoTotal) {
   Desglosa(imposible);
   EXPECT_EQ(imposible.precioListaImporte, 50);
   EXPECT_EQ(imposible.total, 50);
+  // Beyond it the total is below zero and still says what the discount was taken from.
+  Desglose demas;
+  demas.precioNeto = demas.total = -58;
+  demas.impuestoFactor = 0.16;
+  demas.descuentoFactor = 1.5;
+  Desglosa(demas);
+  RevisaRelaciones(demas);
+  EsperaIgual(demas.descuentoImporte, 150, "discount");
 }
 
 TEST(Impuestos, TasaDeSucursalAntesQueLaDeCualquiera) {
