@@ -1,5 +1,6 @@
 // Hotel services: room prices, tax breakdown and the reservation store.
 #include <cmath>
+#include <vector>
 
 #include "host/standalone/anfitrion.h"
 #include "host/standalone/fabricas.h"
@@ -74,6 +75,12 @@ class Foliador {
 
 com::Fecha Dia(double diasCom) { return com::SoloFecha(com::DeDiasCom(diasCom)); }
 
+// Nights of a room that a stored reservation has for nothing.
+struct Cortesia {
+  std::string habitacion;
+  com::Fecha inicio, fin;
+};
+
 class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
  public:
   explicit ServicioHotel(Anfitrion& host) : host_(host) {}
@@ -126,6 +133,7 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
     const registro::Operacion operacion("Hotel.GuardaReservacion");
     ExigeTransaccion();
     renglones_ = 0;
+    cortesias_.clear();
     guardado_.clear();
     return Intenta([this] {
       const std::string folio = com::Recorta(encabezado_.folio.Texto());
@@ -251,8 +259,22 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
         {Dia(e.fecha), Dia(e.llegada), Dia(e.salida), e.sucursal.Texto(), e.cliente.Texto(), e.huesped.Texto(),
          e.moneda.Texto(), e.tipoCambio, e.formaPago.Texto(), e.referencia.Texto(), e.comentario.Texto(),
          e.notas.Texto(), host_.usuario(), host_.reloj().Ahora(), folio});
+    LeeCortesias(folio);
     Base().Consulta("DELETE FROM Reservacion_Detalle WHERE Rs_Folio = ?", {folio});
     return folio;
+  }
+
+  // The lines that cost nothing before the edit.
+  void LeeCortesias(const std::string& folio) {
+    const ado::RecordsetPtr rs = Base().Consulta(
+        "SELECT Hb_Cve_Habitacion, Rsd_Fecha_Inicio, Rsd_Fecha_Fin FROM Reservacion_Detalle "
+        "WHERE Rs_Folio = ? AND Rsd_Precio = 0 AND Rsd_Precio_Personas_Extra = 0",
+        {folio});
+    for (; !rs->Eof(); rs->MoveNext()) {
+      cortesias_.push_back({com::Recorta(com::CStr(rs->Fields(0).Value())),
+                            com::SoloFecha(com::CDate(rs->Fields(1).Value())),
+                            com::SoloFecha(com::CDate(rs->Fields(2).Value()))});
+    }
   }
 
   void GuardaRenglon(bool puedeCambiarPrecio) {
@@ -334,10 +356,14 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
                   " no se puede guardar: su producto no tiene precio de lista y la reservación no se podría abrir"};
   }
 
-  // A clerk who may not set prices must not store a line that costs nothing where the hotel's rate costs something.
+  // A clerk who may not set prices must not store a line that costs nothing where the hotel's rate costs something,
+  // unless somebody who may had given those nights away before.
   void RevisaQueTengaPrecio(const CuartoConTipo& cuarto, com::Fecha inicio, com::Fecha fin) {
     const anfitrion::DatosDetalle& l = detalle_;
     if (l.precio != 0 || l.precioPersonasExtra != 0) return;
+    for (const Cortesia& c : cortesias_) {
+      if (c.habitacion == cuarto.habitacion && c.inicio <= inicio && fin <= c.fin) return;
+    }
     int personasExtra = 0;
     PrecioEstancia precio;
     try {
@@ -368,6 +394,7 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
   anfitrion::DatosDetalle detalle_;
   std::string guardado_;        // folio of the header saved last
   std::int32_t renglones_ = 0;  // lines saved with it
+  std::vector<Cortesia> cortesias_;
   std::string error_;
 };
 

@@ -211,6 +211,20 @@ TEST_F(Almacen, SinDerechoDePrecioNadaSeRegala) {
   base().RollbackTrans();
 }
 
+// Whoever edits a reservation afterwards keeps the nights that were given away, and gives none away.
+TEST_F(Almacen, LasCortesiasPasanEnLasEdicionesDeCualquiera) {
+  const std::string folio = GuardaUna(host, "0101", "2026-03-10", "2026-03-13", 0);
+  base().BeginTrans();
+  ASSERT_TRUE(Encabezado(folio));
+  EXPECT_TRUE(Renglon(RenglonDe("0101", "2026-03-10", "2026-03-12", 0), false)) << hotel->ErrorHotel();
+  EXPECT_FALSE(Renglon(RenglonDe("0102", "2026-03-10", "2026-03-12", 0), false));
+  EXPECT_FALSE(Renglon(RenglonDe("0101", "2026-03-12", "2026-03-14", 0), false));
+  // Another reservation of the same store object has none.
+  ASSERT_TRUE(Encabezado());
+  EXPECT_FALSE(Renglon(RenglonDe("0101", "2026-03-10", "2026-03-12", 0), false));
+  base().RollbackTrans();
+}
+
 TEST_F(Almacen, LaBaseRechazaVenderDosVecesUnaNoche) {
   const std::string folio = GuardaUna(host, "0101", "2026-03-10", "2026-03-12", 100);
   std::string error;
