@@ -69,6 +69,7 @@ bool frmDisponibilidad::CargarDatos() {
 
 bool frmDisponibilidad::LlenaTablero() {
   const ModoVista modo = Modo();
+  const int dias = com::DiasEntre(com::CDate(txtDEL.valor()), com::CDate(txtAL.valor()));
   sentencias::Totales(publico::NuevaSentencia(), modo);
   const TotalesTablero totales(*publico::Ejecuta());
   if (totales.Vacio()) {
@@ -80,7 +81,7 @@ bool frmDisponibilidad::LlenaTablero() {
 
   ssDisponibilidad.Redraw(false);
   try {
-    LlenaFilas(modo, totales);
+    LlenaFilas(modo, dias, totales);
   } catch (...) {
     ssDisponibilidad.Redraw(true);
     throw;
@@ -95,7 +96,7 @@ bool frmDisponibilidad::LlenaTablero() {
   return true;
 }
 
-void frmDisponibilidad::LlenaFilas(ModoVista modo, const TotalesTablero& totales) {
+void frmDisponibilidad::LlenaFilas(ModoVista modo, int dias, const TotalesTablero& totales) {
   const sentencias::Criterio criterio{modo, Condicion(modo), FolioExcluido};
   sentencias::Filas(publico::NuevaSentencia(), modo, criterio.condicion);
   LectorFilas filas(publico::Ejecuta(), modo);
@@ -104,8 +105,7 @@ void frmDisponibilidad::LlenaFilas(ModoVista modo, const TotalesTablero& totales
   ssDisponibilidad.QuitaTodas();
   NumeroFilas = 0;
   Estados.Dimensiona(NumeroDias, filas.Cuantas());
-  const std::vector<com::Fecha> noches = Noches();
-  const int dias = static_cast<int>(noches.size());
+  const std::vector<com::Fecha> noches = Noches(dias);
   const bool conjuntos = publico::Sistema().ObtenConexion()->LeeConjuntos();
   const std::unique_ptr<LectorOcupacion> lector =
       conjuntos ? LeePorConjuntos(criterio, noches) : LeePorCelda(criterio, noches);
@@ -129,9 +129,7 @@ void frmDisponibilidad::LlenaFilas(ModoVista modo, const TotalesTablero& totales
   ssDisponibilidad.ancho("Nombre", anchoNombre + kMargenNombre);
 }
 
-// The nights of the range, as their day columns store them.
-std::vector<com::Fecha> frmDisponibilidad::Noches() const {
-  const int dias = com::DiasEntre(com::CDate(txtDEL.valor()), com::CDate(txtAL.valor()));
+std::vector<com::Fecha> frmDisponibilidad::Noches(int dias) const {
   if (dias > NumeroDias) {
     throw com::Error(com::error::kSubindice, "El tablero tiene menos columnas de día (" + std::to_string(NumeroDias) +
                                                  ") que noches (" + std::to_string(dias) + ")");

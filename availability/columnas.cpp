@@ -45,6 +45,10 @@ void MatrizEstados::Dimensiona(int dias, int filas) {
   celdas_.assign(static_cast<std::size_t>(dias) * static_cast<std::size_t>(filas), EstadoCelda::Ocupado);
 }
 
+void MatrizEstados::QuitaMarcas() {
+  std::replace(celdas_.begin(), celdas_.end(), EstadoCelda::Ocupando, EstadoCelda::Disponible);
+}
+
 bool MatrizEstados::Contiene(EstadoCelda estado, int dias, int filas) const {
   for (int fila = 0; fila < std::min(filas, filas_); ++fila) {
     const auto inicio = celdas_.begin() + static_cast<std::ptrdiff_t>(Indice(0, fila));
@@ -92,10 +96,8 @@ void frmDisponibilidad::PintarCeldas() {
   ActualizarSeleccion();
 }
 
-// A mark counts while its row is shown.
 void frmDisponibilidad::ActualizarSeleccion() {
-  HaySeleccion =
-      Estados.Contiene(EstadoCelda::Ocupando, NumeroDias, std::min<int>(NumeroFilas, ssDisponibilidad.Filas()));
+  HaySeleccion = Estados.Contiene(EstadoCelda::Ocupando, NumeroDias, NumeroFilas);
 }
 
 // Only rooms are marked, and only rows that a load has written.

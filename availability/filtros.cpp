@@ -68,6 +68,7 @@ void frmDisponibilidad::opTipoHabitacion_Click() {
       return;
     }
     HaySeleccion = false;
+    Estados.QuitaMarcas();  // given up, also when the load that follows fails
   }
   OpcionesActivas = true;
   ssDisponibilidad.visible("Clave", true);

@@ -35,6 +35,8 @@ class MatrizEstados {
   // Only for cells that it has.
   EstadoCelda& operator()(int dia, int fila) { return celdas_[Indice(dia, fila)]; }
   EstadoCelda operator()(int dia, int fila) const { return celdas_[Indice(dia, fila)]; }
+  // Every marked cell is free again.
+  void QuitaMarcas();
   // Some cell among the first nights and rows is in that state.
   bool Contiene(EstadoCelda estado, int dias, int filas) const;
 
@@ -150,8 +152,9 @@ class frmDisponibilidad : public controles::Formulario {
   void AplicaColores();
   void PintaLeyenda();
   bool LlenaTablero();  // carga.cpp
-  void LlenaFilas(ModoVista modo, const TotalesTablero& totales);
-  std::vector<com::Fecha> Noches() const;
+  void LlenaFilas(ModoVista modo, int dias, const TotalesTablero& totales);
+  // The first nights, as their day columns store them; Error kSubindice when there are fewer columns.
+  std::vector<com::Fecha> Noches(int dias) const;
   ado::TextoSQL Condicion(ModoVista modo) const;
   bool PuedeMarcar() const;  // columnas.cpp
   void PonEstado(int dia, int fila, EstadoCelda estado);
