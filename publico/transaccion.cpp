@@ -14,11 +14,16 @@ void TransaccionBD::Confirma() {
   abierta_ = false;
 }
 
-void TransaccionBD::Deshace() noexcept {
+void TransaccionBD::Deshace() {
+  if (!abierta_) return;
+  publico::Sistema().ObtenConexion()->RollbackTrans();
+  abierta_ = false;
+}
+
+void TransaccionBD::Abandona() noexcept {
   for (int intento = 0; abierta_ && intento < 2; ++intento) {
     try {
-      publico::Sistema().ObtenConexion()->RollbackTrans();
-      abierta_ = false;
+      Deshace();
     } catch (...) {  // the failure that led here is the one to report
     }
   }

@@ -10,14 +10,16 @@ class TransaccionBD {
   TransaccionBD() = default;
   TransaccionBD(const TransaccionBD&) = delete;
   TransaccionBD& operator=(const TransaccionBD&) = delete;
-  ~TransaccionBD() { Deshace(); }
+  ~TransaccionBD() { Abandona(); }
 
   // The connection's errors; nothing is open then.
   void Comienza();
   // The connection's errors; the transaction is still to be rolled back then.
   void Confirma();
-  // Rolls back what is open, trying a second time when the first one fails; never raises. Nothing when nothing is open.
-  void Deshace() noexcept;
+  // Rolls back what is open; nothing when nothing is. The connection's errors; it is still to be rolled back then.
+  void Deshace();
+  // Rolls back on the way out of a failure, trying a second time when the first one fails; never raises.
+  void Abandona() noexcept;
   bool Abierta() const { return abierta_; }
 
  private:

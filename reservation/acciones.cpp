@@ -112,6 +112,9 @@ void frmKV207::Controles_Nuevo() {
 }
 
 void frmKV207::Controles_Editar() {
+  // Accepting a reservation that was read in part only would store that part.
+  const bool completa = CargaCompleta || (CargaReservacion() && Controles.PermiteAccion4());
+  if (!completa) return Controles.ConcluyeAceptar();
   publico::Utilerias().HabilitaGrupo(*this, 1);
   txtFolio.enabled(false);
   dpFecha_llegada.editable(true);
@@ -165,7 +168,7 @@ void frmKV207::Controles_B1Click() {
     transaccion.Confirma();
     Controles_Limpiar();
   };
-  Atrapa(*this, mensaje::kConfirmar, cuerpo, [&] { transaccion.Deshace(); });
+  Atrapa(*this, mensaje::kConfirmar, cuerpo, [&] { transaccion.Abandona(); });
 }
 
 void frmKV207::Controles_Eliminar() {
@@ -181,7 +184,7 @@ void frmKV207::Controles_Eliminar() {
     transaccion.Confirma();
     Controles_Limpiar();
   };
-  Atrapa(*this, mensaje::kEliminar, cuerpo, [&] { transaccion.Deshace(); });
+  Atrapa(*this, mensaje::kEliminar, cuerpo, [&] { transaccion.Abandona(); });
 }
 
 void frmKV207::Controles_Reactivar() {
@@ -196,7 +199,7 @@ void frmKV207::Controles_Reactivar() {
     transaccion.Confirma();
     Controles_Limpiar();
   };
-  Atrapa(*this, mensaje::kReactivar, cuerpo, [&] { transaccion.Deshace(); });
+  Atrapa(*this, mensaje::kReactivar, cuerpo, [&] { transaccion.Abandona(); });
 }
 
 void frmKV207::Controles_Correo() {

@@ -77,10 +77,12 @@ void ArmaCargaReservacion(ado::TextoSQL& sql, std::string_view folio) {
 }
 
 void frmKV207::txtFolio_Enter() {
-  // A reservation that was read in part only must not be edited: accepting it would store that part.
-  const auto impideEditar = [&] { Controles.PermiteAccion4(false); };
-  const auto carga = [&] {
-    if (Controles.EnEdicion() || txtFolio.text().empty()) return;
+  if (!Controles.EnEdicion() && !txtFolio.text().empty()) CargaReservacion();
+}
+
+bool frmKV207::CargaReservacion() {
+  CargaCompleta = false;
+  Atrapa(*this, mensaje::kCargar, [&] {
     txtFolio.text(publico::Utilerias().FormateaFolio(txtFolio.text()));
     txtFolio.Refresca();
     const std::string folio = txtFolio.text();
@@ -101,8 +103,9 @@ void frmKV207::txtFolio_Enter() {
     if (noches > 0) txtDias.text(com::Variant(noches));
     BloqueaColumnas();
     Totalizar();
-  };
-  Atrapa(*this, mensaje::kCargar, carga, impideEditar);
+    CargaCompleta = true;
+  });
+  return CargaCompleta;
 }
 
 void frmKV207::CargaBarra(const std::string& folio, const ado::Recordset& filas) {
@@ -174,6 +177,7 @@ void frmKV207::CargaRenglones(ado::Recordset& filas) {
     ssReservaciones.celda(fila, "Total", com::Redondea(com::CDbl(valor("Rsd_Precio_Neto_Importe")), 2));
     ssReservaciones.celda(fila, "ID", ++UltimoRenglon);
     ssReservaciones.Update();
+    AnotaAcuerdo(fila, false);
     ancho = std::max(ancho, controles::EscritorioActual().AnchoTexto(*this, nombre));
   }
   ssReservaciones.ancho("Nombre", ancho + 200);

@@ -69,13 +69,11 @@ void frmKV207::txtForma_Pago_Enter() {
 }
 
 void frmKV207::txtMoneda_Enter() {
-  try {
-    MuestraTipoCambio();
-  } catch (...) {
-    txtTipoCambio.valor(0);  // it showed another currency's rate; a reservation at rate 0 is refused
-    throw;
-  }
+  MuestraTipoCambio();
+  SigueMoneda();
 }
+
+void frmKV207::txtTipoCambio_Enter() { SigueMoneda(); }
 
 void frmKV207::MuestraTipoCambio() {
   const std::string& moneda = txtMoneda.text();
@@ -95,6 +93,7 @@ void frmKV207::txtDias_Change() {
     noches = 1;
     txtDias.valor(noches);
   }
+  ExigeEstanciaPosible(noches);
   dpFecha_salida.valor(com::MasDias(llegada, noches));
   tablero_.HaySeleccion = false;
   tablero_.ConservarVista = false;
@@ -104,6 +103,7 @@ void frmKV207::txtDias_Change() {
 void frmKV207::VaciaRenglones() {
   OcultaFecha();
   ssReservaciones.QuitaTodas();
+  precios_.clear();
   for (controles::LookupField* total : {&txtSubTotal, &txtImpuestos, &txtTotal}) total->valor(0);
 }
 

@@ -1,28 +1,33 @@
 // Opens the availability board and turns the marks that the clerk accepts into room lines.
 #include "reservation/entrega.h"
 
+#include <algorithm>
+#include <optional>
 #include <string>
+#include <utility>
 
+#include "availability/frmDisponibilidad.h"
 #include "platform/regional/regional.h"
 #include "publico/avisos.h"
 #include "publico/publico.h"
+#include "reservation/fechas.h"
 #include "reservation/frmKV207.h"
 
 namespace kv207 {
 
 namespace mensaje = anfitrion::mensaje;
 
-std::vector<Racha> RachasMarcadas(const std::vector<EstadoCelda>& noches) {
-  std::vector<Racha> rachas;
-  bool enRacha = false;
-  for (std::size_t n = 0; n < noches.size(); ++n) {
-    const int noche = static_cast<int>(n);
-    const bool marcada = noches[n] == EstadoCelda::Ocupando;
-    if (marcada && !enRacha) rachas.push_back({noche, noche});
-    if (marcada) rachas.back().ultima = noche;
-    enRacha = marcada;
+void RecorreRachas(int noches, const std::function<bool(int noche)>& marcada,
+                   const std::function<void(Racha racha)>& entrega) {
+  std::optional<Racha> racha;
+  for (int noche = 0; noche < noches; ++noche) {
+    if (marcada(noche)) {
+      racha = Racha{racha ? racha->primera : noche, noche};
+    } else if (racha) {
+      entrega(*std::exchange(racha, std::nullopt));
+    }
   }
-  return rachas;
+  if (racha) entrega(*racha);
 }
 
 namespace {
@@ -32,9 +37,11 @@ constexpr int kHolguraNombre = 200;  // twips beyond the widest name
 // Columns and rows for the nights of the reservation; false when the board could not be built and the clerk was told.
 bool PreparaTablero(frmKV207& f) {
   frmDisponibilidad& tablero = f.tablero();
+  const std::int32_t noches = com::CLng(f.txtDias.valor());
+  ExigeEstanciaPosible(std::max(noches, com::DiasEntre(f.dpFecha_llegada.valor(), f.dpFecha_salida.valor())));
   tablero.txtDEL.text(com::Variant(com::SoloFecha(f.dpFecha_llegada.valor())));
   tablero.txtAL.text(com::Variant(com::SoloFecha(f.dpFecha_salida.valor())));
-  if (!tablero.Agregar_Columnas(com::CLng(f.txtDias.valor()))) {
+  if (!tablero.Agregar_Columnas(noches)) {
     Avisa(f, mensaje::kColumnasTablero, tablero.MensajeError);
     return false;
   }
@@ -45,38 +52,38 @@ bool PreparaTablero(frmKV207& f) {
   return true;
 }
 
-// States of one board row for the first nights of the board.
-std::vector<EstadoCelda> EstadosDeFila(const frmDisponibilidad& tablero, int fila, int noches) {
-  std::vector<EstadoCelda> estados;
-  for (int n = 0; n < noches; ++n) estados.push_back(tablero.Estados(n, fila));
-  return estados;
-}
-
 std::string TextoNoche(const frmDisponibilidad& tablero, int noche) {
   return regional::FechaCorta(com::CDate(tablero.ssDisponibilidad.columna(kColumnasFijas + noche).fecha));
+}
+
+// Error kSubindice when the board has no such night.
+bool Marcada(const frmDisponibilidad& tablero, int noche, int fila) {
+  if (kColumnasFijas + noche >= tablero.ssDisponibilidad.NumColumnas() || !tablero.Estados.Tiene(noche, fila)) {
+    throw com::Error(com::error::kSubindice,
+                     "El tablero no muestra la noche " + std::to_string(noche + 1) + " de la estancia");
+  }
+  return tablero.Estados(noche, fila) == EstadoCelda::Ocupando;
 }
 
 // Replaces the room lines by one for each run of marked nights.
 void RecibeMarcas(frmKV207& f) {
   frmDisponibilidad& tablero = f.tablero();
   controles::Grid& grid = f.ssReservaciones;
-  const int noches = com::CLng(f.txtDias.valor());
-  const int filas = tablero.ssDisponibilidad.Filas();
-  if (noches > tablero.Estados.Dias() || filas > tablero.Estados.Filas() ||
-      kColumnasFijas + noches > tablero.ssDisponibilidad.NumColumnas()) {
-    throw com::Error(com::error::kSubindice, "El tablero tiene menos noches o habitaciones que las pedidas");
-  }
   f.VaciaRenglones();
   std::int32_t ancho = 0;
+  const int filas = tablero.ssDisponibilidad.Filas();
   for (int fila = 0; fila < filas; ++fila) {
     tablero.ssDisponibilidad.fila(fila);
     const std::string clave = com::CStr(tablero.ssDisponibilidad.celda(fila, "Clave"));
     const std::string nombre = com::CStr(tablero.ssDisponibilidad.celda(fila, "Nombre"));
-    const std::vector<Racha> rachas = RachasMarcadas(EstadosDeFila(tablero, fila, noches));
-    for (const Racha& racha : rachas) {
+    bool agregadas = false;
+    const auto agrega = [&](Racha racha) {
+      agregadas = true;
       f.AgregaHabitacion(TextoNoche(tablero, racha.primera), TextoNoche(tablero, racha.ultima), clave, nombre, ancho);
-    }
-    if (!rachas.empty()) f.ssReservaciones_RowCommitted();
+    };
+    RecorreRachas(
+        com::CLng(f.txtDias.valor()), [&](int noche) { return Marcada(tablero, noche, fila); }, agrega);
+    if (agregadas) f.ssReservaciones_RowCommitted();
   }
   grid.ancho("Nombre", ancho + kHolguraNombre);
   for (const char* columna : {"FECHAI", "FECHAF"}) {

@@ -1,9 +1,7 @@
 // From marked nights to room lines.
 #pragma once
 
-#include <vector>
-
-#include "availability/frmDisponibilidad.h"
+#include <functional>
 
 namespace kv207 {
 
@@ -14,7 +12,8 @@ struct Racha {
   bool operator==(const Racha&) const = default;
 };
 
-// Every run of marked nights of one board row, in order. noches: the row's states by night.
-std::vector<Racha> RachasMarcadas(const std::vector<EstadoCelda>& noches);
+// Walks the nights of one board row and hands over every run of marked ones as soon as it has ended.
+void RecorreRachas(int noches, const std::function<bool(int noche)>& marcada,
+                   const std::function<void(Racha racha)>& entrega);
 
 }  // namespace kv207

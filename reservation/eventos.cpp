@@ -32,6 +32,7 @@ void frmKV207::ConectaEventos() {
   txtForma_Pago.Change = [this] { txtForma_Pago_Change(); };
   txtForma_Pago.Enter = [this] { txtForma_Pago_Enter(); };
   txtMoneda.Enter = [this] { txtMoneda_Enter(); };
+  txtTipoCambio.Enter = [this] { txtTipoCambio_Enter(); };
   dpFecha_llegada.AlFijar = [this] { dpFecha_llegada_Set(); };
   dpFecha_salida.AlCambiar = [this] { dpFecha_salida_Change(); };
   txtDias.Change = [this] { txtDias_Change(); };

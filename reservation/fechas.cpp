@@ -1,8 +1,6 @@
 // Date fields of the header and the date pop-up of the room lines.
 #include "reservation/fechas.h"
 
-#include <limits>
-
 #include "platform/regional/regional.h"
 #include "publico/avisos.h"
 #include "publico/publico.h"
@@ -25,11 +23,25 @@ Estancia FijaLlegada(com::Fecha captura, com::Fecha llegada, com::Fecha salida, 
 }
 
 std::int32_t NochesTecleadas(const com::Variant& valor, com::Fecha llegada) {
-  constexpr double kMaximo = std::numeric_limits<std::int16_t>::max();
   const double noches = com::Redondea(com::CDbl(valor), 0);
-  if (!(noches >= 1 && noches <= kMaximo)) return 0;
-  const auto enteras = static_cast<std::int32_t>(noches);
-  return enteras <= com::DiasEntre(llegada, com::FechaDe(9999, 12, 31)) ? enteras : 0;
+  if (noches < 0) throw com::Error(com::error::kArgumento, "El número de noches no puede ser negativo");
+  if (!(noches <= com::DiasEntre(llegada, com::FechaDe(9999, 12, 31)))) {
+    throw com::Error(com::error::kArgumento, "La salida quedaría después del 31/12/9999: corrija el número de noches");
+  }
+  return static_cast<std::int32_t>(noches);
+}
+
+std::optional<std::string> MotivoDeEstanciaLarga(std::int32_t noches) {
+  constexpr std::int32_t kUnMes = 31;
+  if (noches <= kUnMes) return std::nullopt;
+  const std::int32_t maximo = com::CLng(publico::Sistema().LeeParametro("HT_MAXIMO_NOCHES", 0, "N", "366"));
+  if (noches <= maximo) return std::nullopt;
+  return "La estancia de " + std::to_string(noches) + " noches pasa del máximo de " + std::to_string(maximo) +
+         ": corrija la llegada o la salida";
+}
+
+void ExigeEstanciaPosible(std::int32_t noches) {
+  if (const auto motivo = MotivoDeEstanciaLarga(noches)) throw com::Error(com::error::kArgumento, *motivo);
 }
 
 void frmKV207::dpFecha_llegada_Set() {
@@ -38,6 +50,7 @@ void frmKV207::dpFecha_llegada_Set() {
   dpFecha_llegada.valor(e.llegada);
   dpFecha_salida.valor(e.salida);
   txtDias.valor(e.noches);
+  ExigeEstanciaPosible(e.noches);
 }
 
 void frmKV207::dpFecha_salida_Change() {

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <string>
 
 #include "platform/com/fecha.h"
 #include "platform/com/variant.h"
@@ -20,9 +22,15 @@ struct Estancia {
 // arrival the arrival's day.
 Estancia FijaLlegada(com::Fecha captura, com::Fecha llegada, com::Fecha salida, int diasReservacion);
 
-// Nights typed by the clerk. 0 (which the screen turns into one night) when there is no number, it is below one or
-// above 32,767, or the departure would lie beyond the calendar; fractions go to the nearest whole number, halves to the
-// even one.
+// Nights typed by the clerk; fractions go to the nearest whole number, halves to the even one. 0, which the screen
+// turns into one night, where there is no number. Error kArgumento when they are below 0 or the departure would lie
+// beyond the calendar.
 std::int32_t NochesTecleadas(const com::Variant& valor, com::Fecha llegada);
+
+// Why a stay of that many nights is too long for the hotel (its parameter HT_MAXIMO_NOCHES); nothing when it is not.
+// Stays of up to a month never are: the host is not asked about them.
+std::optional<std::string> MotivoDeEstanciaLarga(std::int32_t noches);
+// Error kArgumento with that reason.
+void ExigeEstanciaPosible(std::int32_t noches);
 
 }  // namespace kv207

@@ -330,6 +330,7 @@ void frmKV207::RestauraDiseno() {
   }
   TipoFormaPago.clear();
   TarjetaCargada = false;
+  CargaCompleta = false;
   UltimoRenglon = 0;
   MensajeDisponibilidad.clear();
   ColumnaFechaActiva.clear();

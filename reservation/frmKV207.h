@@ -6,7 +6,9 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -16,6 +18,7 @@
 #include "platform/controls/control.h"
 #include "platform/controls/formulario.h"
 #include "platform/controls/grid.h"
+#include "reservation/tasacion.h"
 
 namespace kv207 {
 
@@ -82,6 +85,7 @@ class frmKV207 : public controles::Formulario {
   // --- running fields ------------------------------------------------------------------------------------------------
   std::string TipoFormaPago;          // "04" is a card
   bool TarjetaCargada = false;        // card data already loaded for the client
+  bool CargaCompleta = false;         // the reservation shown was read to its end
   std::int32_t UltimoRenglon = 0;     // last line number handed out
   std::string MensajeDisponibilidad;  // why the availability validation failed
   std::string ColumnaFechaActiva;     // date column that the pop-up edits, "" none
@@ -106,6 +110,7 @@ class frmKV207 : public controles::Formulario {
   void txtForma_Pago_Change();
   void txtForma_Pago_Enter();
   void txtMoneda_Enter();
+  void txtTipoCambio_Enter();
   void txtSucursal_Change();
   void txtDias_Change();
   void txtNotas_KeyDown(int codigo, int mayus);
@@ -124,6 +129,8 @@ class frmKV207 : public controles::Formulario {
 
   // --- carga.cpp: loading a stored reservation
   void txtFolio_Enter();
+  // Reads the folio's reservation and shows it; false when that failed, which is told. What was shown until then stays.
+  bool CargaReservacion();
 
   // --- bitacora.cpp: change audit
   struct Imagen {
@@ -158,6 +165,21 @@ class frmKV207 : public controles::Formulario {
   // --- importes.cpp: pricing and totals
   void CalculaImportes(bool soloRecalcular);
   void Totalizar();
+  // The same for any line; false when it could not be priced (no room, persons or guest, which is told).
+  bool CalculaRenglon(int fila, bool soloRecalcular);
+
+  // --- tasacion.cpp: what the amounts of the lines rest on
+  // The line shows the hotel's price (conError: the hotel had none); a price that was agreed, under the header's
+  // currency and rate (incompleto: not broken down); no price.
+  void AnotaTarifa(int fila, bool conError);
+  void AnotaAcuerdo(int fila, bool incompleto);
+  void OlvidaPrecio(int fila);
+  // Prices a line anew, or converts its agreed price, when its amounts no longer fit the header; true when it did.
+  bool PoneAlDia(int fila);
+  // All lines priced in another currency or at another rate; nothing without guest, currency and rate.
+  void SigueMoneda();
+  // All lines before they are stored. False when some total changed: the clerk has been told and accepts again.
+  bool RevisaPrecios();
 
   // --- guardar.cpp: saving
   void Controles_Aceptar(bool nuevo);
@@ -213,8 +235,12 @@ class frmKV207 : public controles::Formulario {
   void CargaEncabezado(const ado::Recordset& filas);
   void CargaTarjeta(const std::string& folio);
   void CargaRenglones(ado::Recordset& filas);
+  // tasacion.cpp
+  std::optional<CondicionesPrecio> Condiciones(int fila) const;
+  const PrecioRenglon* PrecioDe(int fila) const;
 
   frmDisponibilidad& tablero_;
+  std::unordered_map<int, PrecioRenglon> precios_;  // by the line's bookmark
   std::vector<std::unique_ptr<controles::Etiqueta>> etiquetas_;
 };
 

@@ -56,12 +56,18 @@ struct Rechazo {
   enum class Foco { Ninguno, GridAntes, GridDespues };  // before or after the toolbar hears of it
 
   const anfitrion::DatosMensaje* mensaje = nullptr;  // null: says nothing
-  std::string texto;
+  std::string texto{};                               // empty: the store's reason, asked for after the roll-back
   Foco foco = Foco::Ninguno;
 };
 
-void Rechaza(frmKV207& formulario, const Rechazo& rechazo) {
-  if (rechazo.mensaje != nullptr) Avisa(formulario, *rechazo.mensaje, rechazo.texto);
+void Rechaza(frmKV207& formulario, const Rechazo& rechazo, anfitrion::Hotel& almacen) {
+  if (rechazo.mensaje != nullptr) {
+    const std::string texto = rechazo.texto.empty() ? almacen.ErrorHotel() : rechazo.texto;
+    // A header refused without a reason is refused in silence.
+    if (!texto.empty() || rechazo.mensaje != &mensaje::kGuardarReservacion) {
+      Avisa(formulario, *rechazo.mensaje, texto);
+    }
+  }
   if (rechazo.foco == Rechazo::Foco::GridAntes) formulario.Enfoca(formulario.ssReservaciones);
   formulario.Controles.RechazaAceptar();
   if (rechazo.foco == Rechazo::Foco::GridDespues) formulario.Enfoca(formulario.ssReservaciones);
@@ -143,9 +149,7 @@ std::optional<Rechazo> GuardaEncabezado(const frmKV207& f, anfitrion::Hotel& alm
     folio = almacen.Encabezado().folio.Texto();
     return std::nullopt;
   }
-  const std::string error = almacen.ErrorHotel();
-  if (error.empty()) return Rechazo{};
-  return Rechazo{&mensaje::kGuardarReservacion, error};
+  return Rechazo{&mensaje::kGuardarReservacion};
 }
 
 // --- lines ---
@@ -203,7 +207,7 @@ std::optional<Rechazo> GuardaRenglones(frmKV207& f, anfitrion::Hotel& almacen) {
     if (!ParticipaRenglon(grid, fila)) continue;
     if (auto rechazo = RevisaRenglon(f, fila)) return rechazo;
     almacen.Detalle(DatosDelRenglon(grid, fila));
-    if (!almacen.GuardaDetalle(f.PuedeCambiarPrecio)) return Rechazo{&mensaje::kGuardarDetalle, almacen.ErrorHotel()};
+    if (!almacen.GuardaDetalle(f.PuedeCambiarPrecio)) return Rechazo{&mensaje::kGuardarDetalle};
     ++guardados;
   }
   if (guardados > 0) return std::nullopt;
@@ -231,8 +235,7 @@ void GuardaTarjeta(const frmKV207& f, const std::string& folio) {
 // --- the whole ---
 
 // Everything that stands between the begin and the commit. folio: the one stored.
-std::optional<Rechazo> GuardaTodo(frmKV207& f, bool nuevo, std::string& folio) {
-  const auto almacen = publico::CreaServicio<anfitrion::Hotel>(anfitrion::kClaseHotel, "Hotel");
+std::optional<Rechazo> GuardaTodo(frmKV207& f, bool nuevo, anfitrion::Hotel& almacen, std::string& folio) {
   frmKV207::Imagen antes;
   if (nuevo) {
     f.FechaCaptura = f.dpFecha.valor();
@@ -240,8 +243,8 @@ std::optional<Rechazo> GuardaTodo(frmKV207& f, bool nuevo, std::string& folio) {
   } else {
     f.Resevacion_Antes(f.txtFolio.text(), antes);
   }
-  if (auto rechazo = GuardaEncabezado(f, *almacen, folio)) return rechazo;
-  if (auto rechazo = GuardaRenglones(f, *almacen)) return rechazo;
+  if (auto rechazo = GuardaEncabezado(f, almacen, folio)) return rechazo;
+  if (auto rechazo = GuardaRenglones(f, almacen)) return rechazo;
   GuardaTarjeta(f, folio);
   if (nuevo) return std::nullopt;
   frmKV207::Imagen despues;
@@ -263,16 +266,18 @@ void CorreoOImpresion(frmKV207& f, const std::string& folio) {
 }  // namespace
 
 void frmKV207::Controles_Aceptar(bool nuevo) {
-  if (!RevisaEncabezado(*this) || !RevisaDisponibilidad(*this) || !RevisaTarjeta(*this) || !RevisaRenglones(*this)) {
+  if (!RevisaEncabezado(*this) || !RevisaPrecios() || !RevisaDisponibilidad(*this) || !RevisaTarjeta(*this) ||
+      !RevisaRenglones(*this)) {
     return;
   }
   TransaccionBD transaccion;
   const auto guarda = [&] {
     transaccion.Comienza();
+    const auto almacen = publico::CreaServicio<anfitrion::Hotel>(anfitrion::kClaseHotel, "Hotel");
     std::string folio;
-    if (const auto rechazo = GuardaTodo(*this, nuevo, folio)) {
+    if (const auto rechazo = GuardaTodo(*this, nuevo, *almacen, folio)) {
       transaccion.Deshace();
-      Rechaza(*this, *rechazo);
+      Rechaza(*this, *rechazo, *almacen);
       return;
     }
     transaccion.Confirma();
@@ -280,7 +285,7 @@ void frmKV207::Controles_Aceptar(bool nuevo) {
     CorreoOImpresion(*this, folio);
     Controles_Limpiar();
   };
-  if (!Atrapa(*this, mensaje::kAceptar, guarda, [&] { transaccion.Deshace(); })) Controles.RechazaAceptar();
+  if (!Atrapa(*this, mensaje::kAceptar, guarda, [&] { transaccion.Abandona(); })) Controles.RechazaAceptar();
 }
 
 }  // namespace kv207

@@ -34,20 +34,25 @@ class Recorrido {
 }  // namespace
 
 void frmKV207::CalculaImportes(bool soloRecalcular) {
+  if (ssReservaciones.fila() >= 0) CalculaRenglon(ssReservaciones.fila(), soloRecalcular);
+}
+
+bool frmKV207::CalculaRenglon(int fila, bool soloRecalcular) {
   controles::Grid& grid = ssReservaciones;
-  const int fila = grid.fila();
-  if (fila < 0 || CeldaVacia(grid.celda(fila, "Nombre"))) return;
+  if (CeldaVacia(grid.celda(fila, "Nombre"))) return false;
   const int adultos = PersonasDeCelda(grid.celda(fila, "Adultos"));
   const int menores = PersonasDeCelda(grid.celda(fila, "Menores"));
   const int infantes = PersonasDeCelda(grid.celda(fila, "Infantes"));
-  if (adultos == 0 && menores == 0 && infantes == 0) return;
+  if (adultos == 0 && menores == 0 && infantes == 0) return false;
+  if (!soloRecalcular) OlvidaPrecio(fila);
   if (txtNHuesped.text().empty()) {
     Avisa(*this, mensaje::kPrecioSinHuesped);
     Enfoca(txtHuesped);
-    return;
+    return false;
   }
 
   anfitrion::Desglose d;
+  bool conError = false;
   if (soloRecalcular) {
     d.precioNeto = d.total = com::CDbl(grid.celda(fila, "Total"));
     d.descuentoFactor = com::CDbl(grid.celda(fila, "Descuento")) / 100;
@@ -65,7 +70,8 @@ void frmKV207::CalculaImportes(bool soloRecalcular) {
     grid.celda(fila, "NUM_PERSONAS_EXTRA", personasExtra);
     grid.celda(fila, "Total", com::Redondea(d.precioNeto, 2));
     const std::string error = publico::Hotel().ErrorHotel();
-    if (!error.empty()) Avisa(*this, mensaje::kPrecioFallido, error);
+    conError = !error.empty();
+    if (conError) Avisa(*this, mensaje::kPrecioFallido, error);
   }
   d.impuestoFactor = com::CDbl(grid.celda(fila, "Impuesto"));
 
@@ -84,6 +90,8 @@ void frmKV207::CalculaImportes(bool soloRecalcular) {
   grid.celda(fila, "IMPUESTO_IMPORTE", d.impuestoImporte);
   grid.celda(fila, "Precio_Neto", d.precioNeto);
   grid.celda(fila, "Total", com::Redondea(d.total, 2));
+  if (!soloRecalcular) AnotaTarifa(fila, conError);
+  return true;
 }
 
 void frmKV207::Totalizar() {

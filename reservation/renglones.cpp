@@ -11,6 +11,7 @@
 #include "publico/publico.h"
 #include "reservation/frmKV207.h"
 #include "reservation/sentencias.h"
+#include "reservation/tasacion.h"
 
 namespace kv207 {
 
@@ -28,6 +29,14 @@ com::Fecha FechaDeCelda(const com::Variant& celda) {
     throw com::Error(com::error::kTipos, "No coinciden los tipos: falta una fecha de la habitación");
   }
   return com::CDate(celda);
+}
+
+std::optional<com::Fecha> FechaSiLaHay(const com::Variant& celda) {
+  try {
+    return FechaDeCelda(celda);
+  } catch (const com::Error&) {  // no date in the cell
+    return std::nullopt;
+  }
 }
 
 std::int16_t PersonasDeCelda(const com::Variant& celda) {
@@ -148,15 +157,19 @@ bool EsImporte(std::string_view columna) {
 
 bool EsFecha(std::string_view columna) { return columna == "FECHAI" || columna == "FECHAF"; }
 
-double TasaImpuesto(const frmKV207& formulario, const std::string& producto) {
+// Tax factor of the current line's product.
+double TasaImpuesto(const frmKV207& formulario) {
   const auto calculo =
       publico::CreaServicio<anfitrion::CalculoImpuesto>(anfitrion::kClaseCalculoImpuesto, "CalculoImpuesto");
-  return calculo->TasaImpuesto(formulario.txtSucursal.text(), formulario.ClaveCliente(), producto);
+  return calculo->TasaImpuesto(formulario.txtSucursal.text(), formulario.ClaveCliente(),
+                               TextoDelRenglon(formulario.ssReservaciones, "Producto"));
 }
 
-void PonSinImportes(controles::Grid& grid, double impuesto) {
+// Amounts of a line that costs nothing yet; impuesto gives its tax factor.
+template <class Impuesto>
+void PonSinImportes(controles::Grid& grid, Impuesto&& impuesto) {
   for (const char* columna : {"Precio", "PERSONA_EXTRA", "Descuento", "DESCUENTO_IMPORTE"}) Pon(grid, columna, 0.0);
-  Pon(grid, "Impuesto", impuesto);
+  Pon(grid, "Impuesto", impuesto());
   for (const char* columna : {"IMPUESTO_IMPORTE", "Total"}) Pon(grid, columna, 0.0);
 }
 
@@ -181,7 +194,8 @@ void AplicaPermisos(frmKV207& formulario) {
   }
 }
 
-// --- leaving a cell; tecleada: the clerk typed in it since entering it ---
+// --- leaving a cell; tecleada: the clerk typed in it since entering it. A line whose amounts no longer fit the header
+// counts as typed ---
 
 void SaleDeClave(frmKV207& formulario, bool& cancela) {
   controles::Grid& grid = formulario.ssReservaciones;
@@ -197,14 +211,6 @@ void SaleDeClave(frmKV207& formulario, bool& cancela) {
   }
 }
 
-std::optional<com::Fecha> FechaSiLaHay(const com::Variant& celda) {
-  try {
-    return FechaDeCelda(celda);
-  } catch (const com::Error&) {  // no date in the cell
-    return std::nullopt;
-  }
-}
-
 void SaleDeFecha(frmKV207& formulario, bool tecleada) {
   controles::Grid& grid = formulario.ssReservaciones;
   const std::string columna = grid.ClaveColumna();
@@ -216,13 +222,18 @@ void SaleDeFecha(frmKV207& formulario, bool tecleada) {
   const com::Fecha ajustada =
       esInicio ? AjustaInicio(inicio, fin, llegada, salida) : AjustaFin(inicio, fin, llegada, salida);
   const auto& actual = esInicio ? inicio : fin;
-  if (!tecleada && actual && actual->dia == ajustada.dia) return;
+  if (!tecleada && actual && actual->dia == ajustada.dia) {
+    formulario.PoneAlDia(grid.fila());
+    return;
+  }
   Pon(grid, columna, ajustada);
   formulario.CalculaImportes(false);
 }
 
 // A line without guests costs nothing.
-void PonRenglonSinHuespedes(controles::Grid& grid) {
+void PonRenglonSinHuespedes(frmKV207& formulario) {
+  controles::Grid& grid = formulario.ssReservaciones;
+  formulario.OlvidaPrecio(grid.fila());
   for (const char* columna : {"Precio", "DESCUENTO_IMPORTE", "IMPUESTO_IMPORTE", "Total"}) {
     Pon(grid, columna, regional::Moneda(0));
   }
@@ -237,7 +248,7 @@ void SaleDePersonas(frmKV207& formulario, bool tecleada) {
   if (vacia) grid.celda(grid.fila(), grid.columna(), 0);
   const int personas = PersonasDelRenglon(grid, grid.fila());
   if (personas == 0) {
-    PonRenglonSinHuespedes(grid);
+    PonRenglonSinHuespedes(formulario);
     return;
   }
   ArmaLimitePersonas(publico::NuevaSentencia(), habitacion);
@@ -253,6 +264,8 @@ void SaleDePersonas(frmKV207& formulario, bool tecleada) {
         std::string(mensaje::kExcesoDePersonas.texto) + nombre + "\r\n es mayor al máximo de personas que se permiten");
   } else if (tecleada || vacia) {
     formulario.CalculaImportes(false);
+  } else {
+    formulario.PoneAlDia(grid.fila());
   }
 }
 
@@ -262,19 +275,9 @@ void SaleDeImporte(frmKV207& formulario, bool tecleada) {
   const bool vacia = CeldaVacia(grid.celda(grid.fila(), grid.columna()));
   if (vacia) grid.celda(grid.fila(), grid.columna(), 0.0);
   if (!tecleada && !vacia) return;
-  const auto importe = [&grid](const char* columna) { return com::CDbl(grid.celda(grid.fila(), columna)); };
-  ImportesRenglon renglon;
-  renglon.precio = importe("Precio");
-  renglon.personaExtra = importe("PERSONA_EXTRA");
-  renglon.impuesto = importe("Impuesto");
-  renglon.descuento = importe("Descuento");
-  renglon.descuentoImporte = importe("DESCUENTO_IMPORTE");
-  renglon = RederivaImportes(renglon, com::Mayusculas(grid.ClaveColumna()) == "DESCUENTO_IMPORTE");
-  Pon(grid, "Descuento", renglon.descuento);
-  Pon(grid, "DESCUENTO_IMPORTE", renglon.descuentoImporte);
-  Pon(grid, "IMPUESTO_IMPORTE", renglon.impuestoImporte);
-  Pon(grid, "Total", renglon.total);
-  formulario.CalculaImportes(true);
+  DerivaImportes(grid, grid.fila(), com::Mayusculas(grid.ClaveColumna()) == "DESCUENTO_IMPORTE");
+  const bool completo = formulario.CalculaRenglon(grid.fila(), true);
+  formulario.AnotaAcuerdo(grid.fila(), !completo);
 }
 
 // --- date pop-up ---
@@ -345,20 +348,16 @@ void frmKV207::AgregaHabitacion(const std::string& primera, const std::string& u
     Avisa(*this, mensaje::kSinProducto);
     return;
   }
-  // What may fail comes before the line, so that no line is left half-filled.
-  const com::Variant claveProducto = producto->Fields("Pr_Cve_Producto").Value();
-  const double impuesto = TasaImpuesto(*this, com::CStr(claveProducto));
-  const com::Fecha fin = com::MasDias(com::CDate(ultima), 1);
   ssReservaciones.AgregaFila();
   Pon(ssReservaciones, "Clave", clave);
   Pon(ssReservaciones, "Nombre", nombre);
   Pon(ssReservaciones, "FECHAI", primera);
-  Pon(ssReservaciones, "FECHAF", fin);
+  Pon(ssReservaciones, "FECHAF", com::MasDias(com::CDate(ultima), 1));
   PonSinPersonas(ssReservaciones);
-  Pon(ssReservaciones, "Producto", claveProducto);
+  Pon(ssReservaciones, "Producto", producto->Fields("Pr_Cve_Producto").Value());
   Pon(ssReservaciones, "Unidad", producto->Fields("Pr_Unidad_Venta").Value());
   Pon(ssReservaciones, "PersonasMax", producto->Fields("Th_Num_Personas_Maximo").Value());
-  PonSinImportes(ssReservaciones, impuesto);
+  PonSinImportes(ssReservaciones, [this] { return TasaImpuesto(*this); });
   ancho = AnchoNecesario(*this, nombre, ancho);
 }
 
@@ -384,7 +383,7 @@ void frmKV207::Busca_Habitacion(std::int32_t& ancho, bool& hallada) {
     const bool conProducto = !producto->Eof();
     Pon(grid, "Producto", conProducto ? producto->Fields("Pr_Cve_Producto").Value() : "");
     Pon(grid, "Unidad", conProducto ? producto->Fields("Pr_Unidad_venta").Value() : "");
-    PonSinImportes(grid, TasaImpuesto(*this, TextoDelRenglon(grid, "Producto")));
+    PonSinImportes(grid, [this] { return TasaImpuesto(*this); });
     ancho = AnchoNecesario(*this, TextoDelRenglon(grid, "Nombre"), ancho);
     hallada = true;
   });
@@ -392,9 +391,10 @@ void frmKV207::Busca_Habitacion(std::int32_t& ancho, bool& hallada) {
 
 void frmKV207::LimpiaRenglon() {
   if (ssReservaciones.fila() < 0) return;
+  OlvidaPrecio(ssReservaciones.fila());
   for (const char* columna : {"Nombre", "Producto", "Unidad"}) Pon(ssReservaciones, columna, "");
   PonSinPersonas(ssReservaciones);
-  PonSinImportes(ssReservaciones, 0);
+  PonSinImportes(ssReservaciones, [] { return 0.0; });
 }
 
 // --- cells ---
@@ -403,6 +403,7 @@ void frmKV207::ssReservaciones_BeforeRowColChange(bool& cancela) {
   if (!SePuedeEditar(ssReservaciones)) return;
   const std::string columna = com::Mayusculas(ssReservaciones.ClaveColumna());
   const bool tecleada = ssReservaciones.Tecleada();
+  const com::Variant total = ssReservaciones.celda(ssReservaciones.fila(), "Total");
   if (columna == "CLAVE") {
     SaleDeClave(*this, cancela);
   } else if (EsFecha(columna)) {
@@ -412,6 +413,8 @@ void frmKV207::ssReservaciones_BeforeRowColChange(bool& cancela) {
   } else if (EsImporte(columna)) {
     SaleDeImporte(*this, tecleada);
   }
+  // Where nothing was typed the grid does not complete the line by itself.
+  if (!tecleada && ssReservaciones.celda(ssReservaciones.fila(), "Total") != total) Totalizar();
 }
 
 void frmKV207::ssReservaciones_RowColChange() {

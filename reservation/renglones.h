@@ -14,6 +14,8 @@ namespace kv207 {
 bool CeldaVacia(const com::Variant& celda);
 // Date of a cell; Error kTipos when it holds none (an empty cell holds none).
 com::Fecha FechaDeCelda(const com::Variant& celda);
+// The same; nothing where that raises.
+std::optional<com::Fecha> FechaSiLaHay(const com::Variant& celda);
 // Number of persons in a cell: 0 when empty, halves to the even neighbour. Error kTipos for a text that is no number,
 // kDesbordamiento for more than 32,767, kArgumento for a negative number.
 std::int16_t PersonasDeCelda(const com::Variant& celda);

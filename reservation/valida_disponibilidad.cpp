@@ -9,6 +9,7 @@
 
 #include "platform/regional/regional.h"
 #include "publico/publico.h"
+#include "reservation/fechas.h"
 #include "reservation/frmKV207.h"
 #include "reservation/renglones.h"
 #include "reservation/sentencias.h"
@@ -99,6 +100,7 @@ Motivo RevisaNoches(frmKV207& f, std::vector<PeriodoRenglon>& periodos) {
     const PeriodoRenglon periodo{FechaDeCelda(grid.celda(fila, "FECHAI")), FechaDeCelda(grid.celda(fila, "FECHAF"))};
     periodos.push_back(periodo);
     const int noches = com::DiasEntre(periodo.inicio, periodo.fin);
+    if (auto motivo = MotivoDeEstanciaLarga(noches)) return motivo;
     for (int n = 0; n < noches; ++n) {
       if (auto motivo = RevisaNoche(f, clave, nombre, com::MasDias(periodo.inicio, n))) return motivo;
     }
@@ -132,6 +134,8 @@ Motivo RevisaPersonas(controles::Grid& grid) {
 
 Motivo RevisaTodo(frmKV207& f) {
   if (f.ssReservaciones.Filas() == 0) return "Debe especificar al menos una habitación para reservar";
+  const int noches = com::DiasEntre(f.dpFecha_llegada.valor(), f.dpFecha_salida.valor());
+  if (auto motivo = MotivoDeEstanciaLarga(noches)) return motivo;
   std::vector<PeriodoRenglon> periodos;
   if (auto motivo = RevisaNoches(f, periodos)) return motivo;
   if (auto motivo = TextoDe(RevisaPeriodos(f.dpFecha_llegada.valor(), f.dpFecha_salida.valor(), periodos))) {

@@ -94,8 +94,7 @@ void Grid::titulo(std::string_view clave, std::string v) {
 
 int Grid::AgregaFila() {
   Toca();
-  filas_.emplace_back(columnas_.size());
-  filasNuevas_ = true;
+  PonFila();
   const int nueva = Filas() - 1;
   Coloca(nueva, col_);
   Cambia(CambioGrid::Fila, nueva);
@@ -112,13 +111,26 @@ void Grid::QuitaTodas() {
   if (filas_.empty()) return;
   Toca();
   filas_.clear();
+  marcadores_.clear();
   pendiente_ = false;
   Coloca(-1, -1);
   Cambia(CambioGrid::Todo);
 }
 
+int Grid::Marcador(int fila) const {
+  RevisaFila(fila);
+  return marcadores_[static_cast<std::size_t>(fila)];
+}
+
+void Grid::PonFila() {
+  filas_.emplace_back(columnas_.size());
+  marcadores_.push_back(++ultimoMarcador_);
+  filasNuevas_ = true;
+}
+
 void Grid::QuitaFilaDe(int fila) {
   filas_.erase(filas_.begin() + fila);
+  marcadores_.erase(marcadores_.begin() + fila);
   if (fila == fila_) {
     // Its edit is gone with it; the row that takes its place is current.
     pendiente_ = false;
@@ -370,8 +382,7 @@ bool Grid::NuevaFila() {
   const int primera = PrimeraColumnaVisible(true);
   if (!enabled() || primera < 0) FallaTamanio(nombre(), "no admite renglones nuevos");
   if (!Sale(true)) return false;
-  filas_.emplace_back(columnas_.size());
-  filasNuevas_ = true;
+  PonFila();
   Cambia(CambioGrid::Fila, Filas() - 1);
   formulario().Enfoca(*this);
   Coloca(Filas() - 1, primera);

@@ -64,6 +64,8 @@ class Grid : public Control {
   int AgregaFila();
   void QuitaFila(int fila);  // Error kSubindice
   void QuitaTodas();
+  // Bookmark of a row: its own while rows come and go, and never given to another one.
+  int Marcador(int fila) const;
   // Value as the column's type holds it. Rows from 0; Error kSubindice / kElemento.
   const com::Variant& celda(int fila, int columna) const;
   const com::Variant& celda(int fila, std::string_view clave) const { return celda(fila, IndiceObligado(clave)); }
@@ -191,6 +193,7 @@ class Grid : public Control {
   void Toca();
   void Cambia(CambioGrid cambio, int fila = -1, int columna = -1);
   void Coloca(int fila, int columna);
+  void PonFila();
   void QuitaFilaDe(int fila);
   // Runs the leave check and commits the row when it is left; false when held.
   bool Sale(bool dejaFila);
@@ -202,6 +205,8 @@ class Grid : public Control {
 
   std::vector<Columna> columnas_;
   std::vector<std::vector<Celda>> filas_;
+  std::vector<int> marcadores_;  // of the rows
+  int ultimoMarcador_ = 0;
   std::vector<Estilo> estilos_;
   int fila_ = -1, col_ = -1;
   bool tecleada_ = false, pendiente_ = false, redraw_ = true;

@@ -179,12 +179,42 @@ TEST_F(Carga, FailuresAreToldOnceAndKeepWhatWasShown) {
   ASSERT_EQ(escritorio.Ids(), std::vector<std::string>{"ERR-ID:7500039"});
   EXPECT_EQ(escritorio.Mensajes()[0].titulo, "txtFolio_Enter()");
   EXPECT_EQ(pantalla.txtNHuesped.text(), "Ana López");
-  EXPECT_EQ(Ofrece(), "confirmar eliminar correo registro ") << "what was read in part must not be edited";
+  EXPECT_EQ(Ofrece(), "editar confirmar eliminar correo registro ");
+  EXPECT_EQ(pantalla.UltimoRenglon, 0);
   // A folio that would leave its quotes never runs.
   escritorio.Olvida();
   HotelPrueba::Carga("7'; DELETE FROM Reservacion; --");
   EXPECT_EQ(escritorio.Ids(), std::vector<std::string>{"ERR-ID:7500039"});
   EXPECT_EQ(Celda("SELECT COUNT(*) FROM Reservacion"), "1");
+}
+
+// Accepting a reservation that was read in part only would store that part.
+TEST_F(Carga, AnEditOfWhatWasReadInPartReadsItAgainFirst) {
+  InsertaReservacion("0000000077", {"0101", "0102"});
+  Abre();
+  pantalla.ssReservaciones.antesDeCambiar = [this] {
+    if (pantalla.ssReservaciones.Filas() == 1) throw com::Error(com::error::kInyectada, "falla inyectada");
+  };
+  HotelPrueba::Carga("77");
+  ASSERT_EQ(pantalla.ssReservaciones.Filas(), 1);
+  Pulsa(Accion::Editar);
+  EXPECT_EQ(escritorio.Ids(), (std::vector<std::string>{"ERR-ID:7500039", "ERR-ID:7500039"}));
+  EXPECT_FALSE(pantalla.Controles.EnEdicion());
+  EXPECT_FALSE(pantalla.txtComentario.enabled());
+
+  // It can be read now; cancelled by somebody since, it must not be edited, and active it is edited whole.
+  pantalla.ssReservaciones.antesDeCambiar = {};
+  Sql("UPDATE Reservacion SET Es_Cve_Estado = 'CA'");
+  Pulsa(Accion::Editar);
+  EXPECT_FALSE(pantalla.Controles.EnEdicion());
+  EXPECT_EQ(Ofrece(), "reactivar correo registro ");
+  Sql("UPDATE Reservacion SET Es_Cve_Estado = 'AC'");
+  HotelPrueba::Carga("77");
+  conexion->sentencias.clear();
+  Pulsa(Accion::Editar);
+  EXPECT_TRUE(pantalla.Controles.EnEdicion());
+  EXPECT_EQ(pantalla.ssReservaciones.Filas(), 2);
+  for (const std::string& s : conexion->sentencias) EXPECT_EQ(s.find("From Reservacion"), std::string::npos) << s;
 }
 
 TEST(SentenciasCarga, ReadsAsWritten) {

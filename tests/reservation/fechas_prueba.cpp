@@ -41,12 +41,14 @@ TEST(FijaLlegada, DragsAnEarlierDepartureToTheSameDay) {
 TEST(NochesTecleadas, AcceptsWholeNightsOfTheCalendarOnly) {
   EXPECT_EQ(NochesTecleadas(Variant(3.0), kDia10), 3);
   EXPECT_EQ(NochesTecleadas(Variant(2.5), kDia10), 2);
-  EXPECT_EQ(NochesTecleadas(Variant(32767.0), kDia10), 32767);
-  for (const double malas : {0.0, 0.4, -3.0, 32768.0, 1e300, -1e300}) {
-    EXPECT_EQ(NochesTecleadas(Variant(malas), kDia10), 0) << malas;
+  for (const auto& ninguna : {Variant(), Variant(0.0), Variant(0.4), Variant(-0.4)}) {
+    EXPECT_EQ(NochesTecleadas(ninguna, kDia10), 0);
   }
-  EXPECT_EQ(NochesTecleadas(Variant(), kDia10), 0);
-  EXPECT_EQ(NochesTecleadas(Variant(2.0), FechaDe(9999, 12, 30)), 0);
+  EXPECT_EQ(NochesTecleadas(Variant(1.0), FechaDe(9999, 12, 30)), 1);
+  EXPECT_THROW(NochesTecleadas(Variant(2.0), FechaDe(9999, 12, 30)), com::Error);
+  for (const double malas : {-1.0, -1e300, 3e6, 1e300}) {
+    EXPECT_THROW(NochesTecleadas(Variant(malas), kDia10), com::Error) << malas;
+  }
 }
 
 class Fechas : public pruebas::HotelPrueba {
@@ -111,9 +113,9 @@ TEST_F(Fechas, NightsMoveTheDepartureInEditModeOnly) {
   EXPECT_EQ(Rango(), "10/03/2026 15/03/2026 5");
   EXPECT_EQ(pantalla.ssReservaciones.Filas(), 0);
   EXPECT_EQ(pantalla.txtTotal.text(), "0");
-  for (const char* malas : {"0", "-2", "muchas", "99999"}) {
-    pantalla.txtDias.Teclea(malas);
-    EXPECT_EQ(Rango(), "10/03/2026 11/03/2026 1") << malas;
+  for (const char* ninguna : {"0", "muchas"}) {
+    pantalla.txtDias.Teclea(ninguna);
+    EXPECT_EQ(Rango(), "10/03/2026 11/03/2026 1") << ninguna;
     pantalla.txtDias.Teclea("5");
   }
   pantalla.txtDias.Teclea("");
@@ -124,6 +126,39 @@ TEST_F(Fechas, NightsMoveTheDepartureInEditModeOnly) {
   pantalla.txtDias.text("9");
   EXPECT_EQ(Rango(), "10/03/2026 12/03/2026 9");
   EXPECT_EQ(pantalla.ssReservaciones.Filas(), 1);
+}
+
+// Nothing is moved, and neither the board nor a save counts millions of nights.
+TEST_F(Fechas, NightsBelowZeroBeyondTheCalendarOrTheHotelsLimitAreTold) {
+  const auto dicho = [](const auto& accion) -> std::string {
+    try {
+      accion();
+    } catch (const com::Error& e) {
+      return e.Descripcion();
+    }
+    return "";
+  };
+  host.Parametro("HT_MAXIMO_NOCHES", "40");
+  Nueva();
+  AgregaRenglon();
+  const auto teclea = [&](const char* noches) { return dicho([&] { pantalla.txtDias.Teclea(noches); }); };
+  EXPECT_EQ(teclea("-2"), "El número de noches no puede ser negativo");
+  EXPECT_EQ(teclea("2912456"), "La salida quedaría después del 31/12/9999: corrija el número de noches");
+  EXPECT_EQ(teclea("41"), "La estancia de 41 noches pasa del máximo de 40: corrija la llegada o la salida");
+  EXPECT_EQ(Rango(), "10/03/2026 12/03/2026 41");
+  EXPECT_EQ(pantalla.ssReservaciones.Filas(), 1);
+  EXPECT_EQ(teclea("40"), "");
+  EXPECT_EQ(Rango(), "10/03/2026 19/04/2026 40");
+
+  const std::string larga = "La estancia de 2912374 noches pasa del máximo de 40: corrija la llegada o la salida";
+  EXPECT_EQ(dicho([&] { pantalla.dpFecha_salida.Fija(Dia(9999, 12, 31)); }), larga);
+  EXPECT_EQ(pantalla.dpFecha_salida.text(), "31/12/9999") << "the rejected date stays to be corrected";
+  EXPECT_EQ(dicho([&] { pantalla.dpFecha_llegada.Fija(Dia(2026, 3, 10)); }), larga);
+  pantalla.cmdDisponibilidad.Pulsa();
+  AgregaRenglon();
+  Pulsa(controles::Accion::Aceptar);
+  ASSERT_EQ(escritorio.Ids(), (std::vector<std::string>{"ERR-ID:7500003", "ERR-ID:7500010"}));
+  for (const controles::CajaMensaje& caja : escritorio.Mensajes()) EXPECT_EQ(caja.texto, larga);
 }
 
 TEST_F(Fechas, DatePickedInThePopUpIsTheClerksEntryOfThatCell) {

@@ -238,6 +238,48 @@ TEST_F(Guardar, RefusalsOfTheStoreShowItsText) {
        "calcularlo"});
 }
 
+// What is stored was priced under what is stored: otherwise the clerk sees the new amounts first.
+TEST_F(Guardar, LinesPricedUnderAnotherHeaderAreToldBeforeTheyAreStored) {
+  const std::string caja =
+      "ERR-ID:7500010|48|Controles_Aceptar()|Los importes de las habitaciones se calcularon de nuevo con el huésped, "
+      "la "
+      "moneda y el tipo de cambio de la reservación.\r\nRevise el total y vuelva a aceptar.";
+  host.Permiso("CHPR02", true);
+  Nueva();
+  Campo(pantalla.txtHuesped, "");
+  Linea("0101", 2);
+  Campo(pantalla.txtHuesped, "1");
+  AceptaSinGuardar({caja});
+  EXPECT_EQ(pantalla.foco(), &grid());
+  EXPECT_EQ(Pie(pantalla.txtTotal), 2320);
+  Acepta();
+
+  // A rate typed and not confirmed; another guest, under whom the hotel's price is the same.
+  Nueva();
+  Campo(pantalla.txtMoneda, "USD");
+  Linea("0102", 2);
+  pantalla.txtTipoCambio.Teclea("20");
+  AceptaSinGuardar({caja});
+  EXPECT_EQ(Texto(0, "Total"), "116");
+  Campo(pantalla.txtHuesped, "2");
+  Acepta();
+  EXPECT_EQ(Celda("SELECT group_concat(Rsd_Precio_Neto_Importe, ' ') FROM Reservacion_Detalle"), "2320.0 116.0");
+
+  // Given away by who may, and kept by who may not.
+  Nueva();
+  Linea("0201", 2);
+  ASSERT_TRUE(Teclea(0, "Precio", "0"));
+  Acepta();
+  pantalla.Descarga();
+  host.Permiso("CHPR02", false);
+  Carga(Celda("SELECT MAX(Rs_Folio) FROM Reservacion"));
+  Pulsa(Accion::Editar);
+  pantalla.txtComentario.Teclea("Cortesía");
+  Acepta();
+  EXPECT_EQ(Celda("SELECT Rs_Comentario FROM Reservacion WHERE Rs_Folio = (SELECT MAX(Rs_Folio) FROM Reservacion)"),
+            "Cortesía");
+}
+
 TEST_F(Guardar, AnEditThatDoesNotShowEveryLineLosesNone) {
   InsertaReservacion("0000000077", {"0101", "0201"});
   Sql("DELETE FROM Producto_Precio WHERE Pr_Cve_Producto = 'HAB2'");
@@ -253,6 +295,11 @@ TEST_F(Guardar, UnexpectedFailuresRollBackAndAreReportedOnce) {
   Nueva();
   Linea("0101", 2);
   PagaConTarjeta();
+  // A refusal whose roll-back fails is an unexpected failure too.
+  grid().celda(0, "Total", -0.5);
+  conexion->Falla("RollbackTrans");
+  AceptaSinGuardar({"ERR-ID:7500021|16|Controles_Aceptar()|falla inyectada"});
+  grid().celda(0, "Total", 2320.0);
   for (const char* donde : {"BeginTrans", "UPDATE Cliente", "CommitTrans"}) {
     SCOPED_TRACE(donde);
     conexion->Falla(donde);

@@ -217,6 +217,83 @@ TEST_F(Renglones, AnAgreedPriceIsKept) {
   EXPECT_DOUBLE_EQ(Numero(0, "Total"), 1740);
 }
 
+// What was typed before the guest, or while the hotel had no rate, is priced by passing over a cell.
+TEST_F(Renglones, AnUnpricedLineIsPricedWhenOneOfItsCellsIsLeft) {
+  Nueva();
+  Campo(pantalla.txtHuesped, "");
+  const int fila = Linea("0101", 2);
+  EXPECT_EQ(escritorio.Ids(), Cajas{"ERR-ID:7500036"});
+  EXPECT_EQ(Numero(fila, "Total"), 0);
+  Campo(pantalla.txtHuesped, "1");
+  ASSERT_TRUE(Ve(fila, "Menores"));
+  ASSERT_TRUE(Ve(fila, "Infantes"));
+  EXPECT_DOUBLE_EQ(Numero(fila, "Total"), 2320);
+  EXPECT_EQ(Pie(pantalla.txtTotal), 2320) << "nothing was typed, the footer follows all the same";
+
+  Sql("DELETE FROM Tarifa");
+  Sql("UPDATE Producto_Precio SET Pp_Precio_1 = NULL");
+  escritorio.Olvida();
+  ASSERT_TRUE(Teclea(fila, "Adultos", "1"));
+  EXPECT_EQ(escritorio.Ids(), Cajas{"ERR-ID:7500037"});
+  EXPECT_EQ(Numero(fila, "Total"), 0);
+  Sql("UPDATE Producto_Precio SET Pp_Precio_1 = 900");
+  ASSERT_TRUE(Ve(fila, "FECHAF"));
+  ASSERT_TRUE(Ve(fila, "Adultos"));
+  EXPECT_DOUBLE_EQ(Numero(fila, "Total"), 1800);
+}
+
+// The hotel's prices are asked for again in the new currency; agreed ones, a discount and stored ones are converted,
+// and come back to the cent. Another guest or rate alone touches no agreed price.
+TEST_F(Renglones, LinesFollowTheCurrency) {
+  host.Permiso("CHPR02", true);
+  host.Permiso("CHDS02", true);
+  Nueva();
+  Linea("0101", 2);
+  Linea("0102", 2);
+  Linea("0201", 2);
+  ASSERT_TRUE(Teclea(1, "Precio", "1750"));
+  ASSERT_TRUE(Teclea(2, "Descuento", "10"));
+  const auto totales = [&] { return Texto(0, "Total") + " " + Texto(1, "Total") + " " + Texto(2, "Total"); };
+  EXPECT_EQ(totales(), "2320 1750 3132");
+  Campo(pantalla.txtMoneda, "USD");
+  EXPECT_EQ(totales(), "132.58 100 178.97");
+  EXPECT_EQ(Texto(0, "Precio") + " " + Texto(1, "Precio") + " " + Texto(2, "Precio"), "132.58 100 198.86");
+  EXPECT_NEAR(Numero(2, "Descuento"), 10, 1e-9);
+  EXPECT_NEAR(Pie(pantalla.txtTotal), 411.55, 0.01);
+  Campo(pantalla.txtTipoCambio, "20");
+  EXPECT_EQ(totales(), "116 87.5 156.6");
+  EXPECT_NEAR(Pie(pantalla.txtTotal), 360.1, 0.01);
+  // An agreed price in dollars is one: the rate no longer matters.
+  ASSERT_TRUE(Teclea(1, "Precio", "90"));
+  Campo(pantalla.txtTipoCambio, "10");
+  Campo(pantalla.txtHuesped, "2");
+  for (int fila = 0; fila < 3; ++fila) {
+    ASSERT_TRUE(Ve(fila, "FECHAF"));
+    ASSERT_TRUE(Ve(fila, "Adultos"));
+    ASSERT_TRUE(Ve(fila, "Menores"));
+  }
+  EXPECT_EQ(totales(), "232 90 313.2");
+  Campo(pantalla.txtMoneda, "MXN");
+  EXPECT_EQ(totales(), "2320 1800 3132") << "as agreed, at the rate of then";
+  Pulsa(Accion::Limpiar);
+
+  // A stored price counts as agreed, whatever the hotel's rate has become.
+  InsertaReservacion("0000000077", {"0101"});
+  host.Tarifa("0001", 5000, 0, 0);
+  Carga("0000000077");
+  Pulsa(Accion::Editar);
+  ASSERT_TRUE(Ve(0, "FECHAF"));
+  ASSERT_TRUE(Ve(0, "Menores"));
+  Campo(pantalla.txtHuesped, "2");
+  ASSERT_TRUE(Ve(0, "Adultos"));
+  EXPECT_EQ(Texto(0, "Total"), "2320");
+  Campo(pantalla.txtMoneda, "USD");
+  EXPECT_EQ(Texto(0, "Total"), "132.57");
+  Campo(pantalla.txtMoneda, "MXN");
+  EXPECT_EQ(Texto(0, "Total"), "2320");
+  EXPECT_EQ(Vistos(escritorio), Cajas{});
+}
+
 TEST_F(Renglones, DatesOutsideTheStayAndTextsThatAreNoDatesFallBack) {
   Nueva();
   Linea("0101", 2);

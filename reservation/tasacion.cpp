@@ -1,0 +1,159 @@
+// Keeps the amounts of the room lines true to the header: a line priced under another guest, currency or rate is priced
+// again, an agreed price follows the currency.
+#include "reservation/tasacion.h"
+
+#include "publico/avisos.h"
+#include "publico/publico.h"
+#include "reservation/frmKV207.h"
+#include "reservation/renglones.h"
+
+namespace kv207 {
+
+namespace mensaje = anfitrion::mensaje;
+
+// --- rules ---
+
+Falta QueFalta(const PrecioRenglon* precio, const CondicionesPrecio& ahora) {
+  if (precio == nullptr) return Falta::Tasar;
+  if (!precio->acuerdo) return precio->incompleto || precio->condiciones != ahora ? Falta::Tasar : Falta::Nada;
+  if (precio->incompleto) return Falta::Convertir;
+  const CondicionesEncabezado &antes = precio->condiciones.encabezado, &actual = ahora.encabezado;
+  if (actual.tipoCambio <= 0 || precio->acuerdo->tipoCambio <= 0) return Falta::Nada;
+  const bool otroCambio = actual.moneda != precio->acuerdo->moneda && antes.tipoCambio != actual.tipoCambio;
+  return antes.moneda != actual.moneda || otroCambio ? Falta::Convertir : Falta::Nada;
+}
+
+double Convierte(double importe, const Acuerdo& acuerdo, const std::string& moneda, double tipoCambio) {
+  if (moneda == acuerdo.moneda) return importe;
+  return com::Redondea(importe * acuerdo.tipoCambio / tipoCambio, 2);
+}
+
+void DerivaImportes(controles::Grid& grid, int fila, bool porImporte) {
+  const auto importe = [&](const char* columna) { return com::CDbl(grid.celda(fila, columna)); };
+  ImportesRenglon renglon;
+  renglon.precio = importe("Precio");
+  renglon.personaExtra = importe("PERSONA_EXTRA");
+  renglon.impuesto = importe("Impuesto");
+  renglon.descuento = importe("Descuento");
+  renglon.descuentoImporte = importe("DESCUENTO_IMPORTE");
+  renglon = RederivaImportes(renglon, porImporte);
+  grid.celda(fila, "Descuento", renglon.descuento);
+  grid.celda(fila, "DESCUENTO_IMPORTE", renglon.descuentoImporte);
+  grid.celda(fila, "IMPUESTO_IMPORTE", renglon.impuestoImporte);
+  grid.celda(fila, "Total", renglon.total);
+}
+
+// --- the lines ---
+
+// Nothing for a line that cannot be priced: without room, dates or persons, or with persons that are no number.
+std::optional<CondicionesPrecio> frmKV207::Condiciones(int fila) const {
+  const controles::Grid& grid = ssReservaciones;
+  const auto inicio = FechaSiLaHay(grid.celda(fila, "FECHAI")), fin = FechaSiLaHay(grid.celda(fila, "FECHAF"));
+  if (CeldaVacia(grid.celda(fila, "Nombre")) || !inicio || !fin) return std::nullopt;
+  CondicionesPrecio c;
+  try {
+    c.adultos = PersonasDeCelda(grid.celda(fila, "Adultos"));
+    c.menores = PersonasDeCelda(grid.celda(fila, "Menores"));
+    c.infantes = PersonasDeCelda(grid.celda(fila, "Infantes"));
+  } catch (const com::Error&) {  // said where the persons are used
+    return std::nullopt;
+  }
+  if (c.adultos + c.menores + c.infantes == 0) return std::nullopt;
+  c.habitacion = com::CStr(grid.celda(fila, "Clave"));
+  c.inicio = com::SoloFecha(*inicio);
+  c.fin = com::SoloFecha(*fin);
+  c.encabezado = {txtHuesped.text(), txtMoneda.text(), com::SoloFecha(dpFecha.valor()),
+                  com::CDbl(txtTipoCambio.valor())};
+  return c;
+}
+
+const PrecioRenglon* frmKV207::PrecioDe(int fila) const {
+  const auto precio = precios_.find(ssReservaciones.Marcador(fila));
+  return precio == precios_.end() ? nullptr : &precio->second;
+}
+
+void frmKV207::OlvidaPrecio(int fila) { precios_.erase(ssReservaciones.Marcador(fila)); }
+
+void frmKV207::AnotaTarifa(int fila, bool conError) {
+  if (auto condiciones = Condiciones(fila)) {
+    precios_[ssReservaciones.Marcador(fila)] = {*std::move(condiciones), conError, std::nullopt};
+  }
+}
+
+void frmKV207::AnotaAcuerdo(int fila, bool incompleto) {
+  auto condiciones = Condiciones(fila);
+  if (!condiciones) return OlvidaPrecio(fila);
+  const auto importe = [&](const char* columna) { return com::CDbl(ssReservaciones.celda(fila, columna)); };
+  const CondicionesEncabezado& e = condiciones->encabezado;
+  Acuerdo acuerdo{e.moneda, e.tipoCambio, importe("Precio"), importe("PERSONA_EXTRA")};
+  precios_[ssReservaciones.Marcador(fila)] = {*std::move(condiciones), incompleto, std::move(acuerdo)};
+}
+
+bool frmKV207::PoneAlDia(int fila) {
+  const auto ahora = Condiciones(fila);
+  if (!ahora) return false;
+  const PrecioRenglon* precio = PrecioDe(fila);
+  switch (QueFalta(precio, *ahora)) {
+    case Falta::Nada:
+      return false;
+    case Falta::Tasar:
+      CalculaRenglon(fila, false);
+      return true;
+    case Falta::Convertir:
+      break;
+  }
+  PrecioRenglon convertido = *precio;
+  const Acuerdo& acuerdo = *convertido.acuerdo;
+  const CondicionesEncabezado& e = ahora->encabezado;
+  ssReservaciones.celda(fila, "Precio", Convierte(acuerdo.precio, acuerdo, e.moneda, e.tipoCambio));
+  ssReservaciones.celda(fila, "PERSONA_EXTRA", Convierte(acuerdo.personaExtra, acuerdo, e.moneda, e.tipoCambio));
+  DerivaImportes(ssReservaciones, fila, false);
+  convertido.incompleto = !CalculaRenglon(fila, true);
+  convertido.condiciones = *ahora;
+  precios_[ssReservaciones.Marcador(fila)] = std::move(convertido);
+  return true;
+}
+
+void frmKV207::SigueMoneda() {
+  const double tipoCambio = com::CDbl(txtTipoCambio.valor());
+  if (!Controles.EnEdicion() || txtNHuesped.text().empty() || txtMoneda.text().empty() || tipoCambio <= 0) return;
+  bool cambios = false;
+  for (int fila = 0; fila < ssReservaciones.Filas(); ++fila) {
+    const PrecioRenglon* precio = PrecioDe(fila);
+    if (precio == nullptr) continue;
+    const CondicionesEncabezado& antes = precio->condiciones.encabezado;
+    if (antes.moneda != txtMoneda.text() || antes.tipoCambio != tipoCambio) cambios = PoneAlDia(fila) || cambios;
+  }
+  if (cambios) Totalizar();
+}
+
+bool frmKV207::RevisaPrecios() {
+  bool cambios = false, otrosImportes = false;
+  for (int fila = 0; fila < ssReservaciones.Filas(); ++fila) {
+    const auto ahora = Condiciones(fila);
+    if (!ahora) continue;
+    // The hotel's price for this header has been shown or its lack told; lines that the checks to come refuse are left
+    // to them.
+    const PrecioRenglon* precio = PrecioDe(fila);
+    const bool mismo = precio != nullptr && precio->condiciones.encabezado == ahora->encabezado;
+    const bool excedido =
+        ahora->adultos + ahora->menores + ahora->infantes > com::CDbl(ssReservaciones.celda(fila, "PersonasMax"));
+    const bool fuera = ahora->inicio.dia < dpFecha_llegada.valor().dia || ahora->fin.dia > dpFecha_salida.valor().dia ||
+                       ahora->fin <= ahora->inicio;
+    if ((mismo && !precio->acuerdo) || excedido || fuera) continue;
+    const com::Variant antes = ssReservaciones.celda(fila, "Total");
+    if (!PoneAlDia(fila)) continue;
+    cambios = true;
+    otrosImportes = otrosImportes || com::CDbl(antes) != com::CDbl(ssReservaciones.celda(fila, "Total"));
+  }
+  if (cambios) Totalizar();
+  if (!otrosImportes) return true;
+  Avisa(*this, mensaje::kSinDisponibilidad,
+        "Los importes de las habitaciones se calcularon de nuevo con el huésped, la moneda y el tipo de cambio de la "
+        "reservación.\r\nRevise el total y vuelva a aceptar.");
+  Enfoca(ssReservaciones);
+  Controles.RechazaAceptar();
+  return false;
+}
+
+}  // namespace kv207
