@@ -150,6 +150,15 @@ TEST_F(Tablero, AceptarPideUnaMarcaYCancelarLaOlvida) {
   EXPECT_FALSE(tablero.visible());
   EXPECT_FALSE(tablero.HaySeleccion);
   EXPECT_EQ(Estados(1)[0], EstadoCelda::Ocupando);
+  // What counts are the rows of the load, shown or not.
+  tablero.ssDisponibilidad.QuitaTodas();
+  tablero.ActualizarSeleccion();
+  EXPECT_TRUE(tablero.HaySeleccion);
+  // A range that cannot be read is told before anything is asked.
+  tablero.txtAL.text("");
+  conexion->sentencias.clear();
+  EXPECT_FALSE(tablero.CargarDatos());
+  EXPECT_EQ(conexion->sentencias, std::vector<std::string>{});
 }
 
 TEST_F(Tablero, UnFiltroVacioEsTodos) {

@@ -418,5 +418,24 @@ TEST_F(RecorridoPrueba, LaLupaEncuentraPorNombreSinAcentos) {
   EXPECT_EQ(Foco(), "txtHuesped");
 }
 
+// Accepted while the rate's field still holds what was typed.
+TEST_F(RecorridoPrueba, ARateFarFromTheHotelsIsAskedAboutBeforeItIsAccepted) {
+  CapturaEncabezado();
+  auto& cambio = Control<controles::LookupField>(Forma(), "txtTipoCambio");
+  Forma().Enfoca(Control<controles::LookupField>(Forma(), "txtMoneda"));
+  Enter("USD");
+  const std::string vigente = cambio.text();
+  ASSERT_EQ(Foco(), "txtTipoCambio");
+  Escribe("100000");
+  EsperaMensaje(("El tipo de cambio de USD que se va a guardar es 100000; el del hotel es " + vigente).c_str(), "No");
+  Tecla(Qt::Key_Return, Qt::ControlModifier);
+  EXPECT_EQ(Foco(), "txtTipoCambio");
+  EXPECT_TRUE(Control<controles::ScreenToolbar>(Forma(), "Controles").EnEdicion());
+  // Within a tenth nothing is asked: the screen's own checks answer.
+  cambio.Teclea(com::CStr(com::Variant(com::CDbl(vigente) * 1.05)));
+  EsperaMensaje("Debe especificar al menos una habitación", "Aceptar");
+  Tecla(Qt::Key_Return, Qt::ControlModifier);
+}
+
 }  // namespace
 }  // namespace pruebas
