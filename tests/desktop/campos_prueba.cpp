@@ -171,8 +171,7 @@ TEST(VistaFechaPrueba, ElCalendarioCabeEnLaPantalla) {
     ASSERT_NE(calendario, nullptr);
     const QRect ocupa = calendario->geometry();
     EXPECT_TRUE(zona.contains(ocupa)) << ocupa.x() << ' ' << ocupa.y() << ' ' << ocupa.width() << 'x' << ocupa.height();
-    EXPECT_FALSE(ocupa.intersects(QRect(campo->mapToGlobal(QPoint()), campo->size())))
-        << "the field stays in sight";
+    EXPECT_FALSE(ocupa.intersects(QRect(campo->mapToGlobal(QPoint()), campo->size()))) << "the field stays in sight";
     calendario->close();
   }
 }

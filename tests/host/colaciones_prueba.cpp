@@ -28,8 +28,11 @@ void EsperaOrden(const std::vector<std::string>& orden, Compara compara) {
 }
 
 TEST(Colaciones, TextosIgualesSinCajaNiBlancosFinales) {
-  const std::vector<std::vector<std::string>> iguales{
-      {"", " ", "   "}, {"ac", "AC", "Ac  "}, {"MUÑOZ PÉREZ", "muñoz pérez "}, {"Ÿ Ž Ő Œ Ω Я", "ÿ ž ő œ ω я"}, {" a", " A"}};
+  const std::vector<std::vector<std::string>> iguales{{"", " ", "   "},
+                                                      {"ac", "AC", "Ac  "},
+                                                      {"MUÑOZ PÉREZ", "muñoz pérez "},
+                                                      {"Ÿ Ž Ő Œ Ω Я", "ÿ ž ő œ ω я"},
+                                                      {" a", " A"}};
   for (const auto& grupo : iguales)
     for (const auto& a : grupo)
       for (const auto& b : grupo) EXPECT_EQ(ComparaEspanol(a, b), 0) << a << " / " << b;
