@@ -61,4 +61,16 @@ TEST_F(Acciones, AFailingRollBackIsTriedAgainAndHidesNothing) {
   EXPECT_FALSE(host.conexion()->EnTransaccion());
 }
 
+TEST_F(Acciones, ARefusedConfirmationThatCannotBeRolledBackIsAFailure) {
+  InsertaReservacion("0000000077", {"0101"});
+  Carga("77");
+  host.FallaCorreo("");
+  conexion->Falla("RollbackTrans");
+  escritorio.Responde("ERR-ID:7500052", controles::kAceptar);
+  Pulsa(Accion::Confirmar);
+  EXPECT_EQ(escritorio.Ids(), (std::vector<std::string>{"ERR-ID:7500052", "ERR-ID:7500022", "ERR-ID:7500024"}));
+  EXPECT_FALSE(host.conexion()->EnTransaccion());
+  EXPECT_EQ(Celda("SELECT Es_Cve_Estado FROM Reservacion"), "AC");
+}
+
 }  // namespace
