@@ -129,18 +129,4 @@ TEST_F(Auditoria, WritesOneEntryForTheFolio) {
             " la habitación 0102 ha sido removida de la reservación \r\n\r\n\r\n");
 }
 
-TEST_F(Auditoria, AFailedImageFailsTheComparisonToo) {
-  InsertaReservacion("0000000077", {"0101"});
-  conexion->Falla("FROM Reservacion_Detalle");
-  EXPECT_FALSE(Analiza({}));
-  EXPECT_EQ(escritorio.Ids(), (std::vector<std::string>{"ERR-ID:7500047", "ERR-ID:7500049"}));
-  escritorio.Olvida();
-  conexion->Falla("FROM Reservacion ");
-  EXPECT_FALSE(Analiza({}));
-  EXPECT_EQ(escritorio.Ids(), (std::vector<std::string>{"ERR-ID:7500048", "ERR-ID:7500049"}));
-  EXPECT_EQ(escritorio.Mensajes()[0].titulo, "Resevacion_Despues()");
-  EXPECT_EQ(escritorio.Mensajes()[0].texto, "falla inyectada");
-  EXPECT_TRUE(host.Bitacora().empty());
-}
-
 }  // namespace

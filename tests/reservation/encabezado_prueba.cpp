@@ -99,47 +99,6 @@ TEST_F(Encabezado, ANewGuestTakesTheCardAway) {
   EXPECT_TRUE(pantalla.txtTarjeta.enabled());
 }
 
-TEST_F(Encabezado, SecurityCodeIsMaskedAgainWithEachCard) {
-  Nueva();
-  Campo(pantalla.txtForma_Pago, "4");
-  EXPECT_EQ(pantalla.txtCodigo.passwordChar(), "*");
-  pantalla.chkMostrarCodigo.Pulsa();
-  EXPECT_EQ(pantalla.txtCodigo.passwordChar(), "");
-  Campo(pantalla.txtCliente, "2");
-  EXPECT_EQ(pantalla.txtCodigo.passwordChar(), "*");
-}
-
-TEST_F(Encabezado, BranchDiscardsTheLines) {
-  Nueva();
-  pantalla.ssReservaciones.AgregaFila();
-  pantalla.ssReservaciones.AgregaFila();
-  pantalla.pcFecha.visible(true);
-  pantalla.ColumnaFechaActiva = "FECHAI";
-  pantalla.txtTotal.valor(500.0);
-  pantalla.txtSucursal.Teclea("0002");
-  EXPECT_EQ(pantalla.ssReservaciones.Filas(), 0);
-  EXPECT_EQ(pantalla.txtTotal.text(), "0");
-  EXPECT_FALSE(pantalla.pcFecha.visible());
-}
-
-TEST_F(Encabezado, TypingAFolioEmptiesTheReservationShown) {
-  InsertaReservacion("0000000077", {"0101", "0102"});
-  Sql("UPDATE Reservacion SET Sc_Cve_Sucursal = ''");
-  Carga("77");
-  ASSERT_EQ(pantalla.ssReservaciones.Filas(), 2);
-  pantalla.txtFolio.Teclea("7");
-  EXPECT_EQ(pantalla.Controles.ClaveActual(), "");
-  for (const Accion a : {Accion::Editar, Accion::Confirmar, Accion::Eliminar, Accion::Correo, Accion::Registro}) {
-    EXPECT_FALSE(pantalla.Controles.Ofrece(a)) << controles::NombreAccion(a);
-  }
-  EXPECT_EQ(pantalla.txtHuesped.text() + pantalla.txtNHuesped.text() + pantalla.txtNotas.text() +
-                pantalla.dpFecha_llegada.text() + pantalla.txtDias.text(),
-            "");
-  EXPECT_EQ(pantalla.txtSubTotal.text() + pantalla.txtImpuestos.text() + pantalla.txtTotal.text(), "000");
-  EXPECT_EQ(pantalla.ssReservaciones.Filas(), 0);
-  EXPECT_EQ(pantalla.UltimoRenglon, 0);
-}
-
 TEST_F(Encabezado, AFolioThatChangesInMidEditKeepsTheFields) {
   InsertaReservacion("0000000077", {"0101"});
   Carga("77");
@@ -148,41 +107,6 @@ TEST_F(Encabezado, AFolioThatChangesInMidEditKeepsTheFields) {
   EXPECT_EQ(pantalla.Controles.ClaveActual(), "");
   EXPECT_EQ(pantalla.txtNHuesped.text(), "Ana López");
   EXPECT_EQ(pantalla.ssReservaciones.Filas(), 1);
-}
-
-TEST_F(Encabezado, NotesEditorFromButtonAndF2) {
-  Nueva();
-  pantalla.txtNotas.Teclea("vieja");
-  escritorio.RespondeNotas("una");
-  pantalla.cmdNotas.Pulsa();
-  EXPECT_EQ(pantalla.txtNotas.text(), "una");
-  EXPECT_EQ(pantalla.foco(), &pantalla.txtNotas);
-  escritorio.RespondeNotas("señas");
-  pantalla.PulsaTecla(controles::tecla::kF3);
-  pantalla.PulsaTecla(controles::tecla::kF2);
-  EXPECT_EQ(pantalla.txtNotas.text(), "señas");
-  EXPECT_EQ(pantalla.txtNotas.cursor(), 5);
-  ASSERT_EQ(escritorio.Notas().size(), 2u);
-  EXPECT_EQ(escritorio.Notas()[0].titulo, "RESERVACION");
-  EXPECT_EQ(escritorio.Notas()[0].texto, "vieja");
-  EXPECT_EQ(escritorio.Notas()[0].ancho, 50);
-}
-
-TEST_F(Encabezado, RecordButtonsNeedAName) {
-  Nueva();
-  pantalla.cmdCliente.Pulsa();
-  EXPECT_TRUE(escritorio.Pantallas().empty());
-  pantalla.cmdHuesped.Pulsa();
-  ASSERT_EQ(escritorio.Pantallas().size(), 1u);
-  EXPECT_EQ(escritorio.Pantallas()[0].pantalla, "MuestraCliente");
-  EXPECT_EQ(escritorio.Pantallas()[0].argumentos,
-            (std::vector<com::Variant>{com::Variant("0000000001"), com::Variant(1), com::Variant("")}));
-}
-
-TEST_F(Encabezado, AKeyWithAQuoteFailsBeforeItReachesTheDatabase) {
-  Nueva();
-  EXPECT_THROW(Campo(pantalla.txtCliente, "1' OR '1'='1"), com::Error);
-  EXPECT_EQ(pantalla.txtNCliente.text(), "");
 }
 
 }  // namespace

@@ -39,69 +39,11 @@ class Entrega : public pruebas::RenglonesPrueba {
       tablero.Controles.Pulsa(accion);
     };
   }
-  // Row of a room on the board.
-  int FilaDe(const std::string& nombre) {
-    for (int r = 0; r < tablero.ssDisponibilidad.Filas(); ++r) {
-      if (com::CStr(tablero.ssDisponibilidad.celda(r, "Nombre")) == nombre) return r;
-    }
-    return -1;
-  }
-  void CuatroNoches() { pantalla.dpFecha_salida.Fija(Dia(2026, 3, 14)); }
   void Agrega(const std::string& clave) {
     std::int32_t ancho = 0;
     pantalla.AgregaHabitacion("10/03/2026", "12/03/2026", clave, "Cuarto " + clave, ancho);
   }
 };
-
-TEST_F(Entrega, MarksReplaceTheLinesByOneForEachRun) {
-  Nueva();
-  CuatroNoches();
-  Linea("0102", 2);
-  EXPECT_GT(Pie(pantalla.txtSubTotal), 0);
-  AlAbrir({{0, 0}, {0, 1}, {0, 3}, {2, 2}}, Accion::Aceptar);
-  pantalla.PulsaTecla(controles::tecla::kF6);
-  EXPECT_EQ(Vistos(escritorio), Cajas{});
-  EXPECT_EQ(tablero.FolioExcluido, "");
-  ASSERT_EQ(grid().Filas(), 3);
-  const auto linea = [this](int fila) {
-    return Texto(fila, "Clave") + " " + Texto(fila, "FECHAI") + " " + Texto(fila, "FECHAF") + " " +
-           Texto(fila, "Nombre");
-  };
-  const std::string uno = com::CStr(tablero.ssDisponibilidad.celda(0, "Clave"));
-  const std::string nombreUno = com::CStr(tablero.ssDisponibilidad.celda(0, "Nombre"));
-  EXPECT_EQ(linea(0), uno + " 10/03/2026 12/03/2026 " + nombreUno);
-  EXPECT_EQ(linea(1), uno + " 13/03/2026 14/03/2026 " + nombreUno);
-  EXPECT_EQ(Texto(2, "FECHAI") + Texto(2, "FECHAF"), "12/03/202613/03/2026");
-  for (int fila = 0; fila < 3; ++fila) {
-    EXPECT_EQ(Numero(fila, "Adultos"), 0);
-    EXPECT_EQ(Numero(fila, "Impuesto"), 0.16);
-    EXPECT_EQ(Texto(fila, "Unidad"), "NOCHE");
-    EXPECT_GT(Numero(fila, "PersonasMax"), 0);
-    EXPECT_EQ(Numero(fila, "Total"), 0);
-  }
-  for (const auto* pie : {&pantalla.txtSubTotal, &pantalla.txtImpuestos, &pantalla.txtTotal}) {
-    EXPECT_EQ(Pie(*pie), 0) << pie->nombre();
-  }
-  EXPECT_EQ(grid().fila(), 0);
-  EXPECT_EQ(pantalla.foco(), &grid());
-  int ancho = 0;
-  for (int r = 0; r < 3; ++r) ancho = std::max(ancho, escritorio.AnchoTexto(pantalla, Texto(r, "Nombre")));
-  EXPECT_EQ(grid().columna("Nombre").ancho, ancho + 200);
-  EXPECT_EQ(grid().columna("FECHAI").ancho, escritorio.AnchoTexto(pantalla, "Fecha inicial"));
-  EXPECT_EQ(grid().columna("FECHAF").ancho, escritorio.AnchoTexto(pantalla, "Fecha final"));
-  ASSERT_TRUE(Teclea(0, "Adultos", "2"));
-  EXPECT_GT(Pie(pantalla.txtTotal), 0);
-}
-
-TEST_F(Entrega, CancellingTouchesNoLine) {
-  Nueva();
-  Linea("0101", 2);
-  AlAbrir({{0, 0}}, Accion::Cancelar);
-  pantalla.cmdDisponibilidad.Pulsa();
-  EXPECT_EQ(grid().Filas(), 1);
-  EXPECT_EQ(Pie(pantalla.txtTotal), 2320);
-  EXPECT_EQ(pantalla.foco(), &grid());
-}
 
 TEST_F(Entrega, ReopenedItShowsTheSameMarksWithoutLoading) {
   Nueva();
@@ -145,54 +87,6 @@ TEST_F(Entrega, ReopenedItShowsTheSameMarksWithoutLoading) {
   };
   pantalla.cmdDisponibilidad.Pulsa();
   EXPECT_EQ(Vistos(escritorio), Cajas{"ERR-ID:7500055|48|Vormalix|Debe seleccionar al menos una habitación"});
-}
-
-TEST_F(Entrega, TheEditedReservationIsNotInItsOwnWay) {
-  InsertaReservacion("0000000077", {"0101"});
-  Carga("0000000077");
-  Pulsa(Accion::Editar);
-  escritorio.alModal = [this](controles::Formulario&) {
-    tablero.opHabitacion.Pulsa();
-    EXPECT_EQ(tablero.Estados(0, FilaDe("Sencilla / Vista al mar")), kv207::EstadoCelda::Disponible);
-    tablero.Controles.Pulsa(Accion::Cancelar);
-  };
-  pantalla.cmdDisponibilidad.Pulsa();
-  EXPECT_EQ(tablero.FolioExcluido, "0000000077");
-  EXPECT_EQ(grid().Filas(), 1);
-}
-
-TEST_F(Entrega, ABoardThatCannotBeBuiltIsNotShown) {
-  Nueva();
-  Linea("0101", 2);
-  conexion->Falla("COUNT(Hb_Cve_Habitacion) as Total");
-  pantalla.cmdDisponibilidad.Pulsa();
-  EXPECT_EQ(Vistos(escritorio),
-            Cajas{"ERR-ID:7500002|16|cmdDisponibilidad_Click()|frmDisponibilidad.CargarDatos() - falla inyectada"});
-  escritorio.Olvida();
-  tablero.ssDisponibilidad.QuitaColumna(1);
-  pantalla.cmdDisponibilidad.Pulsa();
-  ASSERT_EQ(escritorio.Ids(), Cajas{"ERR-ID:7500001"});
-  EXPECT_EQ(escritorio.Mensajes()[0].texto.rfind("frmDisponibilidad.Agregar_Columnas() - ", 0), 0u);
-  EXPECT_EQ(escritorio.Mensajes()[0].titulo, "cmdDisponibilidad_Click()");
-  EXPECT_TRUE(escritorio.Modales().empty());
-  EXPECT_EQ(grid().Filas(), 1);
-}
-
-TEST_F(Entrega, ARoomWithoutProductIsRefusedAndTheHandOffGoesOn) {
-  Nueva();
-  escritorio.alModal = [this](controles::Formulario&) {
-    tablero.opHabitacion.Pulsa();
-    for (int r = 0; r < tablero.ssDisponibilidad.Filas(); ++r) tablero.ssDisponibilidad.ClicCelda(r, 2);
-    // While the board is open somebody takes the product away.
-    Sql("DELETE FROM Producto WHERE Pr_Cve_Producto = 'HAB1'");
-    tablero.Controles.Pulsa(Accion::Aceptar);
-  };
-  pantalla.cmdDisponibilidad.Pulsa();
-  const std::string caja =
-      "ERR-ID:7500004|64|Imposible agregar la habitación|No se encontró un producto relacionado al tipo de habitación";
-  EXPECT_EQ(Vistos(escritorio), (Cajas{caja, caja}));
-  ASSERT_EQ(grid().Filas(), 1);
-  EXPECT_EQ(Texto(0, "Clave"), "0201");
 }
 
 TEST_F(Entrega, AFailingRoomIsReportedByTheButton) {

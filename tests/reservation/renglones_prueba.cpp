@@ -69,33 +69,6 @@ TEST(PersonasDeCelda, AreWholeAndNeverNegative) {
 
 class Renglones : public pruebas::RenglonesPrueba {};
 
-TEST_F(Renglones, ATypedKeyIsFilledWithZerosAndResolved) {
-  Nueva();
-  grid().ancho("Nombre", 100);
-  grid().NuevaFila();
-  ASSERT_TRUE(Teclea(0, "Clave", "101"));
-  EXPECT_EQ(Texto(0, "Clave"), "0101");
-  EXPECT_EQ(Texto(0, "Nombre"), "Sencilla / Vista al mar");
-  EXPECT_EQ(grid().celda(0, "FECHAI"), com::Variant(Dia(2026, 3, 10)));
-  EXPECT_EQ(grid().celda(0, "FECHAF"), com::Variant(Dia(2026, 3, 12)));
-  EXPECT_EQ(Numero(0, "PersonasMax"), 3);
-  EXPECT_EQ(Texto(0, "Producto"), "HAB1");
-  EXPECT_EQ(Texto(0, "Unidad"), "NOCHE");
-  EXPECT_EQ(Numero(0, "Impuesto"), 0.16);
-  EXPECT_EQ(Texto(0, "ID"), "");
-  for (const char* columna : {"Adultos", "Menores", "Infantes", "Precio", "PERSONA_EXTRA", "Total"}) {
-    EXPECT_EQ(Numero(0, columna), 0) << columna;
-  }
-  EXPECT_EQ(grid().columna("Nombre").ancho, escritorio.AnchoTexto(pantalla, "Sencilla / Vista al mar"));
-  EXPECT_EQ(Vistos(escritorio), Cajas{});
-
-  // A resolved line is not looked up again.
-  conexion->sentencias.clear();
-  ASSERT_TRUE(Ve(0, "Clave"));
-  ASSERT_TRUE(Ve(0, "Nombre"));
-  EXPECT_TRUE(conexion->sentencias.empty());
-}
-
 TEST_F(Renglones, AnUnknownWithdrawnOrBrokenKeyHoldsTheClerkOnABlankLine) {
   Nueva();
   Linea("0101", 2);
@@ -121,41 +94,6 @@ TEST_F(Renglones, AnUnknownWithdrawnOrBrokenKeyHoldsTheClerkOnABlankLine) {
   EXPECT_EQ(escritorio.Mensajes()[0].titulo, "Busca_Habitacion()");
   EXPECT_EQ(escritorio.Mensajes()[0].estilo, 16);
   EXPECT_EQ(Celda("SELECT COUNT(*) FROM Habitacion"), "4");
-}
-
-TEST_F(Renglones, PersonsPriceTheLineAndTheFooterFollows) {
-  Nueva();
-  Linea("0101", 2);
-  EXPECT_EQ(Numero(0, "Precio"), 2320);
-  EXPECT_DOUBLE_EQ(Numero(0, "Total"), 2320);
-  EXPECT_DOUBLE_EQ(Numero(0, "IMPUESTO_IMPORTE"), 320);
-  EXPECT_EQ(Pie(pantalla.txtTotal), 2320);
-  ASSERT_TRUE(Teclea(0, "Menores", "1"));
-  EXPECT_EQ(Numero(0, "PERSONA_EXTRA"), 232);
-  EXPECT_EQ(Numero(0, "NUM_PERSONAS_EXTRA"), 1);
-  EXPECT_DOUBLE_EQ(Numero(0, "Total"), 2552);
-  EXPECT_EQ(Pie(pantalla.txtSubTotal), 2200);
-  EXPECT_EQ(Pie(pantalla.txtImpuestos), 352);
-  EXPECT_EQ(Pie(pantalla.txtTotal), 2552);
-
-  // Too many persons, infants among them: a warning, the amounts stay.
-  EXPECT_TRUE(Teclea(0, "Infantes", "1"));
-  EXPECT_EQ(Vistos(escritorio),
-            Cajas{"ERR-ID:7500034|48|Vormalix|El númeor de personas capturadas para la habitación: Sencilla / Vista al "
-                  "mar\r\n es mayor al máximo de personas que se permiten"});
-  EXPECT_EQ(Numero(0, "Infantes"), 1);
-  EXPECT_DOUBLE_EQ(Numero(0, "Total"), 2552);
-
-  // Nobody: an emptied cell counts as none, and the line costs nothing.
-  escritorio.Olvida();
-  ASSERT_TRUE(Teclea(0, "Infantes", ""));
-  ASSERT_TRUE(Teclea(0, "Menores", "0"));
-  ASSERT_TRUE(Teclea(0, "Adultos", ""));
-  EXPECT_EQ(grid().celda(0, "Adultos"), com::Variant(0));
-  for (const char* columna : {"Precio", "Descuento", "DESCUENTO_IMPORTE", "IMPUESTO_IMPORTE", "Total"}) {
-    EXPECT_EQ(grid().celda(0, columna), com::Variant(0.0)) << columna;
-  }
-  EXPECT_EQ(Vistos(escritorio), Cajas{});
 }
 
 TEST_F(Renglones, MissingOrFailingPersonLimitsKeepTheAmounts) {
@@ -367,27 +305,6 @@ TEST_F(Renglones, TheDatePopUpLiesOverTheCellAndItsDatePricesTheLine) {
   EXPECT_FALSE(pantalla.pcFecha.visible());
 }
 
-TEST_F(Renglones, LocksFollowTheRights) {
-  const auto abiertas = [this] {
-    std::string claves;
-    for (int c = 0; c < grid().NumColumnas(); ++c) {
-      if (grid().columna(c).visible && !grid().columna(c).bloqueada) claves += grid().columna(c).clave + " ";
-    }
-    return claves;
-  };
-  host.Permiso("CHPR02", true);
-  Nueva();
-  EXPECT_EQ(abiertas(), "Clave FECHAI FECHAF Adultos Menores Infantes Precio PERSONA_EXTRA ");
-  pantalla.BloqueaColumnas();
-  EXPECT_EQ(abiertas(), "");
-  EXPECT_FALSE(grid().columna("Producto").bloqueada);
-  pantalla.PuedeCambiarPrecio = false;
-  pantalla.PuedeCambiarDescuento = true;
-  pantalla.DesbloqueaColumnas();
-  EXPECT_EQ(abiertas(), "Clave FECHAI FECHAF Adultos Menores Infantes Descuento DESCUENTO_IMPORTE ");
-  EXPECT_THROW(Teclea(Linea("0101", 0), "Precio", "1"), com::Error);
-}
-
 TEST_F(Renglones, OnlyTheCharactersOfANumberPass) {
   host.Permiso("CHPR02", true);
   host.Permiso("CHDS02", true);
@@ -416,56 +333,6 @@ TEST_F(Renglones, OnlyTheCharactersOfANumberPass) {
   grid().PulsaTecla(tecla::kEnter);
   EXPECT_EQ(grid().celda(0, "Adultos"), com::Variant(1));
   EXPECT_EQ(grid().ClaveColumna(), "Menores");
-}
-
-TEST_F(Renglones, TheCatalogueGivesARoomAndF3OpensItsScreen) {
-  Nueva();
-  grid().NuevaFila();
-  escritorio.RespondeCatalogo("0201");
-  grid().PulsaTecla(tecla::kF2);
-  EXPECT_EQ(Texto(0, "Nombre"), "Doble / Terraza");
-  EXPECT_GE(grid().columna("Nombre").ancho, escritorio.AnchoTexto(pantalla, "Doble / Terraza"));
-  ASSERT_TRUE(Teclea(0, "Adultos", "2"));
-  EXPECT_EQ(Pie(pantalla.txtTotal), 3480);
-
-  // A room withdrawn since the list was shown, and a cancelled search: the line is blank.
-  ASSERT_TRUE(Ve(0, "Clave"));
-  escritorio.RespondeCatalogo("0109");
-  grid().PulsaTecla(tecla::kF2);
-  EXPECT_EQ(escritorio.Ids(), Cajas{"ERR-ID:7500045"});
-  EXPECT_EQ(Texto(0, "Clave") + Texto(0, "Nombre"), "");
-  EXPECT_EQ(Pie(pantalla.txtTotal), 0);
-  escritorio.RespondeCatalogo("0102");
-  grid().PulsaTecla(tecla::kF2);
-  EXPECT_EQ(Texto(0, "Clave"), "0102");
-  escritorio.RespondeCatalogo("");
-  grid().PulsaTecla(tecla::kF2);
-  EXPECT_EQ(Texto(0, "Clave") + Texto(0, "Nombre"), "");
-  EXPECT_DOUBLE_EQ(Numero(0, "Total"), 0);
-
-  EXPECT_THROW(grid().PulsaTecla(tecla::kF3), com::Error);
-  pantalla.Padre = host.Padre();
-  grid().PulsaTecla(tecla::kF3);
-  ASSERT_EQ(escritorio.Pantallas().size(), 1u);
-  EXPECT_EQ(escritorio.Pantallas()[0].pantalla, "CA153");
-}
-
-TEST_F(Renglones, ALineIsDeletedOnlyInAnEditAndAfterAQuestion) {
-  const std::string pregunta = "ERR-ID:7500054|324|Vormalix|¿Está seguro de eliminar la habitación seleccionada?";
-  InsertaReservacion("0000000077", {"0101", "0102"});
-  Carga("0000000077");
-  EXPECT_FALSE(grid().Borra(0));
-  EXPECT_EQ(Vistos(escritorio), Cajas{});
-  Pulsa(Accion::Editar);
-  escritorio.Responde("ERR-ID:7500054", controles::kNo);
-  EXPECT_FALSE(grid().Borra(0));
-  EXPECT_EQ(grid().Filas(), 2);
-  escritorio.Responde("ERR-ID:7500054", controles::kSi);
-  EXPECT_TRUE(grid().Borra(0));
-  EXPECT_EQ(Vistos(escritorio), (Cajas{pregunta, pregunta}));
-  ASSERT_EQ(grid().Filas(), 1);
-  EXPECT_EQ(Texto(0, "Clave"), "0102");
-  EXPECT_EQ(Pie(pantalla.txtTotal), 2320);
 }
 
 TEST_F(Renglones, AnEmptiedKeyTakesTheLineAndItsAmountsAway) {
