@@ -437,5 +437,21 @@ TEST_F(RecorridoPrueba, ARateFarFromTheHotelsIsAskedAboutBeforeItIsAccepted) {
   Tecla(Qt::Key_Return, Qt::ControlModifier);
 }
 
+TEST_F(RecorridoPrueba, AStayOfCenturiesIsToldAndNotShown) {
+  CapturaEncabezado();
+  auto& salida = Control<controles::DateField>(Forma(), "dpFecha_salida");
+  Forma().Enfoca(salida);
+  Escribe("31/12/9999");
+  EsperaMensaje("noches pasa del máximo de 366", "Aceptar");
+  Tecla(Qt::Key_Tab);
+  EXPECT_EQ(salida.text(), "31/12/9999");
+  EsperaMensaje("noches pasa del máximo de 366", "Aceptar");
+  Tecla(Qt::Key_F6);
+  Forma().Enfoca(salida);
+  Escribe("14/03/2026");
+  Tecla(Qt::Key_Tab);
+  EXPECT_EQ(Control<controles::LookupField>(Forma(), "txtDias").text(), "3");
+}
+
 }  // namespace
 }  // namespace pruebas
