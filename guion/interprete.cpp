@@ -222,9 +222,7 @@ controles::Control& Interprete::ControlActivo(const std::string& nombre) const {
 }
 
 controles::Grid& Interprete::GridDe(controles::Formulario& formulario) const {
-  for (controles::Control* c : formulario.controles()) {
-    if (c->clase() == controles::Clase::Grid) return static_cast<controles::Grid&>(*c);
-  }
+  if (auto* grid = formulario.Primero<controles::Grid>()) return *grid;
   NoExiste(formulario.nombre() + " no tiene renglones");
 }
 
@@ -241,9 +239,7 @@ controles::Grid& Interprete::Tablero() const {
 }
 
 controles::ScreenToolbar& Interprete::BarraDe(controles::Formulario& formulario) const {
-  for (controles::Control* c : formulario.controles()) {
-    if (c->clase() == controles::Clase::Barra) return static_cast<controles::ScreenToolbar&>(*c);
-  }
+  if (auto* barra = formulario.Primero<controles::ScreenToolbar>()) return *barra;
   NoExiste(formulario.nombre() + " no tiene barra de acciones");
 }
 

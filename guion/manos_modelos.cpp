@@ -7,8 +7,6 @@
 
 namespace guion {
 
-using controles::Clase;
-
 namespace {
 
 [[noreturn]] void NoSirve(const controles::Control& control, const char* motivo) {
@@ -17,13 +15,9 @@ namespace {
 
 // An edit that was begun is finished before the clerk turns to something else.
 void TerminaEdicion(controles::Formulario& formulario, const controles::Control* destino) {
-  controles::Control* foco = formulario.foco();
-  if (foco == nullptr || foco == destino || foco->clase() != Clase::Grid) return;
-  auto& grid = static_cast<controles::Grid&>(*foco);
-  if ((grid.Tecleada() || grid.Pendiente()) && !grid.Deja()) {
-    throw com::Error(com::error::kTamanio,
-                     "La celda «" + grid.ClaveColumna() + "» de «" + grid.nombre() + "» no se puede dejar");
-  }
+  auto* grid = controles::Como<controles::Grid>(formulario.foco());
+  if (grid == nullptr || grid == destino) return;
+  if ((grid->Tecleada() || grid->Pendiente()) && !grid->Deja()) RechazaSalida(*grid);
 }
 
 }  // namespace
@@ -47,14 +41,9 @@ void ManosModelos::Enfoca(controles::Control& control) {
 void ManosModelos::Texto(controles::Control& control, const std::string& texto) {
   RevisaEntrada(control);
   Enfoca(control);
-  switch (control.clase()) {
-    case Clase::LookupField:
-      return static_cast<controles::LookupField&>(control).Teclea(texto);
-    case Clase::CampoNotas:
-      return static_cast<controles::CampoNotas&>(control).Teclea(texto);
-    default:
-      NoSirve(control, "no es un campo de texto");
-  }
+  if (auto* campo = controles::Como<controles::LookupField>(&control)) return campo->Teclea(texto);
+  if (auto* notas = controles::Como<controles::CampoNotas>(&control)) return notas->Teclea(texto);
+  NoSirve(control, "no es un campo de texto");
 }
 
 void ManosModelos::Confirma(controles::Control& control) {
@@ -72,16 +61,10 @@ void ManosModelos::PonFecha(controles::DateField& control, com::Fecha fecha) {
 void ManosModelos::Clic(controles::Control& control) {
   RevisaUsable(control);
   Enfoca(control);
-  switch (control.clase()) {
-    case Clase::Boton:
-      return static_cast<controles::Boton&>(control).Pulsa();
-    case Clase::Casilla:
-      return static_cast<controles::Casilla&>(control).Pulsa();
-    case Clase::Opcion:
-      return static_cast<controles::Opcion&>(control).Pulsa();
-    default:
-      NoSirve(control, "no es un botón, una opción ni una casilla");
-  }
+  if (auto* boton = controles::Como<controles::Boton>(&control)) return boton->Pulsa();
+  if (auto* casilla = controles::Como<controles::Casilla>(&control)) return casilla->Pulsa();
+  if (auto* opcion = controles::Como<controles::Opcion>(&control)) return opcion->Pulsa();
+  NoSirve(control, "no es un botón, una opción ni una casilla");
 }
 
 void ManosModelos::Tecla(controles::Formulario& formulario, int codigo, int mayus) {
@@ -94,7 +77,7 @@ void ManosModelos::Caracter(controles::Formulario& formulario, char32_t caracter
 
 void ManosModelos::Accion(controles::ScreenToolbar& barra, controles::Accion accion) {
   RevisaUsable(barra);
-  TerminaEdicion(barra.formulario(), nullptr);
+  if (!controles::Abandona(accion)) TerminaEdicion(barra.formulario(), nullptr);
   barra.Pulsa(accion);
 }
 

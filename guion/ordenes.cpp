@@ -114,8 +114,9 @@ void Interprete::Campo(const Palabras& p) {
 
 void Interprete::Fecha(const Palabras& p) {
   controles::Control& control = ControlActivo(p[1]);
-  if (control.clase() != controles::Clase::DateField) Error("«" + control.nombre() + "» no es un campo de fecha");
-  piezas_.manos.PonFecha(static_cast<controles::DateField&>(control), FechaDe(p[2]));
+  auto* fecha = controles::Como<controles::DateField>(&control);
+  if (fecha == nullptr) Error("«" + control.nombre() + "» no es un campo de fecha");
+  piezas_.manos.PonFecha(*fecha, FechaDe(p[2]));
 }
 
 void Interprete::Clic(const Palabras& p) { piezas_.manos.Clic(ControlActivo(p[1])); }
@@ -181,7 +182,15 @@ void Interprete::MarcaFila(const Palabras& p) {
   piezas_.manos.SeleccionaFila(grid, FilaDe(grid, p[1]));
 }
 
-void Interprete::Tamano(const Palabras& p) { piezas_.manos.Tamano(Activo(), NumeroDe<int>(p[1]), NumeroDe<int>(p[2])); }
+// As large as any screen; a window takes memory for each of its pixels.
+void Interprete::Tamano(const Palabras& p) {
+  constexpr int kMayor = 120000;  // twips, 8000 pixels
+  const int ancho = NumeroDe<int>(p[1]), alto = NumeroDe<int>(p[2]);
+  if (ancho > kMayor || alto > kMayor) {
+    Error("El tamaño de una ventana es de " + std::to_string(kMayor) + " twips a lo más");
+  }
+  piezas_.manos.Tamano(Activo(), ancho, alto);
+}
 
 // --- answers prepared for questions ----------------------------------------------------------------------------------
 

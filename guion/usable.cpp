@@ -5,8 +5,6 @@
 
 namespace guion {
 
-using controles::Clase;
-
 namespace {
 
 [[noreturn]] void Rechaza(int numero, const std::string& nombre, const std::string& motivo) {
@@ -27,16 +25,15 @@ void RevisaUsable(const controles::Control& control) {
 }
 
 bool Bloqueado(const controles::Control& control) {
-  switch (control.clase()) {
-    case Clase::LookupField:
-      return static_cast<const controles::LookupField&>(control).locked();
-    case Clase::CampoNotas:
-      return static_cast<const controles::CampoNotas&>(control).locked();
-    case Clase::DateField:
-      return !static_cast<const controles::DateField&>(control).AceptaEntrada();
-    default:
-      return false;
-  }
+  if (const auto* campo = controles::Como<controles::LookupField>(&control)) return campo->locked();
+  if (const auto* notas = controles::Como<controles::CampoNotas>(&control)) return notas->locked();
+  const auto* fecha = controles::Como<controles::DateField>(&control);
+  return fecha != nullptr && !fecha->AceptaEntrada();
+}
+
+void RechazaSalida(const controles::Grid& grid) {
+  throw com::Error(com::error::kTamanio,
+                   "La celda «" + grid.ClaveColumna() + "» de «" + grid.nombre() + "» no se puede dejar");
 }
 
 void RevisaEntrada(const controles::Control& control) {

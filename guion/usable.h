@@ -15,6 +15,9 @@ void RevisaCelda(const controles::Grid& grid, int fila, int columna);
 // The same, and kTamanio when nothing can be typed in the column.
 void RevisaCeldaEscribible(const controles::Grid& grid, int fila, int columna);
 
+// Raises kTamanio: the screen holds the user in the current cell.
+[[noreturn]] void RechazaSalida(const controles::Grid& grid);
+
 // Shows its content only: a locked field, a date field that accepts no input.
 bool Bloqueado(const controles::Control& control);
 

@@ -313,8 +313,8 @@ void frmKV207::RestauraDiseno() {
   Controles.PermiteReactivar(false);
   for (controles::Control* c : controles()) {
     // The typed value raises nothing.
-    if (c->clase() == Clase::LookupField) static_cast<LookupField*>(c)->valor("");
-    if (c->clase() == Clase::DateField) static_cast<DateField*>(c)->valor({});
+    if (auto* campo = controles::Como<LookupField>(c)) campo->valor("");
+    if (auto* fecha = controles::Como<DateField>(c)) fecha->valor({});
   }
   txtNotas.text("");
   chkMostrarCodigo.value(false);
@@ -340,10 +340,11 @@ void frmKV207::RestauraDiseno() {
 void frmKV207::BloqueaEntradas() {
   for (controles::Control* c : controles()) {
     if (c->grupo() == 0) continue;
-    const bool entrada = c->clase() == Clase::DateField || c->clase() == Clase::CampoNotas ||
-                         (c->clase() == Clase::LookupField && !static_cast<LookupField*>(c)->locked());
+    auto* fecha = controles::Como<DateField>(c);
+    const auto* campo = controles::Como<LookupField>(c);
+    const bool entrada = fecha != nullptr || c->clase() == Clase::CampoNotas || (campo != nullptr && !campo->locked());
     if (entrada) c->enabled(false);
-    if (c->clase() == Clase::DateField) static_cast<DateField*>(c)->editable(false);
+    if (fecha != nullptr) fecha->editable(false);
   }
 }
 

@@ -27,6 +27,10 @@ enum class Accion {
 std::string_view NombreAccion(Accion a);
 // Nothing for an unknown name.
 std::optional<Accion> AccionDe(std::string_view nombre);
+// The action leaves what is being captured: nothing half typed stands in its way.
+constexpr bool Abandona(Accion a) {
+  return a == Accion::Nuevo || a == Accion::Limpiar || a == Accion::Cerrar || a == Accion::Cancelar;
+}
 
 // Members as the screens know them. A button is offered by:
 //   nuevo PermiteAccion6; editar PermiteAccion4; eliminar PermiteAccion5; correo PermiteAccion1; registro
@@ -36,6 +40,7 @@ std::optional<Accion> AccionDe(std::string_view nombre);
 // On a dialog (the board) there are only aceptar and cancelar, always offered.
 class ScreenToolbar : public Control {
  public:
+  static constexpr Clase kClase = Clase::Barra;
   // acciones: the buttons, in order.
   ScreenToolbar(Formulario& formulario, std::string nombre, Lugar lugar, std::vector<Accion> acciones,
                 bool dialogo = false);
@@ -71,6 +76,7 @@ class ScreenToolbar : public Control {
   void Activa(bool conMenu);
 
   const std::vector<Accion>& Acciones() const { return acciones_; }
+  bool EsDialogo() const { return dialogo_; }
   bool Ofrece(Accion a) const;
   std::string Titulo(Accion a) const;
   // Leaves edit mode and its record without raising anything (a form that loads anew).

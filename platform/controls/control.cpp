@@ -34,7 +34,10 @@ void ExigeEntrada(const Control& control, bool bloqueado) {
   if (bloqueado) Rechaza(control, "es de solo lectura");
 }
 
-// Fields show NULL as an empty text.
+// Fields show NULL as an empty text, and the empty date as date fields do.
+std::string TextoDeCampo(const com::Variant& v) {
+  return v.EsFecha() && com::CDate(v) == com::Fecha{} ? std::string() : com::TextoDe(v);
+}
 
 void Lanza(const std::function<void()>& evento) {
   if (evento) evento();
@@ -111,7 +114,7 @@ void LookupField::text(std::string v) {
   Lanza(Change);
 }
 
-void LookupField::text(const com::Variant& v) { text(TextoDe(v)); }
+void LookupField::text(const com::Variant& v) { text(TextoDeCampo(v)); }
 
 com::Variant LookupField::valor() const {
   switch (diseno_.tipo) {
@@ -130,7 +133,7 @@ com::Variant LookupField::valor() const {
 void LookupField::valor(const com::Variant& v) {
   // A date field given a date as ISO text or number shows it like any other date.
   const auto fecha = diseno_.tipo == TipoDato::Fecha && v.EsTexto() ? com::FechaDeTexto(com::CStr(v)) : std::nullopt;
-  std::string texto = fecha ? regional::TextoFecha(*fecha) : TextoDe(v);
+  std::string texto = fecha ? regional::TextoFecha(*fecha) : TextoDeCampo(v);
   if (texto == text_) return;
   text_ = std::move(texto);
   pendiente_ = false;
@@ -172,9 +175,21 @@ void LookupField::Confirma() {
   Lanza(Enter);
 }
 
+void LookupField::Descarta() {
+  if (!pendiente_) return;
+  pendiente_ = false;
+  text_ = antesText_;
+  if (diseno_.sql_control_resultado != nullptr) diseno_.sql_control_resultado->valor(antesResultado_);
+  Avisa();
+}
+
 // A text of the user's: the name beside it no longer belongs to it.
 void LookupField::Asigna(std::string v) {
   if (v == text_) return;
+  if (!pendiente_) {
+    antesText_ = text_;
+    antesResultado_ = diseno_.sql_control_resultado == nullptr ? "" : diseno_.sql_control_resultado->text();
+  }
   text_ = std::move(v);
   pendiente_ = true;
   if (diseno_.sql_control_resultado != nullptr) diseno_.sql_control_resultado->valor("");
@@ -308,11 +323,10 @@ Opcion::Opcion(Formulario& formulario, std::string nombre, Lugar lugar, std::str
 void Opcion::Selecciona() {
   if (value_) return;
   for (Control* c : formulario().controles()) {
-    if (c == this || c->clase() != Clase::Opcion || c->contenedor() != contenedor()) continue;
-    auto& otra = static_cast<Opcion&>(*c);
-    if (!otra.value_) continue;
-    otra.value_ = false;
-    otra.Avisa();
+    auto* otra = Como<Opcion>(c);
+    if (otra == nullptr || otra == this || otra->contenedor() != contenedor() || !otra->value_) continue;
+    otra->value_ = false;
+    otra->Avisa();
   }
   value_ = true;
   Avisa();
@@ -344,9 +358,10 @@ void Etiqueta::caption(std::string v) {
   Avisa();
 }
 
-void Etiqueta::color(std::int32_t v) {
-  if (v == color_) return;
+void Etiqueta::color(std::int32_t v, bool dado) {
+  if (v == color_ && dado == dado_) return;
   color_ = v;
+  dado_ = dado;
   Avisa();
 }
 

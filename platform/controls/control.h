@@ -100,6 +100,17 @@ class Control {
   std::string descripcion_;
 };
 
+// The control as one of a kind (Como<Grid>(c)); null for one of another kind, and for null. The only way from a control
+// to its kind.
+template <class C>
+C* Como(Control* control) {
+  return control != nullptr && control->clase() == C::kClase ? static_cast<C*>(control) : nullptr;
+}
+template <class C>
+const C* Como(const Control* control) {
+  return control != nullptr && control->clase() == C::kClase ? static_cast<const C*>(control) : nullptr;
+}
+
 // What a LookupField's text stands for.
 enum class TipoDato { Texto, Numero, Fecha };
 
@@ -126,6 +137,7 @@ struct DisenoLookup {
 // change event. Assigning valor shows it and raises nothing, and runs no query.
 class LookupField : public Control {
  public:
+  static constexpr Clase kClase = Clase::LookupField;
   LookupField(Formulario& formulario, std::string nombre, Lugar lugar, DisenoLookup diseno = {});
 
   const std::string& text() const { return text_; }
@@ -134,7 +146,7 @@ class LookupField : public Control {
   void text(const char (&v)[N]) {
     text(std::string(v));
   }
-  // Writes a number in its shortest form, a date in the regional short form, NULL as an empty text.
+  // Writes a number in its shortest form, a date in the regional short form, NULL and the empty date as an empty text.
   void text(const com::Variant& v);
   void text(int v) { text(com::Variant(v)); }
   void text(double v) { text(com::Variant(v)); }
@@ -159,6 +171,9 @@ class LookupField : public Control {
   void Teclea(std::string v);
   // User: confirms the key: zero-fills with formato (a changed text raises Change), looks it up, then raises Enter.
   void Confirma();
+  // User: takes back what was typed since the key was last confirmed or assigned, the name beside it too. Raises
+  // nothing.
+  void Descarta();
 
   std::function<void()> Change;
   std::function<void()> Enter;
@@ -171,12 +186,14 @@ class LookupField : public Control {
   std::string text_;
   std::string formato_;
   std::string passwordChar_;
-  bool pendiente_ = false;  // typed and not confirmed yet
+  bool pendiente_ = false;                  // typed and not confirmed yet
+  std::string antesText_, antesResultado_;  // what stood there before
 };
 
 // Date entry. Assigning by program shows the date and raises nothing.
 class DateField : public Control {
  public:
+  static constexpr Clase kClase = Clase::DateField;
   DateField(Formulario& formulario, std::string nombre, Lugar lugar);
   com::Fecha valor() const { return valor_; }
   void valor(com::Fecha v);
@@ -204,6 +221,7 @@ class DateField : public Control {
 // Notes: text of several lines with a caret.
 class CampoNotas : public Control {
  public:
+  static constexpr Clase kClase = Clase::CampoNotas;
   CampoNotas(Formulario& formulario, std::string nombre, Lugar lugar);
   const std::string& text() const { return text_; }
   void text(std::string v);
@@ -227,6 +245,7 @@ class CampoNotas : public Control {
 
 class Boton : public Control {
  public:
+  static constexpr Clase kClase = Clase::Boton;
   Boton(Formulario& formulario, std::string nombre, Lugar lugar, std::string caption);
   const std::string& caption() const { return caption_; }
   // User: clicks. Error kTamanio when disabled or hidden.
@@ -239,6 +258,7 @@ class Boton : public Control {
 
 class Casilla : public Control {
  public:
+  static constexpr Clase kClase = Clase::Casilla;
   Casilla(Formulario& formulario, std::string nombre, Lugar lugar, std::string caption);
   const std::string& caption() const { return caption_; }
   bool value() const { return value_; }
@@ -257,6 +277,7 @@ class Casilla : public Control {
 // Option button; the options of one container exclude each other.
 class Opcion : public Control {
  public:
+  static constexpr Clase kClase = Clase::Opcion;
   Opcion(Formulario& formulario, std::string nombre, Lugar lugar, std::string caption, bool value = false);
   const std::string& caption() const { return caption_; }
   bool value() const { return value_; }
@@ -274,6 +295,7 @@ class Opcion : public Control {
 // Frame or panel.
 class Marco : public Control {
  public:
+  static constexpr Clase kClase = Clase::Marco;
   Marco(Formulario& formulario, std::string nombre, Lugar lugar, std::string caption = {});
   const std::string& caption() const { return caption_; }
 
@@ -284,17 +306,20 @@ class Marco : public Control {
 // Caption, or a colour swatch when it has no caption.
 class Etiqueta : public Control {
  public:
+  static constexpr Clase kClase = Clase::Etiqueta;
   Etiqueta(Formulario& formulario, std::string nombre, Lugar lugar, std::string caption, std::string clave = {});
   const std::string& caption() const { return caption_; }
   void caption(std::string v);
   const std::string& clave() const { return clave_; }
-  // 0x00BBGGRR; -1 none.
+  // 0x00BBGGRR; -1 none. dado: the hotel's own, shown exactly as it is; a designed one may be toned.
   std::int32_t color() const { return color_; }
-  void color(std::int32_t v);
+  bool dado() const { return dado_; }
+  void color(std::int32_t v, bool dado = false);
 
  private:
   std::string caption_, clave_;
   std::int32_t color_ = -1;
+  bool dado_ = false;
 };
 
 }  // namespace controles

@@ -71,9 +71,8 @@ void Formulario::Carga() {
   try {
     if (Load) Load();
     for (Control* c : controles_) {
-      if (c->clase() != Clase::Grid) continue;
-      auto& grid = static_cast<Grid&>(*c);
-      if (grid.InitColumnProps) grid.InitColumnProps();
+      const auto* grid = Como<Grid>(c);
+      if (grid != nullptr && grid->InitColumnProps) grid->InitColumnProps();
     }
   } catch (...) {
     cargado_ = false;
@@ -166,39 +165,26 @@ void Formulario::TeclaAbajo(int codigo, int mayus) {
     if (codigo == tecla::kTab) EnfocaSiguiente(paso);
     return;
   }
-  switch (foco_->clase()) {
-    case Clase::LookupField:
-      TeclaCampo(static_cast<LookupField&>(*foco_), codigo, paso);
-      break;
-    case Clase::CampoNotas:
-      TeclaNotas(static_cast<CampoNotas&>(*foco_), codigo, mayus);
-      break;
-    case Clase::Grid:
-      static_cast<Grid&>(*foco_).TeclaAbajo(codigo, mayus);
-      break;
-    case Clase::Boton:
-      if (codigo == tecla::kEnter || codigo == tecla::kEspacio) return static_cast<Boton&>(*foco_).Pulsa();
-      if (codigo == tecla::kTab) EnfocaSiguiente(paso);
-      break;
-    case Clase::Casilla:
-      if (codigo == tecla::kEspacio) return static_cast<Casilla&>(*foco_).Pulsa();
-      if (EsTeclaDePaso(codigo)) EnfocaSiguiente(paso);
-      break;
-    case Clase::Opcion:
-      if (codigo == tecla::kEspacio) return static_cast<Opcion&>(*foco_).Pulsa();
-      if (EsTeclaDePaso(codigo)) EnfocaSiguiente(paso);
-      break;
-    default:
-      if (EsTeclaDePaso(codigo)) EnfocaSiguiente(paso);
-      break;
+  if (auto* campo = Como<LookupField>(foco_)) return TeclaCampo(*campo, codigo, paso);
+  if (auto* notas = Como<CampoNotas>(foco_)) return TeclaNotas(*notas, codigo, mayus);
+  if (auto* grid = Como<Grid>(foco_)) return grid->TeclaAbajo(codigo, mayus);
+  if (auto* boton = Como<Boton>(foco_)) {
+    if (codigo == tecla::kEnter || codigo == tecla::kEspacio) return boton->Pulsa();
+    if (codigo == tecla::kTab) EnfocaSiguiente(paso);
+    return;
   }
+  if (codigo == tecla::kEspacio) {
+    if (auto* casilla = Como<Casilla>(foco_)) return casilla->Pulsa();
+    if (auto* opcion = Como<Opcion>(foco_)) return opcion->Pulsa();
+  }
+  if (EsTeclaDePaso(codigo)) EnfocaSiguiente(paso);
 }
 
 void Formulario::TeclaArriba(int codigo, int mayus) {
   Control* const tenia = foco_;
   if (KeyUp) KeyUp(codigo, mayus);
-  if (foco_ != tenia || foco_ == nullptr || foco_->clase() != Clase::Grid || !foco_->PuedeEnfocarse()) return;
-  static_cast<Grid&>(*foco_).TeclaArriba(codigo, mayus);
+  auto* grid = Como<Grid>(foco_);
+  if (grid != nullptr && grid == tenia && grid->PuedeEnfocarse()) grid->TeclaArriba(codigo, mayus);
 }
 
 void Formulario::TeclaCampo(LookupField& campo, int codigo, int paso) {
@@ -247,18 +233,17 @@ void Formulario::TeclaNotas(CampoNotas& campo, int codigo, int mayus) {
 
 void Formulario::PulsaCaracter(char32_t caracter) {
   if (foco_ == nullptr || !foco_->PuedeEnfocarse()) return;
-  if (foco_->clase() == Clase::Grid) return static_cast<Grid&>(*foco_).PulsaCaracter(caracter);
+  if (auto* grid = Como<Grid>(foco_)) return grid->PulsaCaracter(caracter);
   if (caracter < 32) return TeclaAbajo(static_cast<int>(caracter));
-  if (foco_->clase() == Clase::LookupField) {
-    auto& campo = static_cast<LookupField&>(*foco_);
+  const auto escribe = [caracter](auto& campo) {
     std::string texto = campo.text();
     com::AgregaUtf8(texto, caracter);
     if (!campo.locked()) campo.Teclea(std::move(texto));
-  } else if (foco_->clase() == Clase::CampoNotas) {
-    auto& campo = static_cast<CampoNotas&>(*foco_);
-    std::string texto = campo.text();
-    com::AgregaUtf8(texto, caracter);
-    if (!campo.locked()) campo.Teclea(std::move(texto));
+  };
+  if (auto* campo = Como<LookupField>(foco_)) {
+    escribe(*campo);
+  } else if (auto* notas = Como<CampoNotas>(foco_)) {
+    escribe(*notas);
   } else if (caracter == U' ') {
     TeclaAbajo(tecla::kEspacio);
   }

@@ -90,6 +90,14 @@ class Formulario {
   const std::vector<Control*>& controles() const { return controles_; }
   // Null when there is none; case-sensitive.
   Control* Busca(std::string_view nombre) const;
+  // The first control of a kind (Primero<Grid>()); null when there is none.
+  template <class C>
+  C* Primero() const {
+    for (Control* c : controles_) {
+      if (C* suyo = Como<C>(c)) return suyo;
+    }
+    return nullptr;
+  }
 
   // Runs Load once, then the grids' InitColumnProps; a failing load leaves the form unloaded and raises the error.
   void Carga();

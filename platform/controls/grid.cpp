@@ -189,12 +189,13 @@ std::string Grid::Texto(int fila, int columna) const {
 
 // --- styles
 
-void Grid::DefineEstilo(std::string_view nombre, std::int32_t fondo) {
+void Grid::DefineEstilo(std::string_view nombre, std::int32_t fondo, bool dado) {
   const int i = IndiceEstilo(nombre);
   if (i >= 0) {
     estilos_[static_cast<std::size_t>(i)].fondo = fondo;
+    estilos_[static_cast<std::size_t>(i)].dado = dado;
   } else {
-    estilos_.push_back({std::string(nombre), fondo});
+    estilos_.push_back({std::string(nombre), fondo, dado});
   }
   Cambia(CambioGrid::Todo);
 }

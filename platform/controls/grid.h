@@ -31,10 +31,12 @@ struct Columna {
   std::string fecha{};  // date that the column stands for ("dd/mm/yyyy"), for day columns
 };
 
-// A named cell style. Colours are 0x00BBGGRR.
+// A named cell style. Colours are 0x00BBGGRR. dado: the hotel's own colour, shown exactly as it is; a designed one may
+// be toned.
 struct Estilo {
   std::string nombre;
   std::int32_t fondo = 0x00FFFFFF;
+  bool dado = false;
 };
 
 // What changed, for the view: one cell, one row, everything, the columns, or the current cell.
@@ -42,6 +44,7 @@ enum class CambioGrid { Celda, Fila, Todo, Columnas, Actual };
 
 class Grid : public Control {
  public:
+  static constexpr Clase kClase = Clase::Grid;
   Grid(Formulario& formulario, std::string nombre, Lugar lugar, std::vector<Columna> columnas = {});
 
   // --- columns -------------------------------------------------------------------------------------------------------
@@ -79,7 +82,7 @@ class Grid : public Control {
 
   // --- styles --------------------------------------------------------------------------------------------------------
   // Defines a style or changes its colour.
-  void DefineEstilo(std::string_view nombre, std::int32_t fondo);
+  void DefineEstilo(std::string_view nombre, std::int32_t fondo, bool dado = false);
   const std::vector<Estilo>& Estilos() const { return estilos_; }
   // Index into Estilos, -1 none.
   int estilo(int fila, int columna) const;
