@@ -13,74 +13,44 @@ struct Contenido {
 };
 
 Contenido ContenidoDe(const controles::Control& control) {
-  switch (control.clase()) {
-    case Clase::LookupField: {
-      const auto& campo = static_cast<const controles::LookupField&>(control);
-      return {campo.text(), campo.valor()};
-    }
-    case Clase::DateField: {
-      const auto& campo = static_cast<const controles::DateField&>(control);
-      if (campo.Vacio()) return {"", Json()};
-      return {campo.valor(), campo.valor()};
-    }
-    case Clase::CampoNotas: {
-      const auto& campo = static_cast<const controles::CampoNotas&>(control);
-      return {campo.text(), campo.text()};
-    }
-    case Clase::Casilla:
-      return {Json(), static_cast<const controles::Casilla&>(control).value()};
-    case Clase::Opcion:
-      return {Json(), static_cast<const controles::Opcion&>(control).value()};
-    default:
-      return {};
+  using controles::Como;
+  if (const auto* campo = Como<controles::LookupField>(&control)) return {campo->text(), campo->valor()};
+  if (const auto* fecha = Como<controles::DateField>(&control)) {
+    if (fecha->Vacio()) return {"", Json()};
+    return {fecha->valor(), fecha->valor()};
   }
+  if (const auto* notas = Como<controles::CampoNotas>(&control)) return {notas->text(), notas->text()};
+  if (const auto* casilla = Como<controles::Casilla>(&control)) return {Json(), casilla->value()};
+  if (const auto* opcion = Como<controles::Opcion>(&control)) return {Json(), opcion->value()};
+  return {};
 }
 
 void PonPropios(Json& json, const controles::Control& control) {
-  switch (control.clase()) {
-    case Clase::LookupField: {
-      const auto& campo = static_cast<const controles::LookupField&>(control);
-      json.Pon("formato", campo.formato()).Pon("mascara", campo.passwordChar()).Pon("largo", campo.diseno().largo);
-      if (!campo.diseno().idconsulta.empty()) {
-        json.Pon("idconsulta", campo.diseno().idconsulta)
-            .Pon("sql", campo.diseno().sql)
-            .Pon("transaccion", campo.diseno().transaccion);
-      }
-      break;
+  using controles::Como;
+  if (const auto* campo = Como<controles::LookupField>(&control)) {
+    json.Pon("formato", campo->formato()).Pon("mascara", campo->passwordChar()).Pon("largo", campo->diseno().largo);
+    if (!campo->diseno().idconsulta.empty()) {
+      json.Pon("idconsulta", campo->diseno().idconsulta)
+          .Pon("sql", campo->diseno().sql)
+          .Pon("transaccion", campo->diseno().transaccion);
     }
-    case Clase::CampoNotas:
-      json.Pon("cursor", static_cast<const controles::CampoNotas&>(control).cursor());
-      break;
-    case Clase::Boton:
-      json.Pon("caption", static_cast<const controles::Boton&>(control).caption());
-      break;
-    case Clase::Marco:
-      json.Pon("caption", static_cast<const controles::Marco&>(control).caption());
-      break;
-    case Clase::Etiqueta:
-      json.Pon("caption", static_cast<const controles::Etiqueta&>(control).caption())
-          .Pon("color", static_cast<const controles::Etiqueta&>(control).color());
-      break;
-    case Clase::Casilla: {
-      const auto& casilla = static_cast<const controles::Casilla&>(control);
-      json.Pon("caption", casilla.caption()).Pon("checked", casilla.value());
-      break;
-    }
-    case Clase::Opcion: {
-      const auto& opcion = static_cast<const controles::Opcion&>(control);
-      json.Pon("caption", opcion.caption()).Pon("checked", opcion.value());
-      break;
-    }
-    case Clase::Grid: {
-      const auto& grid = static_cast<const controles::Grid&>(control);
-      json.Pon("filas", grid.Filas()).Pon("fila", grid.fila()).Pon("columnas", grid.NumColumnas());
-      Json estilos = Json::Objeto();
-      for (const controles::Estilo& e : grid.Estilos()) estilos.Pon(e.nombre, e.fondo);
-      if (!grid.Estilos().empty()) json.Pon("estilos", std::move(estilos));
-      break;
-    }
-    default:
-      break;
+  } else if (const auto* notas = Como<controles::CampoNotas>(&control)) {
+    json.Pon("cursor", notas->cursor());
+  } else if (const auto* boton = Como<controles::Boton>(&control)) {
+    json.Pon("caption", boton->caption());
+  } else if (const auto* marco = Como<controles::Marco>(&control)) {
+    json.Pon("caption", marco->caption());
+  } else if (const auto* etiqueta = Como<controles::Etiqueta>(&control)) {
+    json.Pon("caption", etiqueta->caption()).Pon("color", etiqueta->color());
+  } else if (const auto* casilla = Como<controles::Casilla>(&control)) {
+    json.Pon("caption", casilla->caption()).Pon("checked", casilla->value());
+  } else if (const auto* opcion = Como<controles::Opcion>(&control)) {
+    json.Pon("caption", opcion->caption()).Pon("checked", opcion->value());
+  } else if (const auto* grid = Como<controles::Grid>(&control)) {
+    json.Pon("filas", grid->Filas()).Pon("fila", grid->fila()).Pon("columnas", grid->NumColumnas());
+    Json estilos = Json::Objeto();
+    for (const controles::Estilo& estilo : grid->Estilos()) estilos.Pon(estilo.nombre, estilo.fondo);
+    if (!grid->Estilos().empty()) json.Pon("estilos", std::move(estilos));
   }
 }
 
@@ -231,6 +201,11 @@ std::optional<Json> MuestraRegistro(autonomo::Anfitrion& anfitrion, std::string_
   if (nombre == "correos") return ListaDe(anfitrion.Correos(), convierte);
   if (nombre == "impresiones") return ListaDe(anfitrion.Impresiones(), convierte);
   if (nombre == "visor") return ListaDe(anfitrion.Vistos(), convierte);
+  if (nombre == "novedad") {
+    const auto& ultima = anfitrion.novedades().Ultima();
+    if (!ultima) return Json();
+    return Json::Objeto().Pon("texto", ultima->Texto()).Pon("folio", ultima->folio);
+  }
   if (nombre == "pantallas") return ListaDe(anfitrion.Pantallas(), convierte);
   return std::nullopt;
 }

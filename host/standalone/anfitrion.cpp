@@ -88,6 +88,7 @@ std::string TextoDe(const ado::Recordset& rs, std::size_t columna) { return com:
 Anfitrion::Anfitrion(const Opciones& opciones) : usuario_(opciones.usuario), base_(opciones.base.ruta) {
   if (opciones.ahora) reloj_.Fija(*opciones.ahora);
   conexion_ = AbreConexion(opciones.base, reloj_);
+  novedades_ = std::make_unique<Novedades>(*conexion_);
   if (opciones.demo) LlenaConDemo(*conexion_, reloj_.Ahora());
 }
 

@@ -9,6 +9,7 @@
 
 #include "host/contract/servicios.h"
 #include "host/standalone/conexion.h"
+#include "host/standalone/novedades.h"
 
 namespace autonomo {
 
@@ -81,6 +82,8 @@ class Anfitrion {
   std::vector<Impreso> Impresiones();
   std::vector<RegistroVisto> Vistos() const { return vistos_; }
   std::vector<PantallaAbierta> Pantallas() const { return pantallas_; }
+  // What was done last to a reservation.
+  Novedades& novedades() { return *novedades_; }
   void AnotaVisto(RegistroVisto v) { vistos_.push_back(std::move(v)); }
   void AnotaPantalla(PantallaAbierta p) { pantallas_.push_back(std::move(p)); }
 
@@ -92,6 +95,7 @@ class Anfitrion {
  private:
   Reloj reloj_;
   std::shared_ptr<Conexion> conexion_;
+  std::unique_ptr<Novedades> novedades_;
   ado::ConnectionPtr entregada_;
   std::string usuario_;
   std::string base_;

@@ -162,6 +162,7 @@ void ConexionSqlite::CommitTrans() {
   RevisaDeshecha("COMMIT");
   registro::Mide("COMMIT", [&] { Corre(base_.manija(), "COMMIT"); });
   enTransaccion_ = false;
+  if (alTerminarTransaccion) alTerminarTransaccion(true);
 }
 
 void ConexionSqlite::RollbackTrans() {
@@ -170,6 +171,7 @@ void ConexionSqlite::RollbackTrans() {
     if (!Deshecha()) Corre(base_.manija(), "ROLLBACK");
   });
   enTransaccion_ = false;
+  if (alTerminarTransaccion) alTerminarTransaccion(false);
 }
 
 }  // namespace

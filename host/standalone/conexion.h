@@ -50,6 +50,8 @@ class Conexion : public ado::Connection {
   // A tester's statement: translated when the translator knows it, as it stands otherwise.
   virtual ado::RecordsetPtr Directa(std::string_view sentencia) = 0;
   virtual bool EnTransaccion() const = 0;
+  // Called after a transaction has ended: committed or rolled back. Must not raise.
+  std::function<void(bool confirmada)> alTerminarTransaccion;
   virtual esquema::Motor Motor() const = 0;
 };
 

@@ -139,6 +139,7 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
       const std::string folio = com::Recorta(encabezado_.folio.Texto());
       guardado_ = folio.empty() ? Inserta() : Actualiza(folio);
       encabezado_.folio = guardado_;
+      host_.novedades().Anota(folio.empty() ? Novedad::Hecho::Guardada : Novedad::Hecho::Modificada, guardado_);
     });
   }
 

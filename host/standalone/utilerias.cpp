@@ -130,6 +130,7 @@ class ServicioUtilerias : public com::Objeto<anfitrion::Utilerias> {
     host_.conexion()->Consulta(
         "INSERT INTO Bitacora (Bt_Modulo, Bt_Clave, Bt_Texto, Bt_Usuario, Bt_Fecha) VALUES (?, ?, ?, ?, ?)",
         {modulo, clave, texto, host_.usuario(), host_.reloj().Ahora()});
+    if (const auto hecho = Novedades::HechoDe(texto)) host_.novedades().Anota(*hecho, clave);
   }
 
   bool EnviaCorreo(const std::string& /*modulo*/, const std::string& clave, const std::string& plantilla,
@@ -143,6 +144,7 @@ class ServicioUtilerias : public com::Objeto<anfitrion::Utilerias> {
       resultado = EncolaCorreo(*host_.conexion(), clave, plantilla, consulta, host_.reloj().Ahora());
     }
     errorCorreo_ = resultado.error;
+    if (resultado.aceptado) host_.novedades().Anota(Novedad::Hecho::CorreoEnCola, clave);
     return resultado.aceptado;
   }
 
