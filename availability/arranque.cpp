@@ -12,14 +12,20 @@ namespace mensaje = anfitrion::mensaje;
 
 namespace {
 
-// Colour of a host parameter; the design colour when the parameter is missing or no number.
-std::int32_t LeeColor(const char* clave, std::int32_t diseno) {
+struct ColorEstado {
+  std::int32_t color = 0;
+  bool dado = false;  // by the host
+};
+
+// Colour of a host parameter, which is shown as it is given; the design colour when the parameter is missing or no
+// number.
+ColorEstado LeeColor(const char* clave, std::int32_t diseno) {
   const com::Variant valor = publico::Sistema().LeeParametro(clave, 0, "", "");
-  if (valor.EsVacio() || valor.EsNulo() || (valor.EsTexto() && com::Recorta(com::CStr(valor)).empty())) return diseno;
+  if (valor.EsVacio() || valor.EsNulo() || (valor.EsTexto() && com::Recorta(com::CStr(valor)).empty())) return {diseno};
   try {
-    return com::CLng(valor);
+    return {com::CLng(valor), true};
   } catch (const com::Error&) {
-    return diseno;
+    return {diseno};
   }
 }
 
@@ -68,21 +74,31 @@ void frmDisponibilidad::RestauraDiseno() {
 }
 
 void frmDisponibilidad::AplicaColores() {
-  ColorBloqueado = LeeColor("HT_COLOR_BLOQUEADO", kFondoBloqueado);
-  ColorDisponible = LeeColor("HT_COLOR_DISPONIBLE", kFondoDisponible);
-  ColorOcupado = LeeColor("HT_COLOR_OCUPADO", kFondoOcupado);
-  ColorReservado = LeeColor("HT_COLOR_RESERVADO", kFondoReservado);
-  ssDisponibilidad.DefineEstilo(NombreEstado(EstadoCelda::Disponible), ColorDisponible);
-  ssDisponibilidad.DefineEstilo(NombreEstado(EstadoCelda::Bloqueado), ColorBloqueado);
-  ssDisponibilidad.DefineEstilo(NombreEstado(EstadoCelda::Ocupado), ColorOcupado);
-  ssDisponibilidad.DefineEstilo(NombreEstado(EstadoCelda::Reservado), ColorReservado);
+  const ColorEstado bloqueado = LeeColor("HT_COLOR_BLOQUEADO", kFondoBloqueado);
+  const ColorEstado disponible = LeeColor("HT_COLOR_DISPONIBLE", kFondoDisponible);
+  const ColorEstado ocupado = LeeColor("HT_COLOR_OCUPADO", kFondoOcupado);
+  const ColorEstado reservado = LeeColor("HT_COLOR_RESERVADO", kFondoReservado);
+  ColorBloqueado = bloqueado.color;
+  ColorDisponible = disponible.color;
+  ColorOcupado = ocupado.color;
+  ColorReservado = reservado.color;
+  ssDisponibilidad.DefineEstilo(NombreEstado(EstadoCelda::Disponible), ColorDisponible, disponible.dado);
+  ssDisponibilidad.DefineEstilo(NombreEstado(EstadoCelda::Bloqueado), ColorBloqueado, bloqueado.dado);
+  ssDisponibilidad.DefineEstilo(NombreEstado(EstadoCelda::Ocupado), ColorOcupado, ocupado.dado);
+  ssDisponibilidad.DefineEstilo(NombreEstado(EstadoCelda::Reservado), ColorReservado, reservado.dado);
 }
 
+// A swatch shows its style's colour.
 void frmDisponibilidad::PintaLeyenda() {
-  lbColorDisponible.color(ColorDisponible);
-  lblColorReservado.color(ColorReservado);
-  lblColorOcupado.color(ColorOcupado);
-  lblColorBloqueado.color(ColorBloqueado);
+  const auto pinta = [this](controles::Etiqueta& muestra, EstadoCelda estado) {
+    const int i = ssDisponibilidad.IndiceEstilo(NombreEstado(estado));
+    const controles::Estilo& estilo = ssDisponibilidad.Estilos()[static_cast<std::size_t>(i)];
+    muestra.color(estilo.fondo, estilo.dado);
+  };
+  pinta(lbColorDisponible, EstadoCelda::Disponible);
+  pinta(lblColorReservado, EstadoCelda::Reservado);
+  pinta(lblColorOcupado, EstadoCelda::Ocupado);
+  pinta(lblColorBloqueado, EstadoCelda::Bloqueado);
   lblColorReservando.color(kFondoOcupando);
 }
 

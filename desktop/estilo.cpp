@@ -184,6 +184,10 @@ QColor TonoEstado(std::int32_t color) {
   return QColor::fromHslF(std::max(h, 0.0F), saturacion, std::min(luz, 0.97F));
 }
 
+QColor ColorEstado(std::int32_t color, bool dado) {
+  return dado ? QColor(color & 0xFF, (color >> 8) & 0xFF, (color >> 16) & 0xFF) : TonoEstado(color);
+}
+
 double Contraste(const QColor& uno, const QColor& otro) {
   // Light as the eye weighs it.
   const auto luz = [](const QColor& c) {

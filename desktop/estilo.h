@@ -52,6 +52,8 @@ QFont Fuente(Letra letra);
 // A state colour of the hotel (0x00BBGGRR) toned for the theme: the hue stays, glaring tones are softened so that text
 // on it can be read.
 QColor TonoEstado(std::int32_t color);
+// What a state is painted in: a colour that the hotel gives exactly as it is, a designed one toned.
+QColor ColorEstado(std::int32_t color, bool dado);
 // How well two colours stand out from one another: 1 not at all, 21 black on white.
 double Contraste(const QColor& uno, const QColor& otro);
 // Least contrast of a text that can be read.

@@ -475,7 +475,13 @@ void frmKV207::ssReservaciones_BeforeDelete(bool& cancela, bool& pregunta) {
   cancela = !Controles.EnEdicion() || Avisa(*this, mensaje::kPreguntaEliminarHabitacion) == controles::kNo;
 }
 
-void frmKV207::ssReservaciones_AfterDelete(bool& muestraError) { muestraError = false; }
+// The date pop-up lay over a cell of a line that is gone, or that has moved.
+void frmKV207::ssReservaciones_AfterDelete(bool& muestraError) {
+  muestraError = false;
+  const bool enLaFecha = foco() == &dpFechaGrid;
+  OcultaFecha();
+  if (enLaFecha) Enfoca(ssReservaciones);
+}
 
 void frmKV207::ssReservaciones_RowCommitted() {
   ssReservaciones.Update();
