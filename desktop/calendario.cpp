@@ -3,6 +3,7 @@
 #include <QCalendarWidget>
 #include <QFrame>
 #include <QLocale>
+#include <QPainter>
 #include <QScreen>
 #include <QTextCharFormat>
 #include <QToolButton>
@@ -12,6 +13,7 @@
 
 #include "desktop/estilo.h"
 #include "desktop/iconos.h"
+#include "desktop/pintura.h"
 
 namespace vista {
 
@@ -31,16 +33,37 @@ QPoint LugarJuntoA(const QWidget& w, const QSize& tamano) {
           dentro(lugar.y(), zona.y(), zona.height(), tamano.height())};
 }
 
+// Days of the month in full ink, weekends shaded, days of its neighbours faint, today ringed.
+class Calendario : public QCalendarWidget {
+ public:
+  Calendario(const QDate& hoy, QWidget* padre) : QCalendarWidget(padre), hoy_(hoy) {}
+
+ protected:
+  void paintCell(QPainter* p, const QRect& zona, QDate dia) const override {
+    const Paleta& c = Colores();
+    const bool elegido = dia == selectedDate(), vecino = dia.month() != monthShown();
+    const bool descanso = dia.dayOfWeek() >= Qt::Saturday && !vecino;
+    p->fillRect(zona, elegido ? c.acento : descanso ? c.finSemana : c.superficie);
+    if (dia == hoy_) PintaAnillo(*p, zona, elegido ? c.sobreAcento : c.acento, 2);
+    p->setFont(Fuente(dia == hoy_ ? Letra::Fuerte : vecino ? Letra::Chica : Letra::Normal));
+    p->setPen(elegido ? c.sobreAcento : vecino ? c.tenue : c.texto);
+    p->drawText(zona, Qt::AlignCenter, QString::number(dia.day()));
+  }
+
+ private:
+  QDate hoy_;
+};
+
 }  // namespace
 
 void MuestraCalendario(QLineEdit& campo, const QString& nombre, const QDate& dia,
-                       std::function<void(const QDate&)> elige) {
+                       std::function<void(const QDate&)> elige, const QDate& hoy) {
   auto* marco = new QFrame(&campo, Qt::Popup);
   marco->setAttribute(Qt::WA_DeleteOnClose);
   marco->setObjectName(QStringLiteral("calendario"));
   auto* caja = new QVBoxLayout(marco);
   caja->setContentsMargins(6, 6, 6, 6);
-  auto* calendario = new QCalendarWidget(marco);
+  auto* calendario = new Calendario(hoy, marco);
   marco->setAccessibleName(QStringLiteral("Calendario"));
   calendario->setAccessibleName(nombre);
   calendario->setLocale(QLocale(QLocale::Spanish, QLocale::Mexico));

@@ -10,19 +10,29 @@
 #include "desktop/dialogos.h"
 #include "desktop/escala.h"
 #include "desktop/guarda.h"
-#include "desktop/preguntas.h"
 #include "platform/com/error.h"
 #include "platform/com/texto.h"
 #include "platform/controls/barra.h"
+#include "platform/controls/grid.h"
 #include "platform/controls/metrica.h"
 
 namespace vista {
 
 namespace {
 
+// A failure with a cell half typed comes from what was typed: it stays there to be mended, or taken back.
+void ExplicaCelda(const controles::Formulario& formulario, controles::CajaMensaje& caja) {
+  const auto* grid = controles::Como<controles::Grid>(formulario.foco());
+  if (grid == nullptr || !grid->Tecleada()) return;
+  caja.titulo = grid->columna(grid->columna()).titulo;
+  caja.estilo = 48;
+  caja.texto = "«" + grid->Edicion().value_or("") + "» no sirve aquí: " + caja.texto +
+               "\r\nCorríjalo, o pulse Esc para dejar lo que había.";
+}
+
 // Closing a dialog's window cancels it.
 void Cancela(controles::Formulario& formulario) {
-  controles::ScreenToolbar* barra = BarraDe(formulario);
+  auto* barra = formulario.Primero<controles::ScreenToolbar>();
   if (barra != nullptr && barra->Ofrece(controles::Accion::Cancelar)) {
     barra->Pulsa(controles::Accion::Cancelar);
   } else {
@@ -38,6 +48,7 @@ EscritorioQt::EscritorioQt() {
     caja.texto = descripcion.toStdString();
     caja.estilo = 16;
     caja.titulo = "Error inesperado";
+    if (!abiertas_.empty()) ExplicaCelda(*abiertas_.back(), caja);
     Mensaje(caja);
   });
 }
@@ -75,7 +86,11 @@ Ventana& EscritorioQt::VentanaDe(controles::Formulario& formulario, bool modal) 
     };
   } else {
     v.alCerrar = [this, &formulario] { CierraPrincipal(formulario); };
-    v.puedePulsar = [this](controles::Accion accion) { return DejaPulsar(accion); };
+    v.puedePulsar = [this, &formulario](controles::Accion accion) { return DejaPulsar(formulario, accion); };
+    v.alPulsar = [this, &formulario](controles::Accion accion) {
+      using controles::Accion;
+      if (accion == Accion::Nuevo || accion == Accion::Editar) resguardo_.Comienza(formulario);
+    };
   }
   if (contexto_.interactivo) {
     // As large as the screen comfortably allows; a narrow screen is used whole.
@@ -91,15 +106,15 @@ Ventana& EscritorioQt::VentanaDe(controles::Formulario& formulario, bool modal) 
   return v;
 }
 
-bool EscritorioQt::DejaPulsar(controles::Accion accion) {
-  if (!puedePulsar || puedePulsar(accion)) return true;
+bool EscritorioQt::DejaPulsar(const controles::Formulario& formulario, controles::Accion accion) {
+  if (!contexto_.interactivo || resguardo_.Permite(formulario, accion, Frente())) return true;
   VuelveAlFrente();
   return false;
 }
 
 void EscritorioQt::CierraPrincipal(controles::Formulario& formulario) {
   Corre([&] {
-    if (DejaPulsar(controles::Accion::Cerrar)) formulario.Descarga();
+    if (DejaPulsar(formulario, controles::Accion::Cerrar)) formulario.Descarga();
   });
 }
 
@@ -141,7 +156,10 @@ void EscritorioQt::MuestraModal(controles::Formulario& formulario) {
 
 void EscritorioQt::Oculta(controles::Formulario& formulario) {
   std::erase(abiertas_, &formulario);
-  if (Ventana* v = ventana(formulario)) v->hide();
+  if (Ventana* v = ventana(formulario)) {
+    v->Descarta();
+    v->hide();
+  }
   if (const auto espera = esperas_.find(&formulario); espera != esperas_.end()) espera->second();
 }
 
@@ -151,6 +169,7 @@ void EscritorioQt::Descarga(controles::Formulario& formulario) {
   const auto v = ventanas_.find(&formulario);
   if (v == ventanas_.end()) return;
   const bool principal = v->second->parentWidget() == nullptr;
+  v->second->Suelta();
   v->second.release()->deleteLater();
   ventanas_.erase(v);
   if (principal && alTerminar) alTerminar();
@@ -206,9 +225,8 @@ int EscritorioQt::Mensaje(const controles::CajaMensaje& caja) {
 
 std::string EscritorioQt::EditaNotas(const std::string& titulo, const std::string& texto, int ancho) {
   if (piloto_.notas) return piloto_.notas(texto);
-  const controles::ScreenToolbar* barra = abiertas_.empty() ? nullptr : BarraDe(*abiertas_.back());
   EditorNotas editor(Q(titulo), Q(texto), ancho, Frente());
-  if (barra != nullptr && !barra->EnEdicion()) editor.SoloLee();
+  if (!abiertas_.empty() && !EnCaptura(*abiertas_.front())) editor.SoloLee();
   const bool acepta = editor.exec() == QDialog::Accepted;
   VuelveAlFrente();
   return acepta ? editor.Texto().toStdString() : texto;

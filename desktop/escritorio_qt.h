@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "desktop/preguntas.h"
 #include "desktop/ventana.h"
 #include "platform/controls/formulario.h"
 
@@ -39,8 +40,8 @@ class EscritorioQt : public controles::Escritorio {
   Ventana* ventana(const controles::Formulario& formulario) const;
   // The window that is in front, for dialogs to belong to; null when there is none.
   QWidget* Frente() const;
-  // Asked before a button of the main toolbar and before the main window closes; false leaves everything as it is.
-  std::function<bool(controles::Accion)> puedePulsar;
+  // Whether the program may end, with the main screen as it is; a person is asked about an open capture.
+  bool PermiteSalir(const controles::Formulario& principal) { return resguardo_.PermiteSalir(principal, Frente()); }
   // The main window is gone.
   std::function<void()> alTerminar;
 
@@ -62,7 +63,8 @@ class EscritorioQt : public controles::Escritorio {
  private:
   Ventana& VentanaDe(controles::Formulario& formulario, bool modal);
   void Abre(controles::Formulario& formulario, bool modal);
-  bool DejaPulsar(controles::Accion accion);
+  // Asked before a button of the main toolbar and before the main window closes; false leaves everything as it is.
+  bool DejaPulsar(const controles::Formulario& formulario, controles::Accion accion);
   void CierraPrincipal(controles::Formulario& formulario);
   QWidget* DuenioDe(int ventana) const;
   // Gives the keyboard back to the window in front once a dialog over it is gone.
@@ -70,6 +72,7 @@ class EscritorioQt : public controles::Escritorio {
 
   Contexto contexto_;
   Piloto piloto_;
+  Resguardo resguardo_;
   std::map<std::string, PantallaAnfitrion> pantallas_;
   std::map<const controles::Formulario*, std::unique_ptr<Ventana>> ventanas_;
   std::vector<controles::Formulario*> abiertas_;  // the last is the active one

@@ -81,7 +81,9 @@ Vista& ManosQt::VistaDe(const controles::Control& control) const {
 }
 
 VistaGrid& ManosQt::VistaDe(const controles::Grid& grid) const {
-  return static_cast<VistaGrid&>(VistaDe(static_cast<const controles::Control&>(grid)));
+  auto* v = dynamic_cast<VistaGrid*>(&VistaDe(static_cast<const controles::Control&>(grid)));
+  if (v == nullptr) NoSirve(grid, "no se muestra en renglones");
+  return *v;
 }
 
 void ManosQt::Haz(const std::function<void()>& accion) const {
@@ -93,9 +95,10 @@ void ManosQt::Haz(const std::function<void()>& accion) const {
 
 void ManosQt::TerminaEdicion(controles::Formulario& formulario, const controles::Control* destino) const {
   if (VentanaDe(formulario).TerminaEdicion(destino)) return;
-  const auto& grid = static_cast<const controles::Grid&>(*formulario.foco());
-  throw com::Error(com::error::kTamanio,
-                   "La celda «" + grid.ClaveColumna() + "» de «" + grid.nombre() + "» no se puede dejar");
+  const controles::Control* foco = formulario.foco();
+  if (const auto* grid = controles::Como<controles::Grid>(foco)) guion::RechazaSalida(*grid);
+  throw com::Error(com::error::kTamanio, "«" + (foco == nullptr ? formulario.nombre() : foco->nombre()) +
+                                             "» tiene una fecha que no se puede leer");
 }
 
 void ManosQt::Enfoca(controles::Control& control) {
@@ -154,6 +157,8 @@ void ManosQt::Tecla(controles::Formulario& formulario, int codigo, int mayus) {
     if (foco == nullptr || !foco->PuedeEnfocarse()) {
       return EnviaTecla(&ventana, TeclaQt(codigo), ModificadoresDe(mayus));
     }
+    const bool borra = codigo == controles::tecla::kSupr || codigo == controles::tecla::kRetroceso;
+    if (borra && foco->clase() == Clase::DateField) return;  // it takes whole dates only
     QWidget* w = VistaDe(*foco).foco();
     // A key of a script works on the whole text, or on its end.
     PreparaTexto(w, codigo == controles::tecla::kSupr && foco->clase() == Clase::LookupField);
@@ -177,11 +182,12 @@ void ManosQt::Caracter(controles::Formulario& formulario, char32_t caracter) {
 
 void ManosQt::Accion(controles::ScreenToolbar& barra, controles::Accion accion) {
   guion::RevisaUsable(barra);
-  TerminaEdicion(barra.formulario(), nullptr);
+  if (!controles::Abandona(accion)) TerminaEdicion(barra.formulario(), nullptr);
   if (!barra.Ofrece(accion)) return barra.Pulsa(accion);  // says why not
   Haz([&] {
-    auto& vista = static_cast<VistaBarra&>(VistaDe(barra));
-    QToolButton* boton = vista.boton(accion);
+    const auto* vista = dynamic_cast<VistaBarra*>(&VistaDe(barra));
+    QToolButton* boton = vista == nullptr ? nullptr : vista->boton(accion);
+    if (boton == nullptr) NoSirve(barra, "no tiene ese botón");
     EnviaClic(boton, boton->rect().center());
   });
 }

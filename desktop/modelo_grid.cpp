@@ -71,7 +71,11 @@ ModeloGrid::ModeloGrid(controles::Grid& grid, QObject* padre)
   grid_.alCambiar = [this](CambioGrid cambio, int fila, int columna) { AlCambiar(cambio, fila, columna); };
 }
 
-ModeloGrid::~ModeloGrid() { grid_.alCambiar = nullptr; }
+ModeloGrid::~ModeloGrid() { Suelta(); }
+
+void ModeloGrid::Suelta() {
+  if (!std::exchange(suelta_, true)) grid_.alCambiar = nullptr;
+}
 
 int ModeloGrid::rowCount(const QModelIndex& padre) const { return padre.isValid() ? 0 : filas_; }
 int ModeloGrid::columnCount(const QModelIndex& padre) const { return padre.isValid() ? 0 : columnas_; }

@@ -25,6 +25,8 @@ class ModeloGrid : public QAbstractTableModel {
   QVariant data(const QModelIndex& indice, int papel) const override;
   QVariant headerData(int seccion, Qt::Orientation orientacion, int papel) const override;
 
+  // The grid tells the model of its changes no more.
+  void Suelta();
   // Tells the views what has been gathered.
   void Sincroniza();
   controles::Grid& grid() const { return grid_; }
@@ -40,6 +42,7 @@ class ModeloGrid : public QAbstractTableModel {
 
   controles::Grid& grid_;
   int filas_ = 0, columnas_ = 0;  // as told to the views
+  bool suelta_ = false;
   bool pendiente_ = false, todo_ = false, lasColumnas_ = false, actual_ = false;
 };
 

@@ -17,20 +17,35 @@ namespace {
 
 constexpr int kSiNo = 308;  // Yes and No, No first
 
-bool HayRenglones(const controles::Formulario& formulario) {
-  for (const controles::Control* c : formulario.controles()) {
-    if (c->clase() == controles::Clase::Grid) return static_cast<const controles::Grid*>(c)->Filas() > 0;
+// What a control holds that a person may have entered.
+std::string Contenido(const controles::Control& control) {
+  if (const auto* campo = controles::Como<controles::LookupField>(&control))
+    return campo->locked() ? "" : campo->text();
+  if (const auto* fecha = controles::Como<controles::DateField>(&control)) return fecha->text();
+  if (const auto* notas = controles::Como<controles::CampoNotas>(&control)) return notas->text();
+  const auto* grid = controles::Como<controles::Grid>(&control);
+  std::string todo;
+  for (int f = 0; grid != nullptr && f < grid->Filas(); ++f) {
+    for (int c = 0; c < grid->NumColumnas(); ++c) {
+      if (grid->columna(c).visible) todo += grid->Texto(f, c) + '\t';
+    }
+    todo += '\n';
   }
-  return false;
+  return todo;
 }
 
-bool EnCaptura(const controles::Formulario& formulario) {
-  const controles::ScreenToolbar* barra = BarraDe(formulario);
-  return barra != nullptr && barra->EnEdicion();
+std::string Contenido(const controles::Formulario& formulario) {
+  std::string todo;
+  for (const controles::Control* c : formulario.controles()) {
+    // The date that floats over a cell is the cell's.
+    const bool flota = c->contenedor() != nullptr && !c->contenedor()->visible();
+    if (!flota) todo += Contenido(*c) + '\n';
+  }
+  return todo;
 }
 
 const controles::LookupField* CampoDe(const controles::Formulario& formulario, const char* nombre) {
-  return dynamic_cast<const controles::LookupField*>(formulario.Busca(nombre));
+  return controles::Como<controles::LookupField>(formulario.Busca(nombre));
 }
 
 // The hotel's rate of a currency on a day; nothing when it has none.
@@ -46,7 +61,7 @@ std::optional<double> TipoVigente(const std::string& moneda, com::Fecha dia) {
 bool PreguntaTipoCambio(const controles::Formulario& principal, QWidget* padre) {
   constexpr double kDiferencia = 0.1;
   const auto *moneda = CampoDe(principal, "txtMoneda"), *cambio = CampoDe(principal, "txtTipoCambio");
-  const auto* captura = dynamic_cast<const controles::DateField*>(principal.Busca("dpFecha"));
+  const auto* captura = controles::Como<controles::DateField>(principal.Busca("dpFecha"));
   if (moneda == nullptr || cambio == nullptr || captura == nullptr || moneda->text().empty()) return true;
   const double tecleado = com::CDbl(cambio->valor());
   if (tecleado <= 0) return true;  // the screen refuses it
@@ -64,28 +79,34 @@ bool PreguntaTipoCambio(const controles::Formulario& principal, QWidget* padre) 
 
 }  // namespace
 
-controles::ScreenToolbar* BarraDe(const controles::Formulario& formulario) {
-  for (controles::Control* c : formulario.controles()) {
-    if (c->clase() == controles::Clase::Barra) return static_cast<controles::ScreenToolbar*>(c);
-  }
-  return nullptr;
+bool EnCaptura(const controles::Formulario& principal) {
+  const auto* barra = principal.Primero<controles::ScreenToolbar>();
+  return barra != nullptr && barra->EnEdicion();
 }
 
-bool PreguntaSalida(const controles::Formulario& principal, QWidget* padre) {
-  return !EnCaptura(principal) ||
+void Resguardo::Comienza(const controles::Formulario& principal) { inicio_ = Contenido(principal); }
+
+bool Resguardo::HayCaptura(const controles::Formulario& principal) const {
+  return EnCaptura(principal) && Contenido(principal) != inicio_;
+}
+
+bool Resguardo::PermiteSalir(const controles::Formulario& principal, QWidget* padre) const {
+  return !HayCaptura(principal) ||
          Confirma("Hay una reservación en captura que no se ha guardado.\r\n¿Desea salir y descartarla?", kSiNo, padre);
 }
 
-bool PreguntaAccion(const controles::Formulario& principal, Accion accion, QWidget* padre) {
+bool Resguardo::Permite(const controles::Formulario& principal, Accion accion, QWidget* padre) const {
   switch (accion) {
     case Accion::Cerrar:
-      return PreguntaSalida(principal, padre);
+      return PermiteSalir(principal, padre);
     case Accion::Nuevo:
     case Accion::Limpiar:
-      return !EnCaptura(principal) || !HayRenglones(principal) ||
+      return !HayCaptura(principal) ||
              Confirma("Hay una reservación en captura que no se ha guardado.\r\n¿Desea descartarla?", kSiNo, padre);
     case Accion::Eliminar:
-      return Confirma("¿Desea cancelar la reservación " + BarraDe(principal)->ClaveActual() + "?", kSiNo, padre);
+      return Confirma(
+          "¿Desea cancelar la reservación " + principal.Primero<controles::ScreenToolbar>()->ClaveActual() + "?", kSiNo,
+          padre);
     case Accion::Aceptar:
       return PreguntaTipoCambio(principal, padre);
     default:

@@ -25,9 +25,9 @@
 #include "desktop/impresion.h"
 #include "desktop/manos_qt.h"
 #include "desktop/pantallas.h"
-#include "desktop/preguntas.h"
 #include "desktop/senales.h"
 #include "desktop/vista.h"
+#include "desktop/vista_campos.h"
 #include "guion/componente.h"
 #include "guion/interprete.h"
 #include "guion/opciones.h"
@@ -161,6 +161,21 @@ void AlMensajeFatal(QtMsgType tipo, const QMessageLogContext&, const QString& te
   if (tipo != QtDebugMsg) std::cerr << texto.toStdString() << '\n';
 }
 
+// What the toolbar and the calendars tell of the host, to a person and in a script's pictures.
+void DiceLoHecho(Contexto& contexto, autonomo::Anfitrion& anfitrion) {
+  contexto.estado = [&anfitrion](const std::string& folio) {
+    const auto filas =
+        anfitrion.conexion()->Consulta("SELECT Es_Cve_Estado FROM Reservacion WHERE Rs_Folio = ?", {folio});
+    const bool dice = !filas->Eof() && !filas->Fields(0).Value().EsNulo();
+    return dice ? Q(autonomo::EstadoLegible(com::CStr(filas->Fields(0).Value()))) : QString();
+  };
+  contexto.hoy = [&anfitrion] { return ADate(anfitrion.reloj().Ahora()); };
+  contexto.novedad = [&anfitrion] {
+    const auto& ultima = anfitrion.novedades().Ultima();
+    return ultima ? Contexto::Novedad{Q(ultima->Texto()), Q(ultima->folio)} : Contexto::Novedad();
+  };
+}
+
 }  // namespace
 
 void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion) {
@@ -168,12 +183,7 @@ void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion) 
   escritorio.Conserva(InstalaImpresion(anfitrion, [&escritorio] { return escritorio.Frente(); }));
   Contexto& contexto = escritorio.contexto();
   contexto.busca = [&](const controles::LookupField& campo) { return BuscaClave(campo, anfitrion, escritorio); };
-  contexto.estado = [&anfitrion](const std::string& folio) {
-    const auto filas =
-        anfitrion.conexion()->Consulta("SELECT Es_Cve_Estado FROM Reservacion WHERE Rs_Folio = ?", {folio});
-    const bool dice = !filas->Eof() && !filas->Fields(0).Value().EsNulo();
-    return dice ? Q(autonomo::EstadoLegible(com::CStr(filas->Fields(0).Value()))) : QString();
-  };
+  DiceLoHecho(contexto, anfitrion);
   contexto.abreCatalogo = [&](const controles::LookupField& campo) {
     escritorio.AbrePantalla(campo.diseno().transaccion, {});
   };
@@ -278,15 +288,12 @@ int Programa::CorreVentana(const OpcionesPrograma& opciones) {
   ConectaAnfitrion(escritorio, anfitrion);
   controles::FijaEscritorio(&escritorio);
   guion::Componente componente;
-  escritorio.puedePulsar = [&](controles::Accion accion) {
-    return PreguntaAccion(componente.formulario(), accion, escritorio.Frente());
-  };
   QApplication::setQuitOnLastWindowClosed(false);
   escritorio.alTerminar = [] { QApplication::quit(); };
   componente.Abre(anfitrion.Padre());
   QObject vida;  // no signal is attended to after the screen's end
   AtiendeSenales(&vida, [&] {
-    if (PreguntaSalida(componente.formulario(), escritorio.Frente())) QApplication::exit(kBien);
+    if (escritorio.PermiteSalir(componente.formulario())) QApplication::exit(kBien);
   });
   QTimer::singleShot(0, [this, &escritorio] { AvisaCarencias(carencias_, escritorio.Frente()); });
   return QApplication::exec();
@@ -308,6 +315,7 @@ int Programa::CorreGuion(const OpcionesPrograma& opciones) {
   guion::Vigilancia vigilancia(anfitrion);
   guion::Respuestas respuestas;
   EscritorioQt escritorio;
+  DiceLoHecho(escritorio.contexto(), anfitrion);
   ManosQt manos(escritorio);
   controles::FijaEscritorio(&escritorio);
   guion::Componente componente;

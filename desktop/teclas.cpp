@@ -38,6 +38,10 @@ int TeclaQt(int codigo) {
   return Qt::Key_unknown;
 }
 
+bool SinModificadores(const QKeyEvent& evento) {
+  return (evento.modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier)) == Qt::NoModifier;
+}
+
 int MayusDe(Qt::KeyboardModifiers modificadores) {
   return (modificadores.testFlag(Qt::ShiftModifier) ? 1 : 0) | (modificadores.testFlag(Qt::ControlModifier) ? 2 : 0);
 }

@@ -12,6 +12,8 @@ inline constexpr int kTeclaF1 = 112;
 int CodigoTecla(int teclaQt);
 // The toolkit's key for a models' code; Qt::Key_unknown when there is none.
 int TeclaQt(int codigo);
+// No Shift, Ctrl, Alt or the like; the keypad's keys are keys like the others.
+bool SinModificadores(const QKeyEvent& evento);
 // 1 Shift, 2 Ctrl.
 int MayusDe(Qt::KeyboardModifiers modificadores);
 Qt::KeyboardModifiers ModificadoresDe(int mayus);

@@ -11,6 +11,7 @@
 #include "desktop/escala.h"
 #include "desktop/estilo.h"
 #include "desktop/guarda.h"
+#include "desktop/puntero.h"
 #include "desktop/teclas.h"
 #include "desktop/vista_barra.h"
 #include "desktop/vista_campos.h"
@@ -20,51 +21,49 @@ namespace vista {
 
 using controles::Clase;
 
-std::unique_ptr<Vista> CreaVista(controles::Control& control, QWidget* padre, const Contexto& contexto) {
-  switch (control.clase()) {
-    case Clase::LookupField:
-      return std::make_unique<VistaLookup>(static_cast<controles::LookupField&>(control), padre, contexto);
-    case Clase::DateField:
-      return std::make_unique<VistaFecha>(static_cast<controles::DateField&>(control), padre, contexto);
-    case Clase::CampoNotas:
-      return std::make_unique<VistaNotas>(static_cast<controles::CampoNotas&>(control), padre, contexto);
-    case Clase::Boton:
-      return std::make_unique<VistaBoton>(static_cast<controles::Boton&>(control), padre, contexto);
-    case Clase::Casilla:
-      return std::make_unique<VistaCasilla>(static_cast<controles::Casilla&>(control), padre, contexto);
-    case Clase::Opcion:
-      return std::make_unique<VistaOpcion>(static_cast<controles::Opcion&>(control), padre, contexto);
-    case Clase::Marco:
-      return std::make_unique<VistaMarco>(static_cast<controles::Marco&>(control), padre, contexto);
-    case Clase::Etiqueta:
-      return std::make_unique<VistaEtiqueta>(static_cast<controles::Etiqueta&>(control), padre, contexto);
-    case Clase::Barra:
-      return std::make_unique<VistaBarra>(static_cast<controles::ScreenToolbar&>(control), padre, contexto);
-    case Clase::Grid:
-      return std::make_unique<VistaGrid>(static_cast<controles::Grid&>(control), padre, contexto);
-  }
-  return nullptr;
+namespace {
+
+using Creador = std::unique_ptr<Vista> (*)(controles::Control&, QWidget*, const Contexto&);
+
+// The view of a control of the kind; null for one of another.
+template <class C, class V>
+std::unique_ptr<Vista> Crea(controles::Control& control, QWidget* padre, const Contexto& contexto) {
+  C* suyo = controles::Como<C>(&control);
+  return suyo == nullptr ? nullptr : std::make_unique<V>(*suyo, padre, contexto);
 }
 
-namespace {
+constexpr Creador kCreadores[] = {
+    Crea<controles::LookupField, VistaLookup>,  Crea<controles::DateField, VistaFecha>,
+    Crea<controles::CampoNotas, VistaNotas>,    Crea<controles::Boton, VistaBoton>,
+    Crea<controles::Casilla, VistaCasilla>,     Crea<controles::Opcion, VistaOpcion>,
+    Crea<controles::Marco, VistaMarco>,         Crea<controles::Etiqueta, VistaEtiqueta>,
+    Crea<controles::ScreenToolbar, VistaBarra>, Crea<controles::Grid, VistaGrid>,
+};
 
 // A frame without caption that holds a date: laid over a grid while one of its cells is edited.
 bool Flota(const controles::Control& control) {
-  if (control.clase() != Clase::Marco || !static_cast<const controles::Marco&>(control).caption().empty()) return false;
+  const auto* marco = controles::Como<controles::Marco>(&control);
+  if (marco == nullptr || !marco->caption().empty()) return false;
   for (const controles::Control* c : control.formulario().controles()) {
     if (c->contenedor() == &control && c->clase() == Clase::DateField) return true;
   }
   return false;
 }
 
-controles::Grid* GridDe(const controles::Formulario& formulario) {
-  for (controles::Control* c : formulario.controles()) {
-    if (c->clase() == Clase::Grid) return static_cast<controles::Grid*>(c);
-  }
-  return nullptr;
+// What the user works at: a date that floats over a grid is part of it.
+const controles::Control* Mesa(const controles::Control* control) {
+  if (control == nullptr || control->contenedor() == nullptr || !Flota(*control->contenedor())) return control;
+  return control->formulario().Primero<controles::Grid>();
 }
 
 }  // namespace
+
+std::unique_ptr<Vista> CreaVista(controles::Control& control, QWidget* padre, const Contexto& contexto) {
+  for (const Creador crea : kCreadores) {
+    if (auto vista = crea(control, padre, contexto)) return vista;
+  }
+  return nullptr;
+}
 
 Ventana::Ventana(controles::Formulario& formulario, const Contexto& contexto, QWidget* padre)
     : QWidget(padre, padre == nullptr ? Qt::Window
@@ -78,12 +77,19 @@ Ventana::Ventana(controles::Formulario& formulario, const Contexto& contexto, QW
   setFont(Fuente(Letra::Normal));
   setMinimumSize(APixel(9000), APixel(6000));
   CreaVistas();
+  puntero_ = std::make_unique<Puntero>(*this);
   FijaTamano(formulario.width(), formulario.height());
 }
 
 Ventana::~Ventana() {
-  formulario_.alAvisar = nullptr;
+  Suelta();
   vistas_.clear();
+}
+
+void Ventana::Suelta() {
+  if (std::exchange(suelta_, true)) return;
+  formulario_.alAvisar = nullptr;
+  for (const auto& v : vistas_) v->Suelta();
 }
 
 void Ventana::CreaVistas() {
@@ -118,28 +124,31 @@ void Ventana::CreaVistas() {
   }
 }
 
-// What leaves the capture anyway does not wait for its fields to be right.
+// What leaves the capture anyway does not wait for its fields to be right. A dialog accepts what is marked in it; a
+// field half typed is no part of that, and what it would set off could take the marks away.
 bool Ventana::AntesDePulsar(controles::Accion accion) {
-  using controles::Accion;
-  const bool abandona =
-      accion == Accion::Nuevo || accion == Accion::Limpiar || accion == Accion::Cerrar || accion == Accion::Cancelar;
-  if (!abandona && !TerminaEdicion(nullptr)) return false;
+  const auto* barra = formulario_.Primero<controles::ScreenToolbar>();
+  const bool descarta = controles::Abandona(accion) || (barra != nullptr && barra->EsDialogo());
+  if (!descarta && !TerminaEdicion(nullptr)) return false;
   if (puedePulsar && !puedePulsar(accion)) return false;
-  for (const auto& v : vistas_) {
-    if (abandona) v->Descarta();
-  }
+  if (descarta) Descarta();
   return true;
+}
+
+void Ventana::Descarta() {
+  for (const auto& v : vistas_) v->Descarta();
 }
 
 void Ventana::DespuesDePulsar(controles::Accion accion) {
   for (const auto& v : vistas_) {
     if (v->control().clase() == Clase::Grid) v->Refresca();  // rows can be added in a capture only
   }
+  if (alPulsar) alPulsar(accion);
   if (accion != controles::Accion::Editar || !contexto_.interactivo) return;
   // A person goes on with the first field that has opened.
   for (controles::Control* c : formulario_.controles()) {
-    if (c->clase() != Clase::LookupField || !c->tabStop() || !c->PuedeEnfocarse()) continue;
-    if (static_cast<controles::LookupField*>(c)->locked()) continue;
+    const auto* campo = controles::Como<controles::LookupField>(c);
+    if (campo == nullptr || campo->locked() || !c->tabStop() || !c->PuedeEnfocarse()) continue;
     return formulario_.Enfoca(*c);
   }
 }
@@ -178,7 +187,7 @@ void Ventana::AdoptaFoco() {
 }
 
 void Ventana::ColocaSobreCelda(Vista& v) {
-  controles::Grid* grid = GridDe(formulario_);
+  auto* grid = formulario_.Primero<controles::Grid>();
   auto* celdas = grid == nullptr ? nullptr : dynamic_cast<VistaGrid*>(vista(*grid));
   if (celdas == nullptr || !v.control().visible()) return;
   const QRect zona = celdas->ZonaCelda(grid->fila(), grid->columna());
@@ -213,10 +222,40 @@ bool Ventana::TerminaEdicion(const controles::Control* destino) {
   for (const auto& v : vistas_) {
     if (&v->control() != destino && !v->Entrega()) return false;
   }
-  controles::Control* foco = formulario_.foco();
-  if (foco == nullptr || foco == destino || foco->clase() != Clase::Grid) return true;
-  auto& grid = static_cast<controles::Grid&>(*foco);
-  return !(grid.Tecleada() || grid.Pendiente()) || grid.Deja();
+  auto* grid = controles::Como<controles::Grid>(formulario_.foco());
+  if (grid == nullptr || grid == destino) return true;
+  return !(grid->Tecleada() || grid->Pendiente()) || grid->Deja();
+}
+
+bool Ventana::HayPendiente(const controles::Control& destino) const {
+  for (const auto& v : vistas_) {
+    if (&v->control() != &destino && v->Pendiente()) return true;
+  }
+  const auto* grid = controles::Como<controles::Grid>(formulario_.foco());
+  return grid != nullptr && grid != &destino && (grid->Tecleada() || grid->Pendiente());
+}
+
+bool Ventana::Entra(Vista& v) {
+  controles::Control& c = v.control();
+  bool entra = false;
+  Corre([&] {
+    const int veces = formulario_.vecesEnfocado();
+    entra = TerminaEdicion(&c);
+    // A field that holds the user, or that a rule wants corrected first, keeps the keyboard.
+    entra = entra && (formulario_.vecesEnfocado() == veces || Mesa(formulario_.foco()) == Mesa(&c));
+    if (entra) formulario_.Enfoca(c);
+  });
+  if (!entra) QTimer::singleShot(0, this, [this] { SigueFoco(); });
+  return entra;
+}
+
+Vista* Ventana::VistaBajo(const QWidget& widget) const {
+  for (const QWidget* w = &widget; w != nullptr && w != this; w = w->parentWidget()) {
+    for (const auto& v : vistas_) {
+      if (v->widget() == w) return v.get();
+    }
+  }
+  return nullptr;
 }
 
 void Ventana::FijaTamano(int ancho, int alto) {
@@ -267,16 +306,14 @@ void Ventana::AlEntrar(Vista& v, Qt::FocusReason motivo) {
   }
   if (enfocando_ || formulario_.foco() == &c) return;
   if (motivo == Qt::ActiveWindowFocusReason || motivo == Qt::PopupFocusReason) return;
-  Corre([&] {
-    const int veces = formulario_.vecesEnfocado();
-    const bool termina = TerminaEdicion(&c);
-    // A field that holds the user, or that a rule wants corrected first, keeps the keyboard.
-    if (!termina || (formulario_.vecesEnfocado() != veces && formulario_.foco() != &c)) {
-      QTimer::singleShot(0, this, [this] { SigueFoco(); });
-      return;
-    }
-    formulario_.Enfoca(c);
-  });
+  if (motivo == Qt::MouseFocusReason && puntero_ != nullptr && puntero_->Espera()) {
+    // The press that brought the keyboard is yet to come. Should none come, the view is entered all the same.
+    QTimer::singleShot(0, this, [this, &v] {
+      if (v.foco()->hasFocus() && formulario_.foco() != &v.control()) Entra(v);
+    });
+    return;
+  }
+  Entra(v);
 }
 
 bool Ventana::eventFilter(QObject* objeto, QEvent* evento) {
@@ -289,7 +326,7 @@ bool Ventana::eventFilter(QObject* objeto, QEvent* evento) {
     case QEvent::ShortcutOverride: {
       // Plain keys of the grids and fields are theirs before any shortcut's.
       const auto* tecla = static_cast<QKeyEvent*>(evento);
-      if (tecla->modifiers() == Qt::NoModifier && CodigoTecla(tecla->key()) != 0) evento->accept();
+      if (SinModificadores(*tecla) && CodigoTecla(tecla->key()) != 0) evento->accept();
       break;
     }
     case QEvent::FocusIn:

@@ -12,6 +12,8 @@
 
 namespace vista {
 
+class Puntero;
+
 class Ventana : public QWidget {
   Q_OBJECT
  public:
@@ -32,10 +34,24 @@ class Ventana : public QWidget {
   // Inner size in exactly these twips, whatever the pixels make of it.
   void FijaTamano(int ancho, int alto);
 
+  // Input that is pending elsewhere than in the control.
+  bool HayPendiente(const controles::Control& destino) const;
+  // The user turns to the view's control: what is pending elsewhere is handed over, then the form hears of it. False
+  // when the screen keeps the user somewhere else.
+  bool Entra(Vista& vista);
+  // Forgets what the user has begun.
+  void Descarta();
+  // The view that a widget is part of; null for the window's own ground.
+  Vista* VistaBajo(const QWidget& widget) const;
+  // The form tells the window of its changes no more: another window may take its place.
+  void Suelta();
+
   // The user closes the window; whoever shows it decides what that means.
   std::function<void()> alCerrar;
   // Asked before a button of the toolbar; false leaves everything as it is.
   std::function<bool(controles::Accion)> puedePulsar;
+  // Called once a button has done its work.
+  std::function<void(controles::Accion)> alPulsar;
 
  protected:
   bool eventFilter(QObject* objeto, QEvent* evento) override;
@@ -58,8 +74,10 @@ class Ventana : public QWidget {
   const Contexto& contexto_;
   std::vector<std::unique_ptr<Vista>> vistas_;
   std::map<const controles::Control*, Vista*> porControl_;
+  std::unique_ptr<Puntero> puntero_;
   bool enfocando_ = false;
   bool exacto_ = false;
+  bool suelta_ = false;
 };
 
 }  // namespace vista

@@ -2,12 +2,15 @@
 // them and hands what the user does to the control's user members.
 #pragma once
 
+#include <QDate>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QString>
 #include <QWidget>
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/controls/formulario.h"
@@ -28,6 +31,14 @@ struct Contexto {
   std::vector<Opcion> menu;
   // State of a stored reservation in words ("Cancelada").
   std::function<QString(const std::string& folio)> estado;
+  // What was done last to a reservation, and its folio; both empty as long as nothing was.
+  struct Novedad {
+    QString texto, folio;
+  };
+  std::function<Novedad()> novedad;
+  // The server's date.
+  std::function<QDate()> hoy;
+  QDate Hoy() const { return hoy ? hoy() : QDate::currentDate(); }
   // A person works at the window, no script.
   bool interactivo = true;
 };
@@ -40,7 +51,7 @@ inline QString Q(std::string_view texto) {
 class Vista {
  public:
   Vista(controles::Control& control, const Contexto& contexto) : control_(control), contexto_(contexto) {}
-  virtual ~Vista() { control_.alAvisar = nullptr; }
+  virtual ~Vista() { Vista::Suelta(); }
   Vista(const Vista&) = delete;
   Vista& operator=(const Vista&) = delete;
 
@@ -51,13 +62,22 @@ class Vista {
   virtual QWidget* foco() const { return widget_; }
   // Shows what the control holds.
   virtual void Refresca() = 0;
+  // The control tells the view of its changes no more: another view may take its place.
+  virtual void Suelta() {
+    if (std::exchange(suelta_, true)) return;
+    control_.alAvisar = nullptr;
+  }
   // A key pressed in the widget; true when it is dealt with. Keys that are no characters go to the form.
   virtual bool Tecla(const QKeyEvent& evento);
-  // Hands over what the widget holds and the control does not know yet (a date half typed, a key not confirmed). False
-  // when it cannot be: the user is told, and stays.
+  // The widget holds what the control does not know yet: a date half typed, a key not confirmed.
+  virtual bool Pendiente() const { return false; }
+  // Hands it over. False when it cannot be: the user is told, and stays.
   virtual bool Entrega() { return true; }
   // Forgets it.
   virtual void Descarta() {}
+  // What a press at that point of one of the view's widgets acts on, settled before anything moves; run once what was
+  // pending elsewhere is handed over. Null where the press is the widget's own to deal with.
+  virtual std::function<void()> Blanco(QWidget& /*donde*/, const QMouseEvent& /*evento*/) { return nullptr; }
   // The focus left the widget.
   virtual void Deja(Qt::FocusReason) {}
 
@@ -73,6 +93,7 @@ class Vista {
   controles::Control& control_;
   const Contexto& contexto_;
   QWidget* widget_ = nullptr;
+  bool suelta_ = false;
 };
 
 // The view for a control by its class, inside the given parent.

@@ -1,17 +1,22 @@
 #include "desktop/vista_barra.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QResizeEvent>
 #include <QShortcut>
+#include <QVBoxLayout>
 
 #include "desktop/accesible.h"
 #include "desktop/escala.h"
 #include "desktop/estilo.h"
 #include "desktop/guarda.h"
 #include "desktop/iconos.h"
+#include "desktop/pintura.h"
 #include "platform/com/error.h"
 
 namespace vista {
@@ -65,6 +70,47 @@ class Franja : public QFrame {
   }
 };
 
+// The state of a reservation, each in colours of its own.
+class Distintivo : public QLabel {
+ public:
+  explicit Distintivo(QWidget* padre) : QLabel(padre) {}
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    const Paleta& c = Colores();
+    Caja caja{c.superficie, c.tenue, 1};
+    QColor tinta = c.tenue;
+    if (text() == QLatin1String("Activa")) {
+      caja.borde = tinta = c.acento;
+    } else if (text() == QLatin1String("Confirmada")) {
+      caja = {c.acento, c.acento, 1};
+      tinta = c.sobreAcento;
+    } else if (text() == QLatin1String("Cancelada")) {
+      caja = {c.peligro, c.peligro, 1};
+      tinta = TextoSobre(c.peligro);
+    }
+    QPainter p(this);
+    PintaCaja(p, rect(), caja);
+    p.setPen(tinta);
+    p.drawText(rect(), Qt::AlignCenter, text());
+  }
+};
+
+// The right end of the bar; it tells when it is wider or narrower than it was.
+class Lado : public QWidget {
+ public:
+  Lado(std::function<void()> alCambiar, QWidget* padre) : QWidget(padre), alCambiar_(std::move(alCambiar)) {}
+
+ protected:
+  void resizeEvent(QResizeEvent* evento) override {
+    QWidget::resizeEvent(evento);
+    if (evento->oldSize().width() != evento->size().width()) alCambiar_();
+  }
+
+ private:
+  std::function<void()> alCambiar_;
+};
+
 }  // namespace
 
 // As the manual writes it.
@@ -75,7 +121,7 @@ QString NombreDeAtajo(const QKeySequence& atajo) {
 }
 
 VistaBarra::VistaBarra(controles::ScreenToolbar& barra, QWidget* padre, const Contexto& contexto)
-    : Vista(barra, contexto), barra_(barra), registro_(nullptr) {
+    : Vista(barra, contexto), barra_(barra) {
   auto* marco = new Franja(padre);
   FijaPapel(marco, QAccessible::ToolBar);
   Adopta(marco);
@@ -83,8 +129,7 @@ VistaBarra::VistaBarra(controles::ScreenToolbar& barra, QWidget* padre, const Co
   auto* caja = new QHBoxLayout(marco);
   caja->setContentsMargins(espacio::kChico, 1, espacio::kMedio, 1);
   caja->setSpacing(2);
-  bool dialogo = false;
-  for (const Accion a : barra_.Acciones()) dialogo = dialogo || a == Accion::Cancelar;
+  const bool dialogo = barra_.EsDialogo();
   for (const Accion a : barra_.Acciones()) {
     auto* b = new QToolButton(marco);
     b->setObjectName(Q(NombreAccion(a)));
@@ -98,7 +143,11 @@ VistaBarra::VistaBarra(controles::ScreenToolbar& barra, QWidget* padre, const Co
     b->setAccessibleName(Q(barra_.Titulo(a)));
     QObject::connect(b, &QToolButton::clicked, marco, [this, a] { Pulsa(a); });
     if (const QKeySequence atajo = AtajoDe(a, dialogo); !atajo.isEmpty()) {
-      auto* s = new QShortcut(atajo, padre);
+      auto* s = new QShortcut(padre);
+      QList<QKeySequence> teclas{atajo};
+      // The keypad has an Enter of its own.
+      if (a == Accion::Aceptar) teclas << QKeySequence(QStringLiteral("Ctrl+Enter"));
+      s->setKeys(teclas);
       s->setAutoRepeat(false);
       QObject::connect(s, &QShortcut::activated, marco, [this, a] {
         if (barra_.Ofrece(a)) Pulsa(a);
@@ -106,8 +155,12 @@ VistaBarra::VistaBarra(controles::ScreenToolbar& barra, QWidget* padre, const Co
     }
     caja->addWidget(b);
     botones_[a] = b;
+    // A button that is not offered leaves its place empty: the others stay where the hand knows them.
+    QSizePolicy lugar(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    lugar.setRetainSizeWhenHidden(true);
+    b->setSizePolicy(lugar);
   }
-  caja->addStretch();
+  if (dialogo) caja->addStretch();
   if (!dialogo && !contexto.menu.empty()) {
     auto* menu = new QMenu(marco);
     for (const Contexto::Opcion& opcion : contexto.menu) {
@@ -130,10 +183,7 @@ VistaBarra::VistaBarra(controles::ScreenToolbar& barra, QWidget* padre, const Co
     QObject::connect(atajo, &QShortcut::activated, b, &QToolButton::showMenu);
     caja->insertWidget(static_cast<int>(botones_.size()), b);
   }
-  registro_ = new QLabel(marco);
-  registro_->setFont(Fuente(Letra::Titulo));
-  registro_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  caja->addWidget(registro_);
+  if (!dialogo) caja->addWidget(CreaLado(), 1);
   Refresca();
 }
 
@@ -146,8 +196,7 @@ void VistaBarra::Refresca() {
   for (const auto& [accion, boton] : botones_) {
     const QString titulo = Q(barra_.Titulo(accion));
     if (boton->text() != titulo) {
-      const bool dialogo = botones_.contains(Accion::Cancelar);
-      const QString atajo = NombreDeAtajo(AtajoDe(accion, dialogo));
+      const QString atajo = NombreDeAtajo(AtajoDe(accion, barra_.EsDialogo()));
       boton->setText(titulo);
       boton->setToolTip(atajo.isEmpty() ? titulo : titulo + QStringLiteral(" (") + atajo + QStringLiteral(")"));
     }
@@ -160,16 +209,86 @@ void VistaBarra::Refresca() {
     folio_ = barra_.ClaveActual();
     estado_ = EstadoDe(folio_);
   }
-  QString registro;
-  if (barra_.EsNuevo()) {
-    registro = QStringLiteral("Nueva reservación");
-  } else if (barra_.EnEdicion()) {
-    registro = QStringLiteral("Editando");
-  } else if (!barra_.ClaveActual().empty()) {
-    registro = QStringLiteral("Folio ") + Q(barra_.ClaveActual());
-    if (!estado_.isEmpty()) registro += QStringLiteral(" · ") + estado_;
+  if (registro_ != nullptr) RefrescaLado();
+}
+
+QWidget* VistaBarra::CreaLado() {
+  auto* lado = new Lado([this] { RefrescaLado(); }, widget());
+  auto* caja = new QVBoxLayout(lado);
+  caja->setContentsMargins(0, 0, 0, 0);
+  caja->setSpacing(0);
+  registro_ = new QLabel(lado);
+  registro_->setFont(Fuente(Letra::Fuerte));
+  registro_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  registro_->setMinimumWidth(1);
+  caja->addWidget(registro_);
+  auto* abajo = new QHBoxLayout;
+  abajo->setSpacing(2);
+  abajo->addStretch();
+  CreaNovedad(lado);
+  abajo->addWidget(novedad_);
+  distintivo_ = new Distintivo(lado);
+  distintivo_->setObjectName(QStringLiteral("estado"));
+  distintivo_->setFont(Fuente(Letra::Fuerte));
+  distintivo_->setContentsMargins(espacio::kChico, 0, espacio::kChico, 0);
+  abajo->addWidget(distintivo_);
+  caja->addLayout(abajo);
+  lado->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  return lado;
+}
+
+void VistaBarra::CreaNovedad(QWidget* padre) {
+  novedad_ = new QToolButton(padre);
+  novedad_->setObjectName(QStringLiteral("novedad"));
+  novedad_->setFont(Fuente(Letra::Chica));
+  novedad_->setFocusPolicy(Qt::TabFocus);
+  novedad_->setAutoRaise(true);
+  novedad_->setMinimumWidth(1);
+  novedad_->setPopupMode(QToolButton::InstantPopup);
+  novedad_->hide();
+  auto* menu = new QMenu(novedad_);
+  abre_ = menu->addAction(QStringLiteral("Abrir la reservación"));
+  QObject::connect(abre_, &QAction::triggered, novedad_, [this] { AbreNovedad(); });
+  QObject::connect(menu->addAction(QStringLiteral("Copiar el folio")), &QAction::triggered, novedad_,
+                   [this] { QApplication::clipboard()->setText(contexto().novedad().folio); });
+  QObject::connect(menu, &QMenu::aboutToShow, novedad_, [this] { abre_->setEnabled(!barra_.EnEdicion()); });
+  novedad_->setMenu(menu);
+  auto* atajo = new QShortcut(QKeySequence(QStringLiteral("Ctrl+O")), widget()->parentWidget());
+  QObject::connect(atajo, &QShortcut::activated, novedad_, [this] { AbreNovedad(); });
+}
+
+// As the clerk does it: the folio typed in its field, and Enter.
+void VistaBarra::AbreNovedad() {
+  auto* campo = controles::Como<controles::LookupField>(formulario().Busca("txtFolio"));
+  if (campo == nullptr || !campo->PuedeEnfocarse() || barra_.EnEdicion() || !contexto().novedad) return;
+  const std::string folio = contexto().novedad().folio.toStdString();
+  if (folio.empty()) return;
+  Corre([&] {
+    formulario().Enfoca(*campo);
+    campo->Teclea(folio);
+    formulario().PulsaTecla(controles::tecla::kEnter);
+  });
+}
+
+void VistaBarra::RefrescaLado() {
+  const bool conFolio = !barra_.EsNuevo() && !barra_.ClaveActual().empty();
+  QString registro = barra_.EsNuevo() ? QStringLiteral("Nueva reservación") : QString();
+  if (conFolio) {
+    registro = barra_.EnEdicion() ? QStringLiteral("Editando ") : QStringLiteral("Folio ");
+    registro += Q(barra_.ClaveActual());
   }
   registro_->setText(registro);
+  distintivo_->setText(conFolio ? estado_ : QString());
+  distintivo_->setVisible(!distintivo_->text().isEmpty());
+  const Contexto::Novedad nueva = contexto().novedad ? contexto().novedad() : Contexto::Novedad();
+  // Cut short where there is little room; the tip tells it whole.
+  constexpr int kOrilla = 28;  // of the button, pixels
+  const int cabe = registro_->parentWidget()->width() - kOrilla -
+                   (distintivo_->isHidden() ? 0 : distintivo_->sizeHint().width() + espacio::kChico);
+  novedad_->setText(novedad_->fontMetrics().elidedText(nueva.texto, Qt::ElideRight, std::max(cabe, 40)));
+  novedad_->setToolTip(nueva.texto + QStringLiteral(" (Ctrl+O la abre)"));
+  novedad_->setAccessibleName(QStringLiteral("Lo último: ") + nueva.texto);
+  novedad_->setVisible(!nueva.texto.isEmpty());
 }
 
 // A caption more; a reservation is shown without it too.
@@ -185,6 +304,8 @@ QString VistaBarra::EstadoDe(const std::string& folio) const {
 void VistaBarra::Pulsa(Accion accion) {
   Corre([&] {
     if (antesDePulsar && !antesDePulsar(accion)) return;
+    // What was handed over meanwhile may have changed what is offered.
+    if (!barra_.Ofrece(accion)) return;
     barra_.Pulsa(accion);
     Refresca();
     if (despuesDePulsar) despuesDePulsar(accion);

@@ -1,5 +1,5 @@
-// View of a screen's toolbar: one button for each action, with icon, caption and shortcut, and the record that is
-// shown.
+// View of a screen's toolbar: one button for each action, with icon, caption and shortcut; at its end the record that
+// is shown with its state, and below what was done last, which stays and opens its reservation again.
 #pragma once
 
 #include <QKeySequence>
@@ -30,12 +30,19 @@ class VistaBarra : public Vista {
  private:
   QString EstadoDe(const std::string& folio) const;
   void Pulsa(controles::Accion accion);
+  QWidget* CreaLado();
+  void CreaNovedad(QWidget* padre);
+  void RefrescaLado();
+  void AbreNovedad();
 
   controles::ScreenToolbar& barra_;
   std::string folio_;  // whose state is shown
   QString estado_;
   std::map<controles::Accion, QToolButton*> botones_;
-  QLabel* registro_;
+  QLabel* registro_ = nullptr;
+  QLabel* distintivo_ = nullptr;    // the record's state
+  QToolButton* novedad_ = nullptr;  // what was done last
+  QAction* abre_ = nullptr;
 };
 
 }  // namespace vista

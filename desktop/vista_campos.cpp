@@ -19,6 +19,7 @@
 #include "desktop/iconos.h"
 #include "desktop/pintura.h"
 #include "desktop/teclas.h"
+#include "platform/controls/grid.h"
 #include "platform/regional/regional.h"
 
 namespace vista {
@@ -159,8 +160,18 @@ void VistaLookup::Refresca() {
   DiceNombre();
 }
 
+// The text that a field has by design ("%" for all) gives way to what is typed beside it.
+QString VistaLookup::SinDiseno(const QString& texto) const {
+  const QString diseno = Q(campo_.diseno().text);
+  if (!contexto().interactivo || diseno.isEmpty() || Q(campo_.text()) != diseno) return texto;
+  if (texto.size() <= diseno.size()) return texto;
+  if (texto.startsWith(diseno)) return texto.mid(diseno.size());
+  return texto.endsWith(diseno) ? texto.chopped(diseno.size()) : texto;
+}
+
 // What the screen's rules make of a typed text can be typed over.
-void VistaLookup::Escribe(const QString& texto) {
+void VistaLookup::Escribe(const QString& tecleado) {
+  const QString texto = SinDiseno(tecleado);
   Corre([&] { campo_.Teclea(texto.toStdString()); });
   Refresca();
   if (contexto().interactivo && edicion_->text().compare(texto, Qt::CaseInsensitive) != 0) edicion_->selectAll();
@@ -197,11 +208,19 @@ bool VistaLookup::Tecla(const QKeyEvent& evento) {
   return Vista::Tecla(evento);
 }
 
+bool VistaLookup::Pendiente() const {
+  return contexto().interactivo && formulario().foco() == &campo_ && campo_.pendiente() &&
+         campo_.diseno().sql_control_resultado != nullptr && !campo_.text().empty() && campo_.enabled() &&
+         !campo_.locked();
+}
+
+void VistaLookup::Descarta() {
+  if (contexto().interactivo && campo_.diseno().sql_control_resultado != nullptr) campo_.Descarta();
+}
+
 // A key that was typed and not confirmed is looked up as if it were, once: when its field is left.
 bool VistaLookup::Entrega() {
-  if (formulario().foco() != &campo_) return true;
-  if (!contexto().interactivo || campo_.diseno().sql_control_resultado == nullptr || campo_.text().empty()) return true;
-  if (!campo_.pendiente() || !campo_.enabled() || campo_.locked()) return true;
+  if (!Pendiente()) return true;
   Corre([this] { campo_.Confirma(); });
   return true;
 }
@@ -214,10 +233,10 @@ void VistaLookup::Deja(Qt::FocusReason motivo) {
 // The button of a field's record is named after it: cmdCliente of txtCliente.
 bool VistaLookup::AbreFicha() {
   if (!campo_.nombre().starts_with("txt")) return false;
-  auto* boton = formulario().Busca("cmd" + campo_.nombre().substr(3));
-  if (boton == nullptr || boton->clase() != controles::Clase::Boton || !boton->PuedeEnfocarse()) return false;
+  auto* boton = controles::Como<controles::Boton>(formulario().Busca("cmd" + campo_.nombre().substr(3)));
+  if (boton == nullptr || !boton->PuedeEnfocarse()) return false;
   Entrega();
-  Corre([&] { static_cast<controles::Boton*>(boton)->Pulsa(); });
+  Corre([&] { boton->Pulsa(); });
   return true;
 }
 
@@ -238,7 +257,6 @@ VistaFecha::VistaFecha(controles::DateField& campo, QWidget* padre, const Contex
     : Vista(campo, contexto), campo_(campo), edicion_(new QLineEdit(padre)) {
   Adopta(edicion_);
   edicion_->setMaxLength(10);
-  edicion_->setToolTip(Q(campo_.descripcion()) + QStringLiteral(" · F4 abre el calendario"));
   calendario_ = edicion_->addAction(Icono(QStringLiteral("calendario"), Colores().tenue), QLineEdit::TrailingPosition);
   calendario_->setText(QStringLiteral("Calendario"));
   calendario_->setToolTip(QStringLiteral("Calendario (F4)"));
@@ -258,12 +276,12 @@ void VistaFecha::Refresca() {
     edicion_->setCursorPosition(0);
     if (edicion_->hasFocus()) edicion_->selectAll();
   }
+  QString consejo = Q(campo_.descripcion());
   if (!campo_.Vacio()) {
-    const QString larga =
-        QLocale(QLocale::Spanish, QLocale::Mexico).toString(ADate(campo_.valor()), QLocale::LongFormat);
-    edicion_->setToolTip(Q(campo_.descripcion()) + QStringLiteral(": ") + larga +
-                         QStringLiteral(" · F4 abre el calendario"));
+    consejo += QStringLiteral(": ") +
+               QLocale(QLocale::Spanish, QLocale::Mexico).toString(ADate(campo_.valor()), QLocale::LongFormat);
   }
+  edicion_->setToolTip(consejo + QStringLiteral(" · F4 abre el calendario"));
   edicion_->setReadOnly(!campo_.editable());
   calendario_->setVisible(campo_.AceptaEntrada());
   Marca(edicion_, "apagado", !campo_.AceptaEntrada());
@@ -283,7 +301,7 @@ bool VistaFecha::Entrega() {
     Descarta();
     return true;
   }
-  const com::Fecha base = campo_.Vacio() ? DeDate(QDate::currentDate()) : campo_.valor();
+  const com::Fecha base = campo_.Vacio() ? DeDate(contexto().Hoy()) : campo_.valor();
   if (const auto fecha = LeeFecha(edicion_->text(), base)) {
     Fija(*fecha);
     return true;
@@ -354,17 +372,18 @@ bool VistaFecha::TeclaDePaso(int mayus) {
 
 // The cell keeps its date, untouched: the grid moves on, or back.
 void VistaFecha::DejaCelda(int mayus) {
-  for (controles::Control* c : formulario().controles()) {
-    if (c->clase() != controles::Clase::Grid) continue;
-    Corre([&] { formulario().Enfoca(*c); });
-    return PasaTecla(controles::tecla::kTab, mayus);
-  }
+  auto* grid = formulario().Primero<controles::Grid>();
+  if (grid == nullptr) return;
+  Corre([&] { formulario().Enfoca(*grid); });
+  PasaTecla(controles::tecla::kTab, mayus);
 }
 
 void VistaFecha::AbreCalendario() {
   if (!campo_.AceptaEntrada()) return;
-  const QDate dia = campo_.Vacio() ? QDate::currentDate() : ADate(campo_.valor());
-  MuestraCalendario(*edicion_, Q(campo_.descripcion()), dia, [this](const QDate& elegido) { Fija(DeDate(elegido)); });
+  const QDate dia = campo_.Vacio() ? contexto().Hoy() : ADate(campo_.valor());
+  MuestraCalendario(
+      *edicion_, Q(campo_.descripcion()), dia, [this](const QDate& elegido) { Fija(DeDate(elegido)); },
+      contexto().Hoy());
 }
 
 // --- VistaNotas
@@ -469,9 +488,8 @@ bool VistaOpcion::Tecla(const QKeyEvent& evento) {
   if (paso == 0) return Vista::Tecla(evento);
   std::vector<controles::Opcion*> grupo;
   for (controles::Control* c : formulario().controles()) {
-    if (c->clase() == controles::Clase::Opcion && c->contenedor() == opcion_.contenedor()) {
-      grupo.push_back(static_cast<controles::Opcion*>(c));
-    }
+    auto* otra = controles::Como<controles::Opcion>(c);
+    if (otra != nullptr && otra->contenedor() == opcion_.contenedor()) grupo.push_back(otra);
   }
   const auto aqui = std::find(grupo.begin(), grupo.end(), &opcion_) - grupo.begin();
   const auto n = static_cast<std::ptrdiff_t>(grupo.size());
@@ -527,7 +545,7 @@ class Muestra : public QLabel {
   void paintEvent(QPaintEvent*) override {
     if (etiqueta_.color() < 0) return;
     QPainter p(this);
-    const QColor tono = TonoEstado(etiqueta_.color());
+    const QColor tono = ColorEstado(etiqueta_.color(), etiqueta_.dado());
     PintaEstado(p, rect(), estado_, tono);
     p.setPen(TextoSobre(tono));
     p.setFont(Fuente(Letra::Fuerte));
@@ -545,9 +563,8 @@ QString EstadoDe(const controles::Etiqueta& muestra) {
   QString clave;
   for (const controles::Control* c : muestra.formulario().controles()) {
     if (c == &muestra) break;
-    if (c->clase() != controles::Clase::Etiqueta) continue;
-    const auto& etiqueta = static_cast<const controles::Etiqueta&>(*c);
-    if (!etiqueta.clave().empty()) clave = Q(etiqueta.clave());
+    const auto* etiqueta = controles::Como<controles::Etiqueta>(c);
+    if (etiqueta != nullptr && !etiqueta->clave().empty()) clave = Q(etiqueta->clave());
   }
   return clave;
 }

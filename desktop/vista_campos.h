@@ -28,13 +28,16 @@ class VistaLookup : public Vista {
   VistaLookup(controles::LookupField& campo, QWidget* padre, const Contexto& contexto);
   void Refresca() override;
   bool Tecla(const QKeyEvent& evento) override;
+  bool Pendiente() const override;
   bool Entrega() override;
+  void Descarta() override;
   void Deja(Qt::FocusReason motivo) override;
   // Opens the search and confirms what was chosen.
   void Busca();
 
  private:
-  void Escribe(const QString& texto);
+  void Escribe(const QString& tecleado);
+  QString SinDiseno(const QString& texto) const;
   void DiceNombre();
   // Opens the record of the key, where the screen has a button for it; false where it has none.
   bool AbreFicha();
@@ -51,6 +54,7 @@ class VistaFecha : public Vista {
   VistaFecha(controles::DateField& campo, QWidget* padre, const Contexto& contexto);
   void Refresca() override;
   bool Tecla(const QKeyEvent& evento) override;
+  bool Pendiente() const override { return tecleada_; }
   // False when what was typed is no date: the field says so and keeps it.
   bool Entrega() override;
   void Descarta() override;

@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QDate>
 #include <QHeaderView>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -102,8 +103,8 @@ class VistaGrid::Pintor {
   // Called before a painting: what was drawn for other colours, font or screen is forgotten.
   void Comienza(const QPaintDevice& donde) {
     constexpr std::int64_t kPuntos = 2'000'000;  // 8 MB
-    std::vector<std::int32_t> fondos;
-    for (const auto& e : vista_.grid_.Estilos()) fondos.push_back(e.fondo);
+    std::vector<QRgb> fondos;
+    for (const auto& e : vista_.grid_.Estilos()) fondos.push_back(ColorEstado(e.fondo, e.dado).rgb());
     Ambiente ahora{Fuente(Letra::Normal), donde.devicePixelRatioF(), EsOscuro(), std::move(fondos)};
     if (ahora == ambiente_ && puntos_ < kPuntos) return;
     aspectos_.clear();
@@ -116,7 +117,7 @@ class VistaGrid::Pintor {
     QFont fuente;
     qreal escala = 0;
     bool oscuro = false;
-    std::vector<std::int32_t> fondos;
+    std::vector<QRgb> fondos;
     bool operator==(const Ambiente&) const = default;
   };
 
@@ -131,7 +132,7 @@ class VistaGrid::Pintor {
     QString letra;
     if (estilo >= 0 && static_cast<std::size_t>(estilo) < grid.Estilos().size()) {
       const auto& e = grid.Estilos()[static_cast<std::size_t>(estilo)];
-      const QColor tono = TonoEstado(e.fondo);
+      const QColor tono = ColorEstado(e.fondo, e.dado);
       PintaEstado(p, zona, Q(e.nombre), tono);
       tinta = TextoSobre(tono);
       letra = LetraDe(Q(e.nombre));
@@ -297,18 +298,19 @@ class VistaGrid::Manijas : public QHeaderView {
     vista_.pintor_->Comienza(*viewport());
     PintaSecciones(*this, evento->rect(), [this](QPainter& p, const QRect& zona, int i) {
       const std::string numero = std::to_string(i + 1);
-      vista_.pintor_->Copia(p, zona, {Pintor::Aspecto::Parte::Manija, -1, -1, false, numero},
-                            [&](QPainter& pincel, const QRect& lugar) { Dibuja(pincel, lugar, numero); });
+      const bool senalada = i == vista_.senalada_ && i == vista_.grid_.fila();
+      vista_.pintor_->Copia(p, zona, {Pintor::Aspecto::Parte::Manija, -1, -1, senalada, numero},
+                            [&](QPainter& pincel, const QRect& lugar) { Dibuja(pincel, lugar, numero, senalada); });
     });
   }
 
  private:
-  static void Dibuja(QPainter& p, const QRect& zona, const std::string& numero) {
+  static void Dibuja(QPainter& p, const QRect& zona, const std::string& numero, bool senalada) {
     const Paleta& colores = Colores();
-    p.fillRect(zona, colores.realce);
+    p.fillRect(zona, senalada ? colores.acento : colores.realce);
     PintaOrillas(p, zona, colores.borde);
     p.setFont(Fuente(Letra::Normal));
-    p.setPen(colores.texto);
+    p.setPen(senalada ? colores.sobreAcento : colores.texto);
     p.drawText(zona.adjusted(0, 0, -1, 0), Qt::AlignCenter, Q(numero));
   }
 
@@ -466,10 +468,8 @@ VistaGrid::VistaGrid(controles::Grid& grid, QWidget* padre, const Contexto& cont
   QObject::connect(fija_->verticalScrollBar(), &QScrollBar::valueChanged, movil_->verticalScrollBar(),
                    &QScrollBar::setValue);
   QObject::connect(movil_->horizontalScrollBar(), &QScrollBar::rangeChanged, marco_, [this] { Acomoda(); });
-  QObject::connect(fija_->verticalHeader(), &QHeaderView::sectionPressed, marco_, [this](int fila) {
-    if (!TomaFoco()) return;
-    Corre([&] { grid_.SeleccionaFila(fila); });
-  });
+  QObject::connect(fija_->verticalHeader(), &QHeaderView::sectionPressed, marco_,
+                   [this](int fila) { AlPulsarFila(fila); });
   QObject::connect(modelo_, &ModeloGrid::columnasCambiaron, marco_, [this] { AjustaColumnas(); });
   QObject::connect(modelo_, &ModeloGrid::modelReset, marco_, [this] { AjustaColumnas(); });
   // New contents may need more room; a load's many changes are looked at once.
@@ -480,6 +480,12 @@ VistaGrid::VistaGrid(controles::Grid& grid, QWidget* padre, const Contexto& cont
     if (!EsTablero() && !ajuste->isActive()) ajuste->start(0);
   });
   QObject::connect(modelo_, &ModeloGrid::actualCambio, marco_, [this] { MuestraActual(); });
+  for (QAbstractItemView* v : {static_cast<QAbstractItemView*>(fija_), static_cast<QAbstractItemView*>(movil_),
+                               static_cast<QAbstractItemView*>(fija_->verticalHeader())}) {
+    v->setContextMenuPolicy(Qt::CustomContextMenu);
+    QObject::connect(v, &QWidget::customContextMenuRequested, marco_,
+                     [this, v](const QPoint& punto) { AlPedirMenu(*v->viewport(), punto); });
+  }
   agrega_ = new QToolButton(marco_);
   agrega_->setText(QStringLiteral("Agregar habitación"));
   agrega_->setToolTip(QStringLiteral("Agregar habitación (Ins)"));
@@ -492,11 +498,16 @@ VistaGrid::VistaGrid(controles::Grid& grid, QWidget* padre, const Contexto& cont
   Adopta(marco_);
   fija_->setAccessibleName(Q(grid.descripcion()) + QStringLiteral(", columnas fijas"));
   fija_->verticalHeader()->setToolTip(EsTablero() ? QStringLiteral("Clic: marca o desmarca toda la fila")
-                                                  : QStringLiteral("Ctrl+Supr quita la habitación"));
+                                                  : QStringLiteral("Clic y Supr quitan la habitación"));
   AjustaColumnas();
 }
 
-VistaGrid::~VistaGrid() = default;
+VistaGrid::~VistaGrid() { VistaGrid::Suelta(); }
+
+void VistaGrid::Suelta() {
+  modelo_->Suelta();
+  Vista::Suelta();
+}
 
 QWidget* VistaGrid::foco() const { return movil_; }
 
@@ -678,6 +689,7 @@ bool VistaGrid::TomaFoco() {
 }
 
 void VistaGrid::AlPulsar(int fila, int columna) {
+  senalada_ = -1;
   if (!grid_.enabled() || fila >= grid_.Filas() || columna >= grid_.NumColumnas()) return;
   arrastre_.reset();
   if (!TomaFoco()) return;
@@ -687,6 +699,84 @@ void VistaGrid::AlPulsar(int fila, int columna) {
     const int estilo = grid_.estilo(fila, columna);
     if (marcada >= 0 && (estilo == marcada || estilo == libre)) arrastre_ = estilo == marcada;
   }
+}
+
+void VistaGrid::AlPulsarFila(int fila) {
+  // Below the last row the header tells -1.
+  if (!grid_.enabled() || !TomaFoco() || fila < 0 || fila >= grid_.Filas()) return;
+  Corre([&] { grid_.SeleccionaFila(fila); });
+  if (EsTablero() || !contexto().interactivo || fila >= grid_.Filas() || grid_.fila() != fila) return;
+  Corre([&] { formulario().Enfoca(grid_); });  // the line itself, not the date laid over its cell
+  modelo_->Sincroniza();
+  senalada_ = fila;
+  Refresca();
+}
+
+bool VistaGrid::PuedeQuitar() const { return !EsTablero() && grid_.enabled() && EnCaptura(formulario()); }
+
+// The screen asks before it does.
+void VistaGrid::Quita(int fila) {
+  if (!PuedeQuitar() || fila < 0 || fila >= grid_.Filas()) return;
+  Corre([&] { grid_.Borra(fila); });
+}
+
+void VistaGrid::AlPedirMenu(QWidget& donde, const QPoint& punto) {
+  if (EsTablero() || !contexto().interactivo || !TomaFoco()) return;
+  const bool enManija = &donde == encabezadoFilas();
+  const int fila = enManija ? fija_->verticalHeader()->logicalIndexAt(punto)
+                            : (&donde == fija_->viewport() ? fija_ : movil_)->indexAt(punto).row();
+  if (fila >= 0) AlPulsarFila(fila);
+  if (fila >= 0 && grid_.fila() != fila) return;  // held in another line
+  auto* menu = new QMenu(marco_);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->setObjectName(QStringLiteral("renglon"));
+  const auto agrega = [&](const QString& titulo, bool puede, const std::function<void()>& hace) {
+    QAction* accion = menu->addAction(titulo);
+    accion->setEnabled(puede);
+    QObject::connect(accion, &QAction::triggered, marco_, hace);
+  };
+  agrega(QStringLiteral("Agregar habitación\tIns"), PuedeAgregar(), [this] { AgregaRenglon(); });
+  agrega(QStringLiteral("Quitar habitación\tCtrl+Supr"), fila >= 0 && PuedeQuitar(), [this, fila] { Quita(fila); });
+  menu->popup(donde.mapToGlobal(punto));
+}
+
+VistaGrid::Senas VistaGrid::SenasDe(int fila, int columna) const {
+  Senas senas{grid_.Texto(fila, 0), 0, columna < 0 ? "" : grid_.columna(columna).clave};
+  for (int f = 0; f < fila; ++f) senas.repeticion += grid_.Texto(f, 0) == senas.clave ? 1 : 0;
+  return senas;
+}
+
+std::optional<std::pair<int, int>> VistaGrid::Busca(const Senas& senas) const {
+  const int columna = senas.columna.empty() ? -1 : grid_.IndiceColumna(senas.columna);
+  if (columna < 0 && !senas.columna.empty()) return std::nullopt;
+  int repeticion = senas.repeticion;
+  for (int f = 0; f < grid_.Filas(); ++f) {
+    if (grid_.Texto(f, 0) == senas.clave && repeticion-- == 0) return std::pair(f, columna);
+  }
+  return std::nullopt;
+}
+
+std::function<void()> VistaGrid::Blanco(QWidget& donde, const QMouseEvent& evento) {
+  modelo_->Sincroniza();
+  const QPoint lugar = evento.position().toPoint();
+  const bool enManija = &donde == encabezadoFilas();
+  const bool enCelda = &donde == fija_->viewport() || &donde == movil_->viewport();
+  if (!enManija && !enCelda) return nullptr;
+  int fila = -1, columna = -1;
+  if (enManija) {
+    fila = fija_->verticalHeader()->logicalIndexAt(lugar);
+  } else {
+    const QModelIndex celda = (&donde == fija_->viewport() ? fija_ : movil_)->indexAt(lugar);
+    fila = celda.row();
+    columna = celda.column();
+  }
+  if (fila < 0 || fila >= grid_.Filas() || evento.button() != Qt::LeftButton) return [] {};
+  return [this, senas = SenasDe(fila, columna)] {
+    const auto ahora = Busca(senas);
+    if (!ahora) return;
+    if (ahora->second < 0) return AlPulsarFila(ahora->first);
+    AlPulsar(ahora->first, ahora->second);
+  };
 }
 
 // Drawing over nights of the row gives them the state that the first one got; a fast mouse jumps over some.
@@ -710,7 +800,7 @@ void VistaGrid::AlArrastrar(int fila, int columna) {
 
 bool VistaGrid::PuedeAgregar() const {
   if (EsTablero() || !grid_.enabled()) return false;
-  if (const auto* barra = BarraDe(formulario()); barra != nullptr && !barra->EnEdicion()) return false;
+  if (formulario().Primero<controles::ScreenToolbar>() != nullptr && !EnCaptura(formulario())) return false;
   for (int c = 0; c < grid_.NumColumnas(); ++c) {
     const auto& columna = grid_.columna(c);
     if (columna.visible) return !columna.bloqueada;  // the key must be open
@@ -875,7 +965,12 @@ bool VistaGrid::Tecla(const QKeyEvent& evento) {
   };
   const int codigo = CodigoTecla(evento.key());
   if (codigo == controles::tecla::kEsc && Deshace()) return true;
-  if (codigo == controles::tecla::kEnter && evento.modifiers() == Qt::NoModifier && EntraHuespedes()) return true;
+  const int senalada = std::exchange(senalada_, -1);
+  if (senalada >= 0 && senalada == fila && codigo == controles::tecla::kSupr && SinModificadores(evento)) {
+    Quita(senalada);
+    return true;
+  }
+  if (codigo == controles::tecla::kEnter && SinModificadores(evento) && EntraHuespedes()) return true;
   Respalda();
   if (evento.matches(QKeySequence::SelectAll)) {
     reemplaza_ = fila >= 0 && columna >= 0 && !grid_.columna(columna).bloqueada;
@@ -883,7 +978,7 @@ bool VistaGrid::Tecla(const QKeyEvent& evento) {
     return true;
   }
   const bool borra = codigo == controles::tecla::kSupr || codigo == controles::tecla::kRetroceso;
-  if (reemplaza_ && borra && evento.modifiers() == Qt::NoModifier) {
+  if (reemplaza_ && borra && SinModificadores(evento)) {
     reemplaza_ = false;
     Corre([this] { grid_.Teclea({}); });
     return true;

@@ -22,8 +22,10 @@ class VistaGrid : public Vista {
   ~VistaGrid() override;
 
   void Refresca() override;
+  void Suelta() override;
   QWidget* foco() const override;
   bool Tecla(const QKeyEvent& evento) override;
+  std::function<void()> Blanco(QWidget& donde, const QMouseEvent& evento) override;
 
   ModeloGrid& modelo() const { return *modelo_; }
   // The table that shows a column.
@@ -55,7 +57,21 @@ class VistaGrid : public Vista {
   // Takes the keyboard; false when the screen keeps it in a field that is to be corrected.
   bool TomaFoco();
   bool CeldaAbierta() const;  // there is a current cell, and it may be typed in
+  // A row by its key and which of the rows with that key it is, a column by its key: they outlive a load.
+  struct Senas {
+    std::string clave;
+    int repeticion = 0;
+    std::string columna;
+  };
+  Senas SenasDe(int fila, int columna) const;
+  // Where it stands now; nothing when it is gone.
+  std::optional<std::pair<int, int>> Busca(const Senas& senas) const;
   void AlPulsar(int fila, int columna);
+  void AlPulsarFila(int fila);
+  // A person's right button: goes to the row, offers what can be done with it.
+  void AlPedirMenu(QWidget& donde, const QPoint& punto);
+  bool PuedeQuitar() const;
+  void Quita(int fila);
   void AlArrastrar(int fila, int columna);
   void AlSoltar() { arrastre_.reset(); }
   void MarcaTramo(int paso, bool vertical);
@@ -83,6 +99,7 @@ class VistaGrid : public Vista {
   QToolButton* agrega_ = nullptr;
   mutable QHash<QString, int> anchos_;
   bool reemplaza_ = false;  // Ctrl+A: what is typed next replaces the cell's text
+  int senalada_ = -1;       // room line whose header was clicked: Supr takes it away
   struct Respaldo {
     int fila = -1, columna = -1;
     std::vector<com::Variant> celdas;
