@@ -1,6 +1,8 @@
 // Binding of each kind of control, both ways: what the user does reaches the control, what the control holds is shown.
 #include <gtest/gtest.h>
 
+#include <QTimer>
+
 #include <QImage>
 #include <QScreen>
 
@@ -229,7 +231,7 @@ TEST(VistaBotonesPrueba, ClicYTecladoPulsanYLasOpcionesSeExcluyen) {
 
 TEST(VistaBarraPrueba, LosBotonesSiguenALaBarraYLosAtajosPulsan) {
   EnPantalla p;
-  auto& barra = static_cast<vista::VistaBarra&>(*p.ventana().vista(p.forma.Controles));
+  auto& barra = dynamic_cast<vista::VistaBarra&>(*p.ventana().vista(p.forma.Controles));
   QToolButton* nuevo = barra.boton(controles::Accion::Nuevo);
   QToolButton* acepta = barra.boton(controles::Accion::Aceptar);
   EXPECT_FALSE(nuevo->isEnabled());
@@ -257,13 +259,14 @@ TEST(VistaBarraPrueba, UnaFechaAMediasSeEntregaAntesDeLaAccion) {
   QTest::keyClicks(campo, QStringLiteral("11/03/2026"));
   std::string alPulsar;
   p.forma.Controles.Aceptar = [&](bool) { alPulsar = com::AIso(p.forma.dpFecha.valor()); };
-  auto& barra = static_cast<vista::VistaBarra&>(*p.ventana().vista(p.forma.Controles));
+  auto& barra = dynamic_cast<vista::VistaBarra&>(*p.ventana().vista(p.forma.Controles));
   QTest::mouseClick(barra.boton(controles::Accion::Aceptar), Qt::LeftButton);
   EXPECT_EQ(alPulsar, "2026-03-11");
 
   // What leaves the capture does not wait for it.
   p.forma.Enfoca(p.forma.dpFecha);
   QTest::keyClicks(campo, QStringLiteral("hola"));
+  QTimer::singleShot(0, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_S); });
   bool limpio = false;
   p.forma.Controles.Limpiar = [&] { limpio = true; };
   QTest::mouseClick(barra.boton(controles::Accion::Limpiar), Qt::LeftButton);

@@ -1,6 +1,10 @@
 // Texts can be read in both themes, on whatever colours a hotel gives its states.
 #include <gtest/gtest.h>
 
+#include <QImage>
+#include <QPainter>
+#include <vector>
+
 #include <QApplication>
 #include <QColor>
 #include <cstdint>
@@ -8,6 +12,7 @@
 #include <vector>
 
 #include "desktop/estilo.h"
+#include "desktop/pintura.h"
 
 namespace pruebas {
 namespace {
@@ -49,6 +54,25 @@ TEST_P(EstiloPrueba, LosEstadosSeLeenConCualquierColorDelHotel) {
             << tono.name().toStdString();
       }
     }
+  }
+}
+
+// The hotel's own colour is shown as it is, in cell and swatch; states that it gives one colour still look different.
+TEST_P(EstiloPrueba, UnColorDadoSePintaTalCualYDosEstadosNuncaIgual) {
+  const QColor dado = vista::ColorEstado(0x00123456, true);
+  EXPECT_EQ(dado.name(), QStringLiteral("#563412"));
+  EXPECT_NE(vista::ColorEstado(0x00123456, false), dado);
+  std::vector<QImage> pintados;
+  for (const char* estado : {"OCUPADO", "DISPONIBLE", "Bloqueado", "OCUPANDO", "Reservado"}) {
+    QImage celda(53, 26, QImage::Format_RGB32);
+    QPainter p(&celda);
+    vista::PintaEstado(p, celda.rect(), QString::fromLatin1(estado), dado);
+    p.end();
+    int suyos = 0;
+    for (int x = 0; x < celda.width(); ++x) suyos += celda.pixelColor(x, 1) == dado ? 1 : 0;
+    EXPECT_GT(suyos, celda.width() / 3) << estado;
+    for (const QImage& otro : pintados) EXPECT_NE(celda, otro) << estado;
+    pintados.push_back(celda);
   }
 }
 

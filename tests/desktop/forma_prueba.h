@@ -106,7 +106,7 @@ class EnPantalla {
   W* widget(const controles::Control& control) {
     return qobject_cast<W*>(ventana().vista(control)->foco());
   }
-  vista::VistaGrid& renglones() { return static_cast<vista::VistaGrid&>(*ventana().vista(forma.ssRenglones)); }
+  vista::VistaGrid& renglones() { return dynamic_cast<vista::VistaGrid&>(*ventana().vista(forma.ssRenglones)); }
 
   vista::EscritorioQt escritorio;
   Forma forma;

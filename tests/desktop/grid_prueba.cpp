@@ -326,7 +326,7 @@ class TableroPrueba : public testing::Test {
     controles::FijaEscritorio(nullptr);
   }
   controles::Grid& Grid() { return forma_.ssRenglones; }
-  vista::VistaGrid& Vista() { return static_cast<vista::VistaGrid&>(*escritorio_.ventana(forma_)->vista(Grid())); }
+  vista::VistaGrid& Vista() { return dynamic_cast<vista::VistaGrid&>(*escritorio_.ventana(forma_)->vista(Grid())); }
   void Clic(int fila, int columna) {
     const QPoint donde = Vista().ZonaCelda(fila, columna).center();
     QWidget* tabla = Vista().tabla(columna)->viewport();

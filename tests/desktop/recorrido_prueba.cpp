@@ -1,223 +1,8 @@
 // Whole reservations through the real windows, by keyboard and mouse, on the demo hotel; what is stored is checked.
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QDialog>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QTest>
-#include <QTimer>
-#include <deque>
-#include <functional>
-
-#include "desktop/dialogos.h"
-#include "desktop/escritorio_qt.h"
-#include "desktop/preguntas.h"
-#include "desktop/programa.h"
-#include "desktop/vista_barra.h"
-#include "desktop/vista_grid.h"
-#include "guion/componente.h"
-#include "platform/com/error.h"
-#include "publico/publico.h"
+#include "tests/desktop/recorrido.h"
 
 namespace pruebas {
 namespace {
-
-autonomo::Opciones HotelDemo() {
-  autonomo::Opciones opciones;
-  opciones.demo = true;
-  opciones.ahora = com::DeIso("2026-03-09T10:00");
-  return opciones;
-}
-
-class RecorridoPrueba : public testing::Test {
- protected:
-  RecorridoPrueba() : anfitrion_(HotelDemo()) {
-    anfitrion_.RegistraClases();
-    controles::FijaEscritorio(&escritorio_);
-    vista::ConectaAnfitrion(escritorio_, anfitrion_);
-    componente_ = std::make_unique<guion::Componente>();
-    escritorio_.puedePulsar = [this](controles::Accion accion) {
-      return vista::PreguntaAccion(Forma(), accion, escritorio_.Frente());
-    };
-    componente_->Abre(anfitrion_.Padre());
-    static_cast<void>(QTest::qWaitForWindowActive(escritorio_.ventana(Forma())));
-    Vigila();
-  }
-
-  ~RecorridoPrueba() override {
-    EXPECT_TRUE(esperados_.empty()) << "a window that was waited for never came: " << Esperado();
-    componente_.reset();
-    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    publico::Olvida();
-    anfitrion_.QuitaClases();
-    controles::FijaEscritorio(nullptr);
-  }
-
-  // --- what comes up while the clerk works, in order
-  using Modal = std::function<void(QWidget&)>;
-  void Espera(const char* nombre, Modal hace) { esperados_.emplace_back(QString::fromUtf8(nombre), std::move(hace)); }
-  // Answers the next message box, which must have the text, by clicking a button.
-  void EsperaMensaje(const char* texto, const char* boton) {
-    Espera("mensaje", [texto = QString::fromUtf8(texto), boton = QString::fromUtf8(boton)](QWidget& w) {
-      auto& caja = dynamic_cast<QMessageBox&>(w);
-      EXPECT_TRUE(caja.text().contains(texto)) << caja.text().toStdString();
-      for (QAbstractButton* b : caja.buttons()) {
-        if (b->text().remove(QLatin1Char('&')) == boton) return QTest::mouseClick(b, Qt::LeftButton);
-      }
-      ADD_FAILURE() << "no button " << boton.toStdString();
-      caja.close();
-    });
-  }
-  void EsperaImpreso() {
-    Espera("impreso", [](QWidget& w) { QTest::keyClick(&w, Qt::Key_Escape); });
-  }
-
-  // --- the clerk's hands
-  QWidget* ConFoco() {
-    // A window that comes to the front is active once the window system has said so.
-    static_cast<void>(QTest::qWaitFor([this] { return QApplication::activeWindow() == escritorio_.Frente(); }));
-    if (QWidget* w = QApplication::focusWidget()) return w;
-    QWidget* frente = escritorio_.Frente();
-    return frente->focusWidget() != nullptr ? frente->focusWidget() : frente;
-  }
-  void Tecla(Qt::Key tecla, Qt::KeyboardModifiers m = Qt::NoModifier) { QTest::keyClick(ConFoco(), tecla, m); }
-  void Escribe(const char* texto) { QTest::keyClicks(ConFoco(), QString::fromUtf8(texto)); }
-  void Enter(const char* texto) {
-    Escribe(texto);
-    Tecla(Qt::Key_Return);
-  }
-
-  controles::Formulario& Forma() { return componente_->formulario(); }
-  controles::Formulario& TableroForma() { return componente_->tablero(); }
-  template <class C>
-  C& Control(controles::Formulario& forma, const char* nombre) {
-    return dynamic_cast<C&>(*forma.Busca(nombre));
-  }
-  std::string Foco() { return Forma().foco() == nullptr ? "" : Forma().foco()->nombre(); }
-  std::string Sql(const std::string& sentencia) {
-    const auto rs = anfitrion_.conexion()->Directa(sentencia);
-    std::string todo;
-    for (; !rs->Eof(); rs->MoveNext()) {
-      for (std::size_t i = 0; i < rs->Nombres().size(); ++i) {
-        const com::Variant& v = rs->Fields(i).Value();
-        todo += (i == 0 ? "" : "|") + (v.EsNulo()    ? std::string("NULL")
-                                       : v.EsFecha() ? com::AIso(com::CDate(v))
-                                                     : com::CStr(v));
-      }
-      todo += "\n";
-    }
-    return todo;
-  }
-  std::string Estado(const std::string& folio) {
-    return Sql("SELECT Es_Cve_Estado FROM Reservacion WHERE Rs_Folio = '" + folio + "'");
-  }
-
-  // New reservation of client 1 for guest 2, cash, from 11 to 14 March: the header by keyboard alone.
-  void CapturaEncabezado() {
-    Tecla(Qt::Key_N, Qt::ControlModifier);
-    ASSERT_EQ(Foco(), "dpFecha");
-    Tecla(Qt::Key_Tab);
-    Tecla(Qt::Key_Tab);
-    ASSERT_EQ(Foco(), "txtCliente");
-    Enter("1");
-    Enter("2");
-    Enter("1");
-    Tecla(Qt::Key_Return);
-    ASSERT_EQ(Foco(), "dpFecha_llegada");
-    Enter("11/3");
-    Enter("14/03/2026");
-    ASSERT_EQ(Foco(), "txtDias");
-    EXPECT_EQ(Control<controles::LookupField>(Forma(), "txtDias").text(), "3");
-  }
-
-  // On the board: rooms, the first row that is free all along, its first two nights marked, accepted.
-  void MarcaDosNoches(QWidget& tablero) {
-    auto& ventana = dynamic_cast<vista::Ventana&>(tablero);
-    auto& grid = Control<controles::Grid>(TableroForma(), "ssDisponibilidad");
-    QWidget* opcion = ventana.vista(*TableroForma().Busca("opHabitacion"))->foco();
-    QTest::mouseClick(opcion, Qt::LeftButton, Qt::NoModifier, QPoint(8, opcion->height() / 2));
-    const int libre = grid.IndiceEstilo("DISPONIBLE");
-    for (fila_ = 0; fila_ < grid.Filas(); ++fila_) {
-      bool todas = true;
-      for (int c = 2; c < grid.NumColumnas(); ++c) todas = todas && grid.estilo(fila_, c) == libre;
-      if (todas) break;
-    }
-    ASSERT_LT(fila_, grid.Filas());
-    habitacion_ = grid.Texto(fila_, "Clave");
-    auto& vista = dynamic_cast<vista::VistaGrid&>(*ventana.vista(grid));
-    const QRect zona = vista.ZonaCelda(fila_, 2);
-    QWidget* tabla = vista.tabla(2)->viewport();
-    QTest::mouseClick(tabla, Qt::LeftButton, Qt::NoModifier, tabla->mapFrom(vista.widget(), zona.center()));
-    QTest::keyClick(vista.foco(), Qt::Key_Right, Qt::ShiftModifier);
-    QTest::keyClick(vista.foco(), Qt::Key_Return, Qt::ControlModifier);
-  }
-
-  void CapturaPersonas(const char* adultos) {
-    auto& grid = Control<controles::Grid>(Forma(), "ssReservaciones");
-    for (int i = 0; i < 8 && grid.ClaveColumna() != "Adultos"; ++i) Tecla(Qt::Key_Return);
-    ASSERT_EQ(grid.ClaveColumna(), "Adultos");
-    Enter(adultos);
-  }
-
-  // A stored reservation of two nights; gives its folio.
-  std::string Reserva() {
-    CapturaEncabezado();
-    Espera("frmDisponibilidad", [this](QWidget& w) { MarcaDosNoches(w); });
-    Tecla(Qt::Key_F6);
-    CapturaPersonas("2");
-    EsperaMensaje("¿Desea enviar", "No");
-    EsperaImpreso();
-    Tecla(Qt::Key_Return, Qt::ControlModifier);
-    std::string folio = Sql("SELECT MAX(Rs_Folio) FROM Reservacion");
-    folio.pop_back();
-    return folio;
-  }
-
-  void Carga(const std::string& folio) {
-    ASSERT_EQ(Foco(), "txtFolio");
-    Enter(std::to_string(std::stoi(folio)).c_str());
-    ASSERT_EQ(Control<controles::ScreenToolbar>(Forma(), "Controles").ClaveActual(), folio);
-  }
-
-  autonomo::Anfitrion anfitrion_;
-  vista::EscritorioQt escritorio_;
-  std::unique_ptr<guion::Componente> componente_;
-  int fila_ = -1;
-  std::string habitacion_;
-
- private:
-  std::string Esperado() const { return esperados_.empty() ? "" : esperados_.front().first.toStdString(); }
-
-  // A new timer each time: one that is running does not fire again while its handler opens a further window.
-  void Vigila() {
-    QTimer::singleShot(5, &atento_, [this] {
-      Vigila();
-      AtiendeModal();
-    });
-  }
-
-  void AtiendeModal() {
-    QWidget* modal = QApplication::activeModalWidget();
-    if (modal == nullptr || modal != QApplication::activeWindow() || modal == atendido_) return;
-    if (esperados_.empty() || esperados_.front().first != modal->objectName()) {
-      ADD_FAILURE() << "unexpected window " << modal->objectName().toStdString() << " while waiting for " << Esperado();
-      modal->close();
-      return;
-    }
-    const Modal hace = std::move(esperados_.front().second);
-    esperados_.pop_front();
-    atendido_ = modal;
-    hace(*modal);
-    atendido_ = nullptr;
-  }
-
-  std::deque<std::pair<QString, Modal>> esperados_;
-  QWidget* atendido_ = nullptr;
-  QObject atento_;
-};
 
 TEST_F(RecorridoPrueba, UnaReservacionDeNuevoAAceptar) {
   const std::string folio = Reserva();
@@ -451,6 +236,173 @@ TEST_F(RecorridoPrueba, AStayOfCenturiesIsToldAndNotShown) {
   Escribe("14/03/2026");
   Tecla(Qt::Key_Tab);
   EXPECT_EQ(Control<controles::LookupField>(Forma(), "txtDias").text(), "3");
+}
+
+// A code half typed loads the board again under the pointer: the click still means the room that was there, or nothing.
+TEST_F(RecorridoPrueba, UnClicActuaSobreLoQueHabiaDebajoOSobreNada) {
+  CapturaEncabezado();
+  auto& board = Control<controles::Grid>(TableroForma(), "ssDisponibilidad");
+  std::string marcada;
+  const auto marcadas = [&] {
+    std::string todas;
+    for (int f = 0; f < board.Filas(); ++f) {
+      for (int c = 2; c < board.NumColumnas(); ++c) {
+        if (board.estilo(f, c) == board.IndiceEstilo("OCUPANDO")) todas += board.Texto(f, 0) + " ";
+      }
+    }
+    return todas;
+  };
+  const auto pendiente = [&](const char* campo, const char* codigo) {
+    ClicControl(TableroForma(), campo);
+    if (Control<controles::LookupField>(TableroForma(), campo).text() != "%") Tecla(Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(QApplication::focusWidget(), QString::fromUtf8(codigo));
+    EXPECT_EQ(Control<controles::LookupField>(TableroForma(), campo).text(), codigo) << "it replaces the %";
+  };
+  Espera("frmDisponibilidad", [&](QWidget& w) {
+    ClicControl(TableroForma(), "opHabitacion");
+    ASSERT_GT(board.Filas(), 20);
+    // The last room is of the last type, the first one is not.
+    const std::string primera = board.Texto(0, 0), ultima = board.Texto(board.Filas() - 1, 0);
+    pendiente("txtTipo_Habitacion", "3");
+    ClicCelda(TableroForma(), 0, 2);
+    EXPECT_EQ(marcadas(), "") << primera << " is not shown any more";
+    EXPECT_LT(board.Filas(), 20);
+    pendiente("txtTipo_Habitacion", "%");
+    const int filas = board.Filas();
+    marcada = board.Texto(filas - 1, 0);
+    ClicCelda(TableroForma(), filas - 1, 2);
+    EXPECT_GT(board.Filas(), filas);
+    EXPECT_EQ(marcadas(), marcada + " ");
+    pendiente("txtGrupo_Habitacion", "2");
+    ClicCelda(TableroForma(), 0, -1);
+    // What is accepted is marked; the code half typed is no part of it.
+    int libre = 0;
+    while (board.estilo(libre, 2) != board.IndiceEstilo("DISPONIBLE")) ++libre;
+    ClicCelda(TableroForma(), libre, 2);
+    marcada = marcadas();
+    EXPECT_NE(marcada, "");
+    pendiente("txtArea", "1");
+    auto& barra = dynamic_cast<vista::VistaBarra&>(
+        *escritorio_.ventana(TableroForma())->vista(*TableroForma().Busca("Controles")));
+    QTest::mouseClick(barra.boton(controles::Accion::Aceptar), Qt::LeftButton);
+    EXPECT_FALSE(w.isVisible());
+  });
+  Tecla(Qt::Key_F6);
+  EXPECT_EQ(marcadas(), marcada);
+  EXPECT_EQ(Control<controles::LookupField>(TableroForma(), "txtArea").text(), "%");
+  EXPECT_EQ(Control<controles::LookupField>(TableroForma(), "txtNArea").text(), "Todas");
+  auto& grid = Control<controles::Grid>(Forma(), "ssReservaciones");
+  ASSERT_GT(grid.Filas(), 0);
+
+  // On the reservation screen: a departure half typed takes the lines away from under the click.
+  for (const int columna : {-1, 4}) {
+    if (columna == 4) {
+      Espera("frmDisponibilidad", [this](QWidget& w) { MarcaDosNoches(w); });
+      Tecla(Qt::Key_F6);
+    }
+    ClicControl(Forma(), "dpFecha_salida");
+    Tecla(Qt::Key_A, Qt::ControlModifier);
+    Escribe(columna < 0 ? "16/3" : "15/3");
+    ClicCelda(Forma(), 0, columna);
+    EXPECT_EQ(grid.Filas(), 0);
+  }
+  // A button that a field half typed makes useless does nothing.
+  ClicControl(Forma(), "txtHuesped");
+  Tecla(Qt::Key_A, Qt::ControlModifier);
+  Escribe("9999");
+  ClicControl(Forma(), "cmdHuesped");
+}
+
+// The keypad's Enter is an Enter, and a date half typed does not stand in the way of leaving.
+TEST_F(RecorridoPrueba, LoTecleadoAMediasNoEstorbaParaSalir) {
+  Tecla(Qt::Key_N, Qt::ControlModifier);
+  Tecla(Qt::Key_L, Qt::ControlModifier);
+  EXPECT_EQ(Foco(), "txtFolio") << "nothing was captured: nothing is asked";
+  Tecla(Qt::Key_N, Qt::ControlModifier);
+  Forma().Enfoca(*Forma().Busca("dpFecha_llegada"));
+  Tecla(Qt::Key_Backspace);
+  EsperaMensaje("huésped", "Aceptar");
+  Tecla(Qt::Key_Escape);
+  QTest::keyClick(ConFoco(), Qt::Key_Enter, Qt::ControlModifier | Qt::KeypadModifier);
+  Forma().Enfoca(*Forma().Busca("dpFecha_llegada"));
+  Tecla(Qt::Key_Backspace);
+  Tecla(Qt::Key_L, Qt::ControlModifier);
+  EXPECT_FALSE(Control<controles::ScreenToolbar>(Forma(), "Controles").EnEdicion());
+}
+
+TEST_F(RecorridoPrueba, LoUltimoQueSeHizoQuedaDichoYAbreSuReservacion) {
+  auto& barra = dynamic_cast<vista::VistaBarra&>(*escritorio_.ventana(Forma())->vista(*Forma().Busca("Controles")));
+  const auto* novedad = barra.widget()->findChild<QToolButton*>(QStringLiteral("novedad"));
+  auto* estado = barra.widget()->findChild<QLabel*>(QStringLiteral("estado"));
+  EXPECT_FALSE(novedad->isVisible());
+  escritorio_.ventana(Forma())->resize(1280, 800);
+  std::map<controles::Accion, QRect> lugares;
+  const auto anotaLugares = [&] {
+    QApplication::processEvents();
+    for (const controles::Accion a : Control<controles::ScreenToolbar>(Forma(), "Controles").Acciones()) {
+      const QToolButton* boton = barra.boton(a);
+      if (!boton->isVisible()) continue;
+      EXPECT_EQ(lugares.emplace(a, boton->geometry()).first->second, boton->geometry());
+    }
+  };
+  const std::string folio = Reserva();
+  EXPECT_TRUE(novedad->toolTip().startsWith(vista::Q("Guardada " + folio + " · José Luis")));
+  EXPECT_TRUE(novedad->isVisible());
+  anotaLugares();
+  Tecla(Qt::Key_O, Qt::ControlModifier);
+  EXPECT_EQ(Control<controles::ScreenToolbar>(Forma(), "Controles").ClaveActual(), folio);
+  EXPECT_EQ(estado->text(), QStringLiteral("Activa"));
+  anotaLugares();
+  const QImage activa = estado->grab().toImage();
+  Tecla(Qt::Key_E, Qt::ControlModifier);
+  EXPECT_TRUE(estado->isVisible()) << "while it is edited too";
+  anotaLugares();
+  Tecla(Qt::Key_L, Qt::ControlModifier);
+  Carga(folio);
+  EsperaMensaje("¿Desea cancelar", "Sí");
+  QTest::mouseClick(barra.boton(controles::Accion::Eliminar), Qt::LeftButton);
+  EXPECT_TRUE(novedad->toolTip().startsWith(QStringLiteral("Cancelada")));
+  Carga(folio);
+  EXPECT_EQ(estado->text(), QStringLiteral("Cancelada"));
+  EXPECT_NE(estado->grab().toImage().pixelColor(2, 8), activa.pixelColor(2, 8));
+  anotaLugares();
+}
+
+TEST_F(RecorridoPrueba, UnaHabitacionSeQuitaConElRatonYLoQueNoSirveSeDevuelve) {
+  CapturaEncabezado();
+  Espera("frmDisponibilidad", [this](QWidget& w) { MarcaDosNoches(w); });
+  Tecla(Qt::Key_F6);
+  auto& grid = Control<controles::Grid>(Forma(), "ssReservaciones");
+  // A number that is too large is told, and Esc brings back what was there.
+  grid.VaA(0, grid.IndiceColumna("Adultos"));
+  Forma().Enfoca(grid);
+  for (const char* adultos : {"40000", "99999999999"}) {
+    Escribe(adultos);
+    EsperaMensaje("no sirve aquí", "Aceptar");
+    Tecla(Qt::Key_Tab);
+    EXPECT_EQ(grid.ClaveColumna(), "Adultos");
+    Tecla(Qt::Key_Escape);
+    EXPECT_EQ(grid.Texto(0, "Adultos"), "0");
+  }
+  // By its header and Supr; the date that lies over its cell goes with it.
+  grid.VaA(0, grid.IndiceColumna("FECHAF"));
+  ClicCelda(Forma(), 0, -1);
+  EsperaMensaje("¿Está seguro de eliminar", "No");
+  Tecla(Qt::Key_Delete);
+  EXPECT_EQ(grid.Filas(), 1);
+  // By the menu of the right button.
+  auto& vista = dynamic_cast<vista::VistaGrid&>(*escritorio_.ventana(Forma())->vista(grid));
+  QWidget* tabla = vista.tabla(0)->viewport();
+  const QPoint donde = tabla->mapFrom(vista.widget(), vista.ZonaCelda(0, 0).center());
+  QContextMenuEvent pide(QContextMenuEvent::Mouse, donde, tabla->mapToGlobal(donde));
+  QApplication::sendEvent(tabla, &pide);
+  QWidget* menu = QApplication::activePopupWidget();
+  ASSERT_NE(menu, nullptr);
+  EsperaMensaje("¿Está seguro de eliminar", "Sí");
+  QTest::keyClick(menu, Qt::Key_Up);
+  QTest::keyClick(menu, Qt::Key_Return);
+  EXPECT_EQ(grid.Filas(), 0);
+  EXPECT_FALSE(Forma().Busca("pcFecha")->visible());
 }
 
 }  // namespace
