@@ -1,17 +1,11 @@
 #include "desktop/programa.h"
 
 #include <QCursor>
-#include <QDialog>
 #include <QDir>
 #include <QFileInfo>
-#include <QLabel>
 #include <QMessageBox>
-#include <QPushButton>
 #include <QScreen>
-#include <QSettings>
 #include <QStandardPaths>
-#include <QTimer>
-#include <QVBoxLayout>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
@@ -20,7 +14,6 @@
 #include "desktop/dialogos.h"
 #include "desktop/escala.h"
 #include "desktop/escritorio_qt.h"
-#include "desktop/iconos.h"
 #include "desktop/idioma.h"
 #include "desktop/impresion.h"
 #include "desktop/manos_qt.h"
@@ -102,41 +95,6 @@ OpcionesPrograma LeeOpcionesPrograma(const std::vector<std::string>& argumentos,
 void MuestraFalla(const std::string& texto) {
   std::cerr << "reservas: " << texto << '\n';
   Avisa(texto, 16, nullptr);
-}
-
-// Where no letter can be drawn: the strokes of a few words, and a button that needs none.
-void MuestraSinLetras(QWidget* padre) {
-  constexpr int kLetra = 16;  // pixels
-  QDialog nota(padre);
-  nota.setWindowTitle(QStringLiteral("Reservaciones"));
-  auto* caja = new QVBoxLayout(&nota);
-  auto* texto = new QLabel(&nota);
-  texto->setPixmap(
-      QPixmap::fromImage(TextoTrazado(QStringLiteral("FALTA UN TIPO DE LETRA.\n"
-                                                     "EL SISTEMA NO TIENE NINGUNO\n"
-                                                     "Y LOS TEXTOS NO SE PUEDEN DIBUJAR.\n\n"
-                                                     "INSTALE: FONTS-DEJAVU-CORE\n"
-                                                     "Y ABRA EL PROGRAMA OTRA VEZ."),
-                                      kLetra, Colores().texto, Colores().fondo, nota.devicePixelRatioF())));
-  auto* cierra = new QPushButton(Icono(QStringLiteral("aceptar"), Colores().sobreAcento), {}, &nota);
-  cierra->setAccessibleName(QStringLiteral("Aceptar"));
-  cierra->setDefault(true);
-  QObject::connect(cierra, &QPushButton::clicked, &nota, &QDialog::accept);
-  caja->addWidget(texto);
-  caja->addWidget(cierra, 0, Qt::AlignRight);
-  nota.exec();
-}
-
-// A language that is missing is told once to each user: the program can do without.
-void AvisaCarencias(const Carencias& carencias, QWidget* padre) {
-  if (!HayLetra()) return MuestraSinLetras(padre);
-  QSettings recuerdos(QStringLiteral("reservas"), QStringLiteral("reservas"));
-  const QString dicho = QStringLiteral("avisos/idioma");
-  for (const QString& aviso : {carencias.letra, carencias.idioma}) {
-    if (aviso.isEmpty() || (aviso == carencias.idioma && recuerdos.value(dicho).toBool())) continue;
-    Avisa(aviso.toStdString(), 48, padre);
-  }
-  recuerdos.setValue(dicho, !carencias.idioma.isEmpty());
 }
 
 // The search of a lookup field: the host's catalogue of that query.
@@ -238,8 +196,7 @@ std::string BaseDelUsuario() {
 int Programa::Corre() {
   std::vector<std::string> argumentos;
   for (const QString& a : QApplication::arguments().mid(1)) argumentos.push_back(a.toStdString());
-  carencias_.idioma = InstalaIdioma(aplicacion_, CarpetaDeIdiomas());
-  carencias_.letra = BuscaLetra(CarpetasDeLetras());
+  InstalaIdioma(aplicacion_);
   OpcionesPrograma opciones;
   try {
     std::string texto;
@@ -255,9 +212,6 @@ int Programa::Corre() {
     AplicaEstilo(aplicacion_);
     MuestraFalla(e.Descripcion());
     return kFalla;
-  }
-  for (const QString& aviso : {carencias_.letra, carencias_.idioma}) {
-    if (!aviso.isEmpty()) std::cerr << "reservas: aviso: " << aviso.toStdString() << '\n';
   }
   const QScreen* pantalla = QApplication::primaryScreen();
   // A script's windows are as designed whatever the screen.
@@ -295,7 +249,6 @@ int Programa::CorreVentana(const OpcionesPrograma& opciones) {
   AtiendeSenales(&vida, [&] {
     if (escritorio.PermiteSalir(componente.formulario())) QApplication::exit(kBien);
   });
-  QTimer::singleShot(0, [this, &escritorio] { AvisaCarencias(carencias_, escritorio.Frente()); });
   return QApplication::exec();
 }
 

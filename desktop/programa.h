@@ -29,11 +29,6 @@ int RevisaPantalla(int argc, char** argv);
 // Path of the database in the user's data folder; the folder is made. com::Error kSoloLectura when it cannot be.
 std::string BaseDelUsuario();
 
-// What the user should be told of the language and the font; empty where nothing is missing.
-struct Carencias {
-  QString idioma, letra;
-};
-
 class EscritorioQt;
 // Gives the windows what the host offers beside the screens: searches, catalogues, records, printed confirmations.
 void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion);
@@ -49,7 +44,6 @@ class Programa {
   int CorreGuion(const OpcionesPrograma& opciones);
 
   QApplication& aplicacion_;
-  Carencias carencias_;
 };
 
 }  // namespace vista
