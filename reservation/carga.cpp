@@ -100,7 +100,7 @@ bool frmKV207::CargaReservacion() {
     CargaRenglones(*filas);
     filas->Close();
     const std::int32_t noches = com::DiasEntre(dpFecha_llegada.valor(), dpFecha_salida.valor());
-    if (noches > 0) txtDias.text(com::Variant(noches));
+    if (noches > 0) txtDias.valor(noches);  // no nights typed: the lines stay, in an edit's second reading too
     BloqueaColumnas();
     Totalizar();
     CargaCompleta = true;

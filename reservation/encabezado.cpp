@@ -1,4 +1,6 @@
 // Header fields of the reservation: what their changes and confirmations do.
+#include <algorithm>
+
 #include "availability/frmDisponibilidad.h"
 #include "platform/com/texto.h"
 #include "publico/publico.h"
@@ -88,22 +90,29 @@ void frmKV207::txtDias_Change() {
   // An emptied field waits for a number; accepting without one is refused there.
   if (!Controles.EnEdicion() || txtDias.text().empty()) return;
   const com::Fecha llegada = dpFecha_llegada.valor();
-  std::int32_t noches = NochesTecleadas(txtDias.valor(), llegada);
-  if (noches == 0) {
-    noches = 1;
-    txtDias.valor(noches);
+  const auto olvidaEstancia = [this] {
+    tablero_.HaySeleccion = false;
+    tablero_.ConservarVista = false;
+    VaciaRenglones();
+  };
+  std::int32_t noches = 0;
+  try {
+    noches = NochesTecleadas(txtDias.valor(), llegada);
+  } catch (const com::Error&) {
+    olvidaEstancia();  // the marks and lines were for another number of nights
+    throw;
   }
+  dpFecha_salida.valor(com::MasDias(llegada, std::max(noches, 1)));
+  if (noches == 0) txtDias.valor(1);
+  olvidaEstancia();
   ExigeEstanciaPosible(noches);
-  dpFecha_salida.valor(com::MasDias(llegada, noches));
-  tablero_.HaySeleccion = false;
-  tablero_.ConservarVista = false;
-  VaciaRenglones();
 }
 
 void frmKV207::VaciaRenglones() {
   OcultaFecha();
   ssReservaciones.QuitaTodas();
   precios_.clear();
+  importesSinDecir_ = false;
   for (controles::LookupField* total : {&txtSubTotal, &txtImpuestos, &txtTotal}) total->valor(0);
 }
 

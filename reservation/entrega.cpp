@@ -38,9 +38,9 @@ constexpr int kHolguraNombre = 200;  // twips beyond the widest name
 bool PreparaTablero(frmKV207& f) {
   frmDisponibilidad& tablero = f.tablero();
   const std::int32_t noches = com::CLng(f.txtDias.valor());
-  ExigeEstanciaPosible(std::max(noches, com::DiasEntre(f.dpFecha_llegada.valor(), f.dpFecha_salida.valor())));
   tablero.txtDEL.text(com::Variant(com::SoloFecha(f.dpFecha_llegada.valor())));
   tablero.txtAL.text(com::Variant(com::SoloFecha(f.dpFecha_salida.valor())));
+  ExigeEstanciaPosible(std::max(noches, com::DiasEntre(f.dpFecha_llegada.valor(), f.dpFecha_salida.valor())));
   if (!tablero.Agregar_Columnas(noches)) {
     Avisa(f, mensaje::kColumnasTablero, tablero.MensajeError);
     return false;

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -178,7 +179,8 @@ class frmKV207 : public controles::Formulario {
   bool PoneAlDia(int fila);
   // All lines priced in another currency or at another rate; nothing without guest, currency and rate.
   void SigueMoneda();
-  // All lines before they are stored. False when some total changed: the clerk has been told and accepts again.
+  // All lines before they are stored. False when some total changed or could not be worked out: the clerk has been told
+  // and accepts again.
   bool RevisaPrecios();
 
   // --- guardar.cpp: saving
@@ -238,9 +240,12 @@ class frmKV207 : public controles::Formulario {
   // tasacion.cpp
   std::optional<CondicionesPrecio> Condiciones(int fila) const;
   const PrecioRenglon* PrecioDe(int fila) const;
+  // Brings those lines up to date, and the totals, also when a line fails; the host's errors.
+  void PoneAlDiaTodos(const std::function<bool(const PrecioRenglon*, const CondicionesPrecio&)>& cuales);
 
   frmDisponibilidad& tablero_;
   std::unordered_map<int, PrecioRenglon> precios_;  // by the line's bookmark
+  bool importesSinDecir_ = false;                   // totals that changed at an accept and were not told yet
   std::vector<std::unique_ptr<controles::Etiqueta>> etiquetas_;
 };
 

@@ -266,7 +266,7 @@ void CorreoOImpresion(frmKV207& f, const std::string& folio) {
 }  // namespace
 
 void frmKV207::Controles_Aceptar(bool nuevo) {
-  if (!RevisaEncabezado(*this) || !RevisaPrecios() || !RevisaDisponibilidad(*this) || !RevisaTarjeta(*this) ||
+  if (!RevisaEncabezado(*this) || !RevisaDisponibilidad(*this) || !RevisaPrecios() || !RevisaTarjeta(*this) ||
       !RevisaRenglones(*this)) {
     return;
   }

@@ -372,6 +372,7 @@ void frmKV207::Busca_Habitacion(std::int32_t& ancho, bool& hallada) {
       Avisa(*this, mensaje::kHabitacionInexistente);
       return;
     }
+    OlvidaPrecio(grid.fila());
     Pon(grid, "Clave", clave);
     Pon(grid, "Nombre", habitacion->Fields("DESCRIPCION").Value());
     Pon(grid, "FECHAI", com::SoloFecha(dpFecha_llegada.valor()));

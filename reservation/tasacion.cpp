@@ -16,9 +16,9 @@ namespace mensaje = anfitrion::mensaje;
 Falta QueFalta(const PrecioRenglon* precio, const CondicionesPrecio& ahora) {
   if (precio == nullptr) return Falta::Tasar;
   if (!precio->acuerdo) return precio->incompleto || precio->condiciones != ahora ? Falta::Tasar : Falta::Nada;
-  if (precio->incompleto) return Falta::Convertir;
   const CondicionesEncabezado &antes = precio->condiciones.encabezado, &actual = ahora.encabezado;
   if (actual.tipoCambio <= 0 || precio->acuerdo->tipoCambio <= 0) return Falta::Nada;
+  if (precio->incompleto) return Falta::Convertir;
   const bool otroCambio = actual.moneda != precio->acuerdo->moneda && antes.tipoCambio != actual.tipoCambio;
   return antes.moneda != actual.moneda || otroCambio ? Falta::Convertir : Falta::Nada;
 }
@@ -41,6 +41,11 @@ void DerivaImportes(controles::Grid& grid, int fila, bool porImporte) {
   grid.celda(fila, "DESCUENTO_IMPORTE", renglon.descuentoImporte);
   grid.celda(fila, "IMPUESTO_IMPORTE", renglon.impuestoImporte);
   grid.celda(fila, "Total", renglon.total);
+}
+
+// A line with more persons than its room holds is refused elsewhere, and not priced again before.
+bool Excede(const CondicionesPrecio& c, const com::Variant& maximo) {
+  return !CeldaVacia(maximo) && c.adultos + c.menores + c.infantes > com::CDbl(maximo);
 }
 
 // --- the lines ---
@@ -91,7 +96,7 @@ void frmKV207::AnotaAcuerdo(int fila, bool incompleto) {
 
 bool frmKV207::PoneAlDia(int fila) {
   const auto ahora = Condiciones(fila);
-  if (!ahora) return false;
+  if (!ahora || Excede(*ahora, ssReservaciones.celda(fila, "PersonasMax"))) return false;
   const PrecioRenglon* precio = PrecioDe(fila);
   switch (QueFalta(precio, *ahora)) {
     case Falta::Nada:
@@ -114,43 +119,55 @@ bool frmKV207::PoneAlDia(int fila) {
   return true;
 }
 
-void frmKV207::SigueMoneda() {
-  const double tipoCambio = com::CDbl(txtTipoCambio.valor());
-  if (!Controles.EnEdicion() || txtNHuesped.text().empty() || txtMoneda.text().empty() || tipoCambio <= 0) return;
+void frmKV207::PoneAlDiaTodos(const std::function<bool(const PrecioRenglon*, const CondicionesPrecio&)>& cuales) {
   bool cambios = false;
+  const auto uno = [&](int fila) {
+    const double antes = com::CDbl(ssReservaciones.celda(fila, "Total"));
+    const auto compara = [&] {
+      importesSinDecir_ = importesSinDecir_ || antes != com::CDbl(ssReservaciones.celda(fila, "Total"));
+    };
+    try {
+      cambios = PoneAlDia(fila) || cambios;
+    } catch (...) {
+      compara();
+      Totalizar();
+      throw;
+    }
+    compara();
+  };
   for (int fila = 0; fila < ssReservaciones.Filas(); ++fila) {
-    const PrecioRenglon* precio = PrecioDe(fila);
-    if (precio == nullptr) continue;
-    const CondicionesEncabezado& antes = precio->condiciones.encabezado;
-    if (antes.moneda != txtMoneda.text() || antes.tipoCambio != tipoCambio) cambios = PoneAlDia(fila) || cambios;
+    const auto ahora = Condiciones(fila);
+    if (ahora && cuales(PrecioDe(fila), *ahora)) uno(fila);
   }
   if (cambios) Totalizar();
 }
 
+void frmKV207::SigueMoneda() {
+  const double tipoCambio = com::CDbl(txtTipoCambio.valor());
+  if (!Controles.EnEdicion() || txtNHuesped.text().empty() || txtMoneda.text().empty() || tipoCambio <= 0) return;
+  const bool sinDecir = importesSinDecir_;
+  PoneAlDiaTodos([](const PrecioRenglon* precio, const CondicionesPrecio& ahora) {
+    if (precio == nullptr) return false;
+    const CondicionesEncabezado& antes = precio->condiciones.encabezado;
+    return antes.moneda != ahora.encabezado.moneda || antes.tipoCambio != ahora.encabezado.tipoCambio;
+  });
+  importesSinDecir_ = sinDecir;  // the clerk sees them follow what she typed
+}
+
 bool frmKV207::RevisaPrecios() {
-  bool cambios = false, otrosImportes = false;
-  for (int fila = 0; fila < ssReservaciones.Filas(); ++fila) {
-    const auto ahora = Condiciones(fila);
-    if (!ahora) continue;
-    // The hotel's price for this header has been shown or its lack told; lines that the checks to come refuse are left
-    // to them.
-    const PrecioRenglon* precio = PrecioDe(fila);
-    const bool mismo = precio != nullptr && precio->condiciones.encabezado == ahora->encabezado;
-    const bool excedido =
-        ahora->adultos + ahora->menores + ahora->infantes > com::CDbl(ssReservaciones.celda(fila, "PersonasMax"));
-    const bool fuera = ahora->inicio.dia < dpFecha_llegada.valor().dia || ahora->fin.dia > dpFecha_salida.valor().dia ||
-                       ahora->fin <= ahora->inicio;
-    if ((mismo && !precio->acuerdo) || excedido || fuera) continue;
-    const com::Variant antes = ssReservaciones.celda(fila, "Total");
-    if (!PoneAlDia(fila)) continue;
-    cambios = true;
-    otrosImportes = otrosImportes || com::CDbl(antes) != com::CDbl(ssReservaciones.celda(fila, "Total"));
+  const bool todos = Atrapa(*this, mensaje::kAceptar, [this] {
+    // The hotel's price for this header has been shown or its lack told.
+    PoneAlDiaTodos([](const PrecioRenglon* precio, const CondicionesPrecio& ahora) {
+      return precio == nullptr || precio->acuerdo || precio->condiciones.encabezado != ahora.encabezado;
+    });
+  });
+  if (todos && !importesSinDecir_) return true;
+  if (todos) {
+    importesSinDecir_ = false;
+    Avisa(*this, mensaje::kSinDisponibilidad,
+          "Los importes de las habitaciones se calcularon de nuevo con el huésped, la moneda y el tipo de cambio de la "
+          "reservación.\r\nRevise el total y vuelva a aceptar.");
   }
-  if (cambios) Totalizar();
-  if (!otrosImportes) return true;
-  Avisa(*this, mensaje::kSinDisponibilidad,
-        "Los importes de las habitaciones se calcularon de nuevo con el huésped, la moneda y el tipo de cambio de la "
-        "reservación.\r\nRevise el total y vuelva a aceptar.");
   Enfoca(ssReservaciones);
   Controles.RechazaAceptar();
   return false;

@@ -73,10 +73,22 @@ TEST_F(Carga, AnEditOfWhatWasReadInPartReadsItAgainFirst) {
   EXPECT_FALSE(pantalla.Controles.EnEdicion());
   EXPECT_EQ(Ofrece(), "reactivar correo registro ");
   Sql("UPDATE Reservacion SET Es_Cve_Estado = 'AC'");
+  conexion->Falla("From Reservacion ");
+  HotelPrueba::Carga("77");
+  Pulsa(Accion::Limpiar);
+  pantalla.ssReservaciones.antesDeCambiar = [this] {
+    if (pantalla.ssReservaciones.Filas() == 1) throw com::Error(com::error::kInyectada, "falla inyectada");
+  };
+  HotelPrueba::Carga("77");
+  pantalla.ssReservaciones.antesDeCambiar = {};
+  Pulsa(Accion::Editar);
+  EXPECT_TRUE(pantalla.Controles.EnEdicion());
+  EXPECT_EQ(pantalla.ssReservaciones.Filas(), 2) << "read whole by the edit";
+  EXPECT_EQ(pantalla.txtDias.text(), "2");
+  Pulsa(Accion::Limpiar);
   HotelPrueba::Carga("77");
   conexion->sentencias.clear();
   Pulsa(Accion::Editar);
-  EXPECT_TRUE(pantalla.Controles.EnEdicion());
   EXPECT_EQ(pantalla.ssReservaciones.Filas(), 2);
   for (const std::string& s : conexion->sentencias) EXPECT_EQ(s.find("From Reservacion"), std::string::npos) << s;
 }

@@ -128,7 +128,7 @@ TEST_F(Fechas, NightsMoveTheDepartureInEditModeOnly) {
   EXPECT_EQ(pantalla.ssReservaciones.Filas(), 1);
 }
 
-// Nothing is moved, and neither the board nor a save counts millions of nights.
+// What was marked and captured for other nights goes, and neither the board nor a save counts millions of nights.
 TEST_F(Fechas, NightsBelowZeroBeyondTheCalendarOrTheHotelsLimitAreTold) {
   const auto dicho = [](const auto& accion) -> std::string {
     try {
@@ -141,12 +141,18 @@ TEST_F(Fechas, NightsBelowZeroBeyondTheCalendarOrTheHotelsLimitAreTold) {
   host.Parametro("HT_MAXIMO_NOCHES", "40");
   Nueva();
   AgregaRenglon();
-  const auto teclea = [&](const char* noches) { return dicho([&] { pantalla.txtDias.Teclea(noches); }); };
+  const auto teclea = [&](const char* noches) {
+    tablero.HaySeleccion = true;
+    const std::string motivo = dicho([&] { pantalla.txtDias.Teclea(noches); });
+    EXPECT_FALSE(tablero.HaySeleccion) << noches;
+    EXPECT_EQ(pantalla.ssReservaciones.Filas(), 0) << noches;
+    return motivo;
+  };
   EXPECT_EQ(teclea("-2"), "El número de noches no puede ser negativo");
   EXPECT_EQ(teclea("2912456"), "La salida quedaría después del 31/12/9999: corrija el número de noches");
+  EXPECT_EQ(Rango(), "10/03/2026 12/03/2026 2912456") << "not rewritten";
   EXPECT_EQ(teclea("41"), "La estancia de 41 noches pasa del máximo de 40: corrija la llegada o la salida");
-  EXPECT_EQ(Rango(), "10/03/2026 12/03/2026 41");
-  EXPECT_EQ(pantalla.ssReservaciones.Filas(), 1);
+  EXPECT_EQ(Rango(), "10/03/2026 20/04/2026 41");
   EXPECT_EQ(teclea("40"), "");
   EXPECT_EQ(Rango(), "10/03/2026 19/04/2026 40");
 

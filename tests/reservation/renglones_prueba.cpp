@@ -232,6 +232,18 @@ TEST_F(Renglones, LinesFollowTheCurrency) {
   EXPECT_EQ(Vistos(escritorio), Cajas{});
 }
 
+// Without a rate there is nothing to convert by.
+TEST(Tasacion, AnAgreedPriceWaitsForARate) {
+  kv207::PrecioRenglon precio;
+  precio.incompleto = true;
+  precio.acuerdo = kv207::Acuerdo{"MXN", 1, 100, 0};
+  kv207::CondicionesPrecio ahora;
+  ahora.encabezado.moneda = "USD";
+  EXPECT_EQ(QueFalta(&precio, ahora), kv207::Falta::Nada);
+  ahora.encabezado.tipoCambio = 17.5;
+  EXPECT_EQ(QueFalta(&precio, ahora), kv207::Falta::Convertir);
+}
+
 TEST_F(Renglones, DatesOutsideTheStayAndTextsThatAreNoDatesFallBack) {
   Nueva();
   Linea("0101", 2);
