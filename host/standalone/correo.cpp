@@ -1,6 +1,8 @@
 #include "host/standalone/correo.h"
 
 #include <algorithm>
+#include <string_view>
+#include <vector>
 
 #include "host/standalone/documento.h"
 
@@ -15,17 +17,35 @@ std::string UnaLinea(std::string texto) {
   return texto;
 }
 
+// What stands between points.
+std::vector<std::string_view> Partes(std::string_view texto) {
+  std::vector<std::string_view> partes;
+  for (std::size_t punto = texto.find('.'); punto != std::string_view::npos; punto = texto.find('.')) {
+    partes.push_back(texto.substr(0, punto));
+    texto.remove_prefix(punto + 1);
+  }
+  partes.push_back(texto);
+  return partes;
+}
+
 ResultadoCorreo Rechaza(std::string error) { return {false, std::move(error)}; }
 
 }  // namespace
 
 bool DireccionValida(const std::string& direccion) {
+  constexpr std::string_view kLetras = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
+  const std::string local = std::string(kLetras) + "!#$%&'*+-/=?^_`{|}~";
+  const std::string etiqueta = std::string(kLetras) + "-";
   const std::size_t arroba = direccion.find('@');
-  if (arroba == std::string::npos || arroba == 0 || arroba + 1 == direccion.size()) return false;
-  if (direccion.find('@', arroba + 1) != std::string::npos) return false;
-  return std::none_of(direccion.begin(), direccion.end(), [](char c) {
-    return static_cast<unsigned char>(c) <= ' ' || c == 0x7F || c == ',' || c == ';' || c == '<' || c == '>';
-  });
+  if (arroba == std::string::npos) return false;
+  const std::string_view todo = direccion;
+  const auto buzon = Partes(todo.substr(0, arroba)), dominio = Partes(todo.substr(arroba + 1));
+  const auto lleva = [](const std::vector<std::string_view>& partes, std::string_view admite) {
+    return std::all_of(partes.begin(), partes.end(), [&](std::string_view parte) {
+      return !parte.empty() && parte.find_first_not_of(admite) == std::string_view::npos;
+    });
+  };
+  return lleva(buzon, local) && dominio.size() > 1 && lleva(dominio, etiqueta);
 }
 
 ResultadoCorreo EncolaCorreo(Conexion& conexion, const std::string& folio, const std::string& plantilla,

@@ -18,8 +18,8 @@ struct ResultadoCorreo {
 ResultadoCorreo EncolaCorreo(Conexion& conexion, const std::string& folio, const std::string& plantilla,
                              const std::string& consulta, com::Fecha ahora);
 
-// Whether the text can stand as one recipient: something on both sides of one "@", no blanks, separators or control
-// characters.
+// Whether the text is one recipient's address: a mailbox, "@" and a domain of two names or more, in plain letters,
+// digits and the signs that stand unquoted in them.
 bool DireccionValida(const std::string& direccion);
 
 }  // namespace autonomo
