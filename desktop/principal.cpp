@@ -2,8 +2,10 @@
 #include <QApplication>
 
 #include "desktop/programa.h"
+#include "host/standalone/proceso.h"
 
 int main(int argc, char** argv) {
+  autonomo::ProtegeMemoria();
   if (const int codigo = vista::RevisaPantalla(argc, argv); codigo != 0) return codigo;
   QApplication aplicacion(argc, argv);
   QApplication::setApplicationName(QStringLiteral("reservas"));

@@ -10,6 +10,7 @@
 #include "guion/interprete.h"
 #include "guion/manos_modelos.h"
 #include "guion/opciones.h"
+#include "host/standalone/proceso.h"
 #include "host/standalone/registro.h"
 #include "host/standalone/version.h"
 #include "platform/com/error.h"
@@ -50,6 +51,7 @@ int Corre(const autonomo::Opciones& opciones, const std::string& guion) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  autonomo::ProtegeMemoria();
   const QCoreApplication aplicacion(argc, argv);
   autonomo::Opciones opciones;
   std::string guion = "-";

@@ -16,6 +16,7 @@
 #include "guion/csv.h"
 #include "guion/importador.h"
 #include "guion/opciones.h"
+#include "host/standalone/proceso.h"
 #include "host/standalone/registro.h"
 #include "host/standalone/version.h"
 #include "platform/com/error.h"
@@ -138,6 +139,7 @@ void Importa(const Opciones& opciones) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  autonomo::ProtegeMemoria();
   const QCoreApplication aplicacion(argc, argv);
   Opciones opciones;
   try {

@@ -1,0 +1,10 @@
+// The process that the host runs in.
+#pragma once
+
+namespace autonomo {
+
+// A process that holds card data leaves no picture of its memory behind when it dies, nor lets another process of the
+// same account read it. Called at the start of each program.
+void ProtegeMemoria();
+
+}  // namespace autonomo
