@@ -1,5 +1,6 @@
 #include "desktop/estilo_base.h"
 
+#include <QLabel>
 #include <QPainter>
 #include <QPalette>
 #include <QPolygonF>
@@ -67,6 +68,14 @@ Caja CajaDeHerramienta(const QStyleOption& opcion, const QWidget* w) {
 class EstiloBase : public QProxyStyle {
  public:
   EstiloBase() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+  // Texts stand as they are, tips too: a guest's name is no markup.
+  using QProxyStyle::polish;
+  void polish(QWidget* w) override {
+    if (auto* rotulo = qobject_cast<QLabel*>(w); rotulo != nullptr && rotulo->textFormat() == Qt::AutoText)
+      rotulo->setTextFormat(Qt::PlainText);
+    QProxyStyle::polish(w);
+  }
 
   void drawPrimitive(PrimitiveElement cual, const QStyleOption* opcion, QPainter* p, const QWidget* w) const override {
     switch (cual) {
