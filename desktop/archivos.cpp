@@ -3,6 +3,8 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileIconProvider>
+#include <QFileSystemModel>
+#include <QIdentityProxyModel>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
@@ -24,6 +26,19 @@ class IconosPorNombre : public QFileIconProvider {
   }
 };
 
+// Dates as in the rest of the program: the list's own are in the system's language.
+class FechasPropias : public QIdentityProxyModel {
+ public:
+  using QIdentityProxyModel::QIdentityProxyModel;
+  QVariant data(const QModelIndex& celda, int papel) const override {
+    constexpr int kFecha = 3;  // column
+    const auto* archivos = qobject_cast<const QFileSystemModel*>(sourceModel());
+    if (papel != Qt::DisplayRole || celda.column() != kFecha || archivos == nullptr)
+      return QIdentityProxyModel::data(celda, papel);
+    return archivos->lastModified(mapToSource(celda)).toString(QStringLiteral("dd/MM/yyyy HH:mm"));
+  }
+};
+
 }  // namespace
 
 // The desktop environment's dialog is not asked: it looks into files too.
@@ -35,6 +50,7 @@ QString PreguntaRutaPdf(const QString& titulo, const QString& nombre, QWidget* p
   QFileDialog dialogo(padre, titulo, vacia.path(), QStringLiteral("Documentos PDF (*.pdf)"));
   dialogo.setOption(QFileDialog::DontUseNativeDialog);
   dialogo.setIconProvider(&iconos);
+  dialogo.setProxyModel(new FechasPropias(&dialogo));
   dialogo.setAcceptMode(QFileDialog::AcceptSave);
   dialogo.setDefaultSuffix(QStringLiteral("pdf"));
   const QString documentos = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFontDatabase>
 #include <QFontInfo>
+#include <QFontMetrics>
 #include <QPalette>
 #include <QWidget>
 #include <algorithm>
@@ -172,6 +173,20 @@ bool EsOscuro() { return oscuro; }
 const Paleta& Colores() { return oscuro ? kOscura : kClara; }
 
 QFont Fuente(Letra letra) { return fuentes[static_cast<std::size_t>(letra)]; }
+
+QFont FuenteEstrecha(Letra letra, const QString& texto, int ancho) {
+  constexpr int kPaso = 4, kMinimo = 80;  // per cent
+  QFont f;
+  for (const Letra tamano : {letra, Letra::Chica}) {
+    f = Fuente(tamano);
+    const int natural = f.stretch() > 0 ? f.stretch() : 100;
+    for (int porciento = 100; porciento >= kMinimo; porciento -= kPaso) {
+      f.setStretch(natural * porciento / 100);
+      if (QFontMetrics(f).horizontalAdvance(texto) <= ancho) return f;
+    }
+  }
+  return f;
+}
 
 QColor TonoEstado(std::int32_t color) {
   const QColor original(color & 0xFF, (color >> 8) & 0xFF, (color >> 16) & 0xFF);

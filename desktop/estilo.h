@@ -48,6 +48,8 @@ const Paleta& Colores();
 // Type scale.
 enum class Letra { Normal, Chica, Fuerte, Titulo };
 QFont Fuente(Letra letra);
+// The same set narrower, down to four fifths, then in small letters, as far as a text needs to fit in so many pixels.
+QFont FuenteEstrecha(Letra letra, const QString& texto, int ancho);
 
 // A state colour of the hotel (0x00BBGGRR) toned for the theme: the hue stays, glaring tones are softened so that text
 // on it can be read.

@@ -25,6 +25,7 @@
 #include "desktop/preguntas.h"
 #include "desktop/teclas.h"
 #include "platform/controls/barra.h"
+#include "platform/regional/regional.h"
 
 namespace vista {
 
@@ -158,9 +159,11 @@ class VistaGrid::Pintor {
       p.setPen(colores.sobreAcento);
     }
     // Counts of rooms always fit.
-    const QString corto = texto.size() <= 3 || vista_.AnchoTexto(texto) <= caja.width()
-                              ? texto
-                              : medidas.elidedText(texto, Qt::ElideRight, caja.width());
+    QString corto = texto;
+    if (texto.size() > 3 && vista_.AnchoTexto(texto) > caja.width()) {
+      corto = vista_.ImporteCorto(indice.row(), indice.column(), texto);
+      if (vista_.AnchoTexto(corto) > caja.width()) corto = medidas.elidedText(corto, Qt::ElideRight, caja.width());
+    }
     p.drawText(caja, static_cast<int>(alineada), corto);
 
     if (!actual) return;
@@ -250,9 +253,9 @@ class VistaGrid::Encabezado : public QHeaderView {
     DibujaFondo(p, zona, Colores().realce);
     const QString titulo = model()->headerData(seccion, Qt::Horizontal, Qt::DisplayRole).toString();
     const auto alineada = model()->headerData(seccion, Qt::Horizontal, Qt::TextAlignmentRole).value<Qt::Alignment>();
-    p.setFont(Fuente(Letra::Normal));
-    p.setPen(Colores().tenue);
     const QRect caja = zona.adjusted(6, 0, -6, 0);
+    p.setFont(FuenteEstrecha(Letra::Normal, titulo, caja.width() - 1));
+    p.setPen(Colores().tenue);
     p.drawText(caja, static_cast<int>(alineada), p.fontMetrics().elidedText(titulo, Qt::ElideRight, caja.width()));
   }
 
@@ -534,61 +537,69 @@ int VistaGrid::AnchoTexto(const QString& texto) const {
   return ancho;
 }
 
-// Room for the caption and the contents of a column.
-int VistaGrid::AnchoMinimo(int columna, qsizetype decimales) const {
-  constexpr int kOrilla = 15, kMuestras = 60;
+// An amount in cents, where the place is too narrow for all its decimals; another text as it is. The tip tells it
+// whole.
+QString VistaGrid::ImporteCorto(int fila, int columna, const QString& texto) const {
   const auto& c = grid_.columna(columna);
-  int ancho = AnchoTexto(Q(c.titulo)) + kOrilla;
+  if (EsTablero() || !EsImporte(c) || fila < 0 || fila >= grid_.Filas()) return texto;
+  const auto importe = com::NumeroDe(com::CStr(grid_.celda(fila, columna)));
+  return importe ? Q(regional::ConFormato(*importe, c.formato.starts_with('$') ? "$#,##0.00" : "#,##0.00")) : texto;
+}
+
+// Room for the caption and the contents of a column; estrechas: with a narrow caption, and amounts in cents.
+int VistaGrid::AnchoMinimo(int columna, bool estrechos, bool centavos) const {
+  constexpr int kOrilla = 15, kMuestras = 60, kEstrecho = 84;  // pixels, rows, per cent
+  const auto& c = grid_.columna(columna);
+  int ancho = AnchoTexto(Q(c.titulo)) * (estrechos ? kEstrecho : 100) / 100 + kOrilla;
   if (!c.fecha.empty()) return std::max(ancho, AnchoTexto(QStringLiteral("R 88")) + kOrilla);
   for (int f = 0; f < std::min(grid_.Filas(), kMuestras); ++f) {
-    QString texto = Q(grid_.Texto(f, columna));
-    const qsizetype punto = texto.indexOf(QLatin1Char('.'));
-    if (EsImporte(c) && punto >= 0 && texto.size() - punto - 1 > decimales) {
-      texto.truncate(punto + 1 + decimales);
-      texto += QChar(0x2026);  // as the cell cuts it
-    }
-    ancho = std::max(ancho, AnchoTexto(texto) + kOrilla);
+    const QString texto = Q(grid_.Texto(f, columna));
+    ancho = std::max(ancho, AnchoTexto(centavos ? ImporteCorto(f, columna, texto) : texto) + kOrilla);
   }
   return ancho;
 }
 
 // A column is as wide as designed; where the window is too narrow for all, they give way down to their captions and
-// contents. Before the total goes out of sight, the room's name is cut short, then the decimals of the amounts:
-// their tips tell them whole.
+// contents. Before the total goes out of sight the captions are set narrower, then amounts are shown in cents, then the
+// room's name is cut short: tips tell them whole.
 void VistaGrid::AjustaColumnas() {
-  constexpr qsizetype kDecimales = 4;
   constexpr std::size_t kNombre = 1;
   const int n = std::min(modelo_->columnCount(), grid_.NumColumnas());
   const auto cuantas = static_cast<std::size_t>(n);
-  int deseado = 0, minimo = 0, cortable = 0;
-  std::vector<int> anchos(cuantas), minimos(cuantas), cortables(cuantas);
+  int deseado = 0, minimo = 0;
+  std::vector<int> anchos(cuantas), minimos(cuantas), estrechos(cuantas), centavos(cuantas), cortado(cuantas);
   const bool tablero = EsTablero();
   for (int c = 0; c < n; ++c) {
     const auto& columna = grid_.columna(c);
     for (Tabla* t : {fija_, movil_}) t->setColumnHidden(c, !columna.visible || Fija(c) != (t == fija_));
     if (!columna.visible) continue;
     const auto i = static_cast<std::size_t>(c);
-    minimos[i] = AnchoMinimo(c, kDecimales);
+    minimos[i] = AnchoMinimo(c, false, false);
     anchos[i] = std::max(APixel(columna.ancho), minimos[i]);
-    if (!tablero && EsImporte(columna)) cortables[i] = minimos[i] - AnchoMinimo(c, 0);
     deseado += anchos[i];
     minimo += minimos[i];
-    cortable += cortables[i];
+    if (tablero) continue;
+    estrechos[i] = AnchoMinimo(c, true, false);
+    cortado[i] = centavos[i] = AnchoMinimo(c, true, true);
+    if (i == kNombre) cortado[i] = std::min(cortado[i], AnchoTexto(Q(columna.titulo)) + kAnchoManija);
   }
   const int cabe = marco_->width() - 2 * kOrla - fija_->verticalHeader()->width() - 14;
-  if (!tablero && n > kColumnasFijas && minimo > cabe && anchos[kNombre] > 0) {
-    const int corto = AnchoTexto(Q(grid_.columna(kNombre).titulo)) + kAnchoManija;
-    const int quita = std::clamp(minimos[kNombre] - corto, 0, minimo - cabe);
-    minimos[kNombre] -= quita;
-    minimo -= quita;
-  }
-  if (cortable > 0 && minimo > cabe) {
-    const double parte = std::min(1.0, double(minimo - cabe) / cortable);
+  // Each column gives up its part of what is missing, down to those widths.
+  const auto ceden = [&](const std::vector<int>& hasta) {
+    int puede = 0;
+    for (std::size_t i = 0; i < cuantas; ++i) puede += minimos[i] - hasta[i];
+    if (puede <= 0 || minimo <= cabe) return;
+    const double parte = std::min(1.0, double(minimo - cabe) / puede);
     for (std::size_t i = 0; i < cuantas; ++i) {
-      const int quita = static_cast<int>(std::ceil(cortables[i] * parte));
+      const int quita = static_cast<int>(std::ceil((minimos[i] - hasta[i]) * parte));
       minimos[i] -= quita;
       minimo -= quita;
     }
+  };
+  if (!tablero && n > kColumnasFijas) {
+    ceden(estrechos);
+    ceden(centavos);
+    ceden(cortado);
   }
   const double cede = tablero || deseado <= cabe ? 0.0
                       : deseado == minimo        ? 1.0

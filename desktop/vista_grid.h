@@ -85,7 +85,8 @@ class VistaGrid : public Vista {
   bool EntraHuespedes();
   bool PuedeAgregar() const;
   bool EsTablero() const { return !grid_.Estilos().empty(); }
-  int AnchoMinimo(int columna, qsizetype decimales) const;
+  int AnchoMinimo(int columna, bool estrechos, bool centavos) const;
+  QString ImporteCorto(int fila, int columna, const QString& texto) const;
   // Pixels of a text in the font of the cells.
   int AnchoTexto(const QString& texto) const;
   bool TieneFoco() const;
