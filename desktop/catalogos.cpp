@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/standalone/correo.h"
 #include "host/standalone/parametros.h"
 #include "platform/com/error.h"
 #include "platform/regional/regional.h"
@@ -21,13 +22,13 @@ const std::vector<Catalogo>& Todos() {
        {{"Cl_Cve_Cliente", "Clave", Clave, kLlave, kObligatorio},
         {"Cl_Razon_Social_1", "Nombre", Texto, false, kObligatorio},
         {"Cl_Telefono", "Teléfono"},
-        {"Cl_Correo", "Correo electrónico"}},
-       true, "", "FTO_CLIENTE", "0000000000"},
+        {"Cl_Correo", "Correo electrónico", Correo}},
+       true, "", "FTO_CLIENTE"},
       {"Forma_Pago", "Formas de pago",
        {{"Fp_Cve_Forma_Pago", "Clave", Clave, kLlave, kObligatorio},
         {"Fp_Descripcion", "Descripción", Texto, false, kObligatorio},
         {"Fp_Tipo", "Tipo", Clave, false, false, "", "04 pide los datos de la tarjeta"}},
-       true, "", "FTO_FORMA_PAGO", "0000"},
+       true, "", "FTO_FORMA_PAGO"},
       {"Moneda", "Monedas",
        {{"Mn_Cve_Moneda", "Clave", Clave, kLlave, kObligatorio},
         {"Mn_Descripcion", "Descripción", Texto, false, kObligatorio}},
@@ -42,22 +43,27 @@ const std::vector<Catalogo>& Todos() {
         {"Th_Cve_Tipo_Habitacion", "Tipo", Referencia, false, kObligatorio, "Tipo_Habitacion"},
         {"Ghb_Cve_Grupo_Habitacion", "Grupo", Referencia, false, kObligatorio, "Grupo_Habitacion"},
         {"Ah_Cve_Area_Habitacion", "Área", Referencia, false, kObligatorio, "Area_Habitacion"}},
-       true, "", "FTO_HABITACION", "0000"},
+       true, "", "FTO_HABITACION"},
+      {"Habitacion_Bloqueo", "Bloqueos",
+       {{"Hb_Cve_Habitacion", "Habitación", Referencia, kLlave, kObligatorio, "Habitacion"},
+        {"Hbb_Fecha_Inicio", "Desde", Fecha, kLlave, kObligatorio, "", "primera noche"},
+        {"Hbb_Fecha_Fin", "Hasta", Fecha, kLlave, kObligatorio, "", "última noche, incluida"}},
+       true, "", "", "", "Esa habitación ya tiene ese bloqueo", true},
       {"Tipo_Habitacion", "Tipos de habitación",
        {{"Th_Cve_Tipo_Habitacion", "Clave", Clave, kLlave, kObligatorio},
         {"Th_Descripcion", "Descripción", Texto, false, kObligatorio},
         {"Th_Num_Personas", "Personas incluidas", Entero, false, kObligatorio},
         {"Th_Num_Personas_Maximo", "Máximo de personas", Entero, false, kObligatorio},
         {"Pr_Cve_Producto", "Producto", Referencia, false, kObligatorio, "Producto"}},
-       true, "", "FTO_TIPO_HABITACION", "0000"},
+       true, "", "FTO_TIPO_HABITACION"},
       {"Grupo_Habitacion", "Grupos",
        {{"Ghb_Cve_Grupo_Habitacion", "Clave", Clave, kLlave, kObligatorio},
         {"Ghb_Descripcion", "Descripción", Texto, false, kObligatorio}},
-       true, "", "FTO_GRUPO_HABITACION", "0000"},
+       true, "", "FTO_GRUPO_HABITACION"},
       {"Area_Habitacion", "Áreas",
        {{"Ah_Cve_Area_Habitacion", "Clave", Clave, kLlave, kObligatorio},
         {"Ah_Descripcion", "Descripción", Texto, false, kObligatorio}},
-       true, "", "FTO_AREA", "0000"},
+       true, "", "FTO_AREA"},
       {"Producto", "Productos",
        {{"Pr_Cve_Producto", "Clave", Clave, kLlave, kObligatorio},
         {"Pr_Descripcion", "Descripción", Texto, false, kObligatorio},
@@ -65,7 +71,7 @@ const std::vector<Catalogo>& Todos() {
       {"Producto_Precio", "Precios de lista",
        {{"Pr_Cve_Producto", "Producto", Referencia, kLlave, kObligatorio, "Producto"},
         {"Pp_Precio_1", "Precio por noche", Dinero, false, kObligatorio, "", "con impuestos; se usa donde no hay tarifa"}},
-       false, "", "", "", "Pp_Precio_1", "Ese producto ya tiene precio de lista: edite su fila"},
+       false, "", "", "Pp_Precio_1", "Ese producto ya tiene precio de lista: edite su fila"},
       {"Tarifa", "Tarifas",
        {{"Tf_Id", "Número", Entero, kLlave},
         {"Th_Cve_Tipo_Habitacion", "Tipo", Referencia, false, kObligatorio, "Tipo_Habitacion"},
@@ -77,20 +83,17 @@ const std::vector<Catalogo>& Todos() {
         {"Tf_Menor_Extra", "Menor extra", Dinero}},
        false, "Tf_Id"},
       {"Impuesto", "Impuestos",
-       {{"Sc_Cve_Sucursal", "Sucursal", Referencia, kLlave, kObligatorio, "Sucursal"},
+       {{"Sc_Cve_Sucursal", "Sucursal", Referencia, kLlave, false, "Sucursal", "", "Todas las sucursales"},
         {"Pr_Cve_Producto", "Producto", Referencia, kLlave, kObligatorio, "Producto"},
-        {"Im_Factor", "Factor", Fraccion, false, kObligatorio, "", "0.16 es 16 %"}}},
+        {"Im_Factor", "Por ciento", Fraccion, false, kObligatorio, "", "16 es 16 %"}}},
       {"Sucursal", "Sucursales",
        {{"Sc_Cve_Sucursal", "Clave", Clave, kLlave, kObligatorio, "", "0001 si HT_SUCURSAL_DEFAULT no dice otra"},
         {"Sc_Descripcion", "Descripción", Texto, false, kObligatorio}},
        true},
-      {"Parametro", "Parámetros",
-       {{"Pm_Clave", "Clave", Clave, kLlave, kObligatorio, "", "como FIN_MONEDA_LOCAL o HT_NOMBRE"},
-        {"Pm_Valor", "Valor"}}},
       {"Permiso", "Permisos",
        {{"Pe_Usuario", "Usuario", Clave, kLlave, kObligatorio},
         {"Pe_Pantalla", "Pantalla", Clave, kLlave, kObligatorio, "", "KV207"},
-        {"Pe_Opcion", "Opción", Clave, kLlave, kObligatorio, "", "CHFECHA, CHPR02, CHDS02 o CHTC01"}}},
+        {"Pe_Opcion", "Opción", Clave, kLlave, kObligatorio, "", "CHFECHA, CHPR02, CHDS02, CHTC01 o CHCONF"}}},
       {"Plantilla", "Plantillas de correo",
        {{"Pt_Cve_Plantilla", "Clave", Clave, kLlave, kObligatorio},
         {"Pt_Asunto", "Asunto", Texto, false, kObligatorio},
@@ -114,9 +117,9 @@ const std::vector<Pantalla>& Pantallas() {
       {"CA016", {"Forma_Pago"}},
       {"CA039", {"Moneda", "Tipo_Cambio"}},
       {"CA153",
-       {"Habitacion", "Tipo_Habitacion", "Grupo_Habitacion", "Area_Habitacion", "Producto", "Producto_Precio", "Tarifa",
-        "Impuesto"}},
-      {"CONFIG", {"Parametro", "Permiso", "Sucursal", "Plantilla", "Formato"}},
+       {"Habitacion", "Habitacion_Bloqueo", "Tipo_Habitacion", "Grupo_Habitacion", "Area_Habitacion", "Producto",
+        "Producto_Precio", "Tarifa", "Impuesto"}},
+      {"CONFIG", {"Permiso", "Sucursal", "Plantilla", "Formato"}},
   };
   return pantallas;
 }
@@ -136,8 +139,9 @@ std::string Condicion(const Catalogo& c, const std::vector<com::Variant>& fila, 
   std::string condicion;
   for (std::size_t i = 0; i < c.campos.size(); ++i) {
     if (!c.campos[i].llave && !(entera && c.campos[i].columna == c.distingue)) continue;
-    condicion += (condicion.empty() ? "" : " AND ") + std::string(c.campos[i].columna) + " = ?";
-    valores.push_back(fila[i]);
+    condicion += (condicion.empty() ? "" : " AND ") + std::string(c.campos[i].columna);
+    condicion += fila[i].EsNulo() ? " IS NULL" : " = ?";
+    if (!fila[i].EsNulo()) valores.push_back(fila[i]);
   }
   return condicion;
 }
@@ -175,7 +179,19 @@ std::string RevisaNumero(const CampoCatalogo& campo, double numero, double escri
   if (numero > kMaximo) return titulo + " es demasiado grande: el máximo es 999,999,999";
   if (numero != escrito) return titulo + " lleva un número entero";
   if (campo.tipo == Factor && numero == 0) return titulo + " debe ser mayor que cero";
-  if (campo.tipo == Fraccion && numero >= 1) return titulo + " es una fracción: " + std::string(campo.ayuda);
+  if (campo.tipo == Fraccion && numero >= 1) return titulo + " debe ser menor que 100";
+  return {};
+}
+
+// "16" or "16 %" as 0.16. Below 1 it must say so: who writes 0.16 means 16 %.
+std::string LeePorCiento(const std::string& titulo, std::string texto, com::Variant& valor) {
+  const bool conSigno = texto.ends_with('%');
+  if (conSigno) texto = com::Recorta(std::string_view(texto).substr(0, texto.size() - 1));
+  const double porciento = com::CDbl(texto);
+  if (!conSigno && porciento > 0 && porciento < 1)
+    return "«" + titulo + "» va en por ciento: 16 es 16 %; si es menor que uno, escríbalo con el signo: " + texto +
+           " %";
+  valor = porciento / 100;
   return {};
 }
 
@@ -184,8 +200,7 @@ std::string Lee(const CampoCatalogo& campo, const std::string& texto, com::Varia
   const std::string titulo(campo.titulo);
   if (texto.empty()) {
     if (campo.obligatorio) return "Falta «" + titulo + "»";
-    const bool numero = campo.tipo == Entero || campo.tipo == Dinero || campo.tipo == Factor || campo.tipo == Fraccion;
-    valor = campo.tipo == Fecha ? com::Variant::Null() : numero ? com::Variant(0) : com::Variant("");
+    valor = campo.tipo == Fecha ? com::Variant::Null() : EsNumero(campo) ? com::Variant(0) : com::Variant("");
     return {};
   }
   try {
@@ -195,12 +210,19 @@ std::string Lee(const CampoCatalogo& campo, const std::string& texto, com::Varia
         break;
       case Dinero:
       case Factor:
-      case Fraccion:
         valor = com::CDbl(texto);
+        break;
+      case Fraccion:
+        if (std::string motivo = LeePorCiento(titulo, texto, valor); !motivo.empty()) return motivo;
         break;
       case Fecha:
         valor = com::SoloFecha(com::CDate(texto));
         break;
+      case Correo:
+        if (!autonomo::DireccionValida(texto))
+          return "«" + titulo + "» no es una dirección de correo, como ana@hotel.com: " + texto;
+        valor = texto;
+        return RevisaTexto(campo, texto);
       case Dias:
         if (texto.find_first_not_of("1234567") != std::string::npos)
           return "«" + titulo + "» lleva cifras: 1 lunes a 7 domingo";
@@ -212,7 +234,8 @@ std::string Lee(const CampoCatalogo& campo, const std::string& texto, com::Varia
   } catch (const com::Error&) {
     return "«" + titulo + "» no admite «" + texto + "»";
   }
-  return campo.tipo == Fecha ? std::string() : RevisaNumero(campo, com::CDbl(valor), com::CDbl(texto));
+  if (campo.tipo == Fecha) return {};
+  return RevisaNumero(campo, com::CDbl(valor), campo.tipo == Entero ? com::CDbl(texto) : com::CDbl(valor));
 }
 
 // A room type includes somebody, and not more than it admits.
@@ -257,7 +280,44 @@ std::string UsadaEn(autonomo::Conexion& conexion, const Catalogo& c, const FilaC
   return {};
 }
 
+// Products of the room types that are offered and branches where none of them pays a tax, not even one of 0.
+std::string SinImpuesto(autonomo::Conexion& conexion) {
+  const auto rs = conexion.Consulta(
+      "SELECT DISTINCT T.Pr_Cve_Producto, S.Sc_Cve_Sucursal, S.Sc_Descripcion FROM Tipo_Habitacion T, Sucursal S "
+      "WHERE T.Es_Cve_Estado <> 'BA' AND S.Es_Cve_Estado <> 'BA' AND NOT EXISTS (SELECT I.Pr_Cve_Producto FROM "
+      "Impuesto I WHERE I.Pr_Cve_Producto = T.Pr_Cve_Producto AND (I.Sc_Cve_Sucursal = S.Sc_Cve_Sucursal OR "
+      "I.Sc_Cve_Sucursal = '')) ORDER BY T.Pr_Cve_Producto, S.Sc_Cve_Sucursal");
+  std::string texto;
+  for (; !rs->Eof(); rs->MoveNext()) {
+    texto += "\r\n" + com::CStr(rs->Fields(0).Value()) + " en " + com::CStr(rs->Fields(1).Value()) + " " +
+             com::CStr(rs->Fields(2).Value());
+  }
+  return texto.empty() ? texto : "Sin renglón en «Impuestos» se venden sin impuesto:" + texto;
+}
+
+// Live reservations of the room on the nights of a block, the first and the last included.
+std::string ReservadasEn(autonomo::Conexion& conexion, const std::vector<com::Variant>& bloqueo) {
+  const auto rs = conexion.Consulta(
+      "SELECT R.Rs_Folio, D.Rsd_Fecha_Inicio, D.Rsd_Fecha_Fin FROM Reservacion_Detalle D INNER JOIN Reservacion R "
+      "ON R.Rs_Folio = D.Rs_Folio WHERE D.Hb_Cve_Habitacion = ? AND R.Es_Cve_Estado <> 'CA' AND "
+      "R.Es_Cve_Estado <> 'CE' AND D.Rsd_Fecha_Fin > ? AND D.Rsd_Fecha_Inicio <= ? ORDER BY D.Rsd_Fecha_Inicio",
+      {bloqueo[0], bloqueo[1], bloqueo[2]});
+  std::string texto;
+  for (; !rs->Eof(); rs->MoveNext()) {
+    texto += "\r\nFolio " + com::CStr(rs->Fields(0).Value()) + ", del " +
+             regional::FechaCorta(com::CDate(rs->Fields(1).Value())) + " al " +
+             regional::FechaCorta(com::CDate(rs->Fields(2).Value()));
+  }
+  return texto.empty() ? texto : "El bloqueo quedó guardado, pero cae sobre reservaciones vivas:" + texto;
+}
+
 }  // namespace
+
+std::string Advertencia(autonomo::Conexion& conexion, const Catalogo& c, const std::vector<com::Variant>& valores) {
+  if (c.tabla == "Habitacion_Bloqueo") return ReservadasEn(conexion, valores);
+  const bool vende = c.tabla == "Tipo_Habitacion" || c.tabla == "Sucursal" || c.tabla == "Impuesto";
+  return vende ? SinImpuesto(conexion) : std::string();
+}
 
 std::vector<const Catalogo*> CatalogosDe(std::string_view codigo) {
   std::vector<const Catalogo*> catalogos;
@@ -284,7 +344,9 @@ std::vector<FilaCatalogo> LeeCatalogo(autonomo::Conexion& conexion, const Catalo
     for (std::size_t i = 0; i < c.campos.size(); ++i) fila.valores.push_back(rs->Fields(i).Value());
     if (c.conEstado) {
       const com::Variant& estado = rs->Fields(c.campos.size()).Value();
-      fila.deBaja = !estado.EsNulo() && com::IgualSinCaja(com::RecortaDerecha(com::CStr(estado)), esquema::kBaja);
+      const std::string codigo = estado.EsNulo() ? std::string() : com::RecortaDerecha(com::CStr(estado));
+      fila.deBaja =
+          c.todoEsLlave ? !com::IgualSinCaja(codigo, esquema::kActiva) : com::IgualSinCaja(codigo, esquema::kBaja);
     }
     filas.push_back(std::move(fila));
   }
@@ -321,11 +383,30 @@ std::string Valida(const Catalogo& c, const std::vector<std::string>& textos, st
 
 std::string MascaraDe(autonomo::Conexion& conexion, const Catalogo& c) {
   if (c.mascara.empty()) return {};
-  return autonomo::LeeParametro(conexion, c.mascara).value_or(std::string(c.mascaraUsual));
+  return autonomo::ValorParametro(conexion, c.mascara);
+}
+
+std::string SiguienteClave(autonomo::Conexion& conexion, const Catalogo& c) {
+  constexpr std::size_t kCifras = 15;  // what a number holds exactly
+  const std::string clave(c.campos.front().columna);
+  std::int64_t ultima = 0;
+  const auto rs = conexion.Consulta("SELECT " + clave + " FROM " + std::string(c.tabla));
+  for (; !rs->Eof(); rs->MoveNext()) {
+    const std::string texto = com::Recorta(com::CStr(rs->Fields(0).Value()));
+    if (texto.empty() || texto.size() > kCifras || texto.find_first_not_of("0123456789") != std::string::npos) continue;
+    ultima = std::max<std::int64_t>(ultima, std::stoll(texto));
+  }
+  return regional::ConMascara(std::to_string(ultima + 1), MascaraDe(conexion, c));
+}
+
+bool EsNumero(const CampoCatalogo& campo) {
+  return campo.tipo == Entero || campo.tipo == Dinero || campo.tipo == Factor || campo.tipo == Fraccion;
 }
 
 std::string TextoDe(const CampoCatalogo& campo, const com::Variant& valor) {
+  constexpr int kDecimalesPorCiento = 8;
   if (valor.EsNulo() || valor.EsVacio()) return {};
+  if (campo.tipo == Fraccion) return com::CStr(com::Redondea(com::CDbl(valor) * 100, kDecimalesPorCiento)) + " %";
   if (campo.tipo == Dinero) return regional::ConFormato(valor, "#,##0.00");
   if (campo.tipo == Fecha && valor.EsFecha()) return regional::FechaCorta(com::CDate(valor));
   return com::RecortaDerecha(com::CStr(valor));
@@ -362,7 +443,7 @@ void Cambia(autonomo::Conexion& conexion, const Catalogo& c, const FilaCatalogo&
                      "Esa fila de «" + std::string(c.titulo) + "» ya no existe: alguien la cambió o la quitó");
   }
   for (std::size_t i = 0; i < c.campos.size(); ++i) {
-    if (c.campos[i].llave) valores[i] = antes.valores[i];
+    if (c.campos[i].llave && !c.todoEsLlave) valores[i] = antes.valores[i];
   }
   autonomo::Conexion::Parametros parametros(valores.begin(), valores.end());
   const std::string condicion = Condicion(c, antes.valores, true, parametros);
@@ -377,7 +458,8 @@ void Retira(autonomo::Conexion& conexion, const Catalogo& c, const FilaCatalogo&
       throw com::Error(com::error::kRestriccion, "No se puede quitar: se usa en «" + donde + "»");
   }
   autonomo::Conexion::Parametros parametros;
-  if (c.conEstado) parametros.emplace_back(std::string(fila.deBaja ? esquema::kActiva : esquema::kBaja));
+  const std::string_view retirada = c.todoEsLlave ? esquema::kCancelada : esquema::kBaja;
+  if (c.conEstado) parametros.emplace_back(std::string(fila.deBaja ? esquema::kActiva : retirada));
   const std::string condicion = Condicion(c, fila.valores, true, parametros);
   const std::string tabla(c.tabla);
   const std::string sentencia = c.conEstado ? "UPDATE " + tabla + " SET Es_Cve_Estado = ? WHERE " + condicion

@@ -11,30 +11,32 @@
 
 namespace vista {
 
-// Fraccion: below 1 (0.16 is 16 %). Dias: digits of the weekdays, 1 Monday to 7 Sunday.
-enum class TipoCampo { Clave, Texto, Nota, Entero, Dinero, Factor, Fraccion, Fecha, Dias, Referencia };
+// Fraccion: below 1, typed and shown per cent. Dias: digits of the weekdays, 1 Monday to 7 Sunday.
+enum class TipoCampo { Clave, Texto, Nota, Entero, Dinero, Factor, Fraccion, Fecha, Dias, Referencia, Correo };
 
 struct CampoCatalogo {
   std::string_view columna;
   std::string_view titulo;
   TipoCampo tipo = TipoCampo::Texto;
-  bool llave = false;  // part of the key; cannot be changed once the row exists
+  bool llave = false;  // part of the key; cannot be changed once the row exists, but for todoEsLlave
   bool obligatorio = false;
   std::string_view referencia = {};  // table that a Referencia names
   std::string_view ayuda = {};
+  std::string_view vacio = {};  // what an empty Referencia stands for; "" it cannot be empty
 };
 
 struct Catalogo {
   std::string_view tabla;
   std::string_view titulo;
   std::vector<CampoCatalogo> campos;
-  bool conEstado = false;              // withdrawn rows stay, in state "BA"
-  std::string_view consecutivo = {};   // key column numbered by the desktop; "" none
-  std::string_view mascara = {};       // parameter with the key's zero-fill mask; "" none
-  std::string_view mascaraUsual = {};  // mask without that parameter, the one that the screens then look keys up by
+  bool conEstado = false;             // withdrawn rows stay, in state "BA"
+  std::string_view consecutivo = {};  // key column numbered by the desktop; "" none
+  std::string_view mascara = {};      // parameter with the key's zero-fill mask; "" none
   // Column that tells rows of the same key apart where a database holds such rows already; "" none.
   std::string_view distingue = {};
   std::string_view repetida = {};  // what to say when the key exists already; "" the usual sentence
+  // A row's whole content is its key and can be changed; withdrawn rows are those in any state but "AC", and get "CA".
+  bool todoEsLlave = false;
 };
 
 // Catalogues behind a host screen code ("CA014" clients, "CA016" payment forms, "CA039" currencies, "CA153" rooms,
@@ -52,6 +54,11 @@ std::vector<FilaCatalogo> LeeCatalogo(autonomo::Conexion& conexion, const Catalo
 // Key and name of the rows that a Referencia offers, without the withdrawn ones.
 std::vector<std::pair<std::string, std::string>> LeeReferencia(autonomo::Conexion& conexion, std::string_view tabla);
 
+// Whether the texts of the field stand at the right.
+bool EsNumero(const CampoCatalogo& campo);
+
+// Key after the highest that is a number, with the catalogue's zeros.
+std::string SiguienteClave(autonomo::Conexion& conexion, const Catalogo& catalogo);
 // Zero-fill mask of the catalogue's keys; "" none.
 std::string MascaraDe(autonomo::Conexion& conexion, const Catalogo& catalogo);
 // What is wrong with the texts that were typed for a row, "" nothing; valores gets them typed, up to the field that is
@@ -66,6 +73,10 @@ void Inserta(autonomo::Conexion& conexion, const Catalogo& catalogo, std::vector
 // The key stays as it was. com::Error kRestriccion when the row is no longer there.
 void Cambia(autonomo::Conexion& conexion, const Catalogo& catalogo, const FilaCatalogo& antes,
             std::vector<com::Variant> valores);
+// What should be known of a row that was just stored or withdrawn, "" nothing: products that are sold without tax at a
+// branch, a room block on nights of live reservations.
+std::string Advertencia(autonomo::Conexion& conexion, const Catalogo& catalogo,
+                        const std::vector<com::Variant>& valores);
 // Withdraws or brings back a row; rows without a state are deleted, but for one that other catalogues name
 // (com::Error kRestriccion).
 void Retira(autonomo::Conexion& conexion, const Catalogo& catalogo, const FilaCatalogo& fila);

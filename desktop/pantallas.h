@@ -17,14 +17,10 @@ void RegistraPantallas(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion)
 
 // Search dialog over the stored reservations, the last to arrive first; the chosen folio, "" when cancelled.
 std::string BuscaReservacion(autonomo::Conexion& conexion, EscritorioQt& escritorio);
-// The list-and-edit dialog of the catalogues behind a screen code.
-void AbreCatalogos(autonomo::Conexion& conexion, const std::string& codigo, QWidget* padre);
+// The configuration, for a user who has the right; says so to another.
+void AbreConfiguracion(autonomo::Anfitrion& anfitrion, QWidget* padre);
 // A client's data and reservations.
 void MuestraCliente(autonomo::Conexion& conexion, const std::string& clave, QWidget* padre);
 // What a night in each room type costs.
 void MuestraPrecios(autonomo::Conexion& conexion, com::Fecha noche, QWidget* padre);
-// All columns of one row, and what the change log says about its key.
-void MuestraRegistro(autonomo::Conexion& conexion, const std::string& tabla, const std::string& columna,
-                     const std::string& clave, QWidget* padre);
-
 }  // namespace vista

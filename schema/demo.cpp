@@ -260,7 +260,7 @@ void Hotel::Configuracion() {
   for (const auto& [clave, color] : kColores) {
     Fila("Parametro (Pm_Clave, Pm_Valor)", {Lit(clave), Lit(std::to_string(color))});
   }
-  for (const char* opcion : {"CHFECHA", "CHDS02", "CHPR02"}) {
+  for (const char* opcion : {"CHFECHA", "CHDS02", "CHPR02", "CHCONF"}) {
     Fila("Permiso (Pe_Usuario, Pe_Pantalla, Pe_Opcion)", {Lit("RECEPCION"), Lit("KV207"), Lit(opcion)});
   }
   Textos();
@@ -276,10 +276,11 @@ void Hotel::Textos() {
         Lit("Estimado(a) {huesped}:\n\nSu reservación {folio} está confirmada. Lo esperamos el {llegada}.\n\n"
             "Habitaciones: {habitaciones}\nTotal: {total} {moneda}\n\n{hotel}\n")});
   Fila("Formato (Fm_Cve_Formato, Fm_Descripcion, Fm_Contenido)",
-       {Lit("HT0001"), Lit("Confirmación de reservación"),
-        Lit("{hotel}\nCONFIRMACIÓN DE RESERVACIÓN\n\nFolio: {folio}   Estado: {estado}   Captura: {captura}\n"
+       {Lit("HT0001"), Lit("Carta de la reservación"),
+        Lit("{hotel}\n{titulo}\n\nFolio: {folio}   Estado: {estado}   Captura: {captura}\n"
             "Huésped: {huesped}\nCliente: {cliente}\nLlegada: {llegada}   Salida: {salida}   Noches: {noches}\n\n"
-            "{renglones}\n\nSubtotal: {subtotal}\nImpuestos: {impuestos}\nTotal: {total} {moneda}\n\n{notas}\n")});
+            "{renglones}\n\nSubtotal: {subtotal}\nImpuestos: {impuestos}\nTotal: {total} "
+            "{moneda}\n\n{notas_rotuladas}\n")});
 }
 
 void Hotel::Catalogos() {

@@ -5,6 +5,7 @@
 
 #include "host/standalone/fabricas.h"
 #include "host/standalone/transaccion.h"
+#include "platform/com/texto.h"
 #include "platform/controls/formulario.h"
 #include "schema/esquema.h"
 
@@ -81,11 +82,24 @@ void ExigeNoNegativo(double valor, const char* que) {
   }
 }
 
+// The login stands in the screens' statements as it is, and in columns of keys.
+void RevisaUsuario(const std::string& usuario) {
+  const auto rechaza = [&](const std::string& motivo) {
+    throw com::Error(com::error::kArgumento, "El usuario «" + usuario + "» no puede entrar: " + motivo);
+  };
+  if (com::Recorta(usuario).empty()) rechaza("su clave está vacía");
+  if (usuario.find('\'') != std::string::npos) rechaza("una clave de usuario no lleva apóstrofos");
+  if (com::LargoUtf8(usuario) > esquema::kLargoClave) {
+    rechaza("una clave de usuario lleva hasta " + std::to_string(esquema::kLargoClave) + " caracteres");
+  }
+}
+
 std::string TextoDe(const ado::Recordset& rs, std::size_t columna) { return com::TextoDe(rs.Fields(columna).Value()); }
 
 }  // namespace
 
 Anfitrion::Anfitrion(const Opciones& opciones) : usuario_(opciones.usuario), base_(opciones.base.ruta) {
+  RevisaUsuario(usuario_);
   if (opciones.ahora) reloj_.Fija(*opciones.ahora);
   conexion_ = AbreConexion(opciones.base, reloj_);
   novedades_ = std::make_unique<Novedades>(*conexion_);

@@ -41,7 +41,8 @@ struct PantallaAbierta {
 
 class Anfitrion {
  public:
-  // Opens (and with demo fills) the database; the errors of AbreConexion.
+  // Opens (and with demo fills) the database; the errors of AbreConexion, kArgumento for a user whose login cannot
+  // stand in a statement or a key column.
   explicit Anfitrion(const Opciones& opciones);
   ~Anfitrion();
 

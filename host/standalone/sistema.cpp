@@ -2,8 +2,9 @@
 #include "host/standalone/anfitrion.h"
 #include "host/standalone/fabricas.h"
 #include "host/standalone/parametros.h"
+#include "host/standalone/permisos.h"
 #include "host/standalone/registro.h"
-#include "host/standalone/transaccion.h"
+#include "platform/com/error.h"
 
 namespace autonomo {
 
@@ -17,18 +18,24 @@ class ServicioSistema : public com::Objeto<anfitrion::Sistema> {
   std::string UsuarioActual() override { return host_.usuario(); }
   void ForzarMayusculas(bool fuerza) override { controles::FijaMayusculas(fuerza); }
 
-  // Values are kept as text and handed out as text; callers convert them.
+  // Values are kept as text and handed out as text; callers convert them. One that they could not convert is named
+  // here, but for a colour: the board has its own for those.
   com::Variant LeeParametro(const std::string& clave, int /*ambito*/, const std::string& /*tipo*/,
                             const std::string& defecto) override {
     const registro::Operacion operacion("Sistema.LeeParametro");
-    return autonomo::LeeParametro(*host_.conexion(), clave).value_or(defecto);
+    const std::optional<std::string> valor = autonomo::LeeParametro(*host_.conexion(), clave);
+    if (!valor) return defecto;
+    const DefinicionParametro* definicion = BuscaParametro(clave);
+    if (definicion != nullptr && definicion->tipo != TipoParametro::Color) {
+      if (const std::string motivo = MotivoIlegible(*definicion, *valor); !motivo.empty())
+        throw com::Error(com::error::kTipos, motivo);
+    }
+    return *valor;
   }
 
   bool TienePermiso(const std::string& pantalla, const std::string& opcion, const std::string& /*texto*/) override {
     const registro::Operacion operacion("Sistema.TienePermiso");
-    return Hay(*host_.conexion(),
-               "SELECT Pe_Opcion FROM Permiso WHERE Pe_Usuario = ? AND Pe_Pantalla = ? AND Pe_Opcion = ?",
-               {host_.usuario(), pantalla, opcion});
+    return autonomo::TienePermiso(*host_.conexion(), host_.usuario(), pantalla, opcion);
   }
 
   int Mensaje(const com::Variant& texto, int estilo, const com::Variant& titulo, const com::Variant& ventana,

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 #include "platform/com/error.h"
 
 namespace pruebas {
@@ -16,6 +18,17 @@ int ErrorDe(Llamada llamada) {
     return e.Numero();
   }
   return 0;
+}
+
+// Its text, "" when it raises none.
+template <class Llamada>
+std::string TextoDeError(Llamada llamada) {
+  try {
+    llamada();
+  } catch (const com::Error& e) {
+    return e.Descripcion();
+  }
+  return {};
 }
 
 }  // namespace pruebas

@@ -3,6 +3,7 @@
 
 #include "desktop/catalogos.h"
 #include "host/standalone/anfitrion.h"
+#include "host/standalone/impuestos.h"
 #include "host/standalone/precios.h"
 #include "platform/com/error.h"
 
@@ -40,7 +41,11 @@ TEST_F(CatalogosPrueba, UnHotelSeMontaDesdeCero) {
   EXPECT_EQ(Nueva("Sucursal", {"0001", "Matriz"}), "");
   EXPECT_EQ(Nueva("Producto", {"hab1", "Noche sencilla", "NOCHE"}), "");
   EXPECT_EQ(Nueva("Producto_Precio", {"HAB1", "1,000.50"}), "");
-  EXPECT_EQ(Nueva("Impuesto", {"0001", "HAB1", "0.16"}), "");
+  EXPECT_EQ(Nueva("Impuesto", {"", "HAB1", "16"}), "") << "all branches";
+  EXPECT_EQ(Nueva("Impuesto", {"0001", "HAB1", "0.5 %"}), "");
+  EXPECT_EQ(Fila("Impuesto", 0), (Textos{"", "HAB1", "16 %"}));
+  EXPECT_DOUBLE_EQ(autonomo::TasaDeImpuesto(Base(), "0001", "HAB1"), 0.005);
+  EXPECT_DOUBLE_EQ(autonomo::TasaDeImpuesto(Base(), "0002", "HAB1"), 0.16);
   EXPECT_EQ(Nueva("Grupo_Habitacion", {"1", "Torre"}), "");
   EXPECT_EQ(Nueva("Area_Habitacion", {"1", "Norte"}), "");
   EXPECT_EQ(Nueva("Tipo_Habitacion", {"1", "Sencilla", "2", "3", "HAB1"}), "");
@@ -80,7 +85,11 @@ TEST_F(CatalogosPrueba, LoMalEscritoSeExplicaYNadaSeGuarda) {
   for (int i = 0; i < 200; ++i) largo += "ñ";
   EXPECT_EQ(Nueva("Cliente", {"8", largo + "o", "", ""}), "«Nombre» admite 200 caracteres y lleva 201");
   EXPECT_EQ(Nueva("Cliente", {"8", largo, "", ""}), "") << "letters are counted, not bytes";
-  EXPECT_EQ(Nueva("Impuesto", {"0001", "HAB1", "16"}), "«Factor» es una fracción: 0.16 es 16 %");
+  EXPECT_EQ(Nueva("Impuesto", {"0001", "HAB1", "100"}), "«Por ciento» debe ser menor que 100");
+  EXPECT_EQ(Nueva("Impuesto", {"0001", "HAB1", "0.16"}),
+            "«Por ciento» va en por ciento: 16 es 16 %; si es menor que uno, escríbalo con el signo: 0.16 %");
+  EXPECT_EQ(Nueva("Cliente", {"9", "Ana", "", "ana@hotel"}),
+            "«Correo electrónico» no es una dirección de correo, como ana@hotel.com: ana@hotel");
   EXPECT_TRUE(vista::LeeCatalogo(Base(), *vista::BuscaCatalogo("Tarifa")).empty());
   EXPECT_TRUE(vista::LeeCatalogo(Base(), *vista::BuscaCatalogo("Moneda")).empty());
   EXPECT_EQ(Nueva("Moneda", {"MXN", "Peso"}), "");
@@ -121,6 +130,20 @@ TEST_F(CatalogosPrueba, CambiaYRetiraSoloSuFila) {
   const auto producto = vista::LeeCatalogo(Base(), productos).at(0);
   EXPECT_THROW(vista::Retira(Base(), productos, producto), com::Error);
   EXPECT_EQ(vista::LeeCatalogo(Base(), productos).size(), 1U);
+}
+
+TEST_F(CatalogosPrueba, LoQueSeVendeSinImpuestoSeDiceAlGuardar) {
+  const vista::Catalogo& tipos = *vista::BuscaCatalogo("Tipo_Habitacion");
+  Nueva("Sucursal", {"1", "Centro"});
+  Nueva("Sucursal", {"2", "Playa"});
+  Nueva("Producto", {"HAB1", "Noche", ""});
+  Nueva("Tipo_Habitacion", {"1", "Sencilla", "2", "3", "HAB1"});
+  Nueva("Impuesto", {"1", "HAB1", "0"});
+  EXPECT_EQ(vista::Advertencia(Base(), tipos, {}),
+            "Sin renglón en «Impuestos» se venden sin impuesto:\r\nHAB1 en 2 Playa")
+      << "a row of 0 says so";
+  Nueva("Impuesto", {"", "HAB1", "16"});
+  EXPECT_EQ(vista::Advertencia(Base(), tipos, {}), "");
 }
 
 TEST_F(CatalogosPrueba, UnProductoTieneUnSoloPrecioDeLista) {

@@ -30,15 +30,24 @@ fila() {  # title of the list, field...
   dialogo "$titulo_catalogo"
 }
 
+# A parameter by its key; a yes or no by its letter.
+parametro() {  # key, value
+  teclas ctrl+a
+  campo "$1"
+  dialogo "$1"
+  campo "$2"
+  dialogo "$titulo_catalogo"
+}
+
 abre
-catalogos o Parámetros
-fila Parámetros FIN_MONEDA_LOCAL MXN
-fila Parámetros HT_NOMBRE 'Posada del Puerto'
-fila Parámetros HT_OVER_BOOKING 0
-fila Parámetros HT_DIAS_RESERVACION 1
-fila Parámetros HT_SUCURSAL_DEFAULT 1
+catalogos o Configuración
+parametro FIN_MONEDA_LOCAL MXN
+parametro HT_NOMBRE 'Posada del Puerto'
+parametro HT_OVER_BOOKING N
+parametro HT_SUCURSAL_DEFAULT 1
 hoja
 fila Permisos RECEPCION KV207 CHPR02
+fila Permisos RECEPCION KV207 CHCONF
 hoja
 fila Sucursales 1 Centro
 cierra
@@ -53,13 +62,13 @@ fila Monedas MXN 'Peso mexicano'
 cierra
 
 catalogos h Habitaciones
-for _ in 1 2 3 4; do hoja; done
+for _ in 1 2 3 4 5; do hoja; done
 fila Productos HAB Hospedaje NOCHE
 hoja
 fila 'Precios de lista' HAB 1160
 for _ in 1 2; do hoja; done
-fila Impuestos 1 HAB 0.16
-for _ in 1 2; do hoja; done
+fila Impuestos Todas HAB 16
+for _ in 1 2 3; do hoja; done
 fila 'Tipos de habitación' D Doble 2 4 HAB
 hoja
 fila Grupos G1 'Planta baja'
@@ -72,10 +81,21 @@ fila Habitaciones 101 'Doble 101' D G1 A1
 fila Habitaciones 102 'Doble 102' D G1 A1
 cierra
 
-# What was set up holds from the next start.
+# What was set up holds from the next start. A value that cannot be read is corrected before it.
 teclas ctrl+q
 terminado 0
-abre
+echo 'parametro HT_OVER_BOOKING no' | "$RESERVAS_GUION" --base "$base" >/dev/null
+"$RESERVAS" --base "$base" --ahora 2026-03-09T10:00 >>salida 2>>errores &
+programa=$! principal=
+dialogo Reservaciones
+teclas Return
+titulo_catalogo=Configuración
+dialogo "$titulo_catalogo"
+parametro HT_OVER_BOOKING N
+teclas Escape
+espera 'the main window did not open' es_titulo Reservaciones
+principal=$(enfocada)
+guardado "SELECT Pm_Valor FROM Parametro WHERE Pm_Clave = 'HT_OVER_BOOKING'" '{"Pm_Valor":"0"}'
 
 teclas ctrl+n Tab Tab
 campo 1

@@ -1,6 +1,9 @@
 // System and utility services, record viewer, and the object that owns the screen.
 #include <gtest/gtest.h>
 
+#include "host/standalone/parametros.h"
+#include "host/standalone/permisos.h"
+#include "tests/comun/error_de.h"
 #include "tests/comun/escritorio_prueba.h"
 #include "tests/servicios/hotel_prueba.h"
 
@@ -24,6 +27,42 @@ TEST_F(Servicios, ParametrosConDefecto) {
   EXPECT_EQ(sistema->LeeParametro("FTO_CLIENTE", 0, "T", "0000000000"), com::Variant(""));  // stored empty is stored
   EXPECT_FALSE(com::CBool(sistema->LeeParametro("HT_OVER_BOOKING", 0, "B", "1")));
   EXPECT_EQ(com::CInt(sistema->LeeParametro("HT_DIAS_RESERVACION", 0, "N", "1")), 1);
+}
+
+TEST_F(Servicios, UnValorQueNoSeLeeDiceSuClave) {
+  host.Parametro("HT_OVER_BOOKING", "no");
+  host.Parametro("HT_DIAS_RESERVACION", "99999");
+  host.Parametro("HT_COLOR_OCUPADO", "azul");
+  EXPECT_EQ(pruebas::TextoDeError([&] { sistema->LeeParametro("HT_OVER_BOOKING", 0, "B", "1"); }),
+            "El parámetro HT_OVER_BOOKING lleva sí o no (1 o 0) y dice «no»");
+  EXPECT_THROW(sistema->LeeParametro("HT_DIAS_RESERVACION", 0, "N", "1"), com::Error);
+  EXPECT_EQ(sistema->LeeParametro("HT_COLOR_OCUPADO", 0, "", ""), com::Variant("azul")) << "the board has its own";
+  EXPECT_EQ(ParametrosIlegibles(base()).size(), 3U);
+  EXPECT_EQ(pruebas::TextoDeError([&] { GuardaParametro(base(), "HT_OVERBOKING", "1"); }),
+            "El parámetro HT_OVERBOKING no existe");
+  EXPECT_THROW(GuardaParametro(base(), "HT_COLOR_OCUPADO", "rojo"), com::Error);
+  EXPECT_THROW(GuardaParametro(base(), "HT_DIAS_RESERVACION", "-1"), com::Error);
+  GuardaParametro(base(), "ht_over_booking", "false");
+  EXPECT_FALSE(com::CBool(sistema->LeeParametro("HT_OVER_BOOKING", 0, "B", "1")));
+  OlvidaParametro(base(), "HT_OVER_BOOKING");
+  EXPECT_EQ(ValorParametro(base(), "HT_OVER_BOOKING"), "1");
+}
+
+TEST_F(Servicios, LaConfiguracionPideSuPermisoCuandoAlguienLoTiene) {
+  EXPECT_TRUE(PuedeConfigurar(base(), "ANA")) << "a new database can be set up";
+  host.Permiso("CHPR02", true);
+  EXPECT_TRUE(PuedeConfigurar(base(), "ANA"));
+  host.Permiso("CHCONF", true);
+  EXPECT_FALSE(PuedeConfigurar(base(), "ANA"));
+  EXPECT_TRUE(PuedeConfigurar(base(), host.usuario()));
+}
+
+TEST(Usuario, ElQueNoCabeEnUnaSentenciaNoEntra) {
+  for (const char* login : {"O'Brien", " ", "UNA_CLAVE_DE_USUARIO_DEMASIADO_LARGA"}) {
+    Opciones opciones;
+    opciones.usuario = login;
+    EXPECT_TRUE(pruebas::TextoDeError([&] { Anfitrion host(opciones); }).starts_with("El usuario «")) << login;
+  }
 }
 
 TEST_F(Servicios, PermisosPorUsuario) {

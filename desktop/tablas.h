@@ -1,0 +1,60 @@
+// Read-only tables and the dialogs that show them.
+#pragma once
+
+#include <QDialog>
+#include <QLineEdit>
+#include <QStringList>
+#include <QTableWidget>
+#include <QVBoxLayout>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/ado/ado.h"
+
+namespace vista {
+
+// A column's value as text; "" for NULL.
+std::string Celda(const ado::Recordset& rs, std::size_t columna);
+
+QTableWidget* CreaTabla(const QStringList& titulos, QWidget* padre);
+// apagada: in the colour of hints. derecha: columns whose texts stand at the right, under captions that do.
+void AgregaFila(QTableWidget* tabla, const QStringList& textos, bool apagada = false,
+                const std::vector<int>& derecha = {});
+
+// A dialog with a close button.
+class Ficha : public QDialog {
+ public:
+  Ficha(const QString& titulo, QWidget* padre);
+  QVBoxLayout* caja() { return caja_; }
+  // Text at the head, as it stands.
+  void Titula(const QString& texto);
+  void Termina();
+
+ private:
+  QVBoxLayout* caja_;
+};
+
+// A table under a line that filters it: every word must be found in the row. Up and Down walk it from the filter, Enter
+// and a double click open a row.
+class TablaFiltrada : public QWidget {
+ public:
+  TablaFiltrada(const QStringList& titulos, const QString& nombre, QWidget* padre);
+  QTableWidget* tabla() { return tabla_; }
+  // Row that is chosen and in sight; -1 none.
+  int Actual() const;
+  // After the rows have changed.
+  void Filtra();
+
+  std::function<void()> alAbrir;
+  std::function<void()> alElegir;  // another row, or none
+
+ protected:
+  bool eventFilter(QObject* objeto, QEvent* evento) override;
+
+ private:
+  QLineEdit* filtro_;
+  QTableWidget* tabla_;
+};
+
+}  // namespace vista

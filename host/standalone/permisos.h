@@ -1,0 +1,19 @@
+// Option rights of the users.
+#pragma once
+
+#include <string>
+
+#include "host/standalone/conexion.h"
+
+namespace autonomo {
+
+// Right to open the configuration: parameters, rights, branches, templates, formats.
+inline constexpr const char* kPermisoConfiguracion = "CHCONF";
+
+bool TienePermiso(Conexion& conexion, const std::string& usuario, const std::string& pantalla,
+                  const std::string& opcion);
+// Whether the user may open the configuration: who was granted CHCONF, and everybody while nobody was, so that a new
+// database can be set up and none can be locked for good.
+bool PuedeConfigurar(Conexion& conexion, const std::string& usuario);
+
+}  // namespace autonomo
