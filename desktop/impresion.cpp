@@ -331,7 +331,7 @@ class Impreso : public QDialog {
   }
 
   void Guarda() {
-    const QString ruta = PreguntaRutaPdf(QStringLiteral("Guardar la confirmación"), nombre_, this);
+    const QString ruta = PreguntaRutaPdf(QStringLiteral("Guardar ") + nombre_, nombre_, this);
     if (!ruta.isEmpty() && Escribe(ruta)) accept();
   }
 
@@ -354,7 +354,8 @@ class ServicioImpresion : public com::Objeto<anfitrion::Impresion> {
     if (!documento) return;
     const QString html = LlenaPlantilla(PlantillaDe(*host_.conexion(), formato), *documento);
     const QStringList avisos = ProblemasDePlantilla(*host_.conexion(), formato);
-    Impreso(html, QStringLiteral("Confirmación ") + Q(documento->folio), avisos, frente_()).exec();
+    const QString nombre = Q(autonomo::CartaDe(documento->estado).nombre + " " + documento->folio);
+    Impreso(html, nombre, avisos, frente_()).exec();
     if (QWidget* frente = frente_()) frente->activateWindow();
   }
 
@@ -370,14 +371,14 @@ QString PlantillaIncluida() {
   return QString::fromUtf8(R"(<html><body style="color:#1b2433">
 <table width="100%" cellspacing="0" cellpadding="0"><tr>
 <td><span style="font-size:20pt; font-weight:600">{hotel}</span><br>
-<span style="font-size:11pt; color:#566275">Confirmación de reservación</span></td>
+<span style="font-size:11pt; color:#566275">{titulo}</span></td>
 <td align="right"><span style="font-size:9pt; color:#566275">FOLIO</span><br>
 <span style="font-size:16pt; font-weight:600">{folio}</span><br>
 <span style="font-size:9pt; color:#566275">{estado} · capturada el {captura}</span></td>
 </tr></table>
 <hr>
 <p style="margin-top:14px">Estimado(a) <b>{huesped}</b>:</p>
-<p>Su reservación quedó registrada con los datos siguientes.</p>
+<p>{mensaje}</p>
 <table width="100%" cellspacing="0" cellpadding="6" style="margin-top:10px">
 <tr bgcolor="#f3f5f8">
 <td><span style="color:#566275; font-size:9pt">LLEGADA</span><br><b>{llegada}</b></td>
@@ -394,7 +395,7 @@ QString PlantillaIncluida() {
 <tr><td colspan="5" align="right" style="border-top:1px solid #8894a6">Subtotal<br>Impuestos<br><b>Total {moneda}</b></td>
 <td align="right" style="border-top:1px solid #8894a6">{subtotal}<br>{impuestos}<br><b>{total}</b></td></tr>
 </table>
-<p style="margin-top:16px">{notas}</p>
+<p style="margin-top:16px">{notas_rotuladas}</p>
 </body></html>)");
 }
 
@@ -491,7 +492,10 @@ void EscribePdf(const QString& html, const QString& titulo, const QString& ruta)
     return;
   }
   QSaveFile archivo(ruta);
-  if (!archivo.open(QIODevice::WriteOnly) || archivo.write(pdf) != pdf.size() || !archivo.commit()) falla(archivo);
+  if (!archivo.open(QIODevice::WriteOnly)) falla(archivo);
+  // It names a guest: its owner's alone, also where it replaces one that others could read.
+  archivo.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+  if (archivo.write(pdf) != pdf.size() || !archivo.commit()) falla(archivo);
 }
 
 void AbreEnVisor(const QString& ruta, QObject* duenio, std::function<void()> sinVisor) {

@@ -92,7 +92,7 @@ std::optional<Documento> LeeDocumento(Conexion& conexion, const std::string& fol
       {folio});
   if (rs->Eof()) return std::nullopt;
   Documento d;
-  d.hotel = LeeParametro(conexion, "HT_NOMBRE").value_or("Hotel");
+  d.hotel = ValorParametro(conexion, "HT_NOMBRE");
   d.folio = Texto(*rs, "Rs_Folio");
   d.estado = Texto(*rs, "Es_Cve_Estado");
   d.captura = Fecha(*rs, "Rs_Fecha");
@@ -113,6 +113,20 @@ std::optional<Documento> LeeDocumento(Conexion& conexion, const std::string& fol
   return d;
 }
 
+Carta CartaDe(const std::string& estado) {
+  const auto es = [&](std::string_view codigo) { return com::IgualSinCaja(estado, codigo); };
+  if (es(esquema::kConfirmada)) {
+    return {"Confirmación", "Confirmación de reservación", "Su reservación está confirmada con los datos siguientes."};
+  }
+  if (es(esquema::kActiva)) {
+    return {"Confirmación", "Confirmación de reservación", "Su reservación quedó registrada con los datos siguientes."};
+  }
+  if (es(esquema::kCancelada)) {
+    return {"Cancelación", "Cancelación de reservación", "Su reservación está cancelada. Éstos eran sus datos."};
+  }
+  return {"Copia", "Copia de reservación", "Éstos son los datos de su reservación."};
+}
+
 Campos CamposDe(const Documento& d) {
   double total = 0;
   double impuestos = 0;
@@ -128,7 +142,10 @@ Campos CamposDe(const Documento& d) {
                  regional::FechaCorta(r.fin) + ", " + PersonasLegibles(r) + ": " + regional::Moneda(r.total);
   }
   impuestos = com::Redondea(impuestos, 2);
+  const Carta carta = CartaDe(d.estado);
   return {
+      {"titulo", carta.titulo},
+      {"mensaje", carta.mensaje},
       {"folio", d.folio},
       {"estado", EstadoLegible(d.estado)},
       {"hotel", d.hotel},
@@ -146,6 +163,7 @@ Campos CamposDe(const Documento& d) {
       {"referencia", d.referencia},
       {"comentario", d.comentario},
       {"notas", d.notas},
+      {"notas_rotuladas", com::Recorta(d.notas).empty() ? "" : "Notas: " + d.notas},
       {"renglones", renglones},
   };
 }

@@ -40,9 +40,19 @@ std::optional<Documento> LeeDocumento(Conexion& conexion, const std::string& fol
 // A state code as it is read: "Activa", "Confirmada"...; a code that a reservation cannot have comes back as it is.
 std::string EstadoLegible(const std::string& estado);
 
-// Values of the fields {folio} {estado} {hotel} {huesped} {cliente} {captura} {llegada} {salida} {noches}
-// {habitaciones} {subtotal} {impuestos} {total} {moneda} {referencia} {comentario} {notas} {renglones}.
-// {habitaciones} lists the rooms in one line, {renglones} has one row a room line.
+// What a reservation's letter is, by its state: it confirms one that stands, tells the cancellation of a cancelled one,
+// and is a copy for any other.
+struct Carta {
+  std::string nombre;   // "Confirmación"
+  std::string titulo;   // "Confirmación de reservación"
+  std::string mensaje;  // its first sentence
+};
+Carta CartaDe(const std::string& estado);
+
+// Values of the fields {titulo} {mensaje} {folio} {estado} {hotel} {huesped} {cliente} {captura} {llegada} {salida}
+// {noches} {habitaciones} {subtotal} {impuestos} {total} {moneda} {referencia} {comentario} {notas} {notas_rotuladas}
+// {renglones}. {notas_rotuladas} is "Notas: " and the notes, nothing without any. {habitaciones} lists the rooms in one
+// line, {renglones} has one row a room line.
 using Campos = std::map<std::string, std::string, std::less<>>;
 Campos CamposDe(const Documento& documento);
 // Replaces each {field}; braces around anything else stay as they are, and values are not looked into again.

@@ -9,6 +9,7 @@ namespace autonomo {
 std::string_view FormatoIncluido() {
   return "{hotel}\n"
          "\n"
+         "{titulo}\n"
          "Reservación {folio} ({estado})\n"
          "Huésped: {huesped}\n"
          "Cliente: {cliente}\n"
@@ -20,7 +21,7 @@ std::string_view FormatoIncluido() {
          "Impuestos: {impuestos}\n"
          "Total: {total} {moneda}\n"
          "\n"
-         "{notas}\n";
+         "{notas_rotuladas}\n";
 }
 
 std::string ImprimeTexto(std::string_view formato, const Documento& documento) {

@@ -33,13 +33,22 @@ autonomo::Documento Confirmacion() {
 
 TEST(ImpresionPrueba, LlenaTodosLosCamposSinDejarHtmlAjeno) {
   const QString html = vista::LlenaPlantilla(vista::PlantillaIncluida(), Confirmacion());
-  for (const char* parte :
-       {"Hotel Mirador", "0000000012", "Activa", "Ana López", "11/03/2026", "14/03/2026", "Cuna<br>Vista",
-        "Comercial &lt;Norte&gt; &amp; Cía", "$3,480.00", "$1,160.00", "$4,640.00", "$640.00", "$4,000.00"}) {
+  for (const char* parte : {"Hotel Mirador", "0000000012", "Activa", "Ana López", "11/03/2026", "14/03/2026",
+                            "Notas: Cuna<br>Vista", "Confirmación de reservación", "Comercial &lt;Norte&gt; &amp; Cía",
+                            "$3,480.00", "$1,160.00", "$4,640.00", "$640.00", "$4,000.00"}) {
     EXPECT_TRUE(html.contains(QString::fromUtf8(parte))) << parte;
   }
   EXPECT_EQ(html.count(QStringLiteral("<tr><td align=\"left\">0")), 2) << "one row a room line";
   EXPECT_FALSE(html.contains(QLatin1Char('{')));
+  autonomo::Documento d = Confirmacion();
+  d.notas.clear();
+  for (const auto& [estado, titulo] : {std::pair("CA", "Cancelación"), std::pair("CE", "Copia")}) {
+    d.estado = estado;
+    const QString carta = vista::LlenaPlantilla(vista::PlantillaIncluida(), d);
+    EXPECT_TRUE(carta.contains(QString::fromUtf8(titulo) + QStringLiteral(" de reservación"))) << estado;
+    EXPECT_FALSE(carta.contains(QStringLiteral("onfirma"))) << estado;
+    EXPECT_FALSE(carta.contains(QStringLiteral("Notas"))) << "no label without notes";
+  }
 }
 
 TEST(ImpresionPrueba, UsaElFormatoDelHotelCuandoLoTiene) {
@@ -138,6 +147,7 @@ TEST(ImpresionPrueba, EscribeUnPdfDeTamanoCartaODiceQueNoPuede) {
                     ruta);
   QFile archivo(ruta);
   ASSERT_TRUE(archivo.open(QIODevice::ReadOnly));
+  EXPECT_FALSE(archivo.permissions() & (QFile::ReadGroup | QFile::ReadOther)) << "its owner's alone";
   const QByteArray pdf = archivo.readAll();
   EXPECT_TRUE(pdf.startsWith("%PDF-"));
   const QByteArray caja = pdf.mid(pdf.indexOf("/MediaBox"), 60);

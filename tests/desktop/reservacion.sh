@@ -12,7 +12,7 @@ imprime() {  # file
   teclas n
   dialogo 'Confirmación *'
   teclas alt+g
-  dialogo 'Guardar la confirmación'
+  dialogo 'Guardar Confirmación *'
   teclas ctrl+a
   campo "$CARPETA/$1"
   ventana_principal

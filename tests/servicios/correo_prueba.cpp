@@ -55,9 +55,10 @@ TEST(Campos, SoloSeReemplazanLosConocidos) {
 }
 
 TEST(Direcciones, Validas) {
-  for (const char* buena : {"a@b", "maria.h@example.com.mx"}) EXPECT_TRUE(DireccionValida(buena)) << buena;
-  for (const char* mala :
-       {"", "maria", "@example.com", "maria@", "a@b@c", "a b@c", "a@b\r\nBcc: c@d", "a@b,c@d", "<a@b>"}) {
+  for (const char* buena : {"a@b.mx", "maria.h+x@example.com.mx", "o'brien@example.com"})
+    EXPECT_TRUE(DireccionValida(buena)) << buena;
+  for (const char* mala : {"", "maria", "@example.com", "maria@", "a@b@c", "a b@c", "a@b\r\nBcc: c@d", "a@b,c@d",
+                           "<a@b>", "a@b", "a:b@c.d", "a\xC2\x85@b.mx", "a..b@c.mx", "a@b..mx", "a@.mx"}) {
     EXPECT_FALSE(DireccionValida(mala)) << mala;
   }
 }
@@ -118,11 +119,11 @@ TEST_F(Documentos, ImpresionIncluida) {
   EXPECT_EQ(impresos[0].formato, "HT0001");
   EXPECT_EQ(impresos[0].clave, folio);
   EXPECT_EQ(impresos[0].texto,
-            "Hotel de Prueba\n\nReservación 0000000001 (Activa)\nHuésped: María Hernández\nCliente: María Hernández\n"
+            "Hotel de Prueba\n\nConfirmación de reservación\nReservación 0000000001 (Activa)\nHuésped: María Hernández\nCliente: María Hernández\n"
             "Llegada: 10/03/2026   Salida: 12/03/2026   Noches: 2\n\n"
             "0101  Doble / 101 Jardín, 10/03/2026 al 12/03/2026, 2 adultos: $2,320.00\n"
             "0102  Doble / 102 Jardín, 10/03/2026 al 11/03/2026, 1 adulto, 2 menores, 1 infante: $1,160.00\n\n"
-            "Subtotal: $3,000.00\nImpuestos: $480.00\nTotal: $3,480.00 MXN\n\nFlores en la habitación\n");
+            "Subtotal: $3,000.00\nImpuestos: $480.00\nTotal: $3,480.00 MXN\n\nNotas: Flores en la habitación\n");
 }
 
 TEST_F(Documentos, ImpresionConFormatoDelHotel) {
