@@ -1,6 +1,8 @@
 #include "desktop/dialogos.h"
 
+#include <QApplication>
 #include <QDialogButtonBox>
+#include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -9,6 +11,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "desktop/escala.h"
 #include "desktop/estilo.h"
@@ -38,7 +41,7 @@ std::pair<QString, QColor> IconoDe(int estilo) {
 
 QString Lineas(const std::string& texto) { return Q(texto).replace(QStringLiteral("\r\n"), QStringLiteral("\n")); }
 
-void ConBotones(QDialog* dialogo, QVBoxLayout* caja) {
+QDialogButtonBox* ConBotones(QDialog* dialogo, QVBoxLayout* caja) {
   auto* botones = new QDialogButtonBox(dialogo);
   botones->addButton(QStringLiteral("Aceptar"), QDialogButtonBox::AcceptRole)->setObjectName(QStringLiteral("aceptar"));
   botones->addButton(QStringLiteral("Cancelar"), QDialogButtonBox::RejectRole)
@@ -46,6 +49,7 @@ void ConBotones(QDialog* dialogo, QVBoxLayout* caja) {
   QObject::connect(botones, &QDialogButtonBox::accepted, dialogo, &QDialog::accept);
   QObject::connect(botones, &QDialogButtonBox::rejected, dialogo, &QDialog::reject);
   caja->addWidget(botones);
+  return botones;
 }
 
 }  // namespace
@@ -90,6 +94,14 @@ CajaAviso::CajaAviso(const controles::CajaMensaje& caja, QWidget* padre) : QMess
     default:
       agrega(controles::kAceptar, "&Aceptar", QMessageBox::AcceptRole);
       break;
+  }
+  // No narrower than its title.
+  constexpr int kBotonesDeVentana = 120;  // pixels
+  const int titulo =
+      QFontMetrics(QApplication::font())
+          .horizontalAdvance(windowTitle() + QStringLiteral(" — ") + QGuiApplication::applicationDisplayName());
+  if (auto* rejilla = qobject_cast<QGridLayout*>(layout())) {
+    rejilla->addItem(new QSpacerItem(titulo + kBotonesDeVentana, 0), rejilla->rowCount(), 0, 1, rejilla->columnCount());
   }
   setDefaultButton(Boton(controles::RespuestaPredeterminada(caja.estilo)));
   setEscapeButton(botones_.back().second);
@@ -184,7 +196,11 @@ QString ParaBuscar(const QString& texto) {
 }
 
 Busqueda::Busqueda(const QString& titulo, Filas filas, QWidget* padre)
-    : QDialog(padre), filas_(std::move(filas)), filtro_(new QLineEdit(this)), lista_(new QListWidget(this)) {
+    : QDialog(padre),
+      filas_(std::move(filas)),
+      filtro_(new QLineEdit(this)),
+      lista_(new QListWidget(this)),
+      nada_(new QLabel(this)) {
   setWindowTitle(titulo);
   setObjectName(QStringLiteral("busqueda"));
   setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
@@ -195,20 +211,41 @@ Busqueda::Busqueda(const QString& titulo, Filas filas, QWidget* padre)
   filtro_->setMinimumHeight(28);
   lista_->setAccessibleName(titulo);
   lista_->setUniformItemSizes(true);
+  nada_->setObjectName(QStringLiteral("nada"));
+  Atenua(*nada_);
   caja->addWidget(filtro_);
+  caja->addWidget(nada_);
   caja->addWidget(lista_);
-  ConBotones(this, caja);
-  resize(460, 420);
+  botones_ = ConBotones(this, caja);
   filtro_->installEventFilter(this);
-  connect(filtro_, &QLineEdit::textChanged, this, [this](const QString& texto) { Filtra(texto); });
+  connect(filtro_, &QLineEdit::textChanged, this, [this](const QString& texto) { Lista(texto); });
   connect(lista_, &QListWidget::itemActivated, this, [this] { accept(); });
   connect(this, &QDialog::accepted, this, [this] { Elige(); });
-  Filtra({});
+  Lista({});
+  // Wide enough for the longest row.
+  constexpr int kAncho = 460, kAlto = 420, kMargen = 60;  // pixels
+  AjustaAPantalla(*this, {std::max(kAncho, lista_->sizeHintForColumn(0) + kMargen), kAlto});
   filtro_->setFocus();
 }
 
+void Busqueda::Filtra(const QString& texto) { filtro_->setText(texto); }
+
+void Busqueda::OfreceNuevo(const QString& titulo, std::function<std::string(const QString&)> crea) {
+  QPushButton* boton = botones_->addButton(titulo, QDialogButtonBox::ActionRole);
+  boton->setObjectName(QStringLiteral("nuevo"));
+  boton->setAutoDefault(false);
+  connect(boton, &QPushButton::clicked, this, [this, crea = std::move(crea)] {
+    const std::string clave = crea(filtro_->text().trimmed());
+    if (clave.empty()) return;
+    lista_->clearSelection();
+    lista_->setCurrentItem(nullptr);
+    elegida_ = clave;
+    accept();
+  });
+}
+
 // Every word must be found in key or name.
-void Busqueda::Filtra(const QString& texto) {
+void Busqueda::Lista(const QString& texto) {
   const QStringList palabras = ParaBuscar(texto).split(QLatin1Char(' '), Qt::SkipEmptyParts);
   lista_->clear();
   for (const auto& [clave, nombre] : filas_) {
@@ -220,7 +257,12 @@ void Busqueda::Filtra(const QString& texto) {
     auto* renglon = new QListWidgetItem(fila, lista_);
     renglon->setData(Qt::UserRole, Q(clave));
   }
-  if (lista_->count() > 0) lista_->setCurrentRow(0);
+  const bool hay = lista_->count() > 0;
+  if (hay) lista_->setCurrentRow(0);
+  nada_->setText(filas_.empty() ? QStringLiteral("El catálogo está vacío")
+                                : QStringLiteral("Nada coincide con «%1»").arg(texto));
+  nada_->setVisible(!hay);
+  if (auto* acepta = botones_->findChild<QPushButton*>(QStringLiteral("aceptar"))) acepta->setEnabled(hay);
 }
 
 void Busqueda::Elige() {

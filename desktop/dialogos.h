@@ -4,12 +4,14 @@
 #include <QDialog>
 #include <QMessageBox>
 #include <QString>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "platform/controls/formulario.h"
 
+class QDialogButtonBox;
 class QLineEdit;
 class QListWidget;
 class QLabel;
@@ -43,11 +45,16 @@ class EditorNotas : public QDialog {
   QLabel* ayuda_;
 };
 
-// Search over rows of key and name: type to filter, arrows, Enter.
+// Search over rows of key and name: type to filter, arrows, Enter. Says so when nothing fits.
 class Busqueda : public QDialog {
  public:
   using Filas = std::vector<std::pair<std::string, std::string>>;
   Busqueda(const QString& titulo, Filas filas, QWidget* padre);
+  // Filters as if the text had been typed.
+  void Filtra(const QString& texto);
+  // A button that makes a row which is not there; crea gets what was typed and gives the new key, which is chosen, or
+  // "" when nothing was made.
+  void OfreceNuevo(const QString& titulo, std::function<std::string(const QString& escrito)> crea);
   // Key of the chosen row; empty when the search was cancelled.
   std::string Elegida() const { return elegida_; }
 
@@ -55,12 +62,14 @@ class Busqueda : public QDialog {
   bool eventFilter(QObject* objeto, QEvent* evento) override;
 
  private:
-  void Filtra(const QString& texto);
+  void Lista(const QString& texto);
   void Elige();
 
   Filas filas_;
   QLineEdit* filtro_;
   QListWidget* lista_;
+  QLabel* nada_;
+  QDialogButtonBox* botones_;
   std::string elegida_;
 };
 

@@ -11,7 +11,9 @@
 #include <iostream>
 #include <vector>
 
+#include "desktop/catalogos.h"
 #include "desktop/dialogos.h"
+#include "desktop/editor_catalogos.h"
 #include "desktop/escala.h"
 #include "desktop/escritorio_qt.h"
 #include "desktop/idioma.h"
@@ -26,12 +28,13 @@
 #include "guion/opciones.h"
 #include "guion/respuestas.h"
 #include "guion/vigilados.h"
+#include "host/standalone/busquedas.h"
 #include "host/standalone/documento.h"
+#include "host/standalone/parametros.h"
 #include "host/standalone/registro.h"
 #include "host/standalone/version.h"
 #include "platform/com/error.h"
 #include "platform/controls/barra.h"
-#include "publico/publico.h"
 
 namespace vista {
 
@@ -97,10 +100,63 @@ void MuestraFalla(const std::string& texto) {
   Avisa(texto, 16, nullptr);
 }
 
-// The search of a lookup field: the host's catalogue of that query.
-std::string BuscaClave(const controles::LookupField& campo, autonomo::Anfitrion& anfitrion, EscritorioQt& escritorio) {
-  if (campo.diseno().idconsulta == "RESERVACION") return BuscaReservacion(*anfitrion.conexion(), escritorio);
-  return com::CStr(publico::Utilerias().BuscaEnCatalogo(campo.diseno().idconsulta, 100, "", {}));
+// The branch's field has no lookup of its own.
+std::string CatalogoDe(const controles::LookupField& campo) {
+  return campo.nombre() == "txtSucursal" ? "SUCURSAL" : campo.diseno().idconsulta;
+}
+
+// Names of keys, shown to whoever works the windows.
+void ConectaNombres(Contexto& contexto, autonomo::Anfitrion& anfitrion) {
+  contexto.catalogo = CatalogoDe;
+  contexto.nombre = [&anfitrion](const std::string& catalogo, const std::string& clave) -> std::optional<QString> {
+    try {
+      const auto filas = autonomo::LeeFilas(*anfitrion.conexion(), autonomo::BusquedaDe(catalogo));
+      if (filas.empty()) return QString();
+      for (const auto& [propia, nombre] : filas) {
+        if (com::IgualSinCaja(com::RecortaDerecha(propia), com::RecortaDerecha(clave))) return Q(nombre);
+      }
+      return std::nullopt;
+    } catch (const com::Error&) {  // a caption more; the key can be used without it
+      return QString();
+    }
+  };
+}
+
+// A name that a key field has put in capitals, as names are written.
+QString NombrePropio(const QString& escrito) {
+  if (escrito != escrito.toUpper()) return escrito;
+  QString nombre = escrito.toLower();
+  for (qsizetype i = 0; i < nombre.size(); ++i) {
+    if (i == 0 || nombre[i - 1].isSpace()) nombre[i] = nombre[i].toUpper();
+  }
+  return nombre;
+}
+
+// The search of a field's keys. A client who is not there can be entered from it.
+std::string BuscaClave(const controles::LookupField& campo, const QString& filtro, autonomo::Anfitrion& anfitrion,
+                       EscritorioQt& escritorio) {
+  autonomo::Conexion& conexion = *anfitrion.conexion();
+  const std::string catalogo = CatalogoDe(campo);
+  if (catalogo == "RESERVACION") return BuscaReservacion(conexion, escritorio);
+  const autonomo::Busqueda& busqueda = autonomo::BusquedaDe(catalogo);
+  Busqueda dialogo(Q(busqueda.titulo), autonomo::LeeFilas(conexion, busqueda), escritorio.Frente());
+  dialogo.Filtra(filtro);
+  if (com::IgualSinCaja(catalogo, "Cliente")) {
+    dialogo.OfreceNuevo(QStringLiteral("&Nuevo cliente"), [&](const QString& escrito) {
+      return CapturaNueva(conexion, *BuscaCatalogo("Cliente"), NombrePropio(escrito).toStdString(), &dialogo);
+    });
+  }
+  return Atiende(dialogo) == QDialog::Accepted ? dialogo.Elegida() : std::string();
+}
+
+// A stored parameter that cannot be read is corrected before the screens read it; one that is not ends the load with
+// its name, but for a colour.
+void CorrigeParametros(autonomo::Anfitrion& anfitrion) {
+  std::string motivos;
+  for (const std::string& motivo : autonomo::ParametrosIlegibles(*anfitrion.conexion())) motivos += motivo + ".\r\n";
+  if (motivos.empty()) return;
+  Avisa(motivos + "Corríjalo en la configuración.", 48, nullptr);
+  AbreConfiguracion(anfitrion, nullptr);
 }
 
 void AlMensajeFatal(QtMsgType tipo, const QMessageLogContext&, const QString& texto) {
@@ -140,7 +196,10 @@ void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion) 
   RegistraPantallas(escritorio, anfitrion);
   escritorio.Conserva(InstalaImpresion(anfitrion, [&escritorio] { return escritorio.Frente(); }));
   Contexto& contexto = escritorio.contexto();
-  contexto.busca = [&](const controles::LookupField& campo) { return BuscaClave(campo, anfitrion, escritorio); };
+  ConectaNombres(contexto, anfitrion);
+  contexto.busca = [&](const controles::LookupField& campo, const QString& filtro) {
+    return BuscaClave(campo, filtro, anfitrion, escritorio);
+  };
   DiceLoHecho(contexto, anfitrion);
   contexto.abreCatalogo = [&](const controles::LookupField& campo) {
     escritorio.AbrePantalla(campo.diseno().transaccion, {});
@@ -244,6 +303,7 @@ int Programa::CorreVentana(const OpcionesPrograma& opciones) {
   guion::Componente componente;
   QApplication::setQuitOnLastWindowClosed(false);
   escritorio.alTerminar = [] { QApplication::quit(); };
+  CorrigeParametros(anfitrion);
   componente.Abre(anfitrion.Padre());
   QObject vida;  // no signal is attended to after the screen's end
   AtiendeSenales(&vida, [&] {
@@ -269,6 +329,7 @@ int Programa::CorreGuion(const OpcionesPrograma& opciones) {
   guion::Respuestas respuestas;
   EscritorioQt escritorio;
   DiceLoHecho(escritorio.contexto(), anfitrion);
+  ConectaNombres(escritorio.contexto(), anfitrion);
   ManosQt manos(escritorio);
   controles::FijaEscritorio(&escritorio);
   guion::Componente componente;

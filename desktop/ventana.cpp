@@ -145,12 +145,8 @@ void Ventana::DespuesDePulsar(controles::Accion accion) {
   }
   if (alPulsar) alPulsar(accion);
   if (accion != controles::Accion::Editar || !contexto_.interactivo) return;
-  // A person goes on with the first field that has opened.
-  for (controles::Control* c : formulario_.controles()) {
-    const auto* campo = controles::Como<controles::LookupField>(c);
-    if (campo == nullptr || campo->locked() || !c->tabStop() || !c->PuedeEnfocarse()) continue;
-    return formulario_.Enfoca(*c);
-  }
+  // A person goes on with the guest, whom every reservation has.
+  if (controles::Control* huesped = formulario_.Busca("txtHuesped")) formulario_.Enfoca(*huesped);
 }
 
 Vista* Ventana::vista(const controles::Control& control) const {

@@ -9,6 +9,7 @@
 #include <QWidget>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,8 +20,13 @@ namespace vista {
 
 // What a view needs from the desktop.
 struct Contexto {
-  // Search dialog of a lookup field; the chosen key, "" when cancelled.
-  std::function<std::string(const controles::LookupField& campo)> busca;
+  // Catalogue that holds a field's keys, as the host's searches name it: that of its own lookup, or the host's where
+  // the screen has none (the branch). "" for a field without keys.
+  std::function<std::string(const controles::LookupField& campo)> catalogo;
+  // Name of a key in a catalogue, "" where the catalogue has no rows; nothing for a key that does not exist.
+  std::function<std::optional<QString>(const std::string& catalogo, const std::string& clave)> nombre;
+  // Search dialog of a field's keys, filtered by a text; the chosen key, "" when cancelled.
+  std::function<std::string(const controles::LookupField& campo, const QString& filtro)> busca;
   // Opens the catalogue screen that edits the field's keys.
   std::function<void(const controles::LookupField& campo)> abreCatalogo;
   // The host's own screens, offered at the end of the main toolbar.

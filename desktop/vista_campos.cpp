@@ -26,6 +26,8 @@ namespace vista {
 
 namespace {
 
+constexpr int kDuraAviso = 8000;  // how long what a field says stands, ms
+
 // Marks a property that the style looks at.
 void Marca(QWidget* w, const char* propiedad, bool valor) {
   if (w->property(propiedad).toBool() == valor) return;
@@ -41,16 +43,28 @@ QString IconoDeBoton(const std::string& nombre) {
   return {};
 }
 
-// A caption that is wider than its place is set narrower, down to four fifths.
-void Estrecha(QLabel* rotulo, int ancho) {
-  QFont f = Fuente(Letra::Normal);
-  const int natural = f.stretch() > 0 ? f.stretch() : 100;
-  for (int porciento = 100; porciento >= 80; porciento -= 4) {
-    f.setStretch(natural * porciento / 100);
-    if (QFontMetrics(f).horizontalAdvance(rotulo->text()) <= ancho) break;
+// Stands beside a field and goes with it.
+class Vecino : public QLineEdit {
+ public:
+  explicit Vecino(QLineEdit& campo) : QLineEdit(campo.parentWidget()), campo_(campo) {
+    setReadOnly(true);
+    setFocusPolicy(Qt::NoFocus);
+    Marca(this, "muestra", true);
+    campo.installEventFilter(this);
   }
-  rotulo->setFont(f);
-}
+
+ protected:
+  bool eventFilter(QObject*, QEvent* evento) override {
+    if (evento->type() == QEvent::Move || evento->type() == QEvent::Resize) {
+      constexpr int kAire = 60, kAncho = 3660;  // twips
+      setGeometry(campo_.x() + campo_.width() + APixel(kAire), campo_.y(), APixel(kAncho), campo_.height());
+    }
+    return false;
+  }
+
+ private:
+  QLineEdit& campo_;
+};
 
 }  // namespace
 
@@ -104,8 +118,14 @@ VistaLookup::VistaLookup(controles::LookupField& campo, QWidget* padre, const Co
   const auto& diseno = campo_.diseno();
   if (diseno.largo > 0) edicion_->setMaxLength(diseno.largo);
   if (diseno.tipo == controles::TipoDato::Numero) edicion_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  catalogo_ = contexto.catalogo ? contexto.catalogo(campo_) : diseno.idconsulta;
+  if (diseno.idconsulta.empty() && !catalogo_.empty() && contexto.nombre) {
+    vecino_ = new Vecino(*edicion_);
+    vecino_->setObjectName(Q(campo_.nombre()) + QStringLiteral("_nombre"));
+    vecino_->setAccessibleName(QStringLiteral("Nombre: ") + Q(campo_.descripcion()));
+  }
   QString consejo = Q(campo_.descripcion());
-  if (!diseno.idconsulta.empty() && !campo_.locked()) {
+  if (!catalogo_.empty() && !campo_.locked()) {
     lupa_ = edicion_->addAction(Icono(QStringLiteral("buscar"), Colores().tenue), QLineEdit::TrailingPosition);
     lupa_->setText(QStringLiteral("Buscar"));
     lupa_->setToolTip(QStringLiteral("Buscar (F2)"));
@@ -155,7 +175,9 @@ void VistaLookup::Refresca() {
   edicion_->setReadOnly(campo_.locked());
   edicion_->setFocusPolicy(campo_.locked() ? Qt::ClickFocus : Qt::StrongFocus);
   Marca(edicion_, "muestra", campo_.locked());
-  edicion_->setFont(Fuente(campo_.locked() && numero ? Letra::Fuerte : Letra::Normal));
+  constexpr int kOrillas = 18;  // a field's frame and margins, pixels
+  const Letra letra = campo_.locked() && numero ? Letra::Fuerte : Letra::Normal;
+  edicion_->setFont(campo_.locked() ? FuenteEstrecha(letra, texto, APixel(campo_.width()) - kOrillas) : Fuente(letra));
   if (lupa_ != nullptr) lupa_->setVisible(campo_.enabled() && !campo_.locked());
   DiceNombre();
 }
@@ -177,20 +199,64 @@ void VistaLookup::Escribe(const QString& tecleado) {
   if (contexto().interactivo && edicion_->text().compare(texto, Qt::CaseInsensitive) != 0) edicion_->selectAll();
 }
 
+std::optional<QString> VistaLookup::Nombre() const {
+  if (campo_.text().empty() || campo_.pendiente()) return std::nullopt;
+  if (vecino_ != nullptr) {
+    std::optional<QString> nombre;
+    Corre([&] { nombre = contexto().nombre(catalogo_, campo_.text()); });
+    return nombre;
+  }
+  const auto* nombre = campo_.diseno().sql_control_resultado;
+  return nombre == nullptr || nombre->text().empty() ? std::nullopt : std::optional(Q(nombre->text()));
+}
+
+bool VistaLookup::Desconocida() const {
+  return TieneNombre() && !campo_.text().empty() && campo_.text() != "%" && !campo_.pendiente() && !Nombre();
+}
+
 // The name beside a typed key comes with Enter; a key that has none says so.
 void VistaLookup::DiceNombre() {
-  const auto* nombre = campo_.diseno().sql_control_resultado;
-  if (nombre == nullptr) return;
-  const bool sin = !campo_.text().empty() && campo_.text() != "%" && nombre->text().empty();
+  if (!TieneNombre()) return;
+  const std::optional<QString> nombre = Nombre();
+  if (vecino_ != nullptr) vecino_->setText(nombre.value_or(QString()));
+  const bool sin = !campo_.text().empty() && campo_.text() != "%" && !nombre;
   const QString aviso = !sin                 ? QString()
                         : campo_.pendiente() ? QStringLiteral("Enter para buscar el nombre")
                                              : QStringLiteral("No existe");
   if (aviso == avisoNombre_) return;
   avisoNombre_ = aviso;
-  auto* vecino = edicion_->parentWidget()->findChild<QLineEdit*>(Q(nombre->nombre()), Qt::FindDirectChildrenOnly);
+  auto* vecino = vecino_ != nullptr
+                     ? vecino_
+                     : edicion_->parentWidget()->findChild<QLineEdit*>(
+                           Q(campo_.diseno().sql_control_resultado->nombre()), Qt::FindDirectChildrenOnly);
   if (vecino == nullptr) return;
   vecino->setPlaceholderText(aviso);
   Marca(edicion_, "malo", sin && !campo_.pendiente());
+}
+
+bool VistaLookup::BuscaTecleado() {
+  const QString tecleado = edicion_->text();
+  const bool letras =
+      std::any_of(tecleado.begin(), tecleado.end(), [](const QChar& c) { return c.isLetter() || c.isSpace(); });
+  if (!letras || !TieneNombre() || !campo_.pendiente() || !contexto().busca || !contexto().nombre) return false;
+  bool existe = true;
+  Corre([&] {
+    existe = contexto().nombre(catalogo_, regional::ConMascara(campo_.text(), campo_.formato())).has_value();
+  });
+  if (!existe) Busca(tecleado);
+  return !existe;
+}
+
+bool VistaLookup::Retiene() {
+  if (vecino_ == nullptr || desconocida_.empty() || campo_.text() != desconocida_) return false;
+  if (!Desconocida() || !campo_.PuedeEnfocarse()) return false;
+  Corre([this] { formulario().Enfoca(campo_); });
+  edicion_->selectAll();
+  QToolTip::showText(edicion_->mapToGlobal(QPoint(0, edicion_->height())),
+                     QStringLiteral("%1: «%2» no existe. Corríjala, o F2 para buscarla")
+                         .arg(Q(campo_.descripcion()), edicion_->text()),
+                     edicion_, {}, kDuraAviso);
+  return true;
 }
 
 bool VistaLookup::Tecla(const QKeyEvent& evento) {
@@ -204,25 +270,39 @@ bool VistaLookup::Tecla(const QKeyEvent& evento) {
     }
     return true;
   }
-  if (CodigoTecla(evento.key()) >= kTeclaF1) Entrega();
-  return Vista::Tecla(evento);
+  if (CodigoTecla(evento.key()) >= kTeclaF1 && !Entrega()) return true;
+  const bool paso = enter || evento.key() == Qt::Key_Tab;
+  if (!paso || !contexto().interactivo) return Vista::Tecla(evento);
+  if (BuscaTecleado()) return true;
+  const bool tecleada = campo_.pendiente() || campo_.text() == desconocida_;
+  const bool hecha = Vista::Tecla(evento);
+  // A key that does not exist keeps the keyboard, to be corrected.
+  if (tecleada && Desconocida() && campo_.PuedeEnfocarse()) {
+    desconocida_ = campo_.text();
+    if (formulario().foco() != &campo_) Corre([this] { formulario().Enfoca(campo_); });
+    edicion_->selectAll();
+  }
+  return hecha;
 }
 
 bool VistaLookup::Pendiente() const {
-  return contexto().interactivo && formulario().foco() == &campo_ && campo_.pendiente() &&
-         campo_.diseno().sql_control_resultado != nullptr && !campo_.text().empty() && campo_.enabled() &&
-         !campo_.locked();
+  return contexto().interactivo && formulario().foco() == &campo_ && campo_.pendiente() && TieneNombre() &&
+         !campo_.text().empty() && campo_.enabled() && !campo_.locked();
 }
 
 void VistaLookup::Descarta() {
-  if (contexto().interactivo && campo_.diseno().sql_control_resultado != nullptr) campo_.Descarta();
+  if (contexto().interactivo && TieneNombre()) campo_.Descarta();
 }
 
-// A key that was typed and not confirmed is looked up as if it were, once: when its field is left.
 bool VistaLookup::Entrega() {
-  if (!Pendiente()) return true;
+  Confirma();
+  return !Retiene();
+}
+
+void VistaLookup::Confirma() {
+  if (!Pendiente()) return;
   Corre([this] { campo_.Confirma(); });
-  return true;
+  if (Desconocida()) desconocida_ = campo_.text();
 }
 
 void VistaLookup::Deja(Qt::FocusReason motivo) {
@@ -240,11 +320,11 @@ bool VistaLookup::AbreFicha() {
   return true;
 }
 
-void VistaLookup::Busca() {
+void VistaLookup::Busca(const QString& filtro) {
   if (!contexto().busca || !campo_.enabled() || campo_.locked()) return;
-  Corre([this] {
+  Corre([&] {
     formulario().Enfoca(campo_);
-    const std::string clave = contexto().busca(campo_);
+    const std::string clave = contexto().busca(campo_, filtro);
     if (clave.empty()) return edicion_->selectAll();
     campo_.Teclea(clave);
     formulario().PulsaTecla(controles::tecla::kEnter);
@@ -310,8 +390,7 @@ bool VistaFecha::Entrega() {
   edicion_->selectAll();
   QString aviso = QStringLiteral("«%1» no es una fecha. Escriba día/mes/año").arg(edicion_->text());
   if (!campo_.Vacio()) aviso += QStringLiteral(", o pulse Esc para dejar %1").arg(Q(campo_.text()));
-  constexpr int kDura = 8000;  // ms
-  QToolTip::showText(edicion_->mapToGlobal(QPoint(0, edicion_->height())), aviso, edicion_, {}, kDura);
+  QToolTip::showText(edicion_->mapToGlobal(QPoint(0, edicion_->height())), aviso, edicion_, {}, kDuraAviso);
   return false;
 }
 
@@ -598,7 +677,7 @@ void VistaEtiqueta::Refresca() {
   if (rotulo_->text() == texto && ancho_ == ancho) return;
   ancho_ = ancho;
   rotulo_->setText(texto);
-  Estrecha(rotulo_, ancho);
+  rotulo_->setFont(FuenteEstrecha(Letra::Normal, texto, ancho));
 }
 
 }  // namespace vista

@@ -7,6 +7,8 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <optional>
+#include <string>
 
 #include "desktop/vista.h"
 #include "platform/com/fecha.h"
@@ -32,20 +34,35 @@ class VistaLookup : public Vista {
   bool Entrega() override;
   void Descarta() override;
   void Deja(Qt::FocusReason motivo) override;
-  // Opens the search and confirms what was chosen.
-  void Busca();
+  // Opens the search, filtered by a text, and confirms what was chosen.
+  void Busca(const QString& filtro = {});
 
  private:
   void Escribe(const QString& tecleado);
   QString SinDiseno(const QString& texto) const;
+  // The key's name is shown beside it, by the screen or by the view.
+  bool TieneNombre() const { return vecino_ != nullptr || campo_.diseno().sql_control_resultado != nullptr; }
+  // Name of the key that stands in the field; nothing for none, for one that is not confirmed and for one that does not
+  // exist.
+  std::optional<QString> Nombre() const;
+  bool Desconocida() const;
   void DiceNombre();
+  // What was typed is no key but part of a name: searched for. False when it is not.
+  bool BuscaTecleado();
+  // A branch that was typed and does not exist is told, and has the keyboard.
+  bool Retiene();
+  // A key that was typed and not confirmed is looked up as if it were, once: when its field is left.
+  void Confirma();
   // Opens the record of the key, where the screen has a button for it; false where it has none.
   bool AbreFicha();
 
   controles::LookupField& campo_;
   QLineEdit* edicion_;
   QAction* lupa_ = nullptr;
-  QString avisoNombre_;  // told in the place of the name beside it
+  std::string catalogo_;         // see Contexto::catalogo
+  QLineEdit* vecino_ = nullptr;  // the name, where the screen shows none
+  std::string desconocida_;      // typed, and found not to exist
+  QString avisoNombre_;          // told in the place of the name beside it
 };
 
 // Date entry: typed, stepped by the arrow keys, or picked from a calendar (F4 or Alt+Down).

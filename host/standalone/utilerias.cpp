@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "host/standalone/anfitrion.h"
+#include "host/standalone/busquedas.h"
 #include "host/standalone/correo.h"
 #include "host/standalone/fabricas.h"
 #include "host/standalone/nombres.h"
@@ -12,35 +13,6 @@
 namespace autonomo {
 
 namespace {
-
-// Catalogues that a search dialog offers: rows by key and name, without the withdrawn ones.
-struct Catalogo {
-  std::string_view nombre;
-  std::string_view titulo;
-  std::string_view sentencia;
-};
-constexpr Catalogo kCatalogos[] = {
-    {"Habitacion", "Habitaciones",
-     "SELECT HB.Hb_Cve_Habitacion, TH.Th_Descripcion + ' / ' + HB.Hb_Descripcion AS DESCRIPCION FROM Habitacion HB "
-     "INNER JOIN Tipo_Habitacion TH ON TH.Th_Cve_Tipo_Habitacion = HB.Th_Cve_Tipo_Habitacion "
-     "WHERE HB.Es_Cve_Estado <> 'BA' ORDER BY HB.Hb_Cve_Habitacion"},
-    {"Cliente", "Clientes",
-     "SELECT Cl_Cve_Cliente, Cl_Razon_Social_1 FROM Cliente WHERE Es_Cve_Estado <> 'BA' ORDER BY Cl_Cve_Cliente"},
-    {"Forma_Pago", "Formas de pago",
-     "SELECT Fp_Cve_Forma_Pago, Fp_Descripcion FROM Forma_Pago WHERE Es_Cve_Estado <> 'BA' "
-     "ORDER BY Fp_Cve_Forma_Pago"},
-    {"Moneda", "Monedas",
-     "SELECT Mn_Cve_Moneda, Mn_Descripcion FROM Moneda WHERE Es_Cve_Estado <> 'BA' ORDER BY Mn_Cve_Moneda"},
-    {"Tipo_Habitacion", "Tipos de habitación",
-     "SELECT Th_Cve_Tipo_Habitacion, Th_Descripcion FROM Tipo_Habitacion WHERE Es_Cve_Estado <> 'BA' "
-     "ORDER BY Th_Cve_Tipo_Habitacion"},
-    {"Grupo_Habitacion", "Grupos de habitaciones",
-     "SELECT Ghb_Cve_Grupo_Habitacion, Ghb_Descripcion FROM Grupo_Habitacion WHERE Es_Cve_Estado <> 'BA' "
-     "ORDER BY Ghb_Cve_Grupo_Habitacion"},
-    {"Area_Habitacion", "Áreas",
-     "SELECT Ah_Cve_Area_Habitacion, Ah_Descripcion FROM Area_Habitacion WHERE Es_Cve_Estado <> 'BA' "
-     "ORDER BY Ah_Cve_Area_Habitacion"},
-};
 
 class ServicioUtilerias : public com::Objeto<anfitrion::Utilerias> {
  public:
@@ -74,21 +46,13 @@ class ServicioUtilerias : public com::Objeto<anfitrion::Utilerias> {
   com::Variant BuscaEnCatalogo(const std::string& catalogo, int /*tamanio*/, const std::string& filtro,
                                const com::Variant& /*fuente*/) override {
     const registro::Operacion operacion("Utilerias.BuscaEnCatalogo");
-    const auto* c = std::find_if(std::begin(kCatalogos), std::end(kCatalogos),
-                                 [&](const Catalogo& k) { return com::IgualSinCaja(k.nombre, catalogo); });
-    if (c == std::end(kCatalogos)) {
-      throw com::Error(com::error::kArgumento, "El catálogo " + catalogo + " no existe");
-    }
-    std::vector<std::pair<std::string, std::string>> filas;
+    const Busqueda& b = BusquedaDe(catalogo);
+    std::vector<std::pair<std::string, std::string>> filas = LeeFilas(*host_.conexion(), b);
     const std::string busca = com::Plegado(filtro);
-    const ado::RecordsetPtr rs = host_.conexion()->Consulta(c->sentencia);
-    for (; !rs->Eof(); rs->MoveNext()) {
-      std::string clave = com::CStr(rs->Fields(0).Value());
-      std::string nombre = com::CStr(rs->Fields(1).Value());
-      if (com::Plegado(clave + " " + nombre).find(busca) == std::string::npos) continue;
-      filas.emplace_back(std::move(clave), std::move(nombre));
-    }
-    const std::string elegida = controles::EscritorioActual().EligeDeCatalogo(std::string(c->titulo), filas);
+    std::erase_if(filas, [&](const auto& fila) {
+      return com::Plegado(fila.first + " " + fila.second).find(busca) == std::string::npos;
+    });
+    const std::string elegida = controles::EscritorioActual().EligeDeCatalogo(std::string(b.titulo), filas);
     return elegida.empty() ? com::Variant() : com::Variant(elegida);
   }
 

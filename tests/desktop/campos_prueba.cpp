@@ -53,7 +53,7 @@ TEST(VistaLookupPrueba, LosCamposDeSoloMuestraNoAceptanTecleoYDanFormatoALosImpo
 TEST(VistaLookupPrueba, F2BuscaYConfirmaLoElegido) {
   EnPantalla p;
   std::vector<std::string> preguntas;
-  p.escritorio.contexto().busca = [&](const controles::LookupField& campo) {
+  p.escritorio.contexto().busca = [&](const controles::LookupField& campo, const QString&) {
     preguntas.push_back(campo.diseno().idconsulta);
     return std::string("0007");
   };

@@ -28,6 +28,7 @@ TEST_F(RecorridoPrueba, ConfirmaEditaCancelaReactivaEImprime) {
 
   Carga(folio);
   Tecla(Qt::Key_E, Qt::ControlModifier);
+  EXPECT_EQ(Foco(), "txtHuesped");
   auto* referencia =
       qobject_cast<QLineEdit*>(escritorio_.ventana(Forma())->vista(*Forma().Busca("txtReferencia"))->foco());
   QTest::mouseClick(referencia, Qt::LeftButton);
