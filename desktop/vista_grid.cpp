@@ -883,7 +883,8 @@ void VistaGrid::Respalda() {
 // Esc: what was typed in the cell, and what the screen has done to the row for it, is taken back. A row that was begun
 // with it is emptied as by hand.
 bool VistaGrid::Deshace() {
-  const auto& [fila, columna, celdas] = respaldo_;
+  const int fila = respaldo_.fila, columna = respaldo_.columna;
+  const auto& celdas = respaldo_.celdas;
   if (!grid_.Tecleada() || fila != grid_.fila() || columna != grid_.columna() ||
       static_cast<int>(celdas.size()) != grid_.NumColumnas())
     return false;

@@ -161,7 +161,7 @@ struct Renglon {
 
 struct Reserva {
   Fecha captura;
-  int cliente, huesped;  // positions in kClientes, from 1
+  int cliente = 0, huesped = 0;  // positions in kClientes, from 1
   std::string_view estado;
   std::string_view moneda = "MXN";
   double tipoCambio = 1;
@@ -444,7 +444,7 @@ void Hotel::Agrega(int indice, int llegada, int noches, int habitaciones, std::s
   std::vector<const Cuarto*> ocupados;
   for (int h = 0; h < habitaciones; ++h) {
     const Cuarto* c =
-        Libre(tipo, Dia(llegada), Dia(llegada + noches), static_cast<std::size_t>(indice * 7), estado != kAplicada);
+        Libre(tipo, Dia(llegada), Dia(llegada + noches), 7 * static_cast<std::size_t>(indice), estado != kAplicada);
     if (estado != kCancelada) Ocupa(*c, Dia(llegada), Dia(llegada + noches));
     ocupados.push_back(c);
     Renglon l{c, Dia(llegada), Dia(llegada + noches), 1 + (indice + h) % 2, 0, 0, indice % 9 == 4 ? 0.10 : 0.0};

@@ -12,6 +12,7 @@
 #include <ctime>
 #include <filesystem>
 #include <functional>
+#include <iostream>
 #include <utility>
 #include <vector>
 
@@ -46,7 +47,7 @@ double Memoria() {
   while (std::fgets(linea, sizeof linea, f) != nullptr) {
     if (std::strncmp(linea, "VmHWM:", 6) == 0) kb = std::strtol(linea + 6, nullptr, 10);
   }
-  std::fclose(f);
+  static_cast<void>(std::fclose(f));
   return static_cast<double>(kb) / 1024;
 }
 
@@ -144,7 +145,7 @@ double MedianaDe(std::vector<double> tiempos) {
 }
 
 void SinPalabreria(QtMsgType tipo, const QMessageLogContext&, const QString& texto) {
-  if (tipo == QtFatalMsg) std::fprintf(stderr, "%s\n", qPrintable(texto));
+  if (tipo == QtFatalMsg) std::cerr << qPrintable(texto) << '\n';
 }
 
 }  // namespace
@@ -157,7 +158,8 @@ int main(int argc, char** argv) {
   int veces = 41;  // openings of the board
   for (int i = 1; i < argc; ++i) {
     if (std::strncmp(argv[i], "--hotel=", 8) == 0) ruta = argv[i] + 8;
-    if (std::strncmp(argv[i], "--veces=", 8) == 0) veces = std::max(1, std::atoi(argv[i] + 8));
+    if (std::strncmp(argv[i], "--veces=", 8) == 0)
+      veces = std::max(1, static_cast<int>(std::strtol(argv[i] + 8, nullptr, 10)));
   }
   const bool habia = std::filesystem::exists(ruta);
   banco::ConstruyeHotel(ruta);
