@@ -1,5 +1,5 @@
-// What a person alone gets: a question before a capture is thrown away or what looks wrong is stored, a refusal outside a
-// capture. Every key, button and window that leads there asks here; a script is never asked.
+// What a person alone gets: a question before a capture is thrown away or what looks wrong is stored, a refusal outside
+// a capture. Every key, button and window that leads there asks here; a script is never asked.
 #pragma once
 
 #include <string>
