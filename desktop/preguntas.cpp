@@ -63,6 +63,7 @@ bool PreguntaTipoCambio(const controles::Formulario& principal, QWidget* padre) 
   const auto *moneda = CampoDe(principal, "txtMoneda"), *cambio = CampoDe(principal, "txtTipoCambio");
   const auto* captura = controles::Como<controles::DateField>(principal.Busca("dpFecha"));
   if (moneda == nullptr || cambio == nullptr || captura == nullptr || moneda->text().empty()) return true;
+  if (!cambio->enabled()) return true;  // the hotel's own, which nobody could type over
   const double tecleado = com::CDbl(cambio->valor());
   if (tecleado <= 0) return true;  // the screen refuses it
   const auto vigente = TipoVigente(moneda->text(), captura->valor());
