@@ -194,33 +194,6 @@ TEST_F(Tablero, UnFiltroVacioEsTodos) {
   EXPECT_EQ(Celda("104", 0).texto, "1");
 }
 
-TEST_F(Tablero, CambiarDeVistaPreguntaPorLasMarcas) {
-  AbrePorHabitacion();
-  EXPECT_FALSE(tablero.ssDisponibilidad.columna("Clave").visible);
-  EXPECT_EQ(tablero.ssDisponibilidad.columna("Nombre").titulo, "Habitación");
-  EXPECT_EQ(Vista()[0].nombre, "Sencilla / Cuarto 101");
-  Clic(1, 0);
-  const std::vector<FilaVista> marcado = Vista();
-
-  escritorio.Responde("ERR-ID:7500061", controles::kNo);
-  tablero.opTipoHabitacion.Pulsa();
-  EXPECT_EQ(tablero.Modo(), ModoVista::PorHabitacion);
-  EXPECT_EQ(Vista(), marcado);
-  EXPECT_TRUE(tablero.HaySeleccion);
-  EXPECT_FALSE(tablero.OpcionesActivas);
-  EXPECT_EQ(tablero.foco(), &tablero.opHabitacion);
-  EXPECT_EQ(escritorio.Mensajes().back().texto, "Los datos especificados previamente se perderan\r\n¿Desea continuar?");
-
-  escritorio.Responde("ERR-ID:7500061", controles::kSi);
-  tablero.opTipoHabitacion.Pulsa();
-  EXPECT_EQ(tablero.Modo(), ModoVista::PorTipo);
-  EXPECT_FALSE(tablero.HaySeleccion);
-  EXPECT_EQ(tablero.NumeroFilas, 2);
-  EXPECT_TRUE(tablero.ssDisponibilidad.columna("Clave").visible);
-  tablero.opHabitacion.Pulsa();
-  EXPECT_EQ(escritorio.Mensajes().size(), 2U);
-}
-
 TEST_F(Tablero, UnaCargaVuelveALaVistaPorTipoSalvoQueSeConserve) {
   AbrePorHabitacion();
   ASSERT_TRUE(tablero.CargarDatos());

@@ -151,43 +151,32 @@ class HotelPrueba : public ::testing::Test {
   void Llena() {
     host.Parametro("FIN_MONEDA_LOCAL", "MXN");
     host.Cambio("USD", 17.5);
-    for (const char* sentencia : {
-             "INSERT INTO Moneda (Mn_Cve_Moneda, Mn_Descripcion) VALUES ('MXN', 'Peso mexicano')",
-             "INSERT INTO Moneda (Mn_Cve_Moneda, Mn_Descripcion) VALUES ('USD', 'Dólar')",
-             "INSERT INTO Forma_Pago (Fp_Cve_Forma_Pago, Fp_Descripcion, Fp_Tipo) VALUES ('0001', 'Efectivo', '01')",
-             "INSERT INTO Forma_Pago (Fp_Cve_Forma_Pago, Fp_Descripcion, Fp_Tipo) VALUES ('0004', 'Tarjeta', '04 ')",
-             "INSERT INTO Cliente (Cl_Cve_Cliente, Cl_Razon_Social_1) VALUES ('0000000001', 'Ana López')",
-             "INSERT INTO Cliente (Cl_Cve_Cliente, Cl_Razon_Social_1, Cl_Tarjeta_Credito, Cl_Tarjeta_Banco, "
-             "Cl_Tarjeta_Numero, Cl_Tarjeta_Codigo_Seguridad, Cl_Tarjeta_Vencimiento) VALUES ('0000000002', "
-             "'Comercial del Norte', 'SI', 'Banco Azul', '4111', '123', '2027-05-31')",
-             "INSERT INTO Cliente (Cl_Cve_Cliente, Cl_Razon_Social_1, Es_Cve_Estado) VALUES ('0000000003', 'Cliente de "
-             "baja', 'BA')",
-             "INSERT INTO Cliente (Cl_Cve_Cliente, Cl_Razon_Social_1, Cl_Tarjeta_Banco) VALUES ('0000000009', 'Ventas "
-             "web', 'Banco Web')",
-             "INSERT INTO Grupo_Habitacion (Ghb_Cve_Grupo_Habitacion, Ghb_Descripcion) VALUES ('0001', 'Torre')",
-             "INSERT INTO Area_Habitacion (Ah_Cve_Area_Habitacion, Ah_Descripcion) VALUES ('0001', 'Jardín')",
-             "INSERT INTO Producto (Pr_Cve_Producto, Pr_Descripcion, Pr_Unidad_Venta) VALUES ('HAB1', 'Noche "
-             "sencilla', "
-             "'NOCHE')",
-             "INSERT INTO Producto (Pr_Cve_Producto, Pr_Descripcion, Pr_Unidad_Venta) VALUES ('HAB2', 'Noche doble', "
-             "'NOCHE')",
-             "INSERT INTO Producto_Precio (Pr_Cve_Producto, Pp_Precio_1) VALUES ('HAB1', 1160)",
-             "INSERT INTO Producto_Precio (Pr_Cve_Producto, Pp_Precio_1) VALUES ('HAB2', 1740)",
-             "INSERT INTO Tipo_Habitacion (Th_Cve_Tipo_Habitacion, Th_Descripcion, Th_Num_Personas, "
-             "Th_Num_Personas_Maximo, Pr_Cve_Producto) VALUES ('0001', 'Sencilla', 2, 3, 'HAB1')",
-             "INSERT INTO Tipo_Habitacion (Th_Cve_Tipo_Habitacion, Th_Descripcion, Th_Num_Personas, "
-             "Th_Num_Personas_Maximo, Pr_Cve_Producto) VALUES ('0002', 'Doble', 2, 4, 'HAB2')",
-             "INSERT INTO Habitacion (Hb_Cve_Habitacion, Hb_Descripcion, Th_Cve_Tipo_Habitacion, "
-             "Ghb_Cve_Grupo_Habitacion, Ah_Cve_Area_Habitacion) VALUES ('0101', 'Vista al mar', '0001', '0001', "
-             "'0001')",
-             "INSERT INTO Habitacion (Hb_Cve_Habitacion, Hb_Descripcion, Th_Cve_Tipo_Habitacion, "
-             "Ghb_Cve_Grupo_Habitacion, Ah_Cve_Area_Habitacion) VALUES ('0102', 'Interior', '0001', '0001', '0001')",
-             "INSERT INTO Habitacion (Hb_Cve_Habitacion, Hb_Descripcion, Th_Cve_Tipo_Habitacion, "
-             "Ghb_Cve_Grupo_Habitacion, Ah_Cve_Area_Habitacion, Es_Cve_Estado) VALUES ('0109', 'Clausurada', '0001', "
-             "'0001', '0001', 'BA')",
-             "INSERT INTO Habitacion (Hb_Cve_Habitacion, Hb_Descripcion, Th_Cve_Tipo_Habitacion, "
-             "Ghb_Cve_Grupo_Habitacion, Ah_Cve_Area_Habitacion) VALUES ('0201', 'Terraza', '0002', '0001', '0001')",
-         }) {
+    for (
+        const char* sentencia : {
+            "INSERT INTO Moneda (Mn_Cve_Moneda, Mn_Descripcion) VALUES ('MXN', 'Peso mexicano'), ('USD', 'Dólar')",
+            "INSERT INTO Forma_Pago (Fp_Cve_Forma_Pago, Fp_Descripcion, Fp_Tipo) VALUES ('0001', 'Efectivo', '01'), "
+            "('0004', 'Tarjeta', '04 ')",
+            "INSERT INTO Cliente (Cl_Cve_Cliente, Cl_Razon_Social_1, Es_Cve_Estado) VALUES ('0000000001', 'Ana López', "
+            "'AC'), ('0000000002', 'Comercial del Norte', 'AC'), ('0000000003', 'Cliente de baja', 'BA'), "
+            "('0000000009', 'Ventas web', 'AC')",
+            "UPDATE Cliente SET Cl_Tarjeta_Credito = 'SI', Cl_Tarjeta_Banco = 'Banco Azul', Cl_Tarjeta_Numero = "
+            "'4111', "
+            "Cl_Tarjeta_Codigo_Seguridad = '123', Cl_Tarjeta_Vencimiento = '2027-05-31' WHERE Cl_Cve_Cliente = "
+            "'0000000002'",
+            "UPDATE Cliente SET Cl_Tarjeta_Banco = 'Banco Web' WHERE Cl_Cve_Cliente = '0000000009'",
+            "INSERT INTO Grupo_Habitacion (Ghb_Cve_Grupo_Habitacion, Ghb_Descripcion) VALUES ('0001', 'Torre')",
+            "INSERT INTO Area_Habitacion (Ah_Cve_Area_Habitacion, Ah_Descripcion) VALUES ('0001', 'Jardín')",
+            "INSERT INTO Producto (Pr_Cve_Producto, Pr_Descripcion, Pr_Unidad_Venta) VALUES ('HAB1', 'Noche sencilla', "
+            "'NOCHE'), ('HAB2', 'Noche doble', 'NOCHE')",
+            "INSERT INTO Producto_Precio (Pr_Cve_Producto, Pp_Precio_1) VALUES ('HAB1', 1160), ('HAB2', 1740)",
+            "INSERT INTO Tipo_Habitacion (Th_Cve_Tipo_Habitacion, Th_Descripcion, Th_Num_Personas, "
+            "Th_Num_Personas_Maximo, Pr_Cve_Producto) VALUES ('0001', 'Sencilla', 2, 3, 'HAB1'), ('0002', 'Doble', 2, "
+            "4, 'HAB2')",
+            "INSERT INTO Habitacion (Hb_Cve_Habitacion, Hb_Descripcion, Th_Cve_Tipo_Habitacion, "
+            "Ghb_Cve_Grupo_Habitacion, Ah_Cve_Area_Habitacion, Es_Cve_Estado) VALUES ('0101', 'Vista al mar', '0001', "
+            "'0001', '0001', 'AC'), ('0102', 'Interior', '0001', '0001', '0001', 'AC'), ('0109', 'Clausurada', '0001', "
+            "'0001', '0001', 'BA'), ('0201', 'Terraza', '0002', '0001', '0001', 'AC')",
+        }) {
       Sql(sentencia);
     }
     host.Impuesto("0001", "HAB1", 0.16);

@@ -67,17 +67,6 @@ class Disponibilidad : public pruebas::RenglonesPrueba {
   }
 };
 
-TEST_F(Disponibilidad, NeedsALineAndPersonsInEveryLine) {
-  Nueva();
-  EXPECT_EQ(Valida(), "Debe especificar al menos una habitación para reservar");
-  Linea("0101", 2);
-  EXPECT_EQ(Valida(), "");
-  Linea("0102", 0);
-  EXPECT_EQ(Valida(), "especifique el número de personas para la habitación: Sencilla / Interior");
-  grid().celda(1, "Clave", "");
-  EXPECT_EQ(Valida(), "") << "lines without a key are passed over";
-}
-
 TEST_F(Disponibilidad, ABlockHoldsItsLastDayToo) {
   Nueva();
   Linea("0101", 2);
@@ -114,14 +103,6 @@ TEST_F(Disponibilidad, AnotherReservationHoldsItsNightsUnlessOverBookingIsAllowe
   EXPECT_EQ(Valida(), "");
   Bloqueo("2026-03-10", "2026-03-10");
   EXPECT_NE(Valida(), "");
-}
-
-TEST_F(Disponibilidad, AnEditedReservationDoesNotClashWithItself) {
-  host.Parametro("HT_OVER_BOOKING", "0");
-  InsertaReservacion("0000000077", {"0101", "0102"});
-  Carga("0000000077");
-  Pulsa(controles::Accion::Editar);
-  EXPECT_EQ(Valida(), "");
 }
 
 TEST_F(Disponibilidad, TellsEachFaultOfThePeriods) {

@@ -16,22 +16,6 @@ class Encabezado : public pruebas::HotelPrueba {
   static constexpr const char* kTarjetaNorte = "Banco Azul|4111|123|31/05/2027";
 };
 
-TEST_F(Encabezado, KeysAreFilledAndNamedWithdrawnOnesAreNot) {
-  Nueva();
-  EXPECT_EQ(pantalla.txtHuesped.text(), "0000000001");
-  EXPECT_EQ(pantalla.txtNHuesped.text(), "Ana López");
-  EXPECT_EQ(pantalla.txtForma_Pago.text(), "0001");
-  EXPECT_EQ(pantalla.txtNForma_Pago.text(), "Efectivo");
-  EXPECT_EQ(pantalla.ClaveCliente(), "0000000001");
-  Campo(pantalla.txtCliente, "3");
-  EXPECT_EQ(pantalla.txtNCliente.text(), "");
-  Campo(pantalla.txtCliente, "2");
-  EXPECT_EQ(pantalla.ClaveCliente(), "0000000002");
-  // A key in the middle of being typed has no name.
-  pantalla.txtCliente.Teclea("00");
-  EXPECT_EQ(pantalla.txtNCliente.text(), "");
-}
-
 TEST_F(Encabezado, CurrencyBringsItsRateWhichOnlyAForeignOneOpens) {
   Nueva();
   EXPECT_EQ(pantalla.txtTipoCambio.text(), "1");

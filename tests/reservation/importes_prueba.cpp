@@ -10,29 +10,6 @@ using pruebas::Vistos;
 
 class Importes : public pruebas::RenglonesPrueba {};
 
-TEST_F(Importes, NothingIsPricedWithoutAGuest) {
-  Nueva();
-  pantalla.txtHuesped.Teclea("");
-  Linea("0101", 2);
-  EXPECT_EQ(Vistos(escritorio), Cajas{"ERR-ID:7500036|48|CalculaImportes()|Debe especificar un huésped válido"});
-  EXPECT_EQ(pantalla.foco(), &pantalla.txtHuesped);
-  EXPECT_EQ(Numero(0, "Precio"), 0);
-  EXPECT_EQ(Numero(0, "Total"), 0);
-}
-
-TEST_F(Importes, AFailingPriceIsReportedAndTheLineIsWrittenAllTheSame) {
-  Nueva();
-  Linea("0101", 2);
-  Sql("DELETE FROM Tarifa");
-  Sql("DELETE FROM Producto_Precio");
-  ASSERT_TRUE(Teclea(0, "Adultos", "1"));
-  EXPECT_EQ(Vistos(escritorio),
-            Cajas{"ERR-ID:7500037|48|Vormalix|No hay tarifa para Sencilla la noche del 10/03/2026"});
-  EXPECT_EQ(Numero(0, "Precio"), 0);
-  EXPECT_EQ(Numero(0, "Total"), 0);
-  EXPECT_EQ(Pie(pantalla.txtTotal), 0);
-}
-
 TEST_F(Importes, LinesWithoutRoomOrPersonsAreLeftAlone) {
   Nueva();
   grid().AgregaFila();
@@ -47,13 +24,6 @@ TEST_F(Importes, LinesWithoutRoomOrPersonsAreLeftAlone) {
   grid().QuitaTodas();
   pantalla.CalculaImportes(false);
   EXPECT_EQ(Vistos(escritorio), Cajas{});
-}
-
-TEST_F(Importes, PricesAreInTheCurrencyOfTheReservation) {
-  Nueva();
-  Campo(pantalla.txtMoneda, "USD");
-  Linea("0101", 2);
-  EXPECT_NEAR(Numero(0, "Total"), 2 * 66.29, 1e-9);  // 1,160 / 17.50 a night
 }
 
 TEST_F(Importes, TheFooterSumsResolvedLinesAndKeepsTheCurrentRow) {

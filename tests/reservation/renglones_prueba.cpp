@@ -69,33 +69,6 @@ TEST(PersonasDeCelda, AreWholeAndNeverNegative) {
 
 class Renglones : public pruebas::RenglonesPrueba {};
 
-TEST_F(Renglones, AnUnknownWithdrawnOrBrokenKeyHoldsTheClerkOnABlankLine) {
-  Nueva();
-  Linea("0101", 2);
-  const std::string cajaInexistente = "ERR-ID:7500045|48|Vormalix|La habitación no existe o está de baja";
-  for (const char* clave : {"0999", "0109", "Suite"}) {
-    SCOPED_TRACE(clave);
-    escritorio.Olvida();
-    ASSERT_TRUE(Ve(0, "Clave"));
-    conexion->sentencias.clear();
-    EXPECT_FALSE(Teclea(0, "Clave", clave));
-    EXPECT_EQ(Vistos(escritorio), Cajas{cajaInexistente});
-    ASSERT_EQ(conexion->sentencias.size(), 1u);
-    EXPECT_NE(conexion->sentencias[0].find("'" + std::string(clave) + "'"), std::string::npos);
-    EXPECT_EQ(grid().ClaveColumna(), "Clave");
-    EXPECT_EQ(Texto(0, "Clave"), clave);
-    EXPECT_EQ(Texto(0, "Nombre"), "");
-    EXPECT_DOUBLE_EQ(Numero(0, "Total"), 0);
-    EXPECT_EQ(Numero(0, "Adultos"), 0);
-  }
-  escritorio.Olvida();
-  EXPECT_FALSE(Teclea(0, "Clave", "01'; DELETE FROM Habitacion --"));
-  ASSERT_EQ(escritorio.Ids(), Cajas{"ERR-ID:7500046"});
-  EXPECT_EQ(escritorio.Mensajes()[0].titulo, "Busca_Habitacion()");
-  EXPECT_EQ(escritorio.Mensajes()[0].estilo, 16);
-  EXPECT_EQ(Celda("SELECT COUNT(*) FROM Habitacion"), "4");
-}
-
 TEST_F(Renglones, MissingOrFailingPersonLimitsKeepTheAmounts) {
   Nueva();
   Linea("0101", 2);

@@ -79,19 +79,6 @@ TEST_F(Servicios, PermisosPorUsuario) {
   EXPECT_EQ(Cuenta("Permiso"), 1);  // the other user's stays
 }
 
-TEST_F(Servicios, MensajeLlegaAlEscritorio) {
-  pruebas::EscritorioPrueba escritorio;
-  escritorio.Responde("ERR-ID:7500051", controles::kSi);
-  EXPECT_EQ(sistema->Mensaje("¿Seguro?", 292, "Vormalix", 7, "KV207", "ERR-ID:7500051"), controles::kSi);
-  const controles::CajaMensaje& caja = escritorio.Mensajes().at(0);
-  EXPECT_EQ(caja.texto, "¿Seguro?");
-  EXPECT_EQ(caja.estilo, 292);
-  EXPECT_EQ(caja.titulo, "Vormalix");
-  EXPECT_EQ(caja.ventana, 7);
-  EXPECT_EQ(caja.pantalla, "KV207");
-  EXPECT_EQ(caja.id, "ERR-ID:7500051");
-}
-
 TEST_F(Servicios, FechasParaSQL) {
   EXPECT_EQ(utilerias->FechaServidor(), Dia(pruebas::kHoy));
   EXPECT_EQ(utilerias->FechaSQL(Dia("2026-03-04T10:30")), "2026-03-04");
