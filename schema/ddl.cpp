@@ -1,8 +1,9 @@
-// Data definition for each engine: tables and indexes from the one list, and the guard against selling a room twice.
+// Data definition for each engine: tables and indexes from the one list, then the guards.
 #include <algorithm>
 #include <array>
 
 #include "schema/esquema.h"
+#include "schema/guardas.h"
 
 namespace esquema {
 namespace {
@@ -90,150 +91,40 @@ std::string DefineTabla(const Tabla& t, const Dialecto& d) {
   return s + "\n)";
 }
 
+std::string NombreIndice(const Tabla& t, std::size_t i) { return std::string(t.nombre) + "_" + std::to_string(i + 1); }
+
 std::string DefineIndice(const Tabla& t, std::size_t i) {
-  return "CREATE INDEX " + std::string(t.nombre) + "_" + std::to_string(i + 1) + " ON " + std::string(t.nombre) + " (" +
-         Lista(t.indices[i]) + ")";
-}
-
-// --- guard against selling a room twice
-//
-// In force while the parameter HT_OVER_BOOKING is stored with a value that means false to the screen: empty, zero in
-// any spelling, or the word. A line holds the nights from its start to the day before its end; times of day do not
-// count. Only live reservations hold rooms. Each guard looks at the lines that a write made live (`propia`) and refuses
-// at the first night that another line (`otra`) already holds.
-
-std::string Reemplaza(std::string s, std::string_view clave, std::string_view valor) {
-  for (std::size_t i = s.find(clave); i != std::string::npos; i = s.find(clave, i + valor.size()))
-    s.replace(i, clave.size(), valor);
-  return s;
-}
-
-// The text is made by the refusal itself, so the error says room, night and folio. RAISE makes the statement one that
-// may abort, so that the engine undoes it whole when rechaza() fails inside it.
-constexpr std::string_view kGuardaSqlite = R"(CREATE TRIGGER {nombre}
-AFTER {suceso}
-WHEN {condicion}
-  AND EXISTS (SELECT 1 FROM Parametro
-              WHERE Pm_Clave = 'HT_OVER_BOOKING'
-                AND TRIM(Pm_Valor, ' 0.+-') COLLATE ESPANOL IN ('', 'false', 'falso'))
-BEGIN
-  SELECT CASE WHEN rechaza('La habitación ' || habitacion || ' ya está reservada la noche del '
-                           || strftime('%d/%m/%Y', noche)
-                           || CASE WHEN folio = suyo THEN ' en esta misma reservación'
-                                   ELSE ' por la reservación ' || folio END)
-              THEN RAISE(ABORT, 'sobreventa') END
-  FROM (SELECT propia.Hb_Cve_Habitacion AS habitacion,
-               MAX(substr(propia.Rsd_Fecha_Inicio, 1, 10), substr(otra.Rsd_Fecha_Inicio, 1, 10)) AS noche,
-               otra.Rs_Folio AS folio, propia.Rs_Folio AS suyo
-        FROM Reservacion_Detalle propia
-          INNER JOIN Reservacion_Detalle otra
-            ON otra.Hb_Cve_Habitacion = propia.Hb_Cve_Habitacion
-            AND otra.Rsd_Fecha_Fin > substr(propia.Rsd_Fecha_Inicio, 1, 10)
-            AND otra.rowid <> propia.rowid
-        WHERE {propias}
-          AND MAX(substr(propia.Rsd_Fecha_Inicio, 1, 10), substr(otra.Rsd_Fecha_Inicio, 1, 10))
-            < MIN(substr(propia.Rsd_Fecha_Fin, 1, 10), substr(otra.Rsd_Fecha_Fin, 1, 10))
-          AND EXISTS (SELECT 1 FROM Reservacion
-                      WHERE Reservacion.Rs_Folio = otra.Rs_Folio AND Es_Cve_Estado NOT IN ('CA', 'CE'))
-        ORDER BY noche, folio LIMIT 1);
-END)";
-
-std::string GuardaSqlite(std::string_view nombre, std::string_view suceso, std::string_view condicion,
-                         std::string_view propias) {
-  std::string s = Reemplaza(std::string(kGuardaSqlite), "{nombre}", nombre);
-  s = Reemplaza(s, "{suceso}", suceso);
-  s = Reemplaza(s, "{condicion}", condicion);
-  return Reemplaza(s, "{propias}", propias);
-}
-
-std::vector<std::string> GuardasSqlite() {
-  constexpr std::string_view kDeLineaViva =
-      "EXISTS (SELECT 1 FROM Reservacion WHERE Rs_Folio = NEW.Rs_Folio AND Es_Cve_Estado NOT IN ('CA', 'CE'))";
-  return {
-      GuardaSqlite("Sobreventa_Alta_Linea", "INSERT ON Reservacion_Detalle", kDeLineaViva, "propia.rowid = NEW.rowid"),
-      GuardaSqlite("Sobreventa_Cambio_Linea",
-                   "UPDATE OF Rs_Folio, Hb_Cve_Habitacion, Rsd_Fecha_Inicio, Rsd_Fecha_Fin ON Reservacion_Detalle",
-                   kDeLineaViva, "propia.rowid = NEW.rowid"),
-      GuardaSqlite("Sobreventa_Alta_Reservacion", "INSERT ON Reservacion", "NEW.Es_Cve_Estado NOT IN ('CA', 'CE')",
-                   "propia.Rs_Folio = NEW.Rs_Folio"),
-      GuardaSqlite("Sobreventa_Cambio_Reservacion", "UPDATE OF Rs_Folio, Es_Cve_Estado ON Reservacion",
-                   "NEW.Es_Cve_Estado NOT IN ('CA', 'CE')\n"
-                   "  AND ((OLD.Es_Cve_Estado NOT IN ('CA', 'CE')) IS NOT 1 OR OLD.Rs_Folio <> NEW.Rs_Folio)",
-                   "propia.Rs_Folio = NEW.Rs_Folio"),
-  };
-}
-
-// Looks at every line of the folio that was written. Writers of one room wait for one another at the lock, and the
-// query behind it sees what the other has committed.
-constexpr std::string_view kGuardaPostgres = R"(CREATE FUNCTION sobreventa() RETURNS trigger LANGUAGE plpgsql AS $$
-DECLARE choque record;
-BEGIN
-  IF NOT EXISTS (SELECT 1 FROM Parametro
-                 WHERE Pm_Clave = 'HT_OVER_BOOKING' AND LOWER(BTRIM(Pm_Valor, ' 0.+-')) IN ('', 'false', 'falso')) THEN
-    RETURN NULL;
-  END IF;
-  PERFORM pg_advisory_xact_lock(207, hashtext(clave))
-  FROM (SELECT DISTINCT LOWER(RTRIM(Hb_Cve_Habitacion)) AS clave FROM Reservacion_Detalle
-        WHERE Rs_Folio = NEW.Rs_Folio ORDER BY clave) habitaciones;
-  SELECT propia.Hb_Cve_Habitacion AS habitacion, otra.Rs_Folio AS folio,
-         GREATEST(propia.Rsd_Fecha_Inicio::date, otra.Rsd_Fecha_Inicio::date) AS noche
-  INTO choque
-  FROM Reservacion_Detalle propia
-    INNER JOIN Reservacion_Detalle otra
-      ON otra.Hb_Cve_Habitacion = propia.Hb_Cve_Habitacion AND otra.ctid <> propia.ctid
-    INNER JOIN Reservacion suya
-      ON suya.Rs_Folio = propia.Rs_Folio AND suya.Es_Cve_Estado NOT IN ('CA', 'CE')
-    INNER JOIN Reservacion ajena
-      ON ajena.Rs_Folio = otra.Rs_Folio AND ajena.Es_Cve_Estado NOT IN ('CA', 'CE')
-  WHERE propia.Rs_Folio = NEW.Rs_Folio
-    AND GREATEST(propia.Rsd_Fecha_Inicio::date, otra.Rsd_Fecha_Inicio::date)
-      < LEAST(propia.Rsd_Fecha_Fin::date, otra.Rsd_Fecha_Fin::date)
-  ORDER BY noche, folio LIMIT 1;
-  IF FOUND THEN
-    RAISE EXCEPTION USING ERRCODE = 'integrity_constraint_violation',
-      MESSAGE = 'La habitación ' || choque.habitacion || ' ya está reservada la noche del '
-                || TO_CHAR(choque.noche, 'DD/MM/YYYY')
-                || CASE WHEN choque.folio = NEW.Rs_Folio THEN ' en esta misma reservación'
-                        ELSE ' por la reservación ' || choque.folio END;
-  END IF;
-  RETURN NULL;
-END $$)";
-
-std::vector<std::string> GuardasPostgres() {
-  return {
-      std::string(kGuardaPostgres),
-      "CREATE TRIGGER Sobreventa_Linea AFTER INSERT OR UPDATE OF Rs_Folio, Hb_Cve_Habitacion, Rsd_Fecha_Inicio, "
-      "Rsd_Fecha_Fin ON Reservacion_Detalle FOR EACH ROW EXECUTE FUNCTION sobreventa()",
-      "CREATE TRIGGER Sobreventa_Reservacion AFTER INSERT OR UPDATE OF Rs_Folio, Es_Cve_Estado ON Reservacion "
-      "FOR EACH ROW EXECUTE FUNCTION sobreventa()",
-  };
-}
-
-std::vector<std::string> Guardas(Motor motor) {
-  switch (motor) {
-    case Motor::Sqlite:
-      return GuardasSqlite();
-    case Motor::PostgreSQL:
-      return GuardasPostgres();
-    case Motor::SqlServer:
-      break;
-  }
-  return {};  // SQL Server: the back office's database, whose own rules guard it
+  return "CREATE INDEX " + NombreIndice(t, i) + " ON " + std::string(t.nombre) + " (" + Lista(t.indices[i]) + ")";
 }
 
 }  // namespace
 
-std::vector<std::string> Ddl(Motor motor) {
+std::vector<Objeto> Objetos(Motor motor) {
   const Dialecto& d = DialectoDe(motor);
-  std::vector<std::string> s;
-  if (motor == Motor::PostgreSQL)
-    s.emplace_back("CREATE COLLATION espanol (provider = icu, locale = 'es-u-ks-level2', deterministic = false)");
-  for (const auto& t : Tablas()) {
-    s.push_back(DefineTabla(t, d));
-    for (std::size_t i = 0; i < t.indices.size(); ++i) s.push_back(DefineIndice(t, i));
+  std::vector<Objeto> o;
+  if (motor == Motor::PostgreSQL) {
+    o.push_back({Objeto::Clase::Otro, "espanol",
+                 "CREATE COLLATION espanol (provider = icu, locale = 'es-u-ks-level2', deterministic = false)"});
   }
-  for (auto& g : Guardas(motor)) s.push_back(std::move(g));
+  for (const auto& t : Tablas()) {
+    o.push_back({Objeto::Clase::Tabla, std::string(t.nombre), DefineTabla(t, d)});
+    for (std::size_t i = 0; i < t.indices.size(); ++i) {
+      o.push_back({Objeto::Clase::Indice, NombreIndice(t, i), DefineIndice(t, i)});
+    }
+  }
+  for (auto& g : Guardas(motor)) o.push_back(std::move(g));
+  return o;
+}
+
+std::vector<std::string> Ddl(Motor motor) {
+  std::vector<std::string> s;
+  for (auto& o : Objetos(motor)) s.push_back(std::move(o.sql));
   return s;
+}
+
+std::string AgregaColumna(Motor motor, const Tabla& tabla, const Columna& columna) {
+  return "ALTER TABLE " + std::string(tabla.nombre) + " ADD COLUMN" +
+         DefineColumna(tabla, columna, DialectoDe(motor)).substr(1);
 }
 
 }  // namespace esquema

@@ -222,6 +222,9 @@ std::vector<Tabla> TablasDelAnfitrion() {
        {"Ip_Id"},
        {}},
       {"Folio_Consecutivo", {{"Fc_Serie", Clave}, {"Fc_Ultimo", Entero}}, {"Fc_Serie"}, {}},
+      // How often a reservation has changed, its rooms and card included; the guards count. It outlives its
+      // reservation, so that a folio that comes again does not pass for what was there before.
+      {"Reservacion_Version", {{"Rs_Folio", Clave}, {"Rv_Version", Entero}}, {"Rs_Folio"}, {}},
   };
 }
 

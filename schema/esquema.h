@@ -42,8 +42,19 @@ enum class Motor { Sqlite, PostgreSQL, SqlServer };
 // Statements that create tables, indexes and guards, in order. Columns but keys have neutral defaults ('' and 0; dates
 // NULL; states 'AC').
 std::vector<std::string> Ddl(Motor motor);
-// Version of the definition, kept in the database.
-inline constexpr int kVersion = 1;
+
+// What the definition consists of, in the order of creation.
+struct Objeto {
+  enum class Clase { Tabla, Indice, Guarda, Otro };
+  Clase clase;
+  std::string nombre;
+  std::string sql;
+};
+std::vector<Objeto> Objetos(Motor motor);
+// Statement that adds a column to a table of an earlier version.
+std::string AgregaColumna(Motor motor, const Tabla& tabla, const Columna& columna);
+// Version of the definition, kept in the database. A database of an earlier one gets what it lacks when it is opened.
+inline constexpr int kVersion = 2;
 
 // Statements (plain inserts with literals, SQL Server text) that fill an empty database with the demo hotel around the
 // given day, "AAAA-MM-DD".

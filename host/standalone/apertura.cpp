@@ -2,30 +2,39 @@
 
 #include <sqlite3.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <QFileInfo>
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QTemporaryFile>
 #include <QVariant>
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <memory>
+#include <thread>
 
 #include "host/standalone/colaciones.h"
 #include "host/standalone/errores.h"
+#include "host/standalone/integridad.h"
 #include "host/standalone/sentencia.h"
 #include "schema/esquema.h"
 
 namespace autonomo {
 namespace {
 
-// Marks the file as a database of this system ("KV07").
-constexpr std::int64_t kMarca = 0x4B563037;
 constexpr char kMemoria[] = ":memory:";
 
 [[noreturn]] void RechazaAjena(const std::string& porQue) {
   throw com::Error(com::error::kAjena, "El archivo no es una base de datos de reservaciones" + porQue);
+}
+
+[[noreturn]] void RechazaVacio() {
+  throw com::Error(com::error::kAjena,
+                   "El archivo está vacío (0 bytes). Si aquí estaba el hotel, ponga en su lugar la última copia de "
+                   "respaldo; si no, bórrelo para crear uno nuevo");
 }
 
 [[noreturn]] void RechazaSoloLectura() {
@@ -112,19 +121,24 @@ sqlite3* ManijaDe(const QSqlDatabase& base) {
 
 void RevisaDuenio(sqlite3* base) {
   if (EstaVacia(base)) return CreaEsquema(base);
-  if (Entero(base, "PRAGMA application_id") != kMarca) RechazaAjena("");
+  const auto marca = Entero(base, "PRAGMA application_id");
+  if (marca < kMarca || marca > kMarcaBitacora) RechazaAjena("");
   const auto version = Entero(base, "PRAGMA user_version");
   if (version > esquema::kVersion) RechazaAjena(" de esta versión: lo creó una más nueva");
-  if (version < esquema::kVersion) RechazaAjena(" de esta versión");
+  if (version < 1) RechazaAjena(" de esta versión");
 }
 
-void Prepara(sqlite3* base) {
-  RevisaDuenio(base);
-  if (sqlite3_db_readonly(base, "main") == 1) RechazaSoloLectura();
-  Corre(base, "PRAGMA journal_mode=WAL");
-  Corre(base, "PRAGMA synchronous=FULL");
-  // KiB. What a board or an availability check of a hotel with years behind it reads stays in memory.
-  Corre(base, "PRAGMA cache_size=-16000");
+// The log's mode is kept in the file. A file that was closed whole has to be switched to it, which needs it for itself
+// for a moment: programs that open it at once take turns.
+void PasaABitacora(sqlite3* base, int esperaMs) {
+  using std::chrono::steady_clock;
+  const auto limite = steady_clock::now() + std::chrono::milliseconds(esperaMs);
+  for (int ms = 1;; ms = std::min(ms * 2, 50)) {
+    const int rc = sqlite3_exec(base, "PRAGMA journal_mode=WAL", nullptr, nullptr, nullptr);
+    if (rc == SQLITE_OK) return;
+    if ((rc & 0xFF) != SQLITE_BUSY || steady_clock::now() > limite) throw ErrorSqlite(base, rc, "PRAGMA journal_mode");
+    std::this_thread::sleep_for(std::chrono::milliseconds(ms + static_cast<int>(getpid() % 7)));
+  }
 }
 
 // Inode of the write-ahead log's file; 0 when there is none.
@@ -133,6 +147,12 @@ std::uint64_t InodoBitacora(sqlite3* base) {
   struct stat datos {};
   if (ruta == nullptr || *ruta == '\0' || stat(sqlite3_filename_wal(ruta), &datos) != 0) return 0;
   return datos.st_ino;
+}
+
+// Whether the engine leaves the log where it is when the last program closes the file.
+void ConservaBitacora(sqlite3* base, bool conserva) {
+  int valor = conserva ? 1 : 0;
+  sqlite3_file_control(base, "main", SQLITE_FCNTL_PERSIST_WAL, &valor);
 }
 
 }  // namespace
@@ -146,15 +166,14 @@ BaseSqlite::BaseSqlite(const std::string& ruta, int esperaMs) {
     absoluta = QFileInfo(absoluta).absoluteFilePath();
     if (QFileInfo(absoluta).isDir()) RechazaAjena(": es una carpeta");
     if (!QFileInfo::exists(absoluta)) CreaArchivo(absoluta);
+    if (QFileInfo(absoluta).size() == 0) RechazaVacio();
     // Before the engine leaves its side files beside one that it cannot write.
     if (!QFileInfo(absoluta).isWritable()) RechazaSoloLectura();
   }
   try {
+    if (ruta != kMemoria) RevisaBitacora(absoluta.toStdString());
     Abre(absoluta, esperaMs);
-    RegistraColaciones(manija_);
-    Prepara(manija_);
-    Corre(manija_, "SELECT 1 FROM sqlite_master LIMIT 1");  // the log's file is there from the first read on
-    bitacora_ = InodoBitacora(manija_);
+    Prepara(absoluta.toStdString(), esperaMs);
   } catch (const com::Error&) {
     Cierra();
     throw;
@@ -179,16 +198,53 @@ void BaseSqlite::Abre(const QString& ruta, int esperaMs) {
     throw com::Error(com::error::kBaseDatos, "El controlador de la base de datos no es el de SQLite");
 }
 
-void BaseSqlite::RevisaArchivos() const {
+void BaseSqlite::Prepara(const std::string& ruta, int esperaMs) {
+  RegistraColaciones(manija_);
+  RevisaDuenio(manija_);
+  if (sqlite3_db_readonly(manija_, "main") == 1) RechazaSoloLectura();
+  ExigeBitacora(manija_);
+  PasaABitacora(manija_, esperaMs);
+  Corre(manija_, "PRAGMA synchronous=FULL");
+  // KiB. What a board or an availability check of a hotel with years behind it reads stays in memory.
+  Corre(manija_, "PRAGMA cache_size=-16000");
+  paginas_ = std::make_unique<RevisionDePaginas>(manija_, ruta);
+  avisos_ = Completa(manija_);
+  if (ruta == kMemoria) return;
+  Marca(manija_, esperaMs);
+  ConservaBitacora(manija_, true);
+  bitacora_ = InodoBitacora(manija_);
+}
+
+bool BaseSqlite::EnSuLugar() const {
   int movido = 0;
   sqlite3_file_control(manija_, "main", SQLITE_FCNTL_HAS_MOVED, &movido);
-  if (movido == 0 && InodoBitacora(manija_) == bitacora_) return;
+  return movido == 0 && InodoBitacora(manija_) == bitacora_;
+}
+
+void BaseSqlite::RevisaArchivos() const {
+  if (paginas_ != nullptr) paginas_->Exige();
+  if (EnSuLugar()) return;
   throw com::Error(com::error::kBaseDatos,
                    "Alguien movió, borró o cambió el archivo de la base de datos mientras se usaba. No se guardó nada: "
                    "devuélvalo a su lugar, o cierre el programa y ábralo otra vez");
 }
 
+// The last program to leave makes the file whole again; while others are there the engine refuses. Without its file in
+// its place nothing is touched: the log there may be another's.
+void BaseSqlite::DejaEntera() {
+  if (manija_ == nullptr || bitacora_ == 0 || !EnSuLugar()) return;
+  sqlite3_busy_timeout(manija_, 0);
+  ConservaBitacora(manija_, false);
+  if (sqlite3_exec(manija_, "PRAGMA journal_mode=DELETE", nullptr, nullptr, nullptr) == SQLITE_OK) {
+    QuitaMarcas(manija_);
+  } else {
+    ConservaBitacora(manija_, true);
+  }
+}
+
 void BaseSqlite::Cierra() {
+  paginas_.reset();
+  DejaEntera();
   manija_ = nullptr;
   base_.close();
   base_ = {};

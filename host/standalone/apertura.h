@@ -4,7 +4,12 @@
 #include <QSqlDatabase>
 #include <QString>
 #include <cstdint>
+#include <memory>
 #include <string>
+#include <utility>
+#include <vector>
+
+#include "host/standalone/integridad.h"
 
 struct sqlite3;
 
@@ -25,16 +30,25 @@ class BaseSqlite {
 
   // com::Error kBaseDatos when the database's file or its log is no longer the one that was opened: what is written
   // then would be lost without a sign. Asked before each write or transaction.
+  // Also when a check of its pages has meanwhile found damage.
   void RevisaArchivos() const;
+
+  // What the clerk is to know about it, once.
+  std::vector<std::string> TomaAvisos() { return std::exchange(avisos_, {}); }
 
  private:
   void Abre(const QString& ruta, int esperaMs);
+  void Prepara(const std::string& ruta, int esperaMs);
+  bool EnSuLugar() const;
+  void DejaEntera();
   void Cierra();
 
   QString nombre_;
   QSqlDatabase base_;
   sqlite3* manija_ = nullptr;
   std::uint64_t bitacora_ = 0;  // inode of the write-ahead log; 0 in memory
+  std::vector<std::string> avisos_;
+  std::unique_ptr<RevisionDePaginas> paginas_;
 };
 
 }  // namespace autonomo

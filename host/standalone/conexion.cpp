@@ -13,6 +13,7 @@
 #include "host/standalone/registro.h"
 #include "host/standalone/sentencia.h"
 #include "host/standalone/traductor.h"
+#include "host/standalone/vigilante.h"
 
 namespace autonomo {
 namespace {
@@ -29,7 +30,7 @@ struct Preparada {
   Sentencia sentencia;
 };
 
-class ConexionSqlite final : public Conexion {
+class ConexionSqlite final : public ConexionDeMotor {
  public:
   ConexionSqlite(const OpcionesConexion& opciones, const Reloj& reloj)
       : reloj_(reloj), leeConjuntos_(opciones.leeConjuntos), base_(opciones.ruta, opciones.esperaMs) {}
@@ -51,6 +52,7 @@ class ConexionSqlite final : public Conexion {
   bool EnTransaccion() const override { return enTransaccion_; }
   bool LeeConjuntos() const override { return leeConjuntos_; }
   esquema::Motor Motor() const override { return esquema::Motor::Sqlite; }
+  std::vector<std::string> TomaAvisos() override { return base_.TomaAvisos(); }
 
  private:
   using Lista = std::list<Preparada>;
@@ -188,7 +190,7 @@ std::shared_ptr<Conexion> AbreConexion(const OpcionesConexion& opciones, const R
   if (!opciones.conexion.empty())
     throw com::Error(com::error::kBaseDatos,
                      "Esta versión solo abre bases de datos SQLite (archivo), no cadenas de conexión");
-  return std::make_shared<ConexionSqlite>(opciones, reloj);
+  return Vigila(std::make_shared<ConexionSqlite>(opciones, reloj));
 }
 
 }  // namespace autonomo

@@ -38,7 +38,8 @@ struct OpcionesConexion {
   int esperaMs = 5000;            // how long a statement waits for another program's lock
 };
 
-class Conexion : public ado::Connection {
+// What an engine offers.
+class ConexionDeMotor : public ado::Connection {
  public:
   // Parameters of the host's own statements, bound to "?" in order.
   using Parametros = std::vector<com::Variant>;
@@ -53,6 +54,22 @@ class Conexion : public ado::Connection {
   // Called after a transaction has ended: committed or rolled back. Must not raise.
   std::function<void(bool confirmada)> alTerminarTransaccion;
   virtual esquema::Motor Motor() const = 0;
+  // What the clerk is to know about the database that was opened (guards put back, a check that failed behind her
+  // back); each notice is given once.
+  virtual std::vector<std::string> TomaAvisos() { return {}; }
+};
+
+// The connection of the services: the engine's, with what the host watches over (vigilante.h).
+class Conexion : public ConexionDeMotor {
+ public:
+  // What others changed in a reservation since this connection showed it, told for the clerk; "" when nothing, or when
+  // it never showed it. Told once: what is there now then counts as seen. Inside a transaction nobody else changes the
+  // reservation until its end.
+  virtual std::string CambioAjeno(const std::string& folio) = 0;
+  // Between the two calls a person is asked: an open transaction holds no lock meanwhile. It goes on with the next
+  // statement, as if it had begun there.
+  virtual void Suelta() = 0;
+  virtual void Retoma() = 0;
 };
 
 // Opens the database. A missing SQLite file is created with the empty schema, whole or not at all. com::Error kAjena

@@ -248,8 +248,14 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
     if (rs->Eof()) throw Rechazo{"La reservación " + pedido + " no existe"};
     const std::string folio = com::CStr(rs->Fields(0).Value());
     const std::string estado = com::Recorta(com::CStr(rs->Fields(1).Value()));
+    const std::string ajeno = Base().CambioAjeno(folio);
     if (!com::IgualSinCaja(estado, esquema::kActiva) && !com::IgualSinCaja(estado, esquema::kConfirmada)) {
-      throw Rechazo{"La reservación " + folio + " está en estado " + estado + " y no se puede modificar"};
+      throw Rechazo{ajeno + "La reservación " + folio + " está en estado " + estado + " y no se puede modificar"};
+    }
+    if (!ajeno.empty()) {
+      throw Rechazo{ajeno +
+                    "No se guardó nada y su captura sigue en la pantalla. Si vuelve a aceptar, queda lo que usted "
+                    "capturó"};
     }
     RevisaRenglonesCompletos(folio);
     const anfitrion::DatosReservacion& e = encabezado_;

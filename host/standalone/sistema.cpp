@@ -49,6 +49,8 @@ class ServicioSistema : public com::Objeto<anfitrion::Sistema> {
     caja.pantalla = com::CStr(pantalla);
     caja.id = com::CStr(id);
     registro::Anota("aviso " + caja.id + ", estilo " + std::to_string(estilo) + ", " + caja.titulo);
+    // No other desk waits while this one thinks.
+    const SinBloqueo pausa(*host_.conexion());
     const int respuesta = controles::EscritorioActual().Mensaje(caja);
     registro::Anota("respuesta " + std::to_string(respuesta) + " a " + caja.id);
     return respuesta;

@@ -23,6 +23,18 @@ class Transaccion {
   bool propia_;
 };
 
+// While it lives, a person is asked: the open transaction holds no lock.
+class SinBloqueo {
+ public:
+  explicit SinBloqueo(Conexion& conexion) : conexion_(conexion) { conexion_.Suelta(); }
+  ~SinBloqueo() { conexion_.Retoma(); }
+  SinBloqueo(const SinBloqueo&) = delete;
+  SinBloqueo& operator=(const SinBloqueo&) = delete;
+
+ private:
+  Conexion& conexion_;
+};
+
 // Whether the statement gives a row.
 bool Hay(Conexion& conexion, std::string_view sentencia, const Conexion::Parametros& parametros);
 

@@ -64,7 +64,8 @@ class ConexionVigilada : public ado::Connection {
 
 class HotelPrueba : public ::testing::Test {
  protected:
-  HotelPrueba() : host(Opciones()), tablero(), pantalla(tablero) {
+  // ruta: the database's file.
+  explicit HotelPrueba(const std::string& ruta = ":memory:") : host(Opciones(ruta)), tablero(), pantalla(tablero) {
     host.RegistraClases();
     publico::Arranca();
     conexion = std::make_shared<ConexionVigilada>(host.conexion());
@@ -141,8 +142,9 @@ class HotelPrueba : public ::testing::Test {
   kv207::frmKV207 pantalla;
 
  private:
-  static autonomo::Opciones Opciones() {
+  static autonomo::Opciones Opciones(const std::string& ruta) {
     autonomo::Opciones opciones;
+    opciones.base.ruta = ruta;
     opciones.usuario = "MARTHA";
     opciones.ahora = com::FechaDe(2026, 3, 9, 10, 30);
     return opciones;

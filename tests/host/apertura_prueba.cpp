@@ -58,25 +58,14 @@ TEST_F(AperturaPrueba, CreaYVuelveAAbrir) {
               std::to_string(t.columnas.size()));
 }
 
-TEST_F(AperturaPrueba, UnArchivoVacioSeLlena) {
-  Escribe("");
-  EXPECT_EQ(Uno(*Abre(), "SELECT COUNT(*) FROM Reservacion"), "0");
-}
-
-// One that was just made, or a copy that keeps no log yet.
+// A database without anything in it, and a copy that keeps no log yet.
 TEST_F(AperturaPrueba, SeEscribeUnaYOtraVezEnUnArchivoSinBitacora) {
-  Escribe("");
+  Ajeno(ruta, "VACUUM");
   for (const char* vuelta : {"nueva", "copia"}) {
-    {
-      const auto base = Abre();
-      for (const char* moneda : {"A", "B"}) {
-        base->Consulta("INSERT INTO Moneda (Mn_Cve_Moneda) VALUES (?)", {std::string(vuelta) + moneda});
-      }
+    const auto base = Abre();
+    for (const char* moneda : {"A", "B"}) {
+      base->Consulta("INSERT INTO Moneda (Mn_Cve_Moneda) VALUES (?)", {std::string(vuelta) + moneda});
     }
-    // The header's two bytes that say so.
-    std::fstream archivo(ruta, std::ios::in | std::ios::out | std::ios::binary);
-    archivo.seekp(18);
-    archivo << "\x01\x01";
   }
   EXPECT_EQ(Uno(*Abre(), "SELECT COUNT(*) FROM Moneda"), "4");
 }
@@ -104,7 +93,7 @@ TEST_F(AperturaPrueba, LoAjenoNiSeAbreNiSeToca) {
   }
   std::filesystem::remove(ruta);
   Abre();
-  Ajeno(ruta, "PRAGMA user_version=2");
+  Ajeno(ruta, "PRAGMA user_version=99");
   const auto e = ErrorDe([&] { Abre(); });
   EXPECT_EQ(e.Numero(), kAjena);
   EXPECT_EQ(e.Descripcion(),
@@ -199,21 +188,15 @@ TEST_F(AperturaPrueba, MuertaAlCrearQuedaEnteraONada) {
   int creadas = 0;
   for (const auto& archivo : std::filesystem::directory_iterator(carpeta)) {
     const std::string ajeno = archivo.path().string();
-    if (ajeno.ends_with("-wal") || ajeno.ends_with("-shm")) continue;
+    if (ajeno.ends_with("-wal") || ajeno.ends_with("-shm") || ajeno.ends_with("-journal")) continue;
     ASSERT_TRUE(ajeno.ends_with(".db")) << ajeno;
     ++creadas;
     EXPECT_GT(archivo.file_size(), 0U);
-    sqlite3* base = nullptr;
-    sqlite3_open(ajeno.c_str(), &base);
-    EXPECT_EQ(sqlite3_exec(base, "SELECT 1 FROM sqlite_master WHERE name='Sobreventa_Cambio_Reservacion'", nullptr,
-                           nullptr, nullptr),
-              SQLITE_OK);
-    sqlite3_close(base);
   }
   EXPECT_GT(creadas, 0);
   for (int vuelta = 0; vuelta < 8; ++vuelta)
     for (int i = 0; std::filesystem::exists(nombre(vuelta, i)); ++i)
-      EXPECT_EQ(Uno(*Abre(nombre(vuelta, i)), "SELECT COUNT(*) FROM sqlite_master WHERE type='trigger'"), "4");
+      EXPECT_EQ(Uno(*Abre(nombre(vuelta, i)), "SELECT COUNT(*) FROM sqlite_master WHERE type='trigger'"), "13");
 }
 
 TEST_F(AperturaPrueba, MuertaAlGuardarQuedaTodoONada) {
@@ -253,6 +236,130 @@ TEST_F(AperturaPrueba, UnArchivoQueSeFueNoRecibeNada) {
   inserta();
   c->CommitTrans();
   EXPECT_EQ(Uno(*Abre(), "SELECT COUNT(*) FROM Moneda"), "1");
+}
+
+// What the file alone would pass over without a word.
+TEST_F(AperturaPrueba, UnaBitacoraPerdidaODanadaSeDice) {
+  const auto inserta = [&](autonomo::Conexion& c, int n) {
+    c.Consulta("INSERT INTO Moneda (Mn_Cve_Moneda) VALUES (?)", {std::to_string(n)});
+  };
+  namespace fs = std::filesystem;
+  const std::string sola = (carpeta / "sola.db").string(), danada = (carpeta / "danada.db").string(),
+                    rota = (carpeta / "rota.db").string();
+  {
+    const auto c = Abre();
+    c->Directa("PRAGMA synchronous=OFF");
+    // Also after the log has been brought into the file by the way.
+    for (int i = 0; i < 500; ++i) inserta(*c, i);
+    EXPECT_GT(fs::file_size(ruta + "-wal"), 4000000U);
+    for (const auto& copia : {sola, danada, rota}) fs::copy_file(ruta, copia);
+    for (int i = 500; i < 510; ++i) inserta(*c, i);
+    fs::copy_file(ruta + "-wal", danada + "-wal");
+    fs::copy_file(ruta + "-wal", rota + "-wal");
+  }
+  const auto e = ErrorDe([&] { Abre(sola); });
+  EXPECT_NE(e.Descripcion().find("le falta su bitácora"), std::string::npos) << e.Descripcion();
+  std::ofstream(sola + "-wal");
+  EXPECT_EQ(Numero(sola), kBaseDatos) << "an empty log";
+  // One byte of the log's first frames, with committed work behind it.
+  std::fstream log(danada + "-wal", std::ios::in | std::ios::out | std::ios::binary);
+  log.seekp(9000);
+  log.put('\x55');
+  log.close();
+  const std::string antes = Bytes(danada);
+  EXPECT_NE(ErrorDe([&] { Abre(danada); }).Descripcion().find("está dañada"), std::string::npos);
+  EXPECT_EQ(Bytes(danada), antes);
+  // A last transaction that was cut short is not damage: it was never accepted.
+  fs::resize_file(rota + "-wal", fs::file_size(rota + "-wal") - 100);
+  EXPECT_EQ(Numero(rota), 0);
+  // Closed whole, the file can be copied alone.
+  EXPECT_EQ(Uno(*Abre(), "SELECT COUNT(*) FROM Moneda"), "510");
+}
+
+TEST_F(AperturaPrueba, UnArchivoVacioOConUnaPaginaRotaNoSeUsa) {
+  Escribe("");
+  EXPECT_NE(ErrorDe([&] { Abre(); }).Descripcion().find("vacío (0 bytes)"), std::string::npos);
+  EXPECT_EQ(Bytes(ruta), "");
+  std::filesystem::remove(ruta);
+  for (const bool grande : {false, true}) {
+    {
+      const auto c = Abre();
+      c->BeginTrans();
+      for (int i = 0; i < (grande ? 3000 : 10); ++i) {
+        c->Consulta("INSERT INTO Plantilla (Pt_Cve_Plantilla, Pt_Cuerpo) VALUES (?, ?)",
+                    {std::to_string(i) + (grande ? "g" : "c"), std::string(3500, 'x')});
+      }
+      c->CommitTrans();
+    }
+    const std::string buena = Bytes(ruta);
+    std::string mala = buena;
+    const std::size_t lugar = mala.find(std::string(3000, 'x')) / 4096 * 4096;  // the head of a page of the table
+    mala.replace(lugar, 8, 8, '\x7e');
+    Escribe(mala);
+    if (!grande) {
+      EXPECT_NE(ErrorDe([&] { Abre(); }).Descripcion().find("está dañada"), std::string::npos);
+    } else {
+      // Behind the clerk's back; what she writes next is refused.
+      const auto c = Abre();
+      com::Error e{0, ""};
+      for (int i = 0; i < 500 && e.Numero() == 0; ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        e = ErrorDe([&] {
+          c->BeginTrans();
+          c->RollbackTrans();
+        });
+      }
+      EXPECT_NE(e.Descripcion().find("está dañada"), std::string::npos);
+    }
+    Escribe(buena);
+  }
+}
+
+TEST_F(AperturaPrueba, LoQueLeQuitaronSePoneYSeDice) {
+  {
+    const auto c = Abre();
+    EXPECT_TRUE(c->TomaAvisos().empty());
+    c->Directa("INSERT INTO Parametro (Pm_Clave, Pm_Valor) VALUES ('HT_OVER_BOOKING', '0')");
+    for (const char* guarda : {"Sobreventa_Alta_Linea", "Version_Cambio_Reservacion"})
+      c->Directa(std::string("DROP TRIGGER ") + guarda);
+    c->Directa("DROP INDEX Reservacion_Detalle_2");
+    for (const char* folio : {"1", "2"}) {
+      c->Consulta("INSERT INTO Reservacion (Rs_Folio) VALUES (?)", {folio});
+      c->Consulta(
+          "INSERT INTO Reservacion_Detalle (Rs_Folio, Hb_Cve_Habitacion, Rsd_Fecha_Inicio, Rsd_Fecha_Fin) "
+          "VALUES (?, '0101', '2026-03-10', '2026-03-12')",
+          {folio});
+    }
+  }
+  const auto c = Abre();
+  const auto avisos = c->TomaAvisos();
+  ASSERT_EQ(avisos.size(), 1U);
+  EXPECT_NE(avisos[0].find("(Sobreventa_Alta_Linea, Version_Cambio_Reservacion)"), std::string::npos) << avisos[0];
+  EXPECT_NE(avisos[0].find("Habitación 0101: reservaciones 1 y 2"), std::string::npos) << avisos[0];
+  EXPECT_EQ(Uno(*c, "SELECT COUNT(*) FROM sqlite_master WHERE type = 'trigger' OR name = 'Reservacion_Detalle_2'"),
+            "14");
+  EXPECT_TRUE(Abre()->TomaAvisos().empty());
+  c->Directa("DROP TABLE Tarifa");
+  EXPECT_EQ(Numero(ruta), kBaseDatos);
+}
+
+// A database of the first version gets the versions and keeps what it holds.
+TEST_F(AperturaPrueba, UnaVersionAnteriorSePoneAlDia) {
+  {
+    const auto c = Abre();
+    c->Directa("INSERT INTO Reservacion (Rs_Folio) VALUES ('1')");
+    const auto guardas = c->Directa("SELECT name FROM sqlite_master WHERE name LIKE 'Version_%' AND type = 'trigger'");
+    for (; !guardas->Eof(); guardas->MoveNext()) c->Directa("DROP TRIGGER " + com::CStr(guardas->Fields(0).Value()));
+    c->Directa("DROP TABLE Reservacion_Version");
+    c->Directa("ALTER TABLE Reservacion DROP COLUMN Rs_Comentario");
+    c->Directa("PRAGMA user_version=1");
+  }
+  const auto c = Abre();
+  EXPECT_TRUE(c->TomaAvisos().empty());
+  EXPECT_EQ(Uno(*c, "SELECT Rs_Folio || Rs_Comentario FROM Reservacion"), "1");
+  c->Directa("UPDATE Reservacion SET Rs_Comentario = 'x'");
+  EXPECT_EQ(Uno(*c, "SELECT Rv_Version FROM Reservacion_Version"), "1");
+  EXPECT_EQ(Uno(*c, "PRAGMA user_version"), std::to_string(esquema::kVersion));
 }
 
 }  // namespace

@@ -62,6 +62,8 @@ std::vector<ado::TextoSQL> SentenciasDePantalla() {
 
 TEST_F(ConexionPrueba, CorrenLasSentenciasDeLasPantallas) {
   for (const auto& s : esquema::HotelDemo("2026-03-09")) c->Execute(s);
+  // One that can be confirmed, then cancelled, then reactivated.
+  c->Directa("UPDATE Reservacion SET Es_Cve_Estado = 'AC' WHERE Rs_Folio = '0000000001'");
   for (const auto& s : SentenciasDePantalla()) {
     EXPECT_NO_THROW(c->Execute(s)) << s.Texto();
     for (const auto motor : {esquema::Motor::PostgreSQL, esquema::Motor::SqlServer})

@@ -70,7 +70,10 @@ TEST_F(Guardar, RefusalsOfTheStoreShowItsText) {
   Pulsa(Accion::Editar);
   // Finished elsewhere in the meantime.
   Sql("UPDATE Reservacion SET Es_Cve_Estado = 'AP'");
-  AceptaSinGuardar({"ERR-ID:7500012|16|Vormalix|La reservación 0000000077 está en estado AP y no se puede modificar"});
+  AceptaSinGuardar(
+      {"ERR-ID:7500012|16|Vormalix|La reservación 0000000077 cambió después de que usted la abrió.\r\n"
+       "(sin usuario): última modificación\r\n- Estado: Activa -> Aplicada\r\n"
+       "La reservación 0000000077 está en estado AP y no se puede modificar"});
   Pulsa(Accion::Limpiar);
 
   Nueva();

@@ -1,0 +1,317 @@
+#include "host/standalone/integridad.h"
+
+#include <sqlite3.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <memory>
+#include <set>
+
+#include "host/standalone/colaciones.h"
+#include "host/standalone/errores.h"
+#include "host/standalone/sentencia.h"
+#include "platform/com/variant.h"
+#include "schema/esquema.h"
+
+namespace autonomo {
+namespace {
+
+// Files up to this size are checked while the program opens them: some 20 ms.
+constexpr std::uintmax_t kBytesAlAbrir = 8U << 20U;
+// Engine steps between two looks at whether the check is to end.
+constexpr int kPasos = 10000;
+
+[[noreturn]] void Rechaza(const std::string& texto, const std::string& detalle = {}) {
+  throw com::Error(com::error::kBaseDatos, texto, detalle);
+}
+
+[[noreturn]] void RechazaDanada(const std::string& detalle = {}) {
+  Rechaza(
+      "La base de datos está dañada. No se trabaja en ella para no empeorarla: guarde el archivo aparte y ponga en su "
+      "lugar la última copia de respaldo",
+      detalle);
+}
+
+// --- the write-ahead log, as the engine lays it out
+
+constexpr std::size_t kCabeceraBitacora = 32, kCabeceraCuadro = 24;
+
+std::uint32_t Grande(const unsigned char* p) {
+  return std::uint32_t{p[0]} << 24U | std::uint32_t{p[1]} << 16U | std::uint32_t{p[2]} << 8U | p[3];
+}
+std::uint32_t Chico(const unsigned char* p) {
+  return std::uint32_t{p[3]} << 24U | std::uint32_t{p[2]} << 16U | std::uint32_t{p[1]} << 8U | p[0];
+}
+
+using Suma = std::array<std::uint32_t, 2>;
+
+void Acumula(Suma& suma, bool grande, const unsigned char* p, std::size_t bytes) {
+  const auto lee = grande ? Grande : Chico;
+  for (std::size_t i = 0; i + 8 <= bytes; i += 8) {
+    suma[0] += lee(p + i) + suma[1];
+    suma[1] += lee(p + i + 4) + suma[0];
+  }
+}
+
+bool EsSuma(const Suma& suma, const unsigned char* p) { return suma[0] == Grande(p) && suma[1] == Grande(p + 4); }
+
+std::vector<unsigned char> LeeArchivo(const std::string& ruta) {
+  std::ifstream archivo(ruta, std::ios::binary);
+  return {std::istreambuf_iterator<char>(archivo), {}};
+}
+
+// Committed transactions of the log that stand behind its first unreadable frame. A transaction that a power cut tore
+// leaves one at most, and only when its last frame reached the disk before another one.
+int ConfirmadasTrasElDano(const std::vector<unsigned char>& log) {
+  if (log.size() <= kCabeceraBitacora) return 0;
+  const unsigned char* cabecera = log.data();
+  const std::uint32_t firma = Grande(cabecera);
+  const std::size_t pagina = Grande(cabecera + 8);
+  const bool grande = (firma & 1U) != 0;
+  Suma suma{};
+  Acumula(suma, grande, cabecera, 24);
+  if ((firma & ~1U) != 0x377F0682 || pagina < 512 || !EsSuma(suma, cabecera + 24)) return 2;
+  const std::size_t cuadro = kCabeceraCuadro + pagina;
+  bool sana = true;
+  int tras = 0;
+  for (std::size_t i = kCabeceraBitacora; i + cuadro <= log.size(); i += cuadro) {
+    const unsigned char* p = log.data() + i;
+    const bool deEsta = std::memcmp(p + 8, cabecera + 16, 8) == 0;
+    if (sana) {
+      Acumula(suma, grande, p, 8);
+      Acumula(suma, grande, p + kCabeceraCuadro, pagina);
+      sana = deEsta && EsSuma(suma, p + 16);
+      if (sana) continue;
+    }
+    if (deEsta && Grande(p + 4) != 0) ++tras;
+  }
+  return tras;
+}
+
+// --- marks
+
+// Pages in the log at which it is brought into the file.
+constexpr int kPaginasDeBitacora = 1000;
+
+bool PoneMarca(sqlite3* base, std::int64_t marca) {
+  const std::string sql = "PRAGMA application_id=" + std::to_string(marca);
+  return sqlite3_exec(base, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+// After a commit, outside any transaction. Another program that writes at this moment does it next time.
+int AlConfirmar(void* espera, sqlite3* base, const char*, int paginas) {
+  if (paginas < kPaginasDeBitacora) return SQLITE_OK;
+  sqlite3_wal_hook(base, nullptr, nullptr);
+  sqlite3_busy_timeout(base, 0);
+  if (PoneMarca(base, kMarcaEnUso)) {
+    sqlite3_wal_checkpoint_v2(base, "main", SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+    PoneMarca(base, kMarcaBitacora);
+  }
+  const auto ms = static_cast<int>(reinterpret_cast<std::intptr_t>(espera));
+  sqlite3_busy_timeout(base, ms);
+  sqlite3_wal_hook(base, AlConfirmar, espera);
+  return SQLITE_OK;
+}
+
+// --- the definition
+
+struct Existentes {
+  std::map<std::string, std::string> sql;  // by name
+  std::map<std::string, std::set<std::string>> columnas;
+};
+
+Existentes Lee(sqlite3* base) {
+  Existentes e;
+  constexpr std::string_view kObjetos = "SELECT name, sql FROM sqlite_master WHERE sql IS NOT NULL";
+  const auto objetos = Sentencia(base, kObjetos, {}, kObjetos).Corre(kObjetos);
+  for (; !objetos->Eof(); objetos->MoveNext()) {
+    e.sql[com::CStr(objetos->Fields(0).Value())] = com::CStr(objetos->Fields(1).Value());
+  }
+  constexpr std::string_view kColumnas =
+      "SELECT m.name, c.name FROM sqlite_master m, pragma_table_info(m.name) c WHERE m.type = 'table'";
+  const auto columnas = Sentencia(base, kColumnas, {}, kColumnas).Corre(kColumnas);
+  for (; !columnas->Eof(); columnas->MoveNext()) {
+    e.columnas[com::CStr(columnas->Fields(0).Value())].insert(com::CStr(columnas->Fields(1).Value()));
+  }
+  return e;
+}
+
+// What is to be run, and what of it somebody took away.
+struct Remedios {
+  std::vector<std::string> sentencias;
+  std::vector<std::string> guardas;  // names of those of the present version
+};
+
+Remedios Busca(sqlite3* base, bool vigente) {
+  const Existentes hay = Lee(base);
+  Remedios r;
+  for (const esquema::Objeto& o : esquema::Objetos(esquema::Motor::Sqlite)) {
+    const auto esta = hay.sql.find(o.nombre);
+    if (o.clase == esquema::Objeto::Clase::Guarda) {
+      if (esta != hay.sql.end() && esta->second == o.sql) continue;
+      if (esta != hay.sql.end()) r.sentencias.push_back("DROP TRIGGER " + o.nombre);
+      if (vigente) r.guardas.push_back(o.nombre);
+    } else if (esta != hay.sql.end()) {
+      continue;
+    } else if (vigente && o.clase == esquema::Objeto::Clase::Tabla) {
+      RechazaDanada("Falta la tabla " + o.nombre);
+    }
+    r.sentencias.push_back(o.sql);
+  }
+  std::vector<std::string> columnas;
+  for (const esquema::Tabla& tabla : esquema::Tablas()) {
+    const auto existentes = hay.columnas.find(std::string(tabla.nombre));
+    if (existentes == hay.columnas.end()) continue;
+    for (const esquema::Columna& columna : tabla.columnas) {
+      if (existentes->second.contains(std::string(columna.nombre))) continue;
+      if (vigente) RechazaDanada("Falta la columna " + std::string(columna.nombre));
+      columnas.push_back(esquema::AgregaColumna(esquema::Motor::Sqlite, tabla, columna));
+    }
+  }
+  r.sentencias.insert(r.sentencias.begin(), columnas.begin(), columnas.end());
+  return r;
+}
+
+// Rooms that two live reservations hold on one night, as text; "" when there are none.
+std::string NochesDobles(sqlite3* base) {
+  constexpr std::string_view kDobles =
+      "SELECT DISTINCT una.Hb_Cve_Habitacion, una.Rs_Folio, otra.Rs_Folio FROM Reservacion_Detalle una "
+      "INNER JOIN Reservacion_Detalle otra ON otra.Hb_Cve_Habitacion = una.Hb_Cve_Habitacion "
+      "AND otra.Rsd_Fecha_Fin > una.Rsd_Fecha_Inicio AND otra.Rsd_Fecha_Inicio < una.Rsd_Fecha_Fin "
+      "AND otra.Rs_Folio > una.Rs_Folio "
+      "INNER JOIN Reservacion r ON r.Rs_Folio = una.Rs_Folio AND r.Es_Cve_Estado NOT IN ('CA', 'CE') "
+      "INNER JOIN Reservacion s ON s.Rs_Folio = otra.Rs_Folio AND s.Es_Cve_Estado NOT IN ('CA', 'CE') LIMIT 10";
+  std::string texto;
+  const auto filas = Sentencia(base, kDobles, {}, kDobles).Corre(kDobles);
+  for (; !filas->Eof(); filas->MoveNext()) {
+    texto += "\r\n- Habitación " + com::CStr(filas->Fields(0).Value()) + ": reservaciones " +
+             com::CStr(filas->Fields(1).Value()) + " y " + com::CStr(filas->Fields(2).Value());
+  }
+  return texto;
+}
+
+std::string AvisoDeGuardas(sqlite3* base, const std::vector<std::string>& guardas) {
+  std::string texto =
+      "A la base de datos le faltaban guardas contra vender dos veces una habitación o contra perder el "
+      "trabajo de otro (";
+  for (const std::string& guarda : guardas) texto += (&guarda == &guardas.front() ? "" : ", ") + guarda;
+  texto += "). Ya están puestas otra vez; averigüe qué programa las quitó.";
+  const std::string dobles = NochesDobles(base);
+  return dobles.empty() ? texto : texto + " Estas habitaciones están en dos reservaciones a la vez:" + dobles;
+}
+
+// --- pages
+
+struct CierraManija {
+  void operator()(sqlite3* base) const { sqlite3_close(base); }
+};
+
+// "ok", or the first thing that is wrong.
+std::string RevisaPaginas(sqlite3* base) {
+  constexpr std::string_view kRevisa = "PRAGMA quick_check(1)";
+  const auto filas = Sentencia(base, kRevisa, {}, kRevisa).Corre(kRevisa);
+  return filas->Eof() ? "ok" : com::CStr(filas->Fields(0).Value());
+}
+
+}  // namespace
+
+void RevisaBitacora(const std::string& ruta) {
+  const std::vector<unsigned char> log = LeeArchivo(ruta + "-wal");
+  if (ConfirmadasTrasElDano(log) < 2) return;
+  // Another program may have begun the log anew while it was read.
+  const std::vector<unsigned char> otra = LeeArchivo(ruta + "-wal");
+  const bool quieta =
+      log.size() == otra.size() && std::equal(log.begin(), log.begin() + kCabeceraBitacora, otra.begin());
+  if (!quieta || ConfirmadasTrasElDano(otra) < 2) return;
+  Rechaza("La bitácora de la base de datos (" + ruta +
+          "-wal) está dañada y guarda trabajo que ya se había aceptado. No se abre para no perderlo: guarde los dos "
+          "archivos aparte y ponga en su lugar la última copia de respaldo");
+}
+
+void Marca(sqlite3* base, int esperaMs) {
+  const auto marca = Entero(base, "PRAGMA application_id");
+  if (marca == kMarca) {
+    Corre(base, "PRAGMA application_id=" + std::to_string(kMarcaEnUso));
+    Corre(base, "PRAGMA wal_checkpoint(PASSIVE)");
+  }
+  if (marca != kMarcaBitacora) Corre(base, "PRAGMA application_id=" + std::to_string(kMarcaBitacora));
+  sqlite3_wal_hook(base, AlConfirmar, reinterpret_cast<void*>(static_cast<std::intptr_t>(esperaMs)));
+}
+
+void QuitaMarcas(sqlite3* base) { PoneMarca(base, kMarca); }
+
+void ExigeBitacora(sqlite3* base) {
+  const char* ruta = sqlite3_db_filename(base, "main");
+  if (ruta == nullptr || *ruta == '\0' || Entero(base, "PRAGMA application_id") != kMarcaEnUso) return;
+  constexpr std::string_view kModo = "PRAGMA journal_mode";
+  const auto modo = Sentencia(base, kModo, {}, kModo).Corre(kModo);
+  if (com::CStr(modo->Fields(0).Value()) != "wal") return;
+  const char* log = sqlite3_filename_wal(ruta);
+  struct stat datos {};
+  if (stat(log, &datos) == 0 && datos.st_size > 0) return;
+  Rechaza("A la base de datos le falta su bitácora (" + std::string(log) +
+          "), donde está lo último que se guardó: se borró, o el archivo se copió mientras estaba abierto. No se abre "
+          "para no perder nada: devuelva la bitácora a su lugar, o use la última copia de respaldo");
+}
+
+std::vector<std::string> Completa(sqlite3* base) {
+  const auto version = [&] { return Entero(base, "PRAGMA user_version"); };
+  if (version() == esquema::kVersion && Busca(base, true).sentencias.empty()) return {};
+  Corre(base, "BEGIN IMMEDIATE");
+  try {
+    const bool vigente = version() == esquema::kVersion;
+    const Remedios remedios = Busca(base, vigente);
+    for (const std::string& sentencia : remedios.sentencias) Corre(base, sentencia);
+    if (!vigente) Corre(base, "PRAGMA user_version=" + std::to_string(esquema::kVersion));
+    std::vector<std::string> avisos;
+    if (!remedios.guardas.empty()) avisos.push_back(AvisoDeGuardas(base, remedios.guardas));
+    Corre(base, "COMMIT");
+    return avisos;
+  } catch (const com::Error&) {
+    if (sqlite3_get_autocommit(base) == 0) sqlite3_exec(base, "ROLLBACK", nullptr, nullptr, nullptr);
+    throw;
+  }
+}
+
+RevisionDePaginas::RevisionDePaginas(sqlite3* base, const std::string& ruta) {
+  struct stat datos {};
+  if (stat(ruta.c_str(), &datos) != 0) return;  // in memory
+  if (static_cast<std::uintmax_t>(datos.st_size) > kBytesAlAbrir) {
+    hilo_ = std::thread([this, ruta] { Recorre(ruta); });
+    return;
+  }
+  const std::string dice = RevisaPaginas(base);
+  if (dice != "ok") RechazaDanada(dice);
+}
+
+RevisionDePaginas::~RevisionDePaginas() {
+  termina_ = true;
+  if (hilo_.joinable()) hilo_.join();
+}
+
+void RevisionDePaginas::Recorre(const std::string& ruta) {
+  sqlite3* abierta = nullptr;
+  const int rc = sqlite3_open_v2(ruta.c_str(), &abierta, SQLITE_OPEN_READONLY, nullptr);
+  const std::unique_ptr<sqlite3, CierraManija> base(abierta);
+  if (rc != SQLITE_OK) return;
+  sqlite3_progress_handler(
+      base.get(), kPasos, [](void* termina) { return static_cast<std::atomic<bool>*>(termina)->load() ? 1 : 0; },
+      &termina_);
+  try {
+    RegistraColaciones(base.get());
+    danada_ = RevisaPaginas(base.get()) != "ok";
+  } catch (const com::Error& e) {
+    danada_ = e.Numero() == com::error::kAjena;  // so damaged that it cannot be walked through
+  }
+}
+
+void RevisionDePaginas::Exige() const {
+  if (danada_) RechazaDanada();
+}
+
+}  // namespace autonomo

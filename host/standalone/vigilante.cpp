@@ -1,0 +1,326 @@
+#include "host/standalone/vigilante.h"
+
+#include <algorithm>
+#include <iterator>
+#include <list>
+#include <optional>
+
+#include "host/contract/servicios.h"
+#include "host/standalone/documento.h"
+#include "host/standalone/visto.h"
+#include "platform/regional/regional.h"
+
+namespace autonomo {
+
+namespace {
+
+// Reservations whose loaded version is kept; a screen shows one at a time.
+constexpr std::size_t kVistas = 16;
+// Entries of the change log that a refusal lists, newest last, and bytes of each.
+constexpr std::size_t kEntradas = 5, kLargoEntrada = 600;
+
+constexpr std::string_view kCarga = "SELECT Reservacion.*";
+constexpr std::string_view kCambioDeEstado = "UPDATE Reservacion SET";
+constexpr std::string_view kAsignaEstado = "Es_Cve_Estado = '";
+
+// A reservation as a screen loaded it.
+struct Vista {
+  std::string folio;
+  std::int32_t version = 0;
+  std::int32_t bitacora = 0;  // last entry of its change log
+  ado::TextoSQL carga;        // the statement that shows it
+  Imagen imagen;
+};
+
+// A write of the open transaction, to be run again.
+struct Escritura {
+  enum class Modo { Pantalla, Propia, Directa };
+  Modo modo;
+  ado::TextoSQL texto;
+  Conexion::Parametros parametros;
+};
+
+// States from which the screens change a reservation, and what the change is called.
+struct CambioDeEstado {
+  std::string_view a;
+  std::vector<std::string_view> desde;
+  const char* verbo;
+};
+const CambioDeEstado kCambios[] = {
+    {esquema::kConfirmada, {esquema::kActiva}, "confirmar"},
+    {esquema::kCancelada, {esquema::kActiva, esquema::kConfirmada}, "cancelar"},
+    {esquema::kActiva, {esquema::kCancelada}, "reactivar"},
+};
+
+bool Lee(std::string_view sentencia) { return sentencia.starts_with("SELECT") || sentencia.starts_with("select"); }
+
+// The last value of a statement of the screens: the folio in those that load or change a reservation.
+std::string UltimoValor(const ado::TextoSQL& s) {
+  if (s.Valores().empty()) return {};
+  const ado::Tramo t = s.Valores().back();
+  return com::Recorta(s.Texto().substr(t.inicio, t.fin - t.inicio));
+}
+
+std::int32_t Entero(const com::Variant& valor) { return valor.EsNulo() ? 0 : com::CLng(valor); }
+std::string Texto(const com::Variant& valor) { return valor.EsNulo() ? std::string() : com::CStr(valor); }
+
+// "09/03/2026 10:30:15, LUPITA: TEXT"
+std::string Entrada(const com::Variant& fecha, const std::string& usuario, std::string texto) {
+  while (!texto.empty() && static_cast<unsigned char>(texto.back()) <= ' ') texto.pop_back();
+  if (texto.size() > kLargoEntrada) {
+    std::size_t largo = kLargoEntrada;
+    while ((static_cast<unsigned char>(texto[largo]) & 0xC0U) == 0x80U) --largo;
+    texto = texto.substr(0, largo) + "…";
+  }
+  const std::string cuando = fecha.EsNulo() ? std::string() : regional::TextoFecha(com::CDate(fecha)) + ", ";
+  return cuando + usuario + ": " + texto + "\r\n";
+}
+
+class ConexionVigilada final : public Conexion {
+ public:
+  explicit ConexionVigilada(std::shared_ptr<ConexionDeMotor> motor) : motor_(std::move(motor)) {}
+
+  ado::RecordsetPtr Execute(const ado::TextoSQL& sentencia) override {
+    const std::string& texto = sentencia.Texto();
+    if (Lee(texto)) {
+      ReanudaParaLeer();
+      const bool muestra = !EnTransaccion() && texto.starts_with(kCarga) && !sentencia.Valores().empty();
+      return muestra ? Muestra(sentencia) : motor_->Execute(sentencia);
+    }
+    Reanuda();
+    ado::RecordsetPtr filas = Escribe({Escritura::Modo::Pantalla, sentencia, {}});
+    if (motor_->EnTransaccion()) {
+      escrituras_.push_back({Escritura::Modo::Pantalla, sentencia, {}});
+    } else if (const Vista* vista = Busca(UltimoValor(sentencia))) {
+      Recuerda(LeeVista(vista->folio, vista->carga));
+    }
+    return filas;
+  }
+  using ado::Connection::Execute;
+
+  ado::RecordsetPtr Consulta(std::string_view sentencia, const Parametros& parametros) override {
+    if (Lee(sentencia)) {
+      ReanudaParaLeer();
+      return motor_->Consulta(sentencia, parametros);
+    }
+    Reanuda();
+    ado::RecordsetPtr filas = motor_->Consulta(sentencia, parametros);
+    if (motor_->EnTransaccion()) {
+      escrituras_.push_back({Escritura::Modo::Propia, ado::TextoSQL(sentencia), parametros});
+    }
+    return filas;
+  }
+
+  ado::RecordsetPtr Directa(std::string_view sentencia) override {
+    if (Lee(sentencia)) {
+      ReanudaParaLeer();
+      return motor_->Directa(sentencia);
+    }
+    Reanuda();
+    const bool dentro = motor_->EnTransaccion();
+    ado::RecordsetPtr filas = motor_->Directa(sentencia);
+    if (!motor_->EnTransaccion()) {
+      Termina();
+    } else if (dentro) {
+      escrituras_.push_back({Escritura::Modo::Directa, ado::TextoSQL(sentencia), {}});
+    }
+    return filas;
+  }
+
+  void BeginTrans() override {
+    if (suelta_) throw com::Error(com::error::kTransaccion, "Ya hay una transacción abierta");
+    motor_->BeginTrans();
+  }
+  void CommitTrans() override {
+    Reanuda();
+    // What this connection wrote, it has seen.
+    std::vector<Vista> escritas;
+    for (const std::string& folio : tratadas_) {
+      if (const Vista* vista = Busca(folio)) escritas.push_back(LeeVista(folio, vista->carga));
+    }
+    motor_->CommitTrans();
+    Termina();
+    for (Vista& vista : escritas) Recuerda(std::move(vista));
+  }
+  void RollbackTrans() override {
+    if (!suelta_) motor_->RollbackTrans();
+    Termina();
+  }
+  bool EnTransaccion() const override { return suelta_ || motor_->EnTransaccion(); }
+
+  void Suelta() override {
+    ++preguntas_;
+    if (suelta_ || !motor_->EnTransaccion()) return;
+    motor_->RollbackTrans();
+    suelta_ = true;
+  }
+  void Retoma() override { --preguntas_; }
+
+  std::string CambioAjeno(const std::string& pedido) override {
+    const std::string folio = com::Recorta(pedido);
+    Reanuda();
+    const bool tratada = std::ranges::find(tratadas_, folio) != tratadas_.end();
+    const Vista* vista = Busca(folio);
+    if (tratada || vista == nullptr) return {};
+    Aparta(folio);
+    Vista ahora = LeeVista(folio, vista->carga);
+    std::string texto;
+    if (ahora.version != vista->version) {
+      ahora.imagen = ImagenDe(*motor_->Execute(ahora.carga));
+      texto = "La reservación " + folio + " cambió después de que usted la abrió.\r\n" + Historia(*vista) +
+              Diferencias(vista->imagen, ahora.imagen);
+      Recuerda(std::move(ahora));
+    }
+    if (texto.empty() && EnTransaccion()) tratadas_.push_back(folio);
+    return texto;
+  }
+
+  bool LeeConjuntos() const override { return motor_->LeeConjuntos(); }
+  esquema::Motor Motor() const override { return motor_->Motor(); }
+  std::vector<std::string> TomaAvisos() override { return motor_->TomaAvisos(); }
+
+ private:
+  // --- transactions that were let go
+
+  void ReanudaParaLeer() {
+    if (preguntas_ == 0) Reanuda();
+  }
+
+  void Reanuda() {
+    if (!suelta_) return;
+    if (fallida_) throw com::Error(com::error::kTransaccion, "La transacción no se pudo reanudar");
+    motor_->BeginTrans();
+    suelta_ = false;
+    tratadas_.clear();
+    try {
+      for (const Escritura& escritura : escrituras_) Escribe(escritura);
+    } catch (const std::exception&) {
+      motor_->RollbackTrans();
+      suelta_ = fallida_ = true;  // until the caller rolls it back
+      throw;
+    }
+  }
+
+  void Termina() {
+    suelta_ = fallida_ = false;
+    escrituras_.clear();
+    tratadas_.clear();
+  }
+
+  ado::RecordsetPtr Escribe(const Escritura& e) {
+    switch (e.modo) {
+      case Escritura::Modo::Propia:
+        return motor_->Consulta(e.texto.Texto(), e.parametros);
+      case Escritura::Modo::Directa:
+        return motor_->Directa(e.texto.Texto());
+      case Escritura::Modo::Pantalla:
+        break;
+    }
+    e.texto.Verifica();
+    if (e.texto.Texto().starts_with(kCambioDeEstado)) RevisaCambioDeEstado(e.texto);
+    return motor_->Execute(e.texto);
+  }
+
+  // --- versions
+
+  Vista* Busca(const std::string& folio) {
+    const auto it = std::ranges::find_if(vistas_, [&](const Vista& v) { return com::IgualSinCaja(v.folio, folio); });
+    return it == vistas_.end() ? nullptr : &*it;
+  }
+
+  void Recuerda(Vista vista) {
+    std::erase_if(vistas_, [&](const Vista& v) { return com::IgualSinCaja(v.folio, vista.folio); });
+    vistas_.push_front(std::move(vista));
+    if (vistas_.size() > kVistas) vistas_.pop_back();
+  }
+
+  // Version and last entry of the change log; without the image.
+  Vista LeeVista(const std::string& folio, const ado::TextoSQL& carga) {
+    const ado::RecordsetPtr version =
+        motor_->Consulta("SELECT Rv_Version FROM Reservacion_Version WHERE Rs_Folio = ?", {folio});
+    const ado::RecordsetPtr bitacora = motor_->Consulta(
+        "SELECT MAX(Bt_Id) FROM Bitacora WHERE Bt_Modulo = ? AND Bt_Clave = ?", {anfitrion::kModulo, folio});
+    return {
+        folio, version->Eof() ? 0 : Entero(version->Fields(0).Value()), Entero(bitacora->Fields(0).Value()), carga, {}};
+  }
+
+  // The version is read before what it stands for: a change in between is told once too often, never missed.
+  ado::RecordsetPtr Muestra(const ado::TextoSQL& carga) {
+    carga.Verifica();
+    Vista vista = LeeVista(UltimoValor(carga), carga);
+    ado::RecordsetPtr filas = motor_->Execute(carga);
+    vista.imagen = ImagenDe(*filas);
+    Recuerda(std::move(vista));
+    return filas;
+  }
+
+  // Until the end of the transaction nobody else writes the reservation. The embedded engine has one writer anyway.
+  void Aparta(const std::string& folio) {
+    if (motor_->Motor() == esquema::Motor::Sqlite || !motor_->EnTransaccion()) return;
+    motor_->Consulta("UPDATE Reservacion_Version SET Rv_Version = Rv_Version WHERE Rs_Folio = ?", {folio});
+  }
+
+  // Who changed it, when and what, from its change log; without an entry, who wrote it last.
+  std::string Historia(const Vista& vista) {
+    std::vector<std::string> entradas;
+    const ado::RecordsetPtr log = motor_->Consulta(
+        "SELECT Bt_Fecha, Bt_Usuario, Bt_Texto FROM Bitacora WHERE Bt_Modulo = ? AND Bt_Clave = ? AND Bt_Id > ? "
+        "ORDER BY Bt_Id",
+        {anfitrion::kModulo, vista.folio, vista.bitacora});
+    for (; !log->Eof(); log->MoveNext()) {
+      entradas.push_back(Entrada(log->Fields(0).Value(), Texto(log->Fields(1).Value()), Texto(log->Fields(2).Value())));
+    }
+    if (entradas.empty()) {
+      const ado::RecordsetPtr sello =
+          motor_->Consulta("SELECT Fecha_Ult_Modif, Oper_Ult_Modif FROM Reservacion WHERE Rs_Folio = ?", {vista.folio});
+      if (sello->Eof()) return "Ya no existe.\r\n";
+      const std::string usuario = Texto(sello->Fields(1).Value());
+      return Entrada(sello->Fields(0).Value(), usuario.empty() ? "(sin usuario)" : usuario, "última modificación");
+    }
+    std::string texto;
+    const std::size_t desde = entradas.size() > kEntradas ? entradas.size() - kEntradas : 0;
+    for (std::size_t i = desde; i < entradas.size(); ++i) texto += entradas[i];
+    return texto;
+  }
+
+  // Refuses a change of state on another version than the one seen, or from a state that it does not start from.
+  void RevisaCambioDeEstado(const ado::TextoSQL& sentencia) {
+    const std::string folio = UltimoValor(sentencia);
+    const std::size_t lugar = sentencia.Texto().rfind(kAsignaEstado);
+    if (folio.empty() || lugar == std::string::npos) return;
+    const std::string nuevo = sentencia.Texto().substr(lugar + kAsignaEstado.size(), 2);
+    const auto* cambio = std::ranges::find(kCambios, std::string_view(nuevo), &CambioDeEstado::a);
+    if (cambio == std::end(kCambios)) return;
+    Aparta(folio);
+    const std::string ajeno = CambioAjeno(folio);
+    const ado::RecordsetPtr actual =
+        motor_->Consulta("SELECT Es_Cve_Estado FROM Reservacion WHERE Rs_Folio = ?", {folio});
+    const auto rechaza = [](const std::string& texto) { throw com::Error(com::error::kRestriccion, texto); };
+    if (actual->Eof()) rechaza("La reservación " + folio + " ya no existe");
+    const std::string estado = com::Recorta(Texto(actual->Fields(0).Value()));
+    const bool permitido =
+        std::ranges::any_of(cambio->desde, [&](std::string_view desde) { return com::IgualSinCaja(estado, desde); });
+    if (!permitido) {
+      rechaza(ajeno + "La reservación " + folio + " está " + com::Minusculas(EstadoLegible(estado)) + ": no se puede " +
+              cambio->verbo);
+    }
+    if (!ajeno.empty())
+      rechaza(ajeno + "No se hizo nada. Si vuelve a pedirlo, se hará con la reservación como está ahora");
+  }
+
+  std::shared_ptr<ConexionDeMotor> motor_;
+  std::list<Vista> vistas_;  // seen last first
+  std::vector<Escritura> escrituras_;
+  std::vector<std::string> tratadas_;  // folios whose version was checked in this transaction
+  int preguntas_ = 0;                  // questions that stand
+  bool suelta_ = false;                // the transaction is open for the caller, not in the engine
+  bool fallida_ = false;               // and cannot go on
+};
+
+}  // namespace
+
+std::shared_ptr<Conexion> Vigila(std::shared_ptr<ConexionDeMotor> motor) {
+  return std::make_shared<ConexionVigilada>(std::move(motor));
+}
+
+}  // namespace autonomo
