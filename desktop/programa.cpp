@@ -81,6 +81,8 @@ OpcionesPrograma LeeOpcionesPrograma(const std::vector<std::string>& argumentos,
     }
     opciones.anfitrion = guion::LeeAnfitrion(leidos);
     opciones.guion = leidos.Valor("guion");
+    // A script finds the same empty database with and without windows.
+    opciones.anfitrion.sinSobreventa = !opciones.guion;
     opciones.tema = TemaDe(leidos.Valor("tema").value_or("sistema"));
     opciones.registro = leidos.Valor("registro");
     if (!leidos.Hay("base") && !leidos.Hay("conexion") && !opciones.guion) {
@@ -308,6 +310,9 @@ int Programa::CorreVentana(const OpcionesPrograma& opciones) {
   QObject vida;  // no signal is attended to after the screen's end
   AtiendeSenales(&vida, [&] {
     if (escritorio.PermiteSalir(componente.formulario())) QApplication::exit(kBien);
+  });
+  QTimer::singleShot(0, [&escritorio, &anfitrion] {
+    for (const std::string& aviso : anfitrion.conexion()->TomaAvisos()) Avisa(aviso, 48, escritorio.Frente());
   });
   return QApplication::exec();
 }

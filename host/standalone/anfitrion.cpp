@@ -104,6 +104,7 @@ Anfitrion::Anfitrion(const Opciones& opciones) : usuario_(opciones.usuario), bas
   conexion_ = AbreConexion(opciones.base, reloj_);
   novedades_ = std::make_unique<Novedades>(*conexion_);
   if (opciones.demo) LlenaConDemo(*conexion_, reloj_.Ahora());
+  if (opciones.sinSobreventa && EstaVacia(*conexion_)) Parametro("HT_OVER_BOOKING", "0");
 }
 
 Anfitrion::~Anfitrion() = default;

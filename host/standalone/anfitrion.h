@@ -15,7 +15,8 @@ namespace autonomo {
 
 struct Opciones {
   OpcionesConexion base;
-  bool demo = false;  // fill an empty database with the demo hotel
+  bool demo = false;           // fill an empty database with the demo hotel
+  bool sinSobreventa = false;  // an empty database becomes a hotel that sells no room twice
   std::string usuario = "RECEPCION";
   std::optional<com::Fecha> ahora;
 };

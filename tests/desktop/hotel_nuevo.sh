@@ -43,7 +43,6 @@ abre
 catalogos o Configuración
 parametro FIN_MONEDA_LOCAL MXN
 parametro HT_NOMBRE 'Posada del Puerto'
-parametro HT_OVER_BOOKING N
 parametro HT_SUCURSAL_DEFAULT 1
 hoja
 fila Permisos RECEPCION KV207 CHPR02
@@ -117,3 +116,5 @@ guardado 'SELECT Rs_Huesped, Sc_Cve_Sucursal, Mn_Cve_Moneda, Fp_Cve_Forma_Pago F
 guardado 'SELECT Hb_Cve_Habitacion, Rsd_Adultos, Rsd_Precio_Neto_Importe FROM Reservacion_Detalle
   WHERE Rsd_Impuesto_Importe > 468.9 AND Rsd_Impuesto_Importe < 469' \
   '{"Hb_Cve_Habitacion":"0101","Rsd_Adultos":3,"Rsd_Precio_Neto_Importe":3400}'
+# Whoever makes a hotel here does not sell a room twice, without having been asked.
+guardado "SELECT Pm_Valor FROM Parametro WHERE Pm_Clave = 'HT_OVER_BOOKING'" '{"Pm_Valor":"0"}'
