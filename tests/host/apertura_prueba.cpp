@@ -71,6 +71,7 @@ TEST_F(AperturaPrueba, SeEscribeUnaYOtraVezEnUnArchivoSinBitacora) {
 }
 
 TEST_F(AperturaPrueba, VariosLoCreanALaVez) {
+  Abre(":memory:");  // the driver's plug-in is to belong to this thread, which outlives the others
   std::vector<std::thread> hilos;
   for (int i = 0; i < 4; ++i)
     hilos.emplace_back(
