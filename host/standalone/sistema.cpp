@@ -4,6 +4,7 @@
 #include "host/standalone/parametros.h"
 #include "host/standalone/permisos.h"
 #include "host/standalone/registro.h"
+#include "host/standalone/transaccion.h"
 #include "platform/com/error.h"
 
 namespace autonomo {

@@ -141,10 +141,12 @@ class ConexionVigilada final : public Conexion {
     motor_->CommitTrans();
     Termina();
     for (Vista& vista : escritas) Recuerda(std::move(vista));
+    if (alTerminarTransaccion) alTerminarTransaccion(true);
   }
   void RollbackTrans() override {
     if (!suelta_) motor_->RollbackTrans();
     Termina();
+    if (alTerminarTransaccion) alTerminarTransaccion(false);
   }
   bool EnTransaccion() const override { return suelta_ || motor_->EnTransaccion(); }
 
