@@ -119,7 +119,8 @@ TEST_F(Documentos, ImpresionIncluida) {
   EXPECT_EQ(impresos[0].formato, "HT0001");
   EXPECT_EQ(impresos[0].clave, folio);
   EXPECT_EQ(impresos[0].texto,
-            "Hotel de Prueba\n\nConfirmación de reservación\nReservación 0000000001 (Activa)\nHuésped: María Hernández\nCliente: María Hernández\n"
+            "Hotel de Prueba\n\nConfirmación de reservación\nReservación 0000000001 (Activa)\nHuésped: María "
+            "Hernández\nCliente: María Hernández\n"
             "Llegada: 10/03/2026   Salida: 12/03/2026   Noches: 2\n\n"
             "0101  Doble / 101 Jardín, 10/03/2026 al 12/03/2026, 2 adultos: $2,320.00\n"
             "0102  Doble / 102 Jardín, 10/03/2026 al 11/03/2026, 1 adulto, 2 menores, 1 infante: $1,160.00\n\n"
