@@ -159,9 +159,10 @@ class VistaGrid::Pintor {
       p.setPen(colores.sobreAcento);
     }
     // Counts of rooms always fit.
-    QString corto = texto;
-    if (texto.size() > 3 && vista_.AnchoTexto(texto) > caja.width()) {
-      corto = vista_.ImporteCorto(indice.row(), indice.column(), texto);
+    const bool editada = actual && grid.Edicion();
+    QString corto = editada ? texto : vista_.Importe(indice.row(), indice.column(), texto);
+    if (texto.size() > 3 && vista_.AnchoTexto(corto) > caja.width()) {
+      if (!editada) corto = vista_.ImporteCorto(indice.row(), indice.column(), texto);
       if (vista_.AnchoTexto(corto) > caja.width()) corto = medidas.elidedText(corto, Qt::ElideRight, caja.width());
     }
     p.drawText(caja, static_cast<int>(alineada), corto);
@@ -546,7 +547,16 @@ QString VistaGrid::ImporteCorto(int fila, int columna, const QString& texto) con
   return importe ? Q(regional::ConFormato(*importe, c.formato.starts_with('$') ? "$#,##0.00" : "#,##0.00")) : texto;
 }
 
-// Room for the caption and the contents of a column; estrechas: with a narrow caption, and amounts in cents.
+// As a cell shows it where there is room: an amount with more than four decimals is in cents, so that a column lines
+// up.
+QString VistaGrid::Importe(int fila, int columna, const QString& texto) const {
+  constexpr qsizetype kDecimales = 4;
+  const qsizetype punto = texto.indexOf(QLatin1Char('.'));
+  return punto >= 0 && texto.size() - punto - 1 > kDecimales ? ImporteCorto(fila, columna, texto) : texto;
+}
+
+// Room for the caption and the contents of a column; estrechos: with a narrow caption; centavos: with
+// amounts in cents.
 int VistaGrid::AnchoMinimo(int columna, bool estrechos, bool centavos) const {
   constexpr int kOrilla = 15, kMuestras = 60, kEstrecho = 84;  // pixels, rows, per cent
   const auto& c = grid_.columna(columna);
@@ -554,7 +564,8 @@ int VistaGrid::AnchoMinimo(int columna, bool estrechos, bool centavos) const {
   if (!c.fecha.empty()) return std::max(ancho, AnchoTexto(QStringLiteral("R 88")) + kOrilla);
   for (int f = 0; f < std::min(grid_.Filas(), kMuestras); ++f) {
     const QString texto = Q(grid_.Texto(f, columna));
-    ancho = std::max(ancho, AnchoTexto(centavos ? ImporteCorto(f, columna, texto) : texto) + kOrilla);
+    ancho =
+        std::max(ancho, AnchoTexto(centavos ? ImporteCorto(f, columna, texto) : Importe(f, columna, texto)) + kOrilla);
   }
   return ancho;
 }

@@ -86,6 +86,7 @@ class VistaGrid : public Vista {
   bool PuedeAgregar() const;
   bool EsTablero() const { return !grid_.Estilos().empty(); }
   int AnchoMinimo(int columna, bool estrechos, bool centavos) const;
+  QString Importe(int fila, int columna, const QString& texto) const;
   QString ImporteCorto(int fila, int columna, const QString& texto) const;
   // Pixels of a text in the font of the cells.
   int AnchoTexto(const QString& texto) const;
