@@ -19,9 +19,7 @@
 namespace pruebas {
 namespace {
 
-QString Rotulo(const QString& texto) {
-  return texto.section(QLatin1Char('\t'), 0, 0).remove(QLatin1Char('&'));
-}
+QString Rotulo(const QString& texto) { return texto.section(QLatin1Char('\t'), 0, 0).remove(QLatin1Char('&')); }
 
 TEST(Idioma, LosTextosDelSistemaGraficoSonEspanoles) {
   vista::InstalaIdioma(*qApp);
@@ -35,8 +33,8 @@ TEST(Idioma, LosTextosDelSistemaGraficoSonEspanoles) {
   QFileDialog archivos;
   archivos.setOption(QFileDialog::DontUseNativeDialog);
   for (const QLabel* l : archivos.findChildren<QLabel*>()) vistos << Rotulo(l->text());
-  for (const char* palabra : {"Aceptar", "Cancelar", "Sí", "Guardar", "Cerrar", "Deshacer", "Rehacer", "Cortar", "Copiar",
-                              "Pegar", "Borrar", "Seleccionar todo", "Ver en:"}) {
+  for (const char* palabra : {"Aceptar", "Cancelar", "Sí", "Guardar", "Cerrar", "Deshacer", "Rehacer", "Cortar",
+                              "Copiar", "Pegar", "Borrar", "Seleccionar todo", "Ver en:"}) {
     EXPECT_TRUE(vistos.contains(QString::fromUtf8(palabra))) << palabra << ": " << vistos.join('|').toStdString();
   }
   for (auto* t : qApp->findChildren<QTranslator*>()) delete t;

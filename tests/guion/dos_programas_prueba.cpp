@@ -44,9 +44,9 @@ TEST_F(DosEmpleados, QuienGuardaDespuesSeEnteraYPuedeSeguir) {
   Hace(beto, {"texto txtNotas \"Alergia a las nueces\"", "celda 0 Infantes 0", "accion aceptar"});
   Hace(ana, {"texto txtReferencia \"OTRA\""});
   const std::string rechazo = Hace(ana, {"accion aceptar"});
-  for (const char* parte :
-       {"ERR-ID:7500012", "La reservación 0000000016 cambió después de que usted la abrió.",
-        "09/03/2026 10:00:00, BETO: CAMBIO EL DETALLE DE LA RESERVACION", "- Notas: ", " -> Alergia a las nueces", "1 infantes, $1,780.00 -> 1 adultos, 0 menores, 0 infantes"}) {
+  for (const char* parte : {"ERR-ID:7500012", "La reservación 0000000016 cambió después de que usted la abrió.",
+                            "09/03/2026 10:00:00, BETO: CAMBIO EL DETALLE DE LA RESERVACION", "- Notas: ",
+                            " -> Alergia a las nueces", "1 infantes, $1,780.00 -> 1 adultos, 0 menores, 0 infantes"}) {
     EXPECT_TRUE(Dice(rechazo, parte)) << parte << "\n" << rechazo;
   }
   EXPECT_EQ(Estado(beto, "Rs_Notas"), "Alergia a las nueces");
