@@ -74,9 +74,11 @@ void MuestraCliente(autonomo::Conexion& conexion, const std::string& clave, QWid
 void MuestraPrecios(autonomo::Conexion& conexion, com::Fecha noche, QWidget* padre) {
   const QString dia =
       QLocale(QLocale::Spanish, QLocale::Mexico).toString(ADate(noche), QStringLiteral("dddd d 'de' MMMM 'de' yyyy"));
-  Ficha ficha(QStringLiteral("Precios del ") + Q(regional::FechaCorta(noche)), padre);
+  const bool conNoche = noche != com::Fecha{};  // none without a stay
+  Ficha ficha(conNoche ? QStringLiteral("Precios del ") + Q(regional::FechaCorta(noche)) : QStringLiteral("Precios"),
+              padre);
   ficha.setObjectName(QStringLiteral("precios"));
-  ficha.Titula(QStringLiteral("Noche del ") + dia);
+  ficha.Titula(conNoche ? QStringLiteral("Noche del ") + dia : QStringLiteral("Sin fecha de llegada"));
   auto* tabla = CreaTabla({QStringLiteral("Tipo"), QStringLiteral("Descripción"), QStringLiteral("Personas"),
                            QStringLiteral("Precio"), QStringLiteral("Adulto extra"), QStringLiteral("Menor extra")},
                           &ficha);
