@@ -706,7 +706,8 @@ QRect VistaGrid::ZonaEncabezado(int fila) {
 // --- mouse
 
 bool VistaGrid::TomaFoco() {
-  if (!movil_->hasFocus()) movil_->setFocus(Qt::MouseFocusReason);
+  // Entered at once: a change of the keyboard by the mouse would wait for its press, which has been.
+  if (!movil_->hasFocus()) movil_->setFocus(Qt::OtherFocusReason);
   return !movil_->hasFocus() || formulario().foco() == &grid_;
 }
 

@@ -369,6 +369,27 @@ TEST_F(RecorridoPrueba, LoUltimoQueSeHizoQuedaDichoYAbreSuReservacion) {
   anotaLugares();
 }
 
+// Wherever the keyboard is, the first click adds the line.
+TEST_F(RecorridoPrueba, ElBotonAgregaUnRenglonAlPrimerClic) {
+  CapturaEncabezado();
+  auto& grid = Control<controles::Grid>(Forma(), "ssReservaciones");
+  auto& ventana = *escritorio_.ventana(Forma());
+  QToolButton* agrega = nullptr;
+  for (auto* b : ventana.findChildren<QToolButton*>()) {
+    if (b->text() == QStringLiteral("Agregar habitación")) agrega = b;
+  }
+  ASSERT_NE(agrega, nullptr);
+  for (const char* habitacion : {"101", "102"}) {
+    const int antes = grid.Filas();
+    QTest::mouseClick(ventana.vista(*Forma().Busca("txtReferencia"))->foco(), Qt::LeftButton);
+    QTest::mouseClick(agrega, Qt::LeftButton);
+    ASSERT_EQ(grid.Filas(), antes + 1) << habitacion;
+    Escribe(habitacion);
+    Tecla(Qt::Key_Tab);
+  }
+  EXPECT_EQ(grid.Texto(0, "Clave") + " " + grid.Texto(1, "Clave"), "0101 0102");
+}
+
 TEST_F(RecorridoPrueba, UnaHabitacionSeQuitaConElRatonYLoQueNoSirveSeDevuelve) {
   CapturaEncabezado();
   Espera("frmDisponibilidad", [this](QWidget& w) { MarcaDosNoches(w); });
