@@ -130,6 +130,8 @@ bool Ventana::AntesDePulsar(controles::Accion accion) {
   const auto* barra = formulario_.Primero<controles::ScreenToolbar>();
   const bool descarta = controles::Abandona(accion) || (barra != nullptr && barra->EsDialogo());
   if (!descarta && !TerminaEdicion(nullptr)) return false;
+  const auto admite = [](const std::unique_ptr<Vista>& v) { return v->Admite(); };
+  if (accion == controles::Accion::Aceptar && !std::all_of(vistas_.begin(), vistas_.end(), admite)) return false;
   if (puedePulsar && !puedePulsar(accion)) return false;
   if (descarta) Descarta();
   return true;

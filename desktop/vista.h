@@ -81,6 +81,8 @@ class Vista {
   virtual bool Entrega() { return true; }
   // Forgets it.
   virtual void Descarta() {}
+  // Whether what the control holds may be stored. False when it may not: the user is told, and goes there.
+  virtual bool Admite() { return true; }
   // What a press at that point of one of the view's widgets acts on, settled before anything moves; run once what was
   // pending elsewhere is handed over. Null where the press is the widget's own to deal with.
   virtual std::function<void()> Blanco(QWidget& /*donde*/, const QMouseEvent& /*evento*/) { return nullptr; }

@@ -274,6 +274,7 @@ bool VistaLookup::Tecla(const QKeyEvent& evento) {
   const bool paso = enter || evento.key() == Qt::Key_Tab;
   if (!paso || !contexto().interactivo) return Vista::Tecla(evento);
   if (BuscaTecleado()) return true;
+  CompletaClave();
   const bool tecleada = campo_.pendiente() || campo_.text() == desconocida_;
   const bool hecha = Vista::Tecla(evento);
   // A key that does not exist keeps the keyboard, to be corrected.
@@ -299,8 +300,26 @@ bool VistaLookup::Entrega() {
   return !Retiene();
 }
 
+// A key typed without its zeros, where no mask gives them.
+void VistaLookup::CompletaClave() {
+  const std::string clave = campo_.text();
+  if (vecino_ == nullptr || !campo_.pendiente() || clave.find_first_not_of("0123456789") != std::string::npos) return;
+  Corre([&] {
+    const std::string completa = regional::ConMascara(clave, "0000");
+    const auto existe = [this](const std::string& k) { return contexto().nombre(catalogo_, k).has_value(); };
+    if (completa != clave && !existe(clave) && existe(completa)) campo_.Teclea(completa);
+  });
+}
+
+bool VistaLookup::Admite() {
+  if (vecino_ == nullptr || !contexto().interactivo || !Desconocida()) return true;
+  desconocida_ = campo_.text();
+  return !Retiene();
+}
+
 void VistaLookup::Confirma() {
   if (!Pendiente()) return;
+  CompletaClave();
   Corre([this] { campo_.Confirma(); });
   if (Desconocida()) desconocida_ = campo_.text();
 }

@@ -32,6 +32,7 @@ class VistaLookup : public Vista {
   bool Tecla(const QKeyEvent& evento) override;
   bool Pendiente() const override;
   bool Entrega() override;
+  bool Admite() override;
   void Descarta() override;
   void Deja(Qt::FocusReason motivo) override;
   // Opens the search, filtered by a text, and confirms what was chosen.
@@ -50,6 +51,7 @@ class VistaLookup : public Vista {
   // What was typed is no key but part of a name: searched for. False when it is not.
   bool BuscaTecleado();
   // A branch that was typed and does not exist is told, and has the keyboard.
+  void CompletaClave();
   bool Retiene();
   // A key that was typed and not confirmed is looked up as if it were, once: when its field is left.
   void Confirma();

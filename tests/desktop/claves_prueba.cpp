@@ -30,11 +30,18 @@ TEST_F(ClavesPrueba, LaSucursalDiceSuNombreYLaQueNoExisteRetiene) {
   EXPECT_EQ(Foco(), "txtSucursal") << "nothing is accepted";
   QTest::mouseClick(&Linea("txtReferencia"), Qt::LeftButton);
   EXPECT_TRUE(QTest::qWaitFor([&] { return Linea("txtSucursal").hasFocus(); }));
-  Enter("0002");
+  Enter("2");
+  EXPECT_EQ(Campo("txtSucursal").text(), "0002") << "with its zeros";
   EXPECT_EQ(Linea("txtSucursal_nombre").text(), QStringLiteral("Frontera"));
   EXPECT_EQ(Foco(), "txtCliente");
   Enter("999");
   EXPECT_EQ(Foco(), "txtCliente") << "as any other key";
+  // One that was only proposed is not stored either.
+  Campo("txtSucursal").text("9");
+  QTest::mouseClick(&Linea("txtReferencia"), Qt::LeftButton);
+  EXPECT_EQ(Foco(), "txtReferencia");
+  Tecla(Qt::Key_Return, Qt::ControlModifier);
+  EXPECT_EQ(Foco(), "txtSucursal");
 }
 
 TEST_F(ClavesPrueba, UnNombreEnElHuespedAbreLaBusquedaYUnClienteNuevoVuelveAlCampo) {
