@@ -14,6 +14,7 @@
 #include "desktop/vista_campos.h"
 #include "platform/com/error.h"
 #include "platform/regional/regional.h"
+#include "publico/publico.h"
 
 namespace vista {
 
@@ -21,6 +22,15 @@ namespace {
 
 constexpr int kAltoEntrada = 26;  // pixels
 constexpr int kMuestra = 16;      // swatch, pixels
+
+// The day that short dates are read by; the desk's own when the server's cannot be had.
+com::Fecha HoyDelServidor() {
+  try {
+    return com::SoloFecha(publico::Utilerias().FechaServidor());
+  } catch (const com::Error&) {
+    return DeDate(QDate::currentDate());
+  }
+}
 
 void Disena(QLineEdit* linea, const QString& texto, const QString& ayuda) {
   linea->setText(texto);
@@ -88,14 +98,12 @@ Entrada EntradaNota(const QString& texto, QWidget* padre) {
 Entrada EntradaFecha(const QString& texto, const QString& ayuda, QWidget* padre) {
   auto* linea = new LineaFecha(padre);
   Disena(linea, texto, ayuda);
-  const auto leida = [linea] {
-    const com::Fecha hoy = DeDate(QDate::currentDate());
-    return LeeFecha(linea->text(), hoy);
-  };
+  const auto leida = [linea] { return LeeFecha(linea->text(), HoyDelServidor()); };
   const auto abre = [linea, leida] {
     const auto fecha = leida();
-    MuestraCalendario(*linea, linea->accessibleName(), fecha ? ADate(*fecha) : QDate::currentDate(),
-                      [linea](const QDate& dia) { linea->setText(Q(regional::FechaCorta(DeDate(dia)))); });
+    MuestraCalendario(
+        *linea, linea->accessibleName(), ADate(fecha.value_or(HoyDelServidor())),
+        [linea](const QDate& dia) { linea->setText(Q(regional::FechaCorta(DeDate(dia)))); }, ADate(HoyDelServidor()));
   };
   QAction* boton = linea->addAction(Icono(QStringLiteral("calendario"), Colores().tenue), QLineEdit::TrailingPosition);
   boton->setToolTip(QStringLiteral("Calendario (F4)"));

@@ -270,6 +270,15 @@ void VistaBarra::AbreNovedad() {
   });
 }
 
+// What was done, its folio and the mail stay longest: the guest goes first, and then what stands before the folio's
+// end.
+QString VistaBarra::Abreviada(const QString& texto, const QFontMetrics& medidas, int ancho) {
+  QStringList partes = texto.split(QStringLiteral(" · "));
+  const auto cabe = [&] { return medidas.horizontalAdvance(partes.join(QStringLiteral(" · "))) <= ancho; };
+  while (partes.size() > 1 && !cabe()) partes.removeAt(1);
+  return medidas.elidedText(partes.join(QStringLiteral(" · ")), Qt::ElideMiddle, ancho);
+}
+
 void VistaBarra::RefrescaLado() {
   const bool conFolio = !barra_.EsNuevo() && !barra_.ClaveActual().empty();
   QString registro = barra_.EsNuevo() ? QStringLiteral("Nueva reservación") : QString();
@@ -285,7 +294,7 @@ void VistaBarra::RefrescaLado() {
   constexpr int kOrilla = 28;  // of the button, pixels
   const int cabe = registro_->parentWidget()->width() - kOrilla -
                    (distintivo_->isHidden() ? 0 : distintivo_->sizeHint().width() + espacio::kChico);
-  novedad_->setText(novedad_->fontMetrics().elidedText(nueva.texto, Qt::ElideRight, std::max(cabe, 40)));
+  novedad_->setText(Abreviada(nueva.texto, novedad_->fontMetrics(), std::max(cabe, 40)));
   novedad_->setToolTip(nueva.texto + QStringLiteral(" (Ctrl+O la abre)"));
   novedad_->setAccessibleName(QStringLiteral("Lo último: ") + nueva.texto);
   novedad_->setVisible(!nueva.texto.isEmpty());

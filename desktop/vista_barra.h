@@ -33,6 +33,7 @@ class VistaBarra : public Vista {
   QWidget* CreaLado();
   void CreaNovedad(QWidget* padre);
   void RefrescaLado();
+  static QString Abreviada(const QString& texto, const QFontMetrics& medidas, int ancho);
   void AbreNovedad();
 
   controles::ScreenToolbar& barra_;

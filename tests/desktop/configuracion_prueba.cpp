@@ -88,7 +88,7 @@ TEST_F(ConfiguracionPrueba, UnBloqueoSeCapturaSeAlargaYSeLevanta) {
     Espera("editor_fila", [&](QWidget& editor) {
       auto* habitacion = editor.findChild<QComboBox*>(QStringLiteral("Hb_Cve_Habitacion"));
       habitacion->setCurrentIndex(habitacion->findData(QString::fromStdString(habitacion_)));
-      Pon(editor, "Hbb_Fecha_Inicio", "13/03/2026");
+      Pon(editor, "Hbb_Fecha_Inicio", "13/3");
       Pon(editor, "Hbb_Fecha_Fin", "14/03/2026");
       Guarda(editor);
     });
