@@ -17,6 +17,17 @@ TEST_F(Acciones, NewWithoutAnyCurrencyLeavesTheRateClosed) {
   EXPECT_FALSE(pantalla.txtTipoCambio.enabled());
 }
 
+TEST_F(Acciones, NewOverAShownReservationOffersNothingOfIt) {
+  InsertaReservacion("0000000077", {"0101", "0102"}, "CA");
+  Carga("77");
+  EXPECT_EQ(pantalla.ssReservaciones.fila(), 0);
+  ASSERT_TRUE(pantalla.Controles.PermiteReactivar());
+  pantalla.MonedaDefault.clear();
+  Pulsa(Accion::Nuevo);
+  EXPECT_FALSE(pantalla.Controles.PermiteReactivar());
+  EXPECT_EQ(pantalla.txtMoneda.text(), "MXN") << "the local one";
+}
+
 TEST_F(Acciones, ClearWaitsForAFolioWithEveryFieldClosed) {
   tablero.HaySeleccion = true;
   Nueva();

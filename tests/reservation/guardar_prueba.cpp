@@ -98,7 +98,10 @@ TEST_F(Guardar, LinesPricedUnderAnotherHeaderAreToldBeforeTheyAreStored) {
   AceptaSinGuardar({caja});
   EXPECT_EQ(pantalla.foco(), &grid());
   EXPECT_EQ(Pie(pantalla.txtTotal), 2320);
+  const com::Fecha captura = pantalla.dpFecha.valor();
+  pantalla.FechaCaptura = {};
   Acepta();
+  EXPECT_EQ(pantalla.FechaCaptura, captura) << "proposed for the next";
 
   // A rate typed and not confirmed; another guest, under whom the hotel's price is the same.
   Nueva();
