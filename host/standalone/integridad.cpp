@@ -267,7 +267,10 @@ std::vector<std::string> Completa(sqlite3* base) {
     const bool vigente = version() == esquema::kVersion;
     const Remedios remedios = Busca(base, vigente);
     for (const std::string& sentencia : remedios.sentencias) Corre(base, sentencia);
-    if (!vigente) Corre(base, "PRAGMA user_version=" + std::to_string(esquema::kVersion));
+    if (!vigente) {
+      Corre(base, "REINDEX ESPANOL");  // the first version ordered rare letters otherwise
+      Corre(base, "PRAGMA user_version=" + std::to_string(esquema::kVersion));
+    }
     std::vector<std::string> avisos;
     if (!remedios.guardas.empty()) avisos.push_back(AvisoDeGuardas(base, remedios.guardas));
     Corre(base, "COMMIT");

@@ -363,4 +363,26 @@ TEST_F(AperturaPrueba, UnaVersionAnteriorSePoneAlDia) {
   EXPECT_EQ(Uno(*c, "PRAGMA user_version"), std::to_string(esquema::kVersion));
 }
 
+// Keys that another order of letters put into the index are found.
+TEST_F(AperturaPrueba, LosIndicesSiguenElOrdenDeHoy) {
+  Abre();
+  sqlite3* base = nullptr;
+  ASSERT_EQ(sqlite3_open(ruta.c_str(), &base), SQLITE_OK);
+  const auto alReves = [](void*, int na, const void* a, int nb, const void* b) {
+    const std::string_view x(static_cast<const char*>(a), static_cast<std::size_t>(na));
+    return std::string_view(static_cast<const char*>(b), static_cast<std::size_t>(nb)).compare(x);
+  };
+  sqlite3_create_collation(base, "ESPANOL", SQLITE_UTF8, nullptr, alReves);
+  for (const char* clave : {"A", "B", "C", "D"}) {
+    const std::string sql = "INSERT INTO Moneda (Mn_Cve_Moneda) VALUES ('" + std::string(clave) + "')";
+    ASSERT_EQ(sqlite3_exec(base, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(base);
+  }
+  sqlite3_exec(base, "PRAGMA user_version=1", nullptr, nullptr, nullptr);
+  sqlite3_close(base);
+  const auto c = Abre();
+  EXPECT_EQ(Uno(*c, "PRAGMA integrity_check"), "ok");
+  for (const char* clave : {"a", "b", "c", "d"})
+    EXPECT_FALSE(c->Consulta("SELECT 1 FROM Moneda WHERE Mn_Cve_Moneda = ?", {clave})->Eof()) << clave;
+}
+
 }  // namespace
