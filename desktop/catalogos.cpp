@@ -344,7 +344,7 @@ std::vector<FilaCatalogo> LeeCatalogo(autonomo::Conexion& conexion, const Catalo
     for (std::size_t i = 0; i < c.campos.size(); ++i) fila.valores.push_back(rs->Fields(i).Value());
     if (c.conEstado) {
       const com::Variant& estado = rs->Fields(c.campos.size()).Value();
-      const std::string codigo = estado.EsNulo() ? std::string() : com::RecortaDerecha(com::CStr(estado));
+      const std::string codigo = com::RecortaDerecha(com::TextoDe(estado));
       fila.deBaja =
           c.todoEsLlave ? !com::IgualSinCaja(codigo, esquema::kActiva) : com::IgualSinCaja(codigo, esquema::kBaja);
     }

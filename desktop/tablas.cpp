@@ -17,7 +17,7 @@ namespace vista {
 
 std::string Celda(const ado::Recordset& rs, std::size_t columna) {
   const com::Variant& valor = rs.Fields(columna).Value();
-  return valor.EsNulo() ? std::string() : com::RecortaDerecha(com::CStr(valor));
+  return com::RecortaDerecha(com::TextoDe(valor));
 }
 
 QTableWidget* CreaTabla(const QStringList& titulos, QWidget* padre) {

@@ -62,7 +62,6 @@ std::string UltimoValor(const ado::TextoSQL& s) {
 }
 
 std::int32_t Entero(const com::Variant& valor) { return valor.EsNulo() ? 0 : com::CLng(valor); }
-std::string Texto(const com::Variant& valor) { return valor.EsNulo() ? std::string() : com::CStr(valor); }
 
 // "09/03/2026 10:30:15, LUPITA: TEXT"
 std::string Entrada(const com::Variant& fecha, const std::string& usuario, std::string texto) {
@@ -270,13 +269,14 @@ class ConexionVigilada final : public Conexion {
         "ORDER BY Bt_Id",
         {anfitrion::kModulo, vista.folio, vista.bitacora});
     for (; !log->Eof(); log->MoveNext()) {
-      entradas.push_back(Entrada(log->Fields(0).Value(), Texto(log->Fields(1).Value()), Texto(log->Fields(2).Value())));
+      entradas.push_back(
+          Entrada(log->Fields(0).Value(), com::TextoDe(log->Fields(1).Value()), com::TextoDe(log->Fields(2).Value())));
     }
     if (entradas.empty()) {
       const ado::RecordsetPtr sello =
           motor_->Consulta("SELECT Fecha_Ult_Modif, Oper_Ult_Modif FROM Reservacion WHERE Rs_Folio = ?", {vista.folio});
       if (sello->Eof()) return "Ya no existe.\r\n";
-      const std::string usuario = Texto(sello->Fields(1).Value());
+      const std::string usuario = com::TextoDe(sello->Fields(1).Value());
       return Entrada(sello->Fields(0).Value(), usuario.empty() ? "(sin usuario)" : usuario, "última modificación");
     }
     std::string texto;
@@ -299,7 +299,7 @@ class ConexionVigilada final : public Conexion {
         motor_->Consulta("SELECT Es_Cve_Estado FROM Reservacion WHERE Rs_Folio = ?", {folio});
     const auto rechaza = [](const std::string& texto) { throw com::Error(com::error::kRestriccion, texto); };
     if (actual->Eof()) rechaza("La reservación " + folio + " ya no existe");
-    const std::string estado = com::Recorta(Texto(actual->Fields(0).Value()));
+    const std::string estado = com::Recorta(com::TextoDe(actual->Fields(0).Value()));
     const bool permitido =
         std::ranges::any_of(cambio->desde, [&](std::string_view desde) { return com::IgualSinCaja(estado, desde); });
     if (!permitido) {
