@@ -43,6 +43,7 @@ void Cancela(controles::Formulario& formulario) {
 }  // namespace
 
 EscritorioQt::EscritorioQt() {
+  contexto_.pistas = PistasDeLasPantallas();
   FijaAvisadorDeFallas([this](const QString& descripcion) {
     controles::CajaMensaje caja;
     caja.texto = descripcion.toStdString();

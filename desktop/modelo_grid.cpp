@@ -3,10 +3,11 @@
 #include <QDate>
 #include <QLocale>
 #include <QTimer>
-#include <cstdio>
 #include <utility>
 
-#include "desktop/vista_campos.h"
+#include "desktop/estados.h"
+#include "desktop/pistas.h"
+#include "desktop/vista.h"
 #include "platform/com/error.h"
 
 namespace vista {
@@ -29,9 +30,7 @@ Qt::Alignment Alineada(controles::Alineacion a) {
 
 // Day of a column; invalid for other columns.
 QDate DiaDe(const controles::Columna& columna) {
-  int dia = 0, mes = 0, anio = 0;
-  if (std::sscanf(columna.fecha.c_str(), "%2d/%2d/%4d", &dia, &mes, &anio) != 3) return {};
-  return QDate(anio, mes, dia);
+  return QDate::fromString(Q(columna.fecha), QStringLiteral("dd/MM/yyyy"));
 }
 
 // Caption of a column in full: the abbreviation of a day stands for its date.
@@ -41,18 +40,11 @@ QString TituloLargo(const controles::Columna& columna) {
   return QLocale(QLocale::Spanish, QLocale::Mexico).toString(dia, QStringLiteral("dddd d 'de' MMMM 'de' yyyy"));
 }
 
-// The word of a state that the screen's legend uses.
-QString PalabraDe(const std::string& estilo) {
-  const QString palabra = Q(estilo).toLower();
-  return palabra == QLatin1String("ocupando") ? QStringLiteral("reservando") : palabra;
-}
-
 // A cell as it is read aloud: row, column, value, state. The cells that name a row do not say it twice.
 QString Leida(const controles::Grid& grid, int fila, int columna) {
-  constexpr int kNombre = 1;
   QString texto;
-  if (columna > kNombre) {
-    texto = grid.Estilos().empty() ? QStringLiteral("Renglón %1").arg(fila + 1) : Q(grid.Texto(fila, kNombre));
+  if (columna > kColumnaNombre) {
+    texto = !EsTablero(grid) ? QStringLiteral("Renglón %1").arg(fila + 1) : Q(grid.Texto(fila, kColumnaNombre));
     texto += QStringLiteral(", ");
   }
   const bool escribe = fila == grid.fila() && columna == grid.columna() && grid.Edicion();
@@ -60,7 +52,8 @@ QString Leida(const controles::Grid& grid, int fila, int columna) {
   texto += TituloLargo(grid.columna(columna)) + QStringLiteral(": ");
   texto += valor.isEmpty() ? QStringLiteral("vacío") : valor;
   const int estilo = grid.estilo(fila, columna);
-  if (estilo >= 0) texto += QStringLiteral(", ") + PalabraDe(grid.Estilos()[static_cast<std::size_t>(estilo)].nombre);
+  if (estilo >= 0)
+    texto += QStringLiteral(", ") + PalabraDe(Q(grid.Estilos()[static_cast<std::size_t>(estilo)].nombre));
   return texto;
 }
 

@@ -79,30 +79,6 @@ void Estampa(QPainter& p, const QRect& zona, Sello sello, const Dibujo& dibuja) 
   p.drawImage(lugar.topLeft(), copia);
 }
 
-Trama TramaDe(const QString& estilo) {
-  const QString e = estilo.toUpper();
-  if (e == QLatin1String("BLOQUEADO")) return Trama::Rayas;
-  if (e == QLatin1String("RESERVADO")) return Trama::Puntos;
-  if (e == QLatin1String("OCUPADO")) return Trama::Franja;
-  if (e == QLatin1String("OCUPANDO") || e == QLatin1String("RESERVANDO")) return Trama::Marca;
-  return Trama::Ninguna;
-}
-
-QString LetraDe(const QString& estilo) {
-  switch (TramaDe(estilo)) {
-    case Trama::Rayas:
-      return QStringLiteral("B");
-    case Trama::Puntos:
-      return QStringLiteral("R");
-    case Trama::Franja:
-      return QStringLiteral("O");
-    case Trama::Marca:
-    case Trama::Ninguna:
-      break;
-  }
-  return {};
-}
-
 namespace {
 
 // Draws colour and pattern.

@@ -7,18 +7,15 @@
 #include <QRgb>
 #include <QString>
 #include <functional>
+#include <tuple>
+
+#include "desktop/estados.h"
 
 class QPainter;
 class QRect;
 
 namespace vista {
 
-// How a state looks besides its colour.
-enum class Trama { Ninguna, Rayas, Puntos, Franja, Marca };
-// By the name of a grid style ("Bloqueado", ...).
-Trama TramaDe(const QString& estilo);
-// One letter of the state ("B"), "" for free cells.
-QString LetraDe(const QString& estilo);
 // Fills a cell or swatch with a state's colour and pattern.
 void PintaEstado(QPainter& p, const QRect& zona, const QString& estilo, const QColor& tono);
 
@@ -56,12 +53,13 @@ QImage Retrato(const QSize& pixeles, double escala, const QSize& tamano, const Q
 
 // A small picture that comes again and again, told by what makes it look different.
 struct Sello {
-  enum class Forma { Estado, Esquinas, Eleccion } forma;
-  QRgb relleno, tinta;
-  int detalle;
+  enum class Forma { Estado, Esquinas, Eleccion } forma = Forma::Estado;
+  QRgb relleno = 0, tinta = 0;
+  int detalle = 0;
   int ancho = 0, alto = 0;  // pixels
   double escala = 1;        // pixels a point
-  auto operator<=>(const Sello&) const = default;
+  auto Rasgos() const { return std::tie(forma, relleno, tinta, detalle, ancho, alto, escala); }
+  bool operator<(const Sello& otro) const { return Rasgos() < otro.Rasgos(); }
 };
 // Puts it in the place; its size and scale are the place's. dibuja must draw no more than the seal tells.
 void Estampa(QPainter& p, const QRect& zona, Sello sello, const Dibujo& dibuja);

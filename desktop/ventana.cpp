@@ -40,16 +40,6 @@ constexpr Creador kCreadores[] = {
     Crea<controles::ScreenToolbar, VistaBarra>, Crea<controles::Grid, VistaGrid>,
 };
 
-// A frame without caption that holds a date: laid over a grid while one of its cells is edited.
-bool Flota(const controles::Control& control) {
-  const auto* marco = controles::Como<controles::Marco>(&control);
-  if (marco == nullptr || !marco->caption().empty()) return false;
-  for (const controles::Control* c : control.formulario().controles()) {
-    if (c->contenedor() == &control && c->clase() == Clase::DateField) return true;
-  }
-  return false;
-}
-
 // What the user works at: a date that floats over a grid is part of it.
 const controles::Control* Mesa(const controles::Control* control) {
   if (control == nullptr || control->contenedor() == nullptr || !Flota(*control->contenedor())) return control;
@@ -147,8 +137,7 @@ void Ventana::DespuesDePulsar(controles::Accion accion) {
   }
   if (alPulsar) alPulsar(accion);
   if (accion != controles::Accion::Editar || !contexto_.interactivo) return;
-  // A person goes on with the guest, whom every reservation has.
-  if (controles::Control* huesped = formulario_.Busca("txtHuesped")) formulario_.Enfoca(*huesped);
+  if (controles::Control* sigue = formulario_.Busca(contexto_.pistas.trasEditar)) formulario_.Enfoca(*sigue);
 }
 
 Vista* Ventana::vista(const controles::Control& control) const {

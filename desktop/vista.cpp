@@ -1,9 +1,20 @@
 #include "desktop/vista.h"
 
+#include <algorithm>
+
 #include "desktop/guarda.h"
 #include "desktop/teclas.h"
 
 namespace vista {
+
+bool Flota(const controles::Control& control) {
+  const auto* marco = controles::Como<controles::Marco>(&control);
+  if (marco == nullptr || !marco->caption().empty()) return false;
+  const auto& todos = control.formulario().controles();
+  return std::any_of(todos.begin(), todos.end(), [&](const controles::Control* c) {
+    return c->contenedor() == &control && c->clase() == controles::Clase::DateField;
+  });
+}
 
 void Vista::Adopta(QWidget* widget) {
   widget_ = widget;

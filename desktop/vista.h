@@ -14,12 +14,14 @@
 #include <utility>
 #include <vector>
 
+#include "desktop/pistas.h"
 #include "platform/controls/formulario.h"
 
 namespace vista {
 
 // What a view needs from the desktop.
 struct Contexto {
+  Pistas pistas;
   // Catalogue that holds a field's keys, as the host's searches name it: that of its own lookup, or the host's where
   // the screen has none (the branch). "" for a field without keys.
   std::function<std::string(const controles::LookupField& campo)> catalogo;
@@ -53,6 +55,9 @@ inline QString Q(const std::string& texto) { return QString::fromStdString(texto
 inline QString Q(std::string_view texto) {
   return QString::fromUtf8(texto.data(), static_cast<qsizetype>(texto.size()));
 }
+
+// A frame without caption that holds a date: laid over a grid while one of its cells is edited.
+bool Flota(const controles::Control& control);
 
 class Vista {
  public:

@@ -259,7 +259,7 @@ void VistaBarra::CreaNovedad(QWidget* padre) {
 
 // As the clerk does it: the folio typed in its field, and Enter.
 void VistaBarra::AbreNovedad() {
-  auto* campo = controles::Como<controles::LookupField>(formulario().Busca("txtFolio"));
+  auto* campo = controles::Como<controles::LookupField>(formulario().Busca(contexto().pistas.registro));
   if (campo == nullptr || !campo->PuedeEnfocarse() || barra_.EnEdicion() || !contexto().novedad) return;
   const std::string folio = contexto().novedad().folio.toStdString();
   if (folio.empty()) return;

@@ -35,14 +35,6 @@ void Marca(QWidget* w, const char* propiedad, bool valor) {
   w->update();
 }
 
-QString IconoDeBoton(const std::string& nombre) {
-  if (nombre == "cmdCliente" || nombre == "cmdHuesped") return QStringLiteral("ficha");
-  if (nombre == "cmdNotas") return QStringLiteral("notas");
-  if (nombre == "cmdDisponibilidad") return QStringLiteral("tablero");
-  if (nombre == "cmdPrecios") return QStringLiteral("precios");
-  return {};
-}
-
 // Stands beside a field and goes with it.
 class Vecino : public QLineEdit {
  public:
@@ -137,7 +129,7 @@ VistaLookup::VistaLookup(controles::LookupField& campo, QWidget* padre, const Co
   if (diseno.tipo == controles::TipoDato::Numero && !campo_.locked() && contexto.interactivo) {
     static const QRegularExpression cifras(QStringLiteral("[0-9]{0,9}([.][0-9]{0,9})?"));
     static const QRegularExpression noches(QStringLiteral("[0-9]{0,4}"));
-    const bool entero = campo_.nombre() == "txtDias";
+    const bool entero = contexto.pistas.EsEntero(campo_.nombre());
     edicion_->setValidator(new QRegularExpressionValidator(entero ? noches : cifras, edicion_));
   }
   if (!diseno.transaccion.empty()) {
@@ -455,7 +447,7 @@ bool VistaFecha::Tecla(const QKeyEvent& evento) {
 }
 
 bool VistaFecha::TeclaDePaso(int mayus) {
-  const bool flotante = campo_.contenedor() != nullptr && campo_.contenedor()->nombre() == "pcFecha";
+  const bool flotante = campo_.contenedor() != nullptr && Flota(*campo_.contenedor());
   const bool entrega = tecleada_;
   const int veces = formulario().vecesEnfocado();
   if (entrega) {
@@ -534,7 +526,7 @@ VistaBoton::VistaBoton(controles::Boton& boton, QWidget* padre, const Contexto& 
   Adopta(b);
   b->setAutoDefault(false);
   b->setToolTip(Q(boton.descripcion()));
-  const QString icono = IconoDeBoton(boton.nombre());
+  const QString icono = contexto.pistas.IconoDe(boton.nombre());
   const bool soloIcono = boton.caption() == "…" && !icono.isEmpty();
   if (!icono.isEmpty()) b->setIcon(Icono(icono));
   if (!soloIcono) b->setText(Q(boton.caption()));

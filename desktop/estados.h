@@ -1,0 +1,17 @@
+// The states of a night as the views show them beside their colour.
+#pragma once
+
+#include <QString>
+
+namespace vista {
+
+// Pattern of a state.
+enum class Trama { Ninguna, Rayas, Puntos, Franja, Marca };
+// By the name of a grid style, case-blind ("Bloqueado", ...); a style that is no state has neither pattern nor letter.
+Trama TramaDe(const QString& estilo);
+// One letter of the state ("B"), "" for free cells.
+QString LetraDe(const QString& estilo);
+// The word that the screen's legend uses, in small letters.
+QString PalabraDe(const QString& estilo);
+
+}  // namespace vista

@@ -1,0 +1,43 @@
+#include "desktop/pistas.h"
+
+#include <algorithm>
+
+namespace vista {
+
+bool EsTablero(const controles::Grid& grid) { return !grid.Estilos().empty(); }
+
+const PistasGrid& Pistas::De(const controles::Grid& grid) const { return EsTablero(grid) ? tablero : renglones; }
+
+QString Pistas::IconoDe(const std::string& boton) const {
+  const auto par = std::find_if(iconos.begin(), iconos.end(), [&](const auto& i) { return i.first == boton; });
+  return par == iconos.end() ? QString() : par->second;
+}
+
+bool Pistas::EsEntero(const std::string& campo) const {
+  return std::find(enteros.begin(), enteros.end(), campo) != enteros.end();
+}
+
+Pistas PistasDeLasPantallas() {
+  return {
+      .iconos = {{"cmdCliente", QStringLiteral("ficha")},
+                 {"cmdHuesped", QStringLiteral("ficha")},
+                 {"cmdNotas", QStringLiteral("notas")},
+                 {"cmdDisponibilidad", QStringLiteral("tablero")},
+                 {"cmdPrecios", QStringLiteral("precios")}},
+      .enteros = {"txtDias"},
+      .trasEditar = "txtHuesped",
+      .registro = "txtFolio",
+      .renglones = {.primera = "Adultos",
+                    .enteras = {"Total"},
+                    .agregar = QStringLiteral("Agregar habitación"),
+                    .quitar = QStringLiteral("Quitar habitación"),
+                    .manija = QStringLiteral("Clic y Supr quitan la habitación")},
+      .tablero = {.libre = "DISPONIBLE",
+                  .marcada = "OCUPANDO",
+                  .manija = QStringLiteral("Clic: marca o desmarca toda la fila"),
+                  .sinColumnas = QStringLiteral("Sin noches que mostrar: revise llegada y salida"),
+                  .sinFilas = QStringLiteral("Ninguna habitación con estos filtros")},
+  };
+}
+
+}  // namespace vista
