@@ -3,6 +3,7 @@
 #include <QCursor>
 #include <QDir>
 #include <QFileInfo>
+#include <QInputDialog>
 #include <QMessageBox>
 #include <QScreen>
 #include <QStandardPaths>
@@ -42,11 +43,13 @@ namespace vista {
 namespace {
 
 constexpr const char* kUso =
-    "Uso: reservas [--base RUTA.db] [--demo] [--ahora AAAA-MM-DDTHH:MM[:SS]] [--usuario LOGIN]\n"
+    "Uso: reservas [--base RUTA.db | --conexion DIRECCION] [--demo] [--ahora AAAA-MM-DDTHH:MM[:SS]] [--usuario LOGIN]\n"
     "              [--por-celda] [--tema claro|oscuro|sistema] [--guion GUION] [--registro ARCHIVO]\n"
     "\n"
     "  --base RUTA.db     base SQLite; se crea vacía si no existe. Sin ella se usa la base del usuario,\n"
     "                     que la primera vez se llena con el hotel de demostración\n"
+    "  --conexion DIRECCION  base PostgreSQL, postgresql://usuario@servidor/base; la contraseña sale de ~/.pgpass,\n"
+    "                     PGPASSWORD o un servicio, o se pide\n"
     "  --demo             llena una base vacía con el hotel de demostración\n"
     "  --ahora FECHA      fija el reloj del servidor\n"
     "  --usuario LOGIN    usuario del sistema\n"
@@ -90,7 +93,7 @@ OpcionesPrograma LeeOpcionesPrograma(const std::vector<std::string>& argumentos,
       opciones.anfitrion.base.ruta = BaseDelUsuario();
       if (!QFileInfo::exists(Q(opciones.anfitrion.base.ruta))) opciones.anfitrion.demo = true;
     }
-    if (leidos.PideVersion()) texto = autonomo::TextoVersion("reservas", opciones.anfitrion.base.ruta);
+    if (leidos.PideVersion()) texto = autonomo::TextoVersion("reservas", opciones.anfitrion.base.Nombre());
   } catch (const com::Error& e) {
     if (e.Numero() == com::error::kArgumento) throw MalUso{e.Descripcion()};
     throw;
@@ -282,11 +285,11 @@ int Programa::Corre() {
   AplicaEstilo(aplicacion_, opciones.tema, letra);
   autonomo::registro::Sesion sesion;
   try {
-    sesion.Comienza("reservas", opciones.anfitrion.base.ruta, opciones.registro);
+    sesion.Comienza("reservas", opciones.anfitrion.base.Nombre(), opciones.registro);
     return opciones.guion ? CorreGuion(opciones) : CorreVentana(opciones);
   } catch (const std::exception& e) {
     autonomo::registro::AnotaFalla(e);
-    const std::string& ruta = opciones.anfitrion.base.ruta;
+    const std::string& ruta = opciones.anfitrion.base.Nombre();
     const std::string texto = e.what() + (ruta == ":memory:" ? std::string() : " (" + ruta + ")");
     if (opciones.guion) {
       std::cerr << "reservas: " << texto << '\n';
@@ -297,7 +300,13 @@ int Programa::Corre() {
   }
 }
 
-int Programa::CorreVentana(const OpcionesPrograma& opciones) {
+int Programa::CorreVentana(OpcionesPrograma opciones) {
+  opciones.anfitrion.base.pideContrasena = [](const std::string& pregunta) -> std::optional<std::string> {
+    bool aceptada = false;
+    const QString dada = QInputDialog::getText(nullptr, QStringLiteral("Contraseña"), Q(pregunta + ":"),
+                                               QLineEdit::Password, QString(), &aceptada);
+    return aceptada ? std::optional(dada.toStdString()) : std::nullopt;
+  };
   autonomo::Anfitrion anfitrion(opciones.anfitrion);
   anfitrion.RegistraClases();
   EscritorioQt escritorio;

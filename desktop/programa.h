@@ -40,7 +40,7 @@ class Programa {
   int Corre();
 
  private:
-  int CorreVentana(const OpcionesPrograma& opciones);
+  int CorreVentana(OpcionesPrograma opciones);
   int CorreGuion(const OpcionesPrograma& opciones);
 
   QApplication& aplicacion_;

@@ -1,14 +1,24 @@
 #include "guion/opciones.h"
 
+#include <termios.h>
+
+#include <array>
+#include <cstdio>
+#include <cstring>
+
+#include "host/standalone/postgres.h"
 #include "platform/com/error.h"
 
 namespace guion {
 
 const char* const kUsoGuion =
-    "Uso: reservas-guion [--base RUTA.db] [--demo] [--ahora AAAA-MM-DDTHH:MM[:SS]] [--usuario LOGIN]\n"
+    "Uso: reservas-guion [--base RUTA.db | --conexion DIRECCION] [--demo] [--ahora AAAA-MM-DDTHH:MM[:SS]] [--usuario "
+    "LOGIN]\n"
     "                    [--por-celda] [--registro ARCHIVO] [GUION]\n"
     "\n"
     "  --base RUTA.db     base SQLite; se crea vacía si no existe (sin ella, una base en memoria)\n"
+    "  --conexion DIRECCION  base PostgreSQL, postgresql://usuario@servidor/base; la contraseña sale de ~/.pgpass,\n"
+    "                     PGPASSWORD o un servicio, o se pide\n"
     "  --demo             llena una base vacía con el hotel de demostración\n"
     "  --ahora FECHA      fija el reloj del servidor\n"
     "  --usuario LOGIN    usuario del sistema\n"
@@ -16,13 +26,33 @@ const char* const kUsoGuion =
     "  GUION              archivo de órdenes, una por línea; - es la entrada estándar\n"
     "  --registro ARCHIVO  diario de fallas y escrituras; sin ella, el de la carpeta de estado del usuario\n"
     "  --version          versión, motor, esquema y base\n"
-    "  -h, --help, --ayuda  esta ayuda\n"
-    "\n"
-    "Sólo se abren bases SQLite: --conexion CADENA, la de otros motores, se rechaza.\n";
+    "  -h, --help, --ayuda  esta ayuda\n";
 
 namespace {
 
 [[noreturn]] void UsoErroneo(const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); }
+
+// A password, not shown while it is typed; nothing without a terminal.
+std::optional<std::string> PideEnLaTerminal(const std::string& pregunta) {
+  std::FILE* terminal = std::fopen("/dev/tty", "r+");
+  if (terminal == nullptr) return std::nullopt;
+  termios antes{};
+  std::optional<std::string> respuesta;
+  if (tcgetattr(fileno(terminal), &antes) == 0) {
+    termios callada = antes;
+    callada.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+    tcsetattr(fileno(terminal), TCSAFLUSH, &callada);
+    std::fputs((pregunta + ": ").c_str(), terminal);
+    std::fflush(terminal);
+    std::array<char, 256> linea{};
+    if (std::fgets(linea.data(), linea.size(), terminal) != nullptr)
+      respuesta = std::string(linea.data(), std::strcspn(linea.data(), "\n"));
+    tcsetattr(fileno(terminal), TCSAFLUSH, &antes);
+    std::fputs("\n", terminal);
+  }
+  std::fclose(terminal);
+  return respuesta;
+}
 
 // What stands between the first quotes of the toolkit's text.
 std::string Nombrada(const QString& texto) { return texto.section(QLatin1Char('\''), 1, 1).toStdString(); }
@@ -73,11 +103,19 @@ std::vector<Opcion> OpcionesDeAnfitrion() {
   return {{"base", true}, {"conexion", true}, {"demo"}, {"ahora", true}, {"usuario", true}, {"por-celda"}};
 }
 
+autonomo::OpcionesConexion LeeBase(const Argumentos& argumentos) {
+  autonomo::OpcionesConexion base;
+  if (argumentos.Hay("base") && argumentos.Hay("conexion")) UsoErroneo("--base y --conexion no se usan juntas");
+  base.ruta = argumentos.Valor("base").value_or(base.ruta);
+  base.conexion = argumentos.Valor("conexion").value_or("");
+  if (!base.conexion.empty()) autonomo::RevisaDireccion(base.conexion);
+  base.pideContrasena = PideEnLaTerminal;
+  return base;
+}
+
 autonomo::Opciones LeeAnfitrion(const Argumentos& argumentos) {
   autonomo::Opciones opciones;
-  if (argumentos.Hay("base") && argumentos.Hay("conexion")) UsoErroneo("--base y --conexion no se usan juntas");
-  opciones.base.ruta = argumentos.Valor("base").value_or(opciones.base.ruta);
-  opciones.base.conexion = argumentos.Valor("conexion").value_or("");
+  opciones.base = LeeBase(argumentos);
   opciones.base.leeConjuntos = !argumentos.Hay("por-celda");
   opciones.demo = argumentos.Hay("demo");
   opciones.usuario = argumentos.Valor("usuario").value_or(opciones.usuario);

@@ -42,6 +42,10 @@ extern const char* const kUsoGuion;
 // Whether an argument asks for the usage or the version: nobody needs to look on.
 bool PideTexto(std::string_view argumento);
 
+// The database that --base or --conexion names, with a terminal to ask for its password. Error kArgumento for both, and
+// for an address with a password in it.
+autonomo::OpcionesConexion LeeBase(const Argumentos& argumentos);
+
 // The options of a host: base, conexion, demo, ahora, usuario, por-celda.
 std::vector<Opcion> OpcionesDeAnfitrion();
 // Error kArgumento for wrong usage.

@@ -24,9 +24,7 @@ std::unique_ptr<autonomo::Anfitrion> AbreAnfitrion(const autonomo::Opciones& opc
   try {
     return std::make_unique<autonomo::Anfitrion>(opciones);
   } catch (const com::Error& e) {
-    // A connection string may hold a password: only a file is named.
-    if (!opciones.base.conexion.empty()) throw;
-    throw com::Error(e.Numero(), guion::ConArchivo(opciones.base.ruta, e.Descripcion()));
+    throw com::Error(e.Numero(), guion::ConArchivo(opciones.base.Nombre(), e.Descripcion()));
   }
 }
 
@@ -64,7 +62,7 @@ int main(int argc, char** argv) {
     }
     opciones = guion::LeeAnfitrion(argumentos);
     if (argumentos.PideVersion()) {
-      std::cout << autonomo::TextoVersion(kPrograma, opciones.base.ruta);
+      std::cout << autonomo::TextoVersion(kPrograma, opciones.base.Nombre());
       return kTodoBien;
     }
     if (const auto sueltos = argumentos.Sueltos(); !sueltos.empty()) guion = sueltos.front();
@@ -75,7 +73,7 @@ int main(int argc, char** argv) {
   }
   autonomo::registro::Sesion sesion;
   try {
-    sesion.Comienza(kPrograma, opciones.base.ruta, registro);
+    sesion.Comienza(kPrograma, opciones.base.Nombre(), registro);
     return Corre(opciones, guion);
   } catch (const std::exception& e) {
     autonomo::registro::AnotaFalla(e);

@@ -1,12 +1,8 @@
 // reservas-importa: brings a hotel's existing bookings in through the reservation screen.
-#include <fcntl.h>
-#include <sys/file.h>
 #include <unistd.h>
 
 #include <QCoreApplication>
-#include <cerrno>
 #include <chrono>
-#include <cstring>
 #include <iomanip>
 #include <iostream>
 #include <optional>
@@ -25,13 +21,15 @@ namespace {
 
 constexpr const char* kUso =
     "Uso: reservas-importa --base RUTA.db --habitaciones HABITACIONES.csv RESERVAS.csv [--rechazadas ARCHIVO.csv]\n"
-    "                        [--estricto]\n"
+    "                        [--conexion DIRECCION] [--estricto]\n"
     "\n"
     "Captura en la base las reservas de RESERVAS.csv, como lo haría un recepcionista. Si se interrumpe, la misma "
     "orden\n"
     "continúa donde se quedó. Lo que no se puede capturar queda en el archivo de rechazadas y lo demás sigue.\n"
     "\n"
     "  --base RUTA.db                base SQLite que las recibe; se crea si no existe\n"
+    "  --conexion DIRECCION          base PostgreSQL que las recibe, en lugar de --base: "
+    "postgresql://usuario@servidor/base\n"
     "  --habitaciones ARCHIVO.csv    las habitaciones del hotel, con su precio\n"
     "  --rechazadas ARCHIVO.csv      donde quedan los renglones que no se pudieron capturar, con su motivo y su "
     "línea;\n"
@@ -46,7 +44,8 @@ constexpr const char* kUsuario = "IMPORTACION";
 constexpr int kTodoBien = 0, kConFallas = 1, kUsoErroneo = 2;
 
 struct Opciones {
-  std::string base, habitaciones, reservas, rechazadas;
+  autonomo::OpcionesConexion base;
+  std::string habitaciones, reservas, rechazadas;
   bool estricto = false;
   std::optional<std::string> registro;
 };
@@ -55,26 +54,19 @@ struct Opciones {
 
 Opciones LeeOpciones(const guion::Argumentos& argumentos) {
   Opciones o;
-  o.base = argumentos.Valor("base").value_or("");
+  o.base = guion::LeeBase(argumentos);
   o.habitaciones = argumentos.Valor("habitaciones").value_or("");
   o.rechazadas = argumentos.Valor("rechazadas").value_or("");
   o.estricto = argumentos.Hay("estricto");
   o.registro = argumentos.Valor("registro");
   if (const auto sueltos = argumentos.Sueltos(); !sueltos.empty()) o.reservas = sueltos.front();
-  if (o.base.empty()) UsoErroneo("Falta --base");
-  if (o.base == ":memory:") UsoErroneo("--base debe ser un archivo: lo importado en memoria se perdería");
+  if (!argumentos.Hay("base") && !argumentos.Hay("conexion")) UsoErroneo("Falta --base");
+  if (o.base.Nombre() == ":memory:") UsoErroneo("--base debe ser un archivo: lo importado en memoria se perdería");
   if (o.habitaciones.empty()) UsoErroneo("Falta --habitaciones");
   if (o.reservas.empty()) UsoErroneo("Falta el archivo de reservas");
-  if (o.rechazadas.empty()) o.rechazadas = o.base + ".rechazadas.csv";
+  if (o.rechazadas.empty() && !o.base.conexion.empty()) UsoErroneo("Con --conexion falta --rechazadas");
+  if (o.rechazadas.empty()) o.rechazadas = o.base.ruta + ".rechazadas.csv";
   return o;
-}
-
-// Two imports into one base would capture every booking twice. The lock ends with the process.
-void ExigeSerElUnico(const std::string& base) {
-  const int archivo = open(base.c_str(), O_RDONLY | O_CLOEXEC);
-  if (archivo < 0) throw com::Error(com::error::kBaseDatos, base + ": " + std::strerror(errno));
-  if (flock(archivo, LOCK_EX | LOCK_NB) == 0) return;
-  throw com::Error(com::error::kOcupada, base + ": otra importación está trabajando con esta base");
 }
 
 // One line that is written over; only for somebody who watches.
@@ -107,10 +99,12 @@ void Imprime(const guion::ResumenImportacion& r, double segundos) {
 guion::ResumenImportacion ImportaEnBase(const Opciones& opciones, const std::vector<guion::HabitacionCsv>& habitaciones,
                                         const guion::ReservasCsv& reservas, guion::Rechazadas& rechazadas) {
   autonomo::Opciones anfitrionOpciones;
-  anfitrionOpciones.base.ruta = opciones.base;
+  anfitrionOpciones.base = opciones.base;
   anfitrionOpciones.usuario = kUsuario;
   autonomo::Anfitrion anfitrion(anfitrionOpciones);
-  ExigeSerElUnico(opciones.base);
+  // Two imports into one base would capture every booking twice.
+  if (!anfitrion.conexion()->TomaTurno("importacion"))
+    throw com::Error(com::error::kOcupada, "otra importación está trabajando con esta base");
   anfitrion.RegistraClases();
   rechazadas.Abre();
   guion::PreparaHotel(anfitrion, habitaciones);
@@ -131,7 +125,7 @@ void Importa(const Opciones& opciones) {
   try {
     resumen = ImportaEnBase(opciones, habitaciones, reservas, rechazadas);
   } catch (const com::Error& e) {
-    throw com::Error(e.Numero(), guion::ConArchivo(opciones.base, e.Descripcion()));
+    throw com::Error(e.Numero(), guion::ConArchivo(opciones.base.Nombre(), e.Descripcion()));
   }
   Imprime(resumen, std::chrono::duration<double>(std::chrono::steady_clock::now() - inicio).count());
 }
@@ -143,14 +137,16 @@ int main(int argc, char** argv) {
   const QCoreApplication aplicacion(argc, argv);
   Opciones opciones;
   try {
-    const guion::Argumentos argumentos({argv + 1, argv + argc},
-                                       {{"base", true}, {"habitaciones", true}, {"rechazadas", true}, {"estricto"}}, 1);
+    const guion::Argumentos argumentos(
+        {argv + 1, argv + argc},
+        {{"base", true}, {"conexion", true}, {"habitaciones", true}, {"rechazadas", true}, {"estricto"}}, 1);
     if (argumentos.PideAyuda()) {
       std::cout << kUso;
       return kTodoBien;
     }
     if (argumentos.PideVersion()) {
-      std::cout << autonomo::TextoVersion(kPrograma, argumentos.Valor("base").value_or(""));
+      std::cout << autonomo::TextoVersion(kPrograma,
+                                          argumentos.Valor("base").value_or(argumentos.Valor("conexion").value_or("")));
       return kTodoBien;
     }
     opciones = LeeOpciones(argumentos);
@@ -160,7 +156,7 @@ int main(int argc, char** argv) {
   }
   autonomo::registro::Sesion sesion;
   try {
-    sesion.Comienza(kPrograma, opciones.base, opciones.registro);
+    sesion.Comienza(kPrograma, opciones.base.Nombre(), opciones.registro);
     Importa(opciones);
     return kTodoBien;
   } catch (const std::exception& e) {

@@ -1,5 +1,8 @@
 #include "schema/guardas.h"
 
+#include <initializer_list>
+#include <utility>
+
 namespace esquema {
 namespace {
 
@@ -111,40 +114,121 @@ std::vector<Objeto> VersionesSqlite() {
 }
 
 // --- PostgreSQL
+//
+// The nights that are sold while the guard is in force stand in a table of their own, kept by triggers, where an
+// exclusion constraint keeps two of them apart whatever writes, also in transactions that do not see one another. It
+// cannot stand on the lines themselves: whether a line holds its nights is said by its header and by a parameter, and a
+// line may well have its dates the wrong way round. Rooms stand in it as ranges of one key each, since the server
+// compares ranges so without an extension that somebody would have to install.
+//
+// Before that, writers of one room wait for one another at a lock, and the query behind it sees what the other has
+// committed: so the loser is told the night and the folio, and lines from a time when the guard was not in force count
+// too.
 
-// Looks at every line of the folio that was written. Writers of one room wait for one another at the lock, and the
-// query behind it sees what the other has committed.
-constexpr std::string_view kGuardaPostgres = R"(CREATE FUNCTION sobreventa() RETURNS trigger LANGUAGE plpgsql AS $$
+constexpr std::string_view kRangoClave = "CREATE TYPE rango_clave AS RANGE (subtype = bpchar, collation = espanol)";
+
+constexpr std::string_view kNocheVendida = R"(CREATE TABLE Noche_Vendida (
+  Rs_Folio bpchar COLLATE espanol NOT NULL,
+  Nv_Habitacion rango_clave NOT NULL,
+  Nv_Noches daterange NOT NULL,
+  CONSTRAINT Noche_Vendida_Una_Vez EXCLUDE USING gist (Nv_Habitacion WITH &&, Nv_Noches WITH &&)
+))";
+
+// Empty where the end is not behind the start; NULL where either is missing.
+constexpr std::string_view kNoches =
+    R"(CREATE FUNCTION noches(inicio timestamp, fin timestamp) RETURNS daterange LANGUAGE sql IMMUTABLE STRICT AS $$
+  SELECT daterange(inicio::date, GREATEST(inicio::date, fin::date))
+$$)";
+
+constexpr std::string_view kHaySobreventa =
+    R"(CREATE FUNCTION hay_sobreventa() RETURNS boolean LANGUAGE sql STABLE AS $$
+  SELECT NOT EXISTS (SELECT 1 FROM Parametro
+                     WHERE Pm_Clave = 'HT_OVER_BOOKING'
+                       AND BTRIM(Pm_Valor, ' 0.+-')::bpchar COLLATE espanol IN ('', 'false', 'falso'))
+$$)";
+
+// Of the lines that hold the room on one of the nights, one that is like the line itself is that line.
+constexpr std::string_view kVende =
+    R"(CREATE FUNCTION vende(suyo bpchar, cuarto bpchar, suyas daterange) RETURNS void LANGUAGE plpgsql AS $$
 DECLARE choque record;
 BEGIN
-  IF NOT EXISTS (SELECT 1 FROM Parametro
-                 WHERE Pm_Clave = 'HT_OVER_BOOKING' AND LOWER(BTRIM(Pm_Valor, ' 0.+-')) IN ('', 'false', 'falso')) THEN
+  IF suyas IS NULL OR isempty(suyas) OR hay_sobreventa()
+     OR NOT EXISTS (SELECT 1 FROM Reservacion WHERE Rs_Folio = suyo AND Es_Cve_Estado NOT IN ('CA', 'CE')) THEN
+    RETURN;
+  END IF;
+  PERFORM pg_advisory_xact_lock(207, hashbpchar(cuarto));
+  SELECT folio, noche INTO choque
+  FROM (SELECT otra.Rs_Folio AS folio, GREATEST(lower(suyas), otra.Rsd_Fecha_Inicio::date) AS noche,
+               otra.Rs_Folio = suyo AND noches(otra.Rsd_Fecha_Inicio, otra.Rsd_Fecha_Fin) = suyas
+                 AND row_number() OVER (PARTITION BY otra.Rs_Folio, otra.Rsd_Fecha_Inicio::date,
+                                                     otra.Rsd_Fecha_Fin::date) = 1 AS propia
+        FROM Reservacion_Detalle otra
+          INNER JOIN Reservacion
+            ON Reservacion.Rs_Folio = otra.Rs_Folio AND Reservacion.Es_Cve_Estado NOT IN ('CA', 'CE')
+        WHERE otra.Hb_Cve_Habitacion = cuarto AND otra.Rsd_Fecha_Fin > lower(suyas)
+          AND noches(otra.Rsd_Fecha_Inicio, otra.Rsd_Fecha_Fin) && suyas) ocupadas
+  WHERE NOT propia ORDER BY noche, folio LIMIT 1;
+  IF FOUND THEN
+    RAISE EXCEPTION 'La habitación % ya está reservada la noche del % %', cuarto, TO_CHAR(choque.noche, 'DD/MM/YYYY'),
+      CASE WHEN choque.folio = suyo THEN 'en esta misma reservación' ELSE 'por la reservación ' || choque.folio END
+      USING ERRCODE = 'integrity_constraint_violation';
+  END IF;
+  INSERT INTO Noche_Vendida (Rs_Folio, Nv_Habitacion, Nv_Noches)
+    VALUES (suyo, rango_clave(cuarto, cuarto, '[]'), suyas);
+END $$)";
+
+constexpr std::string_view kSobreventaLinea =
+    R"(CREATE FUNCTION sobreventa_linea() RETURNS trigger LANGUAGE plpgsql AS $$
+BEGIN
+  IF TG_OP <> 'INSERT' THEN
+    DELETE FROM Noche_Vendida
+    WHERE Rs_Folio = OLD.Rs_Folio AND Nv_Noches = noches(OLD.Rsd_Fecha_Inicio, OLD.Rsd_Fecha_Fin)
+      AND Nv_Habitacion = rango_clave(OLD.Hb_Cve_Habitacion, OLD.Hb_Cve_Habitacion, '[]');
+  END IF;
+  IF TG_OP <> 'DELETE' THEN
+    PERFORM vende(NEW.Rs_Folio, NEW.Hb_Cve_Habitacion, noches(NEW.Rsd_Fecha_Inicio, NEW.Rsd_Fecha_Fin));
+  END IF;
+  RETURN NULL;
+END $$)";
+
+// Only what came to life is looked at: another change of a live reservation takes no night.
+constexpr std::string_view kSobreventaReservacion =
+    R"(CREATE FUNCTION sobreventa_reservacion() RETURNS trigger LANGUAGE plpgsql AS $$
+BEGIN
+  IF TG_OP = 'UPDATE' THEN
+    IF OLD.Rs_Folio = NEW.Rs_Folio
+       AND (OLD.Es_Cve_Estado IN ('CA', 'CE')) IS NOT DISTINCT FROM (NEW.Es_Cve_Estado IN ('CA', 'CE')) THEN
+      RETURN NULL;
+    END IF;
+  END IF;
+  IF TG_OP <> 'INSERT' THEN
+    DELETE FROM Noche_Vendida WHERE Rs_Folio = OLD.Rs_Folio;
+  END IF;
+  IF TG_OP <> 'DELETE' THEN
+    PERFORM vende(NEW.Rs_Folio, linea.Hb_Cve_Habitacion, noches(linea.Rsd_Fecha_Inicio, linea.Rsd_Fecha_Fin))
+    FROM (SELECT * FROM Reservacion_Detalle WHERE Rs_Folio = NEW.Rs_Folio
+          ORDER BY Hb_Cve_Habitacion, Rsd_Fecha_Inicio) linea;
+  END IF;
+  RETURN NULL;
+END $$)";
+
+// The guard comes into force or goes: what is sold by then is entered, but for nights that are sold twice already.
+constexpr std::string_view kSobreventaParametro =
+    R"(CREATE FUNCTION sobreventa_parametro() RETURNS trigger LANGUAGE plpgsql AS $$
+BEGIN
+  IF NOT COALESCE(OLD.Pm_Clave = 'HT_OVER_BOOKING', FALSE)
+     AND NOT COALESCE(NEW.Pm_Clave = 'HT_OVER_BOOKING', FALSE) THEN
     RETURN NULL;
   END IF;
-  PERFORM pg_advisory_xact_lock(207, hashtext(clave))
-  FROM (SELECT DISTINCT LOWER(RTRIM(Hb_Cve_Habitacion)) AS clave FROM Reservacion_Detalle
-        WHERE Rs_Folio = NEW.Rs_Folio ORDER BY clave) habitaciones;
-  SELECT propia.Hb_Cve_Habitacion AS habitacion, otra.Rs_Folio AS folio,
-         GREATEST(propia.Rsd_Fecha_Inicio::date, otra.Rsd_Fecha_Inicio::date) AS noche
-  INTO choque
-  FROM Reservacion_Detalle propia
-    INNER JOIN Reservacion_Detalle otra
-      ON otra.Hb_Cve_Habitacion = propia.Hb_Cve_Habitacion AND otra.ctid <> propia.ctid
-    INNER JOIN Reservacion suya
-      ON suya.Rs_Folio = propia.Rs_Folio AND suya.Es_Cve_Estado NOT IN ('CA', 'CE')
-    INNER JOIN Reservacion ajena
-      ON ajena.Rs_Folio = otra.Rs_Folio AND ajena.Es_Cve_Estado NOT IN ('CA', 'CE')
-  WHERE propia.Rs_Folio = NEW.Rs_Folio
-    AND GREATEST(propia.Rsd_Fecha_Inicio::date, otra.Rsd_Fecha_Inicio::date)
-      < LEAST(propia.Rsd_Fecha_Fin::date, otra.Rsd_Fecha_Fin::date)
-  ORDER BY noche, folio LIMIT 1;
-  IF FOUND THEN
-    RAISE EXCEPTION USING ERRCODE = 'integrity_constraint_violation',
-      MESSAGE = 'La habitación ' || choque.habitacion || ' ya está reservada la noche del '
-                || TO_CHAR(choque.noche, 'DD/MM/YYYY')
-                || CASE WHEN choque.folio = NEW.Rs_Folio THEN ' en esta misma reservación'
-                        ELSE ' por la reservación ' || choque.folio END;
-  END IF;
+  DELETE FROM Noche_Vendida;
+  INSERT INTO Noche_Vendida (Rs_Folio, Nv_Habitacion, Nv_Noches)
+    SELECT linea.Rs_Folio, rango_clave(linea.Hb_Cve_Habitacion, linea.Hb_Cve_Habitacion, '[]'),
+           noches(linea.Rsd_Fecha_Inicio, linea.Rsd_Fecha_Fin)
+    FROM Reservacion_Detalle linea
+      INNER JOIN Reservacion
+        ON Reservacion.Rs_Folio = linea.Rs_Folio AND Reservacion.Es_Cve_Estado NOT IN ('CA', 'CE')
+    WHERE NOT hay_sobreventa() AND NOT isempty(noches(linea.Rsd_Fecha_Inicio, linea.Rsd_Fecha_Fin))
+    ON CONFLICT DO NOTHING;
   RETURN NULL;
 END $$)";
 
@@ -168,16 +252,30 @@ Objeto Guarda(const std::string& nombre, const std::string& sql) {
 }
 
 std::vector<Objeto> GuardasPostgres() {
-  std::vector<Objeto> guardas{
-      {Objeto::Clase::Otro, "sobreventa", std::string(kGuardaPostgres)},
-      Guarda("Sobreventa_Linea",
-             "AFTER INSERT OR UPDATE OF Rs_Folio, Hb_Cve_Habitacion, Rsd_Fecha_Inicio, Rsd_Fecha_Fin "
-             "ON Reservacion_Detalle FOR EACH ROW EXECUTE FUNCTION sobreventa()"),
-      Guarda("Sobreventa_Reservacion",
-             "AFTER INSERT OR UPDATE OF Rs_Folio, Es_Cve_Estado ON Reservacion "
-             "FOR EACH ROW EXECUTE FUNCTION sobreventa()"),
-      {Objeto::Clase::Otro, "version_reservacion", std::string(kVersionPostgres)},
-  };
+  std::vector<Objeto> guardas;
+  for (const auto& [nombre, sql] : std::initializer_list<std::pair<const char*, std::string_view>>{
+           {"rango_clave", kRangoClave},
+           {"Noche_Vendida", kNocheVendida},
+           {"Noche_Vendida_1", "CREATE INDEX Noche_Vendida_1 ON Noche_Vendida (Rs_Folio)"},
+           {"noches", kNoches},
+           {"hay_sobreventa", kHaySobreventa},
+           {"vende", kVende},
+           {"sobreventa_linea", kSobreventaLinea},
+           {"sobreventa_reservacion", kSobreventaReservacion},
+           {"sobreventa_parametro", kSobreventaParametro},
+           {"version_reservacion", kVersionPostgres},
+       }) {
+    guardas.push_back({Objeto::Clase::Otro, nombre, std::string(sql)});
+  }
+  guardas.push_back(Guarda("Sobreventa_Linea",
+                           "AFTER INSERT OR DELETE OR UPDATE OF Rs_Folio, Hb_Cve_Habitacion, Rsd_Fecha_Inicio, "
+                           "Rsd_Fecha_Fin ON Reservacion_Detalle FOR EACH ROW EXECUTE FUNCTION sobreventa_linea()"));
+  guardas.push_back(Guarda("Sobreventa_Reservacion",
+                           "AFTER INSERT OR DELETE OR UPDATE OF Rs_Folio, Es_Cve_Estado ON Reservacion "
+                           "FOR EACH ROW EXECUTE FUNCTION sobreventa_reservacion()"));
+  guardas.push_back(Guarda("Sobreventa_Parametro",
+                           "AFTER INSERT OR DELETE OR UPDATE ON Parametro "
+                           "FOR EACH ROW EXECUTE FUNCTION sobreventa_parametro()"));
   for (const std::string_view tabla : kConVersion) {
     guardas.push_back(
         Guarda("Version_" + std::string(tabla), "AFTER INSERT OR UPDATE OR DELETE ON " + std::string(tabla) +

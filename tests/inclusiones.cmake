@@ -1,6 +1,6 @@
 # What the table "The house" of ARCHITECTURE.md allows each folder to include is what its files include. A row's third
-# cell names folders in back quotes, which stand in rows above it, so that no cycle can be written down; and Qt, SQLite
-# or ICU where the folder may use them.
+# cell names folders in back quotes, which stand in rows above it, so that no cycle can be written down; and Qt, SQLite,
+# libpq or ICU where the folder may use them.
 cmake_policy(VERSION 3.25)
 file(STRINGS ${RAIZ}/ARCHITECTURE.md renglones REGEX "^[|] `[a-z]+/")
 list(LENGTH renglones n)
@@ -15,6 +15,8 @@ function(biblioteca cabecera salida)
     set(${salida} "Qt" PARENT_SCOPE)
   elseif(cabecera MATCHES "^sqlite3")
     set(${salida} "SQLite" PARENT_SCOPE)
+  elseif(cabecera MATCHES "^libpq")
+    set(${salida} "libpq" PARENT_SCOPE)
   elseif(cabecera MATCHES "^unicode/")
     set(${salida} "ICU" PARENT_SCOPE)
   endif()

@@ -98,7 +98,7 @@ std::string TextoDe(const ado::Recordset& rs, std::size_t columna) { return com:
 
 }  // namespace
 
-Anfitrion::Anfitrion(const Opciones& opciones) : usuario_(opciones.usuario), base_(opciones.base.ruta) {
+Anfitrion::Anfitrion(const Opciones& opciones) : usuario_(opciones.usuario), base_(opciones.base.Nombre()) {
   RevisaUsuario(usuario_);
   if (opciones.ahora) reloj_.Fija(*opciones.ahora);
   conexion_ = AbreConexion(opciones.base, reloj_);

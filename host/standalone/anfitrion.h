@@ -63,7 +63,7 @@ class Anfitrion {
   ado::ConnectionPtr Entregada() const { return entregada_ ? entregada_ : conexion_; }
   Reloj& reloj() { return reloj_; }
   const std::string& usuario() const { return usuario_; }
-  const std::string& base() const { return base_; }  // path of the database
+  const std::string& base() const { return base_; }  // path or address of the database
 
   // --- set-up ----------------------------------------------------------------------------------------------------
   // Each write happens whole or not at all, in the open transaction when there is one. Error kArgumento for a value

@@ -1,5 +1,6 @@
 #include "host/standalone/apertura.h"
 
+#include <fcntl.h>
 #include <sqlite3.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -227,6 +228,20 @@ void BaseSqlite::RevisaArchivos() const {
   throw com::Error(com::error::kBaseDatos,
                    "Alguien movió, borró o cambió el archivo de la base de datos mientras se usaba. No se guardó nada: "
                    "devuélvalo a su lugar, o cierre el programa y ábralo otra vez");
+}
+
+// A lock on a byte far behind the end of the file, one for each work. Its descriptor stays open: closing it would drop
+// the engine's own locks on the file.
+bool BaseSqlite::TomaTurno(const std::string& trabajo) const {
+  constexpr std::int64_t kLejos = std::int64_t{1} << 60;
+  if (bitacora_ == 0) return true;
+  const int archivo = open(sqlite3_db_filename(manija_, "main"), O_RDWR | O_CLOEXEC);
+  struct flock turno {};
+  turno.l_type = F_WRLCK;
+  turno.l_whence = SEEK_SET;
+  turno.l_start = kLejos + static_cast<std::int64_t>(qHash(QByteArray::fromStdString(trabajo), 0) & 0xFFFFFFFFU);
+  turno.l_len = 1;
+  return archivo >= 0 && fcntl(archivo, F_OFD_SETLK, &turno) == 0;
 }
 
 // The last program to leave makes the file whole again; while others are there the engine refuses. Without its file in

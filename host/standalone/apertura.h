@@ -33,6 +33,9 @@ class BaseSqlite {
   // Also when a check of its pages has meanwhile found damage.
   void RevisaArchivos() const;
 
+  // ConexionDeMotor::TomaTurno.
+  bool TomaTurno(const std::string& trabajo) const;
+
   // What the clerk is to know about it, once.
   std::vector<std::string> TomaAvisos() { return std::exchange(avisos_, {}); }
 

@@ -10,6 +10,7 @@
 
 #include "host/standalone/apertura.h"
 #include "host/standalone/plantillas.h"
+#include "host/standalone/postgres.h"
 #include "host/standalone/registro.h"
 #include "host/standalone/sentencia.h"
 #include "host/standalone/traductor.h"
@@ -52,6 +53,7 @@ class ConexionSqlite final : public ConexionDeMotor {
   bool EnTransaccion() const override { return enTransaccion_; }
   bool LeeConjuntos() const override { return leeConjuntos_; }
   esquema::Motor Motor() const override { return esquema::Motor::Sqlite; }
+  bool TomaTurno(const std::string& trabajo) override { return base_.TomaTurno(trabajo); }
   std::vector<std::string> TomaAvisos() override { return base_.TomaAvisos(); }
 
  private:
@@ -187,9 +189,7 @@ com::Fecha Reloj::Ahora() const {
 }
 
 std::shared_ptr<Conexion> AbreConexion(const OpcionesConexion& opciones, const Reloj& reloj) {
-  if (!opciones.conexion.empty())
-    throw com::Error(com::error::kBaseDatos,
-                     "Esta versión solo abre bases de datos SQLite (archivo), no cadenas de conexión");
+  if (!opciones.conexion.empty()) return Vigila(AbrePostgres(opciones, reloj));
   return Vigila(std::make_shared<ConexionSqlite>(opciones, reloj));
 }
 

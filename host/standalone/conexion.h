@@ -1,4 +1,4 @@
-// The stand-alone host's database connection: runs the screens' SQL Server text on SQLite through QtSql.
+// The stand-alone host's database connection: runs the screens' SQL Server text on SQLite or PostgreSQL.
 //
 // Each statement is split into a template and its literals; the template is translated and prepared once and run again
 // by binding. Record sets are read whole. Failures raise com::Error with a Spanish description by category and the
@@ -33,10 +33,19 @@ class Reloj {
 
 struct OpcionesConexion {
   std::string ruta = ":memory:";  // SQLite file, created with the empty schema when it is missing
-  std::string conexion;           // connection string of another engine; "" SQLite
+  std::string conexion;           // address of a PostgreSQL database (postgres_sesion.h); "" SQLite
   bool leeConjuntos = true;       // what LeeConjuntos answers
   int esperaMs = 5000;            // how long a statement waits for another program's lock
+  // Asks whoever works here for a password that the server wants and that is in none of the usual places; takes the
+  // question's text, nothing when there is no answer. Without it such a server cannot be opened.
+  std::function<std::optional<std::string>(const std::string&)> pideContrasena;
+
+  // What the database is called in messages.
+  const std::string& Nombre() const { return conexion.empty() ? ruta : conexion; }
 };
+
+// Number of the error of a transaction that the engine undid because of another one: run again, it may well pass.
+inline constexpr int kChoque = 3197;
 
 // What an engine offers.
 class ConexionDeMotor : public ado::Connection {
@@ -54,6 +63,9 @@ class ConexionDeMotor : public ado::Connection {
   // Called after a transaction has ended: committed or rolled back. Must not raise.
   std::function<void(bool confirmada)> alTerminarTransaccion;
   virtual esquema::Motor Motor() const = 0;
+  // Takes the turn of a work that one program at a time may do, until this program ends; false when another one has
+  // it. Always given for a database in memory.
+  virtual bool TomaTurno(const std::string& trabajo) = 0;
   // What the clerk is to know about the database that was opened (guards put back, a check that failed behind her
   // back); each notice is given once.
   virtual std::vector<std::string> TomaAvisos() { return {}; }
@@ -72,8 +84,9 @@ class Conexion : public ConexionDeMotor {
   virtual void Retoma() = 0;
 };
 
-// Opens the database. A missing SQLite file is created with the empty schema, whole or not at all. com::Error kAjena
-// for a file that is not this system's, kSoloLectura, kOcupada, kLlena, kBaseDatos otherwise; nothing half-written.
+// Opens the database. A missing SQLite file, or an empty PostgreSQL database, gets the empty schema, whole or not at
+// all. com::Error kAjena for one that is not this system's, kSoloLectura, kOcupada, kLlena, kArgumento for an address
+// that is none, kBaseDatos otherwise; nothing half-written.
 std::shared_ptr<Conexion> AbreConexion(const OpcionesConexion& opciones, const Reloj& reloj);
 
 }  // namespace autonomo

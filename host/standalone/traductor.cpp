@@ -198,18 +198,21 @@ const Funcion* BuscaFuncion(std::string_view nombre) {
 
 struct Dialecto {
   Forma Funcion::*forma;
-  std::string_view ahora;      // the clock's value
-  std::string_view concatena;  // text + text
-  std::string_view like;       // LIKE, case-blind
-  bool limitaAlFinal;          // TOP n is LIMIT n at the end of the select
-  bool omiteFromInto;          // DELETE without FROM and INSERT without INTO
+  std::string_view ahora;       // the clock's value
+  std::string_view concatena;   // text + text
+  std::string_view like;        // LIKE, case-blind
+  std::string_view trasPatron;  // put after the pattern of a LIKE
+  bool limitaAlFinal;           // TOP n is LIMIT n at the end of the select
+  bool omiteFromInto;           // DELETE without FROM and INSERT without INTO
   // Put after a function's value where it is compared: it has no column's collation.
   std::string_view comparaTexto, comparaFecha;
 };
 
-constexpr Dialecto kSqlite{&Funcion::sqlite, "?", "||", "LIKE", true, false, " COLLATE ESPANOL", " COLLATE FECHA"};
-constexpr Dialecto kPostgres{&Funcion::postgres, "CAST(? AS timestamp)", "||", "ILIKE", true, false, "", ""};
-constexpr Dialecto kSqlServer{&Funcion::sqlServer, "CAST(? AS datetime)", "+", "LIKE", false, true, "", ""};
+constexpr Dialecto kSqlite{&Funcion::sqlite, "?", "||", "LIKE", "", true, false, " COLLATE ESPANOL", " COLLATE FECHA"};
+constexpr Dialecto kPostgres{&Funcion::postgres, "CAST(? AS timestamp)", "||", "ILIKE",
+                             // The columns' collation knows no LIKE; and the backslash is a character like others.
+                             " COLLATE \"es-x-icu\" ESCAPE ''", true, false, "::bpchar", ""};
+constexpr Dialecto kSqlServer{&Funcion::sqlServer, "CAST(? AS datetime)", "+", "LIKE", "", false, true, "", ""};
 
 const Dialecto& DialectoDe(Motor motor) {
   switch (motor) {
@@ -429,11 +432,19 @@ class Traductor {
                           f_[i].texto);
     }
     if (palabra.texto == "TOP") return CambiaTop(i);
-    if (palabra.texto == "LIKE" && d_.like != "LIKE") Cambia(f_[i].inicio, f_[i].fin, std::string(d_.like));
+    if (palabra.texto == "LIKE" && d_.like != "LIKE") CambiaLike(i);
     if (i == 0 && !d_.omiteFromInto) {
       if (palabra.texto == "DELETE" && Es(1, Clase::Nombre)) Cambia(f_[0].fin, f_[0].fin, " FROM");
       if (palabra.texto == "INSERT" && Es(1, Clase::Nombre)) Cambia(f_[0].fin, f_[0].fin, " INTO");
     }
+  }
+
+  void CambiaLike(std::size_t i) {
+    Cambia(f_[i].inicio, f_[i].fin, std::string(d_.like));
+    std::size_t fin = FinDe(i + 1);
+    while (Es(fin, Clase::Suma)) fin = FinDe(fin + 1);
+    fin = std::min(fin, f_.size());
+    Cambia(f_[fin - 1].fin, f_[fin - 1].fin, std::string(d_.trasPatron));
   }
 
   // TOP n goes to the end of its select.

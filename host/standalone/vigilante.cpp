@@ -178,6 +178,7 @@ class ConexionVigilada final : public Conexion {
 
   bool LeeConjuntos() const override { return motor_->LeeConjuntos(); }
   esquema::Motor Motor() const override { return motor_->Motor(); }
+  bool TomaTurno(const std::string& trabajo) override { return motor_->TomaTurno(trabajo); }
   std::vector<std::string> TomaAvisos() override { return motor_->TomaAvisos(); }
 
  private:

@@ -1,0 +1,345 @@
+#include "host/standalone/postgres.h"
+
+#include <chrono>
+#include <thread>
+#include <unordered_map>
+
+#include "host/standalone/plantillas.h"
+#include "host/standalone/postgres_sesion.h"
+#include "host/standalone/postgres_valores.h"
+#include "host/standalone/registro.h"
+#include "host/standalone/traductor.h"
+#include "platform/com/texto.h"
+
+namespace autonomo {
+namespace {
+
+using com::error::kBaseDatos;
+using com::error::kSentencia;
+using com::error::kTransaccion;
+using Valores = std::vector<std::optional<std::string>>;
+
+// Templates kept translated and prepared.
+constexpr std::size_t kPlantillas = 256;
+// The server's answer to a prepared statement whose table has changed.
+constexpr std::string_view kPlanViejo = "0A000";
+
+struct Preparada {
+  std::string nombre, texto;
+  std::vector<Origen> parametros;
+  std::shared_ptr<const ado::Recordset::Columnas> columnas;  // of its last result
+  int sesion = 0;                                            // connection in which it is prepared
+};
+
+class ConexionPostgres final : public ConexionDeMotor {
+ public:
+  ConexionPostgres(const OpcionesConexion& opciones, const Reloj& reloj)
+      : reloj_(reloj), leeConjuntos_(opciones.leeConjuntos), esperaMs_(opciones.esperaMs), sesion_(opciones) {}
+
+  ado::RecordsetPtr Execute(const ado::TextoSQL& sentencia) override {
+    sentencia.Verifica();
+    return registro::Mide(sentencia.Texto(), [&] { return Ejecuta(sentencia.Texto(), false, {}); });
+  }
+  ado::RecordsetPtr Consulta(std::string_view sentencia, const Parametros& parametros) override {
+    return registro::Mide(sentencia, [&] { return Ejecuta(sentencia, true, parametros); });
+  }
+  ado::RecordsetPtr Directa(std::string_view sentencia) override {
+    return registro::Mide(sentencia, [&] { return EjecutaTal(sentencia); });
+  }
+
+  void BeginTrans() override;
+  void CommitTrans() override;
+  void RollbackTrans() override;
+  bool EnTransaccion() const override { return enTransaccion_; }
+  bool LeeConjuntos() const override { return leeConjuntos_; }
+  esquema::Motor Motor() const override { return esquema::Motor::PostgreSQL; }
+  bool TomaTurno(const std::string& nombre) override { return sesion_.TomaTurno(nombre); }
+
+ private:
+  // What goes to the server in one round trip, in this order.
+  enum class Paso { Comienza, Salva, Prepara, Corre, Libera, Numero };
+
+  // Whether the server knows of the transaction.
+  bool Dentro() const { return enTransaccion_ && !porComenzar_; }
+  void Asegura(std::string_view sentencia);
+  Preparada& BuscaPreparada(std::string_view texto, bool conPreguntas);
+  Valores LigaPartida(const Preparada& p, std::string_view texto, std::span<const com::Variant> parametros);
+  ado::RecordsetPtr Ejecuta(std::string_view texto, bool conPreguntas, std::span<const com::Variant> parametros);
+  ado::RecordsetPtr EjecutaTal(std::string_view texto);
+  ado::RecordsetPtr CorreTal(const std::string& texto);
+  Resultado CorreInsistiendo(Preparada& p, const Valores& valores, std::string_view original);
+  Resultado Corre(Preparada& p, const Valores& valores, std::string_view original);
+  bool Envia(Paso paso, const Preparada& p, const Valores& valores);
+  void Recibe(Paso paso, const PGresult* r);
+  void AveriguaElFinal();
+  std::string FinalDe(const std::string& transaccion);
+
+  const Reloj& reloj_;
+  bool leeConjuntos_;
+  int esperaMs_;
+  SesionPostgres sesion_;
+  std::unordered_map<std::string, Preparada> preparadas_;
+  std::size_t nombres_ = 0;
+  Partida partida_;
+  bool enTransaccion_ = false;
+  bool porComenzar_ = false;  // the begin goes with the first statement
+  std::string numero_;        // the server's number of the open transaction, once it has written
+  std::string enDuda_;        // number of one whose commit nobody answered
+};
+
+// Before a statement goes out. A connection that broke is made again, unless a transaction was under way in it.
+void ConexionPostgres::Asegura(std::string_view sentencia) {
+  if (Dentro()) {
+    if (PQstatus(sesion_.manija()) != CONNECTION_OK) throw ErrorDePerdida(sentencia);
+    return;
+  }
+  if (!sesion_.Viva()) sesion_.Conecta();
+  if (enDuda_.empty() || com::Mayusculas(std::string(sentencia.substr(0, 6))) == "SELECT") return;
+  const bool quedo = FinalDe(enDuda_) == "committed";
+  enDuda_.clear();
+  if (quedo)
+    throw com::Error(kBaseDatos,
+                     "La conexión con el servidor volvió, y lo último que aceptó antes de perderla sí quedó guardado: "
+                     "búsquelo antes de capturarlo otra vez",
+                     std::string(sentencia));
+}
+
+Preparada& ConexionPostgres::BuscaPreparada(std::string_view texto, bool conPreguntas) {
+  if (const auto it = preparadas_.find(partida_.plantilla); it != preparadas_.end()) return it->second;
+  Traduccion t =
+      Traduce(texto, esquema::Motor::PostgreSQL, {.literalesSonParametros = true, .admitePreguntas = conPreguntas});
+  if (preparadas_.size() == kPlantillas) {
+    preparadas_.clear();
+    if (sesion_.Viva()) sesion_.Corre("DEALLOCATE ALL");
+  }
+  Preparada p;
+  p.nombre = "p" + std::to_string(++nombres_);
+  p.texto = ConDolares(t.texto);
+  p.parametros = std::move(t.parametros);
+  return preparadas_.emplace(partida_.plantilla, std::move(p)).first->second;
+}
+
+Valores ConexionPostgres::LigaPartida(const Preparada& p, std::string_view texto,
+                                      std::span<const com::Variant> parametros) {
+  Valores valores;
+  std::size_t valor = 0, pregunta = 0;
+  for (const Origen origen : p.parametros) {
+    if (origen == Origen::Ahora) {
+      valores.emplace_back(com::AIso(reloj_.Ahora()));
+      continue;
+    }
+    // A statement may hold the very marks of a template; it then has fewer values than the template asks for.
+    if (valor == partida_.valores.size()) throw com::Error(kSentencia, "Sentencia mal escrita", std::string(texto));
+    const ValorPartido& v = partida_.valores[valor++];
+    if (!v.pregunta) {
+      valores.push_back(ComoParametro(v.comillas ? SinComillasDobles(v.texto) : std::string(v.texto)));
+      continue;
+    }
+    if (pregunta == parametros.size()) throw com::Error(kSentencia, "Faltan parámetros", std::string(texto));
+    valores.push_back(ComoParametro(parametros[pregunta++]));
+  }
+  if (pregunta != parametros.size()) throw com::Error(kSentencia, "Sobran parámetros", std::string(texto));
+  return valores;
+}
+
+ado::RecordsetPtr ConexionPostgres::Ejecuta(std::string_view texto, bool conPreguntas,
+                                            std::span<const com::Variant> parametros) {
+  Asegura(texto);
+  Parte(texto, conPreguntas, partida_);
+  Preparada& p = BuscaPreparada(texto, conPreguntas);
+  const Resultado r = CorreInsistiendo(p, LigaPartida(p, texto, parametros), texto);
+  return Filas(r.get(), p.columnas, texto);
+}
+
+// A server that went away without a sign is found out here. What has begun no transaction and a question are asked
+// again; another write is not, since it may have happened.
+Resultado ConexionPostgres::CorreInsistiendo(Preparada& p, const Valores& valores, std::string_view original) {
+  const bool repetible = porComenzar_ || (!enTransaccion_ && p.texto.starts_with("SELECT"));
+  try {
+    return Corre(p, valores, original);
+  } catch (const com::Error&) {
+    if (!repetible || PQstatus(sesion_.manija()) == CONNECTION_OK) throw;
+  }
+  porComenzar_ = enTransaccion_;
+  numero_.clear();
+  sesion_.Conecta();
+  return Corre(p, valores, original);
+}
+
+bool ConexionPostgres::Envia(Paso paso, const Preparada& p, const Valores& valores) {
+  PGconn* c = sesion_.manija();
+  const auto orden = [c](const char* sql) {
+    return PQsendQueryParams(c, sql, 0, nullptr, nullptr, nullptr, nullptr, 0) != 0;
+  };
+  switch (paso) {
+    case Paso::Comienza:
+      return orden("BEGIN ISOLATION LEVEL READ COMMITTED");
+    case Paso::Salva:
+      return orden("SAVEPOINT sentencia");
+    case Paso::Prepara:
+      return PQsendPrepare(c, p.nombre.c_str(), p.texto.c_str(), 0, nullptr) != 0;
+    case Paso::Corre: {
+      std::vector<const char*> punteros;
+      for (const auto& v : valores) punteros.push_back(v ? v->c_str() : nullptr);
+      return PQsendQueryPrepared(c, p.nombre.c_str(), static_cast<int>(punteros.size()), punteros.data(), nullptr,
+                                 nullptr, 0) != 0;
+    }
+    case Paso::Libera:
+      return orden("RELEASE SAVEPOINT sentencia");
+    case Paso::Numero:
+      return orden("SELECT pg_current_xact_id_if_assigned()");
+  }
+  return false;
+}
+
+// A step that went well.
+void ConexionPostgres::Recibe(Paso paso, const PGresult* r) {
+  if (paso == Paso::Comienza) porComenzar_ = false;
+  if (paso == Paso::Numero && PQntuples(r) == 1) numero_ = PQgetvalue(r, 0, 0);
+}
+
+Resultado ConexionPostgres::Corre(Preparada& p, const Valores& valores, std::string_view original) {
+  std::vector<Paso> pasos;
+  if (porComenzar_) pasos.push_back(Paso::Comienza);
+  if (enTransaccion_) pasos.push_back(Paso::Salva);
+  if (p.sesion != sesion_.Cual()) pasos.push_back(Paso::Prepara);
+  pasos.push_back(Paso::Corre);
+  if (enTransaccion_) pasos.push_back(Paso::Libera);
+  if (enTransaccion_ && numero_.empty()) pasos.push_back(Paso::Numero);
+
+  PGconn* c = sesion_.manija();
+  PQenterPipelineMode(c);
+  bool enviado = true;
+  for (const Paso paso : pasos) enviado = enviado && Envia(paso, p, valores);
+  enviado = enviado && PQpipelineSync(c) != 0;
+  Resultado falla, filas;
+  for (const Paso paso : pasos) {
+    if (!enviado) break;
+    Resultado r(PQgetResult(c));
+    if (r == nullptr) break;
+    PQclear(PQgetResult(c));  // the end of this step's results
+    const auto estado = PQresultStatus(r.get());
+    if (estado == PGRES_FATAL_ERROR) falla = std::move(r);
+    if (falla != nullptr) continue;
+    Recibe(paso, r.get());
+    if (paso == Paso::Prepara) p.sesion = sesion_.Cual();
+    if (paso == Paso::Corre) filas = std::move(r);
+  }
+  if (enviado) PQclear(PQgetResult(c));  // the synchronisation
+  PQexitPipelineMode(c);
+  if (!enviado || PQstatus(c) != CONNECTION_OK) throw ErrorDePerdida(original);
+  if (falla == nullptr) return filas;
+  if (Dentro()) sesion_.Corre("ROLLBACK TO SAVEPOINT sentencia; RELEASE SAVEPOINT sentencia");
+  if (CodigoDe(falla.get()) == kPlanViejo && p.sesion == sesion_.Cual()) {
+    p.nombre = "p" + std::to_string(++nombres_);
+    p.sesion = 0;
+    p.columnas = nullptr;
+    return Corre(p, valores, original);
+  }
+  throw ErrorPostgres(falla.get(), original);
+}
+
+// --- a tester's statement
+
+ado::RecordsetPtr ConexionPostgres::EjecutaTal(std::string_view sentencia) {
+  try {
+    Traduce(sentencia, esquema::Motor::PostgreSQL, {.literalesSonParametros = true});
+  } catch (const com::Error& e) {
+    if (e.Numero() != kSentencia) throw;
+    Asegura(sentencia);
+    return CorreTal(std::string(sentencia));
+  }
+  return Ejecuta(sentencia, false, {});
+}
+
+ado::RecordsetPtr ConexionPostgres::CorreTal(const std::string& texto) {
+  if (porComenzar_) sesion_.Corre("BEGIN ISOLATION LEVEL READ COMMITTED");
+  porComenzar_ = false;
+  if (enTransaccion_) sesion_.Corre("SAVEPOINT sentencia");
+  const auto abierta = [this] { return PQtransactionStatus(sesion_.manija()) != PQTRANS_IDLE; };
+  try {
+    const Resultado r = sesion_.Corre(texto, {});
+    if (enTransaccion_ && abierta()) sesion_.Corre("RELEASE SAVEPOINT sentencia");
+    enTransaccion_ = abierta();
+    std::shared_ptr<const ado::Recordset::Columnas> columnas;
+    return Filas(r.get(), columnas, texto);
+  } catch (const com::Error&) {
+    if (PQstatus(sesion_.manija()) == CONNECTION_OK && enTransaccion_)
+      sesion_.Corre("ROLLBACK TO SAVEPOINT sentencia; RELEASE SAVEPOINT sentencia");
+    throw;
+  }
+}
+
+// --- transactions
+
+void ConexionPostgres::BeginTrans() {
+  if (enTransaccion_) throw com::Error(kTransaccion, "Ya hay una transacción abierta");
+  enTransaccion_ = porComenzar_ = true;
+  numero_.clear();
+}
+
+void ConexionPostgres::CommitTrans() {
+  if (!enTransaccion_) throw com::Error(kTransaccion, "No hay una transacción abierta");
+  if (Dentro()) {
+    registro::Mide("COMMIT", [&] {
+      Asegura("COMMIT");
+      const Resultado r(PQexec(sesion_.manija(), "COMMIT"));
+      if (PQstatus(sesion_.manija()) != CONNECTION_OK) return AveriguaElFinal();
+      if (PQresultStatus(r.get()) != PGRES_COMMAND_OK) throw ErrorPostgres(r.get(), "COMMIT");
+      if (std::string_view(PQcmdStatus(r.get())) == "COMMIT") return;
+      throw com::Error(kTransaccion, "La base de datos deshizo la transacción por una falla anterior");
+    });
+  }
+  enTransaccion_ = porComenzar_ = false;
+  if (alTerminarTransaccion) alTerminarTransaccion(true);
+}
+
+// The server went away before it answered the commit: asks it how the transaction ended. Returns when it was committed.
+void ConexionPostgres::AveriguaElFinal() {
+  using std::chrono::steady_clock;
+  if (numero_.empty()) return;  // it wrote nothing
+  const auto limite = steady_clock::now() + std::chrono::milliseconds(esperaMs_);
+  for (std::string final; steady_clock::now() < limite; std::this_thread::sleep_for(std::chrono::milliseconds(100))) {
+    try {
+      if (!sesion_.Viva()) sesion_.Conecta();
+      final = FinalDe(numero_);
+    } catch (const com::Error&) {  // not back yet
+      continue;
+    }
+    if (final == "committed") return;
+    if (final == "aborted") throw ErrorDePerdida("COMMIT");
+  }
+  enDuda_ = numero_;
+  throw com::Error(kBaseDatos,
+                   "Se perdió la conexión con el servidor de la base de datos mientras terminaba de guardar, y todavía "
+                   "no se sabe si quedó guardado. Cuando el servidor vuelva, búsquelo antes de capturarlo otra vez",
+                   "COMMIT");
+}
+
+// "committed", "aborted" or "in progress". One that the server has never heard of did not reach its disk.
+std::string ConexionPostgres::FinalDe(const std::string& transaccion) {
+  try {
+    const Resultado r = sesion_.Corre("SELECT pg_xact_status($1::xid8)", {transaccion.c_str()});
+    return PQgetvalue(r.get(), 0, 0);
+  } catch (const com::Error&) {
+    if (PQstatus(sesion_.manija()) != CONNECTION_OK) throw;
+    return "aborted";
+  }
+}
+
+void ConexionPostgres::RollbackTrans() {
+  if (!enTransaccion_) throw com::Error(kTransaccion, "No hay una transacción abierta");
+  const bool corre = Dentro() && PQstatus(sesion_.manija()) == CONNECTION_OK;
+  enTransaccion_ = porComenzar_ = false;
+  // One that fails has lost its connection, and so its transaction.
+  if (corre) registro::Mide("ROLLBACK", [&] { PQclear(PQexec(sesion_.manija(), "ROLLBACK")); });
+  if (alTerminarTransaccion) alTerminarTransaccion(false);
+}
+
+}  // namespace
+
+std::shared_ptr<ConexionDeMotor> AbrePostgres(const OpcionesConexion& opciones, const Reloj& reloj) {
+  return std::make_shared<ConexionPostgres>(opciones, reloj);
+}
+
+}  // namespace autonomo

@@ -1,0 +1,186 @@
+#include "host/standalone/postgres_errores.h"
+
+#include <algorithm>
+
+#include "host/standalone/conexion.h"
+#include "platform/com/texto.h"
+
+namespace autonomo {
+namespace {
+
+using namespace com::error;
+
+// What the description of a category ends with.
+enum class Cola { Nada, Mensaje, Nombre, Columnas };
+
+// What the server says by its code (SQLSTATE), whole or by its first two letters; the longest stands first.
+struct Categoria {
+  std::string_view codigo;
+  int numero;
+  const char* texto;  // null: the server's own
+  Cola cola = Cola::Nada;
+};
+constexpr const char* kEspera = "La base de datos está ocupada por otro programa";
+constexpr Categoria kCategorias[] = {
+    {"23000", kRestriccion, nullptr},  // raised by a guard
+    {"23505", kRestriccion, "Ya existe un registro con la misma clave: ", Cola::Columnas},
+    {"23502", kRestriccion, "Falta un valor obligatorio: ", Cola::Columnas},
+    {"23P01", kRestriccion, "La habitación ya está reservada alguna de esas noches"},
+    {"23", kRestriccion, "El valor no cumple una regla de la base de datos"},
+    {"40001", kChoque, kEspera},
+    {"40P01", kChoque, kEspera},
+    {"55P03", kOcupada, kEspera},
+    {"57014", kOcupada, "La base de datos tardó demasiado en contestar"},
+    {"25006", kSoloLectura, "La base de datos es de solo lectura"},
+    {"25P02", kTransaccion, "La base de datos deshizo la transacción por una falla anterior"},
+    {"42501", kSoloLectura, "El usuario de la base de datos no tiene permiso para hacerlo", Cola::Mensaje},
+    {"42P01", kBaseDatos, "No existe la tabla ", Cola::Nombre},
+    {"42703", kBaseDatos, "No existe la columna ", Cola::Nombre},
+    {"42702", kBaseDatos, "Columna ambigua: ", Cola::Nombre},
+    {"42601", kSentencia, "La base de datos no entiende la sentencia", Cola::Mensaje},
+    {"22021", kTipos, "El texto tiene caracteres que la base de datos no admite"},
+    {"22", kTipos, "Un valor no es del tipo de su columna", Cola::Mensaje},
+    {"53100", kLlena, "No hay espacio en el disco para la base de datos"},
+    {"53", kBaseDatos, "El servidor de la base de datos no tiene más recursos; espere un momento"},
+};
+
+const Categoria* BuscaCategoria(std::string_view codigo) {
+  const auto* it = std::ranges::find_if(kCategorias, [&](const Categoria& c) { return codigo.starts_with(c.codigo); });
+  return it == std::end(kCategorias) ? nullptr : it;
+}
+
+std::string UnaLinea(std::string_view texto) {
+  std::string linea = com::Recorta(texto);
+  std::ranges::replace(linea, '\n', ' ');
+  return linea;
+}
+
+std::string Campo(const PGresult* resultado, int cual) {
+  const char* valor = PQresultErrorField(resultado, cual);
+  return valor == nullptr ? "" : valor;
+}
+
+// What stands between the first quotes of the server's message, without the alias before a column.
+std::string Citado(const std::string& mensaje) {
+  for (const auto& [abre, cierra] : {std::pair<std::string_view, std::string_view>{"\"", "\""}, {"«", "»"}}) {
+    const std::size_t desde = mensaje.find(abre);
+    if (desde == std::string::npos) continue;
+    const std::size_t hasta = mensaje.find(cierra, desde + abre.size());
+    if (hasta == std::string::npos) continue;
+    const std::string nombre = mensaje.substr(desde + abre.size(), hasta - desde - abre.size());
+    return nombre.substr(nombre.rfind('.') + 1);
+  }
+  return {};
+}
+
+// "Tabla.Columna, Tabla.Columna": from the column that is missing, or from the key in the detail's first parentheses.
+// The values behind it are a guest's.
+std::string Columnas(const PGresult* resultado, std::string_view sentencia) {
+  std::string nombres = Campo(resultado, PG_DIAG_COLUMN_NAME);
+  if (nombres.empty()) {
+    const std::string detalle = Campo(resultado, PG_DIAG_MESSAGE_DETAIL);
+    const std::size_t abre = detalle.find('('), cierra = detalle.find(')');
+    if (abre == std::string::npos || cierra == std::string::npos) return Campo(resultado, PG_DIAG_CONSTRAINT_NAME);
+    nombres = detalle.substr(abre + 1, cierra - abre - 1);
+  }
+  const std::string tabla = NombreDe(Campo(resultado, PG_DIAG_TABLE_NAME), sentencia);
+  std::string texto;
+  for (std::size_t desde = 0; desde < nombres.size();) {
+    const std::size_t hasta = std::min(nombres.find(", ", desde), nombres.size());
+    texto += (texto.empty() ? "" : ", ") + tabla + "." + NombreDe(nombres.substr(desde, hasta - desde), sentencia);
+    desde = hasta + 2;
+  }
+  return texto;
+}
+
+bool IgualLetra(char a, char b) {
+  const auto baja = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
+  return baja(a) == baja(b);
+}
+
+bool EsDeNombre(char c) {
+  return c == '_' || (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+}  // namespace
+
+std::string CodigoDe(const PGresult* resultado) { return Campo(resultado, PG_DIAG_SQLSTATE); }
+
+com::Error ErrorPostgres(const PGresult* resultado, std::string_view sentencia) {
+  const std::string mensaje = Campo(resultado, PG_DIAG_MESSAGE_PRIMARY);
+  const Categoria* categoria = BuscaCategoria(CodigoDe(resultado));
+  const std::string original(sentencia);
+  if (categoria == nullptr)
+    return {kBaseDatos, "La base de datos no pudo ejecutar la sentencia: " + UnaLinea(mensaje), original};
+  if (categoria->texto == nullptr) return {categoria->numero, mensaje, original};
+  std::string texto = categoria->texto;
+  switch (categoria->cola) {
+    case Cola::Mensaje:
+      texto += " (" + UnaLinea(mensaje) + ")";
+      break;
+    case Cola::Nombre:
+      texto += NombreDe(Citado(mensaje), sentencia);
+      break;
+    case Cola::Columnas:
+      texto += Columnas(resultado, sentencia);
+      break;
+    case Cola::Nada:
+      break;
+  }
+  return {categoria->numero, texto, original};
+}
+
+com::Error ErrorDeConexion(const std::string& mensaje) {
+  struct Causa {
+    std::string_view ingles, espanol;
+    const char* texto;
+  };
+  // The first that fits.
+  constexpr Causa kCausas[] = {
+      {"password authentication failed", "autentificación password falló",
+       "La contraseña o el usuario de la base de datos no son correctos"},
+      {"no password supplied", "no se ha proporcionado", "Falta la contraseña de la base de datos"},
+      {"does not match host name", "no coincide con el nombre",
+       "El certificado del servidor de la base de datos es de otro servidor: quizá la dirección está mal escrita"},
+      {"certificate verify failed", "verificación de certificado",
+       "El certificado del servidor de la base de datos no vale: venció, todavía no empieza a valer o no lo firmó la "
+       "autoridad que esta máquina conoce. Avise a quien cuida el servidor"},
+      {"certificate", "certificado", "El certificado del servidor de la base de datos no vale"},
+      {"does not support SSL", "no soporta SSL",
+       "El servidor de la base de datos no cifra la conexión, y sin cifrar no se trabaja con otra máquina"},
+      {"pg_hba.conf", "pg_hba.conf", "El servidor de la base de datos no admite a este usuario desde esta máquina"},
+      {"role \"", "el rol", "El usuario no existe en el servidor de la base de datos"},
+      {"database \"", "la base de datos «", "La base de datos no existe en el servidor"},
+      {"could not translate host name", "no se pudo traducir el nombre",
+       "No se encuentra el servidor de la base de datos"},
+      {"definition of service", "servicio", "El servicio no está en el archivo de servicios de esta máquina"},
+      {"too many clients", "demasiados clientes", "El servidor de la base de datos no admite más conexiones ahora"},
+      {"starting up", "está iniciándose", "El servidor de la base de datos está arrancando; espere un momento"},
+  };
+  const char* texto = "No se pudo conectar con el servidor de la base de datos";
+  for (const Causa& causa : kCausas) {
+    if (mensaje.find(causa.ingles) == std::string::npos && mensaje.find(causa.espanol) == std::string::npos) continue;
+    texto = causa.texto;
+    break;
+  }
+  return {kBaseDatos, texto + (" (" + UnaLinea(mensaje) + ")")};
+}
+
+std::string NombreDe(std::string_view plegado, std::string_view sentencia) {
+  if (const esquema::Tabla* tabla = esquema::BuscaTabla(plegado)) return std::string(tabla->nombre);
+  const esquema::Columna* columna = esquema::BuscaColumna(plegado);
+  for (auto desde = sentencia.begin();;) {
+    const auto it = std::search(desde, sentencia.end(), plegado.begin(), plegado.end(), IgualLetra);
+    if (it == sentencia.end()) break;
+    const auto fin = it + static_cast<std::ptrdiff_t>(plegado.size());
+    const bool entera =
+        (it == sentencia.begin() || !EsDeNombre(*(it - 1))) && (fin == sentencia.end() || !EsDeNombre(*fin));
+    const bool alias =
+        it - sentencia.begin() >= 3 && *(it - 1) == ' ' && IgualLetra(*(it - 2), 's') && IgualLetra(*(it - 3), 'a');
+    if (entera && (alias || columna == nullptr)) return {it, fin};
+    desde = fin;
+  }
+  return std::string(columna == nullptr ? plegado : columna->nombre);
+}
+
+}  // namespace autonomo

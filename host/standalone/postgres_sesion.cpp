@@ -1,0 +1,214 @@
+#include "host/standalone/postgres_sesion.h"
+
+#include <poll.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <initializer_list>
+#include <map>
+#include <utility>
+
+#include "host/standalone/postgres.h"
+
+namespace autonomo {
+namespace {
+
+using com::error::kAjena;
+using com::error::kArgumento;
+using com::error::kBaseDatos;
+
+constexpr const char* kComoSeEscribe = "se escribe postgresql://usuario@servidor/base";
+// Seconds until a server that does not answer is given up.
+constexpr const char* kEsperaDeConexion = "10";
+
+std::string DelEntorno(const char* nombre) {
+  const char* valor = std::getenv(nombre);
+  return valor == nullptr ? "" : valor;
+}
+
+struct LiberaOpciones {
+  void operator()(PQconninfoOption* o) const { PQconninfoFree(o); }
+};
+
+// What the address says, by the client library's own words. Its text is in no message: it may hold a password.
+std::map<std::string, std::string> LeeDireccion(const std::string& direccion) {
+  char* error = nullptr;
+  const std::unique_ptr<PQconninfoOption, LiberaOpciones> opciones(
+      EsDireccion(direccion) ? PQconninfoParse(direccion.c_str(), &error) : nullptr);
+  PQfreemem(error);
+  if (opciones == nullptr)
+    throw com::Error(kArgumento, std::string("La dirección de la base de datos no se entiende: ") + kComoSeEscribe);
+  std::map<std::string, std::string> dice;
+  for (const PQconninfoOption* o = opciones.get(); o->keyword != nullptr; ++o)
+    if (o->val != nullptr) dice[o->keyword] = o->val;
+  if (dice.contains("password") || dice.contains("sslpassword"))
+    throw com::Error(kArgumento,
+                     "La contraseña de la base de datos no se escribe en la dirección, donde otros la leen: use el "
+                     "archivo ~/.pgpass, un servicio o la variable PGPASSWORD, o escríbala cuando se le pida");
+  return dice;
+}
+
+bool EsDeAqui(const std::string& servidor) {
+  return servidor.empty() || servidor.starts_with('/') || servidor.starts_with('@') || servidor == "localhost" ||
+         servidor == "127.0.0.1" || servidor == "::1";
+}
+
+// Whether this machine holds certificates of authorities for servers.
+bool HayAutoridad(const std::map<std::string, std::string>& dice) {
+  if (dice.contains("sslrootcert") || !DelEntorno("PGSSLROOTCERT").empty()) return true;
+  return access((DelEntorno("HOME") + "/.postgresql/root.crt").c_str(), R_OK) == 0;
+}
+
+// Off this machine always encrypted; the server's certificate is checked, name and all, where an authority to check it
+// by has been put in place. A server as it comes from its package has a certificate that nobody signed: asking for one
+// that can be checked would leave most hotels without encryption, since they would turn all of it off.
+std::string ModoDeCifrado(const std::map<std::string, std::string>& dice, const std::string& servidor) {
+  if (dice.contains("sslmode") || dice.contains("service") || !DelEntorno("PGSSLMODE").empty()) return {};
+  if (EsDeAqui(servidor)) return {};
+  return HayAutoridad(dice) ? "verify-full" : "require";
+}
+
+}  // namespace
+
+bool EsDireccion(std::string_view texto) {
+  return texto.starts_with("postgresql://") || texto.starts_with("postgres://");
+}
+
+void RevisaDireccion(const std::string& direccion) { LeeDireccion(direccion); }
+
+com::Error ErrorDePerdida(std::string_view sentencia) {
+  return {kBaseDatos,
+          "Se perdió la conexión con el servidor de la base de datos. No se guardó nada: lo capturado sigue en la "
+          "pantalla; vuelva a intentarlo en un momento",
+          std::string(sentencia)};
+}
+
+SesionPostgres::SesionPostgres(const OpcionesConexion& opciones) : opciones_(opciones) {
+  const auto dice = LeeDireccion(opciones.conexion);
+  const auto valor = [&](const char* clave, const char* entorno) {
+    const auto it = dice.find(clave);
+    return it == dice.end() ? DelEntorno(entorno) : it->second;
+  };
+  const std::string servidor = valor("host", "PGHOST"), usuario = valor("user", "PGUSER");
+  sslmode_ = ModoDeCifrado(dice, servidor);
+  quien_ = (usuario.empty() ? "" : usuario + " en ") + (servidor.empty() ? "esta máquina" : servidor);
+  Enlaza();
+  PreparaEsquema();
+}
+
+// Asks for the password when the server wants one and none of the usual places holds it.
+void SesionPostgres::Enlaza() {
+  for (bool corrige = false;; corrige = true) {
+    std::vector<const char*> claves, valores;
+    // What the address says itself stands.
+    for (const auto& [clave, valor] : std::initializer_list<std::pair<const char*, const char*>>{
+             {"client_encoding", "UTF8"},
+             {"application_name", "reservas"},
+             {"connect_timeout", kEsperaDeConexion},
+             {"keepalives_idle", "10"},
+             {"keepalives_interval", "5"},
+             {"keepalives_count", "3"},
+             {"tcp_user_timeout", "15000"},
+             {"sslmode", sslmode_.c_str()},
+             {"password", contrasena_.c_str()},
+             {"dbname", opciones_.conexion.c_str()},
+         }) {
+      if (*valor == '\0') continue;
+      claves.push_back(clave);
+      valores.push_back(valor);
+    }
+    claves.push_back(nullptr);
+    valores.push_back(nullptr);
+    c_.reset(PQconnectdbParams(claves.data(), valores.data(), 1));
+    if (PQstatus(c_.get()) == CONNECTION_OK) break;
+    const bool falta = PQconnectionNeedsPassword(c_.get()) != 0,
+               mala = corrige && PQconnectionUsedPassword(c_.get()) != 0;
+    const com::Error error = ErrorDeConexion(PQerrorMessage(c_.get()));
+    if (!opciones_.pideContrasena || !(falta || mala)) throw error;
+    const auto dada = opciones_.pideContrasena((mala ? "La contraseña no es correcta. " : "") +
+                                               ("Contraseña de la base de datos de " + quien_));
+    if (!dada || dada->empty()) throw error;
+    contrasena_ = *dada;
+  }
+  PQsetNoticeReceiver(
+      c_.get(), [](void*, const PGresult*) {}, nullptr);
+  ++cual_;
+  Corre("SET lock_timeout = " + std::to_string(opciones_.esperaMs) + "; SET datestyle = 'ISO, YMD'");
+}
+
+void SesionPostgres::Conecta() {
+  Enlaza();
+  for (const std::string& turno : turnos_) PideTurno(turno);
+}
+
+bool SesionPostgres::Viva() {
+  // A server that has gone has told so, or has closed the line: it lies there to be read.
+  pollfd linea{PQsocket(c_.get()), POLLIN, 0};
+  while (PQstatus(c_.get()) == CONNECTION_OK && poll(&linea, 1, 0) > 0) {
+    if (PQconsumeInput(c_.get()) == 0) break;
+  }
+  return PQstatus(c_.get()) == CONNECTION_OK;
+}
+
+Resultado SesionPostgres::Revisa(PGresult* resultado, const std::string& sql) {
+  Resultado r(resultado);
+  if (PQstatus(c_.get()) != CONNECTION_OK) throw ErrorDePerdida(sql);
+  const auto estado = PQresultStatus(r.get());
+  if (estado != PGRES_COMMAND_OK && estado != PGRES_TUPLES_OK) throw ErrorPostgres(r.get(), sql);
+  return r;
+}
+
+Resultado SesionPostgres::Corre(const std::string& sql) { return Revisa(PQexec(c_.get(), sql.c_str()), sql); }
+
+Resultado SesionPostgres::Corre(const std::string& sql, const std::vector<const char*>& valores) {
+  return Revisa(PQexecParams(c_.get(), sql.c_str(), static_cast<int>(valores.size()), nullptr, valores.data(), nullptr,
+                             nullptr, 0),
+                sql);
+}
+
+bool SesionPostgres::PideTurno(const std::string& nombre) {
+  const Resultado r = Corre("SELECT pg_try_advisory_lock(208, hashtext($1))", {nombre.c_str()});
+  return *PQgetvalue(r.get(), 0, 0) == 't';
+}
+
+bool SesionPostgres::TomaTurno(const std::string& nombre) {
+  const bool mio = PideTurno(nombre);
+  if (mio) turnos_.push_back(nombre);
+  return mio;
+}
+
+// Of two programs that meet at an empty database the second finds the schema made.
+void SesionPostgres::PreparaEsquema() {
+  const auto numero = [this](const char* sql) { return std::atoi(PQgetvalue(Corre(sql).get(), 0, 0)); };
+  const auto version = [&] {
+    constexpr const char* kHay = "SELECT COUNT(to_regclass('esquema_version'))";
+    return numero(kHay) == 0 ? 0 : numero("SELECT COALESCE(MAX(Ev_Version), 0) FROM Esquema_Version");
+  };
+  if (version() == esquema::kVersion) return;
+  Corre("BEGIN; SELECT pg_advisory_xact_lock(207, 0)");
+  try {
+    const int tiene = version();
+    if (tiene > esquema::kVersion)
+      throw com::Error(kAjena, "La base de datos la creó una versión más nueva de este programa");
+    if (tiene > 0 && tiene < esquema::kVersion)
+      throw com::Error(kAjena, "La base de datos es de una versión anterior de este programa y no se ha actualizado");
+    if (tiene == 0) {
+      constexpr const char* kObjetos =
+          "SELECT COUNT(*) FROM pg_class WHERE relkind IN ('r', 'p', 'v', 'm', 'f') "
+          "AND relnamespace = COALESCE(current_schema(), 'pg_catalog')::regnamespace "
+          "AND oid NOT IN (SELECT objid FROM pg_depend WHERE classid = 'pg_class'::regclass AND deptype = 'e')";
+      if (numero(kObjetos) > 0)
+        throw com::Error(kAjena, "La base de datos del servidor no es de reservaciones: ya tiene otras tablas");
+      for (const std::string& sentencia : esquema::Ddl(esquema::Motor::PostgreSQL)) Corre(sentencia);
+      Corre("INSERT INTO Esquema_Version (Ev_Version, Ev_Fecha) VALUES (" + std::to_string(esquema::kVersion) +
+            ", LOCALTIMESTAMP(0))");
+    }
+    Corre("COMMIT");
+  } catch (const com::Error&) {
+    PQclear(PQexec(c_.get(), "ROLLBACK"));
+    throw;
+  }
+}
+
+}  // namespace autonomo

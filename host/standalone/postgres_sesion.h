@@ -1,0 +1,54 @@
+// A session with a PostgreSQL server: address, password, encryption, schema, and its being made again.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/standalone/conexion.h"
+#include "host/standalone/postgres_errores.h"
+
+namespace autonomo {
+
+class SesionPostgres {
+ public:
+  // Connects and sees to the schema. Errors of AbrePostgres.
+  explicit SesionPostgres(const OpcionesConexion& opciones);
+
+  // libpq's own; changes with each new connection.
+  PGconn* manija() const { return c_.get(); }
+  // How many connections it has made.
+  int Cual() const { return cual_; }
+  // Whether the connection stands, as far as this end knows. Asks nothing of the server.
+  bool Viva();
+  // Makes the connection anew; com::Error kBaseDatos when it cannot be.
+  void Conecta();
+  // Runs statements without parameters; with parameters one statement. com::Error kBaseDatos when the connection is
+  // lost, ErrorPostgres otherwise.
+  Resultado Corre(const std::string& sql);
+  Resultado Corre(const std::string& sql, const std::vector<const char*>& valores);
+  // Lock of this session, kept when it is made anew; false when another session has it.
+  bool TomaTurno(const std::string& nombre);
+
+ private:
+  struct Cierra {
+    void operator()(PGconn* c) const { PQfinish(c); }
+  };
+  void Enlaza();
+  void PreparaEsquema();
+  bool PideTurno(const std::string& nombre);
+  Resultado Revisa(PGresult* resultado, const std::string& sql);
+
+  OpcionesConexion opciones_;
+  std::string sslmode_;  // "" as the address or the environment say
+  std::string quien_;    // user and server, for whoever is asked for a password
+  std::string contrasena_;
+  std::vector<std::string> turnos_;
+  std::unique_ptr<PGconn, Cierra> c_;
+  int cual_ = 0;
+};
+
+// The error of a statement whose connection was lost under it.
+com::Error ErrorDePerdida(std::string_view sentencia);
+
+}  // namespace autonomo
