@@ -303,7 +303,7 @@ TEST_F(AperturaPrueba, UnArchivoVacioOConUnaPaginaRotaNoSeUsa) {
       // Behind the clerk's back; what she writes next is refused.
       const auto c = Abre();
       com::Error e{0, ""};
-      for (int i = 0; i < 500 && e.Numero() == 0; ++i) {
+      for (int i = 0; i < 6000 && e.Numero() == 0; ++i) {
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
         e = ErrorDe([&] {
           c->BeginTrans();
