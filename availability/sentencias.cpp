@@ -4,21 +4,24 @@ namespace kv207::sentencias {
 
 namespace {
 
-// Restricts a count to one row. cierre: what follows the key.
-void AgregaClave(ado::TextoSQL& sql, ModoVista modo, std::string_view clave, std::string_view cierre) {
-  sql.Agrega(modo == ModoVista::PorTipo ? "   HB.Th_Cve_Tipo_Habitacion = '" : "   HB.Hb_Cve_Habitacion = '");
-  sql.Valor(clave).Agrega(cierre);
+// Restricts a count to one row.
+ado::TextoSQL DeLaFila(ModoVista modo, std::string_view clave) {
+  return {modo == ModoVista::PorTipo ? "   HB.Th_Cve_Tipo_Habitacion = '?'" : "   HB.Hb_Cve_Habitacion = '?'", {clave}};
 }
 
-void AgregaFolioExcluido(ado::TextoSQL& sql, const std::string& folio) {
-  if (!folio.empty()) sql.Agrega("   RS.Rs_Folio <> '").Valor(folio).Agrega("' AND ");
+// Leaves one reservation out; "" none.
+ado::TextoSQL SinFolio(const std::string& folio) {
+  return folio.empty() ? ado::TextoSQL() : ado::TextoSQL("   RS.Rs_Folio <> '?' AND ", {folio});
 }
 
 // Rooms of a stay in progress never count as reserved.
-constexpr std::string_view kSinEstanciaEnCurso =
-    " HB.Hb_Cve_Habitacion NOT IN (SELECT Hb_Cve_Habitacion FROM Check_In_Detalle "
-    " INNER JOIN Check_In ON Check_In_Detalle.Ci_Folio = Check_In.Ci_Folio "
-    "WHERE Es_Cve_Estado = 'AC') AND ";
+const ado::TextoSQL& SinEstanciaEnCurso() {
+  static const ado::TextoSQL condicion(
+      " HB.Hb_Cve_Habitacion NOT IN (SELECT Hb_Cve_Habitacion FROM Check_In_Detalle "
+      " INNER JOIN Check_In ON Check_In_Detalle.Ci_Folio = Check_In.Ci_Folio "
+      "WHERE Es_Cve_Estado = 'AC') AND ");
+  return condicion;
+}
 
 }  // namespace
 
@@ -46,9 +49,9 @@ void Totales(ado::TextoSQL& sql, ModoVista modo) {
 
 ado::TextoSQL Condicion(ModoVista modo, const Filtros& filtros) {
   ado::TextoSQL w(modo == ModoVista::PorTipo ? " THb.Es_Cve_Estado <> 'BA' " : " HB.Es_Cve_Estado <> 'BA' ");
-  if (filtros.grupo) w.Agrega(" AND HB.Ghb_Cve_Grupo_Habitacion = '").Valor(*filtros.grupo).Agrega("' ");
-  if (filtros.area) w.Agrega(" AND HB.Ah_Cve_Area_Habitacion = '").Valor(*filtros.area).Agrega("' ");
-  if (filtros.tipo) w.Agrega(" AND HB.Th_Cve_Tipo_Habitacion = '").Valor(*filtros.tipo).Agrega("' ");
+  if (filtros.grupo) w.Agrega(" AND HB.Ghb_Cve_Grupo_Habitacion = '?' ", {*filtros.grupo});
+  if (filtros.area) w.Agrega(" AND HB.Ah_Cve_Area_Habitacion = '?' ", {*filtros.area});
+  if (filtros.tipo) w.Agrega(" AND HB.Th_Cve_Tipo_Habitacion = '?' ", {*filtros.tipo});
   return w;
 }
 
@@ -67,73 +70,76 @@ void Filas(ado::TextoSQL& sql, ModoVista modo, const ado::TextoSQL& condicion) {
         " Pr_Unidad_Control_2, "
         " Pr_Unidad_Costo "
         "FROM Tipo_Habitacion THb "
-        " INNER JOIN Habitacion HB ON THb.Th_Cve_Tipo_Habitacion = HB.Th_Cve_Tipo_Habitacion ");
-  } else {
-    sql.Agrega(
-        "SELECT "
-        " THb.Th_Cve_Tipo_Habitacion AS CLAVE_TIPO, "
-        " THb.Th_Descripcion AS DESCRIPCION_TIPO, "
-        " HB.Hb_Cve_Habitacion AS CLAVE, "
-        " HB.Hb_Descripcion AS DESCRIPCION, "
-        " THb.Pr_Cve_Producto, "
-        " PR.Pr_Descripcion, "
-        " PR.Pr_Unidad_Venta, "
-        " PRp.Pp_Precio_1, "
-        " Pr_Unidad_venta, "
-        " Pr_Unidad_Control_1, "
-        " Pr_Unidad_Control_2, "
-        " Pr_Unidad_Costo "
-        "FROM Habitacion HB "
-        " INNER JOIN Tipo_Habitacion THb ON HB.Th_Cve_Tipo_Habitacion = THb.Th_Cve_Tipo_Habitacion ");
+        " INNER JOIN Habitacion HB ON THb.Th_Cve_Tipo_Habitacion = HB.Th_Cve_Tipo_Habitacion "
+        " INNER JOIN Producto PR ON THb.Pr_Cve_Producto = PR.Pr_Cve_Producto "
+        " INNER JOIN Producto_Precio PRp ON PR.Pr_Cve_Producto = PRp.Pr_Cve_Producto "
+        " WHERE ?",
+        {condicion});
+    return;
   }
   sql.Agrega(
-         " INNER JOIN Producto PR ON THb.Pr_Cve_Producto = PR.Pr_Cve_Producto "
-         " INNER JOIN Producto_Precio PRp ON PR.Pr_Cve_Producto = PRp.Pr_Cve_Producto "
-         " WHERE ")
-      .Agrega(condicion);
+      "SELECT "
+      " THb.Th_Cve_Tipo_Habitacion AS CLAVE_TIPO, "
+      " THb.Th_Descripcion AS DESCRIPCION_TIPO, "
+      " HB.Hb_Cve_Habitacion AS CLAVE, "
+      " HB.Hb_Descripcion AS DESCRIPCION, "
+      " THb.Pr_Cve_Producto, "
+      " PR.Pr_Descripcion, "
+      " PR.Pr_Unidad_Venta, "
+      " PRp.Pp_Precio_1, "
+      " Pr_Unidad_venta, "
+      " Pr_Unidad_Control_1, "
+      " Pr_Unidad_Control_2, "
+      " Pr_Unidad_Costo "
+      "FROM Habitacion HB "
+      " INNER JOIN Tipo_Habitacion THb ON HB.Th_Cve_Tipo_Habitacion = THb.Th_Cve_Tipo_Habitacion "
+      " INNER JOIN Producto PR ON THb.Pr_Cve_Producto = PR.Pr_Cve_Producto "
+      " INNER JOIN Producto_Precio PRp ON PR.Pr_Cve_Producto = PRp.Pr_Cve_Producto "
+      " WHERE ?",
+      {condicion});
 }
 
 void Reservaciones(ado::TextoSQL& sql, const Criterio& criterio, std::string_view clave, std::string_view noche) {
   sql.Agrega(
-         "SELECT COUNT(RSd.Hb_Cve_Habitacion)AS Cantidad "
-         "FROM Reservacion RS "
-         "   INNER JOIN Reservacion_Detalle RSd ON RSd.Rs_Folio = RS.Rs_Folio "
-         "   INNER JOIN Habitacion HB on RSd.Hb_Cve_Habitacion = HB.Hb_Cve_Habitacion "
-         "   INNER JOIN Tipo_Habitacion THb ON HB.Th_Cve_Tipo_Habitacion = THb.Th_Cve_Tipo_Habitacion "
-         "WHERE ")
-      .Agrega(criterio.condicion)
-      .Agrega(" AND ");
-  AgregaFolioExcluido(sql, criterio.folioExcluido);
-  sql.Agrega("   (RS.Es_Cve_Estado NOT IN ('CA','CE')) AND ");
-  AgregaClave(sql, criterio.modo, clave, "'AND ");
-  sql.Agrega(kSinEstanciaEnCurso)
-      .Agrega(" '")
-      .Valor(noche)
-      .Agrega(" 23:59' BETWEEN  RSd.Rsd_Fecha_Inicio  AND RSd.Rsd_Fecha_Fin ");
+      "SELECT COUNT(RSd.Hb_Cve_Habitacion)AS Cantidad "
+      "FROM Reservacion RS "
+      "   INNER JOIN Reservacion_Detalle RSd ON RSd.Rs_Folio = RS.Rs_Folio "
+      "   INNER JOIN Habitacion HB on RSd.Hb_Cve_Habitacion = HB.Hb_Cve_Habitacion "
+      "   INNER JOIN Tipo_Habitacion THb ON HB.Th_Cve_Tipo_Habitacion = THb.Th_Cve_Tipo_Habitacion "
+      "WHERE ? AND ?"
+      "   (RS.Es_Cve_Estado NOT IN ('CA','CE')) AND ?AND ?"
+      " '? 23:59' BETWEEN  RSd.Rsd_Fecha_Inicio  AND RSd.Rsd_Fecha_Fin ",
+      {criterio.condicion, SinFolio(criterio.folioExcluido), DeLaFila(criterio.modo, clave), SinEstanciaEnCurso(),
+       noche});
 }
 
 void Estancias(ado::TextoSQL& sql, const Criterio& criterio, std::string_view clave, std::string_view noche) {
   sql.Agrega(
-         "SELECT COUNT(CId.Hb_Cve_Habitacion)AS Cantidad "
-         "FROM Check_In CI "
-         "   INNER JOIN Check_In_Detalle CId ON CId.Ci_Folio = CI.Ci_Folio "
-         "   INNER JOIN Habitacion HB on CId.Hb_Cve_Habitacion = HB.Hb_Cve_Habitacion "
-         "   INNER JOIN Tipo_Habitacion THb ON HB.Th_Cve_Tipo_Habitacion = THb.Th_Cve_Tipo_Habitacion "
-         "WHERE ")
-      .Agrega(criterio.condicion)
-      .Agrega(" AND CI.Es_Cve_Estado NOT IN ('CE','CA') AND ");
-  AgregaClave(sql, criterio.modo, clave, "'AND ");
-  sql.Agrega(" '").Valor(noche).Agrega(" 23:59' BETWEEN  CI.Ci_Llegada  AND CI.Ci_Salida ");
+      "SELECT COUNT(CId.Hb_Cve_Habitacion)AS Cantidad "
+      "FROM Check_In CI "
+      "   INNER JOIN Check_In_Detalle CId ON CId.Ci_Folio = CI.Ci_Folio "
+      "   INNER JOIN Habitacion HB on CId.Hb_Cve_Habitacion = HB.Hb_Cve_Habitacion "
+      "   INNER JOIN Tipo_Habitacion THb ON HB.Th_Cve_Tipo_Habitacion = THb.Th_Cve_Tipo_Habitacion "
+      "WHERE ? AND CI.Es_Cve_Estado NOT IN ('CE','CA') AND ?AND "
+      " '? 23:59' BETWEEN  CI.Ci_Llegada  AND CI.Ci_Salida ",
+      {criterio.condicion, DeLaFila(criterio.modo, clave), noche});
 }
 
 void Bloqueos(ado::TextoSQL& sql, const Criterio& criterio, std::string_view clave, std::string_view noche) {
-  sql.Agrega(
-      "SELECT COUNT(HBb.Hb_Cve_Habitacion) AS Cantidad "
-      "FROM Habitacion_Bloqueo HBb "
-      "   INNER JOIN Habitacion HB on HBb.Hb_Cve_Habitacion = HB.Hb_Cve_Habitacion "
-      "WHERE HBb.Es_Cve_Estado = 'AC' AND ");
-  AgregaClave(sql, criterio.modo, clave, criterio.modo == ModoVista::PorTipo ? "'AND " : "' AND ");
-  sql.Agrega(" '").Valor(noche).Agrega("' BETWEEN  HBb.Hbb_Fecha_Inicio AND HBb.Hbb_Fecha_Fin ");
+  sql.Agrega(criterio.modo == ModoVista::PorTipo
+                 ? "SELECT COUNT(HBb.Hb_Cve_Habitacion) AS Cantidad "
+                   "FROM Habitacion_Bloqueo HBb "
+                   "   INNER JOIN Habitacion HB on HBb.Hb_Cve_Habitacion = HB.Hb_Cve_Habitacion "
+                   "WHERE HBb.Es_Cve_Estado = 'AC' AND "
+                   "   HB.Th_Cve_Tipo_Habitacion = '?'AND "
+                   " '?' BETWEEN  HBb.Hbb_Fecha_Inicio AND HBb.Hbb_Fecha_Fin "
+                 : "SELECT COUNT(HBb.Hb_Cve_Habitacion) AS Cantidad "
+                   "FROM Habitacion_Bloqueo HBb "
+                   "   INNER JOIN Habitacion HB on HBb.Hb_Cve_Habitacion = HB.Hb_Cve_Habitacion "
+                   "WHERE HBb.Es_Cve_Estado = 'AC' AND "
+                   "   HB.Hb_Cve_Habitacion = '?' AND "
+                   " '?' BETWEEN  HBb.Hbb_Fecha_Inicio AND HBb.Hbb_Fecha_Fin ",
+             {clave, noche});
 }
 
 // The joins stand in the order from the few to the many, and CROSS JOIN keeps it where the engine has no statistics:
@@ -151,18 +157,13 @@ void ReservacionesDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::st
                  : "SELECT HB.Hb_Cve_Habitacion AS CLAVE, RSd.Rsd_Fecha_Inicio AS INICIO, RSd.Rsd_Fecha_Fin AS FIN "
                    "FROM Habitacion HB CROSS JOIN Reservacion_Detalle RSd CROSS JOIN Reservacion RS "
                    "WHERE ");
-  sql.Agrega("RSd.Hb_Cve_Habitacion = HB.Hb_Cve_Habitacion AND RS.Rs_Folio = RSd.Rs_Folio AND ")
-      .Agrega(criterio.condicion)
-      .Agrega(" AND ");
-  AgregaFolioExcluido(sql, criterio.folioExcluido);
-  // The bound says nothing new; with it the index of folio and state serves, and no reservation is read.
-  sql.Agrega(" RS.Es_Cve_Estado NOT IN ('CA','CE') AND RS.Es_Cve_Estado >= '' AND ")
-      .Agrega(kSinEstanciaEnCurso)
-      .Agrega(" RSd.Rsd_Fecha_Fin >= '")
-      .Valor(primera)
-      .Agrega(" 23:59' AND RSd.Rsd_Fecha_Inicio <= '")
-      .Valor(ultima)
-      .Agrega(" 23:59' ");
+  // The lower bound of the state says nothing new; with it the index of folio and state serves, and no reservation is
+  // read.
+  sql.Agrega(
+      "RSd.Hb_Cve_Habitacion = HB.Hb_Cve_Habitacion AND RS.Rs_Folio = RSd.Rs_Folio AND ? AND ?"
+      " RS.Es_Cve_Estado NOT IN ('CA','CE') AND RS.Es_Cve_Estado >= '' AND ?"
+      " RSd.Rsd_Fecha_Fin >= '? 23:59' AND RSd.Rsd_Fecha_Inicio <= '? 23:59' ",
+      {criterio.condicion, SinFolio(criterio.folioExcluido), SinEstanciaEnCurso(), primera, ultima});
 }
 
 void EstanciasDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::string_view primera,
@@ -175,13 +176,11 @@ void EstanciasDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::string
                  : "SELECT HB.Hb_Cve_Habitacion AS CLAVE, CI.Ci_Llegada AS INICIO, CI.Ci_Salida AS FIN "
                    "FROM Check_In CI CROSS JOIN Check_In_Detalle CId CROSS JOIN Habitacion HB "
                    "WHERE ");
-  sql.Agrega("CId.Ci_Folio = CI.Ci_Folio AND HB.Hb_Cve_Habitacion = CId.Hb_Cve_Habitacion AND ")
-      .Agrega(criterio.condicion)
-      .Agrega(" AND CI.Es_Cve_Estado NOT IN ('CE','CA') AND CI.Ci_Salida >= '")
-      .Valor(primera)
-      .Agrega(" 23:59' AND CI.Ci_Llegada <= '")
-      .Valor(ultima)
-      .Agrega(" 23:59' ");
+  sql.Agrega(
+      "CId.Ci_Folio = CI.Ci_Folio AND HB.Hb_Cve_Habitacion = CId.Hb_Cve_Habitacion AND ?"
+      " AND CI.Es_Cve_Estado NOT IN ('CE','CA')"
+      " AND CI.Ci_Salida >= '? 23:59' AND CI.Ci_Llegada <= '? 23:59' ",
+      {criterio.condicion, primera, ultima});
 }
 
 void BloqueosDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::string_view primera, std::string_view ultima) {
@@ -193,11 +192,10 @@ void BloqueosDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::string_
                  : "SELECT HB.Hb_Cve_Habitacion AS CLAVE, HBb.Hbb_Fecha_Inicio AS INICIO, HBb.Hbb_Fecha_Fin AS FIN "
                    "FROM Habitacion HB CROSS JOIN Habitacion_Bloqueo HBb "
                    "WHERE ");
-  sql.Agrega("HBb.Hb_Cve_Habitacion = HB.Hb_Cve_Habitacion AND HBb.Es_Cve_Estado = 'AC' AND HBb.Hbb_Fecha_Fin >= '")
-      .Valor(primera)
-      .Agrega("' AND HBb.Hbb_Fecha_Inicio <= '")
-      .Valor(ultima)
-      .Agrega("' ");
+  sql.Agrega(
+      "HBb.Hb_Cve_Habitacion = HB.Hb_Cve_Habitacion AND HBb.Es_Cve_Estado = 'AC'"
+      " AND HBb.Hbb_Fecha_Fin >= '?' AND HBb.Hbb_Fecha_Inicio <= '?' ",
+      {primera, ultima});
 }
 
 }  // namespace kv207::sentencias

@@ -32,53 +32,37 @@ Sello SelloActual() {
 }  // namespace
 
 void ArmaConfirmacion(ado::TextoSQL& sql, std::string_view usuario, std::string_view ahora, std::string_view folio) {
-  sql.Agrega("UPDATE Reservacion SET ")
-      .Agrega("   Oper_Ult_Modif = '")
-      .Valor(usuario)
-      .Agrega("', ")
-      .Agrega("   Fecha_Ult_Modif= '")
-      .Valor(ahora)
-      .Agrega("', ")
-      .Agrega("   Es_Cve_Estado = 'CO' ")
-      .Agrega("WHERE Rs_Folio = '")
-      .Valor(folio)
-      .Agrega("'");
+  sql.Agrega(
+      "UPDATE Reservacion SET "
+      "   Oper_Ult_Modif = '?', "
+      "   Fecha_Ult_Modif= '?', "
+      "   Es_Cve_Estado = 'CO' "
+      "WHERE Rs_Folio = '?'",
+      {usuario, ahora, folio});
 }
 
 void ArmaCancelacion(ado::TextoSQL& sql, std::string_view usuario, std::string_view ahora, std::string_view folio) {
-  sql.Agrega("UPDATE Reservacion SET ")
-      .Agrega("Oper_Ult_Modif = '")
-      .Valor(usuario)
-      .Agrega("', ")
-      .Agrega("Fecha_Ult_Modif = '")
-      .Valor(ahora)
-      .Agrega("', ")
-      .Agrega("Oper_Baja = '")
-      .Valor(usuario)
-      .Agrega("', ")
-      .Agrega("Fecha_Baja= '")
-      .Valor(ahora)
-      .Agrega("', ")
-      .Agrega("Es_Cve_Estado = 'CA' ")
-      .Agrega("WHERE Rs_Folio = '")
-      .Valor(folio)
-      .Agrega("'");
+  sql.Agrega(
+      "UPDATE Reservacion SET "
+      "Oper_Ult_Modif = '?', "
+      "Fecha_Ult_Modif = '?', "
+      "Oper_Baja = '?', "
+      "Fecha_Baja= '?', "
+      "Es_Cve_Estado = 'CA' "
+      "WHERE Rs_Folio = '?'",
+      {usuario, ahora, usuario, ahora, folio});
 }
 
 void ArmaReactivacion(ado::TextoSQL& sql, std::string_view usuario, std::string_view ahora, std::string_view folio) {
-  sql.Agrega("UPDATE Reservacion SET ")
-      .Agrega("Oper_Ult_Modif = '")
-      .Valor(usuario)
-      .Agrega("', ")
-      .Agrega("Fecha_Ult_Modif = '")
-      .Valor(ahora)
-      .Agrega("', ")
-      .Agrega("Oper_Baja = '', ")
-      .Agrega("Fecha_Baja= NULL, ")
-      .Agrega("Es_Cve_Estado = 'AC' ")
-      .Agrega("WHERE Rs_Folio = '")
-      .Valor(folio)
-      .Agrega("'");
+  sql.Agrega(
+      "UPDATE Reservacion SET "
+      "Oper_Ult_Modif = '?', "
+      "Fecha_Ult_Modif = '?', "
+      "Oper_Baja = '', "
+      "Fecha_Baja= NULL, "
+      "Es_Cve_Estado = 'AC' "
+      "WHERE Rs_Folio = '?'",
+      {usuario, ahora, folio});
 }
 
 void frmKV207::Controles_Nuevo() {

@@ -18,23 +18,22 @@ namespace {
 
 constexpr const char* kFinLinea = "\r\n";
 
-void ArmaEncabezado(ado::TextoSQL& sql, const char* origen, std::string_view folio) {
-  sql.Agrega("SELECT  Rs_Folio, ")
-      .Agrega(" Rs_Fecha, ")
-      .Agrega(" Rs_Llegada, ")
-      .Agrega(" Rs_Salida, ")
-      .Agrega(" Sc_Cve_Sucursal, ")
-      .Agrega(" Cl_Cve_Cliente, ")
-      .Agrega(" Mn_Cve_Moneda, ")
-      .Agrega(" Fp_Cve_Forma_Pago, ")
-      .Agrega(" Rs_Referencia, ")
-      .Agrega(" Rs_Huesped, ")
-      .Agrega(" Rs_Comentario, ")
-      .Agrega(" Rs_Notas ")
-      .Agrega(origen)
-      .Agrega(" WHERE   Rs_Folio = '")
-      .Valor(folio)
-      .Agrega("'");
+void ArmaEncabezado(ado::TextoSQL& sql, std::string_view origen, std::string_view folio) {
+  sql.Agrega(
+      "SELECT  Rs_Folio, "
+      " Rs_Fecha, "
+      " Rs_Llegada, "
+      " Rs_Salida, "
+      " Sc_Cve_Sucursal, "
+      " Cl_Cve_Cliente, "
+      " Mn_Cve_Moneda, "
+      " Fp_Cve_Forma_Pago, "
+      " Rs_Referencia, "
+      " Rs_Huesped, "
+      " Rs_Comentario, "
+      " Rs_Notas "
+      "? WHERE   Rs_Folio = '?'",
+      {ado::TextoSQL(origen), folio});
 }
 
 // One line of the text for each field that differs.
@@ -107,32 +106,32 @@ void ArmaEncabezadoDespues(ado::TextoSQL& sql, std::string_view folio) {
 }
 
 void ArmaDetalleImagen(ado::TextoSQL& sql, std::string_view folio) {
-  sql.Agrega("SELECT  Rs_Folio, ")
-      .Agrega(" Rsd_Id, ")
-      .Agrega(" Hb_Cve_Habitacion, ")
-      .Agrega(" Rsd_Fecha_Inicio, ")
-      .Agrega(" Rsd_Fecha_Fin, ")
-      .Agrega(" Rsd_Cantidad, ")
-      .Agrega(" Rsd_Adultos, ")
-      .Agrega(" Rsd_Menores, ")
-      .Agrega(" Rsd_Infantes, ")
-      .Agrega(" Rsd_Cantidad_Personas_Extra, ")
-      .Agrega(" Rsd_Precio, ")
-      .Agrega(" Rsd_Precio_Personas_Extra, ")
-      .Agrega(" Rsd_Precio_Lista, ")
-      .Agrega(" Rsd_Precio_Lista_Importe, ")
-      .Agrega(" Rsd_Descuento_Factor, ")
-      .Agrega(" Rsd_Descuento_Importe, ")
-      .Agrega(" Rsd_Precio_Descontado, ")
-      .Agrega(" Rsd_Precio_Descontado_Importe, ")
-      .Agrega(" Rsd_Impuesto_Factor, ")
-      .Agrega(" Rsd_Impuesto_Importe, ")
-      .Agrega(" Rsd_Precio_Neto, ")
-      .Agrega(" Rsd_Precio_Neto_Importe ")
-      .Agrega("FROM Reservacion_Detalle ")
-      .Agrega(" WHERE   Rs_Folio = '")
-      .Valor(folio)
-      .Agrega("'");
+  sql.Agrega(
+      "SELECT  Rs_Folio, "
+      " Rsd_Id, "
+      " Hb_Cve_Habitacion, "
+      " Rsd_Fecha_Inicio, "
+      " Rsd_Fecha_Fin, "
+      " Rsd_Cantidad, "
+      " Rsd_Adultos, "
+      " Rsd_Menores, "
+      " Rsd_Infantes, "
+      " Rsd_Cantidad_Personas_Extra, "
+      " Rsd_Precio, "
+      " Rsd_Precio_Personas_Extra, "
+      " Rsd_Precio_Lista, "
+      " Rsd_Precio_Lista_Importe, "
+      " Rsd_Descuento_Factor, "
+      " Rsd_Descuento_Importe, "
+      " Rsd_Precio_Descontado, "
+      " Rsd_Precio_Descontado_Importe, "
+      " Rsd_Impuesto_Factor, "
+      " Rsd_Impuesto_Importe, "
+      " Rsd_Precio_Neto, "
+      " Rsd_Precio_Neto_Importe "
+      "FROM Reservacion_Detalle "
+      " WHERE   Rs_Folio = '?'",
+      {folio});
 }
 
 ImagenEncabezado LeeImagenEncabezado(const ado::Recordset& encabezado) {

@@ -55,25 +55,24 @@ class SinRepintar {
 }  // namespace
 
 void ArmaCargaReservacion(ado::TextoSQL& sql, std::string_view folio) {
-  sql.Agrega("SELECT Reservacion.*, Reservacion_Detalle.*, ")
-      .Agrega("  Habitacion.Hb_Descripcion,")
-      .Agrega("  Tipo_Habitacion.Pr_Cve_Producto, ")
-      .Agrega("  Tipo_Habitacion.Th_Descripcion, ")
-      .Agrega("  Tipo_Habitacion.Th_Num_Personas_Maximo, ")
-      .Agrega("  Producto.Pr_Descripcion, ")
-      .Agrega("  Producto.Pr_Unidad_Venta, ")
-      .Agrega("  Producto_Precio.Pp_Precio_1 ")
-      .Agrega("From Reservacion ")
-      .Agrega("   INNER JOIN Reservacion_Detalle ON Reservacion.Rs_Folio = Reservacion_Detalle.Rs_Folio ")
-      .Agrega("   INNER JOIN Habitacion ON Reservacion_Detalle.Hb_Cve_Habitacion = Habitacion.Hb_Cve_Habitacion ")
-      .Agrega(
-          "   INNER JOIN Tipo_Habitacion ON Habitacion.Th_Cve_Tipo_Habitacion = "
-          "Tipo_Habitacion.Th_Cve_Tipo_Habitacion ")
-      .Agrega("   INNER JOIN Producto ON Tipo_Habitacion.Pr_Cve_Producto = Producto.Pr_Cve_Producto ")
-      .Agrega("   INNER JOIN Producto_Precio ON Producto_Precio.Pr_Cve_Producto = Producto.Pr_Cve_Producto ")
-      .Agrega("WHERE Reservacion.Rs_Folio= '")
-      .Valor(folio)
-      .Agrega("'");
+  sql.Agrega(
+      "SELECT Reservacion.*, Reservacion_Detalle.*, "
+      "  Habitacion.Hb_Descripcion,"
+      "  Tipo_Habitacion.Pr_Cve_Producto, "
+      "  Tipo_Habitacion.Th_Descripcion, "
+      "  Tipo_Habitacion.Th_Num_Personas_Maximo, "
+      "  Producto.Pr_Descripcion, "
+      "  Producto.Pr_Unidad_Venta, "
+      "  Producto_Precio.Pp_Precio_1 "
+      "From Reservacion "
+      "   INNER JOIN Reservacion_Detalle ON Reservacion.Rs_Folio = Reservacion_Detalle.Rs_Folio "
+      "   INNER JOIN Habitacion ON Reservacion_Detalle.Hb_Cve_Habitacion = Habitacion.Hb_Cve_Habitacion "
+      "   INNER JOIN Tipo_Habitacion ON Habitacion.Th_Cve_Tipo_Habitacion = "
+      "Tipo_Habitacion.Th_Cve_Tipo_Habitacion "
+      "   INNER JOIN Producto ON Tipo_Habitacion.Pr_Cve_Producto = Producto.Pr_Cve_Producto "
+      "   INNER JOIN Producto_Precio ON Producto_Precio.Pr_Cve_Producto = Producto.Pr_Cve_Producto "
+      "WHERE Reservacion.Rs_Folio= '?'",
+      {folio});
 }
 
 void frmKV207::txtFolio_Enter() {

@@ -19,34 +19,39 @@ namespace mensaje = anfitrion::mensaje;
 // --- statements ---
 
 void ArmaBorraTarjeta(ado::TextoSQL& sql, std::string_view folio) {
-  sql.Agrega("DELETE FROM Reservacion_Datos_Tarjeta WHERE Rs_Folio = '").Valor(folio).Agrega("' ");
+  sql.Agrega("DELETE FROM Reservacion_Datos_Tarjeta WHERE Rs_Folio = '?' ", {folio});
 }
 
 void ArmaInsertaTarjeta(ado::TextoSQL& sql, std::string_view folio, std::string_view banco, std::string_view numero,
                         std::string_view codigo, std::string_view vencimiento) {
-  sql.Agrega("INSERT INTO Reservacion_Datos_Tarjeta(")
-      .Agrega("   Rs_Folio,")
-      .Agrega("   Rdt_Banco,")
-      .Agrega("   Rdt_Numero,")
-      .Agrega("   Rdt_Codigo_Seguridad,")
-      .Agrega("   Rdt_Vencimiento")
-      .Agrega(")VALUES (");
   // Bank and number are stored with one blank at their end.
-  sql.Agrega("'").Valor(folio).Agrega("',");
-  sql.Agrega("'").Valor(banco).Agrega(" ',");
-  sql.Agrega("'").Valor(numero).Agrega(" ',");
-  sql.Agrega("'").Valor(codigo).Agrega("',");
-  sql.Agrega("'").Valor(vencimiento).Agrega("')");
+  sql.Agrega(
+      "INSERT INTO Reservacion_Datos_Tarjeta("
+      "   Rs_Folio,"
+      "   Rdt_Banco,"
+      "   Rdt_Numero,"
+      "   Rdt_Codigo_Seguridad,"
+      "   Rdt_Vencimiento"
+      ")VALUES ("
+      "'?',"
+      "'? ',"
+      "'? ',"
+      "'?',"
+      "'?')",
+      {folio, banco, numero, codigo, vencimiento});
 }
 
 void ArmaActualizaTarjetaCliente(ado::TextoSQL& sql, std::string_view cliente, std::string_view banco,
                                  std::string_view numero, std::string_view codigo, std::string_view vencimiento) {
-  sql.Agrega("UPDATE Cliente SET ").Agrega("   Cl_Tarjeta_Credito = 'SI', ");
-  sql.Agrega("   Cl_Tarjeta_Banco= '").Valor(banco).Agrega("', ");
-  sql.Agrega("   Cl_Tarjeta_Numero = '").Valor(numero).Agrega("', ");
-  sql.Agrega("   Cl_Tarjeta_Codigo_Seguridad = '").Valor(codigo).Agrega("', ");
-  sql.Agrega("   Cl_Tarjeta_Vencimiento = '").Valor(vencimiento).Agrega("' ");
-  sql.Agrega("WHERE Cl_Cve_Cliente = '").Valor(cliente).Agrega("'");
+  sql.Agrega(
+      "UPDATE Cliente SET "
+      "   Cl_Tarjeta_Credito = 'SI', "
+      "   Cl_Tarjeta_Banco= '?', "
+      "   Cl_Tarjeta_Numero = '?', "
+      "   Cl_Tarjeta_Codigo_Seguridad = '?', "
+      "   Cl_Tarjeta_Vencimiento = '?' "
+      "WHERE Cl_Cve_Cliente = '?'",
+      {banco, numero, codigo, vencimiento, cliente});
 }
 
 namespace {

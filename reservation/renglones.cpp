@@ -79,53 +79,52 @@ ImportesRenglon RederivaImportes(ImportesRenglon renglon, bool porImporte) {
 // --- statements ---
 
 void ArmaProductoDeHabitacion(ado::TextoSQL& sql, std::string_view habitacion) {
-  sql.Agrega("SELECT ")
-      .Agrega("   Producto.Pr_Cve_Producto, ")
-      .Agrega("   Producto.Pr_Unidad_Venta, ")
-      .Agrega("   Tipo_Habitacion.Th_Num_Personas_Maximo ")
-      .Agrega("FROM Habitacion ")
-      .Agrega(
-          "   INNER JOIN Tipo_Habitacion ON Tipo_Habitacion.Th_Cve_Tipo_Habitacion = "
-          "Habitacion.Th_Cve_Tipo_Habitacion ")
-      .Agrega("   INNER JOIN Producto ON Producto.Pr_Cve_Producto = Tipo_Habitacion.Pr_Cve_Producto ")
-      .Agrega("WHERE Habitacion.Hb_Cve_Habitacion = '")
-      .Valor(habitacion)
-      .Agrega("'");
+  sql.Agrega(
+      "SELECT "
+      "   Producto.Pr_Cve_Producto, "
+      "   Producto.Pr_Unidad_Venta, "
+      "   Tipo_Habitacion.Th_Num_Personas_Maximo "
+      "FROM Habitacion "
+      "   INNER JOIN Tipo_Habitacion ON Tipo_Habitacion.Th_Cve_Tipo_Habitacion = "
+      "Habitacion.Th_Cve_Tipo_Habitacion "
+      "   INNER JOIN Producto ON Producto.Pr_Cve_Producto = Tipo_Habitacion.Pr_Cve_Producto "
+      "WHERE Habitacion.Hb_Cve_Habitacion = '?'",
+      {habitacion});
 }
 
 void ArmaBuscaHabitacion(ado::TextoSQL& sql, std::string_view habitacion) {
-  sql.Agrega("SELECT HB.Hb_Cve_Habitacion, ")
-      .Agrega("   THb.Th_Descripcion + ' / ' + HB.Hb_Descripcion AS DESCRIPCION, ")
-      .Agrega("   THb.Th_Num_Personas_Maximo as MAX ")
-      .Agrega("FROM Habitacion HB ")
-      .Agrega("   INNER JOIN Tipo_Habitacion THb ON HB.Th_Cve_Tipo_Habitacion = THb.Th_Cve_Tipo_Habitacion ")
-      .Agrega("WHERE HB.Hb_Cve_Habitacion = '")
-      .Valor(habitacion)
-      .Agrega("' AND")
-      .Agrega("   HB.Es_Cve_Estado <> 'BA'");
+  sql.Agrega(
+      "SELECT HB.Hb_Cve_Habitacion, "
+      "   THb.Th_Descripcion + ' / ' + HB.Hb_Descripcion AS DESCRIPCION, "
+      "   THb.Th_Num_Personas_Maximo as MAX "
+      "FROM Habitacion HB "
+      "   INNER JOIN Tipo_Habitacion THb ON HB.Th_Cve_Tipo_Habitacion = THb.Th_Cve_Tipo_Habitacion "
+      "WHERE HB.Hb_Cve_Habitacion = '?' AND"
+      "   HB.Es_Cve_Estado <> 'BA'",
+      {habitacion});
 }
 
 void ArmaBuscaProducto(ado::TextoSQL& sql, std::string_view habitacion) {
-  sql.Agrega("SELECT PR.Pr_Cve_Producto, ")
-      .Agrega("   PR.Pr_Unidad_venta ")
-      .Agrega("FROM Tipo_Habitacion THb ")
-      .Agrega("   INNER JOIN Producto PR ON THb.Pr_Cve_Producto = PR.Pr_Cve_Producto ")
-      .Agrega("   INNER JOIN Habitacion HB ON HB.Th_Cve_Tipo_Habitacion=THb.Th_Cve_Tipo_Habitacion ")
-      .Agrega("WHERE HB.Hb_Cve_Habitacion='")
-      .Valor(habitacion)
-      .Agrega("'");
+  sql.Agrega(
+      "SELECT PR.Pr_Cve_Producto, "
+      "   PR.Pr_Unidad_venta "
+      "FROM Tipo_Habitacion THb "
+      "   INNER JOIN Producto PR ON THb.Pr_Cve_Producto = PR.Pr_Cve_Producto "
+      "   INNER JOIN Habitacion HB ON HB.Th_Cve_Tipo_Habitacion=THb.Th_Cve_Tipo_Habitacion "
+      "WHERE HB.Hb_Cve_Habitacion='?'",
+      {habitacion});
 }
 
 void ArmaLimitePersonas(ado::TextoSQL& sql, std::string_view habitacion) {
-  sql.Agrega("SELECT TH.Th_Cve_Tipo_Habitacion as Clave, ")
-      .Agrega("   TH.Th_Descripcion as Descripcion, ")
-      .Agrega("   TH.Th_Num_Personas, ")
-      .Agrega("   TH.Th_Num_Personas_Maximo ")
-      .Agrega("FROM Tipo_Habitacion TH ")
-      .Agrega("   INNER JOIN Habitacion HB ON TH.Th_Cve_Tipo_Habitacion = HB.Th_Cve_Tipo_Habitacion ")
-      .Agrega("WHERE HB.Hb_Cve_Habitacion = '")
-      .Valor(habitacion)
-      .Agrega("' ");
+  sql.Agrega(
+      "SELECT TH.Th_Cve_Tipo_Habitacion as Clave, "
+      "   TH.Th_Descripcion as Descripcion, "
+      "   TH.Th_Num_Personas, "
+      "   TH.Th_Num_Personas_Maximo "
+      "FROM Tipo_Habitacion TH "
+      "   INNER JOIN Habitacion HB ON TH.Th_Cve_Tipo_Habitacion = HB.Th_Cve_Tipo_Habitacion "
+      "WHERE HB.Hb_Cve_Habitacion = '?' ",
+      {habitacion});
 }
 
 namespace {

@@ -17,25 +17,25 @@ std::string LeeTipoFormaPago(const std::string& formaPago) {
 bool EsTarjeta(std::string_view tipoFormaPago) { return com::Recorta(tipoFormaPago) == "04"; }
 
 void ArmaTarjetaReservacion(ado::TextoSQL& sql, std::string_view folio) {
-  sql.Agrega("SELECT Rdt_Banco as Banco, ")
-      .Agrega(" Rdt_Numero as Numero, ")
-      .Agrega(" ISNULL(Rdt_Vencimiento,GETDATE()) as Vencimiento, ")
-      .Agrega(" Rdt_Codigo_Seguridad as Codigo ")
-      .Agrega("FROM Reservacion_Datos_Tarjeta ")
-      .Agrega("WHERE Rs_Folio = '")
-      .Valor(folio)
-      .Agrega("' ");
+  sql.Agrega(
+      "SELECT Rdt_Banco as Banco, "
+      " Rdt_Numero as Numero, "
+      " ISNULL(Rdt_Vencimiento,GETDATE()) as Vencimiento, "
+      " Rdt_Codigo_Seguridad as Codigo "
+      "FROM Reservacion_Datos_Tarjeta "
+      "WHERE Rs_Folio = '?' ",
+      {folio});
 }
 
 void ArmaTarjetaCliente(ado::TextoSQL& sql, std::string_view cliente) {
-  sql.Agrega("SELECT Cl_Tarjeta_Banco as Banco, ")
-      .Agrega(" Cl_Tarjeta_Numero as Numero, ")
-      .Agrega(" ISNULL(Cl_Tarjeta_Vencimiento,GETDATE()) as Vencimiento, ")
-      .Agrega(" Cl_Tarjeta_Codigo_Seguridad as Codigo ")
-      .Agrega("FROM Cliente ")
-      .Agrega("WHERE Cl_Cve_Cliente = '")
-      .Valor(cliente)
-      .Agrega("' ");
+  sql.Agrega(
+      "SELECT Cl_Tarjeta_Banco as Banco, "
+      " Cl_Tarjeta_Numero as Numero, "
+      " ISNULL(Cl_Tarjeta_Vencimiento,GETDATE()) as Vencimiento, "
+      " Cl_Tarjeta_Codigo_Seguridad as Codigo "
+      "FROM Cliente "
+      "WHERE Cl_Cve_Cliente = '?' ",
+      {cliente});
 }
 
 // The data count as loaded for the client also when there are none stored: what the clerk types then is not read over.

@@ -34,31 +34,38 @@ FallaPeriodos RevisaPeriodos(com::Fecha llegada, com::Fecha salida, const std::v
 // --- statements; fecha: a night, as Utilerias.FechaSQL gives it ---
 
 void ArmaBloqueo(ado::TextoSQL& sql, std::string_view habitacion, std::string_view fecha) {
-  sql.Agrega("SELECT COUNT(HBb.Hb_Cve_Habitacion) AS Cantidad ")
-      .Agrega("FROM Habitacion_Bloqueo HBb ")
-      .Agrega("WHERE HBb.Es_Cve_Estado = 'AC' AND ");
-  sql.Agrega("   HBb.Hb_Cve_Habitacion = '").Valor(habitacion).Agrega("'AND ");
-  sql.Agrega(" '").Valor(fecha).Agrega("' BETWEEN  HBb.Hbb_Fecha_Inicio AND HBb.Hbb_Fecha_Fin ");
+  sql.Agrega(
+      "SELECT COUNT(HBb.Hb_Cve_Habitacion) AS Cantidad "
+      "FROM Habitacion_Bloqueo HBb "
+      "WHERE HBb.Es_Cve_Estado = 'AC' AND "
+      "   HBb.Hb_Cve_Habitacion = '?'AND "
+      " '?' BETWEEN  HBb.Hbb_Fecha_Inicio AND HBb.Hbb_Fecha_Fin ",
+      {habitacion, fecha});
 }
 
 void ArmaOcupacion(ado::TextoSQL& sql, std::string_view habitacion, std::string_view fecha) {
-  sql.Agrega("SELECT COUNT(CId.Hb_Cve_Habitacion)AS Cantidad ")
-      .Agrega("FROM Check_In CI ")
-      .Agrega("   INNER JOIN Check_In_Detalle CId ON CId.Ci_Folio = CI.Ci_Folio ")
-      .Agrega("WHERE CI.Es_Cve_Estado NOT IN ('CA','CE') AND ");
-  sql.Agrega("   CId.Hb_Cve_Habitacion = '").Valor(habitacion).Agrega("'AND ");
-  sql.Agrega(" '").Valor(fecha).Agrega(" 23:59' BETWEEN  CI.Ci_Llegada  AND CI.Ci_Salida ");
+  sql.Agrega(
+      "SELECT COUNT(CId.Hb_Cve_Habitacion)AS Cantidad "
+      "FROM Check_In CI "
+      "   INNER JOIN Check_In_Detalle CId ON CId.Ci_Folio = CI.Ci_Folio "
+      "WHERE CI.Es_Cve_Estado NOT IN ('CA','CE') AND "
+      "   CId.Hb_Cve_Habitacion = '?'AND "
+      " '? 23:59' BETWEEN  CI.Ci_Llegada  AND CI.Ci_Salida ",
+      {habitacion, fecha});
 }
 
 void ArmaOtraReservacion(ado::TextoSQL& sql, std::string_view habitacion, std::string_view fecha,
                          std::string_view folioPropio) {
-  sql.Agrega("SELECT COUNT(RSd.Hb_Cve_Habitacion)AS Cantidad ")
-      .Agrega("FROM Reservacion RS ")
-      .Agrega("   INNER JOIN Reservacion_Detalle RSd ON RSd.Rs_Folio = RS.Rs_Folio ")
-      .Agrega("WHERE RS.Es_Cve_Estado NOT IN ('CA','CE') AND ");
-  if (!folioPropio.empty()) sql.Agrega("   RS.Rs_Folio <> '").Valor(folioPropio).Agrega("' AND");
-  sql.Agrega("   RSd.Hb_Cve_Habitacion = '").Valor(habitacion).Agrega("'AND ");
-  sql.Agrega(" '").Valor(fecha).Agrega(" 23:59' BETWEEN  RSd.Rsd_Fecha_Inicio  AND RSd.Rsd_Fecha_Fin ");
+  ado::TextoSQL otras;
+  if (!folioPropio.empty()) otras.Agrega("   RS.Rs_Folio <> '?' AND", {folioPropio});
+  sql.Agrega(
+      "SELECT COUNT(RSd.Hb_Cve_Habitacion)AS Cantidad "
+      "FROM Reservacion RS "
+      "   INNER JOIN Reservacion_Detalle RSd ON RSd.Rs_Folio = RS.Rs_Folio "
+      "WHERE RS.Es_Cve_Estado NOT IN ('CA','CE') AND ?"
+      "   RSd.Hb_Cve_Habitacion = '?'AND "
+      " '? 23:59' BETWEEN  RSd.Rsd_Fecha_Inicio  AND RSd.Rsd_Fecha_Fin ",
+      {otras, habitacion, fecha});
 }
 
 namespace {

@@ -60,11 +60,30 @@ TextoSQL& TextoSQL::Agrega(const TextoSQL& otro) {
   return *this;
 }
 
-TextoSQL& TextoSQL::Valor(std::string_view valor) {
+TextoSQL& TextoSQL::Agrega(std::string_view plantilla, std::span<const Parte> partes) {
+  const auto rechaza = [&](const char* motivo) {
+    throw com::Error(com::error::kSentencia, motivo, std::string(plantilla));
+  };
+  std::string_view resto = plantilla;
+  for (const Parte& parte : partes) {
+    const std::size_t lugar = resto.find('?');
+    if (lugar == std::string_view::npos) rechaza("La sentencia tiene menos lugares que valores");
+    Agrega(resto.substr(0, lugar));
+    if (parte.texto_ != nullptr) {
+      Agrega(*parte.texto_);
+    } else {
+      Valor(parte.valor_);
+    }
+    resto.remove_prefix(lugar + 1);
+  }
+  if (resto.find('?') != std::string_view::npos) rechaza("La sentencia tiene más lugares que valores");
+  return Agrega(resto);
+}
+
+void TextoSQL::Valor(std::string_view valor) {
   const std::size_t inicio = texto_.size();
   texto_ += valor;
   valores_.push_back({inicio, texto_.size()});
-  return *this;
 }
 
 void TextoSQL::Limpia() {

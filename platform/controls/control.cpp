@@ -201,13 +201,9 @@ void LookupField::Busca() {
   if (diseno_.sql.empty() || diseno_.sql_control_resultado == nullptr) return;
   std::optional<std::string> hallado;
   if (!text_.empty() && BuscadorActual()) {
+    const auto lugares = std::count(diseno_.sql.begin(), diseno_.sql.end(), '?');
     ado::TextoSQL sentencia;
-    std::string_view resto = diseno_.sql;
-    for (auto marca = resto.find('?'); marca != std::string_view::npos; marca = resto.find('?')) {
-      sentencia.Agrega(resto.substr(0, marca)).Valor(text_);
-      resto.remove_prefix(marca + 1);
-    }
-    sentencia.Agrega(resto);
+    sentencia.Agrega(diseno_.sql, std::vector<ado::Parte>(static_cast<std::size_t>(lugares), ado::Parte(text_)));
     // A query that fails must not leave the name of another key.
     diseno_.sql_control_resultado->valor("");
     hallado = BuscadorActual()(sentencia);

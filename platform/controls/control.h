@@ -117,7 +117,7 @@ enum class TipoDato { Texto, Numero, Fecha };
 // Design properties of a LookupField.
 struct DisenoLookup {
   std::string idconsulta{};
-  std::string sql{};  // "?" stands for the typed key, between quotes that the text supplies
+  std::string sql{};  // each "?" stands for the typed key, between quotes that the text supplies
   class LookupField* sql_control_resultado = nullptr;
   std::string transaccion{};  // catalogue screen that edits the keys
   bool esclave = false;       // the text is a key: zero-filled with formato when confirmed

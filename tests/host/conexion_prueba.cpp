@@ -175,8 +175,7 @@ TEST_F(ConexionPrueba, UnaSentenciaConMarcasNoSeHacePasarPorPlantilla) {
 TEST_F(ConexionPrueba, UnaComillaEnUnaClaveNuncaSeEjecuta) {
   c->Execute("INSERT INTO Cliente (Cl_Cve_Cliente) VALUES ('1')");
   for (const char* clave : {"x' OR '1'='1", "x'; DELETE FROM Cliente --", "'", "x' OR Cl_Cve_Cliente <> '"}) {
-    ado::TextoSQL s;
-    s.Agrega("DELETE FROM Cliente WHERE Cl_Cve_Cliente = '").Valor(clave).Agrega("'");
+    const ado::TextoSQL s("DELETE FROM Cliente WHERE Cl_Cve_Cliente = '?'", {clave});
     const auto e = ErrorDe([&] { c->Execute(s); });
     EXPECT_EQ(e.Numero(), kSentencia) << clave;
     EXPECT_EQ(e.Sentencia(), s.Texto());

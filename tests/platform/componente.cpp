@@ -227,7 +227,7 @@ TEST_F(Componente, LosCamposBuscanEnLaBase) {
   clave.text("A2");
   EXPECT_EQ(nombre.text(), "");
   EXPECT_EQ(ErrorDe([&] { clave.text("O'B"); }), com::error::kSentencia);
-  publico::NuevaSentencia().Agrega("SELECT '").Valor("x").Agrega("'");
+  publico::NuevaSentencia().Agrega("SELECT '?'", {"x"});
   EXPECT_EQ(publico::Ejecuta()->RecordCount(), 1);
   EXPECT_EQ(publico::NuevaSentencia().Texto(), "");
   EXPECT_EQ(ErrorDe([] { publico::CreaHotel(); }), com::error::kClase);

@@ -60,17 +60,15 @@ TEST(TextoSql, UnValorNuncaSaleDeSuLiteral) {
       {"x = '", "7", "''", false},
   };
   for (const Caso& c : casos) {
-    TextoSQL sql;
-    sql.Agrega(c.antes).Valor(c.valor).Agrega(c.despues);
+    const TextoSQL sql(std::string(c.antes) + "?" + c.despues, {c.valor});
     EXPECT_EQ(Verifica(sql), c.bueno ? 0 : com::error::kSentencia) << sql.Texto();
   }
 }
 
 TEST(TextoSql, LosValoresConservanSuSitioAlUnirTextos) {
-  TextoSQL condicion;
-  condicion.Agrega("a = '").Valor("x").Agrega("'");
-  TextoSQL sql("SELECT 1 WHERE ");
-  sql.Agrega(condicion).Agrega(" AND b = '").Valor("O'Brien").Agrega("'");
+  TextoSQL condicion("a = '?'", {"x"});
+  TextoSQL sql("SELECT 1 WHERE ? AND b = '?'", {condicion, "O'Brien"});
+  EXPECT_EQ(sql.Texto(), "SELECT 1 WHERE a = 'x' AND b = 'O'Brien'");
   ASSERT_EQ(sql.Valores().size(), 2U);
   EXPECT_EQ(sql.Texto().substr(sql.Valores()[0].inicio, 1), "x");
   EXPECT_EQ(sql.Texto().substr(sql.Valores()[1].inicio, sql.Valores()[1].fin - sql.Valores()[1].inicio), "O'Brien");
@@ -83,6 +81,13 @@ TEST(TextoSql, LosValoresConservanSuSitioAlUnirTextos) {
   EXPECT_EQ(Verifica(condicion), 0);
 }
 
+TEST(TextoSql, CadaLugarTieneSuParte) {
+  EXPECT_EQ(TextoSQL("a = '?' AND b = '?'", {"¿x?", "y"}).Texto(), "a = '¿x?' AND b = 'y'");
+  EXPECT_EQ(TextoSQL("a = '¿x?'").Texto(), "a = '¿x?'");
+  EXPECT_EQ(ErrorDe([] { TextoSQL("a = '?'", {}); }), com::error::kSentencia);
+  EXPECT_EQ(ErrorDe([] { TextoSQL("a = '?'", {"x", "y"}); }), com::error::kSentencia);
+}
+
 TEST(TextoSql, UnFragmentoSoloTambienSeRevisa) {
   EXPECT_EQ(Verifica(TextoSQL("SELECT 'a''b', ''")), 0);
   EXPECT_EQ(Verifica(TextoSQL("SELECT 'abierto")), com::error::kSentencia);
@@ -90,8 +95,7 @@ TEST(TextoSql, UnFragmentoSoloTambienSeRevisa) {
 
 // Two halves that each break their literal and together close it again.
 TEST(TextoSql, DosValoresQueSeCompensan) {
-  TextoSQL sql;
-  sql.Agrega("UPDATE t SET a = '").Valor("x' --").Agrega("' WHERE b = '").Valor("' OR 'a'='a").Agrega("'");
+  const TextoSQL sql("UPDATE t SET a = '?' WHERE b = '?'", {"x' --", "' OR 'a'='a"});
   EXPECT_EQ(Verifica(sql), com::error::kSentencia);
 }
 
