@@ -94,7 +94,7 @@ class frmKV207 : public controles::Formulario {
   // The host object that owns the screen; may be empty.
   com::Ptr<com::Despacho> Padre;
   // Transaction code as the host resolves it; Error kSinObjeto without Padre.
-  std::string Transaccion() const;
+  [[nodiscard]] std::string Transaccion() const;
 
   // --- arranque.cpp: load, activation, layout, form keys, unload -----------------------------------------------------
   void Form_Load();
@@ -120,7 +120,7 @@ class frmKV207 : public controles::Formulario {
   void cmdHuesped_Click();
   void chkMostrarCodigo_Click();
   // Key and name rule of the paying party: the client when its name is shown, else the guest.
-  std::string ClaveCliente() const;
+  [[nodiscard]] std::string ClaveCliente() const;
   // Shows the host's rate of the currency on the capture date; nothing without a currency.
   void MuestraTipoCambio();
   // Empties the field groups and makes their inputs read-only.
@@ -181,7 +181,7 @@ class frmKV207 : public controles::Formulario {
   void SigueMoneda();
   // All lines before they are stored. False when some total changed or could not be worked out: the clerk has been told
   // and accepts again.
-  bool RevisaPrecios();
+  [[nodiscard]] bool RevisaPrecios();
 
   // --- guardar.cpp: saving
   void Controles_Aceptar(bool nuevo);
@@ -238,8 +238,10 @@ class frmKV207 : public controles::Formulario {
   void CargaTarjeta(const std::string& folio);
   void CargaRenglones(ado::Recordset& filas);
   // tasacion.cpp
-  std::optional<CondicionesPrecio> Condiciones(int fila) const;
-  const PrecioRenglon* PrecioDe(int fila) const;
+  [[nodiscard]] std::optional<CondicionesPrecio> Condiciones(int fila) const;
+  [[nodiscard]] const PrecioRenglon* PrecioDe(int fila) const;
+  // ahora: the line's conditions.
+  bool PoneAlDia(int fila, const CondicionesPrecio& ahora);
   // Brings those lines up to date, and the totals, also when a line fails; the host's errors.
   void PoneAlDiaTodos(const std::function<bool(const PrecioRenglon*, const CondicionesPrecio&)>& cuales);
 

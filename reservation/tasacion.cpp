@@ -29,7 +29,7 @@ double Convierte(double importe, const Acuerdo& acuerdo, const std::string& mone
 }
 
 void DerivaImportes(controles::Grid& grid, int fila, bool porImporte) {
-  const auto importe = [&](const char* columna) { return com::CDbl(grid.celda(fila, columna)); };
+  const auto importe = [&](std::string_view columna) { return com::CDbl(grid.celda(fila, columna)); };
   ImportesRenglon renglon;
   renglon.precio = importe("Precio");
   renglon.personaExtra = importe("PERSONA_EXTRA");
@@ -88,7 +88,7 @@ void frmKV207::AnotaTarifa(int fila, bool conError) {
 void frmKV207::AnotaAcuerdo(int fila, bool incompleto) {
   auto condiciones = Condiciones(fila);
   if (!condiciones) return OlvidaPrecio(fila);
-  const auto importe = [&](const char* columna) { return com::CDbl(ssReservaciones.celda(fila, columna)); };
+  const auto importe = [&](std::string_view columna) { return com::CDbl(ssReservaciones.celda(fila, columna)); };
   const CondicionesEncabezado& e = condiciones->encabezado;
   Acuerdo acuerdo{e.moneda, e.tipoCambio, importe("Precio"), importe("PERSONA_EXTRA")};
   precios_[ssReservaciones.Marcador(fila)] = {*std::move(condiciones), incompleto, std::move(acuerdo)};
@@ -96,9 +96,13 @@ void frmKV207::AnotaAcuerdo(int fila, bool incompleto) {
 
 bool frmKV207::PoneAlDia(int fila) {
   const auto ahora = Condiciones(fila);
-  if (!ahora || Excede(*ahora, ssReservaciones.celda(fila, "PersonasMax"))) return false;
+  return ahora && PoneAlDia(fila, *ahora);
+}
+
+bool frmKV207::PoneAlDia(int fila, const CondicionesPrecio& ahora) {
+  if (Excede(ahora, ssReservaciones.celda(fila, "PersonasMax"))) return false;
   const PrecioRenglon* precio = PrecioDe(fila);
-  switch (QueFalta(precio, *ahora)) {
+  switch (QueFalta(precio, ahora)) {
     case Falta::Nada:
       return false;
     case Falta::Tasar:
@@ -109,25 +113,25 @@ bool frmKV207::PoneAlDia(int fila) {
   }
   PrecioRenglon convertido = *precio;
   const Acuerdo& acuerdo = *convertido.acuerdo;
-  const CondicionesEncabezado& e = ahora->encabezado;
+  const CondicionesEncabezado& e = ahora.encabezado;
   ssReservaciones.celda(fila, "Precio", Convierte(acuerdo.precio, acuerdo, e.moneda, e.tipoCambio));
   ssReservaciones.celda(fila, "PERSONA_EXTRA", Convierte(acuerdo.personaExtra, acuerdo, e.moneda, e.tipoCambio));
   DerivaImportes(ssReservaciones, fila, false);
   convertido.incompleto = !CalculaRenglon(fila, true);
-  convertido.condiciones = *ahora;
+  convertido.condiciones = ahora;
   precios_[ssReservaciones.Marcador(fila)] = std::move(convertido);
   return true;
 }
 
 void frmKV207::PoneAlDiaTodos(const std::function<bool(const PrecioRenglon*, const CondicionesPrecio&)>& cuales) {
   bool cambios = false;
-  const auto uno = [&](int fila) {
+  const auto uno = [&](int fila, const CondicionesPrecio& ahora) {
     const double antes = com::CDbl(ssReservaciones.celda(fila, "Total"));
     const auto compara = [&] {
       importesSinDecir_ = importesSinDecir_ || antes != com::CDbl(ssReservaciones.celda(fila, "Total"));
     };
     try {
-      cambios = PoneAlDia(fila) || cambios;
+      cambios = PoneAlDia(fila, ahora) || cambios;
     } catch (...) {
       compara();
       Totalizar();
@@ -137,7 +141,7 @@ void frmKV207::PoneAlDiaTodos(const std::function<bool(const PrecioRenglon*, con
   };
   for (int fila = 0; fila < ssReservaciones.Filas(); ++fila) {
     const auto ahora = Condiciones(fila);
-    if (ahora && cuales(PrecioDe(fila), *ahora)) uno(fila);
+    if (ahora && cuales(PrecioDe(fila), *ahora)) uno(fila, *ahora);
   }
   if (cambios) Totalizar();
 }
