@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <exception>
 #include <memory>
+#include <optional>
 
 #include "availability/frmDisponibilidad.h"
 #include "availability/ocupacion.h"
@@ -21,6 +22,11 @@ std::optional<std::string> Filtro(const controles::LookupField& codigo, const co
   return com::CStr(codigo.valor());
 }
 
+// One row of the board.
+struct FilaTablero {
+  std::string clave, nombre;
+};
+
 // Reads the rows statement's record set.
 class LectorFilas {
  public:
@@ -31,17 +37,19 @@ class LectorFilas {
         tipo_(modo == ModoVista::PorHabitacion ? filas_->Indice("DESCRIPCION_TIPO") : clave_),
         modo_(modo) {}
 
-  int Cuantas() const { return filas_->RecordCount(); }
+  [[nodiscard]] int Cuantas() const { return filas_->RecordCount(); }
 
-  // False after the last row.
-  bool Lee(FilaTablero& fila) {
-    if (filas_->Eof()) return false;
+  // Nothing after the last row.
+  std::optional<FilaTablero> Lee() {
+    if (filas_->Eof()) return std::nullopt;
+    FilaTablero fila;
     fila.clave = com::TextoDe(filas_->Fields(clave_).Value());
     fila.nombre = com::TextoDe(filas_->Fields(descripcion_).Value());
-    if (modo_ == ModoVista::PorHabitacion)
+    if (modo_ == ModoVista::PorHabitacion) {
       fila.nombre = com::TextoDe(filas_->Fields(tipo_).Value()) + " / " + fila.nombre;
+    }
     filas_->MoveNext();
-    return true;
+    return fila;
   }
 
  private:
@@ -79,14 +87,9 @@ bool frmDisponibilidad::LlenaTablero() {
     return false;
   }
 
-  ssDisponibilidad.Redraw(false);
-  try {
-    LlenaFilas(modo, dias, totales);
-  } catch (...) {
-    ssDisponibilidad.Redraw(true);
-    throw;
-  }
-  ssDisponibilidad.Redraw(true);
+  controles::Grid::Pausa pausa(ssDisponibilidad);
+  LlenaFilas(modo, dias, totales);
+  pausa.Termina();
 
   controles::EscritorioActual().ProcesaPendientes();
   ssDisponibilidad.MuevePrimera();
@@ -111,16 +114,15 @@ void frmDisponibilidad::LlenaFilas(ModoVista modo, int dias, const TotalesTabler
       conjuntos ? LeePorConjuntos(criterio, noches) : LeePorCelda(criterio, noches);
 
   int anchoNombre = 0;
-  FilaTablero fila;
-  while (filas.Lee(fila)) {
+  while (const auto fila = filas.Lee()) {
     const int r = ssDisponibilidad.AgregaFila();
-    ssDisponibilidad.celda(r, 0, fila.clave);
-    ssDisponibilidad.celda(r, 1, fila.nombre);
-    anchoNombre = std::max(anchoNombre, controles::EscritorioActual().AnchoTexto(*this, fila.nombre));
-    fila.total = totales.De(fila.clave);
-    lector->Fila(fila.clave);
+    ssDisponibilidad.celda(r, 0, fila->clave);
+    ssDisponibilidad.celda(r, 1, fila->nombre);
+    anchoNombre = std::max(anchoNombre, controles::EscritorioActual().AnchoTexto(*this, fila->nombre));
+    const int total = totales.De(fila->clave);
+    lector->Fila(fila->clave);
     for (int d = 0; d < dias; ++d) {
-      const CeldaTablero celda = CalculaCelda(modo, fila.total, lector->Noche(d));
+      const CeldaTablero celda = CalculaCelda(modo, total, lector->Noche(d));
       ssDisponibilidad.celda(r, kColumnasFijas + d, celda.libres);
       PonEstado(d, r, celda.estado);
     }
@@ -136,7 +138,7 @@ std::vector<com::Fecha> frmDisponibilidad::Noches(int dias) const {
   }
   std::vector<com::Fecha> noches;
   for (int d = 0; d < dias; ++d) {
-    noches.push_back(com::SoloFecha(com::CDate(ssDisponibilidad.columna(kColumnasFijas + d).fecha)));
+    noches.push_back(ssDisponibilidad.columna(kColumnasFijas + d).fecha.value());
   }
   return noches;
 }

@@ -20,8 +20,8 @@ constexpr std::array<const char*, 7> kDias = {"LUN", "MAR", "MIE", "JUE", "VIE",
 
 controles::Columna ColumnaDia(com::Fecha noche) {
   controles::Columna columna;
-  columna.fecha = regional::FechaCorta(noche);
-  columna.clave = columna.fecha;
+  columna.fecha = com::SoloFecha(noche);
+  columna.clave = regional::FechaCorta(noche);
   columna.titulo = kDias[static_cast<std::size_t>(com::DiaSemana(noche) - 1)];
   columna.tipo = controles::TipoColumna::Entero;
   columna.ancho = kAnchoDia;
@@ -60,7 +60,7 @@ bool MatrizEstados::Contiene(EstadoCelda estado, int dias, int filas) const {
 
 bool frmDisponibilidad::Agregar_Columnas(std::int32_t iDias) {
   MensajeError.clear();
-  ssDisponibilidad.Redraw(false);
+  controles::Grid::Pausa pausa(ssDisponibilidad);
   try {
     ssDisponibilidad.titulo("Nombre", Modo() == ModoVista::PorTipo ? "Tipo habitación" : "Habitación");
     NumeroDias = iDias;
@@ -70,7 +70,7 @@ bool frmDisponibilidad::Agregar_Columnas(std::int32_t iDias) {
   } catch (const std::exception& e) {
     MensajeError = std::string("frmDisponibilidad.Agregar_Columnas() - ") + e.what();
   }
-  ssDisponibilidad.Redraw(true);
+  pausa.Termina();
   ssDisponibilidad.Refresca();
   return MensajeError.empty();
 }

@@ -56,12 +56,6 @@ inline constexpr std::int32_t kFondoOcupado = 0x000000FF, kFondoDisponible = 0x0
 // Columns before the first night.
 inline constexpr int kColumnasFijas = 2;
 
-// One row of the board.
-struct FilaTablero {
-  std::string clave, nombre;
-  int total = 0;  // rooms that are not withdrawn
-};
-
 class TotalesTablero;  // ocupacion.h
 
 class frmDisponibilidad : public controles::Formulario {

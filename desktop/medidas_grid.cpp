@@ -50,7 +50,7 @@ int MedidasGrid::AnchoMinimo(int columna, bool estrechos, bool centavos) const {
   constexpr int kOrilla = 15, kMuestras = 60, kEstrecho = 84;  // pixels, rows, per cent
   const auto& c = grid_.columna(columna);
   int ancho = AnchoTexto(Q(c.titulo)) * (estrechos ? kEstrecho : 100) / 100 + kOrilla;
-  if (!c.fecha.empty()) return std::max(ancho, AnchoTexto(QStringLiteral("R 88")) + kOrilla);
+  if (c.fecha) return std::max(ancho, AnchoTexto(QStringLiteral("R 88")) + kOrilla);
   for (int f = 0; f < std::min(grid_.Filas(), kMuestras); ++f) {
     const QString texto = Q(grid_.Texto(f, columna));
     ancho =

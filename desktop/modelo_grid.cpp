@@ -29,9 +29,7 @@ Qt::Alignment Alineada(controles::Alineacion a) {
 }
 
 // Day of a column; invalid for other columns.
-QDate DiaDe(const controles::Columna& columna) {
-  return QDate::fromString(Q(columna.fecha), QStringLiteral("dd/MM/yyyy"));
-}
+QDate DiaDe(const controles::Columna& columna) { return columna.fecha ? ADate(*columna.fecha) : QDate(); }
 
 // Caption of a column in full: the abbreviation of a day stands for its date.
 QString TituloLargo(const controles::Columna& columna) {
@@ -84,7 +82,7 @@ QVariant ModeloGrid::data(const QModelIndex& indice, int papel) const {
     }
     case Qt::TextAlignmentRole: {
       const auto& c = grid_.columna(columna);
-      return QVariant::fromValue(c.fecha.empty() ? Alineada(c.alineacion) : Qt::AlignCenter);
+      return QVariant::fromValue(c.fecha ? Qt::AlignCenter : Alineada(c.alineacion));
     }
     case Qt::AccessibleTextRole:
       return Leida(grid_, fila, columna);

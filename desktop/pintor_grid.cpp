@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "desktop/vista_grid.h"
+#include "platform/regional/regional.h"
 
 namespace vista {
 
@@ -149,11 +150,11 @@ void PintorGrid::Titulo(QPainter& p, const QRect& zona, int columna) {
   if (columna >= grid.NumColumnas()) return p.fillRect(zona, Colores().realce);
   using Parte = Aspecto::Parte;
   const auto& c = grid.columna(columna);
-  if (c.fecha.empty()) {
+  if (!c.fecha) {
     Copia(p, zona, {Parte::Titulo, static_cast<int>(c.alineacionTitulo), -1, false, c.titulo},
           [&](QPainter& pincel, const QRect& lugar) { DibujaTitulo(pincel, lugar, columna); });
   } else {
-    Copia(p, zona, {Parte::Dia, -1, -1, columna == kColumnasFijas, c.fecha + c.titulo},
+    Copia(p, zona, {Parte::Dia, -1, -1, columna == kColumnasFijas, regional::FechaCorta(*c.fecha) + c.titulo},
           [&](QPainter& pincel, const QRect& lugar) { DibujaDia(pincel, lugar, columna); });
   }
 }

@@ -1,6 +1,7 @@
 #include "guion/muestra.h"
 
 #include "guion/usable.h"
+#include "platform/regional/regional.h"
 
 namespace guion {
 
@@ -181,7 +182,9 @@ Json MuestraColumnas(const controles::Grid& grid) {
 Json MuestraTablero(const controles::Grid& grid) {
   Json columnas = Json::Arreglo();
   for (int c = kColumnasFijas; c < grid.NumColumnas(); ++c) {
-    columnas.Agrega(Json::Objeto().Pon("titulo", grid.columna(c).titulo).Pon("fecha", grid.columna(c).fecha));
+    const controles::Columna& columna = grid.columna(c);
+    const std::string fecha = columna.fecha ? regional::FechaCorta(*columna.fecha) : "";
+    columnas.Agrega(Json::Objeto().Pon("titulo", columna.titulo).Pon("fecha", fecha));
   }
   Json filas = Json::Arreglo();
   for (int fila = 0; fila < grid.Filas(); ++fila) {

@@ -40,18 +40,6 @@ constexpr Correspondencia kCeldas[] = {
     {"Rsd_Precio_Descontado_Importe", "Precio_Descontado_Importe"},
 };
 
-// The view follows a grid again at the end of the block, also after a failure.
-class SinRepintar {
- public:
-  explicit SinRepintar(controles::Grid& grid) : grid_(grid) { grid_.Redraw(false); }
-  SinRepintar(const SinRepintar&) = delete;
-  SinRepintar& operator=(const SinRepintar&) = delete;
-  ~SinRepintar() { grid_.Redraw(true); }
-
- private:
-  controles::Grid& grid_;
-};
-
 }  // namespace
 
 void ArmaCargaReservacion(ado::TextoSQL& sql, std::string_view folio) {
@@ -115,16 +103,16 @@ void frmKV207::CargaBarra(const std::string& folio, const ado::Recordset& filas)
   Controles.PermiteAccion2(true);
   Controles.TituloConfirmar("");
   const std::string guardado = TextoDe(filas.Fields("Es_Cve_Estado").Value());
-  const std::string estado = com::Mayusculas(guardado);
-  if (estado == "AC" || estado == "CO") {
+  const std::string codigo = com::Mayusculas(guardado);
+  if (codigo == "AC" || codigo == "CO") {
     Controles.PermiteAccion5(true);
     Controles.PermiteAccion4(true);
     // Offered for the code exactly as the store writes it.
     if (guardado == "AC") Controles.TituloConfirmar("Confirmar");
-  } else if (estado == "CE" || estado == "AP") {
+  } else if (codigo == "CE" || codigo == "AP") {
     Controles.PermiteAccion5(false);
     Controles.PermiteAccion4(false);
-  } else if (estado == "CA") {
+  } else if (codigo == "CA") {
     Controles.PermiteReactivar(true);
     Controles.PermiteAccion5(false);
     Controles.PermiteAccion4(false);
@@ -159,7 +147,7 @@ void frmKV207::CargaTarjeta(const std::string& folio) {
 }
 
 void frmKV207::CargaRenglones(ado::Recordset& filas) {
-  const SinRepintar pausa(ssReservaciones);
+  controles::Grid::Pausa pausa(ssReservaciones);
   VaciaRenglones();
   UltimoRenglon = 0;
   int ancho = 0;
@@ -181,6 +169,7 @@ void frmKV207::CargaRenglones(ado::Recordset& filas) {
   }
   ssReservaciones.ancho("Nombre", ancho + 200);
   ssReservaciones.MuevePrimera();
+  pausa.Termina();
 }
 
 }  // namespace kv207

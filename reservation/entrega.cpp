@@ -53,7 +53,7 @@ bool PreparaTablero(frmKV207& f) {
 }
 
 std::string TextoNoche(const frmDisponibilidad& tablero, int noche) {
-  return regional::FechaCorta(com::CDate(tablero.ssDisponibilidad.columna(kColumnasFijas + noche).fecha));
+  return regional::FechaCorta(tablero.ssDisponibilidad.columna(kColumnasFijas + noche).fecha.value());
 }
 
 // Error kSubindice when the board has no such night.

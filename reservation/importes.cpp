@@ -10,29 +10,6 @@ namespace kv207 {
 
 namespace mensaje = anfitrion::mensaje;
 
-namespace {
-
-// Walks the grid's rows without repainting; at the end the row that was current is current again.
-class Recorrido {
- public:
-  explicit Recorrido(controles::Grid& grid) : grid_(grid), actual_(grid.fila()) { grid_.Redraw(false); }
-  Recorrido(const Recorrido&) = delete;
-  Recorrido& operator=(const Recorrido&) = delete;
-  ~Recorrido() {
-    try {
-      if (actual_ >= 0 && actual_ < grid_.Filas()) grid_.fila(actual_);
-      grid_.Redraw(true);
-    } catch (...) {  // a view that cannot repaint does not undo the totals
-    }
-  }
-
- private:
-  controles::Grid& grid_;
-  int actual_;
-};
-
-}  // namespace
-
 void frmKV207::CalculaImportes(bool soloRecalcular) {
   if (ssReservaciones.fila() >= 0) CalculaRenglon(ssReservaciones.fila(), soloRecalcular);
 }
@@ -98,16 +75,26 @@ void frmKV207::Totalizar() {
   Atrapa(*this, mensaje::kTotalizar, [&] {
     controles::Grid& grid = ssReservaciones;
     double subtotal = 0, impuestos = 0;
-    {
-      const Recorrido recorrido(grid);
-      for (int fila = 0; fila < grid.Filas(); ++fila) {
-        grid.fila(fila);
-        if (CeldaVacia(grid.celda(fila, "Nombre"))) continue;
-        const double base = com::CDbl(grid.celda(fila, "Precio_Descontado_Importe"));
-        subtotal += base;
-        impuestos += com::CDbl(grid.celda(fila, "Impuesto")) * base;
-      }
+    const auto suma = [&](int fila) {
+      grid.fila(fila);
+      if (CeldaVacia(grid.celda(fila, "Nombre"))) return;
+      const double base = com::CDbl(grid.celda(fila, "Precio_Descontado_Importe"));
+      subtotal += base;
+      impuestos += com::CDbl(grid.celda(fila, "Impuesto")) * base;
+    };
+    controles::Grid::Pausa pausa(grid);
+    const int actual = grid.fila();
+    const auto vuelve = [&] {
+      if (actual >= 0) grid.fila(actual);
+    };
+    try {
+      for (int fila = 0; fila < grid.Filas(); ++fila) suma(fila);
+    } catch (...) {
+      vuelve();
+      throw;
     }
+    vuelve();
+    pausa.Termina();
     txtSubTotal.valor(subtotal);
     txtImpuestos.valor(impuestos);
     txtTotal.valor(subtotal + impuestos);

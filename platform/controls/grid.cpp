@@ -1,6 +1,8 @@
 #include "platform/controls/grid.h"
 
 #include <algorithm>
+#include <cassert>
+#include <exception>
 #include <utility>
 
 #include "platform/com/error.h"
@@ -164,7 +166,7 @@ com::Variant Grid::Convierte(int columna, const com::Variant& valor) const {
   if (valor.EsVacio() || valor.EsObjeto()) return valor;
   if (tipo == TipoColumna::Texto) return valor.EsTexto() ? valor : com::Variant(com::CStr(valor));
   if (valor.EsTexto()) {
-    const std::string& texto = std::get<std::string>(valor.Contenido());
+    const auto& texto = std::get<std::string>(valor.Contenido());
     if (texto.empty()) return {};
     if (tipo == TipoColumna::Fecha) {
       const auto fecha = com::FechaDeTexto(texto);
@@ -256,7 +258,6 @@ void Grid::Coloca(int fila, int columna) {
 
 Lugar Grid::LugarCelda(int fila, int columna) const {
   RevisaCelda(fila, columna);
-  if (alUbicar) return alUbicar(fila, columna);
   int izquierda = 0;
   for (int c = 0; c < columna; ++c) {
     const Columna& anterior = this->columna(c);
@@ -267,12 +268,21 @@ Lugar Grid::LugarCelda(int fila, int columna) const {
 
 // --- redraw
 
-void Grid::Redraw(bool v) {
-  if (v == redraw_) return;
-  redraw_ = v;
-  if (!v) return;
-  Cambia(CambioGrid::Todo);
-  AvisaFilasCargadas();
+Grid::Pausa::Pausa(Grid& grid)
+    : grid_(grid), viva_(std::exchange(grid.redraw_, false)), fallas_(std::uncaught_exceptions()) {}
+
+Grid::Pausa::~Pausa() {
+  assert((!viva_ || std::uncaught_exceptions() > fallas_) && "Termina was not called");
+  try {
+    Termina();
+  } catch (...) {  // the failure that ends the pause is the one to report
+  }
+}
+
+void Grid::Pausa::Termina() {
+  if (!std::exchange(viva_, false)) return;
+  grid_.redraw_ = true;
+  grid_.Refresca();
 }
 
 void Grid::Refresca() {
@@ -405,25 +415,23 @@ bool Grid::Borra(int fila) {
   return true;
 }
 
-bool Grid::CeldaSiguiente(int paso, int& fila, int& columna) const {
-  if (filas_.empty()) return false;
+std::optional<Grid::Posicion> Grid::CeldaSiguiente(int paso) const {
+  if (filas_.empty()) return std::nullopt;
   const int borde = paso > 0 ? 0 : NumColumnas() - 1;
   if (!HayActual()) {
-    fila = fila_ >= 0 ? fila_ : 0;
-    columna = ColumnaVisible(borde, paso);
-    return columna >= 0;
+    const int columna = ColumnaVisible(borde, paso);
+    if (columna < 0) return std::nullopt;
+    return Posicion{std::max(fila_, 0), columna};
   }
-  fila = fila_;
-  columna = ColumnaVisible(col_ + paso, paso);
-  if (columna >= 0) return true;
-  fila += paso;
-  columna = ColumnaVisible(borde, paso);
-  return columna >= 0 && fila >= 0 && fila < Filas();
+  if (const int columna = ColumnaVisible(col_ + paso, paso); columna >= 0) return Posicion{fila_, columna};
+  const int fila = fila_ + paso, columna = ColumnaVisible(borde, paso);
+  if (columna < 0 || fila < 0 || fila >= Filas()) return std::nullopt;
+  return Posicion{fila, columna};
 }
 
 bool Grid::Siguiente(int paso) {
-  int fila = 0, columna = 0;
-  return CeldaSiguiente(paso, fila, columna) && VaA(fila, columna);
+  const auto celda = CeldaSiguiente(paso);
+  return celda && VaA(celda->fila, celda->columna);
 }
 
 void Grid::ClicCelda(int fila, int columna) {
@@ -461,9 +469,8 @@ void Grid::TeclaAbajo(int codigo, int mayus) {
   switch (codigo) {
     case tecla::kTab: {
       const int paso = (mayus & 1) != 0 ? -1 : 1;
-      int fila = 0, columna = 0;
-      if (CeldaSiguiente(paso, fila, columna)) {
-        VaA(fila, columna);
+      if (const auto celda = CeldaSiguiente(paso)) {
+        VaA(celda->fila, celda->columna);
       } else if (Deja()) {
         formulario().EnfocaSiguiente(paso);
       }

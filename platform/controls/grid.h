@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/com/fecha.h"
 #include "platform/com/variant.h"
 #include "platform/controls/control.h"
 
@@ -28,7 +29,7 @@ struct Columna {
   bool bloqueada = false;
   Alineacion alineacion = Alineacion::Izquierda;
   Alineacion alineacionTitulo = Alineacion::Izquierda;
-  std::string fecha{};  // date that the column stands for ("dd/mm/yyyy"), for day columns
+  std::optional<com::Fecha> fecha{};  // day that the column stands for, for day columns
 };
 
 // A named cell style. Colours are 0x00BBGGRR. dado: the hotel's own colour, shown exactly as it is; a designed one may
@@ -48,11 +49,11 @@ class Grid : public Control {
   Grid(Formulario& formulario, std::string nombre, Lugar lugar, std::vector<Columna> columnas = {});
 
   // --- columns -------------------------------------------------------------------------------------------------------
-  int NumColumnas() const { return static_cast<int>(columnas_.size()); }
-  [[nodiscard]] const Columna& columna(int indice) const;  // Error kSubindice
-  const Columna& columna(std::string_view clave) const;    // case-sensitive; Error kElemento
-  int IndiceColumna(std::string_view clave) const;         // -1 when there is none
-  void AgregaColumna(Columna columna);                     // at the end; rows get an empty cell
+  [[nodiscard]] int NumColumnas() const { return static_cast<int>(columnas_.size()); }
+  [[nodiscard]] const Columna& columna(int indice) const;              // Error kSubindice
+  [[nodiscard]] const Columna& columna(std::string_view clave) const;  // case-sensitive; Error kElemento
+  [[nodiscard]] int IndiceColumna(std::string_view clave) const;       // -1 when there is none
+  void AgregaColumna(Columna columna);                                 // at the end; rows get an empty cell
   void QuitaColumna(int indice);
   void ancho(std::string_view clave, int twips);  // Error kTamanio when negative
   void bloqueada(int indice, bool v);
@@ -62,39 +63,41 @@ class Grid : public Control {
   using Control::visible;
 
   // --- rows and cells ------------------------------------------------------------------------------------------------
-  int Filas() const { return static_cast<int>(filas_.size()); }
+  [[nodiscard]] int Filas() const { return static_cast<int>(filas_.size()); }
   // Appends an empty row and makes it current (the column stays); gives its index.
   int AgregaFila();
   void QuitaFila(int fila);  // Error kSubindice
   void QuitaTodas();
   // Bookmark of a row: its own while rows come and go, and never given to another one.
-  int Marcador(int fila) const;
+  [[nodiscard]] int Marcador(int fila) const;
   // Value as the column's type holds it. Rows from 0; Error kSubindice / kElemento.
-  const com::Variant& celda(int fila, int columna) const;
-  const com::Variant& celda(int fila, std::string_view clave) const { return celda(fila, IndiceObligado(clave)); }
+  [[nodiscard]] const com::Variant& celda(int fila, int columna) const;
+  [[nodiscard]] const com::Variant& celda(int fila, std::string_view clave) const {
+    return celda(fila, IndiceObligado(clave));
+  }
   // Texts that can be read as the column's type are converted to it, and empty ones are Empty except in text columns;
   // others are kept as they are. In text columns numbers and dates become texts. NULL is Empty.
   void celda(int fila, int columna, const com::Variant& valor);
   void celda(int fila, std::string_view clave, const com::Variant& valor) { celda(fila, IndiceObligado(clave), valor); }
   // Text as shown (the column's format applied).
-  std::string Texto(int fila, int columna) const;
-  std::string Texto(int fila, std::string_view clave) const { return Texto(fila, IndiceObligado(clave)); }
+  [[nodiscard]] std::string Texto(int fila, int columna) const;
+  [[nodiscard]] std::string Texto(int fila, std::string_view clave) const { return Texto(fila, IndiceObligado(clave)); }
 
   // --- styles --------------------------------------------------------------------------------------------------------
   // Defines a style or changes its colour.
   void DefineEstilo(std::string_view nombre, std::int32_t fondo, bool dado = false);
-  const std::vector<Estilo>& Estilos() const { return estilos_; }
+  [[nodiscard]] const std::vector<Estilo>& Estilos() const { return estilos_; }
   // Index into Estilos, -1 none.
-  int estilo(int fila, int columna) const;
+  [[nodiscard]] int estilo(int fila, int columna) const;
   // Error kElemento for an unknown style.
   void estilo(int fila, int columna, std::string_view nombre);
   void estilo(int fila, int columna, int indice);
-  int IndiceEstilo(std::string_view nombre) const;
+  [[nodiscard]] int IndiceEstilo(std::string_view nombre) const;
 
   // --- current cell --------------------------------------------------------------------------------------------------
-  int fila() const { return fila_; }    // -1 when there is no row
-  int columna() const { return col_; }  // -1 when no column is current
-  std::string ClaveColumna() const;     // key of the current column, "" when none
+  [[nodiscard]] int fila() const { return fila_; }    // -1 when there is no row
+  [[nodiscard]] int columna() const { return col_; }  // -1 when no column is current
+  [[nodiscard]] std::string ClaveColumna() const;     // key of the current column, "" when none
   // By program: no events.
   void fila(int v);           // Error kSubindice
   void columnaActual(int v);  // -1 none; Error kSubindice
@@ -102,27 +105,39 @@ class Grid : public Control {
     if (Filas() > 0) fila(0);
   }
   // The user typed in the current cell since entering it.
-  bool Tecleada() const { return tecleada_; }
+  [[nodiscard]] bool Tecleada() const { return tecleada_; }
   // What the user typed there, as typed; nothing when the cell shows its value.
   const std::optional<std::string>& Edicion() const { return edicion_; }
 
   // --- geometry ------------------------------------------------------------------------------------------------------
   static constexpr int kAltoFila = 255, kAltoTitulos = 285;  // twips
-  // Place of a cell, in twips from the grid's corner: where the view says that it stands, else where it stands with
-  // nothing scrolled away. Error kSubindice.
-  Lugar LugarCelda(int fila, int columna) const;
-  // Slot of the view, which knows what has been scrolled away.
-  std::function<Lugar(int fila, int columna)> alUbicar;
+  // Place of a cell, in twips from the grid's corner, with nothing scrolled away. Error kSubindice.
+  [[nodiscard]] Lugar LugarCelda(int fila, int columna) const;
 
   // --- redraw --------------------------------------------------------------------------------------------------------
-  // While false the view is not told of changes; setting it true tells it once. Setting it true and refreshing raise
-  // RowLoaded, once, when rows were appended since the last time.
-  void Redraw(bool v);
+  // While it lives the view is not told of changes. Termina tells it once, and raises RowLoaded when rows were appended
+  // since the last time; it raises what they raise, with the grid told of changes again. A pause that a failure ends
+  // tells the view too, but drops what that raises: the first failure is the one to report. A pause within another does
+  // nothing.
+  class Pausa {
+   public:
+    explicit Pausa(Grid& grid);
+    Pausa(const Pausa&) = delete;
+    Pausa& operator=(const Pausa&) = delete;
+    ~Pausa();
+    void Termina();
+
+   private:
+    Grid& grid_;
+    bool viva_;
+    [[maybe_unused]] int fallas_;  // failures under way when the pause began
+  };
+  // Tells the view that everything may have changed, and raises RowLoaded like the end of a pause.
   void Refresca();
 
   // Commits the pending edit of the current row (no event).
   void Update() { pendiente_ = false; }
-  bool Pendiente() const { return pendiente_; }
+  [[nodiscard]] bool Pendiente() const { return pendiente_; }
 
   // --- user ----------------------------------------------------------------------------------------------------------
   // Goes to a cell: leaves the current one (BeforeRowColChange, which may hold the user), commits the row's pending
@@ -186,6 +201,9 @@ class Grid : public Control {
     com::Variant valor;
     std::int8_t estilo = -1;
   };
+  struct Posicion {
+    int fila, columna;
+  };
   int IndiceObligado(std::string_view clave) const;
   void RevisaColumna(int columna) const;
   void RevisaFila(int fila) const;
@@ -204,7 +222,8 @@ class Grid : public Control {
   void AvisaFilasCargadas();
   int PrimeraColumnaVisible(bool escribible) const;
   int ColumnaVisible(int desde, int paso) const;
-  bool CeldaSiguiente(int paso, int& fila, int& columna) const;
+  // Nothing at the end of the grid.
+  std::optional<Posicion> CeldaSiguiente(int paso) const;
 
   std::vector<Columna> columnas_;
   std::vector<std::vector<Celda>> filas_;

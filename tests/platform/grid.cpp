@@ -364,7 +364,7 @@ TEST_F(PruebaGrid, ClicsYSeleccion) {
 
 TEST_F(PruebaGrid, ColumnasQueVanYVienen) {
   grid.celda(0, "Precio", 5);
-  grid.AgregaColumna({.clave = "Dia", .fecha = "10/03/2026"});
+  grid.AgregaColumna({.clave = "Dia", .fecha = com::FechaDe(2026, 3, 10)});
   EXPECT_TRUE(grid.celda(0, "Dia").EsVacio());
   grid.VaA(0, 4);
   grid.QuitaColumna(0);
@@ -391,7 +391,7 @@ TEST_F(PruebaGrid, EstilosConNombre) {
   EXPECT_EQ(ErrorDe([&] { grid.estilo(0, 0, 2); }), com::error::kSubindice);
 }
 
-TEST_F(PruebaGrid, LaVistaOyeUnaVezCuandoElDibujoVuelve) {
+TEST_F(PruebaGrid, LaVistaOyeUnaVezAlTerminarLaPausa) {
   std::vector<CambioGrid> cambios;
   int cargadas = 0;
   grid.alCambiar = [&](CambioGrid c, int, int) { cambios.push_back(c); };
@@ -399,16 +399,31 @@ TEST_F(PruebaGrid, LaVistaOyeUnaVezCuandoElDibujoVuelve) {
   grid.Refresca();
   cambios.clear();
   cargadas = 0;
-  grid.Redraw(false);
+  Grid::Pausa pausa(grid);
   grid.celda(grid.AgregaFila(), "Clave", "1");
-  EXPECT_TRUE(cambios.empty());
-  grid.Redraw(true);
+  Grid::Pausa(grid).Termina();
+  EXPECT_TRUE(cambios.empty()) << "the outer pause goes on";
+  pausa.Termina();
   EXPECT_EQ(cambios, std::vector<CambioGrid>{CambioGrid::Todo});
   EXPECT_EQ(cargadas, 1);
   grid.Refresca();
   EXPECT_EQ(cargadas, 1) << "no new rows";
   grid.celda(0, "Clave", "2");
   EXPECT_EQ(cambios.back(), CambioGrid::Celda);
+}
+
+TEST_F(PruebaGrid, UnaVistaQueFallaSeOyeYElProgramaSigue) {
+  grid.alCambiar = [](CambioGrid, int, int) { throw com::Error(com::error::kInyectada, "sin lienzo"); };
+  EXPECT_EQ(ErrorDe([&] { Grid::Pausa(grid).Termina(); }), com::error::kInyectada);
+  const auto falla = [&] {
+    const Grid::Pausa pausa(grid);
+    grid.celda(99, 0, "1");
+  };
+  EXPECT_EQ(ErrorDe(falla), com::error::kSubindice) << "the first failure is the one to report";
+  int cambios = 0;
+  grid.alCambiar = [&](CambioGrid, int, int) { ++cambios; };
+  grid.celda(0, "Clave", "1");
+  EXPECT_EQ(cambios, 1) << "the pauses are over";
 }
 
 TEST_F(PruebaGrid, UnaFallaInyectadaNoCambiaNada) {
@@ -430,8 +445,6 @@ TEST_F(PruebaGrid, LugarDeUnaCelda) {
   EXPECT_EQ(l.left, 1000) << "hidden columns take no place";
   EXPECT_EQ(l.top, Grid::kAltoTitulos + Grid::kAltoFila);
   EXPECT_EQ(l.width, 800);
-  grid.alUbicar = [](int, int) { return Lugar{1, 2, 3, 4}; };
-  EXPECT_EQ(grid.LugarCelda(1, 2).left, 1);
 }
 
 }  // namespace

@@ -45,6 +45,15 @@ TEST_F(Carga, FailuresAreToldOnceAndKeepWhatWasShown) {
   EXPECT_EQ(pantalla.txtNHuesped.text(), "Ana López");
   EXPECT_EQ(Ofrece(), "editar confirmar eliminar correo registro ");
   EXPECT_EQ(pantalla.UltimoRenglon, 0);
+  // A view that cannot paint the lines is told of too.
+  Sql("UPDATE Reservacion_Detalle SET Rsd_Descuento_Factor = 0");
+  escritorio.Olvida();
+  pantalla.txtFolio.text("0000000077");
+  pantalla.ssReservaciones.alCambiar = [](controles::CambioGrid, int, int) { throw std::runtime_error("sin lienzo"); };
+  EXPECT_FALSE(pantalla.CargaReservacion());
+  pantalla.ssReservaciones.alCambiar = {};
+  ASSERT_EQ(escritorio.Ids(), std::vector<std::string>{"ERR-ID:7500039"});
+  EXPECT_EQ(escritorio.Mensajes()[0].texto, "sin lienzo");
   // A folio that would leave its quotes never runs.
   escritorio.Olvida();
   HotelPrueba::Carga("7'; DELETE FROM Reservacion; --");
