@@ -116,11 +116,10 @@ void ConectaNombres(Contexto& contexto, autonomo::Anfitrion& anfitrion) {
   contexto.catalogo = CatalogoDe;
   contexto.nombre = [&anfitrion](const std::string& catalogo, const std::string& clave) -> std::optional<QString> {
     try {
-      const auto filas = autonomo::LeeFilas(*anfitrion.conexion(), autonomo::BusquedaDe(catalogo));
-      if (filas.empty()) return QString();
-      for (const auto& [propia, nombre] : filas) {
-        if (com::IgualSinCaja(com::RecortaDerecha(propia), com::RecortaDerecha(clave))) return Q(nombre);
-      }
+      autonomo::Conexion& conexion = *anfitrion.conexion();
+      const autonomo::Busqueda& busqueda = autonomo::BusquedaDe(catalogo);
+      if (const auto nombre = autonomo::NombreDe(conexion, busqueda, clave)) return Q(*nombre);
+      if (!autonomo::HayFilas(conexion, busqueda)) return QString();
       return std::nullopt;
     } catch (const com::Error&) {  // a caption more; the key can be used without it
       return QString();
