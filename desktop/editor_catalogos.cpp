@@ -89,13 +89,15 @@ namespace {
 
 // --- one row of a catalogue
 
+std::string ConNombre(const std::string& clave, const std::string& nombre) { return clave + "  " + nombre; }
+
 Entrada EntradaDe(autonomo::Conexion& conexion, const CampoCatalogo& campo, const QString& texto, QWidget* padre) {
   switch (campo.tipo) {
     case TipoCampo::Referencia: {
       Opciones opciones;
       if (!campo.vacio.empty()) opciones.emplace_back("", campo.vacio);
       for (const auto& [clave, nombre] : LeeReferencia(conexion, campo.referencia))
-        opciones.emplace_back(clave, clave + "  " + nombre);
+        opciones.emplace_back(clave, ConNombre(clave, nombre));
       return EntradaLista(texto, opciones, padre);
     }
     case TipoCampo::Nota:

@@ -10,8 +10,9 @@
 
 #include "desktop/calendario.h"
 #include "desktop/estilo.h"
+#include "desktop/fechas.h"
 #include "desktop/iconos.h"
-#include "desktop/vista_campos.h"
+#include "desktop/vista.h"
 #include "platform/com/error.h"
 #include "platform/regional/regional.h"
 #include "publico/publico.h"

@@ -5,8 +5,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
-#include <QTimer>
 
+#include "desktop/despues.h"
 #include "desktop/dialogos.h"
 #include "desktop/escala.h"
 #include "desktop/guarda.h"
@@ -216,7 +216,7 @@ int EscritorioQt::Mensaje(const controles::CajaMensaje& caja) {
   }
   const int elegida = piloto_.mensaje(caja);
   // The click comes once the box waits for it.
-  QTimer::singleShot(0, &aviso, [&aviso, elegida] {
+  Despues(aviso, [&aviso, elegida] {
     if (QPushButton* boton = aviso.Boton(elegida)) boton->click();
   });
   const int respuesta = aviso.Pregunta();

@@ -66,7 +66,7 @@ class EscritorioQt : public controles::Escritorio {
   // Asked before a button of the main toolbar and before the main window closes; false leaves everything as it is.
   bool DejaPulsar(const controles::Formulario& formulario, controles::Accion accion);
   void CierraPrincipal(controles::Formulario& formulario);
-  QWidget* DuenioDe(int ventana) const;
+  QWidget* DuenioDe(int cual) const;
   // Gives the keyboard back to the window in front once a dialog over it is gone.
   void VuelveAlFrente() const;
 

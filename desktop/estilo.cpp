@@ -220,6 +220,12 @@ QColor TextoSobre(const QColor& fondo) {
   return Contraste(blanco, fondo) >= kContrasteLegible ? blanco : negro;
 }
 
+void Marca(QWidget& w, const char* propiedad, bool valor) {
+  if (w.property(propiedad).toBool() == valor) return;
+  w.setProperty(propiedad, valor);
+  w.update();
+}
+
 void Atenua(QWidget& w) { w.setForegroundRole(QPalette::PlaceholderText); }
 
 }  // namespace vista

@@ -63,6 +63,8 @@ inline constexpr double kContrasteLegible = 4.5;
 // Dark or light, whichever can be read on that background.
 QColor TextoSobre(const QColor& fondo);
 
+// Sets a property of a widget that the style looks at ("malo", "muestra", "apagado").
+void Marca(QWidget& w, const char* propiedad, bool valor);
 // Writes a widget's text in the colour of captions and hints.
 void Atenua(QWidget& w);
 

@@ -11,7 +11,6 @@
 #include "desktop/guarda.h"
 #include "desktop/teclas.h"
 #include "desktop/vista_barra.h"
-#include "desktop/vista_campos.h"
 #include "desktop/vista_grid.h"
 #include "guion/usable.h"
 #include "platform/com/error.h"

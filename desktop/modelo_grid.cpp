@@ -2,10 +2,11 @@
 
 #include <QDate>
 #include <QLocale>
-#include <QTimer>
 #include <utility>
 
+#include "desktop/despues.h"
 #include "desktop/estados.h"
+#include "desktop/fechas.h"
 #include "desktop/pistas.h"
 #include "desktop/vista.h"
 #include "platform/com/error.h"
@@ -120,7 +121,7 @@ QVariant ModeloGrid::headerData(int seccion, Qt::Orientation orientacion, int pa
 
 void ModeloGrid::Pendiente() {
   if (std::exchange(pendiente_, true)) return;
-  QTimer::singleShot(0, this, [this] { Sincroniza(); });
+  Despues(*this, [this] { Sincroniza(); });
 }
 
 void ModeloGrid::AlCambiar(CambioGrid cambio, int fila, int columna) {

@@ -7,24 +7,24 @@
 #include <QMessageBox>
 #include <QScreen>
 #include <QStandardPaths>
-#include <QTimer>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
 #include <vector>
 
 #include "desktop/catalogos.h"
+#include "desktop/despues.h"
 #include "desktop/dialogos.h"
 #include "desktop/editor_catalogos.h"
 #include "desktop/escala.h"
 #include "desktop/escritorio_qt.h"
+#include "desktop/fechas.h"
 #include "desktop/idioma.h"
 #include "desktop/impresion.h"
 #include "desktop/manos_qt.h"
 #include "desktop/pantallas.h"
 #include "desktop/senales.h"
 #include "desktop/vista.h"
-#include "desktop/vista_campos.h"
 #include "guion/componente.h"
 #include "guion/interprete.h"
 #include "guion/opciones.h"
@@ -320,7 +320,7 @@ int Programa::CorreVentana(OpcionesPrograma opciones) {
   AtiendeSenales(&vida, [&] {
     if (escritorio.PermiteSalir(componente.formulario())) QApplication::exit(kBien);
   });
-  QTimer::singleShot(0, [&escritorio, &anfitrion] {
+  Despues(*QCoreApplication::instance(), [&escritorio, &anfitrion] {
     for (const std::string& aviso : anfitrion.conexion()->TomaAvisos()) Avisa(aviso, 48, escritorio.Frente());
   });
   return QApplication::exec();

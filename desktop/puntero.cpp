@@ -1,8 +1,8 @@
 #include "desktop/puntero.h"
 
 #include <QApplication>
-#include <QTimer>
 
+#include "desktop/despues.h"
 #include "desktop/guarda.h"
 #include "desktop/ventana.h"
 
@@ -44,7 +44,7 @@ bool Puntero::Pulsa(QWidget& donde, const QMouseEvent& evento) {
   if (atendida_) return traga_;
   atendida_ = true;
   traga_ = interrumpida_ = false;
-  QTimer::singleShot(0, this, [this] { atendida_ = false; });
+  Despues(*this, [this] { atendida_ = false; });
   Vista* vista = ventana_.VistaBajo(donde);
   // Nothing that the keyboard goes to; the toolbar asks by itself, for its keys too.
   if (vista == nullptr || !vista->control().PuedeEnfocarse()) return false;

@@ -3,11 +3,11 @@
 #include <QCloseEvent>
 #include <QFocusEvent>
 #include <QLineEdit>
-#include <QTimer>
 #include <algorithm>
 #include <utility>
 
 #include "desktop/accesible.h"
+#include "desktop/despues.h"
 #include "desktop/escala.h"
 #include "desktop/estilo.h"
 #include "desktop/guarda.h"
@@ -163,7 +163,7 @@ void Ventana::Coloca(Vista& v) {
   w->setVisible(c.visible());
   enfocando_ = enfocaba;
   SigueFoco();
-  if (contexto_.interactivo) QTimer::singleShot(0, this, [this] { AdoptaFoco(); });
+  if (contexto_.interactivo) Despues(*this, [this] { AdoptaFoco(); });
 }
 
 // When the form's active control cannot be used any more, the next one takes the keyboard.
@@ -232,7 +232,7 @@ bool Ventana::Entra(Vista& v) {
     entra = entra && (formulario_.vecesEnfocado() == veces || Mesa(formulario_.foco()) == Mesa(&c));
     if (entra) formulario_.Enfoca(c);
   });
-  if (!entra) QTimer::singleShot(0, this, [this] { SigueFoco(); });
+  if (!entra) Despues(*this, [this] { SigueFoco(); });
   return entra;
 }
 
@@ -289,13 +289,13 @@ void Ventana::AlEntrar(Vista& v, Qt::FocusReason motivo) {
   // A date that is clicked is typed over, as when it is entered by Tab.
   if (motivo == Qt::MouseFocusReason && contexto_.interactivo && c.clase() == Clase::DateField) {
     auto* linea = qobject_cast<QLineEdit*>(v.foco());
-    QTimer::singleShot(0, linea, [linea] { linea->selectAll(); });
+    Despues(*linea, [linea] { linea->selectAll(); });
   }
   if (enfocando_ || formulario_.foco() == &c) return;
   if (motivo == Qt::ActiveWindowFocusReason || motivo == Qt::PopupFocusReason) return;
   if (motivo == Qt::MouseFocusReason && puntero_ != nullptr && puntero_->Espera()) {
     // The press that brought the keyboard is yet to come. Should none come, the view is entered all the same.
-    QTimer::singleShot(0, this, [this, &v] {
+    Despues(*this, [this, &v] {
       if (v.foco()->hasFocus() && formulario_.foco() != &v.control()) Entra(v);
     });
     return;

@@ -1,5 +1,6 @@
 #include "desktop/vista.h"
 
+#include <QToolTip>
 #include <algorithm>
 
 #include "desktop/guarda.h"
@@ -25,6 +26,12 @@ void Vista::Adopta(QWidget* widget) {
     f->setAccessibleName(descripcion);
     f->setObjectName(Q(control_.nombre()) + QStringLiteral("_foco"));
   }
+}
+
+void Vista::Dice(const QString& texto) const {
+  constexpr int kDura = 8000;  // ms
+  QWidget* w = foco();
+  QToolTip::showText(w->mapToGlobal(QPoint(0, w->height())), texto, w, {}, kDura);
 }
 
 void Vista::PasaTecla(int codigo, int mayus) {

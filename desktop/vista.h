@@ -99,6 +99,8 @@ class Vista {
   void Adopta(QWidget* widget);
   const Contexto& contexto() const { return contexto_; }
   controles::Formulario& formulario() const { return control_.formulario(); }
+  // Says below the widget what is wrong with what it holds.
+  void Dice(const QString& texto) const;
   // The form's key handling, guarded.
   void PasaTecla(int codigo, int mayus = 0);
 

@@ -1,96 +1,18 @@
-// Views of fields, buttons, boxes, frames and captions.
+// Views of fields, buttons, boxes, frames and captions; the fields of keys and of dates have files of their own.
 #pragma once
 
 #include <QCheckBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <optional>
-#include <string>
 
+#include "desktop/fechas.h"
 #include "desktop/vista.h"
-#include "platform/com/fecha.h"
-
-class QAction;
-class QDate;
+#include "desktop/vista_fecha.h"
+#include "desktop/vista_lookup.h"
 
 namespace vista {
-
-QDate ADate(com::Fecha fecha);
-com::Fecha DeDate(const QDate& fecha);
-// A date as clerks type it: "15/03/2026", "15-3-26", "15/3", "15" (nearest to the base), "15032026", "+3" (days from
-// the base). Nothing for anything else.
-std::optional<com::Fecha> LeeFecha(const QString& texto, com::Fecha base);
-
-// Key or text entry with its search button; names and totals are shown without a box.
-class VistaLookup : public Vista {
- public:
-  VistaLookup(controles::LookupField& campo, QWidget* padre, const Contexto& contexto);
-  void Refresca() override;
-  bool Tecla(const QKeyEvent& evento) override;
-  bool Pendiente() const override;
-  bool Entrega() override;
-  bool Admite() override;
-  void Descarta() override;
-  void Deja(Qt::FocusReason motivo) override;
-  // Opens the search, filtered by a text, and confirms what was chosen.
-  void Busca(const QString& filtro = {});
-
- private:
-  void Escribe(const QString& tecleado);
-  QString SinDiseno(const QString& texto) const;
-  // The key's name is shown beside it, by the screen or by the view.
-  bool TieneNombre() const { return vecino_ != nullptr || campo_.diseno().sql_control_resultado != nullptr; }
-  // Name of the key that stands in the field; nothing for none, for one that is not confirmed and for one that does not
-  // exist.
-  std::optional<QString> Nombre() const;
-  bool Desconocida() const;
-  void DiceNombre();
-  // What was typed is no key but part of a name: searched for. False when it is not.
-  bool BuscaTecleado();
-  // A branch that was typed and does not exist is told, and has the keyboard.
-  void CompletaClave();
-  bool Retiene();
-  // A key that was typed and not confirmed is looked up as if it were, once: when its field is left.
-  void Confirma();
-  // Opens the record of the key, where the screen has a button for it; false where it has none.
-  bool AbreFicha();
-
-  controles::LookupField& campo_;
-  QLineEdit* edicion_;
-  QAction* lupa_ = nullptr;
-  std::string catalogo_;         // see Contexto::catalogo
-  QLineEdit* vecino_ = nullptr;  // the name, where the screen shows none
-  std::string desconocida_;      // typed, and found not to exist
-  QString avisoNombre_;          // told in the place of the name beside it
-};
-
-// Date entry: typed, stepped by the arrow keys, or picked from a calendar (F4 or Alt+Down).
-class VistaFecha : public Vista {
- public:
-  VistaFecha(controles::DateField& campo, QWidget* padre, const Contexto& contexto);
-  void Refresca() override;
-  bool Tecla(const QKeyEvent& evento) override;
-  bool Pendiente() const override { return tecleada_; }
-  // False when what was typed is no date: the field says so and keeps it.
-  bool Entrega() override;
-  void Descarta() override;
-  void Deja(Qt::FocusReason motivo) override;
-  void AbreCalendario();
-
- private:
-  void Fija(com::Fecha fecha);
-  // Enter or Tab; true when the key has done its work.
-  bool TeclaDePaso(int mayus);
-  void DejaCelda(int mayus);
-
-  controles::DateField& campo_;
-  QLineEdit* edicion_;
-  QAction* calendario_;
-  bool tecleada_ = false;
-};
 
 class VistaNotas : public Vista {
  public:

@@ -27,7 +27,7 @@ void LlenaTablero(controles::Grid& grid, int filas, int noches) {
     c.ancho = 800;
     c.bloqueada = true;
     const QDate dia = QDate(2026, 3, 11).addDays(d);
-    c.fecha = DeDate(dia);
+    c.fecha = vista::DeDate(dia);
     grid.AgregaColumna(c);
   }
   for (int f = 0; f < filas; ++f) {
