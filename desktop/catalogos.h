@@ -1,5 +1,6 @@
-// The catalogues of the hotel as the desktop edits them: one definition of tables, columns and captions, and the
-// statements that list, insert, change and withdraw rows. No widgets.
+// The catalogues of the hotel as the desktop edits them: one definition of tables, columns and captions
+// (catalogos.cpp), the statements that list, insert, change and withdraw rows (catalogos_filas.cpp), and what is typed
+// and shown of them (catalogos_textos.cpp). No widgets.
 #pragma once
 
 #include <optional>
@@ -39,6 +40,7 @@ struct Catalogo {
   bool todoEsLlave = false;
 };
 
+const std::vector<Catalogo>& Catalogos();
 // Catalogues behind a host screen code ("CA014" clients, "CA016" payment forms, "CA039" currencies, "CA153" rooms,
 // "CONFIG" set-up of the hotel); none for another code.
 std::vector<const Catalogo*> CatalogosDe(std::string_view codigo);
