@@ -235,7 +235,8 @@ class EstiloBase : public QProxyStyle {
         DibujaCasilla(pincel, zona, tinta, puesta);
       }
     };
-    const int detalle = (cual == PE_IndicatorRadioButton ? 1 : 0) + 2 * puesta + 4 * enfocada + 8 * activa;
+    const int detalle =
+        (cual == PE_IndicatorRadioButton ? 1 : 0) | (puesta ? 2 : 0) | (enfocada ? 4 : 0) | (activa ? 8 : 0);
     Estampa(p, opcion.rect, {Sello::Forma::Eleccion, c.superficie.rgba(), tinta.rgba(), detalle},
             [&](QPainter& pincel, const QRect& zona) { dibuja(pincel, QRectF(zona).adjusted(1, 1, -1, -1)); });
   }

@@ -7,7 +7,7 @@
 namespace vista {
 
 namespace {
-std::function<void(const QString&)> avisador;
+std::function<void(const QString&)> avisa;
 // Failure kept by the innermost ConFallas; none runs when it is null.
 std::exception_ptr* guardada = nullptr;
 }  // namespace
@@ -18,9 +18,9 @@ void Corre(const std::function<void()>& accion) {
   } catch (const std::exception& e) {
     if (guardada != nullptr) {
       if (!*guardada) *guardada = std::current_exception();
-    } else if (avisador) {
+    } else if (avisa) {
       autonomo::registro::AnotaFalla(e);
-      avisador(QString::fromUtf8(e.what()));
+      avisa(QString::fromUtf8(e.what()));
     }
   }
 }
@@ -38,6 +38,6 @@ void ConFallas(const std::function<void()>& accion) {
   if (falla) std::rethrow_exception(falla);
 }
 
-void FijaAvisadorDeFallas(std::function<void(const QString&)> nuevo) { avisador = std::move(nuevo); }
+void FijaAvisadorDeFallas(std::function<void(const QString& descripcion)> avisador) { avisa = std::move(avisador); }
 
 }  // namespace vista

@@ -129,62 +129,76 @@ VistaBarra::VistaBarra(controles::ScreenToolbar& barra, QWidget* padre, const Co
   auto* caja = new QHBoxLayout(marco);
   caja->setContentsMargins(espacio::kChico, 1, espacio::kMedio, 1);
   caja->setSpacing(2);
-  const bool dialogo = barra_.EsDialogo();
   for (const Accion a : barra_.Acciones()) {
-    auto* b = new QToolButton(marco);
-    b->setObjectName(Q(NombreAccion(a)));
-    b->setToolButtonStyle(dialogo ? Qt::ToolButtonTextBesideIcon : Qt::ToolButtonTextUnderIcon);
-    const int lado = APixel(dialogo ? 300 : 270);
-    b->setIconSize(QSize(lado, lado));
-    b->setFont(Fuente(dialogo ? Letra::Normal : Letra::Chica));
-    b->setFocusPolicy(Qt::TabFocus);
-    b->setProperty("principal", a == Accion::Aceptar);
-    b->setIcon(Icono(Q(NombreAccion(a)), a == Accion::Aceptar ? Colores().sobreAcento : QColor()));
-    b->setAccessibleName(Q(barra_.Titulo(a)));
-    QObject::connect(b, &QToolButton::clicked, marco, [this, a] { Pulsa(a); });
-    if (const QKeySequence atajo = AtajoDe(a, dialogo); !atajo.isEmpty()) {
-      auto* s = new QShortcut(padre);
-      QList<QKeySequence> teclas{atajo};
-      // The keypad has an Enter of its own.
-      if (a == Accion::Aceptar) teclas << QKeySequence(QStringLiteral("Ctrl+Enter"));
-      s->setKeys(teclas);
-      s->setAutoRepeat(false);
-      QObject::connect(s, &QShortcut::activated, marco, [this, a] {
-        if (barra_.Ofrece(a)) Pulsa(a);
-      });
-    }
+    QToolButton* b = CreaBoton(a);
     caja->addWidget(b);
     botones_[a] = b;
-    // A button that is not offered leaves its place empty: the others stay where the hand knows them.
-    QSizePolicy lugar(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    lugar.setRetainSizeWhenHidden(true);
-    b->setSizePolicy(lugar);
+    CreaAtajo(a);
   }
-  if (dialogo) caja->addStretch();
-  if (!dialogo && !contexto.menu.empty()) {
-    auto* menu = new QMenu(marco);
-    for (const Contexto::Opcion& opcion : contexto.menu) {
-      QObject::connect(menu->addAction(opcion.titulo), &QAction::triggered, marco, [&opcion] { Corre(opcion.abre); });
-    }
-    auto* b = new QToolButton(marco);
-    b->setObjectName(QStringLiteral("menu"));
-    b->setText(QStringLiteral("Hotel"));
-    b->setToolTip(QStringLiteral("Catálogos y configuración del hotel (F10)"));
-    b->setAccessibleName(QStringLiteral("Catálogos y configuración del hotel"));
-    b->setIcon(Icono(QStringLiteral("hotel")));
-    const int lado = APixel(270);
-    b->setIconSize(QSize(lado, lado));
-    b->setFont(Fuente(Letra::Chica));
-    b->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
-    b->setFocusPolicy(Qt::TabFocus);
-    b->setPopupMode(QToolButton::InstantPopup);
-    b->setMenu(menu);
-    auto* atajo = new QShortcut(QKeySequence(QStringLiteral("F10")), padre);
-    QObject::connect(atajo, &QShortcut::activated, b, &QToolButton::showMenu);
-    caja->insertWidget(static_cast<int>(botones_.size()), b);
+  if (barra_.EsDialogo()) {
+    caja->addStretch();
+  } else {
+    if (!contexto.menu.empty()) caja->addWidget(CreaMenu());
+    caja->addWidget(CreaLado(), 1);
   }
-  if (!dialogo) caja->addWidget(CreaLado(), 1);
   Refresca();
+}
+
+QToolButton* VistaBarra::CreaBoton(Accion accion) {
+  const bool dialogo = barra_.EsDialogo(), principal = accion == Accion::Aceptar;
+  auto* b = new QToolButton(widget());
+  b->setObjectName(Q(NombreAccion(accion)));
+  b->setToolButtonStyle(dialogo ? Qt::ToolButtonTextBesideIcon : Qt::ToolButtonTextUnderIcon);
+  const int lado = APixel(dialogo ? 300 : 270);
+  b->setIconSize(QSize(lado, lado));
+  b->setFont(Fuente(dialogo ? Letra::Normal : Letra::Chica));
+  b->setFocusPolicy(Qt::TabFocus);
+  b->setProperty("principal", principal);
+  b->setIcon(Icono(Q(NombreAccion(accion)), principal ? Colores().sobreAcento : QColor()));
+  b->setAccessibleName(Q(barra_.Titulo(accion)));
+  QObject::connect(b, &QToolButton::clicked, widget(), [this, accion] { Pulsa(accion); });
+  // A button that is not offered leaves its place empty: the others stay where the hand knows them.
+  QSizePolicy lugar(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  lugar.setRetainSizeWhenHidden(true);
+  b->setSizePolicy(lugar);
+  return b;
+}
+
+void VistaBarra::CreaAtajo(Accion accion) {
+  const QKeySequence atajo = AtajoDe(accion, barra_.EsDialogo());
+  if (atajo.isEmpty()) return;
+  QList<QKeySequence> teclas{atajo};
+  // The keypad has an Enter of its own.
+  if (accion == Accion::Aceptar) teclas << QKeySequence(QStringLiteral("Ctrl+Enter"));
+  auto* s = new QShortcut(widget()->parentWidget());
+  s->setKeys(teclas);
+  s->setAutoRepeat(false);
+  QObject::connect(s, &QShortcut::activated, widget(), [this, accion] {
+    if (barra_.Ofrece(accion)) Pulsa(accion);
+  });
+}
+
+QToolButton* VistaBarra::CreaMenu() {
+  auto* menu = new QMenu(widget());
+  for (const Contexto::Opcion& opcion : contexto().menu) {
+    QObject::connect(menu->addAction(opcion.titulo), &QAction::triggered, widget(), [&opcion] { Corre(opcion.abre); });
+  }
+  auto* b = new QToolButton(widget());
+  b->setObjectName(QStringLiteral("menu"));
+  b->setText(QStringLiteral("Hotel"));
+  b->setToolTip(QStringLiteral("Catálogos y configuración del hotel (F10)"));
+  b->setAccessibleName(QStringLiteral("Catálogos y configuración del hotel"));
+  b->setIcon(Icono(QStringLiteral("hotel")));
+  const int lado = APixel(270);
+  b->setIconSize(QSize(lado, lado));
+  b->setFont(Fuente(Letra::Chica));
+  b->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+  b->setFocusPolicy(Qt::TabFocus);
+  b->setPopupMode(QToolButton::InstantPopup);
+  b->setMenu(menu);
+  auto* atajo = new QShortcut(QKeySequence(QStringLiteral("F10")), widget()->parentWidget());
+  QObject::connect(atajo, &QShortcut::activated, b, &QToolButton::showMenu);
+  return b;
 }
 
 QToolButton* VistaBarra::boton(Accion accion) const {

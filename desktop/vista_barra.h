@@ -30,6 +30,9 @@ class VistaBarra : public Vista {
  private:
   QString EstadoDe(const std::string& folio) const;
   void Pulsa(controles::Accion accion);
+  QToolButton* CreaBoton(controles::Accion accion);
+  void CreaAtajo(controles::Accion accion);
+  QToolButton* CreaMenu();  // the host's own screens
   QWidget* CreaLado();
   void CreaNovedad(QWidget* padre);
   void RefrescaLado();
