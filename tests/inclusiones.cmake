@@ -1,6 +1,7 @@
 # What the table "The house" of ARCHITECTURE.md allows each folder to include is what its files include. A row's third
 # cell names folders in back quotes, which stand in rows above it, so that no cycle can be written down; and Qt, SQLite,
-# libpq or ICU where the folder may use them.
+# libpq or ICU where the folder may use them. The desktop's views serve any screen: the name of a form or control of one
+# stands in pistas.cpp.
 cmake_policy(VERSION 3.25)
 file(STRINGS ${RAIZ}/ARCHITECTURE.md renglones REGEX "^[|] `[a-z]+/")
 list(LENGTH renglones n)
@@ -61,7 +62,21 @@ foreach(renglon IN LISTS renglones)
     endforeach()
   endforeach()
 endforeach()
+
+file(GLOB vistas RELATIVE ${RAIZ} ${RAIZ}/desktop/vista*.* ${RAIZ}/desktop/*_grid.* ${RAIZ}/desktop/ventana.*
+  ${RAIZ}/desktop/pintura.*)
+list(LENGTH vistas n)
+if(n LESS 20)
+  message(FATAL_ERROR "Only ${n} files of views found")
+endif()
+foreach(archivo IN LISTS vistas)
+  file(STRINGS ${RAIZ}/${archivo} nombres REGEX "\"(frm|txt|cmd|dp|op|chk|ss|pc|lbl)_?[A-Z]")
+  if(nombres)
+    list(APPEND malas "${archivo} names a screen's control: ${nombres}")
+  endif()
+endforeach()
+
 if(malas)
   list(JOIN malas "\n  " malas)
-  message(FATAL_ERROR "Not allowed by the table of ARCHITECTURE.md:\n  ${malas}")
+  message(FATAL_ERROR "Not as ARCHITECTURE.md says:\n  ${malas}")
 endif()
