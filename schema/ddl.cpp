@@ -111,6 +111,12 @@ std::vector<Objeto> Objetos(Motor motor) {
     o.push_back({Objeto::Clase::Otro, "round",
                  "CREATE FUNCTION round(valor double precision, decimales integer) RETURNS double precision "
                  "LANGUAGE sql IMMUTABLE STRICT AS 'SELECT pg_catalog.round(valor::numeric, decimales)::float8'"});
+    // Texts are joined with their blanks at the end.
+    o.push_back({Objeto::Clase::Otro, "suma_textos",
+                 "CREATE FUNCTION suma_textos(bpchar, bpchar) RETURNS bpchar "
+                 "LANGUAGE sql IMMUTABLE STRICT AS $$SELECT format('%s%s', $1, $2)::bpchar$$"});
+    o.push_back({Objeto::Clase::Otro, "||",
+                 "CREATE OPERATOR || (LEFTARG = bpchar, RIGHTARG = bpchar, FUNCTION = suma_textos)"});
     o.push_back({Objeto::Clase::Otro, "Esquema_Version",
                  "CREATE TABLE Esquema_Version (Ev_Version integer NOT NULL, Ev_Fecha timestamp(0) NOT NULL)"});
   }

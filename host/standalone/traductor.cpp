@@ -204,15 +204,19 @@ struct Dialecto {
   std::string_view trasPatron;  // put after the pattern of a LIKE
   bool limitaAlFinal;           // TOP n is LIMIT n at the end of the select
   bool omiteFromInto;           // DELETE without FROM and INSERT without INTO
+  // Rows without an order of their own come in the order of their tables' keys, as the statement names the tables: so
+  // they come from the embedded engine, and a clerk's lines and rooms stay where they were.
+  bool ordenaPorLlaves;
   // Put after a function's value where it is compared: it has no column's collation.
   std::string_view comparaTexto, comparaFecha;
 };
 
-constexpr Dialecto kSqlite{&Funcion::sqlite, "?", "||", "LIKE", "", true, false, " COLLATE ESPANOL", " COLLATE FECHA"};
+constexpr Dialecto kSqlite{&Funcion::sqlite, "?", "||", "LIKE", "", true, false, false, " COLLATE ESPANOL",
+                           " COLLATE FECHA"};
 constexpr Dialecto kPostgres{&Funcion::postgres, "CAST(? AS timestamp)", "||", "ILIKE",
                              // The columns' collation knows no LIKE; and the backslash is a character like others.
-                             " COLLATE \"es-x-icu\" ESCAPE ''", true, false, "::bpchar", ""};
-constexpr Dialecto kSqlServer{&Funcion::sqlServer, "CAST(? AS datetime)", "+", "LIKE", "", false, true, "", ""};
+                             " COLLATE \"es-x-icu\" ESCAPE ''", true, false, true, "::bpchar", ""};
+constexpr Dialecto kSqlServer{&Funcion::sqlServer, "CAST(? AS datetime)", "+", "LIKE", "", false, true, false, "", ""};
 
 const Dialecto& DialectoDe(Motor motor) {
   switch (motor) {
@@ -335,7 +339,9 @@ struct Rango {
 struct Cambio {
   std::size_t inicio, fin;  // bytes of the statement that are replaced
   std::string texto;
+  int lugar = 0;  // order among those at one place
 };
+constexpr int kLugarDeOrden = 1, kLugarDeLimite = 2;
 
 class Traductor {
  public:
@@ -345,6 +351,7 @@ class Traductor {
   Traduccion Hace() {
     Empareja();
     RevisaInstruccion();
+    if (d_.ordenaPorLlaves) OrdenaPorLlaves();
     for (std::size_t i = 0; i < f_.size(); ++i) RevisaYCambia(i);
     for (std::size_t i = 0; i < f_.size(); ++i) Opera(i);
     AnotaFechas();
@@ -403,6 +410,55 @@ class Traductor {
       if (EsAlguna(i, {"FROM", "JOIN"})) RechazaFicha(i, "no se admite " + f_[i].texto + " en " + f_[0].texto);
   }
 
+  // --- order of rows
+
+  void OrdenaPorLlaves() {
+    if (!EsPalabra(0, "SELECT")) return;
+    std::size_t desde = 0;
+    for (std::size_t i = 1; i < f_.size(); i = Salta(i)) {
+      if (EsAlguna(i, {"ORDER", "GROUP", "UNION"})) return;
+      if (desde == 0 && EsPalabra(i, "FROM")) desde = i;
+    }
+    if (desde == 0 || Resume(desde)) return;
+    const std::string orden = EsPalabra(1, "DISTINCT") ? ColumnasDeLista(desde) : LlavesDeTablas(desde);
+    if (!orden.empty()) Cambia(f_.back().fin, f_.back().fin, " ORDER BY " + orden, kLugarDeOrden);
+  }
+
+  // Whether the select list before `from` makes one row of many.
+  bool Resume(std::size_t from) const {
+    for (std::size_t i = 1; i < from; ++i) {
+      if (!Es(i, Clase::Nombre) || !Es(i + 1, Clase::Abre)) continue;
+      for (const std::string_view f : {"COUNT", "SUM", "AVG", "MIN", "MAX"})
+        if (f_[i].texto == f) return true;
+    }
+    return false;
+  }
+
+  // "1, 2, 3"; nothing when the list has a star.
+  std::string ColumnasDeLista(std::size_t from) const {
+    std::string orden = "1";
+    int n = 1;
+    for (std::size_t i = 2; i < from; i = Salta(i)) {
+      if (Es(i, Clase::Coma)) orden += ", " + std::to_string(++n);
+      if (Es(i, Clase::Aritmetica) && f_[i].texto == "*" && !EsBinario(i)) return {};
+    }
+    return orden;
+  }
+
+  std::string LlavesDeTablas(std::size_t from) const {
+    std::string orden;
+    for (std::size_t i = from; i < f_.size() && !EsPalabra(i, "WHERE"); i = Salta(i)) {
+      if (!EsAlguna(i, {"FROM", "JOIN"}) && !Es(i, Clase::Coma)) continue;
+      const esquema::Tabla* tabla = Es(i + 1, Clase::Nombre) ? esquema::BuscaTabla(f_[i + 1].texto) : nullptr;
+      if (tabla == nullptr || (tabla->llave.empty() && tabla->indices.empty())) continue;
+      const std::size_t alias = EsPalabra(i + 2, "AS") ? i + 3 : i + 2;
+      const std::string nombre = Es(alias, Clase::Nombre) ? f_[alias].texto : std::string(tabla->nombre);
+      for (const std::string_view columna : tabla->llave.empty() ? tabla->indices.front() : tabla->llave)
+        orden += (orden.empty() ? "" : ", ") + nombre + "." + std::string(columna);
+    }
+    return orden;
+  }
+
   // --- token by token
 
   void RevisaYCambia(std::size_t i) {
@@ -459,7 +515,7 @@ class Traductor {
     }
     Cambia(f_[i].inicio, f_[i + 2 < f_.size() ? i + 2 : i + 1].inicio, "");
     const std::size_t byte = fin < f_.size() ? f_[fin].inicio : f_.back().fin;
-    Cambia(byte, byte, " LIMIT " + f_[i + 1].texto);
+    Cambia(byte, byte, " LIMIT " + f_[i + 1].texto, kLugarDeLimite);
   }
 
   bool EsTablaDeInsert(std::size_t i) const { return i > 0 && EsAlguna(i - 1, {"INTO", "INSERT"}); }
@@ -704,12 +760,12 @@ class Traductor {
 
   // --- output
 
-  void Cambia(std::size_t inicio, std::size_t fin, std::string texto) {
-    cambios_.push_back({inicio, fin, std::move(texto)});
+  void Cambia(std::size_t inicio, std::size_t fin, std::string texto, int lugar = 0) {
+    cambios_.push_back({inicio, fin, std::move(texto), lugar});
   }
 
   std::string Escribe() {
-    std::ranges::stable_sort(cambios_, {}, &Cambio::inicio);
+    std::ranges::stable_sort(cambios_, {}, [](const Cambio& c) { return std::pair(c.inicio, c.lugar); });
     std::string salida;
     std::size_t hasta = 0;
     for (const auto& c : cambios_) {

@@ -1,9 +1,14 @@
 #include "host/standalone/vigilante.h"
 
+#include <unistd.h>
+
 #include <algorithm>
+#include <chrono>
 #include <iterator>
 #include <list>
 #include <optional>
+#include <thread>
+#include <type_traits>
 
 #include "host/contract/servicios.h"
 #include "host/standalone/documento.h"
@@ -18,6 +23,9 @@ namespace {
 constexpr std::size_t kVistas = 16;
 // Entries of the change log that a refusal lists, newest last, and bytes of each.
 constexpr std::size_t kEntradas = 5, kLargoEntrada = 600;
+
+// How often a transaction that met another one is run again.
+constexpr int kIntentos = 5;
 
 constexpr std::string_view kCarga = "SELECT Reservacion.*";
 constexpr std::string_view kCambioDeEstado = "UPDATE Reservacion SET";
@@ -84,10 +92,10 @@ class ConexionVigilada final : public Conexion {
     if (Lee(texto)) {
       ReanudaParaLeer();
       const bool muestra = !EnTransaccion() && texto.starts_with(kCarga) && !sentencia.Valores().empty();
-      return muestra ? Muestra(sentencia) : motor_->Execute(sentencia);
+      return Insiste([&] { return muestra ? Muestra(sentencia) : motor_->Execute(sentencia); });
     }
     Reanuda();
-    ado::RecordsetPtr filas = Escribe({Escritura::Modo::Pantalla, sentencia, {}});
+    ado::RecordsetPtr filas = Insiste([&] { return Escribe({Escritura::Modo::Pantalla, sentencia, {}}); });
     if (motor_->EnTransaccion()) {
       escrituras_.push_back({Escritura::Modo::Pantalla, sentencia, {}});
     } else if (const Vista* vista = Busca(UltimoValor(sentencia))) {
@@ -100,10 +108,10 @@ class ConexionVigilada final : public Conexion {
   ado::RecordsetPtr Consulta(std::string_view sentencia, const Parametros& parametros) override {
     if (Lee(sentencia)) {
       ReanudaParaLeer();
-      return motor_->Consulta(sentencia, parametros);
+      return Insiste([&] { return motor_->Consulta(sentencia, parametros); });
     }
     Reanuda();
-    ado::RecordsetPtr filas = motor_->Consulta(sentencia, parametros);
+    ado::RecordsetPtr filas = Insiste([&] { return motor_->Consulta(sentencia, parametros); });
     if (motor_->EnTransaccion()) {
       escrituras_.push_back({Escritura::Modo::Propia, ado::TextoSQL(sentencia), parametros});
     }
@@ -113,11 +121,11 @@ class ConexionVigilada final : public Conexion {
   ado::RecordsetPtr Directa(std::string_view sentencia) override {
     if (Lee(sentencia)) {
       ReanudaParaLeer();
-      return motor_->Directa(sentencia);
+      return Insiste([&] { return motor_->Directa(sentencia); });
     }
     Reanuda();
     const bool dentro = motor_->EnTransaccion();
-    ado::RecordsetPtr filas = motor_->Directa(sentencia);
+    ado::RecordsetPtr filas = Insiste([&] { return motor_->Directa(sentencia); });
     if (!motor_->EnTransaccion()) {
       Termina();
     } else if (dentro) {
@@ -134,10 +142,13 @@ class ConexionVigilada final : public Conexion {
     Reanuda();
     // What this connection wrote, it has seen.
     std::vector<Vista> escritas;
-    for (const std::string& folio : tratadas_) {
-      if (const Vista* vista = Busca(folio)) escritas.push_back(LeeVista(folio, vista->carga));
-    }
-    motor_->CommitTrans();
+    Insiste([&] {
+      escritas.clear();
+      for (const std::string& folio : tratadas_) {
+        if (const Vista* vista = Busca(folio)) escritas.push_back(LeeVista(folio, vista->carga));
+      }
+      motor_->CommitTrans();
+    });
     Termina();
     for (Vista& vista : escritas) Recuerda(std::move(vista));
     if (alTerminarTransaccion) alTerminarTransaccion(true);
@@ -182,6 +193,45 @@ class ConexionVigilada final : public Conexion {
   std::vector<std::string> TomaAvisos() override { return motor_->TomaAvisos(); }
 
  private:
+  // --- transactions that met another one
+
+  // Runs what talks to the engine. When the engine has undone the transaction because of another one, its writes are
+  // run again with their checks, and then this.
+  template <class Accion>
+  std::invoke_result_t<Accion> Insiste(Accion accion) {
+    for (int intento = 1;; ++intento) {
+      try {
+        return accion();
+      } catch (const com::Error& e) {
+        if (e.Numero() != kChoque) throw;
+        if (intento == kIntentos) throw Vencida(e.Sentencia());
+      }
+      if (motor_->EnTransaccion()) Rehace(intento);
+    }
+  }
+
+  static com::Error Vencida(const std::string& sentencia) {
+    return {com::error::kOcupada,
+            "Otro programa guardó al mismo tiempo. No se guardó nada y lo capturado sigue en la pantalla: vuelva a "
+            "intentarlo",
+            sentencia};
+  }
+
+  void Rehace(int intento) {
+    motor_->RollbackTrans();
+    suelta_ = true;
+    // Two that undo one another would meet again.
+    std::this_thread::sleep_for(std::chrono::milliseconds(intento * (5 + static_cast<int>(getpid() % 20))));
+    try {
+      Reanuda();
+    } catch (const com::Error& e) {
+      // A folio that another reservation got meanwhile, a room that was sold: what was done before no longer holds.
+      if (e.Numero() != com::error::kRestriccion) throw;
+      throw com::Error(com::error::kRestriccion, Vencida({}).Descripcion() + " (" + e.Descripcion() + ")",
+                       e.Sentencia());
+    }
+  }
+
   // --- transactions that were let go
 
   void ReanudaParaLeer() {
@@ -191,15 +241,21 @@ class ConexionVigilada final : public Conexion {
   void Reanuda() {
     if (!suelta_) return;
     if (fallida_) throw com::Error(com::error::kTransaccion, "La transacción no se pudo reanudar");
-    motor_->BeginTrans();
-    suelta_ = false;
-    tratadas_.clear();
-    try {
-      for (const Escritura& escritura : escrituras_) Escribe(escritura);
-    } catch (const std::exception&) {
-      motor_->RollbackTrans();
-      suelta_ = fallida_ = true;  // until the caller rolls it back
-      throw;
+    for (int intento = 1;; ++intento) {
+      motor_->BeginTrans();
+      suelta_ = false;
+      tratadas_.clear();
+      try {
+        for (const Escritura& escritura : escrituras_) Escribe(escritura);
+        return;
+      } catch (const com::Error& e) {
+        motor_->RollbackTrans();
+        suelta_ = true;
+        if (e.Numero() == kChoque && intento < kIntentos) continue;
+        fallida_ = true;  // until the caller rolls it back
+        if (e.Numero() == kChoque) throw Vencida(e.Sentencia());
+        throw;
+      }
     }
   }
 

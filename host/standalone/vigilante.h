@@ -4,6 +4,7 @@
 //   and a change of state act on that version, inside their transaction.
 // - No lock is held while a person thinks. A transaction that is let go is rolled back in the engine; its writes are
 //   kept and run again, with their checks, when it goes on.
+// - No deadlock is shown: a transaction that the engine undid because of another one is run again in the same way.
 #pragma once
 
 #include <memory>

@@ -2,16 +2,20 @@
 #include <gtest/gtest.h>
 
 #include "proceso.h"
+#include "tests/comun/base_postgres.h"
 
 namespace {
 
 using pruebas::Carpeta;
 using pruebas::Dialogo;
 
-class DosEmpleados : public testing::Test {
+class DosEmpleados : public testing::TestWithParam<const char*> {
  protected:
+  ~DosEmpleados() override {
+    if (enServidor) pruebas::QuitaBasePostgres(base);
+  }
   std::vector<std::string> Programa(const char* usuario) const {
-    return {RESERVAS_GUION, "--base", base, "--demo", "--ahora", "2026-03-09T10:00", "--usuario", usuario};
+    return {RESERVAS_GUION, GetParam(), base, "--demo", "--ahora", "2026-03-09T10:00", "--usuario", usuario};
   }
   // What the clerk sees after each order; the last answer.
   static std::string Hace(Dialogo& quien, const std::vector<std::string>& ordenes) {
@@ -35,11 +39,15 @@ class DosEmpleados : public testing::Test {
   static std::string Carga(Dialogo& quien) { return Hace(quien, {"campo txtFolio 16"}); }
 
   Carpeta carpeta;
-  std::string base = carpeta.Ruta("hotel.db");
+  const bool enServidor = std::string_view(GetParam()) == "--conexion";
+  std::string base = enServidor ? pruebas::NuevaBasePostgres() : carpeta.Ruta("hotel.db");
   Dialogo ana{Programa("ANA")}, beto{Programa("BETO")};
 };
 
-TEST_F(DosEmpleados, QuienGuardaDespuesSeEnteraYPuedeSeguir) {
+INSTANTIATE_TEST_SUITE_P(Sqlite, DosEmpleados, testing::Values("--base"));
+INSTANTIATE_TEST_SUITE_P(Postgres, DosEmpleados, testing::Values("--conexion"));
+
+TEST_P(DosEmpleados, QuienGuardaDespuesSeEnteraYPuedeSeguir) {
   for (Dialogo* quien : {&ana, &beto}) Hace(*quien, {"abre", "campo txtFolio 16", "accion editar"});
   Hace(beto, {"texto txtNotas \"Alergia a las nueces\"", "celda 0 Infantes 0", "accion aceptar"});
   Hace(ana, {"texto txtReferencia \"OTRA\""});
@@ -57,7 +65,7 @@ TEST_F(DosEmpleados, QuienGuardaDespuesSeEnteraYPuedeSeguir) {
   EXPECT_EQ(Estado(beto, "Rs_Referencia"), "OTRA");
 }
 
-TEST_F(DosEmpleados, UnEstadoNoSeCambiaSobreOtro) {
+TEST_P(DosEmpleados, UnEstadoNoSeCambiaSobreOtro) {
   for (Dialogo* quien : {&ana, &beto}) Hace(*quien, {"abre", "campo txtFolio 16"});
   Hace(beto, {"accion eliminar"});
   const std::string confirma = Hace(ana, {"accion confirmar"});

@@ -11,6 +11,17 @@ if(primera MATCHES "^# opciones: (.*)$")
   separate_arguments(opciones UNIX_COMMAND "${CMAKE_MATCH_1}")
 endif()
 
+if(POSTGRES)
+  get_filename_component(base ${GUION} NAME_WE)
+  foreach(sentencia "DROP DATABASE IF EXISTS guion_${base}" "CREATE DATABASE guion_${base}")
+    execute_process(COMMAND psql -q -h ${POSTGRES} -U hotel postgres -c ${sentencia} ERROR_VARIABLE errores RESULT_VARIABLE mal)
+    if(mal)
+      message(FATAL_ERROR "${errores}")
+    endif()
+  endforeach()
+  list(APPEND opciones --conexion "postgresql://hotel@/guion_${base}?host=${POSTGRES}")
+endif()
+
 file(REMOVE_RECURSE "${TRABAJO}")
 file(MAKE_DIRECTORY "${TRABAJO}")
 execute_process(

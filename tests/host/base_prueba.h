@@ -10,7 +10,9 @@
 #include <string>
 
 #include "host/standalone/conexion.h"
+#include "host/standalone/postgres.h"
 #include "platform/com/error.h"
+#include "tests/comun/base_postgres.h"
 
 namespace pruebas {
 
@@ -30,7 +32,7 @@ class BasePrueba : public ::testing::Test {
   std::shared_ptr<autonomo::Conexion> Abre(int esperaMs = 5000) const { return Abre(ruta, esperaMs); }
   std::shared_ptr<autonomo::Conexion> Abre(const std::string& archivo, int esperaMs = 5000) const {
     autonomo::OpcionesConexion opciones;
-    opciones.ruta = archivo;
+    (autonomo::EsDireccion(archivo) ? opciones.conexion : opciones.ruta) = archivo;
     opciones.esperaMs = esperaMs;
     return autonomo::AbreConexion(opciones, reloj);
   }
@@ -43,6 +45,20 @@ class BasePrueba : public ::testing::Test {
   std::filesystem::path carpeta;
   std::string ruta;
 };
+
+// The same tests on each engine: `ruta` is the file or the address of an empty database.
+class EnCadaMotor : public BasePrueba, public ::testing::WithParamInterface<esquema::Motor> {
+ protected:
+  EnCadaMotor() {
+    if (GetParam() == esquema::Motor::PostgreSQL) ruta = NuevaBasePostgres();
+  }
+  ~EnCadaMotor() override {
+    if (GetParam() == esquema::Motor::PostgreSQL) QuitaBasePostgres(ruta);
+  }
+};
+#define EN_CADA_MOTOR(suite)                                                          \
+  INSTANTIATE_TEST_SUITE_P(Sqlite, suite, ::testing::Values(esquema::Motor::Sqlite)); \
+  INSTANTIATE_TEST_SUITE_P(Postgres, suite, ::testing::Values(esquema::Motor::PostgreSQL))
 
 // First value of a query, as text; "(nada)" without rows.
 inline std::string Uno(autonomo::Conexion& c, const std::string& sentencia) {

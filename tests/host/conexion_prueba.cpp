@@ -14,9 +14,15 @@ using pruebas::BasePrueba;
 using pruebas::ErrorDe;
 using pruebas::Uno;
 
-class ConexionPrueba : public BasePrueba {
+class ConexionPrueba : public pruebas::EnCadaMotor {
  protected:
-  std::shared_ptr<autonomo::Conexion> c = Abre(":memory:");
+  std::shared_ptr<autonomo::Conexion> c = Abre();
+};
+EN_CADA_MOTOR(ConexionPrueba);
+
+class ConexionSqlitePrueba : public BasePrueba {
+ protected:
+  std::shared_ptr<autonomo::Conexion> c = Abre();
 };
 
 // Every statement of both screens, with keys and dates of the demo hotel.
@@ -60,7 +66,7 @@ std::vector<ado::TextoSQL> SentenciasDePantalla() {
   return todas;
 }
 
-TEST_F(ConexionPrueba, CorrenLasSentenciasDeLasPantallas) {
+TEST_P(ConexionPrueba, CorrenLasSentenciasDeLasPantallas) {
   for (const auto& s : esquema::HotelDemo("2026-03-09")) c->Execute(s);
   // One that can be confirmed, then cancelled, then reactivated.
   c->Directa("UPDATE Reservacion SET Es_Cve_Estado = 'AC' WHERE Rs_Folio = '0000000001'");
@@ -75,7 +81,7 @@ TEST_F(ConexionPrueba, CorrenLasSentenciasDeLasPantallas) {
   }
 }
 
-TEST_F(ConexionPrueba, ElDetalleSeBuscaPorSuIndiceEnCadaCuenta) {
+TEST_F(ConexionSqlitePrueba, ElDetalleSeBuscaPorSuIndiceEnCadaCuenta) {
   for (const auto& s : SentenciasDePantalla()) {
     if (s.Texto().find("COUNT(") == std::string::npos || s.Texto().find("BETWEEN") == std::string::npos) continue;
     std::string plan;
@@ -87,18 +93,18 @@ TEST_F(ConexionPrueba, ElDetalleSeBuscaPorSuIndiceEnCadaCuenta) {
 
 // --- values
 
-TEST_F(ConexionPrueba, LosValoresLleganConSuTipo) {
+TEST_P(ConexionPrueba, LosValoresLleganConSuTipo) {
   c->Execute(
       "INSERT INTO Reservacion (Rs_Folio, Rs_Fecha, Rs_Llegada, Rs_Salida, Rs_Tipo_Cambio, Fecha_Baja) "
-      "VALUES ('1', '2026-03-10', '2026-03-11 15:00', 'pronto', 17, NULL)");
+      "VALUES ('1', '2026-03-10', '2026-03-11 15:00', '2026-03-12 00:00:00', 17, NULL)");
   const auto r = c->Execute(
       "SELECT Rs_Fecha, rs_llegada, Rs_Salida, Rs_Tipo_Cambio, Fecha_Baja, Rs_Llegada AS Entra, "
-      "ISNULL(Fecha_Baja,GETDATE()) as Vence, COUNT(*) AS N, Rs_Notas, Es_Cve_Estado, 3000000000 AS Grande "
+      "ISNULL(Fecha_Baja,GETDATE()) as Vence, LEN(Rs_Folio) AS N, Rs_Notas, Es_Cve_Estado, 3000000000 AS Grande "
       "FROM Reservacion");
   const com::Fecha dia = com::FechaDe(2026, 3, 10), tarde = com::FechaDe(2026, 3, 11, 15);
   EXPECT_EQ(r->Fields("Rs_Fecha").Value(), com::Variant(dia));
   EXPECT_EQ(r->Fields("Rs_Llegada").Value(), com::Variant(tarde));
-  EXPECT_EQ(r->Fields("Rs_Salida").Value(), com::Variant("pronto"));
+  EXPECT_EQ(r->Fields("Rs_Salida").Value(), com::Variant(com::FechaDe(2026, 3, 12)));
   EXPECT_EQ(r->Fields("Rs_Tipo_Cambio").Value(), com::Variant(17.0));
   EXPECT_TRUE(r->Fields("Fecha_Baja").Value().EsNulo());
   EXPECT_EQ(r->Fields("Entra").Value(), com::Variant(tarde));
@@ -109,7 +115,7 @@ TEST_F(ConexionPrueba, LosValoresLleganConSuTipo) {
   EXPECT_EQ(r->Fields("Grande").Value(), com::Variant(3e9));
 }
 
-TEST_F(ConexionPrueba, LosParametrosSeLigan) {
+TEST_P(ConexionPrueba, LosParametrosSeLigan) {
   const std::string insert =
       "INSERT INTO Reservacion (Rs_Folio, Rs_Fecha, Fecha_Baja, Rs_Tipo_Cambio, Rs_Notas) VALUES (?, ?, ?, ?, 'a?')";
   c->Consulta(insert, {"it's", com::FechaDe(2026, 3, 10, 8), com::Variant::Null(), 17.5});
@@ -123,7 +129,7 @@ TEST_F(ConexionPrueba, LosParametrosSeLigan) {
   EXPECT_EQ(Uno(*c, "SELECT COUNT(*) FROM Reservacion"), "1");
 }
 
-TEST_F(ConexionPrueba, LosTextosComparanComoEnElServidor) {
+TEST_P(ConexionPrueba, LosTextosComparanComoEnElServidor) {
   c->Execute("INSERT INTO Cliente (Cl_Cve_Cliente, Cl_Razon_Social_1) VALUES ('a1', 'Álvaro Núñez ')");
   for (const char* condicion :
        {"Cl_Razon_Social_1 = 'ÁLVARO NÚÑEZ'", "Cl_Cve_Cliente IN ('A1  ')",
@@ -136,23 +142,12 @@ TEST_F(ConexionPrueba, LosTextosComparanComoEnElServidor) {
 
 // --- literals
 
-TEST_F(ConexionPrueba, CualquierLiteralLlegaComoEs) {
-  const std::vector<std::string> textos{"",
-                                        "O'Hara",
-                                        "''",
-                                        "'",
-                                        "?",
-                                        "a;DROP TABLE Cliente",
-                                        "-- x",
-                                        "/*",
-                                        "GETDATE()",
-                                        "100% [x]",
-                                        "\x01\x02",
-                                        "línea\r\notra",
-                                        "日本 🏨",
-                                        "\\'",
-                                        std::string("a\0b", 3),
-                                        std::string(100000, 'x')};
+TEST_P(ConexionPrueba, CualquierLiteralLlegaComoEs) {
+  const std::vector<std::string> textos{"",         "O'Hara",   "''",
+                                        "'",        "?",        "a;DROP TABLE Cliente",
+                                        "-- x",     "/*",       "GETDATE()",
+                                        "100% [x]", "\x01\x02", "línea\r\notra",
+                                        "日本 🏨",   "\\'",      std::string(100000, 'x')};
   for (std::size_t i = 0; i < textos.size(); ++i) {
     std::string doble;
     for (const char x : textos[i]) doble.append(x == '\'' ? 2 : 1, x);
@@ -162,17 +157,23 @@ TEST_F(ConexionPrueba, CualquierLiteralLlegaComoEs) {
     ASSERT_EQ(r->RecordCount(), 1) << textos[i];
     EXPECT_EQ(r->Fields(0).Value(), com::Variant(textos[i]));
   }
+  // One engine keeps a character zero, the other refuses it; neither stores half the text.
+  std::string insert = "INSERT INTO Parametro (Pm_Clave, Pm_Valor) VALUES ('cero','a?b')";
+  insert[insert.find('?')] = '\0';
+  const bool guarda = GetParam() == esquema::Motor::Sqlite;
+  EXPECT_EQ(ErrorDe([&] { c->Execute(insert); }).Numero(), guarda ? 0 : kTipos);
+  EXPECT_EQ(c->Execute("SELECT Pm_Valor FROM Parametro WHERE Pm_Clave = 'cero'")->RecordCount(), guarda ? 1 : 0);
 }
 
 // The mark of a literal in a template is no way to a statement without one.
-TEST_F(ConexionPrueba, UnaSentenciaConMarcasNoSeHacePasarPorPlantilla) {
+TEST_P(ConexionPrueba, UnaSentenciaConMarcasNoSeHacePasarPorPlantilla) {
   c->Execute("SELECT 1 FROM Cliente WHERE Cl_Correo = 'a'");
   for (const char* s : {"SELECT 1 FROM Cliente WHERE Cl_Correo = \x01", "SELECT 1 FROM Cliente WHERE Cl_Correo = \x02",
                         "SELECT 1 FROM Cliente WHERE Cl_Correo = ?"})
     EXPECT_EQ(ErrorDe([&] { c->Execute(s); }).Numero(), kSentencia) << s;
 }
 
-TEST_F(ConexionPrueba, UnaComillaEnUnaClaveNuncaSeEjecuta) {
+TEST_P(ConexionPrueba, UnaComillaEnUnaClaveNuncaSeEjecuta) {
   c->Execute("INSERT INTO Cliente (Cl_Cve_Cliente) VALUES ('1')");
   for (const char* clave : {"x' OR '1'='1", "x'; DELETE FROM Cliente --", "'", "x' OR Cl_Cve_Cliente <> '"}) {
     const ado::TextoSQL s("DELETE FROM Cliente WHERE Cl_Cve_Cliente = '?'", {clave});
@@ -184,7 +185,7 @@ TEST_F(ConexionPrueba, UnaComillaEnUnaClaveNuncaSeEjecuta) {
 }
 
 // More templates than are kept: those that left come back as they were.
-TEST_F(ConexionPrueba, LasPlantillasQueSalenVuelven) {
+TEST_P(ConexionPrueba, LasPlantillasQueSalenVuelven) {
   for (int vuelta = 0; vuelta < 2; ++vuelta)
     for (int i = 0; i < 600; ++i) {
       const std::string n = std::to_string(i);
@@ -193,7 +194,7 @@ TEST_F(ConexionPrueba, LasPlantillasQueSalenVuelven) {
     }
 }
 
-TEST_F(ConexionPrueba, UnaTablaQueCambiaSeLeeConSusColumnas) {
+TEST_P(ConexionPrueba, UnaTablaQueCambiaSeLeeConSusColumnas) {
   const auto antes = c->Execute("SELECT * FROM Moneda")->Nombres().size();
   c->Directa("ALTER TABLE Moneda ADD COLUMN Mn_Simbolo TEXT DEFAULT '$'");
   c->Execute("INSERT INTO Moneda (Mn_Cve_Moneda) VALUES ('MXN')");
@@ -204,7 +205,7 @@ TEST_F(ConexionPrueba, UnaTablaQueCambiaSeLeeConSusColumnas) {
 
 // --- errors
 
-TEST_F(ConexionPrueba, LosErroresDicenQuePasoYLlevanLaSentencia) {
+TEST_P(ConexionPrueba, LosErroresDicenQuePasoYLlevanLaSentencia) {
   struct Caso {
     const char* sentencia;
     int numero;
@@ -220,7 +221,8 @@ TEST_F(ConexionPrueba, LosErroresDicenQuePasoYLlevanLaSentencia) {
             "Falta un valor obligatorio: Moneda.Mn_Cve_Moneda"},
            {"SELECT OBJECT_ID('x')", kSentencia, "Línea 1, columna 8: no se admite la función OBJECT_ID"},
        }) {
-    c->Directa("INSERT OR REPLACE INTO Moneda (Mn_Cve_Moneda) VALUES ('USD')");
+    c->Execute("DELETE FROM Moneda");
+    c->Execute("INSERT INTO Moneda (Mn_Cve_Moneda) VALUES ('USD')");
     const auto e = ErrorDe([&] { c->Execute(sentencia); });
     EXPECT_EQ(e.Numero(), numero) << sentencia;
     EXPECT_EQ(e.Descripcion(), descripcion);
@@ -228,7 +230,7 @@ TEST_F(ConexionPrueba, LosErroresDicenQuePasoYLlevanLaSentencia) {
   }
 }
 
-TEST_F(ConexionPrueba, LaSentenciaDelProbadorSeTraduceOCorreComoEs) {
+TEST_P(ConexionPrueba, LaSentenciaDelProbadorSeTraduceOCorreComoEs) {
   c->Directa("INSERT INTO Moneda (Mn_Cve_Moneda) VALUES ('MXN')");
   EXPECT_EQ(com::CDate(c->Directa("SELECT GETDATE() AS Hoy")->Fields("Hoy").Value()),
             com::FechaDe(2026, 3, 9, 10, 30, 15));
@@ -237,17 +239,9 @@ TEST_F(ConexionPrueba, LaSentenciaDelProbadorSeTraduceOCorreComoEs) {
   EXPECT_EQ(Uno(*c, "SELECT COUNT(*) FROM Moneda"), "1");
 }
 
-TEST_F(ConexionPrueba, OtrosMotoresSeRechazanClaramente) {
-  autonomo::OpcionesConexion opciones;
-  opciones.conexion = "host=servidor";
-  const auto e = ErrorDe([&] { autonomo::AbreConexion(opciones, reloj); });
-  EXPECT_EQ(e.Numero(), kBaseDatos);
-  EXPECT_NE(e.Descripcion().find("SQLite"), std::string::npos);
-}
-
 // --- transactions
 
-TEST_F(ConexionPrueba, LasTransaccionesNoSeAnidanYDeshacen) {
+TEST_P(ConexionPrueba, LasTransaccionesNoSeAnidanYDeshacen) {
   EXPECT_EQ(ErrorDe([&] { c->CommitTrans(); }).Numero(), kTransaccion);
   EXPECT_EQ(ErrorDe([&] { c->RollbackTrans(); }).Numero(), kTransaccion);
   c->BeginTrans();
@@ -264,7 +258,7 @@ TEST_F(ConexionPrueba, LasTransaccionesNoSeAnidanYDeshacen) {
   EXPECT_EQ(Uno(*c, "SELECT COUNT(*) FROM Moneda"), "0");
 }
 
-TEST_F(ConexionPrueba, TrasUnDiscoLlenoNadaQuedaAMedias) {
+TEST_F(ConexionSqlitePrueba, TrasUnDiscoLlenoNadaQuedaAMedias) {
   const auto archivo = Abre();
   const int paginas = com::CLng(archivo->Directa("PRAGMA page_count")->Fields(0).Value());
   archivo->Directa("PRAGMA max_page_count=" + std::to_string(paginas + 5));

@@ -9,11 +9,10 @@
 
 namespace {
 
-using pruebas::BasePrueba;
 using pruebas::ErrorDe;
 using pruebas::Uno;
 
-class SobreventaPrueba : public BasePrueba {
+class SobreventaPrueba : public pruebas::EnCadaMotor {
  protected:
   SobreventaPrueba() {
     Parametro("0");
@@ -22,7 +21,8 @@ class SobreventaPrueba : public BasePrueba {
     Reservacion("0000000020", "AC");
   }
   void Parametro(const std::string& valor) {
-    c->Directa("INSERT OR REPLACE INTO Parametro (Pm_Clave, Pm_Valor) VALUES ('HT_OVER_BOOKING','" + valor + "')");
+    c->Execute("DELETE FROM Parametro WHERE Pm_Clave = 'HT_OVER_BOOKING'");
+    c->Execute("INSERT INTO Parametro (Pm_Clave, Pm_Valor) VALUES ('HT_OVER_BOOKING','" + valor + "')");
   }
   void Reservacion(const std::string& folio, const std::string& estado) {
     c->Execute("INSERT INTO Reservacion (Rs_Folio, Es_Cve_Estado) VALUES ('" + folio + "','" + estado + "')");
@@ -39,10 +39,11 @@ class SobreventaPrueba : public BasePrueba {
   }
   std::string Lineas() { return Uno(*c, "SELECT COUNT(*) FROM Reservacion_Detalle"); }
 
-  std::shared_ptr<autonomo::Conexion> c = Abre(":memory:");
+  std::shared_ptr<autonomo::Conexion> c = Abre();
 };
+EN_CADA_MOTOR(SobreventaPrueba);
 
-TEST_F(SobreventaPrueba, SoloChocanLasNochesComunes) {
+TEST_P(SobreventaPrueba, SoloChocanLasNochesComunes) {
   struct Caso {
     const char *cuarto, *inicio, *fin, *noche;  // noche: "" when there is room
   };
@@ -71,7 +72,7 @@ TEST_F(SobreventaPrueba, SoloChocanLasNochesComunes) {
   }
 }
 
-TEST_F(SobreventaPrueba, SinElParametroOConVerdaderoSePermite) {
+TEST_P(SobreventaPrueba, SinElParametroOConVerdaderoSePermite) {
   for (const char* valor : {"1", "true", "Verdadero", "-1", "0.5", "10"}) {
     Parametro(valor);
     EXPECT_EQ(Rechazo([&] { Linea("0000000020", "0101", "2026-03-10", "2026-03-11"); }), "") << valor;
@@ -85,7 +86,7 @@ TEST_F(SobreventaPrueba, SinElParametroOConVerdaderoSePermite) {
 }
 
 // Every way in which two live reservations could come to share a night.
-TEST_F(SobreventaPrueba, TodosLosCaminosEstanGuardados) {
+TEST_P(SobreventaPrueba, TodosLosCaminosEstanGuardados) {
   const std::string choque =
       "La habitación 0101 ya está reservada la noche del 10/03/2026 por la reservación 0000000012";
   const auto corre = [&](const std::string& s) { return Rechazo([&] { c->Execute(s); }); };
@@ -114,20 +115,20 @@ TEST_F(SobreventaPrueba, TodosLosCaminosEstanGuardados) {
             "La habitación 0101 ya está reservada la noche del 10/03/2026 por la reservación 0000000021");
 }
 
-TEST_F(SobreventaPrueba, UnaReservacionNoRepiteHabitacionYNoche) {
+TEST_P(SobreventaPrueba, UnaReservacionNoRepiteHabitacionYNoche) {
   EXPECT_EQ(Rechazo([&] { Linea("0000000012", "0101", "2026-03-12", "2026-03-14"); }),
             "La habitación 0101 ya está reservada la noche del 12/03/2026 en esta misma reservación");
   EXPECT_EQ(Rechazo([&] { Linea("0000000012", "0101", "2026-03-13", "2026-03-14"); }), "");
 }
 
 // In one statement with several rows the refusal undoes all of them, and the transaction goes on.
-TEST_F(SobreventaPrueba, ElRechazoDeshaceLaSentenciaEntera) {
+TEST_P(SobreventaPrueba, ElRechazoDeshaceLaSentenciaEntera) {
   c->BeginTrans();
   EXPECT_NE(Rechazo([&] {
               c->Execute(
                   "INSERT INTO Reservacion_Detalle (Rs_Folio, Hb_Cve_Habitacion, Rsd_Fecha_Inicio, Rsd_Fecha_Fin) "
-                  "SELECT '0000000020', '0105', '2026-03-10', '2026-03-11' UNION ALL "
-                  "SELECT '0000000020', '0101', '2026-03-10', '2026-03-11'");
+                  "VALUES ('0000000020', '0105', '2026-03-10', '2026-03-11'), "
+                  "('0000000020', '0101', '2026-03-10', '2026-03-11')");
             }),
             "");
   EXPECT_NE(Rechazo([&] { Linea("0000000020", "0101", "2026-03-12", "2026-03-14"); }), "");
@@ -138,9 +139,9 @@ TEST_F(SobreventaPrueba, ElRechazoDeshaceLaSentenciaEntera) {
 }
 
 // Two programs that both found the night free: one gets it.
-TEST_F(SobreventaPrueba, DeDosALaVezUnaGana) {
+TEST_P(SobreventaPrueba, DeDosALaVezUnaGana) {
   constexpr int kRondas = 40, kProgramas = 2;
-  Abre()->Execute("INSERT INTO Parametro (Pm_Clave, Pm_Valor) VALUES ('HT_OVER_BOOKING','0')");
+  c->Execute("DELETE FROM Reservacion_Detalle");
   std::atomic<int> ganadas{0}, rechazadas{0}, otras{0};
   std::barrier salida(kProgramas);
   const auto programa = [&](int yo) {

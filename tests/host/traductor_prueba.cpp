@@ -21,21 +21,23 @@ const std::vector<Caso> kCasos{
     {"SELECT Rdt_Banco as Banco,  ISNULL(Rdt_Vencimiento,GETDATE()) as Vencimiento FROM Reservacion_Datos_Tarjeta",
      "SELECT Rdt_Banco as Banco,  IFNULL(Rdt_Vencimiento,?) as Vencimiento FROM Reservacion_Datos_Tarjeta",
      "SELECT Rdt_Banco as Banco,  COALESCE(Rdt_Vencimiento,CAST(? AS timestamp)) as Vencimiento FROM "
-     "Reservacion_Datos_Tarjeta",
+     "Reservacion_Datos_Tarjeta ORDER BY Reservacion_Datos_Tarjeta.Rs_Folio",
      "SELECT Rdt_Banco as Banco,  ISNULL(Rdt_Vencimiento,CAST(? AS datetime)) as Vencimiento FROM "
      "Reservacion_Datos_Tarjeta"},
     {"SELECT THb.Th_Descripcion + ' / ' + HB.Hb_Descripcion AS DESCRIPCION FROM Habitacion HB",
      "SELECT THb.Th_Descripcion || ' / ' || HB.Hb_Descripcion AS DESCRIPCION FROM Habitacion HB",
-     "SELECT THb.Th_Descripcion || ' / ' || HB.Hb_Descripcion AS DESCRIPCION FROM Habitacion HB",
+     "SELECT THb.Th_Descripcion || ' / ' || HB.Hb_Descripcion AS DESCRIPCION FROM Habitacion HB "
+     "ORDER BY HB.Hb_Cve_Habitacion",
      "SELECT THb.Th_Descripcion + ' / ' + HB.Hb_Descripcion AS DESCRIPCION FROM Habitacion HB"},
     // Text columns alone, in groups, calls and cases.
     {"SELECT (Cl_Correo+Cl_Telefono)+UPPER( Cl_Correo ) FROM Cliente",
      "SELECT (Cl_Correo||Cl_Telefono)||UPPER( Cl_Correo ) FROM Cliente",
-     "SELECT (Cl_Correo||Cl_Telefono)||UPPER( Cl_Correo ) FROM Cliente",
+     "SELECT (Cl_Correo||Cl_Telefono)||UPPER( Cl_Correo ) FROM Cliente ORDER BY Cliente.Cl_Cve_Cliente",
      "SELECT (Cl_Correo+Cl_Telefono)+UPPER( Cl_Correo ) FROM Cliente"},
     {"SELECT ISNULL(Cl_Correo,'')+CASE WHEN Es_Cve_Estado='BA' THEN '*' ELSE '' END FROM Cliente",
      "SELECT IFNULL(Cl_Correo,'')||CASE WHEN Es_Cve_Estado='BA' THEN '*' ELSE '' END FROM Cliente",
-     "SELECT COALESCE(Cl_Correo,'')||CASE WHEN Es_Cve_Estado='BA' THEN '*' ELSE '' END FROM Cliente",
+     "SELECT COALESCE(Cl_Correo,'')||CASE WHEN Es_Cve_Estado='BA' THEN '*' ELSE '' END FROM Cliente "
+     "ORDER BY Cliente.Cl_Cve_Cliente",
      "SELECT ISNULL(Cl_Correo,'')+CASE WHEN Es_Cve_Estado='BA' THEN '*' ELSE '' END FROM Cliente"},
     {"UPDATE Folio_Consecutivo SET Fc_Serie = 'R' + Fc_Serie, Fc_Ultimo = Fc_Ultimo + 1 * -2",
      "UPDATE Folio_Consecutivo SET Fc_Serie = 'R' || Fc_Serie, Fc_Ultimo = Fc_Ultimo + 1 * -2",
@@ -44,12 +46,26 @@ const std::vector<Caso> kCasos{
     // A function's value has no column's collation: it gets one where it is compared.
     {"SELECT 1 FROM Cliente WHERE ISNULL(Cl_Correo,'') = 'A' AND LEN(Cl_Correo)>3",
      "SELECT 1 FROM Cliente WHERE IFNULL(Cl_Correo,'') COLLATE ESPANOL = 'A' AND LENGTH(RTRIM(Cl_Correo))>3",
-     "SELECT 1 FROM Cliente WHERE COALESCE(Cl_Correo,'')::bpchar = 'A' AND LENGTH(RTRIM(Cl_Correo))>3",
+     "SELECT 1 FROM Cliente WHERE COALESCE(Cl_Correo,'')::bpchar = 'A' AND LENGTH(RTRIM(Cl_Correo))>3 "
+     "ORDER BY Cliente.Cl_Cve_Cliente",
      "SELECT 1 FROM Cliente WHERE ISNULL(Cl_Correo,'') = 'A' AND LEN(Cl_Correo)>3"},
     {"SELECT 1 FROM Reservacion WHERE '2026-03-10' < ISNULL(Fecha_Baja, Rs_Fecha)",
      "SELECT 1 FROM Reservacion WHERE '2026-03-10' < IFNULL(Fecha_Baja, Rs_Fecha) COLLATE FECHA",
-     "SELECT 1 FROM Reservacion WHERE '2026-03-10' < COALESCE(Fecha_Baja, Rs_Fecha)",
+     "SELECT 1 FROM Reservacion WHERE '2026-03-10' < COALESCE(Fecha_Baja, Rs_Fecha) ORDER BY Reservacion.Rs_Folio",
      "SELECT 1 FROM Reservacion WHERE '2026-03-10' < ISNULL(Fecha_Baja, Rs_Fecha)"},
+    // Rows without an order: one that the server would choose anew each time is given; none to a row that sums up.
+    {"SELECT DISTINCT TOP 9 a, b FROM Reservacion RS JOIN Reservacion_Detalle AS RSd ON 1=1 WHERE a LIKE 'x' + b",
+     "SELECT DISTINCT a, b FROM Reservacion RS JOIN Reservacion_Detalle AS RSd ON 1=1 WHERE a LIKE 'x' || b LIMIT 9",
+     "SELECT DISTINCT a, b FROM Reservacion RS JOIN Reservacion_Detalle AS RSd ON 1=1 WHERE a ILIKE 'x' || b "
+     "COLLATE \"es-x-icu\" ESCAPE '' ORDER BY 1, 2 LIMIT 9",
+     "SELECT DISTINCT TOP 9 a, b FROM Reservacion RS JOIN Reservacion_Detalle AS RSd ON 1=1 WHERE a LIKE 'x' + b"},
+    {"SELECT RS.*, (SELECT 1) FROM Reservacion RS, Reservacion_Detalle WHERE ISNULL(a,0) IN (SELECT MAX(b) FROM c)",
+     "SELECT RS.*, (SELECT 1) FROM Reservacion RS, Reservacion_Detalle WHERE IFNULL(a,0) IN (SELECT MAX(b) FROM c)",
+     "SELECT RS.*, (SELECT 1) FROM Reservacion RS, Reservacion_Detalle WHERE COALESCE(a,0) IN (SELECT MAX(b) FROM c) "
+     "ORDER BY RS.Rs_Folio, Reservacion_Detalle.Rs_Folio, Reservacion_Detalle.Rsd_Id",
+     "SELECT RS.*, (SELECT 1) FROM Reservacion RS, Reservacion_Detalle WHERE ISNULL(a,0) IN (SELECT MAX(b) FROM c)"},
+    {"SELECT ISNULL(MAX(Bt_Id),0) FROM Bitacora", "SELECT IFNULL(MAX(Bt_Id),0) FROM Bitacora",
+     "SELECT COALESCE(MAX(Bt_Id),0) FROM Bitacora", "SELECT ISNULL(MAX(Bt_Id),0) FROM Bitacora"},
     {"SELECT TOP 3 Rs_Folio FROM Reservacion ORDER BY Rs_Folio;",
      "SELECT Rs_Folio FROM Reservacion ORDER BY Rs_Folio LIMIT 3;",
      "SELECT Rs_Folio FROM Reservacion ORDER BY Rs_Folio LIMIT 3;",

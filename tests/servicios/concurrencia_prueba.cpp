@@ -1,4 +1,4 @@
-// Two programs on one database file.
+// Two programs on one database.
 #include <gtest/gtest.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
@@ -13,6 +13,7 @@
 #include <set>
 #include <thread>
 
+#include "tests/comun/base_postgres.h"
 #include "tests/servicios/hotel_prueba.h"
 
 namespace autonomo {
@@ -38,17 +39,18 @@ void Copia(std::array<char, N>& destino, const std::string& texto) {
   std::strncpy(destino.data(), texto.c_str(), N - 1);
 }
 
-class DosProgramas : public testing::Test {
+class DosProgramas : public testing::TestWithParam<esquema::Motor> {
  protected:
   DosProgramas() : carpeta_(std::filesystem::temp_directory_path() / ("kv207_servicios_" + std::to_string(getpid()))) {
     std::filesystem::remove_all(carpeta_);
     std::filesystem::create_directory(carpeta_);
-    ruta = (carpeta_ / "hotel.db").string();
+    ruta = GetParam() == esquema::Motor::Sqlite ? (carpeta_ / "hotel.db").string() : pruebas::NuevaBasePostgres();
     void* memoria = mmap(nullptr, sizeof(Compartida), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
     comun = new (memoria) Compartida;
   }
   ~DosProgramas() override {
     munmap(comun, sizeof(Compartida));
+    if (GetParam() == esquema::Motor::PostgreSQL) pruebas::QuitaBasePostgres(ruta);
     std::filesystem::remove_all(carpeta_);
   }
 
@@ -84,7 +86,10 @@ class DosProgramas : public testing::Test {
   std::filesystem::path carpeta_;
 };
 
-TEST_F(DosProgramas, UnCuartoSeVendeUnaVezPorNoche) {
+INSTANTIATE_TEST_SUITE_P(Sqlite, DosProgramas, testing::Values(esquema::Motor::Sqlite));
+INSTANTIATE_TEST_SUITE_P(Postgres, DosProgramas, testing::Values(esquema::Motor::PostgreSQL));
+
+TEST_P(DosProgramas, UnCuartoSeVendeUnaVezPorNoche) {
   {
     Anfitrion host(pruebas::OpcionesDePrueba(ruta));
     pruebas::LlenaHotelChico(host);
@@ -116,7 +121,7 @@ TEST_F(DosProgramas, UnCuartoSeVendeUnaVezPorNoche) {
   EXPECT_EQ(Cuenta(ruta, "Reservacion"), kNoches);
 }
 
-TEST_F(DosProgramas, ElHotelDeDemostracionSeLlenaUnaVez) {
+TEST_P(DosProgramas, ElHotelDeDemostracionSeLlenaUnaVez) {
   ALaVez([this](int) {
     Opciones o = pruebas::OpcionesDePrueba(ruta);
     o.demo = true;
@@ -126,7 +131,7 @@ TEST_F(DosProgramas, ElHotelDeDemostracionSeLlenaUnaVez) {
   EXPECT_EQ(Cuenta(ruta, "Habitacion"), 40);
 }
 
-TEST_F(DosProgramas, LaDemostracionNoTocaUnHotelConDatos) {
+TEST_P(DosProgramas, LaDemostracionNoTocaUnHotelConDatos) {
   {
     Anfitrion host(pruebas::OpcionesDePrueba(ruta));
     pruebas::LlenaHotelChico(host);

@@ -1,12 +1,14 @@
 #include "tests/servicios/hotel_prueba.h"
 
+#include "host/standalone/postgres.h"
+
 namespace pruebas {
 
 com::Fecha Dia(std::string_view iso) { return com::DeIso(iso).value(); }
 
 autonomo::Opciones OpcionesDePrueba(const std::string& ruta) {
   autonomo::Opciones o;
-  o.base.ruta = ruta;
+  (autonomo::EsDireccion(ruta) ? o.base.conexion : o.base.ruta) = ruta;
   o.ahora = Dia(kHoy);
   return o;
 }

@@ -16,7 +16,7 @@ com::Fecha Dia(std::string_view iso);
 // Two rooms of type 0001 (2 persons included, 4 at most, product HAB1, no rate), one withdrawn, clients 0000000001
 // (with mail) and 0000000002 (without), payment form 0001, currencies MXN (local) and USD, tax 0.16, over-booking off.
 void LlenaHotelChico(autonomo::Anfitrion& host);
-// ruta: database file.
+// ruta: database file, or the address of a database on a server.
 autonomo::Opciones OpcionesDePrueba(const std::string& ruta = ":memory:");
 
 class HotelChico {
