@@ -68,6 +68,7 @@ bool EstaVacia(Conexion& conexion) {
 void LlenaConDemo(Conexion& conexion, com::Fecha hoy) {
   if (!EstaVacia(conexion)) return;
   Transaccion transaccion(conexion);
+  conexion.EsperaTurno("demo");
   if (EstaVacia(conexion)) {
     for (const std::string& sentencia : esquema::HotelDemo(com::AIso(com::SoloFecha(hoy)))) {
       conexion.Execute(sentencia);
@@ -126,6 +127,7 @@ com::Ptr<com::Despacho> Anfitrion::Padre() { return com::Ptr<com::Despacho>(new 
 
 void Anfitrion::Parametro(const std::string& clave, const std::string& valor) {
   Transaccion t(*conexion_);
+  conexion_->EsperaTurno("parametros");
   conexion_->Consulta("DELETE FROM Parametro WHERE Pm_Clave = ?", {clave});
   conexion_->Consulta("INSERT INTO Parametro (Pm_Clave, Pm_Valor) VALUES (?, ?)", {clave, valor});
   t.Concluye();

@@ -54,6 +54,7 @@ class ConexionSqlite final : public ConexionDeMotor {
   bool LeeConjuntos() const override { return leeConjuntos_; }
   esquema::Motor Motor() const override { return esquema::Motor::Sqlite; }
   bool TomaTurno(const std::string& trabajo) override { return base_.TomaTurno(trabajo); }
+  void EsperaTurno(const std::string& /*trabajo*/) override {}
   std::vector<std::string> TomaAvisos() override { return base_.TomaAvisos(); }
 
  private:

@@ -66,6 +66,9 @@ class ConexionDeMotor : public ado::Connection {
   // Takes the turn of a work that one program at a time may do, until this program ends; false when another one has
   // it. Always given for a database in memory.
   virtual bool TomaTurno(const std::string& trabajo) = 0;
+  // trabajo: a plain word. Inside a transaction: waits while another one is at the same work, and keeps others waiting
+  // until its end. The embedded engine's transactions do so by themselves.
+  virtual void EsperaTurno(const std::string& trabajo) = 0;
   // What the clerk is to know about the database that was opened (guards put back, a check that failed behind her
   // back); each notice is given once.
   virtual std::vector<std::string> TomaAvisos() { return {}; }

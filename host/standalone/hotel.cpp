@@ -42,11 +42,19 @@ class Foliador {
  private:
   std::string Folio(std::int32_t numero) const { return regional::ConMascara(std::to_string(numero), mascara_); }
 
-  std::int32_t Avanza() {
+  // The next number of the counter; 0 before the first one.
+  std::int32_t Cuenta() {
     conexion_.Consulta("UPDATE Folio_Consecutivo SET Fc_Ultimo = Fc_Ultimo + 1 WHERE Fc_Serie = ?", {kSerie});
     const ado::RecordsetPtr rs =
         conexion_.Consulta("SELECT Fc_Ultimo FROM Folio_Consecutivo WHERE Fc_Serie = ?", {kSerie});
-    if (!rs->Eof()) return com::CLng(rs->Fields(0).Value());
+    return rs->Eof() ? 0 : com::CLng(rs->Fields(0).Value());
+  }
+
+  std::int32_t Avanza() {
+    if (const std::int32_t numero = Cuenta()) return numero;
+    // Two may both be the first.
+    conexion_.EsperaTurno("folios");
+    if (const std::int32_t numero = Cuenta()) return numero;
     conexion_.Consulta("INSERT INTO Folio_Consecutivo (Fc_Serie, Fc_Ultimo) VALUES (?, ?)", {kSerie, 1});
     return 1;
   }

@@ -53,6 +53,10 @@ class ConexionPostgres final : public ConexionDeMotor {
   bool EnTransaccion() const override { return enTransaccion_; }
   bool LeeConjuntos() const override { return leeConjuntos_; }
   esquema::Motor Motor() const override { return esquema::Motor::PostgreSQL; }
+  void EsperaTurno(const std::string& trabajo) override {
+    Asegura("SELECT");
+    CorreTal("SELECT pg_advisory_xact_lock(209, hashtext('" + trabajo + "'))");
+  }
   bool TomaTurno(const std::string& nombre) override { return sesion_.TomaTurno(nombre); }
 
  private:

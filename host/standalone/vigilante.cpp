@@ -190,6 +190,10 @@ class ConexionVigilada final : public Conexion {
   bool LeeConjuntos() const override { return motor_->LeeConjuntos(); }
   esquema::Motor Motor() const override { return motor_->Motor(); }
   bool TomaTurno(const std::string& trabajo) override { return motor_->TomaTurno(trabajo); }
+  void EsperaTurno(const std::string& trabajo) override {
+    Reanuda();
+    Insiste([&] { motor_->EsperaTurno(trabajo); });
+  }
   std::vector<std::string> TomaAvisos() override { return motor_->TomaAvisos(); }
 
  private:
