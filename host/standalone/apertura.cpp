@@ -16,10 +16,13 @@
 #include <chrono>
 #include <memory>
 #include <thread>
+#include <utility>
 
 #include "host/standalone/colaciones.h"
 #include "host/standalone/errores.h"
 #include "host/standalone/integridad.h"
+#include "host/standalone/manija.h"
+#include "host/standalone/respaldo.h"
 #include "host/standalone/sentencia.h"
 #include "schema/esquema.h"
 
@@ -33,9 +36,15 @@ constexpr char kMemoria[] = ":memory:";
 }
 
 [[noreturn]] void RechazaVacio() {
-  throw com::Error(com::error::kAjena,
-                   "El archivo está vacío (0 bytes). Si aquí estaba el hotel, ponga en su lugar la última copia de "
-                   "respaldo; si no, bórrelo para crear uno nuevo");
+  throw com::Error(com::error::kDanada,
+                   "El archivo está vacío (0 bytes). Si aquí estaba el hotel, se perdió; si no, bórrelo para crear uno "
+                   "nuevo");
+}
+
+[[noreturn]] void RechazaPerdido() {
+  throw com::Error(
+      com::error::kDanada,
+      "El archivo del hotel no está, pero hay copias de respaldo. Si quiere un hotel nuevo, use otro nombre");
 }
 
 [[noreturn]] void RechazaSoloLectura() {
@@ -66,20 +75,13 @@ void CreaEsquema(sqlite3* base) {
 
 // --- creation of the file
 
-struct CierraManija {
-  void operator()(sqlite3* base) const { sqlite3_close(base); }
-};
 struct LiberaImagen {
   void operator()(unsigned char* imagen) const { sqlite3_free(imagen); }
 };
 
 // Bytes of a database file with the empty schema.
 QByteArray ImagenVacia() {
-  sqlite3* abierta = nullptr;
-  const int rc = sqlite3_open(kMemoria, &abierta);
-  const std::unique_ptr<sqlite3, CierraManija> base(abierta);
-  if (rc != SQLITE_OK) throw ErrorSqlite(base.get(), rc, {});
-  RegistraColaciones(base.get());
+  const Manija base = AbreManija(kMemoria, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
   CreaEsquema(base.get());
   sqlite3_int64 largo = 0;
   const std::unique_ptr<unsigned char, LiberaImagen> imagen(sqlite3_serialize(base.get(), "main", &largo, 0));
@@ -122,11 +124,10 @@ sqlite3* ManijaDe(const QSqlDatabase& base) {
 
 void RevisaDuenio(sqlite3* base) {
   if (EstaVacia(base)) return CreaEsquema(base);
-  const auto marca = Entero(base, "PRAGMA application_id");
-  if (marca < kMarca || marca > kMarcaBitacora) RechazaAjena("");
-  const auto version = Entero(base, "PRAGMA user_version");
-  if (version > esquema::kVersion) RechazaAjena(" de esta versión: lo creó una más nueva");
-  if (version < 1) RechazaAjena(" de esta versión");
+  if (!EsHotel(base)) RechazaAjena("");
+  if (Entero(base, "PRAGMA user_version") <= esquema::kVersion) return;
+  throw com::Error(com::error::kBaseDatos,
+                   "El archivo no es una base de datos de reservaciones de esta versión: lo creó una más nueva");
 }
 
 // The log's mode is kept in the file. A file that was closed whole has to be switched to it, which needs it for itself
@@ -156,6 +157,23 @@ void ConservaBitacora(sqlite3* base, bool conserva) {
   sqlite3_file_control(base, "main", SQLITE_FCNTL_PERSIST_WAL, &valor);
 }
 
+// Before the engine touches it: a hotel that is new, or one that is there whole.
+void ExigeArchivo(const QString& ruta) {
+  if (!QFileInfo::exists(ruta)) {
+    if (!Copias(ruta.toStdString()).empty()) RechazaPerdido();
+    CreaArchivo(ruta);
+  }
+  if (QFileInfo(ruta).size() == 0) RechazaVacio();
+  // Before the engine leaves its side files beside one that it cannot write.
+  if (!QFileInfo(ruta).isWritable()) RechazaSoloLectura();
+  RevisaBitacora(ruta.toStdString());
+}
+
+// Damage, or another file where the hotel was.
+bool Remediable(const std::string& ruta, const com::Error& e) {
+  return e.Numero() == com::error::kDanada || (e.Numero() == com::error::kAjena && !Copias(ruta).empty());
+}
+
 }  // namespace
 
 BaseSqlite::BaseSqlite(const std::string& ruta, int esperaMs) {
@@ -166,18 +184,15 @@ BaseSqlite::BaseSqlite(const std::string& ruta, int esperaMs) {
   if (ruta != kMemoria) {
     absoluta = QFileInfo(absoluta).absoluteFilePath();
     if (QFileInfo(absoluta).isDir()) RechazaAjena(": es una carpeta");
-    if (!QFileInfo::exists(absoluta)) CreaArchivo(absoluta);
-    if (QFileInfo(absoluta).size() == 0) RechazaVacio();
-    // Before the engine leaves its side files beside one that it cannot write.
-    if (!QFileInfo(absoluta).isWritable()) RechazaSoloLectura();
   }
   try {
-    if (ruta != kMemoria) RevisaBitacora(absoluta.toStdString());
+    if (ruta != kMemoria) ExigeArchivo(absoluta);
     Abre(absoluta, esperaMs);
     Prepara(absoluta.toStdString(), esperaMs);
-  } catch (const com::Error&) {
+  } catch (const com::Error& e) {
     Cierra();
-    throw;
+    if (ruta == kMemoria || !Remediable(absoluta.toStdString(), e)) throw;
+    throw com::Error(e.Numero(), e.Descripcion() + ComoVolver(absoluta.toStdString()), e.Sentencia());
   }
 }
 
@@ -208,12 +223,24 @@ void BaseSqlite::Prepara(const std::string& ruta, int esperaMs) {
   Corre(manija_, "PRAGMA synchronous=FULL");
   // KiB. What a board or an availability check of a hotel with years behind it reads stays in memory.
   Corre(manija_, "PRAGMA cache_size=-16000");
-  paginas_ = std::make_unique<RevisionDePaginas>(manija_, ruta);
+  paginas_ = std::make_unique<RevisionDePaginas>(manija_, ruta, ComoVolver);
   avisos_ = Completa(manija_);
   if (ruta == kMemoria) return;
   Marca(manija_, esperaMs);
   ConservaBitacora(manija_, true);
   bitacora_ = InodoBitacora(manija_);
+}
+
+std::vector<std::string> BaseSqlite::TomaAvisos() {
+  if (paginas_ != nullptr && !dijoDano_) {
+    try {
+      paginas_->Exige();
+    } catch (const com::Error& e) {
+      dijoDano_ = true;
+      avisos_.push_back(e.Descripcion());
+    }
+  }
+  return std::exchange(avisos_, {});
 }
 
 bool BaseSqlite::EnSuLugar() const {

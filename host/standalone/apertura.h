@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "host/standalone/integridad.h"
@@ -36,8 +35,8 @@ class BaseSqlite {
   // ConexionDeMotor::TomaTurno.
   bool TomaTurno(const std::string& trabajo) const;
 
-  // What the clerk is to know about it, once.
-  std::vector<std::string> TomaAvisos() { return std::exchange(avisos_, {}); }
+  // What the clerk is to know about it, each notice once; damage when the check has found it.
+  std::vector<std::string> TomaAvisos();
 
  private:
   void Abre(const QString& ruta, int esperaMs);
@@ -52,6 +51,7 @@ class BaseSqlite {
   std::uint64_t bitacora_ = 0;  // inode of the write-ahead log; 0 in memory
   std::vector<std::string> avisos_;
   std::unique_ptr<RevisionDePaginas> paginas_;
+  bool dijoDano_ = false;
 };
 
 }  // namespace autonomo

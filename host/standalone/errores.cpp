@@ -51,8 +51,9 @@ int CategoriaSqlite(int codigo, int errnoSistema) {
       return kSoloLectura;
     case SQLITE_FULL:
       return kLlena;
-    case SQLITE_NOTADB:
     case SQLITE_CORRUPT:
+      return kDanada;
+    case SQLITE_NOTADB:
     case SQLITE_FORMAT:
       return kAjena;
     case SQLITE_CONSTRAINT:
@@ -75,6 +76,8 @@ std::string DescribeSqlite(int codigo, int errnoSistema, std::string_view mensaj
       return "La base de datos es de solo lectura";
     case kLlena:
       return "No hay espacio en el disco para la base de datos";
+    case kDanada:
+      return "La base de datos está dañada";
     case kAjena:
       return "El archivo no es una base de datos de reservaciones o está dañado";
     case kRestriccion:

@@ -14,6 +14,7 @@
 
 #include "host/standalone/colaciones.h"
 #include "host/standalone/errores.h"
+#include "host/standalone/manija.h"
 #include "host/standalone/sentencia.h"
 #include "platform/com/variant.h"
 #include "schema/esquema.h"
@@ -23,18 +24,13 @@ namespace {
 
 // Files up to this size are checked while the program opens them: some 20 ms.
 constexpr std::uintmax_t kBytesAlAbrir = 8U << 20U;
-// Engine steps between two looks at whether the check is to end.
-constexpr int kPasos = 10000;
 
 [[noreturn]] void Rechaza(const std::string& texto, const std::string& detalle = {}) {
-  throw com::Error(com::error::kBaseDatos, texto, detalle);
+  throw com::Error(com::error::kDanada, texto, detalle);
 }
 
-[[noreturn]] void RechazaDanada(const std::string& detalle = {}) {
-  Rechaza(
-      "La base de datos está dañada. No se trabaja en ella para no empeorarla: guarde el archivo aparte y ponga en su "
-      "lugar la última copia de respaldo",
-      detalle);
+[[noreturn]] void RechazaDanada(const std::string& detalle = {}, const std::string& remedio = {}) {
+  Rechaza("La base de datos está dañada. No se trabaja en ella para no empeorarla" + remedio, detalle);
 }
 
 // --- the write-ahead log, as the engine lays it out
@@ -205,19 +201,6 @@ std::string AvisoDeGuardas(sqlite3* base, const std::vector<std::string>& guarda
   return dobles.empty() ? texto : texto + " Estas habitaciones están en dos reservaciones a la vez:" + dobles;
 }
 
-// --- pages
-
-struct CierraManija {
-  void operator()(sqlite3* base) const { sqlite3_close(base); }
-};
-
-// "ok", or the first thing that is wrong.
-std::string RevisaPaginas(sqlite3* base) {
-  constexpr std::string_view kRevisa = "PRAGMA quick_check(1)";
-  const auto filas = Sentencia(base, kRevisa, {}, kRevisa).Corre(kRevisa);
-  return filas->Eof() ? "ok" : com::CStr(filas->Fields(0).Value());
-}
-
 }  // namespace
 
 void RevisaBitacora(const std::string& ruta) {
@@ -229,13 +212,17 @@ void RevisaBitacora(const std::string& ruta) {
       log.size() == otra.size() && std::equal(log.begin(), log.begin() + kCabeceraBitacora, otra.begin());
   if (!quieta || ConfirmadasTrasElDano(otra) < 2) return;
   Rechaza("La bitácora de la base de datos (" + ruta +
-          "-wal) está dañada y guarda trabajo que ya se había aceptado. No se abre para no perderlo: guarde los dos "
-          "archivos aparte y ponga en su lugar la última copia de respaldo");
+          "-wal) está dañada y guarda trabajo que ya se había aceptado. No se abre para no perderlo");
+}
+
+bool EsHotel(sqlite3* base) {
+  const auto marca = Entero(base, "PRAGMA application_id");
+  return marca >= kMarca && marca <= kMarcaCopia && Entero(base, "PRAGMA user_version") >= 1;
 }
 
 void Marca(sqlite3* base, int esperaMs) {
   const auto marca = Entero(base, "PRAGMA application_id");
-  if (marca == kMarca) {
+  if (marca == kMarca || marca == kMarcaCopia) {
     Corre(base, "PRAGMA application_id=" + std::to_string(kMarcaEnUso));
     Corre(base, "PRAGMA wal_checkpoint(PASSIVE)");
   }
@@ -256,7 +243,7 @@ void ExigeBitacora(sqlite3* base) {
   if (stat(log, &datos) == 0 && datos.st_size > 0) return;
   Rechaza("A la base de datos le falta su bitácora (" + std::string(log) +
           "), donde está lo último que se guardó: se borró, o el archivo se copió mientras estaba abierto. No se abre "
-          "para no perder nada: devuelva la bitácora a su lugar, o use la última copia de respaldo");
+          "para no perder nada: devuélvala a su lugar si la encuentra");
 }
 
 std::vector<std::string> Completa(sqlite3* base) {
@@ -281,15 +268,23 @@ std::vector<std::string> Completa(sqlite3* base) {
   }
 }
 
-RevisionDePaginas::RevisionDePaginas(sqlite3* base, const std::string& ruta) {
+std::string RevisaPaginas(sqlite3* base) {
+  constexpr std::string_view kRevisa = "PRAGMA quick_check(1)";
+  const auto filas = Sentencia(base, kRevisa, {}, kRevisa).Corre(kRevisa);
+  const std::string dice = filas->Eof() ? "ok" : com::CStr(filas->Fields(0).Value());
+  return dice == "ok" ? std::string() : dice;
+}
+
+RevisionDePaginas::RevisionDePaginas(sqlite3* base, const std::string& ruta,
+                                     std::string (*remedio)(const std::string& ruta)) {
   struct stat datos {};
   if (stat(ruta.c_str(), &datos) != 0) return;  // in memory
   if (static_cast<std::uintmax_t>(datos.st_size) > kBytesAlAbrir) {
-    hilo_ = std::thread([this, ruta] { Recorre(ruta); });
+    hilo_ = std::thread([this, ruta, remedio] { Recorre(ruta, remedio); });
     return;
   }
-  const std::string dice = RevisaPaginas(base);
-  if (dice != "ok") RechazaDanada(dice);
+  const std::string dano = RevisaPaginas(base);
+  if (!dano.empty()) RechazaDanada(dano);
 }
 
 RevisionDePaginas::~RevisionDePaginas() {
@@ -297,24 +292,22 @@ RevisionDePaginas::~RevisionDePaginas() {
   if (hilo_.joinable()) hilo_.join();
 }
 
-void RevisionDePaginas::Recorre(const std::string& ruta) {
-  sqlite3* abierta = nullptr;
-  const int rc = sqlite3_open_v2(ruta.c_str(), &abierta, SQLITE_OPEN_READONLY, nullptr);
-  const std::unique_ptr<sqlite3, CierraManija> base(abierta);
-  if (rc != SQLITE_OK) return;
-  sqlite3_progress_handler(
-      base.get(), kPasos, [](void* termina) { return static_cast<std::atomic<bool>*>(termina)->load() ? 1 : 0; },
-      &termina_);
+void RevisionDePaginas::Recorre(const std::string& ruta, std::string (*remedio)(const std::string& ruta)) {
+  bool sana = true;
   try {
-    RegistraColaciones(base.get());
-    danada_ = RevisaPaginas(base.get()) != "ok";
+    const Manija base = AbreManija(ruta, SQLITE_OPEN_READONLY);
+    TerminaCon(base.get(), termina_);
+    sana = RevisaPaginas(base.get()).empty();
   } catch (const com::Error& e) {
-    danada_ = e.Numero() == com::error::kAjena;  // so damaged that it cannot be walked through
+    sana = e.Numero() != com::error::kDanada;  // so damaged that it cannot be walked through
   }
+  if (sana) return;
+  remedio_ = remedio(ruta);
+  danada_ = true;
 }
 
 void RevisionDePaginas::Exige() const {
-  if (danada_) RechazaDanada();
+  if (danada_) RechazaDanada({}, remedio_);
 }
 
 }  // namespace autonomo

@@ -13,43 +13,50 @@ namespace autonomo {
 
 // Marks of a file of this system (application_id): "KV07", closed whole in one file; "KV08", in use, what the file says
 // while part of it is in the log beside it; "KV09", what the log says. So a file that says "KV08" without a log has
-// lost it, and one to which another tool has brought the whole log says "KV09".
-inline constexpr std::int64_t kMarca = 0x4B563037, kMarcaEnUso = 0x4B563038, kMarcaBitacora = 0x4B563039;
+// lost it, and one to which another tool has brought the whole log says "KV09". "KV0:" is a copy (respaldo.h).
+inline constexpr std::int64_t kMarca = 0x4B563037, kMarcaEnUso = 0x4B563038, kMarcaBitacora = 0x4B563039,
+                              kMarcaCopia = 0x4B56303A;
+// Whether the file is a hotel of this system, of any version.
+bool EsHotel(sqlite3* base);
 
 // Marks a file that is now used, and keeps the marks right when the log is brought into the file from time to time.
 // Closed whole again by QuitaMarcas.
 void Marca(sqlite3* base, int esperaMs);
 void QuitaMarcas(sqlite3* base);
 
-// com::Error kBaseDatos when the log holds committed work behind a place that cannot be read: the engine would pass
+// com::Error kDanada when the log holds committed work behind a place that cannot be read: the engine would pass
 // over it without a word. ruta: the database's file, not open in this process yet, or open elsewhere too.
 void RevisaBitacora(const std::string& ruta);
 
-// com::Error kBaseDatos when the open file is one in use whose log is gone or empty.
+// com::Error kDanada when the open file is one in use whose log is gone or empty.
 void ExigeBitacora(sqlite3* base);
 
 // Brings a database of an earlier version up to the present one; puts back guards and indexes that are missing or were
-// changed. Gives what the clerk is to know. com::Error kBaseDatos when a table or a column of the present version is
+// changed. Gives what the clerk is to know. com::Error kDanada when a table or a column of the present version is
 // missing.
 std::vector<std::string> Completa(sqlite3* base);
 
-// The engine's own quick check of the pages: at once for a small file, behind the clerk's back for a large one.
+// The engine's own quick check of the pages: the first thing that is wrong, "" nothing.
+std::string RevisaPaginas(sqlite3* base);
+
+// That check when a file is opened: at once for a small file, behind the clerk's back for a large one.
 class RevisionDePaginas {
  public:
-  // com::Error kBaseDatos when a small file is damaged.
-  RevisionDePaginas(sqlite3* base, const std::string& ruta);
+  // remedio: what is added to the error of a large file. com::Error kDanada when a small file is damaged.
+  RevisionDePaginas(sqlite3* base, const std::string& ruta, std::string (*remedio)(const std::string& ruta));
   ~RevisionDePaginas();
   RevisionDePaginas(const RevisionDePaginas&) = delete;
   RevisionDePaginas& operator=(const RevisionDePaginas&) = delete;
 
-  // com::Error kBaseDatos once the check has found damage.
+  // com::Error kDanada once the check has found damage.
   void Exige() const;
 
  private:
-  void Recorre(const std::string& ruta);
+  void Recorre(const std::string& ruta, std::string (*remedio)(const std::string& ruta));
 
   std::atomic<bool> termina_ = false;
   std::atomic<bool> danada_ = false;
+  std::string remedio_;  // stands before danada_ is set
   std::thread hilo_;
 };
 

@@ -29,6 +29,7 @@ inline constexpr int kOcupada = 3006;      // database locked by another program
 inline constexpr int kSoloLectura = 3027;  // database cannot be written
 inline constexpr int kLlena = 3183;        // disk full
 inline constexpr int kAjena = 3343;        // file is not a database of this system
+inline constexpr int kDanada = 3049;       // database damaged, or its log lost: not worked in
 inline constexpr int kRestriccion = 3022;  // constraint: duplicate key, room already held, ...
 inline constexpr int kBaseDatos = 3146;    // any other database failure
 inline constexpr int kClase = 429;         // object cannot be created

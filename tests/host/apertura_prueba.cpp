@@ -96,7 +96,7 @@ TEST_F(AperturaPrueba, LoAjenoNiSeAbreNiSeToca) {
   Abre();
   Ajeno(ruta, "PRAGMA user_version=99");
   const auto e = ErrorDe([&] { Abre(); });
-  EXPECT_EQ(e.Numero(), kAjena);
+  EXPECT_EQ(e.Numero(), kBaseDatos);
   EXPECT_EQ(e.Descripcion(),
             "El archivo no es una base de datos de reservaciones de esta versión: lo creó una más nueva");
   EXPECT_EQ(Numero(carpeta.string()), kAjena);
@@ -261,7 +261,7 @@ TEST_F(AperturaPrueba, UnaBitacoraPerdidaODanadaSeDice) {
   const auto e = ErrorDe([&] { Abre(sola); });
   EXPECT_NE(e.Descripcion().find("le falta su bitácora"), std::string::npos) << e.Descripcion();
   std::ofstream(sola + "-wal");
-  EXPECT_EQ(Numero(sola), kBaseDatos) << "an empty log";
+  EXPECT_EQ(Numero(sola), kDanada) << "an empty log";
   // One byte of the log's first frames, with committed work behind it.
   std::fstream log(danada + "-wal", std::ios::in | std::ios::out | std::ios::binary);
   log.seekp(9000);
@@ -341,7 +341,7 @@ TEST_F(AperturaPrueba, LoQueLeQuitaronSePoneYSeDice) {
             "14");
   EXPECT_TRUE(Abre()->TomaAvisos().empty());
   c->Directa("DROP TABLE Tarifa");
-  EXPECT_EQ(Numero(ruta), kBaseDatos);
+  EXPECT_EQ(Numero(ruta), kDanada);
 }
 
 // A database of the first version gets the versions and keeps what it holds.
