@@ -23,7 +23,9 @@
 #include "desktop/impresion.h"
 #include "desktop/manos_qt.h"
 #include "desktop/pantallas.h"
+#include "desktop/preguntas.h"
 #include "desktop/senales.h"
+#include "desktop/vigia.h"
 #include "desktop/vista.h"
 #include "guion/componente.h"
 #include "guion/interprete.h"
@@ -34,6 +36,7 @@
 #include "host/standalone/documento.h"
 #include "host/standalone/parametros.h"
 #include "host/standalone/registro.h"
+#include "host/standalone/respaldo_diario.h"
 #include "host/standalone/version.h"
 #include "platform/com/error.h"
 #include "platform/controls/barra.h"
@@ -162,6 +165,17 @@ void CorrigeParametros(autonomo::Anfitrion& anfitrion) {
   if (motivos.empty()) return;
   Avisa(motivos + "Corríjalo en la configuración.", 48, nullptr);
   AbreConfiguracion(anfitrion, nullptr);
+}
+
+// What the clerk is to know of what went on behind her back.
+std::vector<std::string> TomaNoticias(autonomo::Anfitrion& anfitrion, std::optional<autonomo::RespaldoDiario>& diario) {
+  std::vector<std::string> noticias = anfitrion.conexion()->TomaAvisos();
+  if (!diario) return noticias;
+  for (const auto& noticia : diario->TomaNoticias()) {
+    autonomo::registro::Anota(noticia.falla ? "falla la copia de respaldo" : noticia.texto);
+    if (noticia.falla) noticias.push_back("No se hizo la copia de respaldo de hoy. " + noticia.texto);
+  }
+  return noticias;
 }
 
 void AlMensajeFatal(QtMsgType tipo, const QMessageLogContext&, const QString& texto) {
@@ -320,9 +334,11 @@ int Programa::CorreVentana(OpcionesPrograma opciones) {
   AtiendeSenales(&vida, [&] {
     if (escritorio.PermiteSalir(componente.formulario())) QApplication::exit(kBien);
   });
-  Despues(*QCoreApplication::instance(), [&escritorio, &anfitrion] {
-    for (const std::string& aviso : anfitrion.conexion()->TomaAvisos()) Avisa(aviso, 48, escritorio.Frente());
-  });
+  std::optional<autonomo::RespaldoDiario> diario;
+  if (opciones.anfitrion.base.conexion.empty() && anfitrion.base() != ":memory:") diario.emplace(anfitrion.base());
+  const Vigia vigia([&] { return TomaNoticias(anfitrion, diario); },
+                    [&] { return QApplication::activeModalWidget() != nullptr || EnCaptura(componente.formulario()); },
+                    [&](const std::string& noticia) { Avisa(noticia, 48, escritorio.Frente()); });
   return QApplication::exec();
 }
 

@@ -118,3 +118,6 @@ guardado 'SELECT Hb_Cve_Habitacion, Rsd_Adultos, Rsd_Precio_Neto_Importe FROM Re
   '{"Hb_Cve_Habitacion":"0101","Rsd_Adultos":3,"Rsd_Precio_Neto_Importe":3400}'
 # Whoever makes a hotel here does not sell a room twice, without having been asked.
 guardado "SELECT Pm_Valor FROM Parametro WHERE Pm_Clave = 'HT_OVER_BOOKING'" '{"Pm_Valor":"0"}'
+# The day's copy was made meanwhile, and one of now by hand, from the open hotel.
+[ -f "$CARPETA/respaldos/hotel-$(date +%F).db" ]
+"$RESERVAS_BASE" respalda "$base" "$CARPETA/copia.db" --registro "$CARPETA/diario" | grep -q '(1 reservaciones, '
