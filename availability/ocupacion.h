@@ -30,7 +30,7 @@ struct CeldaTablero {
 };
 
 // Error kDesbordamiento when the free rooms do not fit 16 bits.
-CeldaTablero CalculaCelda(ModoVista modo, int total, const Ocupacion& ocupacion);
+[[nodiscard]] CeldaTablero CalculaCelda(ModoVista modo, int total, const Ocupacion& ocupacion);
 
 // Rooms that are not withdrawn, by row key. Keys compare as the database compares them: case-blind, trailing blanks
 // ignored.
@@ -59,7 +59,9 @@ class LectorOcupacion {
 
 // Both read through the host's connection; database failures come from the constructor (whole sets) or from Noche.
 // noches: the board's nights, from the first day column on.
-std::unique_ptr<LectorOcupacion> LeePorCelda(sentencias::Criterio criterio, const std::vector<com::Fecha>& noches);
-std::unique_ptr<LectorOcupacion> LeePorConjuntos(sentencias::Criterio criterio, const std::vector<com::Fecha>& noches);
+[[nodiscard]] std::unique_ptr<LectorOcupacion> LeePorCelda(sentencias::Criterio criterio,
+                                                           const std::vector<com::Fecha>& noches);
+[[nodiscard]] std::unique_ptr<LectorOcupacion> LeePorConjuntos(sentencias::Criterio criterio,
+                                                               const std::vector<com::Fecha>& noches);
 
 }  // namespace kv207

@@ -26,20 +26,20 @@ struct Filtros {
 void Totales(ado::TextoSQL& sql, ModoVista modo);
 
 // Condition of rows and counts, to follow a WHERE.
-ado::TextoSQL Condicion(ModoVista modo, const Filtros& filtros);
+[[nodiscard]] ado::TextoSQL Condicion(ModoVista modo, const Filtros& filtros);
 
 // CLAVE, DESCRIPCION and, by room, DESCRIPCION_TIPO of the board's rows, in the database's order.
 void Filas(ado::TextoSQL& sql, ModoVista modo, const ado::TextoSQL& condicion);
 
-// --- cell by cell: Cantidad of one row on one night. noche: the night as Utilerias.FechaSQL gives it
-// -------------------
+// --- cell by cell ---
+// Cantidad of one row on one night. noche: the night as Utilerias.FechaSQL gives it.
 void Reservaciones(ado::TextoSQL& sql, const Criterio& criterio, std::string_view clave, std::string_view noche);
 void Estancias(ado::TextoSQL& sql, const Criterio& criterio, std::string_view clave, std::string_view noche);
 void Bloqueos(ado::TextoSQL& sql, const Criterio& criterio, std::string_view clave, std::string_view noche);
 
-// --- whole sets: CLAVE, INICIO, FIN of everything that takes a room of any row on some night of the range
-// --------------- CLAVE is spelled as in the rows statement. primera, ultima: first and last night as
-// Utilerias.FechaSQL gives them.
+// --- whole sets ---
+// CLAVE, INICIO, FIN of everything that takes a room of any row on some night of the range. CLAVE is spelled as in the
+// rows statement. primera, ultima: first and last night as Utilerias.FechaSQL gives them.
 void ReservacionesDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::string_view primera,
                            std::string_view ultima);
 void EstanciasDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::string_view primera, std::string_view ultima);

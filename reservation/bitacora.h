@@ -20,15 +20,16 @@ struct ImagenRenglon {
 };
 
 // First row of a header image; the record set must not be past its end.
-ImagenEncabezado LeeImagenEncabezado(const ado::Recordset& encabezado);
+[[nodiscard]] ImagenEncabezado LeeImagenEncabezado(const ado::Recordset& encabezado);
 // All rows of a detail image, from the first one on.
-std::vector<ImagenRenglon> LeeImagenDetalle(ado::Recordset& detalle);
+[[nodiscard]] std::vector<ImagenRenglon> LeeImagenDetalle(ado::Recordset& detalle);
 
 // Texts with their heading, "" when nothing that is watched has changed. A NULL on either side of a value is no change;
 // a NULL date of the header, count or amount raises Error kUsoDeNulo.
-std::string TextoCambioEncabezado(const ImagenEncabezado& antes, const ImagenEncabezado& despues);
+[[nodiscard]] std::string TextoCambioEncabezado(const ImagenEncabezado& antes, const ImagenEncabezado& despues);
 // A room's lines are each compared with the first line that the room has afterwards. Rooms that were added give no
 // text.
-std::string TextoCambioDetalle(const std::vector<ImagenRenglon>& antes, const std::vector<ImagenRenglon>& despues);
+[[nodiscard]] std::string TextoCambioDetalle(const std::vector<ImagenRenglon>& antes,
+                                             const std::vector<ImagenRenglon>& despues);
 
 }  // namespace kv207

@@ -11,7 +11,7 @@
 namespace kv207 {
 
 // Arrival proposed that many days after the capture, at midnight.
-com::Fecha LlegadaPropuesta(com::Fecha captura, int diasReservacion);
+[[nodiscard]] com::Fecha LlegadaPropuesta(com::Fecha captura, int diasReservacion);
 
 struct Estancia {
   com::Fecha llegada, salida;
@@ -20,7 +20,7 @@ struct Estancia {
 };
 // A stay whose arrival has been set: an arrival before the capture becomes the proposed one, a departure before the
 // arrival the arrival's day.
-Estancia FijaLlegada(com::Fecha captura, com::Fecha llegada, com::Fecha salida, int diasReservacion);
+[[nodiscard]] Estancia FijaLlegada(com::Fecha captura, com::Fecha llegada, com::Fecha salida, int diasReservacion);
 
 // Nights typed by the clerk; fractions go to the nearest whole number, halves to the even one. 0, which the screen
 // turns into one night, where there is no number. Error kArgumento when they are below 0 or the departure would lie
@@ -29,7 +29,7 @@ std::int32_t NochesTecleadas(const com::Variant& valor, com::Fecha llegada);
 
 // Why a stay of that many nights is too long for the hotel (its parameter HT_MAXIMO_NOCHES); nothing when it is not.
 // Stays of up to a month never are: the host is not asked about them.
-std::optional<std::string> MotivoDeEstanciaLarga(std::int32_t noches);
+[[nodiscard]] std::optional<std::string> MotivoDeEstanciaLarga(std::int32_t noches);
 // Error kArgumento with that reason.
 void ExigeEstanciaPosible(std::int32_t noches);
 

@@ -11,24 +11,24 @@
 namespace kv207 {
 
 // Nothing was entered in the cell.
-bool CeldaVacia(const com::Variant& celda);
+[[nodiscard]] bool CeldaVacia(const com::Variant& celda);
 // Date of a cell; Error kTipos when it holds none (an empty cell holds none).
-com::Fecha FechaDeCelda(const com::Variant& celda);
+[[nodiscard]] com::Fecha FechaDeCelda(const com::Variant& celda);
 // The same; nothing where that raises.
-std::optional<com::Fecha> FechaSiLaHay(const com::Variant& celda);
+[[nodiscard]] std::optional<com::Fecha> FechaSiLaHay(const com::Variant& celda);
 // Number of persons in a cell: 0 when empty, halves to the even neighbour. Error kTipos for a text that is no number,
 // kDesbordamiento for more than 32,767, kArgumento for a negative number.
 std::int16_t PersonasDeCelda(const com::Variant& celda);
 // Adults, minors and infants of a line together; the errors of PersonasDeCelda.
-int PersonasDelRenglon(const controles::Grid& grid, int fila);
+[[nodiscard]] int PersonasDelRenglon(const controles::Grid& grid, int fila);
 
 // Day on which a line starts, after the clerk left it: one outside the stay, equal to the line's end, or missing (what
 // was typed is no date) becomes the arrival. Times of day do not count.
-com::Fecha AjustaInicio(std::optional<com::Fecha> inicio, std::optional<com::Fecha> fin, com::Fecha llegada,
-                        com::Fecha salida);
+[[nodiscard]] com::Fecha AjustaInicio(std::optional<com::Fecha> inicio, std::optional<com::Fecha> fin,
+                                      com::Fecha llegada, com::Fecha salida);
 // Day on which a line ends: one outside the stay, not after the line's start, or missing becomes the departure.
-com::Fecha AjustaFin(std::optional<com::Fecha> inicio, std::optional<com::Fecha> fin, com::Fecha llegada,
-                     com::Fecha salida);
+[[nodiscard]] com::Fecha AjustaFin(std::optional<com::Fecha> inicio, std::optional<com::Fecha> fin, com::Fecha llegada,
+                                   com::Fecha salida);
 
 // Amounts of a line for its whole stay.
 struct ImportesRenglon {
@@ -42,6 +42,6 @@ struct ImportesRenglon {
 };
 // Discount, tax and total that follow from the prices and, when porImporte, from the discount amount, else from the
 // discount's percentage. A discount amount on prices that add up to nothing becomes 0.
-ImportesRenglon RederivaImportes(ImportesRenglon renglon, bool porImporte);
+[[nodiscard]] ImportesRenglon RederivaImportes(ImportesRenglon renglon, bool porImporte);
 
 }  // namespace kv207

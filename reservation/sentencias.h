@@ -8,28 +8,24 @@
 
 namespace kv207 {
 
-// --- carga.cpp
-// --------------------------------------------------------------------------------------------------------- Header,
-// lines, rooms, types, products and prices of a reservation, one row a line.
+// --- carga.cpp ---
+// Header, lines, rooms, types, products and prices of a reservation, one row a line.
 void ArmaCargaReservacion(ado::TextoSQL& sql, std::string_view folio);
 
-// --- bitacora.cpp
-// ------------------------------------------------------------------------------------------------------ Header before
-// and after a save, and its lines.
+// --- bitacora.cpp ---
+// Header before and after a save, and its lines.
 void ArmaEncabezadoAntes(ado::TextoSQL& sql, std::string_view folio);
 void ArmaEncabezadoDespues(ado::TextoSQL& sql, std::string_view folio);
 void ArmaDetalleImagen(ado::TextoSQL& sql, std::string_view folio);
 
-// --- acciones.cpp
-// ------------------------------------------------------------------------------------------------------ State changes.
-// ahora: date and time of the change.
+// --- acciones.cpp ---
+// State changes. ahora: date and time of the change.
 void ArmaConfirmacion(ado::TextoSQL& sql, std::string_view usuario, std::string_view ahora, std::string_view folio);
 void ArmaCancelacion(ado::TextoSQL& sql, std::string_view usuario, std::string_view ahora, std::string_view folio);
 void ArmaReactivacion(ado::TextoSQL& sql, std::string_view usuario, std::string_view ahora, std::string_view folio);
 
-// --- tarjeta.cpp
-// ------------------------------------------------------------------------------------------------------- Banco,
-// Numero, Vencimiento, Codigo of a reservation's own card, and of a client's.
+// --- tarjeta.cpp ---
+// Banco, Numero, Vencimiento, Codigo of a reservation's own card, and of a client's.
 void ArmaTarjetaReservacion(ado::TextoSQL& sql, std::string_view folio);
 void ArmaTarjetaCliente(ado::TextoSQL& sql, std::string_view cliente);
 

@@ -7,8 +7,8 @@
 namespace kv207 {
 
 // Type of a payment form as the host's database has it, "" when there is no such form.
-std::string LeeTipoFormaPago(const std::string& formaPago);
+[[nodiscard]] std::string LeeTipoFormaPago(const std::string& formaPago);
 // A payment form of this type is a card, which needs card data. Blanks around the type do not count.
-bool EsTarjeta(std::string_view tipoFormaPago);
+[[nodiscard]] bool EsTarjeta(std::string_view tipoFormaPago);
 
 }  // namespace kv207

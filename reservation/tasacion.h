@@ -43,9 +43,9 @@ enum class Falta { Nada, Convertir, Tasar };
 // What the amounts of a line need under the conditions shown now. precio: null when the line has not been priced.
 // The hotel's price is asked for again when any condition differs; an agreed one is only converted, when it was agreed
 // in another currency than the one shown.
-Falta QueFalta(const PrecioRenglon* precio, const CondicionesPrecio& ahora);
+[[nodiscard]] Falta QueFalta(const PrecioRenglon* precio, const CondicionesPrecio& ahora);
 // An agreed amount in another currency, 2 decimals; as agreed in its own.
-double Convierte(double importe, const Acuerdo& acuerdo, const std::string& moneda, double tipoCambio);
+[[nodiscard]] double Convierte(double importe, const Acuerdo& acuerdo, const std::string& moneda, double tipoCambio);
 
 // Writes the discount, tax and total that follow from the line's prices and, when porImporte, from its discount
 // amount, else from the discount's percentage.

@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <functional>
 #include <iostream>
+#include <stdexcept>
 #include <utility>
 #include <vector>
 
@@ -210,8 +211,9 @@ int main(int argc, char** argv) {
     // The same load, with the board's window out of the way.
     const Instante antes = Ahora();
     tablero.ssDisponibilidad.QuitaTodas();
-    tablero.Agregar_Columnas(banco::kNoches);
-    tablero.CargarDatos();
+    if (!tablero.Agregar_Columnas(banco::kNoches) || !tablero.CargarDatos()) {
+      throw std::runtime_error(tablero.MensajeError);
+    }
     carga.Anota(antes, Ahora());
   }
   const double base = MedianaDe(carga.procesador);
