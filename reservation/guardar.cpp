@@ -2,6 +2,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <variant>
 
 #include "platform/regional/regional.h"
 #include "publico/avisos.h"
@@ -147,14 +148,11 @@ anfitrion::DatosReservacion DatosDelEncabezado(const frmKV207& f) {
   return datos;
 }
 
-// Gives the folio under which the header was stored.
-std::optional<Rechazo> GuardaEncabezado(const frmKV207& f, anfitrion::Hotel& almacen, std::string& folio) {
+// The folio under which the header was stored; nothing when the store refused it.
+std::optional<std::string> GuardaEncabezado(const frmKV207& f, anfitrion::Hotel& almacen) {
   almacen.Encabezado(DatosDelEncabezado(f));
-  if (almacen.GuardaReservacion()) {
-    folio = almacen.Encabezado().folio.Texto();
-    return std::nullopt;
-  }
-  return Rechazo{&mensaje::kGuardarReservacion};
+  if (!almacen.GuardaReservacion()) return std::nullopt;
+  return almacen.Encabezado().folio.Texto();
 }
 
 // --- lines ---
@@ -186,7 +184,7 @@ std::optional<Rechazo> RevisaRenglon(const frmKV207& f, int fila) {
 }
 
 anfitrion::DatosDetalle DatosDelRenglon(const controles::Grid& grid, int fila) {
-  const auto numero = [&](const char* columna) { return com::CDbl(grid.celda(fila, columna)); };
+  const auto numero = [&](std::string_view columna) { return com::CDbl(grid.celda(fila, columna)); };
   anfitrion::DatosDetalle datos;
   datos.habitacion = com::CStr(grid.celda(fila, "Clave"));
   datos.inicio = com::ADiasCom(FechaDeCelda(grid.celda(fila, "FECHAI")));
@@ -239,8 +237,8 @@ void GuardaTarjeta(const frmKV207& f, const std::string& folio) {
 
 // --- the whole ---
 
-// Everything that stands between the begin and the commit. folio: the one stored.
-std::optional<Rechazo> GuardaTodo(frmKV207& f, bool nuevo, anfitrion::Hotel& almacen, std::string& folio) {
+// Everything that stands between the begin and the commit: the folio stored, or why there is none.
+std::variant<std::string, Rechazo> GuardaTodo(frmKV207& f, bool nuevo, anfitrion::Hotel& almacen) {
   frmKV207::Imagen antes;
   if (nuevo) {
     f.FechaCaptura = f.dpFecha.valor();
@@ -248,16 +246,17 @@ std::optional<Rechazo> GuardaTodo(frmKV207& f, bool nuevo, anfitrion::Hotel& alm
   } else {
     f.Resevacion_Antes(f.txtFolio.text(), antes);
   }
-  if (auto rechazo = GuardaEncabezado(f, almacen, folio)) return rechazo;
-  if (auto rechazo = GuardaRenglones(f, almacen)) return rechazo;
-  GuardaTarjeta(f, folio);
-  if (nuevo) return std::nullopt;
+  const std::optional<std::string> folio = GuardaEncabezado(f, almacen);
+  if (!folio) return Rechazo{&mensaje::kGuardarReservacion};
+  if (auto rechazo = GuardaRenglones(f, almacen)) return *std::move(rechazo);
+  GuardaTarjeta(f, *folio);
+  if (nuevo) return *folio;
   frmKV207::Imagen despues;
   bool ok = false;
-  f.Resevacion_Despues(folio, despues);
-  f.Analizar_Reservacion(folio, antes, despues, ok);
-  // The audit has reported its own failure.
-  return ok ? std::nullopt : std::optional(Rechazo{});
+  f.Resevacion_Despues(*folio, despues);
+  f.Analizar_Reservacion(*folio, antes, despues, ok);
+  if (!ok) return Rechazo{};  // the audit has reported its own failure
+  return *folio;
 }
 
 void CorreoOImpresion(frmKV207& f, const std::string& folio) {
@@ -279,15 +278,15 @@ void frmKV207::Controles_Aceptar(bool nuevo) {
   const auto guarda = [&] {
     transaccion.Comienza();
     const auto almacen = publico::CreaServicio<anfitrion::Hotel>(anfitrion::kClaseHotel, "Hotel");
-    std::string folio;
-    if (const auto rechazo = GuardaTodo(*this, nuevo, *almacen, folio)) {
+    const auto resultado = GuardaTodo(*this, nuevo, *almacen);
+    if (const auto* rechazo = std::get_if<Rechazo>(&resultado)) {
       transaccion.Deshace();
       Rechaza(*this, *rechazo, *almacen);
       return;
     }
     transaccion.Confirma();
     Controles.ConcluyeAceptar();
-    CorreoOImpresion(*this, folio);
+    CorreoOImpresion(*this, std::get<std::string>(resultado));
     Controles_Limpiar();
   };
   if (!Atrapa(*this, mensaje::kAceptar, guarda, [&] { transaccion.Abandona(); })) Controles.RechazaAceptar();

@@ -95,8 +95,21 @@ Motivo RevisaNoche(const frmKV207& f, const std::string& clave, const std::strin
   return std::nullopt;
 }
 
-// All nights of all lines; gathers the lines' periods.
-Motivo RevisaNoches(frmKV207& f, std::vector<PeriodoRenglon>& periodos) {
+PeriodoRenglon PeriodoDe(const controles::Grid& grid, int fila) {
+  return {FechaDeCelda(grid.celda(fila, "FECHAI")), FechaDeCelda(grid.celda(fila, "FECHAF"))};
+}
+
+// Of the lines with a room.
+std::vector<PeriodoRenglon> PeriodosDe(const controles::Grid& grid) {
+  std::vector<PeriodoRenglon> periodos;
+  for (int fila = 0; fila < grid.Filas(); ++fila) {
+    if (!com::CStr(grid.celda(fila, "Clave")).empty()) periodos.push_back(PeriodoDe(grid, fila));
+  }
+  return periodos;
+}
+
+// All nights of all lines.
+Motivo RevisaNoches(frmKV207& f) {
   controles::Grid& grid = f.ssReservaciones;
   const int filas = grid.Filas();
   for (int fila = 0; fila < filas; ++fila) {
@@ -104,8 +117,7 @@ Motivo RevisaNoches(frmKV207& f, std::vector<PeriodoRenglon>& periodos) {
     const std::string clave = com::CStr(grid.celda(fila, "Clave"));
     if (clave.empty()) continue;
     const std::string nombre = com::CStr(grid.celda(fila, "Nombre"));
-    const PeriodoRenglon periodo{FechaDeCelda(grid.celda(fila, "FECHAI")), FechaDeCelda(grid.celda(fila, "FECHAF"))};
-    periodos.push_back(periodo);
+    const PeriodoRenglon periodo = PeriodoDe(grid, fila);
     const int noches = com::DiasEntre(periodo.inicio, periodo.fin);
     if (auto motivo = MotivoDeEstanciaLarga(noches)) return motivo;
     for (int n = 0; n < noches; ++n) {
@@ -143,12 +155,12 @@ Motivo RevisaTodo(frmKV207& f) {
   if (f.ssReservaciones.Filas() == 0) return "Debe especificar al menos una habitación para reservar";
   const int noches = com::DiasEntre(f.dpFecha_llegada.valor(), f.dpFecha_salida.valor());
   if (auto motivo = MotivoDeEstanciaLarga(noches)) return motivo;
-  std::vector<PeriodoRenglon> periodos;
-  if (auto motivo = RevisaNoches(f, periodos)) return motivo;
-  if (auto motivo = TextoDe(RevisaPeriodos(f.dpFecha_llegada.valor(), f.dpFecha_salida.valor(), periodos))) {
+  controles::Grid& grid = f.ssReservaciones;
+  if (auto motivo = RevisaNoches(f)) return motivo;
+  if (auto motivo = TextoDe(RevisaPeriodos(f.dpFecha_llegada.valor(), f.dpFecha_salida.valor(), PeriodosDe(grid)))) {
     return motivo;
   }
-  return RevisaPersonas(f.ssReservaciones);
+  return RevisaPersonas(grid);
 }
 
 }  // namespace
