@@ -4,11 +4,13 @@
 
 #include "availability/frmDisponibilidad.h"
 #include "publico/avisos.h"
+#include "publico/columnas.h"
 #include "publico/publico.h"
 
 namespace kv207 {
 
 namespace mensaje = anfitrion::mensaje;
+namespace parametro = anfitrion::parametro;
 
 namespace {
 
@@ -19,8 +21,8 @@ struct ColorEstado {
 
 // Colour of a host parameter, which is shown as it is given; the design colour when the parameter is missing or no
 // number.
-ColorEstado LeeColor(const char* clave, std::int32_t diseno) {
-  const com::Variant valor = publico::Sistema().LeeParametro(clave, 0, "", "");
+ColorEstado LeeColor(const anfitrion::Parametro& parametro, std::int32_t diseno) {
+  const com::Variant valor = publico::LeeParametro(parametro);
   if (valor.EsVacio() || valor.EsNulo() || (valor.EsTexto() && com::Recorta(com::CStr(valor)).empty())) return {diseno};
   try {
     return {com::CLng(valor), true};
@@ -28,8 +30,6 @@ ColorEstado LeeColor(const char* clave, std::int32_t diseno) {
     return {diseno};
   }
 }
-
-std::string LeeFormato(const char* clave) { return com::CStr(publico::Sistema().LeeParametro(clave, 0, "T", "0000")); }
 
 // A step of the layout that does not fit is skipped.
 template <class Paso>
@@ -46,13 +46,13 @@ void frmDisponibilidad::Form_Load() {
   RestauraDiseno();
   MensajeError.clear();
   AplicaColores();
-  txtGrupo_Habitacion.formato(LeeFormato("FTO_GRUPO_HABITACION"));
-  txtArea.formato(LeeFormato("FTO_AREA"));
-  txtTipo_Habitacion.formato(LeeFormato("FTO_TIPO_HABITACION"));
+  txtGrupo_Habitacion.formato(publico::LeeTexto(parametro::kFormatoGrupo));
+  txtArea.formato(publico::LeeTexto(parametro::kFormatoArea));
+  txtTipo_Habitacion.formato(publico::LeeTexto(parametro::kFormatoTipo));
   publico::Utilerias().LimpiaGrupo(*this, 1);
   publico::Utilerias().HabilitaGrupo(*this, 1);
   opTipoHabitacion.Selecciona();
-  ssDisponibilidad.visible("Clave", true);
+  ssDisponibilidad.visible(col::kClave, true);
   PintaLeyenda();
   HaySeleccion = false;
   FolioExcluido.clear();
@@ -66,7 +66,7 @@ void frmDisponibilidad::RestauraDiseno() {
   opTipoHabitacion.Selecciona();
   opTipoHabitacion.Click = std::move(alElegir);
   frFrame.enabled(true);
-  ssDisponibilidad.titulo("Nombre", "Tipo/Habitación");
+  ssDisponibilidad.titulo(col::kNombre, "Tipo/Habitación");
   ssDisponibilidad.QuitaTodas();
   QuitarColumnasDias();
   NumeroDias = 0;
@@ -74,10 +74,10 @@ void frmDisponibilidad::RestauraDiseno() {
 }
 
 void frmDisponibilidad::AplicaColores() {
-  const ColorEstado bloqueado = LeeColor("HT_COLOR_BLOQUEADO", kFondoBloqueado);
-  const ColorEstado disponible = LeeColor("HT_COLOR_DISPONIBLE", kFondoDisponible);
-  const ColorEstado ocupado = LeeColor("HT_COLOR_OCUPADO", kFondoOcupado);
-  const ColorEstado reservado = LeeColor("HT_COLOR_RESERVADO", kFondoReservado);
+  const ColorEstado bloqueado = LeeColor(parametro::kColorBloqueado, kFondoBloqueado);
+  const ColorEstado disponible = LeeColor(parametro::kColorDisponible, kFondoDisponible);
+  const ColorEstado ocupado = LeeColor(parametro::kColorOcupado, kFondoOcupado);
+  const ColorEstado reservado = LeeColor(parametro::kColorReservado, kFondoReservado);
   ColorBloqueado = bloqueado.color;
   ColorDisponible = disponible.color;
   ColorOcupado = ocupado.color;

@@ -7,6 +7,7 @@
 #include "availability/frmDisponibilidad.h"
 #include "availability/ocupacion.h"
 #include "availability/sentencias.h"
+#include "publico/columnas.h"
 #include "publico/publico.h"
 
 namespace kv207 {
@@ -18,7 +19,7 @@ constexpr int kMargenNombre = 200;  // twips beyond the widest name
 
 // Key of a filter in force: one whose name is shown and that does not stand for all.
 std::optional<std::string> Filtro(const controles::LookupField& codigo, const controles::LookupField& nombre) {
-  if (nombre.text().empty() || codigo.text() == "%") return std::nullopt;
+  if (nombre.text().empty() || codigo.text() == kTodosLosCodigos) return std::nullopt;
   return com::CStr(codigo.valor());
 }
 
@@ -104,7 +105,7 @@ void frmDisponibilidad::LlenaFilas(ModoVista modo, int dias, const TotalesTabler
   sentencias::Filas(publico::NuevaSentencia(), modo, criterio.condicion);
   LectorFilas filas(publico::Ejecuta(), modo);
 
-  ssDisponibilidad.ancho("Clave", kAnchoClave);
+  ssDisponibilidad.ancho(col::kClave, kAnchoClave);
   ssDisponibilidad.QuitaTodas();
   NumeroFilas = 0;
   Estados.Dimensiona(NumeroDias, filas.Cuantas());
@@ -128,7 +129,7 @@ void frmDisponibilidad::LlenaFilas(ModoVista modo, int dias, const TotalesTabler
     }
     NumeroFilas = r + 1;
   }
-  ssDisponibilidad.ancho("Nombre", anchoNombre + kMargenNombre);
+  ssDisponibilidad.ancho(col::kNombre, anchoNombre + kMargenNombre);
 }
 
 std::vector<com::Fecha> frmDisponibilidad::Noches(int dias) const {

@@ -5,6 +5,7 @@
 
 #include "availability/frmDisponibilidad.h"
 #include "platform/regional/regional.h"
+#include "publico/columnas.h"
 #include "publico/publico.h"
 
 namespace kv207 {
@@ -33,11 +34,6 @@ controles::Columna ColumnaDia(com::Fecha noche) {
 
 }  // namespace
 
-std::string_view NombreEstado(EstadoCelda estado) {
-  constexpr std::array<std::string_view, 5> nombres = {"OCUPADO", "DISPONIBLE", "Bloqueado", "OCUPANDO", "Reservado"};
-  return nombres[static_cast<std::size_t>(estado)];
-}
-
 void MatrizEstados::Dimensiona(int dias, int filas) {
   if (dias < 0 || filas < 0) throw com::Error(com::error::kSubindice, "El subíndice está fuera del intervalo");
   dias_ = dias;
@@ -62,7 +58,7 @@ bool frmDisponibilidad::Agregar_Columnas(std::int32_t iDias) {
   MensajeError.clear();
   controles::Grid::Pausa pausa(ssDisponibilidad);
   try {
-    ssDisponibilidad.titulo("Nombre", Modo() == ModoVista::PorTipo ? "Tipo habitación" : "Habitación");
+    ssDisponibilidad.titulo(col::kNombre, Modo() == ModoVista::PorTipo ? "Tipo habitación" : "Habitación");
     NumeroDias = iDias;
     QuitarColumnasDias();
     const com::Fecha primera = com::CDate(txtDEL.valor());

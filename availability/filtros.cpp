@@ -1,6 +1,7 @@
 // The board's filters and the switch between its two views.
 #include "availability/frmDisponibilidad.h"
 #include "publico/avisos.h"
+#include "publico/columnas.h"
 #include "publico/publico.h"
 
 namespace kv207 {
@@ -20,14 +21,14 @@ bool Vacio(const controles::LookupField& campo) { return com::CStr(campo.valor()
 void frmDisponibilidad::CambiaCodigo(controles::LookupField& codigo, controles::LookupField& nombre,
                                      const char* todos) {
   if (!Vacio(codigo)) return;
-  codigo.valor("%");
+  codigo.valor(kTodosLosCodigos);
   nombre.valor(todos);
 }
 
 // Loads the board again when the code is known.
 void frmDisponibilidad::ConfirmaCodigo(controles::LookupField& codigo, controles::LookupField& nombre,
                                        const char* todos, const anfitrion::DatosMensaje& mensaje) {
-  if (com::CStr(codigo.valor()) == "%") nombre.valor(todos);
+  if (com::CStr(codigo.valor()) == kTodosLosCodigos) nombre.valor(todos);
   if (Vacio(nombre) || Vacio(codigo)) return;
   if (!CargarDatos()) Avisa(*this, mensaje, MensajeError);
 }
@@ -53,8 +54,8 @@ void frmDisponibilidad::txtTipo_Habitacion_Enter() {
 void frmDisponibilidad::opHabitacion_Click() {
   if (!OpcionesActivas) return;
   ConservarVista = true;
-  ssDisponibilidad.visible("Clave", false);
-  ssDisponibilidad.titulo("Nombre", "Habitación");
+  ssDisponibilidad.visible(col::kClave, false);
+  ssDisponibilidad.titulo(col::kNombre, "Habitación");
   ssDisponibilidad.QuitaTodas();
   if (!CargarDatos()) Avisa(*this, mensaje::kCargaPorHabitacion, MensajeError);
 }
@@ -71,8 +72,8 @@ void frmDisponibilidad::opTipoHabitacion_Click() {
     Estados.QuitaMarcas();  // given up, also when the load that follows fails
   }
   OpcionesActivas = true;
-  ssDisponibilidad.visible("Clave", true);
-  ssDisponibilidad.titulo("Nombre", "Tipo habitación");
+  ssDisponibilidad.visible(col::kClave, true);
+  ssDisponibilidad.titulo(col::kNombre, "Tipo habitación");
   ssDisponibilidad.QuitaTodas();
   if (!CargarDatos()) Avisa(*this, mensaje::kCargaPorTipo, MensajeError);
 }

@@ -1,6 +1,8 @@
 // The board as designed: places in twips, captions, lookups, columns, styles; and its fields for support tools.
 #include "availability/frmDisponibilidad.h"
 
+#include "publico/columnas.h"
+
 namespace kv207 {
 
 namespace {
@@ -23,7 +25,7 @@ DisenoLookup DisenoCodigo(const char* idconsulta, const char* sql, LookupField& 
   diseno.esclave = true;
   diseno.mayusculas = true;
   diseno.largo = 4;
-  diseno.text = "%";
+  diseno.text = kTodosLosCodigos;
   return diseno;
 }
 
@@ -35,14 +37,17 @@ DisenoLookup DisenoNombre(const char* todos) {
   return diseno;
 }
 
+// A label of the legend has the name of its state.
+std::string ClaveLeyenda(EstadoCelda estado) { return std::string(NombreEstado(estado)); }
+
 std::vector<controles::Columna> ColumnasFijas() {
   controles::Columna clave;
-  clave.clave = "Clave";
+  clave.clave = col::kClave;
   clave.titulo = "Clave";
   clave.ancho = 650;
   clave.bloqueada = true;
   controles::Columna nombre;
-  nombre.clave = "Nombre";
+  nombre.clave = col::kNombre;
   nombre.titulo = "Tipo/Habitación";
   nombre.ancho = 3000;
   nombre.bloqueada = true;
@@ -87,13 +92,14 @@ frmDisponibilidad::frmDisponibilidad()
       cmdPrecios(*this, "cmdPrecios", {4680, 1125, 1800, 345}, "Ver precios"),
       ssDisponibilidad(*this, "ssDisponibilidad", {120, 2340, 13560, 5900}, ColumnasFijas()),
       frColores(*this, "frColores", {120, 8290, 13560, 660}, "Colores"),
-      lblDisponible(*this, "lblDisponible", {120, 270, 1140, 255}, "Disponible:", "DISPONIBLE"),
+      lblDisponible(*this, "lblDisponible", {120, 270, 1140, 255},
+                    "Disponible:", ClaveLeyenda(EstadoCelda::Disponible)),
       lbColorDisponible(*this, "lbColorDisponible", {1320, 270, 480, 255}, ""),
-      lblOcupado(*this, "lblOcupado", {2160, 270, 1140, 255}, "Ocupado:", "OCUPADO"),
+      lblOcupado(*this, "lblOcupado", {2160, 270, 1140, 255}, "Ocupado:", ClaveLeyenda(EstadoCelda::Ocupado)),
       lblColorOcupado(*this, "lblColorOcupado", {3360, 270, 480, 255}, ""),
-      lblBloqueado(*this, "lblBloqueado", {4200, 270, 1140, 255}, "Bloqueado", "Bloqueado"),
+      lblBloqueado(*this, "lblBloqueado", {4200, 270, 1140, 255}, "Bloqueado", ClaveLeyenda(EstadoCelda::Bloqueado)),
       lblColorBloqueado(*this, "lblColorBloqueado", {5400, 270, 480, 255}, ""),
-      lblReservado(*this, "lblReservado", {6240, 270, 1140, 255}, "Reservado", "Reservado"),
+      lblReservado(*this, "lblReservado", {6240, 270, 1140, 255}, "Reservado", ClaveLeyenda(EstadoCelda::Reservado)),
       lblColorReservado(*this, "lblColorReservado", {7440, 270, 480, 255}, ""),
       lblReservando(*this, "lblReservando", {8280, 270, 1140, 255}, "Reservando", "Reservando"),
       lblColorReservando(*this, "lblColorReservando", {9480, 270, 480, 255}, ""),

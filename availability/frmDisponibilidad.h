@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "availability/tablero.h"
 #include "host/contract/mensajes.h"
 #include "host/contract/servicios.h"
 #include "platform/controls/barra.h"
@@ -17,11 +18,6 @@
 
 namespace kv207 {
 
-// State of a cell; the names are those of the grid's styles.
-enum class EstadoCelda : std::int8_t { Ocupado = 0, Disponible = 1, Bloqueado = 2, Ocupando = 3, Reservado = 4 };
-// "OCUPADO", "DISPONIBLE", "Bloqueado", "OCUPANDO", "Reservado".
-std::string_view NombreEstado(EstadoCelda estado);
-
 enum class ModoVista { PorTipo, PorHabitacion };
 
 // States by night (0 the first) and board row.
@@ -29,16 +25,16 @@ class MatrizEstados {
  public:
   // All cells occupied, so that none can be marked before it was counted. Error kSubindice for a negative size.
   void Dimensiona(int dias, int filas);
-  int Dias() const { return dias_; }
-  int Filas() const { return filas_; }
-  bool Tiene(int dia, int fila) const { return dia >= 0 && dia < dias_ && fila >= 0 && fila < filas_; }
+  [[nodiscard]] int Dias() const { return dias_; }
+  [[nodiscard]] int Filas() const { return filas_; }
+  [[nodiscard]] bool Tiene(int dia, int fila) const { return dia >= 0 && dia < dias_ && fila >= 0 && fila < filas_; }
   // Only for cells that it has.
   EstadoCelda& operator()(int dia, int fila) { return celdas_[Indice(dia, fila)]; }
   EstadoCelda operator()(int dia, int fila) const { return celdas_[Indice(dia, fila)]; }
   // Every marked cell is free again.
   void QuitaMarcas();
   // Some cell among the first nights and rows is in that state.
-  bool Contiene(EstadoCelda estado, int dias, int filas) const;
+  [[nodiscard]] bool Contiene(EstadoCelda estado, int dias, int filas) const;
 
  private:
   std::size_t Indice(int dia, int fila) const {
@@ -53,8 +49,8 @@ class MatrizEstados {
 inline constexpr std::int32_t kFondoOcupado = 0x000000FF, kFondoDisponible = 0x0000FF00, kFondoBloqueado = 0x00C0C0C0,
                               kFondoOcupando = 0x00008000, kFondoReservado = 0x00808000;
 
-// Columns before the first night.
-inline constexpr int kColumnasFijas = 2;
+// Code of a filter that lets everything through.
+inline constexpr const char* kTodosLosCodigos = "%";
 
 class TotalesTablero;  // ocupacion.h
 
@@ -98,7 +94,7 @@ class frmDisponibilidad : public controles::Formulario {
   std::int32_t ColorBloqueado = 0, ColorDisponible = 0, ColorOcupado = 0, ColorReservado = 0;
   MatrizEstados Estados;
 
-  ModoVista Modo() const { return opHabitacion.value() ? ModoVista::PorHabitacion : ModoVista::PorTipo; }
+  [[nodiscard]] ModoVista Modo() const { return opHabitacion.value() ? ModoVista::PorHabitacion : ModoVista::PorTipo; }
 
   // --- arranque.cpp: load, activation, layout, keys, accept, cancel, prices
   void Form_Load();
@@ -110,15 +106,13 @@ class frmDisponibilidad : public controles::Formulario {
   void cmdPrecios_Click();
 
   // --- carga.cpp: occupancy
-  // ---------------------------------------------------------------------------------------------- Rows, counts and
-  // states of all cells for the nights from txtDEL to txtAL, with the filters and the view in force; takes every mark
-  // away. False with MensajeError set; the filters then stay disabled until a load succeeds.
-  bool CargarDatos();
+  // Rows, counts and states of all cells for the nights from txtDEL to txtAL, with the filters and the view in force;
+  // takes every mark away. False with MensajeError set; the filters then stay disabled until a load succeeds.
+  [[nodiscard]] bool CargarDatos();
 
   // --- columnas.cpp: day columns, styles, marks
-  // -------------------------------------------------------------------------- Day columns for the nights from txtDEL
-  // on; false with MensajeError set.
-  bool Agregar_Columnas(std::int32_t iDias);
+  // Day columns for the nights from txtDEL on; false with MensajeError set.
+  [[nodiscard]] bool Agregar_Columnas(std::int32_t iDias);
   void QuitarColumnasDias();
   void PintarCeldas();
   void ActualizarSeleccion();
@@ -145,12 +139,12 @@ class frmDisponibilidad : public controles::Formulario {
   void RestauraDiseno();  // arranque.cpp
   void AplicaColores();
   void PintaLeyenda();
-  bool LlenaTablero();  // carga.cpp
+  [[nodiscard]] bool LlenaTablero();  // carga.cpp
   void LlenaFilas(ModoVista modo, int dias, const TotalesTablero& totales);
-  // The first nights, as their day columns store them; Error kSubindice when there are fewer columns.
-  std::vector<com::Fecha> Noches(int dias) const;
-  ado::TextoSQL Condicion(ModoVista modo) const;
-  bool PuedeMarcar() const;  // columnas.cpp
+  // The first nights, as their day columns say; Error kSubindice when there are fewer columns.
+  [[nodiscard]] std::vector<com::Fecha> Noches(int dias) const;
+  [[nodiscard]] ado::TextoSQL Condicion(ModoVista modo) const;
+  [[nodiscard]] bool PuedeMarcar() const;  // columnas.cpp
   void PonEstado(int dia, int fila, EstadoCelda estado);
   // filtros.cpp
   void CambiaCodigo(controles::LookupField& codigo, controles::LookupField& nombre, const char* todos);

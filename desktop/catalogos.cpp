@@ -2,9 +2,12 @@
 
 #include <algorithm>
 
+#include "host/standalone/parametros.h"
 #include "platform/com/variant.h"
 
 namespace vista {
+
+namespace parametro = anfitrion::parametro;
 
 namespace {
 
@@ -38,12 +41,12 @@ const std::vector<Catalogo>& Catalogos() {
         {"Cl_Razon_Social_1", "Nombre", Texto, false, kObligatorio},
         {"Cl_Telefono", "Teléfono"},
         {"Cl_Correo", "Correo electrónico", Correo}},
-       true, "", "FTO_CLIENTE"},
+       true, "", parametro::kFormatoCliente.clave},
       {"Forma_Pago", "Formas de pago",
        {{"Fp_Cve_Forma_Pago", "Clave", Clave, kLlave, kObligatorio},
         {"Fp_Descripcion", "Descripción", Texto, false, kObligatorio},
         {"Fp_Tipo", "Tipo", Clave, false, false, "", "04 pide los datos de la tarjeta"}},
-       true, "", "FTO_FORMA_PAGO"},
+       true, "", parametro::kFormatoFormaPago.clave},
       {"Moneda", "Monedas",
        {{"Mn_Cve_Moneda", "Clave", Clave, kLlave, kObligatorio},
         {"Mn_Descripcion", "Descripción", Texto, false, kObligatorio}},
@@ -58,7 +61,7 @@ const std::vector<Catalogo>& Catalogos() {
         {"Th_Cve_Tipo_Habitacion", "Tipo", Referencia, false, kObligatorio, "Tipo_Habitacion"},
         {"Ghb_Cve_Grupo_Habitacion", "Grupo", Referencia, false, kObligatorio, "Grupo_Habitacion"},
         {"Ah_Cve_Area_Habitacion", "Área", Referencia, false, kObligatorio, "Area_Habitacion"}},
-       true, "", "FTO_HABITACION"},
+       true, "", parametro::kFormatoHabitacion.clave},
       {"Habitacion_Bloqueo", "Bloqueos",
        {{"Hb_Cve_Habitacion", "Habitación", Referencia, kLlave, kObligatorio, "Habitacion"},
         {"Hbb_Fecha_Inicio", "Desde", Fecha, kLlave, kObligatorio, "", "primera noche"},
@@ -70,15 +73,15 @@ const std::vector<Catalogo>& Catalogos() {
         {"Th_Num_Personas", "Personas incluidas", Entero, false, kObligatorio},
         {"Th_Num_Personas_Maximo", "Máximo de personas", Entero, false, kObligatorio},
         {"Pr_Cve_Producto", "Producto", Referencia, false, kObligatorio, "Producto"}},
-       true, "", "FTO_TIPO_HABITACION"},
+       true, "", parametro::kFormatoTipo.clave},
       {"Grupo_Habitacion", "Grupos",
        {{"Ghb_Cve_Grupo_Habitacion", "Clave", Clave, kLlave, kObligatorio},
         {"Ghb_Descripcion", "Descripción", Texto, false, kObligatorio}},
-       true, "", "FTO_GRUPO_HABITACION"},
+       true, "", parametro::kFormatoGrupo.clave},
       {"Area_Habitacion", "Áreas",
        {{"Ah_Cve_Area_Habitacion", "Clave", Clave, kLlave, kObligatorio},
         {"Ah_Descripcion", "Descripción", Texto, false, kObligatorio}},
-       true, "", "FTO_AREA"},
+       true, "", parametro::kFormatoArea.clave},
       {"Producto", "Productos",
        {{"Pr_Cve_Producto", "Clave", Clave, kLlave, kObligatorio},
         {"Pr_Descripcion", "Descripción", Texto, false, kObligatorio},

@@ -7,6 +7,8 @@
 
 namespace guion {
 
+namespace parametro = anfitrion::parametro;
+
 namespace {
 
 constexpr const char* kMonedaNueva = "MXN";
@@ -54,8 +56,8 @@ class Alta {
   }
 
   void Moneda() {
-    Parametro("FIN_MONEDA_LOCAL", kMonedaNueva);
-    const std::string local = autonomo::LeeParametro(base_, "FIN_MONEDA_LOCAL").value_or(kMonedaNueva);
+    Parametro(parametro::kMonedaLocal.clave, kMonedaNueva);
+    const std::string local = autonomo::LeeParametro(base_, parametro::kMonedaLocal.clave).value_or(kMonedaNueva);
     Si("SELECT Mn_Cve_Moneda FROM Moneda WHERE Mn_Cve_Moneda = ?", local,
        "INSERT INTO Moneda (Mn_Cve_Moneda, Mn_Descripcion, Es_Cve_Estado) VALUES (?, ?, 'AC')",
        {local, "Moneda local"});
@@ -63,7 +65,7 @@ class Alta {
 
   // The board's filter would turn such a key into another type's.
   void ExigeTipoTecleable(const std::string& tipo) {
-    const std::string mascara = autonomo::LeeParametro(base_, "FTO_TIPO_HABITACION").value_or("");
+    const std::string mascara = autonomo::LeeParametro(base_, parametro::kFormatoTipo.clave).value_or("");
     const std::string tecleado = regional::ConMascara(tipo, mascara);
     if (tecleado == tipo) return;
     throw com::Error(com::error::kArgumento, "El tipo " + tipo + " se capturaría como " + tecleado +
@@ -93,12 +95,13 @@ void PreparaHotel(autonomo::Anfitrion& anfitrion, const std::vector<HabitacionCs
   for (const HabitacionCsv& h : habitaciones) alta.Habitacion(h);
   alta.Personas();
   alta.Moneda();
-  alta.Parametro("HT_OVER_BOOKING", "0");
-  for (const char* formato : {"FTO_CLIENTE", "FTO_FORMA_PAGO", "FTO_HABITACION", "FTO_TIPO_HABITACION"}) {
+  alta.Parametro(parametro::kSobreventa.clave, "0");
+  for (const char* formato : {parametro::kFormatoCliente.clave, parametro::kFormatoFormaPago.clave,
+                              parametro::kFormatoHabitacion.clave, parametro::kFormatoTipo.clave}) {
     alta.Parametro(formato, "");
   }
   for (const HabitacionCsv& h : habitaciones) alta.ExigeTipoTecleable(h.tipo);
-  anfitrion.Permiso("CHPR02", true);
+  anfitrion.Permiso(anfitrion::permiso::kPrecio, true);
   transaccion.Concluye();
 }
 

@@ -5,8 +5,10 @@
 #include <iterator>
 #include <utility>
 
+#include "component/nombres.h"
 #include "guion/catalogo.h"
 #include "guion/muestra.h"
+#include "host/contract/estados.h"
 #include "host/contract/mensajes.h"
 #include "host/standalone/conexion.h"
 #include "host/standalone/parametros.h"
@@ -22,7 +24,7 @@ namespace {
 // Reference of an imported booking: this and its id.
 constexpr std::string_view kReferencia = "IMP-";
 constexpr int kCritico = 16;
-constexpr const char* kParametroMoneda = "FIN_MONEDA_LOCAL";
+constexpr const char* kParametroMoneda = anfitrion::parametro::kMonedaLocal.clave;
 
 template <class T>
 T& Toma(controles::Formulario& formulario, const char* nombre) {
@@ -48,7 +50,7 @@ std::string Importe(const ReservaCsv& r) {
 
 // The first row whose cells are all free; -1 when there is none, or no night to sell.
 int FilaLibre(const controles::Grid& grid) {
-  const int libre = grid.IndiceEstilo("DISPONIBLE");
+  const int libre = grid.IndiceEstilo(kv207::NombreEstado(kv207::EstadoCelda::Disponible));
   if (grid.NumColumnas() <= kColumnasFijas) return -1;
   for (int fila = 0; fila < grid.Filas(); ++fila) {
     int columna = kColumnasFijas;
@@ -146,7 +148,7 @@ void Importador::LeeGuardadas(const std::vector<ReservaCsv>& reservas) {
       throw com::Error(com::error::kArgumento, "La base ya tiene importada la reserva " + id +
                                                    " con otras fechas (folio " + folio + "); ¿viene de otro archivo?");
     }
-    guardadas_[id] = {folio, com::IgualSinCaja(TextoDe(*rs, "Es_Cve_Estado"), "CA")};
+    guardadas_[id] = {folio, com::IgualSinCaja(TextoDe(*rs, "Es_Cve_Estado"), anfitrion::estado::kCancelada)};
   }
 }
 
@@ -306,13 +308,13 @@ bool Importador::MarcaEnTablero(const ReservaCsv& reserva) {
 
 void Importador::CapturaRenglon(const ReservaCsv& reserva) {
   auto& grid = Toma<controles::Grid>(pantalla(), "ssReservaciones");
-  const auto celda = [&](const char* clave, const std::string& valor) {
+  const auto celda = [&](std::string_view clave, const std::string& valor) {
     manos_.Celda(grid, 0, grid.IndiceColumna(clave), valor);
   };
-  celda("Adultos", std::to_string(reserva.adultos));
-  if (reserva.menores > 0) celda("Menores", std::to_string(reserva.menores));
-  if (reserva.infantes > 0) celda("Infantes", std::to_string(reserva.infantes));
-  if (reserva.tarifa > 0) celda("Precio", Importe(reserva));
+  celda(kv207::col::kAdultos, std::to_string(reserva.adultos));
+  if (reserva.menores > 0) celda(kv207::col::kMenores, std::to_string(reserva.menores));
+  if (reserva.infantes > 0) celda(kv207::col::kInfantes, std::to_string(reserva.infantes));
+  if (reserva.tarifa > 0) celda(kv207::col::kPrecio, Importe(reserva));
 }
 
 // --- a cancellation --------------------------------------------------------------------------------------------------

@@ -191,8 +191,8 @@ Json MuestraTablero(const controles::Grid& grid) {
     Json celdas = Json::Arreglo();
     for (int c = kColumnasFijas; c < grid.NumColumnas(); ++c) celdas.Agrega(CeldaDeTablero(grid, fila, c));
     filas.Agrega(Json::Objeto()
-                     .Pon("Clave", grid.celda(fila, "Clave"))
-                     .Pon("Nombre", grid.celda(fila, "Nombre"))
+                     .Pon(kv207::col::kClave, grid.celda(fila, kv207::col::kClave))
+                     .Pon(kv207::col::kNombre, grid.celda(fila, kv207::col::kNombre))
                      .Pon("celdas", std::move(celdas)));
   }
   return Json::Objeto().Pon("columnas", std::move(columnas)).Pon("filas", std::move(filas));

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 
+#include "component/nombres.h"
 #include "guion/json.h"
 #include "host/standalone/anfitrion.h"
 #include "platform/controls/barra.h"
@@ -13,8 +14,7 @@
 
 namespace guion {
 
-// Columns of the board before the first night.
-inline constexpr int kColumnasFijas = 2;
+using kv207::kColumnasFijas;
 
 // Text, value, switches and place (twips) of a control, and what else its kind has.
 Json MuestraControl(const controles::Control& control);

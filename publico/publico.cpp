@@ -54,6 +54,12 @@ anfitrion::Hotel& Hotel() { return Exige(LosObjetos().hotel, "Hotel"); }
 void CreaHotel() { LosObjetos().hotel = CreaServicio<anfitrion::Hotel>(anfitrion::kClaseHotel, "Hotel"); }
 void LiberaHotel() { LosObjetos().hotel = nullptr; }
 
+com::Variant LeeParametro(const anfitrion::Parametro& parametro) {
+  return Sistema().LeeParametro(parametro.clave, 0, parametro.tipo, parametro.defecto);
+}
+
+std::string LeeTexto(const anfitrion::Parametro& parametro) { return com::CStr(LeeParametro(parametro)); }
+
 ado::TextoSQL& Sql() { return LosObjetos().sql; }
 
 ado::TextoSQL& NuevaSentencia() {

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "host/contract/parametros.h"
 #include "host/contract/servicios.h"
 #include "platform/ado/texto_sql.h"
 #include "platform/com/error.h"
@@ -23,7 +24,7 @@ template <class Servicio>
 // Creates Sistema and Utilerias; nothing when they exist. Error kClase when the host has not registered them. Also
 // gives the lookup fields their way to the database.
 void Arranca();
-bool Arrancado();
+[[nodiscard]] bool Arrancado();
 
 // Error kSinObjeto before start-up.
 anfitrion::Sistema& Sistema();
@@ -33,6 +34,11 @@ anfitrion::Utilerias& Utilerias();
 anfitrion::Hotel& Hotel();
 void CreaHotel();
 void LiberaHotel();
+
+// Value of a parameter: what the hotel has stored, or the default.
+[[nodiscard]] com::Variant LeeParametro(const anfitrion::Parametro& parametro);
+// The same as text.
+[[nodiscard]] std::string LeeTexto(const anfitrion::Parametro& parametro);
 
 // The buffer in which every screen builds its statements, emptied by NuevaSentencia.
 ado::TextoSQL& Sql();

@@ -197,7 +197,7 @@ void frmKV207::Controles_Correo() {
 
 void frmKV207::Imprime(const std::string& folio) {
   const auto impresion = publico::CreaServicio<anfitrion::Impresion>(anfitrion::kClaseImpresion, "Impresion");
-  const std::string formato = com::CStr(publico::Sistema().LeeParametro("FTO_IMP_RESERVACION", 0, "T", "HT0001"));
+  const std::string formato = publico::LeeTexto(anfitrion::parametro::kFormatoImpresion);
   impresion->ImprimeFormato(formato, folio, "", 0, 0, "");
 }
 

@@ -6,19 +6,14 @@
 
 namespace kv207 {
 
+namespace parametro = anfitrion::parametro;
+namespace permiso = anfitrion::permiso;
+
 namespace {
 
-com::Variant LeeParametro(const char* clave, const char* tipo, const char* defecto) {
-  return publico::Sistema().LeeParametro(clave, 0, tipo, defecto);
-}
-
-std::string LeeTexto(const char* clave, const char* tipo, const char* defecto) {
-  return com::CStr(LeeParametro(clave, tipo, defecto));
-}
-
 // A parameter that was never stored, or stored empty, is false.
-bool LeeBooleano(const char* clave, const char* tipo, const char* defecto) {
-  const com::Variant valor = LeeParametro(clave, tipo, defecto);
+bool LeeBooleano(const anfitrion::Parametro& parametro) {
+  const com::Variant valor = publico::LeeParametro(parametro);
   if (valor.EsTexto() && com::Recorta(com::CStr(valor)).empty()) return false;
   return com::CBool(valor);
 }
@@ -54,22 +49,22 @@ void frmKV207::Form_Load() {
 
 void frmKV207::CargaConfiguracion() {
   Controles.PermiteAccion6(true);
-  publico::Sistema().ForzarMayusculas(LeeBooleano("CAT_FORZAR_MAYUSCULAS", "", ""));
-  txtCliente.formato(LeeTexto("FTO_CLIENTE", "T", "0000000000"));
-  txtHuesped.formato(LeeTexto("FTO_CLIENTE", "T", "0000000000"));
-  txtForma_Pago.formato(LeeTexto("FTO_FORMA_PAGO", "T", "0000"));
-  PuedeCambiarFecha = TienePermiso("CHFECHA");
-  PuedeCambiarDescuento = TienePermiso("CHDS02");
-  PuedeCambiarPrecio = TienePermiso("CHPR02");
-  BloqueaTipoCambio = TienePermiso("CHTC01");
-  MonedaLocal = LeeTexto("FIN_MONEDA_LOCAL", "", "");
+  publico::Sistema().ForzarMayusculas(LeeBooleano(parametro::kMayusculas));
+  txtCliente.formato(publico::LeeTexto(parametro::kFormatoCliente));
+  txtHuesped.formato(publico::LeeTexto(parametro::kFormatoCliente));
+  txtForma_Pago.formato(publico::LeeTexto(parametro::kFormatoFormaPago));
+  PuedeCambiarFecha = TienePermiso(permiso::kFecha);
+  PuedeCambiarDescuento = TienePermiso(permiso::kDescuento);
+  PuedeCambiarPrecio = TienePermiso(permiso::kPrecio);
+  BloqueaTipoCambio = TienePermiso(permiso::kTipoCambio);
+  MonedaLocal = publico::LeeTexto(parametro::kMonedaLocal);
   MonedaDefault = MonedaLocal;
   txtMoneda.text(MonedaLocal);
-  PermiteSobreventa = LeeBooleano("HT_OVER_BOOKING", "B", "1");
-  DiasReservacion = com::CInt(LeeParametro("HT_DIAS_RESERVACION", "N", "1"));
-  FormatoHabitacion = LeeTexto("FTO_HABITACION", "T", "0000");
-  SucursalDefault = LeeTexto("HT_SUCURSAL_DEFAULT", "T", "0001");
-  ClienteWeb = LeeTexto("HT_CLIENTE_RESERVACION_WEB", "T", "");
+  PermiteSobreventa = LeeBooleano(parametro::kSobreventa);
+  DiasReservacion = com::CInt(publico::LeeParametro(parametro::kDiasReservacion));
+  FormatoHabitacion = publico::LeeTexto(parametro::kFormatoHabitacion);
+  SucursalDefault = publico::LeeTexto(parametro::kSucursal);
+  ClienteWeb = publico::LeeTexto(parametro::kClienteWeb);
   txtSucursal.text(SucursalDefault);
   FechaCaptura = publico::Utilerias().FechaServidor();
   dpFecha.valor(FechaCaptura);

@@ -1,7 +1,9 @@
 // Loading a stored reservation by its folio.
 #include <algorithm>
 
+#include "host/contract/estados.h"
 #include "publico/avisos.h"
+#include "publico/columnas.h"
 #include "publico/publico.h"
 #include "reservation/frmKV207.h"
 #include "reservation/sentencias.h"
@@ -9,6 +11,7 @@
 
 namespace kv207 {
 
+namespace estado = anfitrion::estado;
 namespace mensaje = anfitrion::mensaje;
 
 namespace {
@@ -16,28 +19,28 @@ namespace {
 // Database columns that go into the grid as they are.
 struct Correspondencia {
   const char* columna;
-  const char* celda;
+  std::string_view celda;
 };
 constexpr Correspondencia kCeldas[] = {
-    {"Rsd_Fecha_Inicio", "FECHAI"},
-    {"Rsd_Fecha_Fin", "FECHAF"},
-    {"Rsd_Adultos", "Adultos"},
-    {"Rsd_Menores", "Menores"},
-    {"Rsd_Infantes", "Infantes"},
-    {"Rsd_Cantidad_Personas_Extra", "NUM_PERSONAS_EXTRA"},
-    {"Th_Num_Personas_Maximo", "PersonasMax"},
-    {"Pr_Cve_Producto", "Producto"},
-    {"Rsd_Precio", "Precio"},
-    {"Rsd_Descuento_Importe", "DESCUENTO_IMPORTE"},
-    {"Rsd_Impuesto_Factor", "Impuesto"},
-    {"Rsd_Impuesto_Importe", "IMPUESTO_IMPORTE"},
-    {"Rsd_Precio_Neto", "Precio_Neto"},
-    {"Pr_Unidad_Venta", "Unidad"},
-    {"Rsd_Precio_Personas_Extra", "PERSONA_EXTRA"},
-    {"Rsd_Precio_Lista", "Precio_Lista"},
-    {"Rsd_Precio_Lista_Importe", "Precio_Lista_Importe"},
-    {"Rsd_Precio_Descontado", "Precio_Descontado"},
-    {"Rsd_Precio_Descontado_Importe", "Precio_Descontado_Importe"},
+    {"Rsd_Fecha_Inicio", col::kInicio},
+    {"Rsd_Fecha_Fin", col::kFin},
+    {"Rsd_Adultos", col::kAdultos},
+    {"Rsd_Menores", col::kMenores},
+    {"Rsd_Infantes", col::kInfantes},
+    {"Rsd_Cantidad_Personas_Extra", col::kPersonasExtra},
+    {"Th_Num_Personas_Maximo", col::kPersonasMax},
+    {"Pr_Cve_Producto", col::kProducto},
+    {"Rsd_Precio", col::kPrecio},
+    {"Rsd_Descuento_Importe", col::kDescuentoImporte},
+    {"Rsd_Impuesto_Factor", col::kImpuesto},
+    {"Rsd_Impuesto_Importe", col::kImpuestoImporte},
+    {"Rsd_Precio_Neto", col::kPrecioNeto},
+    {"Pr_Unidad_Venta", col::kUnidad},
+    {"Rsd_Precio_Personas_Extra", col::kPrecioExtra},
+    {"Rsd_Precio_Lista", col::kPrecioLista},
+    {"Rsd_Precio_Lista_Importe", col::kPrecioListaImporte},
+    {"Rsd_Precio_Descontado", col::kPrecioDescontado},
+    {"Rsd_Precio_Descontado_Importe", col::kPrecioDescontadoImporte},
 };
 
 }  // namespace
@@ -104,15 +107,15 @@ void frmKV207::CargaBarra(const std::string& folio, const ado::Recordset& filas)
   Controles.TituloConfirmar("");
   const std::string guardado = TextoDe(filas.Fields("Es_Cve_Estado").Value());
   const std::string codigo = com::Mayusculas(guardado);
-  if (codigo == "AC" || codigo == "CO") {
+  if (codigo == estado::kActiva || codigo == estado::kConfirmada) {
     Controles.PermiteAccion5(true);
     Controles.PermiteAccion4(true);
     // Offered for the code exactly as the store writes it.
-    if (guardado == "AC") Controles.TituloConfirmar("Confirmar");
-  } else if (codigo == "CE" || codigo == "AP") {
+    if (guardado == estado::kActiva) Controles.TituloConfirmar("Confirmar");
+  } else if (codigo == estado::kCerrada || codigo == estado::kAplicada) {
     Controles.PermiteAccion5(false);
     Controles.PermiteAccion4(false);
-  } else if (codigo == "CA") {
+  } else if (codigo == estado::kCancelada) {
     Controles.PermiteReactivar(true);
     Controles.PermiteAccion5(false);
     Controles.PermiteAccion4(false);
@@ -155,19 +158,19 @@ void frmKV207::CargaRenglones(ado::Recordset& filas) {
     const auto valor = [&filas](const char* columna) { return filas.Fields(columna).Value(); };
     const int fila = ssReservaciones.AgregaFila();
     const std::string nombre = TextoDe(valor("Th_Descripcion")) + " / " + TextoDe(valor("Hb_Descripcion"));
-    ssReservaciones.celda(fila, "Clave", valor("Hb_Cve_Habitacion"));
-    ssReservaciones.celda(fila, "Nombre", nombre);
+    ssReservaciones.celda(fila, col::kClave, valor("Hb_Cve_Habitacion"));
+    ssReservaciones.celda(fila, col::kNombre, nombre);
     for (const Correspondencia& c : kCeldas) ssReservaciones.celda(fila, c.celda, valor(c.columna));
-    ssReservaciones.celda(fila, "Descuento", com::CDbl(valor("Rsd_Descuento_Factor")) * 100);
-    ssReservaciones.celda(fila, "Descuento_Global_Factor", 0);
-    ssReservaciones.celda(fila, "Descuento_Global_Importe", 0);
-    ssReservaciones.celda(fila, "Total", com::Redondea(com::CDbl(valor("Rsd_Precio_Neto_Importe")), 2));
-    ssReservaciones.celda(fila, "ID", ++UltimoRenglon);
+    ssReservaciones.celda(fila, col::kDescuento, com::CDbl(valor("Rsd_Descuento_Factor")) * 100);
+    ssReservaciones.celda(fila, col::kGlobalFactor, 0);
+    ssReservaciones.celda(fila, col::kGlobalImporte, 0);
+    ssReservaciones.celda(fila, col::kTotal, com::Redondea(com::CDbl(valor("Rsd_Precio_Neto_Importe")), 2));
+    ssReservaciones.celda(fila, col::kId, ++UltimoRenglon);
     ssReservaciones.Update();
     AnotaAcuerdo(fila, false);
     ancho = std::max(ancho, controles::EscritorioActual().AnchoTexto(*this, nombre));
   }
-  ssReservaciones.ancho("Nombre", ancho + 200);
+  ssReservaciones.ancho(col::kNombre, ancho + 200);
   ssReservaciones.MuevePrimera();
   pausa.Termina();
 }

@@ -7,10 +7,8 @@ namespace kv207 {
 
 bool EnviaCorreo(const controles::Formulario& formulario, const std::string& folio, const PlantillaCorreo& correo,
                  const anfitrion::DatosMensaje& sinPlantilla, const anfitrion::DatosMensaje& fallido) {
-  const std::string plantilla =
-      com::CStr(publico::Sistema().LeeParametro(correo.plantilla, 0, "T", correo.plantillaDefecto));
-  const std::string consulta =
-      com::CStr(publico::Sistema().LeeParametro(correo.consulta, 0, "T", correo.consultaDefecto));
+  const std::string plantilla = publico::LeeTexto(correo.plantilla);
+  const std::string consulta = publico::LeeTexto(correo.consulta);
   if (publico::Utilerias().EnviaCorreo(anfitrion::kModulo, folio, plantilla, consulta, 0, "", "")) return true;
   const std::string motivo = publico::Utilerias().ErrorCorreo();
   if (motivo.empty()) {

@@ -4,24 +4,21 @@
 #include <string>
 
 #include "host/contract/mensajes.h"
+#include "host/contract/parametros.h"
 #include "platform/controls/formulario.h"
 
 namespace kv207 {
 
-// Host parameters that name the template and the query of a mail, each with its default.
+// Host parameters that name the template and the query of a mail.
 struct PlantillaCorreo {
-  const char* plantilla;
-  const char* plantillaDefecto;
-  const char* consulta;
-  const char* consultaDefecto;
+  anfitrion::Parametro plantilla, consulta;
 };
 // After a save and from the mail button.
-inline constexpr PlantillaCorreo kPlantillaReservacion{"PL_MAIL_RESERVACION_HOTEL", "PL16",
-                                                       "PL_MAIL_RESERVACION_HOTEL_CONSULTA", "EMAIL_RESERVACION"};
+inline constexpr PlantillaCorreo kPlantillaReservacion{anfitrion::parametro::kPlantillaReservacion,
+                                                       anfitrion::parametro::kConsultaReservacion};
 // When a reservation is confirmed.
-inline constexpr PlantillaCorreo kPlantillaConfirmada{"PL_MAIL_RESERVACION_HOTEL_CONFIRMADA", "PL17",
-                                                      "PL_MAIL_RESERVACION_HOTEL_CONFIRMADA_CONSULTA",
-                                                      "RESERVACION_EMAIL_CONFIRMADA"};
+inline constexpr PlantillaCorreo kPlantillaConfirmada{anfitrion::parametro::kPlantillaConfirmada,
+                                                      anfitrion::parametro::kConsultaConfirmada};
 
 // Sends it. False when the host could not: then sinPlantilla, followed by the template's code, or fallido with the
 // host's reason has been shown. Failures of the host calls themselves are raised.

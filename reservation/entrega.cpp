@@ -9,6 +9,7 @@
 #include "availability/frmDisponibilidad.h"
 #include "platform/regional/regional.h"
 #include "publico/avisos.h"
+#include "publico/columnas.h"
 #include "publico/publico.h"
 #include "reservation/fechas.h"
 #include "reservation/frmKV207.h"
@@ -74,8 +75,8 @@ void RecibeMarcas(frmKV207& f) {
   const int filas = tablero.ssDisponibilidad.Filas();
   for (int fila = 0; fila < filas; ++fila) {
     tablero.ssDisponibilidad.fila(fila);
-    const std::string clave = com::CStr(tablero.ssDisponibilidad.celda(fila, "Clave"));
-    const std::string nombre = com::CStr(tablero.ssDisponibilidad.celda(fila, "Nombre"));
+    const std::string clave = com::CStr(tablero.ssDisponibilidad.celda(fila, col::kClave));
+    const std::string nombre = com::CStr(tablero.ssDisponibilidad.celda(fila, col::kNombre));
     bool agregadas = false;
     const auto agrega = [&](Racha racha) {
       agregadas = true;
@@ -85,8 +86,8 @@ void RecibeMarcas(frmKV207& f) {
         com::CLng(f.txtDias.valor()), [&](int noche) { return Marcada(tablero, noche, fila); }, agrega);
     if (agregadas) f.ssReservaciones_RowCommitted();
   }
-  grid.ancho("Nombre", ancho + kHolguraNombre);
-  for (const char* columna : {"FECHAI", "FECHAF"}) {
+  grid.ancho(col::kNombre, ancho + kHolguraNombre);
+  for (const std::string_view columna : {col::kInicio, col::kFin}) {
     grid.ancho(columna, controles::EscritorioActual().AnchoTexto(f, grid.columna(columna).titulo));
   }
   grid.MuevePrimera();

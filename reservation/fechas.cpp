@@ -3,6 +3,7 @@
 
 #include "platform/regional/regional.h"
 #include "publico/avisos.h"
+#include "publico/columnas.h"
 #include "publico/publico.h"
 #include "reservation/frmKV207.h"
 
@@ -34,7 +35,7 @@ std::int32_t NochesTecleadas(const com::Variant& valor, com::Fecha llegada) {
 std::optional<std::string> MotivoDeEstanciaLarga(std::int32_t noches) {
   constexpr std::int32_t kUnMes = 31;
   if (noches <= kUnMes) return std::nullopt;
-  const std::int32_t maximo = com::CLng(publico::Sistema().LeeParametro("HT_MAXIMO_NOCHES", 0, "N", "366"));
+  const std::int32_t maximo = com::CLng(publico::LeeParametro(anfitrion::parametro::kMaximoNoches));
   if (noches <= maximo) return std::nullopt;
   return "La estancia de " + std::to_string(noches) + " noches pasa del máximo de " + std::to_string(maximo) +
          ": corrija la llegada o la salida";
@@ -75,15 +76,14 @@ void frmKV207::OcultaFecha() {
 
 void frmKV207::dpFechaGrid_Set() {
   controles::Grid& grid = ssReservaciones;
-  const bool conHabitacion = grid.fila() >= 0 && !com::CStr(grid.celda(grid.fila(), "Nombre")).empty();
+  const bool conHabitacion = grid.fila() >= 0 && !com::CStr(grid.celda(grid.fila(), col::kNombre)).empty();
   if (conHabitacion) {
-    const std::string columna = com::Mayusculas(ColumnaFechaActiva);
-    if (columna == "FECHAI" || columna == "FECHAF") {
-      const std::string activa = ColumnaFechaActiva;
+    const std::string columna = ColumnaFechaActiva;
+    if (columna == col::kInicio || columna == col::kFin) {
       if (grid.ClaveColumna() == columna && !grid.columna(columna).bloqueada) {
         // The clerk's own entry, so that leaving the cell prices the line again.
         grid.Teclea(regional::FechaCorta(dpFechaGrid.valor()));
-        ColumnaFechaActiva = activa;
+        ColumnaFechaActiva = columna;
       } else {
         grid.celda(grid.fila(), columna, com::Variant(dpFechaGrid.valor()));
       }

@@ -3,6 +3,7 @@
 #include "reservation/frmKV207.h"
 
 #include "platform/com/error.h"
+#include "publico/columnas.h"
 #include "publico/publico.h"
 
 namespace kv207 {
@@ -75,7 +76,7 @@ constexpr int kOculta = 0;
 
 // One column of the room lines; ancho kOculta hides it.
 struct DatosColumna {
-  const char* clave;
+  std::string_view clave;
   const char* titulo;
   TipoColumna tipo;
   const char* formato;
@@ -85,32 +86,32 @@ struct DatosColumna {
 
 // clang-format off
 constexpr DatosColumna kColumnas[] = {
-    {"Clave",                     "Clave",                     TipoColumna::Texto,  "",       1164,    kLibre},
-    {"Nombre",                    "Habitación",                TipoColumna::Texto,  "",       1746,    kBloqueada},
-    {"FECHAI",                    "Fecha inicial",             TipoColumna::Fecha,  "",       2117,    kLibre},
-    {"FECHAF",                    "Fecha final",               TipoColumna::Fecha,  "",       2037,    kLibre},
-    {"Adultos",                   "Adultos",                   TipoColumna::Entero, "",       1455,    kLibre},
-    {"Menores",                   "Menores",                   TipoColumna::Entero, "",       1508,    kLibre},
-    {"Infantes",                  "Infantes",                  TipoColumna::Entero, "",       1482,    kLibre},
-    {"Producto",                  "Producto",                  TipoColumna::Texto,  "",       kOculta, kLibre},
-    {"NUM_PERSONAS_EXTRA",        "No. P. Extra",              TipoColumna::Entero, "",       kOculta, kLibre},
-    {"Precio",                    "P. Habitación",             TipoColumna::Doble,  kMoneda4, 2302,    kBloqueada},
-    {"Precio_Lista",              "Precio_Lista",              TipoColumna::Doble,  kMoneda4, kOculta, kLibre},
-    {"Precio_Lista_Importe",      "Precio_lista_importe",      TipoColumna::Doble,  kMoneda4, kOculta, kLibre},
-    {"Precio_Descontado",         "Precio_descontado",         TipoColumna::Doble,  kMoneda4, kOculta, kLibre},
-    {"Precio_Descontado_Importe", "Precio_Descontado_Importe", TipoColumna::Doble,  kMoneda4, kOculta, kLibre},
-    {"PERSONA_EXTRA",             "P. Extra",                  TipoColumna::Doble,  kMoneda4, 2302,    kBloqueada},
-    {"Descuento",                 "% Descuento",               TipoColumna::Doble,  "#,##0.00#######", 2302, kBloqueada},
-    {"DESCUENTO_IMPORTE",         "Descuento",                 TipoColumna::Doble,  kMoneda2, 2302,    kBloqueada},
-    {"Descuento_Global_Factor",   "Descuento_Global_Factor",   TipoColumna::Doble,  "",       kOculta, kLibre},
-    {"Descuento_Global_Importe",  "Descuento_Global_Importe",  TipoColumna::Doble,  kMoneda4, kOculta, kLibre},
-    {"Impuesto",                  "Impuesto",                  TipoColumna::Texto,  "#,##0.00#######%", kOculta, kLibre},
-    {"IMPUESTO_IMPORTE",          "Impuesto",                  TipoColumna::Doble,  kMoneda2, 2302,    kBloqueada},
-    {"Unidad",                    "Unidad",                    TipoColumna::Texto,  "",       kOculta, kLibre},
-    {"Precio_Neto",               "Precio_Neto",               TipoColumna::Doble,  kMoneda4, kOculta, kLibre},
-    {"Total",                     "Total",                     TipoColumna::Doble,  kMoneda2, 2302,    kBloqueada},
-    {"PersonasMax",               "PersonasMax",               TipoColumna::Entero, "",       kOculta, kLibre},
-    {"ID",                        "Id",                        TipoColumna::Texto,  "",       kOculta, kLibre},
+    {col::kClave,                   "Clave",                     TipoColumna::Texto,  "",       1164,    kLibre},
+    {col::kNombre,                  "Habitación",                TipoColumna::Texto,  "",       1746,    kBloqueada},
+    {col::kInicio,                  "Fecha inicial",             TipoColumna::Fecha,  "",       2117,    kLibre},
+    {col::kFin,                     "Fecha final",               TipoColumna::Fecha,  "",       2037,    kLibre},
+    {col::kAdultos,                 "Adultos",                   TipoColumna::Entero, "",       1455,    kLibre},
+    {col::kMenores,                 "Menores",                   TipoColumna::Entero, "",       1508,    kLibre},
+    {col::kInfantes,                "Infantes",                  TipoColumna::Entero, "",       1482,    kLibre},
+    {col::kProducto,                "Producto",                  TipoColumna::Texto,  "",       kOculta, kLibre},
+    {col::kPersonasExtra,           "No. P. Extra",              TipoColumna::Entero, "",       kOculta, kLibre},
+    {col::kPrecio,                  "P. Habitación",             TipoColumna::Doble,  kMoneda4, 2302,    kBloqueada},
+    {col::kPrecioLista,             "Precio_Lista",              TipoColumna::Doble,  kMoneda4, kOculta, kLibre},
+    {col::kPrecioListaImporte,      "Precio_lista_importe",      TipoColumna::Doble,  kMoneda4, kOculta, kLibre},
+    {col::kPrecioDescontado,        "Precio_descontado",         TipoColumna::Doble,  kMoneda4, kOculta, kLibre},
+    {col::kPrecioDescontadoImporte, "Precio_Descontado_Importe", TipoColumna::Doble,  kMoneda4, kOculta, kLibre},
+    {col::kPrecioExtra,             "P. Extra",                  TipoColumna::Doble,  kMoneda4, 2302,    kBloqueada},
+    {col::kDescuento,               "% Descuento",               TipoColumna::Doble,  "#,##0.00#######", 2302,    kBloqueada},
+    {col::kDescuentoImporte,        "Descuento",                 TipoColumna::Doble,  kMoneda2, 2302,    kBloqueada},
+    {col::kGlobalFactor,            "Descuento_Global_Factor",   TipoColumna::Doble,  "",       kOculta, kLibre},
+    {col::kGlobalImporte,           "Descuento_Global_Importe",  TipoColumna::Doble,  kMoneda4, kOculta, kLibre},
+    {col::kImpuesto,                "Impuesto",                  TipoColumna::Texto,  "#,##0.00#######%", kOculta, kLibre},
+    {col::kImpuestoImporte,         "Impuesto",                  TipoColumna::Doble,  kMoneda2, 2302,    kBloqueada},
+    {col::kUnidad,                  "Unidad",                    TipoColumna::Texto,  "",       kOculta, kLibre},
+    {col::kPrecioNeto,              "Precio_Neto",               TipoColumna::Doble,  kMoneda4, kOculta, kLibre},
+    {col::kTotal,                   "Total",                     TipoColumna::Doble,  kMoneda2, 2302,    kBloqueada},
+    {col::kPersonasMax,             "PersonasMax",               TipoColumna::Entero, "",       kOculta, kLibre},
+    {col::kId,                      "Id",                        TipoColumna::Texto,  "",       kOculta, kLibre},
 };
 // clang-format on
 
@@ -126,7 +127,7 @@ controles::Columna ColumnaDe(const DatosColumna& d) {
   c.ancho = d.ancho;
   c.visible = d.ancho != kOculta;
   c.bloqueada = d.bloqueada;
-  c.alineacion = numero ? Alineacion::Derecha : c.clave == "ID" ? Alineacion::Centro : Alineacion::Izquierda;
+  c.alineacion = numero ? Alineacion::Derecha : c.clave == col::kId ? Alineacion::Centro : Alineacion::Izquierda;
   c.alineacionTitulo = d.tipo == TipoColumna::Texto ? c.alineacion : Alineacion::Centro;
   return c;
 }

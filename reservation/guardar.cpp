@@ -6,6 +6,7 @@
 
 #include "platform/regional/regional.h"
 #include "publico/avisos.h"
+#include "publico/columnas.h"
 #include "publico/publico.h"
 #include "publico/transaccion.h"
 #include "reservation/correo.h"
@@ -159,7 +160,7 @@ std::optional<std::string> GuardaEncabezado(const frmKV207& f, anfitrion::Hotel&
 
 // A line with a room and a total that stands for something is stored; others are passed over.
 bool ParticipaRenglon(const controles::Grid& grid, int fila) {
-  return !CeldaVacia(grid.celda(fila, "Nombre")) && com::CDbl(grid.celda(fila, "Total")) > -1;
+  return !CeldaVacia(grid.celda(fila, col::kNombre)) && com::CDbl(grid.celda(fila, col::kTotal)) > -1;
 }
 
 std::optional<Rechazo> RevisaRenglon(const frmKV207& f, int fila) {
@@ -167,18 +168,18 @@ std::optional<Rechazo> RevisaRenglon(const frmKV207& f, int fila) {
   const auto rechaza = [](const anfitrion::DatosMensaje& mensaje, const std::string& complemento = {}) {
     return Rechazo{&mensaje, std::string(mensaje.texto) + complemento, Rechazo::Foco::GridDespues};
   };
-  if (com::SoloFecha(f.dpFecha_llegada.valor()) > FechaDeCelda(grid.celda(fila, "FECHAI"))) {
+  if (com::SoloFecha(f.dpFecha_llegada.valor()) > FechaDeCelda(grid.celda(fila, col::kInicio))) {
     return rechaza(mensaje::kInicioAntesDeLlegada);
   }
-  if (com::SoloFecha(f.dpFecha_salida.valor()) < FechaDeCelda(grid.celda(fila, "FECHAF"))) {
+  if (com::SoloFecha(f.dpFecha_salida.valor()) < FechaDeCelda(grid.celda(fila, col::kFin))) {
     return rechaza(mensaje::kFinDespuesDeSalida);
   }
-  const com::Variant& maximo = grid.celda(fila, "PersonasMax");
+  const com::Variant& maximo = grid.celda(fila, col::kPersonasMax);
   if (PersonasDelRenglon(grid, fila) > com::CDbl(maximo)) {
     return rechaza(mensaje::kExcesoAlGuardar, com::CStr(maximo));
   }
-  if (com::CDbl(grid.celda(fila, "Total")) < 0) {
-    return rechaza(mensaje::kTotalNegativo, com::CStr(grid.celda(fila, "Nombre")) + "' no puede ser menor a cero");
+  if (com::CDbl(grid.celda(fila, col::kTotal)) < 0) {
+    return rechaza(mensaje::kTotalNegativo, com::CStr(grid.celda(fila, col::kNombre)) + "' no puede ser menor a cero");
   }
   return std::nullopt;
 }
@@ -186,17 +187,17 @@ std::optional<Rechazo> RevisaRenglon(const frmKV207& f, int fila) {
 anfitrion::DatosDetalle DatosDelRenglon(const controles::Grid& grid, int fila) {
   const auto numero = [&](std::string_view columna) { return com::CDbl(grid.celda(fila, columna)); };
   anfitrion::DatosDetalle datos;
-  datos.habitacion = com::CStr(grid.celda(fila, "Clave"));
-  datos.inicio = com::ADiasCom(FechaDeCelda(grid.celda(fila, "FECHAI")));
-  datos.fin = com::ADiasCom(FechaDeCelda(grid.celda(fila, "FECHAF")));
-  datos.adultos = PersonasDeCelda(grid.celda(fila, "Adultos"));
-  datos.menores = PersonasDeCelda(grid.celda(fila, "Menores"));
-  datos.infantes = PersonasDeCelda(grid.celda(fila, "Infantes"));
-  datos.personasExtra = numero("NUM_PERSONAS_EXTRA");
-  datos.precio = numero("Precio");
-  datos.precioPersonasExtra = numero("PERSONA_EXTRA");
-  datos.descuentoFactor = numero("Descuento") / 100;
-  datos.total = com::CDbl(regional::ConFormato(numero("Total"), "#########0.00#######"));
+  datos.habitacion = com::CStr(grid.celda(fila, col::kClave));
+  datos.inicio = com::ADiasCom(FechaDeCelda(grid.celda(fila, col::kInicio)));
+  datos.fin = com::ADiasCom(FechaDeCelda(grid.celda(fila, col::kFin)));
+  datos.adultos = PersonasDeCelda(grid.celda(fila, col::kAdultos));
+  datos.menores = PersonasDeCelda(grid.celda(fila, col::kMenores));
+  datos.infantes = PersonasDeCelda(grid.celda(fila, col::kInfantes));
+  datos.personasExtra = numero(col::kPersonasExtra);
+  datos.precio = numero(col::kPrecio);
+  datos.precioPersonasExtra = numero(col::kPrecioExtra);
+  datos.descuentoFactor = numero(col::kDescuento) / 100;
+  datos.total = com::CDbl(regional::ConFormato(numero(col::kTotal), "#########0.00#######"));
   return datos;
 }
 

@@ -2,6 +2,7 @@
 #include <string>
 
 #include "publico/avisos.h"
+#include "publico/columnas.h"
 #include "publico/publico.h"
 #include "reservation/frmKV207.h"
 #include "reservation/renglones.h"
@@ -16,10 +17,10 @@ void frmKV207::CalculaImportes(bool soloRecalcular) {
 
 bool frmKV207::CalculaRenglon(int fila, bool soloRecalcular) {
   controles::Grid& grid = ssReservaciones;
-  if (CeldaVacia(grid.celda(fila, "Nombre"))) return false;
-  const int adultos = PersonasDeCelda(grid.celda(fila, "Adultos"));
-  const int menores = PersonasDeCelda(grid.celda(fila, "Menores"));
-  const int infantes = PersonasDeCelda(grid.celda(fila, "Infantes"));
+  if (CeldaVacia(grid.celda(fila, col::kNombre))) return false;
+  const int adultos = PersonasDeCelda(grid.celda(fila, col::kAdultos));
+  const int menores = PersonasDeCelda(grid.celda(fila, col::kMenores));
+  const int infantes = PersonasDeCelda(grid.celda(fila, col::kInfantes));
   if (adultos == 0 && menores == 0 && infantes == 0) return false;
   if (!soloRecalcular) OlvidaPrecio(fila);
   if (txtNHuesped.text().empty()) {
@@ -31,42 +32,42 @@ bool frmKV207::CalculaRenglon(int fila, bool soloRecalcular) {
   anfitrion::Desglose d;
   bool conError = false;
   if (soloRecalcular) {
-    d.precioNeto = d.total = com::CDbl(grid.celda(fila, "Total"));
-    d.descuentoFactor = com::CDbl(grid.celda(fila, "Descuento")) / 100;
+    d.precioNeto = d.total = com::CDbl(grid.celda(fila, col::kTotal));
+    d.descuentoFactor = com::CDbl(grid.celda(fila, col::kDescuento)) / 100;
   } else {
     double precioExtra = 0;
     int personasExtra = 0;
     const double precio = publico::Hotel().PrecioHabitacion(
-        com::CStr(grid.celda(fila, "Clave")), com::SoloFecha(FechaDeCelda(grid.celda(fila, "FECHAI"))),
-        com::SoloFecha(FechaDeCelda(grid.celda(fila, "FECHAF"))), adultos, menores, infantes, precioExtra,
+        com::CStr(grid.celda(fila, col::kClave)), com::SoloFecha(FechaDeCelda(grid.celda(fila, col::kInicio))),
+        com::SoloFecha(FechaDeCelda(grid.celda(fila, col::kFin))), adultos, menores, infantes, precioExtra,
         personasExtra, txtMoneda.text(), dpFecha.valor(), com::CDbl(txtTipoCambio.valor()));
     d.precioNeto = precio + precioExtra;
-    grid.celda(fila, "Descuento", 0.0);
-    grid.celda(fila, "Precio", precio);
-    grid.celda(fila, "PERSONA_EXTRA", precioExtra);
-    grid.celda(fila, "NUM_PERSONAS_EXTRA", personasExtra);
-    grid.celda(fila, "Total", com::Redondea(d.precioNeto, 2));
+    grid.celda(fila, col::kDescuento, 0.0);
+    grid.celda(fila, col::kPrecio, precio);
+    grid.celda(fila, col::kPrecioExtra, precioExtra);
+    grid.celda(fila, col::kPersonasExtra, personasExtra);
+    grid.celda(fila, col::kTotal, com::Redondea(d.precioNeto, 2));
     const std::string error = publico::Hotel().ErrorHotel();
     conError = !error.empty();
     if (conError) Avisa(*this, mensaje::kPrecioFallido, error);
   }
-  d.impuestoFactor = com::CDbl(grid.celda(fila, "Impuesto"));
+  d.impuestoFactor = com::CDbl(grid.celda(fila, col::kImpuesto));
 
   publico::Hotel().CalculaImpuestos(d.precioLista, d.precioListaImporte, d.descuentoFactor, d.descuentoImporte,
                                     d.precioDescontado, d.precioDescontadoImporte, d.globalFactor, d.globalImporte,
                                     d.impuestoFactor, d.impuestoImporte, d.precioNeto, d.total);
 
-  grid.celda(fila, "Precio_Lista", d.precioLista);
-  grid.celda(fila, "Precio_Lista_Importe", d.precioListaImporte);
-  grid.celda(fila, "Descuento", d.descuentoFactor * 100);
-  grid.celda(fila, "DESCUENTO_IMPORTE", d.descuentoImporte);
-  grid.celda(fila, "Precio_Descontado", d.precioDescontado);
-  grid.celda(fila, "Precio_Descontado_Importe", d.precioDescontadoImporte);
-  grid.celda(fila, "Descuento_Global_Factor", d.globalFactor);
-  grid.celda(fila, "Descuento_Global_Importe", d.globalImporte);
-  grid.celda(fila, "IMPUESTO_IMPORTE", d.impuestoImporte);
-  grid.celda(fila, "Precio_Neto", d.precioNeto);
-  grid.celda(fila, "Total", com::Redondea(d.total, 2));
+  grid.celda(fila, col::kPrecioLista, d.precioLista);
+  grid.celda(fila, col::kPrecioListaImporte, d.precioListaImporte);
+  grid.celda(fila, col::kDescuento, d.descuentoFactor * 100);
+  grid.celda(fila, col::kDescuentoImporte, d.descuentoImporte);
+  grid.celda(fila, col::kPrecioDescontado, d.precioDescontado);
+  grid.celda(fila, col::kPrecioDescontadoImporte, d.precioDescontadoImporte);
+  grid.celda(fila, col::kGlobalFactor, d.globalFactor);
+  grid.celda(fila, col::kGlobalImporte, d.globalImporte);
+  grid.celda(fila, col::kImpuestoImporte, d.impuestoImporte);
+  grid.celda(fila, col::kPrecioNeto, d.precioNeto);
+  grid.celda(fila, col::kTotal, com::Redondea(d.total, 2));
   if (!soloRecalcular) AnotaTarifa(fila, conError);
   return true;
 }
@@ -77,10 +78,10 @@ void frmKV207::Totalizar() {
     double subtotal = 0, impuestos = 0;
     const auto suma = [&](int fila) {
       grid.fila(fila);
-      if (CeldaVacia(grid.celda(fila, "Nombre"))) return;
-      const double base = com::CDbl(grid.celda(fila, "Precio_Descontado_Importe"));
+      if (CeldaVacia(grid.celda(fila, col::kNombre))) return;
+      const double base = com::CDbl(grid.celda(fila, col::kPrecioDescontadoImporte));
       subtotal += base;
-      impuestos += com::CDbl(grid.celda(fila, "Impuesto")) * base;
+      impuestos += com::CDbl(grid.celda(fila, col::kImpuesto)) * base;
     };
     controles::Grid::Pausa pausa(grid);
     const int actual = grid.fila();

@@ -8,6 +8,7 @@
 
 #include "platform/regional/regional.h"
 #include "publico/avisos.h"
+#include "publico/columnas.h"
 #include "publico/publico.h"
 #include "reservation/frmKV207.h"
 #include "reservation/sentencias.h"
@@ -48,7 +49,9 @@ std::int16_t PersonasDeCelda(const com::Variant& celda) {
 
 int PersonasDelRenglon(const controles::Grid& grid, int fila) {
   int personas = 0;
-  for (const char* columna : {"Adultos", "Menores", "Infantes"}) personas += PersonasDeCelda(grid.celda(fila, columna));
+  for (const std::string_view columna : {col::kAdultos, col::kMenores, col::kInfantes}) {
+    personas += PersonasDeCelda(grid.celda(fila, columna));
+  }
   return personas;
 }
 
@@ -132,7 +135,7 @@ namespace {
 constexpr const char* kPantallaHabitaciones = "CA153";
 constexpr int kTamanioCatalogo = 100;
 
-std::string TextoDelRenglon(const controles::Grid& grid, const char* columna) {
+std::string TextoDelRenglon(const controles::Grid& grid, std::string_view columna) {
   return com::CStr(grid.celda(grid.fila(), columna));
 }
 
@@ -147,33 +150,38 @@ bool SePuedeEditar(const controles::Grid& grid) {
 }
 
 bool EsPersonas(std::string_view columna) {
-  return columna == "ADULTOS" || columna == "MENORES" || columna == "INFANTES";
+  return columna == col::kAdultos || columna == col::kMenores || columna == col::kInfantes;
 }
 
 bool EsImporte(std::string_view columna) {
-  return columna == "PERSONA_EXTRA" || columna == "PRECIO" || columna == "DESCUENTO" || columna == "DESCUENTO_IMPORTE";
+  return columna == col::kPrecioExtra || columna == col::kPrecio || columna == col::kDescuento ||
+         columna == col::kDescuentoImporte;
 }
 
-bool EsFecha(std::string_view columna) { return columna == "FECHAI" || columna == "FECHAF"; }
+bool EsFecha(std::string_view columna) { return columna == col::kInicio || columna == col::kFin; }
 
 // Tax factor of the current line's product.
 double TasaImpuesto(const frmKV207& formulario) {
   const auto calculo =
       publico::CreaServicio<anfitrion::CalculoImpuesto>(anfitrion::kClaseCalculoImpuesto, "CalculoImpuesto");
   return calculo->TasaImpuesto(formulario.txtSucursal.text(), formulario.ClaveCliente(),
-                               TextoDelRenglon(formulario.ssReservaciones, "Producto"));
+                               TextoDelRenglon(formulario.ssReservaciones, col::kProducto));
 }
 
 // Amounts of a line that costs nothing yet; impuesto gives its tax factor.
 template <class Impuesto>
 void PonSinImportes(controles::Grid& grid, Impuesto&& impuesto) {
-  for (const char* columna : {"Precio", "PERSONA_EXTRA", "Descuento", "DESCUENTO_IMPORTE"}) Pon(grid, columna, 0.0);
-  Pon(grid, "Impuesto", impuesto());
-  for (const char* columna : {"IMPUESTO_IMPORTE", "Total"}) Pon(grid, columna, 0.0);
+  for (const std::string_view columna : {col::kPrecio, col::kPrecioExtra, col::kDescuento, col::kDescuentoImporte}) {
+    Pon(grid, columna, 0.0);
+  }
+  Pon(grid, col::kImpuesto, impuesto());
+  for (const std::string_view columna : {col::kImpuestoImporte, col::kTotal}) Pon(grid, columna, 0.0);
 }
 
 void PonSinPersonas(controles::Grid& grid) {
-  for (const char* columna : {"Adultos", "Menores", "Infantes"}) Pon(grid, columna, 0);
+  for (const std::string_view columna : {col::kAdultos, col::kMenores, col::kInfantes}) {
+    Pon(grid, columna, 0);
+  }
 }
 
 std::int32_t AnchoNecesario(const controles::Formulario& formulario, std::string_view nombre, std::int32_t ancho) {
@@ -181,14 +189,16 @@ std::int32_t AnchoNecesario(const controles::Formulario& formulario, std::string
 }
 
 void EnsanchaNombre(controles::Grid& grid, std::int32_t ancho) {
-  if (ancho > grid.columna("Nombre").ancho) grid.ancho("Nombre", ancho);
+  if (ancho > grid.columna(col::kNombre).ancho) grid.ancho(col::kNombre, ancho);
 }
 
 // Columns that the user's rights open.
 void AplicaPermisos(frmKV207& formulario) {
   controles::Grid& grid = formulario.ssReservaciones;
-  for (const char* columna : {"Precio", "PERSONA_EXTRA"}) grid.bloqueada(columna, !formulario.PuedeCambiarPrecio);
-  for (const char* columna : {"Descuento", "DESCUENTO_IMPORTE"}) {
+  for (const std::string_view columna : {col::kPrecio, col::kPrecioExtra}) {
+    grid.bloqueada(columna, !formulario.PuedeCambiarPrecio);
+  }
+  for (const std::string_view columna : {col::kDescuento, col::kDescuentoImporte}) {
     grid.bloqueada(columna, !formulario.PuedeCambiarDescuento);
   }
 }
@@ -198,8 +208,8 @@ void AplicaPermisos(frmKV207& formulario) {
 
 void SaleDeClave(frmKV207& formulario, bool& cancela) {
   controles::Grid& grid = formulario.ssReservaciones;
-  if (TextoDelRenglon(grid, "Clave").empty() || !TextoDelRenglon(grid, "Nombre").empty()) return;
-  std::int32_t ancho = grid.columna("Nombre").ancho;
+  if (TextoDelRenglon(grid, col::kClave).empty() || !TextoDelRenglon(grid, col::kNombre).empty()) return;
+  std::int32_t ancho = grid.columna(col::kNombre).ancho;
   bool hallada = false;
   formulario.Busca_Habitacion(ancho, hallada);
   if (hallada) {
@@ -214,10 +224,10 @@ void SaleDeFecha(frmKV207& formulario, bool tecleada) {
   controles::Grid& grid = formulario.ssReservaciones;
   const std::string columna = grid.ClaveColumna();
   if (CeldaVacia(grid.celda(grid.fila(), columna))) return;
-  const auto inicio = FechaSiLaHay(grid.celda(grid.fila(), "FECHAI"));
-  const auto fin = FechaSiLaHay(grid.celda(grid.fila(), "FECHAF"));
+  const auto inicio = FechaSiLaHay(grid.celda(grid.fila(), col::kInicio));
+  const auto fin = FechaSiLaHay(grid.celda(grid.fila(), col::kFin));
   const com::Fecha llegada = formulario.dpFecha_llegada.valor(), salida = formulario.dpFecha_salida.valor();
-  const bool esInicio = com::Mayusculas(columna) == "FECHAI";
+  const bool esInicio = columna == col::kInicio;
   const com::Fecha ajustada =
       esInicio ? AjustaInicio(inicio, fin, llegada, salida) : AjustaFin(inicio, fin, llegada, salida);
   const auto& actual = esInicio ? inicio : fin;
@@ -233,15 +243,15 @@ void SaleDeFecha(frmKV207& formulario, bool tecleada) {
 void PonRenglonSinHuespedes(frmKV207& formulario) {
   controles::Grid& grid = formulario.ssReservaciones;
   formulario.OlvidaPrecio(grid.fila());
-  for (const char* columna : {"Precio", "DESCUENTO_IMPORTE", "IMPUESTO_IMPORTE", "Total"}) {
+  for (const std::string_view columna : {col::kPrecio, col::kDescuentoImporte, col::kImpuestoImporte, col::kTotal}) {
     Pon(grid, columna, regional::Moneda(0));
   }
-  Pon(grid, "Descuento", 0.0);
+  Pon(grid, col::kDescuento, 0.0);
 }
 
 void SaleDePersonas(frmKV207& formulario, bool tecleada) {
   controles::Grid& grid = formulario.ssReservaciones;
-  const std::string habitacion = TextoDelRenglon(grid, "Clave");
+  const std::string habitacion = TextoDelRenglon(grid, col::kClave);
   if (habitacion.empty()) return;
   const bool vacia = CeldaVacia(grid.celda(grid.fila(), grid.columna()));
   if (vacia) grid.celda(grid.fila(), grid.columna(), 0);
@@ -252,7 +262,7 @@ void SaleDePersonas(frmKV207& formulario, bool tecleada) {
   }
   ArmaLimitePersonas(publico::NuevaSentencia(), habitacion);
   const ado::RecordsetPtr tipo = publico::Ejecuta();
-  const std::string nombre = TextoDelRenglon(grid, "Nombre");
+  const std::string nombre = TextoDelRenglon(grid, col::kNombre);
   if (tipo->Eof() || tipo->Fields("Th_Num_Personas_Maximo").Value().EsNulo()) {
     Avisa(
         formulario, mensaje::kSinPersonasConfiguradas,
@@ -270,11 +280,11 @@ void SaleDePersonas(frmKV207& formulario, bool tecleada) {
 
 void SaleDeImporte(frmKV207& formulario, bool tecleada) {
   controles::Grid& grid = formulario.ssReservaciones;
-  if (TextoDelRenglon(grid, "Clave").empty()) return;
+  if (TextoDelRenglon(grid, col::kClave).empty()) return;
   const bool vacia = CeldaVacia(grid.celda(grid.fila(), grid.columna()));
   if (vacia) grid.celda(grid.fila(), grid.columna(), 0.0);
   if (!tecleada && !vacia) return;
-  DerivaImportes(grid, grid.fila(), com::Mayusculas(grid.ClaveColumna()) == "DESCUENTO_IMPORTE");
+  DerivaImportes(grid, grid.fila(), grid.ClaveColumna() == col::kDescuentoImporte);
   const bool completo = formulario.CalculaRenglon(grid.fila(), true);
   formulario.AnotaAcuerdo(grid.fila(), !completo);
 }
@@ -295,22 +305,22 @@ void MuestraFecha(frmKV207& formulario) {
   formulario.dpFechaGrid.height(formulario.pcFecha.height() + kMargenCampo);
   const auto fecha = FechaSiLaHay(grid.celda(grid.fila(), grid.columna()));
   formulario.dpFechaGrid.valor(com::SoloFecha(fecha ? *fecha : publico::Utilerias().FechaServidor()));
-  formulario.ColumnaFechaActiva = com::Mayusculas(grid.ClaveColumna());
+  formulario.ColumnaFechaActiva = grid.ClaveColumna();
 }
 
 // Takes the room of the current line from the catalogue; a cancelled search blanks the line.
 void EligeHabitacion(frmKV207& formulario) {
   controles::Grid& grid = formulario.ssReservaciones;
   const com::Variant clave = publico::Utilerias().BuscaEnCatalogo("Habitacion", kTamanioCatalogo, "", com::Variant());
-  Pon(grid, "Clave", clave);
+  Pon(grid, col::kClave, clave);
   if (CeldaVacia(clave)) return formulario.LimpiaRenglon();
-  std::int32_t ancho = grid.columna("Nombre").ancho;
+  std::int32_t ancho = grid.columna(col::kNombre).ancho;
   bool hallada = false;
   formulario.Busca_Habitacion(ancho, hallada);
   if (hallada) {
     EnsanchaNombre(grid, ancho);
   } else {
-    Pon(grid, "Clave", "");
+    Pon(grid, col::kClave, "");
     formulario.LimpiaRenglon();
   }
 }
@@ -333,7 +343,9 @@ void frmKV207::DesbloqueaColumnas() {
   for (int c = 0; c < ssReservaciones.NumColumnas(); ++c) {
     if (ssReservaciones.columna(c).visible) ssReservaciones.bloqueada(c, false);
   }
-  for (const char* columna : {"Nombre", "IMPUESTO_IMPORTE", "Total"}) ssReservaciones.bloqueada(columna, true);
+  for (const std::string_view columna : {col::kNombre, col::kImpuestoImporte, col::kTotal}) {
+    ssReservaciones.bloqueada(columna, true);
+  }
   AplicaPermisos(*this);
 }
 
@@ -348,14 +360,14 @@ void frmKV207::AgregaHabitacion(const std::string& primera, const std::string& u
     return;
   }
   ssReservaciones.AgregaFila();
-  Pon(ssReservaciones, "Clave", clave);
-  Pon(ssReservaciones, "Nombre", nombre);
-  Pon(ssReservaciones, "FECHAI", primera);
-  Pon(ssReservaciones, "FECHAF", com::MasDias(com::CDate(ultima), 1));
+  Pon(ssReservaciones, col::kClave, clave);
+  Pon(ssReservaciones, col::kNombre, nombre);
+  Pon(ssReservaciones, col::kInicio, primera);
+  Pon(ssReservaciones, col::kFin, com::MasDias(com::CDate(ultima), 1));
   PonSinPersonas(ssReservaciones);
-  Pon(ssReservaciones, "Producto", producto->Fields("Pr_Cve_Producto").Value());
-  Pon(ssReservaciones, "Unidad", producto->Fields("Pr_Unidad_Venta").Value());
-  Pon(ssReservaciones, "PersonasMax", producto->Fields("Th_Num_Personas_Maximo").Value());
+  Pon(ssReservaciones, col::kProducto, producto->Fields("Pr_Cve_Producto").Value());
+  Pon(ssReservaciones, col::kUnidad, producto->Fields("Pr_Unidad_Venta").Value());
+  Pon(ssReservaciones, col::kPersonasMax, producto->Fields("Th_Num_Personas_Maximo").Value());
   PonSinImportes(ssReservaciones, [this] { return TasaImpuesto(*this); });
   ancho = AnchoNecesario(*this, nombre, ancho);
 }
@@ -364,7 +376,7 @@ void frmKV207::Busca_Habitacion(std::int32_t& ancho, bool& hallada) {
   hallada = false;
   Atrapa(*this, mensaje::kBuscaHabitacion, [&] {
     controles::Grid& grid = ssReservaciones;
-    const std::string clave = regional::ConMascara(TextoDelRenglon(grid, "Clave"), FormatoHabitacion);
+    const std::string clave = regional::ConMascara(TextoDelRenglon(grid, col::kClave), FormatoHabitacion);
     ArmaBuscaHabitacion(publico::NuevaSentencia(), clave);
     const ado::RecordsetPtr habitacion = publico::Ejecuta();
     if (habitacion->Eof()) {
@@ -372,19 +384,19 @@ void frmKV207::Busca_Habitacion(std::int32_t& ancho, bool& hallada) {
       return;
     }
     OlvidaPrecio(grid.fila());
-    Pon(grid, "Clave", clave);
-    Pon(grid, "Nombre", habitacion->Fields("DESCRIPCION").Value());
-    Pon(grid, "FECHAI", com::SoloFecha(dpFecha_llegada.valor()));
-    Pon(grid, "FECHAF", com::SoloFecha(dpFecha_salida.valor()));
-    Pon(grid, "PersonasMax", habitacion->Fields("MAX").Value());
+    Pon(grid, col::kClave, clave);
+    Pon(grid, col::kNombre, habitacion->Fields("DESCRIPCION").Value());
+    Pon(grid, col::kInicio, com::SoloFecha(dpFecha_llegada.valor()));
+    Pon(grid, col::kFin, com::SoloFecha(dpFecha_salida.valor()));
+    Pon(grid, col::kPersonasMax, habitacion->Fields("MAX").Value());
     PonSinPersonas(grid);
     ArmaBuscaProducto(publico::NuevaSentencia(), clave);
     const ado::RecordsetPtr producto = publico::Ejecuta();
     const bool conProducto = !producto->Eof();
-    Pon(grid, "Producto", conProducto ? producto->Fields("Pr_Cve_Producto").Value() : "");
-    Pon(grid, "Unidad", conProducto ? producto->Fields("Pr_Unidad_venta").Value() : "");
+    Pon(grid, col::kProducto, conProducto ? producto->Fields("Pr_Cve_Producto").Value() : "");
+    Pon(grid, col::kUnidad, conProducto ? producto->Fields("Pr_Unidad_venta").Value() : "");
     PonSinImportes(grid, [this] { return TasaImpuesto(*this); });
-    ancho = AnchoNecesario(*this, TextoDelRenglon(grid, "Nombre"), ancho);
+    ancho = AnchoNecesario(*this, TextoDelRenglon(grid, col::kNombre), ancho);
     hallada = true;
   });
 }
@@ -392,7 +404,9 @@ void frmKV207::Busca_Habitacion(std::int32_t& ancho, bool& hallada) {
 void frmKV207::LimpiaRenglon() {
   if (ssReservaciones.fila() < 0) return;
   OlvidaPrecio(ssReservaciones.fila());
-  for (const char* columna : {"Nombre", "Producto", "Unidad"}) Pon(ssReservaciones, columna, "");
+  for (const std::string_view columna : {col::kNombre, col::kProducto, col::kUnidad}) {
+    Pon(ssReservaciones, columna, "");
+  }
   PonSinPersonas(ssReservaciones);
   PonSinImportes(ssReservaciones, [] { return 0.0; });
 }
@@ -401,10 +415,10 @@ void frmKV207::LimpiaRenglon() {
 
 void frmKV207::ssReservaciones_BeforeRowColChange(bool& cancela) {
   if (!SePuedeEditar(ssReservaciones)) return;
-  const std::string columna = com::Mayusculas(ssReservaciones.ClaveColumna());
+  const std::string columna = ssReservaciones.ClaveColumna();
   const bool tecleada = ssReservaciones.Tecleada();
-  const com::Variant total = ssReservaciones.celda(ssReservaciones.fila(), "Total");
-  if (columna == "CLAVE") {
+  const com::Variant total = ssReservaciones.celda(ssReservaciones.fila(), col::kTotal);
+  if (columna == col::kClave) {
     SaleDeClave(*this, cancela);
   } else if (EsFecha(columna)) {
     SaleDeFecha(*this, tecleada);
@@ -414,13 +428,13 @@ void frmKV207::ssReservaciones_BeforeRowColChange(bool& cancela) {
     SaleDeImporte(*this, tecleada);
   }
   // Where nothing was typed the grid does not complete the line by itself.
-  if (!tecleada && ssReservaciones.celda(ssReservaciones.fila(), "Total") != total) Totalizar();
+  if (!tecleada && ssReservaciones.celda(ssReservaciones.fila(), col::kTotal) != total) Totalizar();
 }
 
 void frmKV207::ssReservaciones_RowColChange() {
   const bool conFecha = foco() == &ssReservaciones && SePuedeEditar(ssReservaciones) &&
-                        EsFecha(com::Mayusculas(ssReservaciones.ClaveColumna())) &&
-                        !TextoDelRenglon(ssReservaciones, "Clave").empty();
+                        EsFecha(ssReservaciones.ClaveColumna()) &&
+                        !TextoDelRenglon(ssReservaciones, col::kClave).empty();
   if (conFecha) {
     MuestraFecha(*this);
   } else {
@@ -432,9 +446,9 @@ void frmKV207::ssReservaciones_Change() {
   if (!SePuedeEditar(ssReservaciones)) return;
   Atrapa(*this, mensaje::kCambioGrid, [&] {
     OcultaFecha();
-    if (com::Mayusculas(ssReservaciones.ClaveColumna()) != "CLAVE") return;
+    if (ssReservaciones.ClaveColumna() != col::kClave) return;
     LimpiaRenglon();
-    if (TextoDelRenglon(ssReservaciones, "Clave").empty()) ssReservaciones.QuitaFila(ssReservaciones.fila());
+    if (TextoDelRenglon(ssReservaciones, col::kClave).empty()) ssReservaciones.QuitaFila(ssReservaciones.fila());
   });
 }
 
@@ -446,8 +460,8 @@ void frmKV207::ssReservaciones_KeyDown(int codigo, int) {
 
 void frmKV207::ssReservaciones_KeyPress(int& caracter) {
   if (!SePuedeEditar(ssReservaciones)) return;
-  const std::string columna = com::Mayusculas(ssReservaciones.ClaveColumna());
-  const bool conPunto = columna == "PRECIO" || columna == "PERSONA_EXTRA" || columna == "DESCUENTO";
+  const std::string columna = ssReservaciones.ClaveColumna();
+  const bool conPunto = columna == col::kPrecio || columna == col::kPrecioExtra || columna == col::kDescuento;
   bool pasa = caracter != tecla::kEnter;
   if (EsPersonas(columna) || conPunto) {
     pasa = EsCifra(caracter) || caracter == tecla::kRetroceso || (conPunto && caracter == '.');
@@ -457,7 +471,7 @@ void frmKV207::ssReservaciones_KeyPress(int& caracter) {
 
 void frmKV207::ssReservaciones_KeyUp(int codigo, int) {
   if (!SePuedeEditar(ssReservaciones)) return;
-  if (codigo == tecla::kF2 && com::Mayusculas(ssReservaciones.ClaveColumna()) == "CLAVE") {
+  if (codigo == tecla::kF2 && ssReservaciones.ClaveColumna() == col::kClave) {
     EligeHabitacion(*this);
     // Nothing was typed, so the grid does not complete the line by itself.
     ssReservaciones_RowCommitted();

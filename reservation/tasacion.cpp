@@ -3,6 +3,7 @@
 #include "reservation/tasacion.h"
 
 #include "publico/avisos.h"
+#include "publico/columnas.h"
 #include "publico/publico.h"
 #include "reservation/frmKV207.h"
 #include "reservation/renglones.h"
@@ -31,16 +32,16 @@ double Convierte(double importe, const Acuerdo& acuerdo, const std::string& mone
 void DerivaImportes(controles::Grid& grid, int fila, bool porImporte) {
   const auto importe = [&](std::string_view columna) { return com::CDbl(grid.celda(fila, columna)); };
   ImportesRenglon renglon;
-  renglon.precio = importe("Precio");
-  renglon.personaExtra = importe("PERSONA_EXTRA");
-  renglon.impuesto = importe("Impuesto");
-  renglon.descuento = importe("Descuento");
-  renglon.descuentoImporte = importe("DESCUENTO_IMPORTE");
+  renglon.precio = importe(col::kPrecio);
+  renglon.personaExtra = importe(col::kPrecioExtra);
+  renglon.impuesto = importe(col::kImpuesto);
+  renglon.descuento = importe(col::kDescuento);
+  renglon.descuentoImporte = importe(col::kDescuentoImporte);
   renglon = RederivaImportes(renglon, porImporte);
-  grid.celda(fila, "Descuento", renglon.descuento);
-  grid.celda(fila, "DESCUENTO_IMPORTE", renglon.descuentoImporte);
-  grid.celda(fila, "IMPUESTO_IMPORTE", renglon.impuestoImporte);
-  grid.celda(fila, "Total", renglon.total);
+  grid.celda(fila, col::kDescuento, renglon.descuento);
+  grid.celda(fila, col::kDescuentoImporte, renglon.descuentoImporte);
+  grid.celda(fila, col::kImpuestoImporte, renglon.impuestoImporte);
+  grid.celda(fila, col::kTotal, renglon.total);
 }
 
 // A line with more persons than its room holds is refused elsewhere, and not priced again before.
@@ -53,18 +54,18 @@ bool Excede(const CondicionesPrecio& c, const com::Variant& maximo) {
 // Nothing for a line that cannot be priced: without room, dates or persons, or with persons that are no number.
 std::optional<CondicionesPrecio> frmKV207::Condiciones(int fila) const {
   const controles::Grid& grid = ssReservaciones;
-  const auto inicio = FechaSiLaHay(grid.celda(fila, "FECHAI")), fin = FechaSiLaHay(grid.celda(fila, "FECHAF"));
-  if (CeldaVacia(grid.celda(fila, "Nombre")) || !inicio || !fin) return std::nullopt;
+  const auto inicio = FechaSiLaHay(grid.celda(fila, col::kInicio)), fin = FechaSiLaHay(grid.celda(fila, col::kFin));
+  if (CeldaVacia(grid.celda(fila, col::kNombre)) || !inicio || !fin) return std::nullopt;
   CondicionesPrecio c;
   try {
-    c.adultos = PersonasDeCelda(grid.celda(fila, "Adultos"));
-    c.menores = PersonasDeCelda(grid.celda(fila, "Menores"));
-    c.infantes = PersonasDeCelda(grid.celda(fila, "Infantes"));
+    c.adultos = PersonasDeCelda(grid.celda(fila, col::kAdultos));
+    c.menores = PersonasDeCelda(grid.celda(fila, col::kMenores));
+    c.infantes = PersonasDeCelda(grid.celda(fila, col::kInfantes));
   } catch (const com::Error&) {  // said where the persons are used
     return std::nullopt;
   }
   if (c.adultos + c.menores + c.infantes == 0) return std::nullopt;
-  c.habitacion = com::CStr(grid.celda(fila, "Clave"));
+  c.habitacion = com::CStr(grid.celda(fila, col::kClave));
   c.inicio = com::SoloFecha(*inicio);
   c.fin = com::SoloFecha(*fin);
   c.encabezado = {txtHuesped.text(), txtMoneda.text(), com::SoloFecha(dpFecha.valor()),
@@ -90,7 +91,7 @@ void frmKV207::AnotaAcuerdo(int fila, bool incompleto) {
   if (!condiciones) return OlvidaPrecio(fila);
   const auto importe = [&](std::string_view columna) { return com::CDbl(ssReservaciones.celda(fila, columna)); };
   const CondicionesEncabezado& e = condiciones->encabezado;
-  Acuerdo acuerdo{e.moneda, e.tipoCambio, importe("Precio"), importe("PERSONA_EXTRA")};
+  Acuerdo acuerdo{e.moneda, e.tipoCambio, importe(col::kPrecio), importe(col::kPrecioExtra)};
   precios_[ssReservaciones.Marcador(fila)] = {*std::move(condiciones), incompleto, std::move(acuerdo)};
 }
 
@@ -100,7 +101,7 @@ bool frmKV207::PoneAlDia(int fila) {
 }
 
 bool frmKV207::PoneAlDia(int fila, const CondicionesPrecio& ahora) {
-  if (Excede(ahora, ssReservaciones.celda(fila, "PersonasMax"))) return false;
+  if (Excede(ahora, ssReservaciones.celda(fila, col::kPersonasMax))) return false;
   const PrecioRenglon* precio = PrecioDe(fila);
   switch (QueFalta(precio, ahora)) {
     case Falta::Nada:
@@ -114,8 +115,8 @@ bool frmKV207::PoneAlDia(int fila, const CondicionesPrecio& ahora) {
   PrecioRenglon convertido = *precio;
   const Acuerdo& acuerdo = *convertido.acuerdo;
   const CondicionesEncabezado& e = ahora.encabezado;
-  ssReservaciones.celda(fila, "Precio", Convierte(acuerdo.precio, acuerdo, e.moneda, e.tipoCambio));
-  ssReservaciones.celda(fila, "PERSONA_EXTRA", Convierte(acuerdo.personaExtra, acuerdo, e.moneda, e.tipoCambio));
+  ssReservaciones.celda(fila, col::kPrecio, Convierte(acuerdo.precio, acuerdo, e.moneda, e.tipoCambio));
+  ssReservaciones.celda(fila, col::kPrecioExtra, Convierte(acuerdo.personaExtra, acuerdo, e.moneda, e.tipoCambio));
   DerivaImportes(ssReservaciones, fila, false);
   convertido.incompleto = !CalculaRenglon(fila, true);
   convertido.condiciones = ahora;
@@ -126,9 +127,9 @@ bool frmKV207::PoneAlDia(int fila, const CondicionesPrecio& ahora) {
 void frmKV207::PoneAlDiaTodos(const std::function<bool(const PrecioRenglon*, const CondicionesPrecio&)>& cuales) {
   bool cambios = false;
   const auto uno = [&](int fila, const CondicionesPrecio& ahora) {
-    const double antes = com::CDbl(ssReservaciones.celda(fila, "Total"));
+    const double antes = com::CDbl(ssReservaciones.celda(fila, col::kTotal));
     const auto compara = [&] {
-      importesSinDecir_ = importesSinDecir_ || antes != com::CDbl(ssReservaciones.celda(fila, "Total"));
+      importesSinDecir_ = importesSinDecir_ || antes != com::CDbl(ssReservaciones.celda(fila, col::kTotal));
     };
     try {
       cambios = PoneAlDia(fila, ahora) || cambios;

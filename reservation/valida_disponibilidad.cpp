@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/regional/regional.h"
+#include "publico/columnas.h"
 #include "publico/publico.h"
 #include "reservation/fechas.h"
 #include "reservation/frmKV207.h"
@@ -96,14 +97,14 @@ Motivo RevisaNoche(const frmKV207& f, const std::string& clave, const std::strin
 }
 
 PeriodoRenglon PeriodoDe(const controles::Grid& grid, int fila) {
-  return {FechaDeCelda(grid.celda(fila, "FECHAI")), FechaDeCelda(grid.celda(fila, "FECHAF"))};
+  return {FechaDeCelda(grid.celda(fila, col::kInicio)), FechaDeCelda(grid.celda(fila, col::kFin))};
 }
 
 // Of the lines with a room.
 std::vector<PeriodoRenglon> PeriodosDe(const controles::Grid& grid) {
   std::vector<PeriodoRenglon> periodos;
   for (int fila = 0; fila < grid.Filas(); ++fila) {
-    if (!com::CStr(grid.celda(fila, "Clave")).empty()) periodos.push_back(PeriodoDe(grid, fila));
+    if (!com::CStr(grid.celda(fila, col::kClave)).empty()) periodos.push_back(PeriodoDe(grid, fila));
   }
   return periodos;
 }
@@ -114,9 +115,9 @@ Motivo RevisaNoches(frmKV207& f) {
   const int filas = grid.Filas();
   for (int fila = 0; fila < filas; ++fila) {
     grid.fila(fila);
-    const std::string clave = com::CStr(grid.celda(fila, "Clave"));
+    const std::string clave = com::CStr(grid.celda(fila, col::kClave));
     if (clave.empty()) continue;
-    const std::string nombre = com::CStr(grid.celda(fila, "Nombre"));
+    const std::string nombre = com::CStr(grid.celda(fila, col::kNombre));
     const PeriodoRenglon periodo = PeriodoDe(grid, fila);
     const int noches = com::DiasEntre(periodo.inicio, periodo.fin);
     if (auto motivo = MotivoDeEstanciaLarga(noches)) return motivo;
@@ -145,8 +146,8 @@ Motivo RevisaPersonas(controles::Grid& grid) {
   const int filas = grid.Filas();
   for (int fila = 0; fila < filas; ++fila) {
     grid.fila(fila);
-    if (com::CStr(grid.celda(fila, "Clave")).empty() || PersonasDelRenglon(grid, fila) > 0) continue;
-    return "especifique el número de personas para la habitación: " + com::CStr(grid.celda(fila, "Nombre"));
+    if (com::CStr(grid.celda(fila, col::kClave)).empty() || PersonasDelRenglon(grid, fila) > 0) continue;
+    return "especifique el número de personas para la habitación: " + com::CStr(grid.celda(fila, col::kNombre));
   }
   return std::nullopt;
 }

@@ -6,11 +6,15 @@
 #include <map>
 #include <stdexcept>
 
+#include "host/contract/parametros.h"
 #include "platform/com/fecha.h"
 #include "platform/com/variant.h"
 #include "schema/esquema.h"
 
 namespace esquema {
+
+namespace parametro = anfitrion::parametro;
+namespace permiso = anfitrion::permiso;
 namespace {
 
 using com::Fecha;
@@ -231,36 +235,36 @@ class Hotel {
 
 void Hotel::Configuracion() {
   constexpr std::pair<const char*, const char*> kParametros[] = {
-      {"HT_NOMBRE", "Hotel Mirador de la Bahía"},
-      {"CAT_FORZAR_MAYUSCULAS", "0"},
-      {"FIN_MONEDA_LOCAL", "MXN"},
-      {"HT_OVER_BOOKING", "0"},
-      {"HT_DIAS_RESERVACION", "1"},
-      {"HT_SUCURSAL_DEFAULT", "0001"},
-      {"FTO_CLIENTE", "0000000000"},
-      {"FTO_FORMA_PAGO", "0000"},
-      {"FTO_HABITACION", "0000"},
-      {"FTO_AREA", "0000"},
-      {"FTO_GRUPO_HABITACION", "0000"},
-      {"FTO_TIPO_HABITACION", "0000"},
-      {"HT_FORMATO_FOLIO", "0000000000"},
-      {"PL_MAIL_RESERVACION_HOTEL", "PL16"},
-      {"PL_MAIL_RESERVACION_HOTEL_CONFIRMADA", "PL17"},
-      {"FTO_IMP_RESERVACION", "HT0001"},
+      {parametro::kNombreHotel.clave, "Hotel Mirador de la Bahía"},
+      {parametro::kMayusculas.clave, "0"},
+      {parametro::kMonedaLocal.clave, "MXN"},
+      {parametro::kSobreventa.clave, "0"},
+      {parametro::kDiasReservacion.clave, "1"},
+      {parametro::kSucursal.clave, "0001"},
+      {parametro::kFormatoCliente.clave, "0000000000"},
+      {parametro::kFormatoFormaPago.clave, "0000"},
+      {parametro::kFormatoHabitacion.clave, "0000"},
+      {parametro::kFormatoArea.clave, "0000"},
+      {parametro::kFormatoGrupo.clave, "0000"},
+      {parametro::kFormatoTipo.clave, "0000"},
+      {parametro::kFormatoFolio.clave, "0000000000"},
+      {parametro::kPlantillaReservacion.clave, "PL16"},
+      {parametro::kPlantillaConfirmada.clave, "PL17"},
+      {parametro::kFormatoImpresion.clave, "HT0001"},
   };
   for (const auto& [clave, valor] : kParametros) Fila("Parametro (Pm_Clave, Pm_Valor)", {Lit(clave), Lit(valor)});
-  Fila("Parametro (Pm_Clave, Pm_Valor)", {Lit("HT_CLIENTE_RESERVACION_WEB"), Lit(Clave(kClienteWeb, 10))});
+  Fila("Parametro (Pm_Clave, Pm_Valor)", {Lit(parametro::kClienteWeb.clave), Lit(Clave(kClienteWeb, 10))});
   // Colours 0x00BBGGRR as whole numbers; all light enough for dark text.
   constexpr std::pair<const char*, int> kColores[] = {
-      {"HT_COLOR_DISPONIBLE", 0xCEEFC6},
-      {"HT_COLOR_OCUPADO", 0xA3A3F4},
-      {"HT_COLOR_RESERVADO", 0xF5D09E},
-      {"HT_COLOR_BLOQUEADO", 0xCFCFCF},
+      {parametro::kColorDisponible.clave, 0xCEEFC6},
+      {parametro::kColorOcupado.clave, 0xA3A3F4},
+      {parametro::kColorReservado.clave, 0xF5D09E},
+      {parametro::kColorBloqueado.clave, 0xCFCFCF},
   };
   for (const auto& [clave, color] : kColores) {
     Fila("Parametro (Pm_Clave, Pm_Valor)", {Lit(clave), Lit(std::to_string(color))});
   }
-  for (const char* opcion : {"CHFECHA", "CHDS02", "CHPR02", "CHCONF"}) {
+  for (const char* opcion : {permiso::kFecha, permiso::kDescuento, permiso::kPrecio, permiso::kConfiguracion}) {
     Fila("Permiso (Pe_Usuario, Pe_Pantalla, Pe_Opcion)", {Lit("RECEPCION"), Lit("KV207"), Lit(opcion)});
   }
   Textos();
@@ -284,8 +288,8 @@ void Hotel::Textos() {
 }
 
 void Hotel::Catalogos() {
-  Fila("Sucursal (Sc_Cve_Sucursal, Sc_Descripcion, Es_Cve_Estado)", {Lit("0001"), Lit("Matriz"), Lit("AC")});
-  Fila("Sucursal (Sc_Cve_Sucursal, Sc_Descripcion, Es_Cve_Estado)", {Lit("0002"), Lit("Frontera"), Lit("AC")});
+  Fila("Sucursal (Sc_Cve_Sucursal, Sc_Descripcion, Es_Cve_Estado)", {Lit("0001"), Lit("Matriz"), Lit(kActiva)});
+  Fila("Sucursal (Sc_Cve_Sucursal, Sc_Descripcion, Es_Cve_Estado)", {Lit("0002"), Lit("Frontera"), Lit(kActiva)});
   constexpr std::array<const char*, 3> kFormas[] = {{"0001", "Efectivo", "01"},
                                                     {"0002", "Cheque nominativo", "02"},
                                                     {"0003", "Transferencia electrónica", "03"},
@@ -293,24 +297,24 @@ void Hotel::Catalogos() {
                                                     {"0005", "Crédito de la casa", "99"}};
   for (const auto& f : kFormas) {
     Fila("Forma_Pago (Fp_Cve_Forma_Pago, Fp_Descripcion, Fp_Tipo, Es_Cve_Estado)",
-         {Lit(f[0]), Lit(f[1]), Lit(f[2]), Lit("AC")});
+         {Lit(f[0]), Lit(f[1]), Lit(f[2]), Lit(kActiva)});
   }
   constexpr std::pair<const char*, const char*> kMonedas[] = {
       {"MXN", "Peso mexicano"}, {"USD", "Dólar estadounidense"}, {"EUR", "Euro"}};
   for (const auto& [clave, nombre] : kMonedas) {
-    Fila("Moneda (Mn_Cve_Moneda, Mn_Descripcion, Es_Cve_Estado)", {Lit(clave), Lit(nombre), Lit("AC")});
+    Fila("Moneda (Mn_Cve_Moneda, Mn_Descripcion, Es_Cve_Estado)", {Lit(clave), Lit(nombre), Lit(kActiva)});
   }
   for (int i = 0; i < 3; ++i) {
     Fila("Area_Habitacion (Ah_Cve_Area_Habitacion, Ah_Descripcion, Es_Cve_Estado)",
-         {Lit(Clave(i + 1, 4)), Lit(kAreas[i]), Lit("AC")});
+         {Lit(Clave(i + 1, 4)), Lit(kAreas[i]), Lit(kActiva)});
     Fila("Grupo_Habitacion (Ghb_Cve_Grupo_Habitacion, Ghb_Descripcion, Es_Cve_Estado)",
-         {Lit(Clave(i + 1, 4)), Lit(kGrupos[i]), Lit("AC")});
+         {Lit(Clave(i + 1, 4)), Lit(kGrupos[i]), Lit(kActiva)});
   }
   for (const TipoDemo& t : kTipos) {
     Fila(
         "Tipo_Habitacion (Th_Cve_Tipo_Habitacion, Th_Descripcion, Th_Num_Personas, Th_Num_Personas_Maximo, "
         "Pr_Cve_Producto, Es_Cve_Estado)",
-        {Lit(t.clave), Lit(t.nombre), Lit(t.incluidas), Lit(t.maximo), Lit(t.producto), Lit("AC")});
+        {Lit(t.clave), Lit(t.nombre), Lit(t.incluidas), Lit(t.maximo), Lit(t.producto), Lit(kActiva)});
     Fila(
         "Producto (Pr_Cve_Producto, Pr_Descripcion, Pr_Unidad_Venta, Pr_Unidad_Control_1, Pr_Unidad_Control_2, "
         "Pr_Unidad_Costo)",
@@ -322,7 +326,7 @@ void Hotel::Catalogos() {
         "Habitacion (Hb_Cve_Habitacion, Hb_Descripcion, Th_Cve_Tipo_Habitacion, Ghb_Cve_Grupo_Habitacion, "
         "Ah_Cve_Area_Habitacion, Es_Cve_Estado)",
         {Lit(c.clave), Lit(c.clave.substr(1) + " " + kGrupos[c.grupo]), Lit(c.tipo->clave), Lit(Clave(c.grupo + 1, 4)),
-         Lit(Clave(c.piso + 1, 4)), Lit("AC")});
+         Lit(Clave(c.piso + 1, 4)), Lit(kActiva)});
   }
   Clientes();
 }
@@ -335,7 +339,7 @@ void Hotel::Clientes() {
     Fila(
         "Cliente (Cl_Cve_Cliente, Cl_Razon_Social_1, Es_Cve_Estado, Cl_Tarjeta_Credito, Cl_Tarjeta_Banco, "
         "Cl_Tarjeta_Numero, Cl_Tarjeta_Codigo_Seguridad, Cl_Tarjeta_Vencimiento, Cl_Correo, Cl_Telefono)",
-        {Lit(Clave(numero, 10)), Lit(c.nombre), Lit("AC"), Lit(tarjeta ? "SI" : ""),
+        {Lit(Clave(numero, 10)), Lit(c.nombre), Lit(kActiva), Lit(tarjeta ? "SI" : ""),
          Lit(tarjeta ? "Banco del Centro" : ""), Lit(tarjeta ? "4111111111111111" : ""), Lit(tarjeta ? "123" : ""),
          tarjeta ? Lit(Dia(700)) : std::string(kNulo), Lit(c.correo), Lit("55 5550 " + Clave(numero, 4))});
   }
@@ -397,9 +401,10 @@ void Hotel::Bloqueos() {
   struct Bloqueo {
     std::size_t cuarto;
     int inicio, fin;  // first and last day
-    const char* estado;
+    std::string_view estado;
   };
-  constexpr Bloqueo kBloqueos[] = {{4, -2, 1, "AC"}, {13, 3, 6, "AC"}, {22, 8, 12, "AC"}, {31, -15, -12, "CA"}};
+  constexpr Bloqueo kBloqueos[] = {
+      {4, -2, 1, kActiva}, {13, 3, 6, kActiva}, {22, 8, 12, kActiva}, {31, -15, -12, kCancelada}};
   for (const Bloqueo& b : kBloqueos) {
     Fila("Habitacion_Bloqueo (Hb_Cve_Habitacion, Hbb_Fecha_Inicio, Hbb_Fecha_Fin, Es_Cve_Estado)",
          {Lit(cuartos_[b.cuarto].clave), Lit(Dia(b.inicio)), Lit(Dia(b.fin)), Lit(b.estado)});
@@ -411,7 +416,7 @@ void Hotel::Bloqueos() {
 void Hotel::SinReservacion() {
   constexpr int kVisitas[][3] = {{0, -1, 2}, {9, -2, 1}, {16, 0, 3}, {25, -3, 1}};  // room, arrival, departure
   for (const auto& [cuarto, llegada, salida] : kVisitas) {
-    estancias_.push_back({{&cuartos_[static_cast<std::size_t>(cuarto)]}, Dia(llegada), Dia(salida), "AC"});
+    estancias_.push_back({{&cuartos_[static_cast<std::size_t>(cuarto)]}, Dia(llegada), Dia(salida), kActiva});
     Ocupa(cuartos_[static_cast<std::size_t>(cuarto)], Dia(llegada), Dia(salida));
   }
 }
@@ -452,8 +457,8 @@ void Hotel::Agrega(int indice, int llegada, int noches, int habitaciones, std::s
     if (l.adultos + l.menores < c->tipo->maximo) l.infantes = indice % 8 == 2 ? 1 : 0;
     r.renglones.push_back(l);
   }
-  if (estado == kAplicada) estancias_.push_back({ocupados, Dia(llegada), Dia(llegada + noches), "AC"});
-  if (estado == kCerrada) estancias_.push_back({ocupados, Dia(llegada), Dia(llegada + noches), "CE"});
+  if (estado == kAplicada) estancias_.push_back({ocupados, Dia(llegada), Dia(llegada + noches), kActiva});
+  if (estado == kCerrada) estancias_.push_back({ocupados, Dia(llegada), Dia(llegada + noches), kCerrada});
   reservas_.push_back(std::move(r));
 }
 

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "host/contract/estados.h"
+
 namespace esquema {
 
 // What a column holds. Texts compare case-blind with trailing blanks ignored; dates have a day and maybe a time.
@@ -34,8 +36,8 @@ const Tabla* BuscaTabla(std::string_view nombre);
 const Columna* BuscaColumna(std::string_view nombre);
 
 // State codes (Es_Cve_Estado).
-inline constexpr std::string_view kActiva = "AC", kConfirmada = "CO", kCancelada = "CA", kCerrada = "CE",
-                                  kAplicada = "AP", kBaja = "BA";
+using anfitrion::estado::kActiva, anfitrion::estado::kConfirmada, anfitrion::estado::kCancelada,
+    anfitrion::estado::kCerrada, anfitrion::estado::kAplicada, anfitrion::estado::kBaja;
 
 // Dialects of the data definition.
 enum class Motor { Sqlite, PostgreSQL, SqlServer };

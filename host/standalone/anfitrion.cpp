@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "host/contract/parametros.h"
 #include "host/standalone/fabricas.h"
 #include "host/standalone/transaccion.h"
 #include "platform/com/texto.h"
@@ -105,7 +106,7 @@ Anfitrion::Anfitrion(const Opciones& opciones) : usuario_(opciones.usuario), bas
   conexion_ = AbreConexion(opciones.base, reloj_);
   novedades_ = std::make_unique<Novedades>(*conexion_);
   if (opciones.demo) LlenaConDemo(*conexion_, reloj_.Ahora());
-  if (opciones.sinSobreventa && EstaVacia(*conexion_)) Parametro("HT_OVER_BOOKING", "0");
+  if (opciones.sinSobreventa && EstaVacia(*conexion_)) Parametro(anfitrion::parametro::kSobreventa.clave, "0");
 }
 
 Anfitrion::~Anfitrion() = default;

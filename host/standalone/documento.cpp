@@ -92,7 +92,7 @@ std::optional<Documento> LeeDocumento(Conexion& conexion, const std::string& fol
       {folio});
   if (rs->Eof()) return std::nullopt;
   Documento d;
-  d.hotel = ValorParametro(conexion, "HT_NOMBRE");
+  d.hotel = ValorParametro(conexion, anfitrion::parametro::kNombreHotel.clave);
   d.folio = Texto(*rs, "Rs_Folio");
   d.estado = Texto(*rs, "Es_Cve_Estado");
   d.captura = Fecha(*rs, "Rs_Fecha");

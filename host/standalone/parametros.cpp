@@ -9,39 +9,40 @@
 
 namespace autonomo {
 
+namespace parametro = anfitrion::parametro;
 using enum TipoParametro;
 
 // clang-format off
 const std::vector<DefinicionParametro>& Parametros() {
   static const std::vector<DefinicionParametro> parametros{
-      {"HT_NOMBRE", Texto, "Hotel", "Nombre del hotel en las confirmaciones y los correos"},
-      {"FIN_MONEDA_LOCAL", Texto, "", "Clave de la moneda local; su tipo de cambio es 1"},
-      {"HT_SUCURSAL_DEFAULT", Texto, "0001", "Sucursal que propone una reservación nueva"},
-      {"HT_OVER_BOOKING", SiNo, "1", "Permite reservar una noche que ya está reservada"},
-      {"HT_DIAS_RESERVACION", Numero, "1", "Días desde la captura hasta la llegada propuesta"},
-      {"HT_MAXIMO_NOCHES", Numero, "366", "Noches de la estancia más larga que se admite"},
-      {"HT_CLIENTE_RESERVACION_WEB", Texto, "",
+      {parametro::kNombreHotel, Texto, "Nombre del hotel en las confirmaciones y los correos"},
+      {parametro::kMonedaLocal, Texto, "Clave de la moneda local; su tipo de cambio es 1"},
+      {parametro::kSucursal, Texto, "Sucursal que propone una reservación nueva"},
+      {parametro::kSobreventa, SiNo, "Permite reservar una noche que ya está reservada"},
+      {parametro::kDiasReservacion, Numero, "Días desde la captura hasta la llegada propuesta"},
+      {parametro::kMaximoNoches, Numero, "Noches de la estancia más larga que se admite"},
+      {parametro::kClienteWeb, Texto,
        "Cliente de las reservaciones por Internet: su tarjeta queda en la reservación, no en el cliente"},
-      {"CAT_FORZAR_MAYUSCULAS", SiNo, "", "Lo que se escribe pasa a mayúsculas"},
-      {"HT_COLOR_DISPONIBLE", Color, "", "Color de las noches disponibles en el tablero"},
-      {"HT_COLOR_OCUPADO", Color, "", "Color de las noches ocupadas por un huésped alojado"},
-      {"HT_COLOR_RESERVADO", Color, "", "Color de las noches reservadas"},
-      {"HT_COLOR_BLOQUEADO", Color, "", "Color de las noches bloqueadas"},
-      {"HT_FORMATO_FOLIO", Texto, "0000000000", "Ceros con que se completan los folios"},
-      {"FTO_CLIENTE", Texto, "0000000000", "Ceros con que se completan las claves de cliente"},
-      {"FTO_FORMA_PAGO", Texto, "0000", "Ceros con que se completan las claves de forma de pago"},
-      {"FTO_HABITACION", Texto, "0000", "Ceros con que se completan las claves de habitación"},
-      {"FTO_TIPO_HABITACION", Texto, "0000", "Ceros con que se completan las claves de tipo de habitación"},
-      {"FTO_GRUPO_HABITACION", Texto, "0000", "Ceros con que se completan las claves de grupo"},
-      {"FTO_AREA", Texto, "0000", "Ceros con que se completan las claves de área"},
-      {"FTO_IMP_RESERVACION", Texto, "HT0001", "Formato con que se imprime una reservación"},
-      {"HT_RESPALDO_CARPETA", Texto, "respaldos",
+      {parametro::kMayusculas, SiNo, "Lo que se escribe pasa a mayúsculas"},
+      {parametro::kColorDisponible, Color, "Color de las noches disponibles en el tablero"},
+      {parametro::kColorOcupado, Color, "Color de las noches ocupadas por un huésped alojado"},
+      {parametro::kColorReservado, Color, "Color de las noches reservadas"},
+      {parametro::kColorBloqueado, Color, "Color de las noches bloqueadas"},
+      {parametro::kFormatoFolio, Texto, "Ceros con que se completan los folios"},
+      {parametro::kFormatoCliente, Texto, "Ceros con que se completan las claves de cliente"},
+      {parametro::kFormatoFormaPago, Texto, "Ceros con que se completan las claves de forma de pago"},
+      {parametro::kFormatoHabitacion, Texto, "Ceros con que se completan las claves de habitación"},
+      {parametro::kFormatoTipo, Texto, "Ceros con que se completan las claves de tipo de habitación"},
+      {parametro::kFormatoGrupo, Texto, "Ceros con que se completan las claves de grupo"},
+      {parametro::kFormatoArea, Texto, "Ceros con que se completan las claves de área"},
+      {parametro::kFormatoImpresion, Texto, "Formato con que se imprime una reservación"},
+      {parametro::kRespaldoCarpeta, Texto,
        "Carpeta de las copias de respaldo, desde la del archivo del hotel o completa"},
-      {"HT_RESPALDO_DIAS", Numero, "14", "Días de los que se guarda la copia diaria; 0 para no hacerla"},
-      {"PL_MAIL_RESERVACION_HOTEL", Texto, "PL16", "Plantilla del correo de una reservación guardada"},
-      {"PL_MAIL_RESERVACION_HOTEL_CONSULTA", Texto, "EMAIL_RESERVACION", "Consulta de ese correo"},
-      {"PL_MAIL_RESERVACION_HOTEL_CONFIRMADA", Texto, "PL17", "Plantilla del correo de una reservación confirmada"},
-      {"PL_MAIL_RESERVACION_HOTEL_CONFIRMADA_CONSULTA", Texto, "RESERVACION_EMAIL_CONFIRMADA",
+      {parametro::kRespaldoDias, Numero, "Días de los que se guarda la copia diaria; 0 para no hacerla"},
+      {parametro::kPlantillaReservacion, Texto, "Plantilla del correo de una reservación guardada"},
+      {parametro::kConsultaReservacion, Texto, "Consulta de ese correo"},
+      {parametro::kPlantillaConfirmada, Texto, "Plantilla del correo de una reservación confirmada"},
+      {parametro::kConsultaConfirmada, Texto,
        "Consulta de ese correo"},
   };
   return parametros;
@@ -124,9 +125,10 @@ void OlvidaParametro(Conexion& conexion, const std::string& clave) {
 
 bool EsMonedaLocal(Conexion& conexion, const std::string& moneda) {
   const std::string clave = com::Recorta(moneda);
-  return !clave.empty() && com::IgualSinCaja(clave, com::Recorta(ValorParametro(conexion, "FIN_MONEDA_LOCAL")));
+  return !clave.empty() &&
+         com::IgualSinCaja(clave, com::Recorta(ValorParametro(conexion, parametro::kMonedaLocal.clave)));
 }
 
-std::string MascaraDeFolio(Conexion& conexion) { return ValorParametro(conexion, "HT_FORMATO_FOLIO"); }
+std::string MascaraDeFolio(Conexion& conexion) { return ValorParametro(conexion, parametro::kFormatoFolio.clave); }
 
 }  // namespace autonomo

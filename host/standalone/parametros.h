@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/contract/parametros.h"
 #include "host/standalone/conexion.h"
 
 namespace autonomo {
@@ -15,6 +16,9 @@ namespace autonomo {
 enum class TipoParametro { SiNo, Numero, Color, Texto };
 
 struct DefinicionParametro {
+  DefinicionParametro(const anfitrion::Parametro& parametro, TipoParametro suyo, std::string_view texto)
+      : clave(parametro.clave), tipo(suyo), defecto(parametro.defecto), explicacion(texto) {}
+
   std::string_view clave;
   TipoParametro tipo;
   std::string_view defecto;  // value while none is stored

@@ -3,12 +3,13 @@
 
 #include <string>
 
+#include "host/contract/parametros.h"
 #include "host/standalone/conexion.h"
 
 namespace autonomo {
 
 // Right to open the configuration: parameters, rights, branches, templates, formats.
-inline constexpr const char* kPermisoConfiguracion = "CHCONF";
+inline constexpr const char* kPermisoConfiguracion = anfitrion::permiso::kConfiguracion;
 
 bool TienePermiso(Conexion& conexion, const std::string& usuario, const std::string& pantalla,
                   const std::string& opcion);

@@ -205,11 +205,11 @@ struct Cuidado {
 
 // Reads them without the services: the hotel may be damaged, or in use by another thread.
 Cuidado LeeCuidado(const std::string& hotel) {
-  const auto valor = [&](const char* clave) {
-    std::string v(BuscaParametro(clave)->defecto);
+  const auto valor = [&](const anfitrion::Parametro& parametro) {
+    std::string v(parametro.defecto);
     try {
       const Manija base = AbreManija(hotel, SQLITE_OPEN_READONLY);
-      const std::string sql = "SELECT Pm_Valor FROM Parametro WHERE Pm_Clave = '" + std::string(clave) + "'";
+      const std::string sql = "SELECT Pm_Valor FROM Parametro WHERE Pm_Clave = '" + std::string(parametro.clave) + "'";
       const auto filas = Sentencia(base.get(), sql, {}, sql).Corre(sql);
       if (!filas->Eof() && !filas->Fields(0).Value().EsNulo()) v = com::Recorta(com::CStr(filas->Fields(0).Value()));
     } catch (const com::Error&) {  // the default holds
@@ -217,9 +217,10 @@ Cuidado LeeCuidado(const std::string& hotel) {
     return v;
   };
   Cuidado c;
-  const std::string dias = valor("HT_RESPALDO_DIAS");
+  const std::string dias = valor(anfitrion::parametro::kRespaldoDias);
   std::from_chars(dias.data(), dias.data() + dias.size(), c.dias);
-  c.carpeta = (fs::absolute(hotel).parent_path() / valor("HT_RESPALDO_CARPETA")).lexically_normal().string();
+  c.carpeta =
+      (fs::absolute(hotel).parent_path() / valor(anfitrion::parametro::kRespaldoCarpeta)).lexically_normal().string();
   return c;
 }
 

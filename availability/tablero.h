@@ -1,0 +1,22 @@
+// Names of the board's grid: its cell states, which are its styles, and where its nights begin.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace kv207 {
+
+// State of a cell: the index of its style in the grid.
+enum class EstadoCelda : std::int8_t { Ocupado = 0, Disponible = 1, Bloqueado = 2, Ocupando = 3, Reservado = 4 };
+
+// Names of the styles, by state.
+inline constexpr std::array<std::string_view, 5> kEstilos{"OCUPADO", "DISPONIBLE", "Bloqueado", "OCUPANDO",
+                                                          "Reservado"};
+constexpr std::string_view NombreEstado(EstadoCelda estado) { return kEstilos[static_cast<std::size_t>(estado)]; }
+
+// Columns before the first night.
+inline constexpr int kColumnasFijas = 2;
+
+}  // namespace kv207

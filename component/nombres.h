@@ -1,0 +1,5 @@
+// Names by which views and scripts know parts of the screens: column keys and, on the board, cell states.
+#pragma once
+
+#include "availability/tablero.h"
+#include "publico/columnas.h"
