@@ -14,7 +14,8 @@ namespace {
 std::string Direccion(const std::string& base) {
   const char* carpeta = std::getenv("KV207_POSTGRES");
   if (carpeta == nullptr) throw std::runtime_error("KV207_POSTGRES names no server: run the test through ctest");
-  return "postgresql://hotel@/" + base + "?host=" + carpeta;
+  const std::string donde = carpeta;
+  return "postgresql://hotel@/" + base + "?port=" + donde.substr(donde.rfind('-') + 1) + "&host=" + donde;
 }
 
 }  // namespace
