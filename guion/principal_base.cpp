@@ -1,8 +1,10 @@
 // reservas-base: what whoever looks after a hotel's database does with it.
 #include <QCoreApplication>
+#include <cstdint>
+#include <filesystem>
+#include <iomanip>
 #include <iostream>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -11,6 +13,8 @@
 #include "host/standalone/proceso.h"
 #include "host/standalone/registro.h"
 #include "host/standalone/respaldo.h"
+#include "host/standalone/revision.h"
+#include "host/standalone/traslado.h"
 #include "host/standalone/version.h"
 #include "platform/com/error.h"
 
@@ -19,6 +23,14 @@ namespace {
 constexpr const char* kUso =
     "Uso: reservas-base ORDEN HOTEL [...]\n"
     "\n"
+    "HOTEL es un archivo (HOTEL.db) o una dirección postgresql://usuario@servidor/base.\n"
+    "\n"
+    "  crea HOTEL         hotel nuevo, vacío y sin sobreventa\n"
+    "  demo HOTEL [--ahora FECHA]\n"
+    "                     hotel de demostración, alrededor de hoy o de la fecha AAAA-MM-DD\n"
+    "  revisa HOTEL       busca daños y lo que no cuadra; lo pone al día si es de una versión anterior\n"
+    "  copia HOTEL DESTINO\n"
+    "                     pasa el hotel a otra base, vacía, y compara cada renglón. Mientras, nadie captura\n"
     "  respalda HOTEL.db [COPIA.db] [--sustituye]\n"
     "                     copia el hotel, también mientras se trabaja en él; sin COPIA.db, en su carpeta de "
     "respaldos.\n"
@@ -42,12 +54,92 @@ std::string Cuanto(const autonomo::Respaldo& r) {
   return std::to_string(r.reservaciones) + " reservaciones, " + std::to_string(r.filas) + " renglones en total";
 }
 
+const autonomo::Reloj kReloj;
+
+bool EsDireccion(const std::string& palabra) {
+  return palabra.starts_with("postgresql://") || palabra.starts_with("postgres://");
+}
+
 // --- the orders; palabras: what follows the order's name
 
 using Palabras = std::vector<std::string>;
 
+autonomo::OpcionesConexion Base(const std::string& palabra) {
+  autonomo::OpcionesConexion opciones;
+  (EsDireccion(palabra) ? opciones.conexion : opciones.ruta) = palabra;
+  return opciones;
+}
+
+// Options of a hotel that is to be made: its file is not there yet, or the server's database holds nothing.
+autonomo::Opciones Nueva(const std::string& palabra) {
+  std::error_code ec;
+  if (!EsDireccion(palabra) && std::filesystem::exists(palabra, ec)) {
+    throw com::Error(com::error::kArgumento, "Ya existe: dé otro nombre");
+  }
+  autonomo::Opciones opciones;
+  opciones.base = Base(palabra);
+  if (EsDireccion(palabra) && !autonomo::EsNueva(*autonomo::AbreMotor(opciones.base, kReloj))) {
+    throw com::Error(com::error::kArgumento, "La base no está vacía: ya tiene un hotel");
+  }
+  return opciones;
+}
+
+int Crea(const Palabras& palabras, const guion::Argumentos&) {
+  autonomo::Opciones opciones = Nueva(palabras[0]);
+  opciones.sinSobreventa = true;
+  const autonomo::Anfitrion anfitrion(opciones);
+  std::cout << "Hotel vacío en " << palabras[0] << '\n';
+  return kTodoBien;
+}
+
+int Demo(const Palabras& palabras, const guion::Argumentos& argumentos) {
+  autonomo::Opciones opciones = Nueva(palabras[0]);
+  opciones.demo = true;
+  if (const auto dia = argumentos.Valor("ahora")) {
+    opciones.ahora = com::DeIso(*dia);
+    if (!opciones.ahora) throw com::Error(com::error::kArgumento, "«" + *dia + "» no es una fecha AAAA-MM-DD");
+  }
+  const autonomo::Anfitrion anfitrion(opciones);
+  std::cout << "Hotel de demostración en " << palabras[0] << '\n';
+  return kTodoBien;
+}
+
+int Revisa(const Palabras& palabras, const guion::Argumentos&) {
+  int malos = 0;
+  for (const autonomo::Hallazgo& hallazgo : autonomo::Revisa(Base(palabras[0]), kReloj)) {
+    std::cout << (hallazgo.mal ? "MAL   " : "bien  ") << hallazgo.texto << '\n';
+    malos += hallazgo.mal ? 1 : 0;
+  }
+  std::cout << (malos == 0 ? std::string("La base está bien") : "Cosas por atender: " + std::to_string(malos)) << '\n';
+  return malos == 0 ? kTodoBien : kConFallas;
+}
+
+int Copia(const Palabras& palabras, const guion::Argumentos&) {
+  if (!EsDireccion(palabras[0]) && !std::filesystem::exists(palabras[0])) {
+    throw com::Error(com::error::kBaseDatos, "No existe");
+  }
+  const auto de = autonomo::AbreMotor(Base(palabras[0]), kReloj);
+  const auto a = autonomo::AbreMotor(Base(palabras[1]), kReloj);
+  std::int64_t total = 0;
+  for (const auto& [tabla, filas] : autonomo::Traslada(*de, *a)) {
+    total += filas;
+    if (filas > 0) std::cout << std::setw(9) << filas << "  " << tabla << '\n';
+  }
+  std::cout << std::setw(9) << total << "  renglones copiados y comparados, de " << palabras[0] << " a " << palabras[1]
+            << '\n';
+  return kTodoBien;
+}
+
+// A copy is a file's; a server has its own means.
+const std::string& Archivo(const std::string& palabra) {
+  if (!EsDireccion(palabra)) return palabra;
+  throw com::Error(com::error::kArgumento,
+                   "Sólo se respaldan archivos; una base de PostgreSQL se respalda con pg_dump, o se pasa a un archivo "
+                   "con la orden copia");
+}
+
 int Respalda(const Palabras& palabras, const guion::Argumentos& argumentos) {
-  const std::string& hotel = palabras[0];
+  const std::string& hotel = Archivo(palabras[0]);
   const autonomo::OpcionesRespaldo opciones{.sustituye = argumentos.Hay("sustituye")};
   const auto r = palabras.size() > 1 ? autonomo::Respalda(hotel, palabras[1], opciones)
                                      : autonomo::RespaldaEnSuCarpeta(hotel, autonomo::Momento(), opciones);
@@ -56,7 +148,7 @@ int Respalda(const Palabras& palabras, const guion::Argumentos& argumentos) {
 }
 
 int Repone(const Palabras& palabras, const guion::Argumentos&) {
-  const std::string& hotel = palabras[0];
+  const std::string& hotel = Archivo(palabras[0]);
   std::optional<std::string> copia;
   if (palabras.size() > 1) copia = palabras[1];
   if (!copia) copia = autonomo::UltimaBuena(hotel);
@@ -73,10 +165,14 @@ int Repone(const Palabras& palabras, const guion::Argumentos&) {
 struct Orden {
   const char* nombre;
   std::size_t minimo, maximo;  // words after it
+  bool registra;               // whether its statements go into the log, which copied rows would fill
   int (*corre)(const Palabras&, const guion::Argumentos&);
 };
 
-constexpr Orden kOrdenes[] = {{"respalda", 1, 2, Respalda}, {"repone", 1, 2, Repone}};
+constexpr Orden kOrdenes[] = {
+    {"crea", 1, 1, true, Crea},    {"demo", 1, 1, false, Demo},        {"revisa", 1, 1, true, Revisa},
+    {"copia", 2, 2, false, Copia}, {"respalda", 1, 2, true, Respalda}, {"repone", 1, 2, true, Repone},
+};
 
 const Orden& BuscaOrden(const Palabras& sueltos) {
   if (sueltos.empty()) UsoErroneo("Falta la orden");
@@ -92,11 +188,12 @@ const Orden& BuscaOrden(const Palabras& sueltos) {
 int Corre(const Orden& orden, const Palabras& palabras, const guion::Argumentos& argumentos) {
   autonomo::registro::Sesion sesion;
   try {
-    sesion.Comienza(kPrograma, palabras[0], argumentos.Valor("registro"));
+    if (orden.registra) sesion.Comienza(kPrograma, palabras[0], argumentos.Valor("registro"));
     return orden.corre(palabras, argumentos);
   } catch (const std::exception& e) {
     autonomo::registro::AnotaFalla(e);
-    std::cerr << kPrograma << ": " << guion::ConArchivo(palabras[0], e.what()) << '\n';
+    const std::string texto = EsDireccion(palabras[0]) ? e.what() : guion::ConArchivo(palabras[0], e.what());
+    std::cerr << kPrograma << ": " << texto << '\n';
     return kConFallas;
   }
 }
@@ -107,7 +204,7 @@ int main(int argc, char** argv) {
   autonomo::ProtegeMemoria();
   const QCoreApplication aplicacion(argc, argv);
   try {
-    const guion::Argumentos argumentos({argv + 1, argv + argc}, {{"sustituye"}}, 3);
+    const guion::Argumentos argumentos({argv + 1, argv + argc}, {{"sustituye"}, {"ahora", true}}, 3);
     if (argumentos.PideAyuda()) {
       std::cout << kUso;
       return kTodoBien;

@@ -136,6 +136,14 @@ std::vector<std::string> Ddl(Motor motor) {
   return s;
 }
 
+std::string ContinuaIdentidad(Motor motor, const Tabla& tabla) {
+  const auto& c = tabla.columnas.front();
+  if (motor != Motor::PostgreSQL || !EsIdentidad(tabla, c)) return {};
+  const std::string t(tabla.nombre), n(c.nombre);
+  return "SELECT setval(pg_get_serial_sequence(LOWER('" + t + "'), LOWER('" + n + "')), (SELECT COALESCE(MAX(" + n +
+         "), 0) + 1 FROM " + t + "), false)";
+}
+
 std::string AgregaColumna(Motor motor, const Tabla& tabla, const Columna& columna) {
   return "ALTER TABLE " + std::string(tabla.nombre) + " ADD COLUMN" +
          DefineColumna(tabla, columna, DialectoDe(motor)).substr(1);

@@ -239,6 +239,32 @@ const std::vector<Tabla>& Tablas() {
   return tablas;
 }
 
+const std::vector<Referencia>& Referencias() {
+  static const std::vector<Referencia> referencias{
+      {"Reservacion", "Cl_Cve_Cliente", "Cliente", "Cl_Cve_Cliente"},
+      {"Reservacion", "Rs_Huesped", "Cliente", "Cl_Cve_Cliente"},
+      {"Reservacion", "Mn_Cve_Moneda", "Moneda", "Mn_Cve_Moneda"},
+      {"Reservacion", "Fp_Cve_Forma_Pago", "Forma_Pago", "Fp_Cve_Forma_Pago"},
+      {"Reservacion", "Sc_Cve_Sucursal", "Sucursal", "Sc_Cve_Sucursal"},
+      {"Reservacion_Detalle", "Rs_Folio", "Reservacion", "Rs_Folio"},
+      {"Reservacion_Detalle", "Hb_Cve_Habitacion", "Habitacion", "Hb_Cve_Habitacion"},
+      {"Reservacion_Datos_Tarjeta", "Rs_Folio", "Reservacion", "Rs_Folio"},
+      {"Habitacion", "Th_Cve_Tipo_Habitacion", "Tipo_Habitacion", "Th_Cve_Tipo_Habitacion"},
+      {"Habitacion", "Ghb_Cve_Grupo_Habitacion", "Grupo_Habitacion", "Ghb_Cve_Grupo_Habitacion"},
+      {"Habitacion", "Ah_Cve_Area_Habitacion", "Area_Habitacion", "Ah_Cve_Area_Habitacion"},
+      {"Habitacion_Bloqueo", "Hb_Cve_Habitacion", "Habitacion", "Hb_Cve_Habitacion"},
+      {"Tipo_Habitacion", "Pr_Cve_Producto", "Producto", "Pr_Cve_Producto"},
+      {"Producto_Precio", "Pr_Cve_Producto", "Producto", "Pr_Cve_Producto"},
+      {"Check_In_Detalle", "Ci_Folio", "Check_In", "Ci_Folio"},
+      {"Check_In_Detalle", "Hb_Cve_Habitacion", "Habitacion", "Hb_Cve_Habitacion"},
+      {"Tarifa", "Th_Cve_Tipo_Habitacion", "Tipo_Habitacion", "Th_Cve_Tipo_Habitacion"},
+      {"Tipo_Cambio", "Mn_Cve_Moneda", "Moneda", "Mn_Cve_Moneda"},
+      {"Impuesto", "Sc_Cve_Sucursal", "Sucursal", "Sc_Cve_Sucursal"},
+      {"Impuesto", "Pr_Cve_Producto", "Producto", "Pr_Cve_Producto"},
+  };
+  return referencias;
+}
+
 const Tabla* BuscaTabla(std::string_view nombre) {
   const auto it = std::ranges::find_if(Tablas(), [&](const Tabla& t) { return MismoNombre(t.nombre, nombre); });
   return it == Tablas().end() ? nullptr : &*it;

@@ -55,6 +55,15 @@ struct Objeto {
 std::vector<Objeto> Objetos(Motor motor);
 // Statement that adds a column to a table of an earlier version.
 std::string AgregaColumna(Motor motor, const Tabla& tabla, const Columna& columna);
+// Statement after which numbers that the engine assigns go on behind those that are there; "" where they do by
+// themselves.
+std::string ContinuaIdentidad(Motor motor, const Tabla& tabla);
+
+// A column whose values, but for "", are keys of another table.
+struct Referencia {
+  std::string_view tabla, columna, otra, llave;
+};
+const std::vector<Referencia>& Referencias();
 // Version of the definition, kept in the database. A database of an earlier one gets what it lacks when it is opened.
 inline constexpr int kVersion = 2;
 

@@ -224,6 +224,10 @@ void BaseSqlite::Prepara(const std::string& ruta, int esperaMs) {
   // KiB. What a board or an availability check of a hotel with years behind it reads stays in memory.
   Corre(manija_, "PRAGMA cache_size=-16000");
   paginas_ = std::make_unique<RevisionDePaginas>(manija_, ruta, ComoVolver);
+  // An earlier program cannot open what this one has brought forward.
+  if (ruta != kMemoria && Entero(manija_, "PRAGMA user_version") < esquema::kVersion) {
+    RespaldaEnSuCarpeta(ruta, Momento(), {});
+  }
   avisos_ = Completa(manija_);
   if (ruta == kMemoria) return;
   Marca(manija_, esperaMs);

@@ -189,9 +189,13 @@ com::Fecha Reloj::Ahora() const {
   return com::FechaDe(l.tm_year + 1900, l.tm_mon + 1, l.tm_mday, l.tm_hour, l.tm_min, std::min(l.tm_sec, 59));
 }
 
+std::shared_ptr<ConexionDeMotor> AbreMotor(const OpcionesConexion& opciones, const Reloj& reloj) {
+  if (!opciones.conexion.empty()) return AbrePostgres(opciones, reloj);
+  return std::make_shared<ConexionSqlite>(opciones, reloj);
+}
+
 std::shared_ptr<Conexion> AbreConexion(const OpcionesConexion& opciones, const Reloj& reloj) {
-  if (!opciones.conexion.empty()) return Vigila(AbrePostgres(opciones, reloj));
-  return Vigila(std::make_shared<ConexionSqlite>(opciones, reloj));
+  return Vigila(AbreMotor(opciones, reloj));
 }
 
 }  // namespace autonomo

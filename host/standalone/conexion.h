@@ -92,4 +92,7 @@ class Conexion : public ConexionDeMotor {
 // that is none, kBaseDatos otherwise; nothing half-written.
 std::shared_ptr<Conexion> AbreConexion(const OpcionesConexion& opciones, const Reloj& reloj);
 
+// The engine's connection alone, for work on whole tables: nobody watches over what others change.
+std::shared_ptr<ConexionDeMotor> AbreMotor(const OpcionesConexion& opciones, const Reloj& reloj);
+
 }  // namespace autonomo

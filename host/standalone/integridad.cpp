@@ -173,35 +173,34 @@ Remedios Busca(sqlite3* base, bool vigente) {
   return r;
 }
 
-// Rooms that two live reservations hold on one night, as text; "" when there are none.
-std::string NochesDobles(sqlite3* base) {
-  constexpr std::string_view kDobles =
-      "SELECT DISTINCT una.Hb_Cve_Habitacion, una.Rs_Folio, otra.Rs_Folio FROM Reservacion_Detalle una "
-      "INNER JOIN Reservacion_Detalle otra ON otra.Hb_Cve_Habitacion = una.Hb_Cve_Habitacion "
-      "AND otra.Rsd_Fecha_Fin > una.Rsd_Fecha_Inicio AND otra.Rsd_Fecha_Inicio < una.Rsd_Fecha_Fin "
-      "AND otra.Rs_Folio > una.Rs_Folio "
-      "INNER JOIN Reservacion r ON r.Rs_Folio = una.Rs_Folio AND r.Es_Cve_Estado NOT IN ('CA', 'CE') "
-      "INNER JOIN Reservacion s ON s.Rs_Folio = otra.Rs_Folio AND s.Es_Cve_Estado NOT IN ('CA', 'CE') LIMIT 10";
-  std::string texto;
-  const auto filas = Sentencia(base, kDobles, {}, kDobles).Corre(kDobles);
-  for (; !filas->Eof(); filas->MoveNext()) {
-    texto += "\r\n- Habitación " + com::CStr(filas->Fields(0).Value()) + ": reservaciones " +
-             com::CStr(filas->Fields(1).Value()) + " y " + com::CStr(filas->Fields(2).Value());
-  }
-  return texto;
-}
-
 std::string AvisoDeGuardas(sqlite3* base, const std::vector<std::string>& guardas) {
   std::string texto =
       "A la base de datos le faltaban guardas contra vender dos veces una habitación o contra perder el "
       "trabajo de otro (";
   for (const std::string& guarda : guardas) texto += (&guarda == &guardas.front() ? "" : ", ") + guarda;
   texto += "). Ya están puestas otra vez; averigüe qué programa las quitó.";
-  const std::string dobles = NochesDobles(base);
+  const std::string dobles = ListaNochesDobles(*Sentencia(base, kNochesDobles, {}, kNochesDobles).Corre(kNochesDobles));
   return dobles.empty() ? texto : texto + " Estas habitaciones están en dos reservaciones a la vez:" + dobles;
 }
 
 }  // namespace
+
+const std::string_view kNochesDobles =
+    "SELECT DISTINCT una.Hb_Cve_Habitacion, una.Rs_Folio, otra.Rs_Folio FROM Reservacion_Detalle una "
+    "INNER JOIN Reservacion_Detalle otra ON otra.Hb_Cve_Habitacion = una.Hb_Cve_Habitacion "
+    "AND otra.Rsd_Fecha_Fin > una.Rsd_Fecha_Inicio AND otra.Rsd_Fecha_Inicio < una.Rsd_Fecha_Fin "
+    "AND otra.Rs_Folio > una.Rs_Folio "
+    "INNER JOIN Reservacion r ON r.Rs_Folio = una.Rs_Folio AND r.Es_Cve_Estado NOT IN ('CA', 'CE') "
+    "INNER JOIN Reservacion s ON s.Rs_Folio = otra.Rs_Folio AND s.Es_Cve_Estado NOT IN ('CA', 'CE') LIMIT 10";
+
+std::string ListaNochesDobles(ado::Recordset& filas) {
+  std::string texto;
+  for (; !filas.Eof(); filas.MoveNext()) {
+    texto += "\r\n- Habitación " + com::CStr(filas.Fields(0).Value()) + ": reservaciones " +
+             com::CStr(filas.Fields(1).Value()) + " y " + com::CStr(filas.Fields(2).Value());
+  }
+  return texto;
+}
 
 void RevisaBitacora(const std::string& ruta) {
   const std::vector<unsigned char> log = LeeArchivo(ruta + "-wal");

@@ -4,8 +4,11 @@
 #include <atomic>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <vector>
+
+#include "platform/ado/ado.h"
 
 struct sqlite3;
 
@@ -35,6 +38,10 @@ void ExigeBitacora(sqlite3* base);
 // changed. Gives what the clerk is to know. com::Error kDanada when a table or a column of the present version is
 // missing.
 std::vector<std::string> Completa(sqlite3* base);
+
+// Rooms that two live reservations hold on one night, ten at most, on any engine; their list, a line each, "" without.
+extern const std::string_view kNochesDobles;
+std::string ListaNochesDobles(ado::Recordset& filas);
 
 // The engine's own quick check of the pages: the first thing that is wrong, "" nothing.
 std::string RevisaPaginas(sqlite3* base);

@@ -65,5 +65,47 @@ TEST_F(Base, RespaldaConElHotelAbiertoYSoloReponeConElHotelCerrado) {
   EXPECT_EQ(Di({"respalda", hotel, carpeta.Ruta("matada.db"), "--sustituye"}).estado, 0);
 }
 
+TEST_F(Base, CreaDemoCopiaYRevisa) {
+  EXPECT_EQ(Di({"crea", hotel}).estado, 0);
+  EXPECT_EQ(Sql(hotel, "SELECT Pm_Valor FROM Parametro").at(0), "0");
+  EXPECT_EQ(Di({"crea", hotel}).estado, 1);
+  EXPECT_EQ(Di({"demo", hotel}).estado, 1);
+  EXPECT_EQ(Di({"demo", copia, "--ahora", "hoy"}).estado, 1);
+  EXPECT_EQ(Di({"demo", copia, "--ahora", "2026-03-09"}).estado, 0);
+  EXPECT_EQ(Di({"copia", carpeta.Ruta("nada.db"), hotel}).estado, 1);
+  EXPECT_EQ(Di({"copia", copia, hotel}).estado, 0);
+  EXPECT_EQ(Tablas(hotel), Tablas(copia));
+  EXPECT_EQ(Di({"copia", copia, hotel}).estado, 1);
+  EXPECT_EQ(Di({"revisa", hotel}).estado, 0);
+}
+
+// What support wants to know of a hotel: each thing that is wrong, all in one report.
+TEST_F(Base, RevisaDiceCadaCosaQueEstaMal) {
+  ASSERT_EQ(Di({"demo", hotel, "--ahora", "2026-03-09"}).estado, 0);
+  const auto dice = [&](int estado, const char* texto) {
+    const Salida s = Di({"revisa", hotel});
+    EXPECT_EQ(s.estado, estado) << s.texto;
+    EXPECT_NE(s.texto.find(texto), std::string::npos) << s.texto;
+  };
+  Sql(hotel, "PRAGMA user_version=1");
+  dice(0, "Versión del esquema: 1, se pone al día");
+  dice(0, "Copias de respaldo: 1 en ");  // made before it was brought forward
+  for (const char* guarda : {"Linea", "Reservacion"}) Sql(hotel, std::string("DROP TRIGGER Sobreventa_Alta_") + guarda);
+  Sql(hotel, "DROP INDEX Reservacion_Detalle_2");
+  Sql(hotel, "INSERT INTO Reservacion (Rs_Folio, Rs_Huesped) VALUES ('Z1', 'nadie'), ('Z2', '')");
+  for (const char* folio : {"Z1", "Z2"}) {
+    Sql(hotel,
+        std::string("INSERT INTO Reservacion_Detalle (Rs_Folio, Hb_Cve_Habitacion, Rsd_Fecha_Inicio, Rsd_Fecha_Fin) "
+                    "VALUES ('") +
+            folio + "', '0999', '2029-03-10', '2029-03-12')");
+  }
+  Sql(hotel, "UPDATE Parametro SET Pm_Valor = 'a ratos' WHERE Pm_Clave = 'HT_DIAS_RESERVACION'");
+  dice(1, "(Sobreventa_Alta_Linea, Sobreventa_Alta_Reservacion)");
+  dice(1, "MAL   1 renglones de Reservacion con una clave de Cliente que no existe (Rs_Huesped, por ejemplo «nadie»)");
+  dice(1, "2 renglones de Reservacion_Detalle con una clave de Habitacion");
+  dice(1, "Habitación 0999: reservaciones Z1 y Z2");
+  dice(1, "HT_DIAS_RESERVACION lleva un número");
+}
+
 }  // namespace
 }  // namespace pruebas
