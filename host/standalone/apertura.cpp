@@ -143,6 +143,17 @@ void PasaABitacora(sqlite3* base, int esperaMs) {
   }
 }
 
+// Whether a program has it open or ended without closing it; of an earlier version nothing is known.
+bool QuedoAbierta(sqlite3* base) {
+  const auto marca = Entero(base, "PRAGMA application_id");
+  return (marca == kMarcaEnUso || marca == kMarcaBitacora) && Entero(base, "PRAGMA user_version") == esquema::kVersion;
+}
+
+// Changes with every table, index and guard that is made or dropped, and with the version.
+std::pair<std::int64_t, std::int64_t> Definicion(sqlite3* base) {
+  return {Entero(base, "PRAGMA schema_version"), Entero(base, "PRAGMA user_version")};
+}
+
 // Inode of the write-ahead log's file; 0 when there is none.
 std::uint64_t InodoBitacora(sqlite3* base) {
   const char* ruta = sqlite3_db_filename(base, "main");
@@ -219,18 +230,21 @@ void BaseSqlite::Prepara(const std::string& ruta, int esperaMs) {
   RevisaDuenio(manija_);
   if (sqlite3_db_readonly(manija_, "main") == 1) RechazaSoloLectura();
   ExigeBitacora(manija_);
+  RevisionPedida pedida{Sumas::Lee(manija_), QuedoAbierta(manija_), ComoVolver};
   PasaABitacora(manija_, esperaMs);
   Corre(manija_, "PRAGMA synchronous=FULL");
   // KiB. What a board or an availability check of a hotel with years behind it reads stays in memory.
   Corre(manija_, "PRAGMA cache_size=-16000");
-  paginas_ = std::make_unique<RevisionDePaginas>(manija_, ruta, ComoVolver);
+  paginas_ = std::make_unique<RevisionDePaginas>(manija_, ruta, std::move(pedida));
   // An earlier program cannot open what this one has brought forward.
   if (ruta != kMemoria && Entero(manija_, "PRAGMA user_version") < esquema::kVersion) {
     RespaldaEnSuCarpeta(ruta, Momento(), {});
   }
+  const auto antes = Definicion(manija_);
   avisos_ = Completa(manija_);
   if (ruta == kMemoria) return;
   Marca(manija_, esperaMs);
+  paginas_->Sigue(Definicion(manija_) == antes);
   ConservaBitacora(manija_, true);
   bitacora_ = InodoBitacora(manija_);
 }
@@ -283,6 +297,7 @@ void BaseSqlite::DejaEntera() {
   ConservaBitacora(manija_, false);
   if (sqlite3_exec(manija_, "PRAGMA journal_mode=DELETE", nullptr, nullptr, nullptr) == SQLITE_OK) {
     QuitaMarcas(manija_);
+    GuardaSumas(manija_);
   } else {
     ConservaBitacora(manija_, true);
   }

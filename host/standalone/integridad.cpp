@@ -173,6 +173,12 @@ Remedios Busca(sqlite3* base, bool vigente) {
   return r;
 }
 
+// Begins a transaction that sees the database as it is now.
+void Mira(sqlite3* base) {
+  Corre(base, "BEGIN");
+  Entero(base, "SELECT COUNT(*) FROM sqlite_master");
+}
+
 std::string AvisoDeGuardas(sqlite3* base, const std::vector<std::string>& guardas) {
   std::string texto =
       "A la base de datos le faltaban guardas contra vender dos veces una habitación o contra perder el "
@@ -267,23 +273,32 @@ std::vector<std::string> Completa(sqlite3* base) {
   }
 }
 
-std::string RevisaPaginas(sqlite3* base) {
-  constexpr std::string_view kRevisa = "PRAGMA quick_check(1)";
-  const auto filas = Sentencia(base, kRevisa, {}, kRevisa).Corre(kRevisa);
+std::string RevisaPaginas(sqlite3* base, bool conIndices) {
+  const std::string_view revisa = conIndices ? "PRAGMA integrity_check(1)" : "PRAGMA quick_check(1)";
+  const auto filas = Sentencia(base, revisa, {}, revisa).Corre(revisa);
   const std::string dice = filas->Eof() ? "ok" : com::CStr(filas->Fields(0).Value());
   return dice == "ok" ? std::string() : dice;
 }
 
-RevisionDePaginas::RevisionDePaginas(sqlite3* base, const std::string& ruta,
-                                     std::string (*remedio)(const std::string& ruta)) {
+RevisionDePaginas::RevisionDePaginas(sqlite3* base, std::string ruta, RevisionPedida pedida)
+    : ruta_(std::move(ruta)), pedida_(std::move(pedida)) {
   struct stat datos {};
-  if (stat(ruta.c_str(), &datos) != 0) return;  // in memory
-  if (static_cast<std::uintmax_t>(datos.st_size) > kBytesAlAbrir) {
-    hilo_ = std::thread([this, ruta, remedio] { Recorre(ruta, remedio); });
-    return;
-  }
-  const std::string dano = RevisaPaginas(base);
+  if (stat(ruta_.c_str(), &datos) != 0) return;  // in memory
+  grande_ = static_cast<std::uintmax_t>(datos.st_size) > kBytesAlAbrir;
+  if (grande_) return;
+  Mira(base);
+  const std::string dano = Dano(base);
+  Corre(base, "COMMIT");
   if (!dano.empty()) RechazaDanada(dano);
+}
+
+void RevisionDePaginas::Sigue(bool intacta) {
+  if (!grande_) return;
+  if (!intacta) pedida_.sumas = {};
+  // Its view begins here, so that nothing that is written from now on reaches the file before its sums are compared.
+  auto base = std::make_shared<Manija>(AbreManija(ruta_, SQLITE_OPEN_READONLY));
+  Mira(base->get());
+  hilo_ = std::thread([this, base] { Recorre(base->get()); });
 }
 
 RevisionDePaginas::~RevisionDePaginas() {
@@ -291,17 +306,24 @@ RevisionDePaginas::~RevisionDePaginas() {
   if (hilo_.joinable()) hilo_.join();
 }
 
-void RevisionDePaginas::Recorre(const std::string& ruta, std::string (*remedio)(const std::string& ruta)) {
+// What is wrong; "" nothing.
+std::string RevisionDePaginas::Dano(sqlite3* base) const {
+  if (const auto pagina = pedida_.sumas.Distinta(base, termina_); pagina != 0) {
+    return "La página " + std::to_string(pagina) + " no es la que se dejó al cerrar";
+  }
+  return RevisaPaginas(base, pedida_.conIndices);
+}
+
+void RevisionDePaginas::Recorre(sqlite3* base) {
   bool sana = true;
   try {
-    const Manija base = AbreManija(ruta, SQLITE_OPEN_READONLY);
-    TerminaCon(base.get(), termina_);
-    sana = RevisaPaginas(base.get()).empty();
+    TerminaCon(base, termina_);
+    sana = Dano(base).empty();
   } catch (const com::Error& e) {
     sana = e.Numero() != com::error::kDanada;  // so damaged that it cannot be walked through
   }
   if (sana) return;
-  remedio_ = remedio(ruta);
+  remedio_ = pedida_.remedio(ruta_);
   danada_ = true;
 }
 

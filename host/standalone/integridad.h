@@ -8,6 +8,7 @@
 #include <thread>
 #include <vector>
 
+#include "host/standalone/sumas.h"
 #include "platform/ado/ado.h"
 
 struct sqlite3;
@@ -43,24 +44,38 @@ std::vector<std::string> Completa(sqlite3* base);
 extern const std::string_view kNochesDobles;
 std::string ListaNochesDobles(ado::Recordset& filas);
 
-// The engine's own quick check of the pages: the first thing that is wrong, "" nothing.
-std::string RevisaPaginas(sqlite3* base);
+// The engine's own check of the pages, quick or with the indexes: the first thing that is wrong, "" nothing.
+std::string RevisaPaginas(sqlite3* base, bool conIndices = false);
 
-// That check when a file is opened: at once for a small file, behind the clerk's back for a large one.
+// What is checked of the pages when a file is opened.
+struct RevisionPedida {
+  Sumas sumas;                                                // of the file as it was found
+  bool conIndices = false;                                    // it was left open, or another program is in it
+  std::string (*remedio)(const std::string& ruta) = nullptr;  // what is added to the error of a large file
+};
+
+// That check: at once for a small file, behind the clerk's back for a large one.
 class RevisionDePaginas {
  public:
-  // remedio: what is added to the error of a large file. com::Error kDanada when a small file is damaged.
-  RevisionDePaginas(sqlite3* base, const std::string& ruta, std::string (*remedio)(const std::string& ruta));
+  // A small file is checked now, before anything is written to it. com::Error kDanada when it is damaged.
+  RevisionDePaginas(sqlite3* base, std::string ruta, RevisionPedida pedida);
   ~RevisionDePaginas();
   RevisionDePaginas(const RevisionDePaginas&) = delete;
   RevisionDePaginas& operator=(const RevisionDePaginas&) = delete;
 
+  // A large one from now on, in a thread; what was written to it before was written by this program. intacta: nothing
+  // but its marks.
+  void Sigue(bool intacta);
   // com::Error kDanada once the check has found damage.
   void Exige() const;
 
  private:
-  void Recorre(const std::string& ruta, std::string (*remedio)(const std::string& ruta));
+  std::string Dano(sqlite3* base) const;
+  void Recorre(sqlite3* base);
 
+  std::string ruta_;
+  RevisionPedida pedida_;
+  bool grande_ = false;
   std::atomic<bool> termina_ = false;
   std::atomic<bool> danada_ = false;
   std::string remedio_;  // stands before danada_ is set

@@ -24,6 +24,7 @@
 #include "host/standalone/manija.h"
 #include "host/standalone/parametros.h"
 #include "host/standalone/sentencia.h"
+#include "host/standalone/sumas.h"
 #include "platform/com/variant.h"
 
 namespace autonomo {
@@ -173,6 +174,11 @@ Manija AbreHotel(const std::string& hotel) {
   Manija base = AbreManija(hotel, SQLITE_OPEN_READONLY);
   if (!EsHotel(base.get())) Rechaza(com::error::kAjena, "El archivo no es una base de datos de reservaciones");
   ExigeBitacora(base.get());
+  const Instantanea instantanea(base.get());
+  const std::atomic<bool> nunca = false;
+  if (Sumas::Lee(base.get()).Distinta(base.get(), nunca) != 0) {
+    Rechaza(com::error::kDanada, "El archivo está dañado: no es el que se dejó al cerrarlo");
+  }
   return base;
 }
 
@@ -264,7 +270,9 @@ void CreaCarpeta(const std::string& carpeta, const std::string& hotel) {
 void Depura(const std::string& carpeta, const std::string& hotel, int dias) {
   const auto delDia = Archivos(carpeta, hotel, kDelDia);
   std::error_code ec;
-  for (std::size_t i = static_cast<std::size_t>(dias); i < delDia.size(); ++i) fs::remove(delDia[i], ec);
+  for (std::size_t i = static_cast<std::size_t>(dias); i < delDia.size(); ++i) {
+    for (const char* cola : {"", "-suma"}) fs::remove(delDia[i] + cola, ec);
+  }
   for (const std::string& ruta : Archivos(carpeta, hotel, kInacabada)) {
     if (fs::file_time_type::clock::now() - fs::last_write_time(ruta, ec) > kAbandonada) fs::remove(ruta, ec);
   }
@@ -321,7 +329,7 @@ class Cerrojo {
 std::vector<std::string> Aparta(const std::string& hotel) {
   const std::string nuevo = hotel + ".apartado-" + Momento();
   std::vector<std::string> apartados;
-  for (const char* cola : {"", "-wal", "-journal"}) {
+  for (const char* cola : {"", "-wal", "-journal", "-suma"}) {
     if (rename((hotel + cola).c_str(), (nuevo + cola).c_str()) == 0) {
       apartados.push_back(nuevo + cola);
     } else if (errno != ENOENT) {
@@ -330,6 +338,17 @@ std::vector<std::string> Aparta(const std::string& hotel) {
   }
   unlink((hotel + "-shm").c_str());  // says nothing once nobody is there
   return apartados;
+}
+
+// The way back stands in the error of a damaged hotel.
+template <class Accion>
+auto ConLaVuelta(const std::string& hotel, Accion accion) {
+  try {
+    return accion();
+  } catch (const com::Error& e) {
+    if (e.Numero() != com::error::kDanada) throw;
+    throw com::Error(e.Numero(), e.Descripcion() + ComoVolver(hotel), e.Sentencia());
+  }
 }
 
 }  // namespace
@@ -349,21 +368,19 @@ Respaldo Respalda(const std::string& hotel, const std::string& copia, const Opci
   if (!opciones.sustituye && fs::exists(destino, ec)) Inacabada::RechazaExistente(copia);
   const std::optional<Cerrojo> cerrojo =
       opciones.sustituye ? std::make_optional<Cerrojo>(destino) : std::optional<Cerrojo>();
-  try {
+  return ConLaVuelta(hotel, [&] {
     const Manija de = AbreHotel(hotel);
     Inacabada archivo(destino);
     Respaldo r = Llena(de, archivo.ruta(), opciones);
     archivo.Nombra(destino, opciones.sustituye);
+    GuardaSumas(AbreManija(destino, SQLITE_OPEN_READONLY).get());
     r.ruta = copia;
     return r;
-  } catch (const com::Error& e) {
-    if (e.Numero() != com::error::kDanada) throw;
-    throw com::Error(e.Numero(), e.Descripcion() + ComoVolver(hotel), e.Sentencia());
-  }
+  });
 }
 
 Respaldo RespaldaEnSuCarpeta(const std::string& hotel, std::string_view momento, const OpcionesRespaldo& opciones) {
-  AbreHotel(hotel);  // no folder for what is no hotel
+  ConLaVuelta(hotel, [&] { return AbreHotel(hotel); });  // no folder for what is no hotel
   CreaCarpeta(CarpetaDeCopias(hotel), hotel);
   return Respalda(hotel, NombreDeCopia(hotel, momento), opciones);
 }

@@ -40,7 +40,9 @@ class RespaldoPrueba : public BasePrueba {
   }
   std::vector<std::string> Nombres(const std::string& donde) const {
     std::vector<std::string> nombres;
-    for (const auto& archivo : fs::directory_iterator(carpeta / donde)) nombres.push_back(archivo.path().filename());
+    for (const auto& archivo : fs::directory_iterator(carpeta / donde)) {
+      if (!archivo.path().string().ends_with("-suma")) nombres.push_back(archivo.path().filename());
+    }
     std::sort(nombres.begin(), nombres.end());
     return nombres;
   }
@@ -114,6 +116,8 @@ TEST_F(RespaldoPrueba, CadaDiaUnaCopiaYLaUltimaBuenaNoSeVa) {
                                           "hotel-2026-03-12_170000.db", "hotel-2026-03-13.db", "hotel2-2026-01-01.db"};
     EXPECT_EQ(Nombres("otra/copias"), quedan);
   }
+  EXPECT_TRUE(fs::exists(carpeta / "otra/copias/hotel-2026-03-13.db-suma"));
+  EXPECT_FALSE(fs::exists(carpeta / "otra/copias/hotel-2026-02-28.db-suma")) << "it goes with its copy";
   // A damaged hotel makes no copy and removes none; a damaged copy is not the last good one.
   Dana(Archivo("otra/copias/hotel-2026-03-13.db"));
   EXPECT_EQ(autonomo::UltimaBuena(ruta), Archivo("otra/copias/hotel-2026-03-12_170000.db"));
