@@ -61,6 +61,14 @@ void Puente::Corta(const std::string& texto, Lado antesDe) {
   corte_ = texto;
 }
 
+void Puente::Cuenta(const std::string& mensaje) {
+  ++viajes_;
+  if (mensaje.find("BEGIN ISOLATION") != std::string::npos) abierta_ = 0;
+  ++abierta_;
+  if (mensaje.find("COMMIT") != std::string::npos && mensaje.find("COMMITTED") == std::string::npos)
+    enTransaccion_ = abierta_;
+}
+
 bool Puente::EsElCorte(const std::string& mensaje) {
   const std::lock_guard cierra(candado_);
   const bool es = corte_ && !mensaje.empty() && mensaje.find(*corte_) != std::string::npos;
@@ -91,7 +99,7 @@ void Puente::Pasa(int cliente) {
       const std::string bytes = Lee(cliente);
       corta = EsElCorte(bytes);
       pasa = !bytes.empty() && !(corta && antesDe_ == Lado::Servidor) && Escribe(servidor, bytes);
-      if (!pregunta) ++viajes_;
+      if (!pregunta) Cuenta(bytes);
       pregunta = true;
     }
     if (pasa && espera[1].revents != 0) {

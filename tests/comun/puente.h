@@ -23,6 +23,9 @@ class Puente {
   // How often the client has waited for the server since the last time.
   int Viajes() { return viajes_.exchange(0); }
 
+  // The same of the last transaction that was committed, begin and commit counted.
+  int ViajesDeTransaccion() const { return enTransaccion_; }
+
   enum class Lado { Cliente, Servidor };
   // Breaks the connection down at the client's next message that holds the text: before the server gets it, or when it
   // has answered and the client has not heard it. Once; "" any message.
@@ -33,6 +36,7 @@ class Puente {
  private:
   void Atiende();
   void Pasa(int cliente);
+  void Cuenta(const std::string& mensaje);
   // Whether the message is the one to break down at; then no other is.
   bool EsElCorte(const std::string& mensaje);
 
@@ -40,10 +44,11 @@ class Puente {
   std::string direccion_, puerto_, servidor_;
   int puerta_ = -1;
   std::atomic<bool> termina_{false}, abierto_{true};
-  std::atomic<int> viajes_{0};
+  std::atomic<int> viajes_{0}, enTransaccion_{0};
   std::mutex candado_;  // of the next two
   std::optional<std::string> corte_;
   Lado antesDe_ = Lado::Servidor;
+  int abierta_ = 0;  // round trips of the open transaction
   std::thread hilo_;
 };
 

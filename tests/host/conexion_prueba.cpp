@@ -1,4 +1,9 @@
 // The connection on the real schema: statements of both screens, values, literals, errors, transactions.
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -89,6 +94,62 @@ TEST_F(ConexionSqlitePrueba, ElDetalleSeBuscaPorSuIndiceEnCadaCuenta) {
       plan += com::CStr(r->Fields("detail").Value()) + "\n";
     EXPECT_EQ(plan.find("SCAN"), std::string::npos) << s.Texto() << "\n" << plan;
   }
+}
+
+// --- SQL Server
+
+// A run of literals at a quote of the source, which is left behind it.
+std::string Literales(const std::string& fuente, std::size_t& i) {
+  std::string texto;
+  while (i < fuente.size() && fuente[i] == '"') {
+    for (++i; i < fuente.size() && fuente[i] != '"'; ++i) {
+      if (fuente[i] == '\\') ++i;
+      texto += fuente[i];
+    }
+    i = std::min(fuente.find_first_not_of(" \n", i + 1), fuente.size());
+  }
+  return texto;
+}
+
+// The host's own statements as they stand in the sources: runs of literals that begin like one and are not put together
+// with something else.
+std::vector<std::string> SentenciasDelAnfitrion() {
+  std::vector<std::string> todas;
+  for (const char* carpeta : {"host/standalone", "guion", "desktop"}) {
+    for (const auto& entrada : std::filesystem::directory_iterator(std::string(RAIZ "/") + carpeta)) {
+      const std::string nombre = entrada.path().filename();
+      if (entrada.path().extension() != ".cpp" || nombre.starts_with("postgres") || nombre == "integridad.cpp")
+        continue;
+      std::ifstream archivo(entrada.path());
+      const std::string fuente{std::istreambuf_iterator<char>(archivo), {}};
+      for (std::size_t i = fuente.find('"'); i < fuente.size(); i = fuente.find('"', i)) {
+        const std::size_t antes = fuente.find_last_not_of(" \n", i - 1);
+        const std::string texto = Literales(fuente, i);
+        const bool sentencia = std::ranges::any_of(std::vector{"SELECT ", "INSERT ", "UPDATE ", "DELETE "},
+                                                   [&](const char* s) { return texto.starts_with(s); });
+        const bool entera = fuente[antes] != '+' && i < fuente.size() && fuente[i] != '+' && !texto.ends_with("SET");
+        if (sentencia && entera) todas.push_back(texto);
+      }
+    }
+  }
+  return todas;
+}
+
+// Each statement's text for it is read by a parser that is not ours.
+TEST_F(BasePrueba, LoQueIriaASqlServerLoLeeOtro) {
+  std::vector<std::string> todas = SentenciasDelAnfitrion();
+  EXPECT_GT(todas.size(), 80U);
+  for (const auto& s : SentenciasDePantalla()) todas.push_back(s.Texto());
+  const std::string archivo = (carpeta / "sentencias").string();
+  std::ofstream salida(archivo);
+  for (const auto& s : todas)
+    salida << autonomo::Traduce(s, esquema::Motor::SqlServer, {.admitePreguntas = true}).texto << '\n';
+  salida.close();
+  const std::string orden = "/usr/bin/python3 " RAIZ "/tests/host/sqlserver.py " + archivo + " 2>&1";
+  std::unique_ptr<std::FILE, int (*)(std::FILE*)> lector(popen(orden.c_str(), "r"), pclose);
+  std::string dice;
+  for (int c = std::fgetc(lector.get()); c != EOF; c = std::fgetc(lector.get())) dice += static_cast<char>(c);
+  EXPECT_EQ(dice, std::to_string(todas.size()) + "\n");
 }
 
 // --- values
