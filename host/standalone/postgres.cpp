@@ -23,6 +23,8 @@ using Valores = std::vector<std::optional<std::string>>;
 constexpr std::size_t kPlantillas = 256;
 // The server's answer to a prepared statement whose table has changed.
 constexpr std::string_view kPlanViejo = "0A000";
+// And the beginning of what it says when it ends the session itself.
+constexpr std::string_view kSeVa = "57P";
 
 struct Preparada {
   std::string nombre, texto;
@@ -57,6 +59,7 @@ class ConexionPostgres final : public ConexionDeMotor {
     Asegura("SELECT");
     CorreTal("SELECT pg_advisory_xact_lock(209, hashtext('" + trabajo + "'))");
   }
+  std::vector<std::string> TomaAvisos() override { return sesion_.TomaAvisos(); }
   bool TomaTurno(const std::string& nombre) override { return sesion_.TomaTurno(nombre); }
 
  private:
@@ -94,7 +97,7 @@ class ConexionPostgres final : public ConexionDeMotor {
 // Before a statement goes out. A connection that broke is made again, unless a transaction was under way in it.
 void ConexionPostgres::Asegura(std::string_view sentencia) {
   if (Dentro()) {
-    if (PQstatus(sesion_.manija()) != CONNECTION_OK) throw ErrorDePerdida(sentencia);
+    if (!sesion_.Viva()) throw ErrorDePerdida(sentencia);
     return;
   }
   if (!sesion_.Viva()) sesion_.Conecta();
@@ -162,7 +165,13 @@ Resultado ConexionPostgres::CorreInsistiendo(Preparada& p, const Valores& valore
   try {
     return Corre(p, valores, original);
   } catch (const com::Error&) {
-    if (!repetible || PQstatus(sesion_.manija()) == CONNECTION_OK) throw;
+    if (sesion_.Viva() || (enTransaccion_ && !repetible)) throw;
+    if (!repetible)
+      throw com::Error(
+          kBaseDatos,
+          "Se perdió la conexión con el servidor de la base de datos y no se sabe si se hizo lo último que "
+          "se pidió: revíselo antes de repetirlo",
+          std::string(original));
   }
   porComenzar_ = enTransaccion_;
   numero_.clear();
@@ -233,6 +242,7 @@ Resultado ConexionPostgres::Corre(Preparada& p, const Valores& valores, std::str
   PQexitPipelineMode(c);
   if (!enviado || PQstatus(c) != CONNECTION_OK) throw ErrorDePerdida(original);
   if (falla == nullptr) return filas;
+  if (CodigoDe(falla.get()).starts_with(kSeVa)) throw ErrorDePerdida(original);
   if (Dentro()) sesion_.Corre("ROLLBACK TO SAVEPOINT sentencia; RELEASE SAVEPOINT sentencia");
   if (CodigoDe(falla.get()) == kPlanViejo && p.sesion == sesion_.Cual()) {
     p.nombre = "p" + std::to_string(++nombres_);

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "host/standalone/postgres.h"
+#include "platform/com/texto.h"
 
 namespace autonomo {
 namespace {
@@ -178,6 +179,34 @@ bool SesionPostgres::TomaTurno(const std::string& nombre) {
   return mio;
 }
 
+// Puts back guards that somebody has dropped.
+void SesionPostgres::PoneGuardas() {
+  const Resultado hay = Corre("SELECT tgname FROM pg_trigger WHERE NOT tgisinternal");
+  std::string faltan, sentencias;
+  for (const esquema::Objeto& o : esquema::Objetos(esquema::Motor::PostgreSQL)) {
+    if (o.clase != esquema::Objeto::Clase::Guarda) continue;
+    const std::string nombre = com::Minusculas(o.nombre);
+    bool esta = false;
+    for (int i = 0; i < PQntuples(hay.get()); ++i) esta = esta || nombre == PQgetvalue(hay.get(), i, 0);
+    if (esta) continue;
+    faltan += (faltan.empty() ? "" : ", ") + o.nombre;
+    sentencias += o.sql + ";\n";
+  }
+  if (faltan.empty()) return;
+  const std::string texto =
+      "A la base de datos le faltaban guardas contra vender dos veces una habitación o contra perder el trabajo de "
+      "otro (" +
+      faltan + "). ";
+  try {
+    Corre(sentencias);
+  } catch (const com::Error& e) {
+    throw com::Error(
+        e.Numero(),
+        texto + "Este usuario no las puede poner otra vez: avise a quien cuida la base de datos. " + e.Descripcion());
+  }
+  avisos_.push_back(texto + "Ya están puestas otra vez; averigüe qué programa las quitó.");
+}
+
 // Of two programs that meet at an empty database the second finds the schema made.
 void SesionPostgres::PreparaEsquema() {
   const auto numero = [this](const char* sql) { return std::atoi(PQgetvalue(Corre(sql).get(), 0, 0)); };
@@ -185,7 +214,7 @@ void SesionPostgres::PreparaEsquema() {
     constexpr const char* kHay = "SELECT COUNT(to_regclass('esquema_version'))";
     return numero(kHay) == 0 ? 0 : numero("SELECT COALESCE(MAX(Ev_Version), 0) FROM Esquema_Version");
   };
-  if (version() == esquema::kVersion) return;
+  if (version() == esquema::kVersion) return PoneGuardas();
   Corre("BEGIN; SELECT pg_advisory_xact_lock(207, 0)");
   try {
     const int tiene = version();

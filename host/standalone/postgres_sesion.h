@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/standalone/conexion.h"
@@ -27,6 +28,8 @@ class SesionPostgres {
   // lost, ErrorPostgres otherwise.
   Resultado Corre(const std::string& sql);
   Resultado Corre(const std::string& sql, const std::vector<const char*>& valores);
+  // ConexionDeMotor::TomaAvisos.
+  std::vector<std::string> TomaAvisos() { return std::exchange(avisos_, {}); }
   // Lock of this session, kept when it is made anew; false when another session has it.
   bool TomaTurno(const std::string& nombre);
 
@@ -36,6 +39,7 @@ class SesionPostgres {
   };
   void Enlaza();
   void PreparaEsquema();
+  void PoneGuardas();
   bool PideTurno(const std::string& nombre);
   Resultado Revisa(PGresult* resultado, const std::string& sql);
 
@@ -43,7 +47,7 @@ class SesionPostgres {
   std::string sslmode_;  // "" as the address or the environment say
   std::string quien_;    // user and server, for whoever is asked for a password
   std::string contrasena_;
-  std::vector<std::string> turnos_;
+  std::vector<std::string> turnos_, avisos_;
   std::unique_ptr<PGconn, Cierra> c_;
   int cual_ = 0;
 };

@@ -1,4 +1,4 @@
-// How often a clerk waits for a server far away.
+// A clerk and a server far away: how often she waits for it, and what its going away costs her.
 #include <gtest/gtest.h>
 
 #include "proceso.h"
@@ -10,13 +10,16 @@ namespace {
 class ViajesPostgres : public testing::Test {
  protected:
   ~ViajesPostgres() override { pruebas::QuitaBasePostgres(base); }
+  std::string Responde(const std::string& orden) {
+    programa.Di(orden);
+    return programa.Oye();
+  }
   // Round trips of the last of the orders.
   int Viajes(const std::vector<std::string>& ordenes) {
     int viajes = 0;
     for (const auto& orden : ordenes) {
       puente.Viajes();
-      programa.Di(orden);
-      const std::string respuesta = programa.Oye();
+      const std::string respuesta = Responde(orden);
       EXPECT_NE(respuesta.find(R"("ok":true)"), std::string::npos) << respuesta;
       viajes = puente.Viajes();
     }
@@ -36,11 +39,27 @@ TEST_F(ViajesPostgres, ElTableroSeLeePorConjuntos) {
        "SELECT to_char(n, 'FM0000'), 'Cuarto', '0001' FROM generate_series(1001, 1260) n",
        "abre", "accion nuevo", "fecha dpFecha_llegada 2026-03-16", "fecha dpFecha_salida 2026-04-15", "tecla F6"});
   const int viajes = Viajes({"clic opHabitacion"});
-  programa.Di("muestra campos");
-  const std::string campos = programa.Oye();
+  const std::string campos = Responde("muestra campos");
   EXPECT_NE(campos.find(R"("NumeroDias":30,"NumeroFilas":300)"), std::string::npos) << campos;
   EXPECT_GE(viajes, 5);
   EXPECT_LE(viajes, 8);
+}
+
+TEST_F(ViajesPostgres, UnServidorQueSeVaNoCuestaLaCaptura) {
+  Viajes({"abre", "accion nuevo", "campo txtHuesped 3", "campo txtForma_Pago 1", "texto txtReferencia FAX-7",
+          "fecha dpFecha_llegada 2026-03-20", "fecha dpFecha_salida 2026-03-21", "tecla F6", "clic opHabitacion",
+          "marca 0 0", "accion aceptar", "celda 0 Adultos 1"});
+  puente.Corta("Reservacion_Detalle (Rs_Folio", pruebas::Puente::Lado::Servidor);
+  const std::string falla = Responde("accion aceptar");
+  EXPECT_NE(falla.find("Se perdió la conexión con el servidor de la base de datos. No se guardó nada"),
+            std::string::npos)
+      << falla;
+  EXPECT_NE(Responde("muestra Controles").find(R"("EnEdicion":true)"), std::string::npos);
+  EXPECT_NE(Responde("muestra txtReferencia").find("FAX-7"), std::string::npos);
+  EXPECT_EQ(Responde("accion aceptar").find("Se perdió"), std::string::npos);
+  EXPECT_NE(Responde("sql SELECT Rs_Folio, Rs_Referencia FROM Reservacion WHERE Rs_Folio > '0000000045'")
+                .find(R"([{"Rs_Folio":"0000000046","Rs_Referencia":"FAX-7"}])"),
+            std::string::npos);
 }
 
 TEST_F(ViajesPostgres, GuardarTresRenglonesEsperaPocasVeces) {
