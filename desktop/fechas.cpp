@@ -17,7 +17,7 @@ namespace {
 // A way to write a date, and the day that it means; origen: day that it counts from.
 struct Escrita {
   QRegularExpression forma;
-  QDate (*dia)(const QRegularExpressionMatch& partes, const QDate& origen);
+  QDate (*dia)(const QRegularExpressionMatch& partes, const QDate& origen) = nullptr;
 };
 
 int Parte(const QRegularExpressionMatch& partes, int cual) { return partes.captured(cual).toInt(); }

@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <algorithm>
+#include <utility>
 
 #include "desktop/accesible.h"
 #include "desktop/escala.h"
@@ -28,7 +29,7 @@ VistaNotas::VistaNotas(controles::CampoNotas& campo, QWidget* padre, const Conte
     const QString antes = edicion_->toPlainText().left(edicion_->textCursor().position());
     campo_.cursor(static_cast<int>(antes.toUcs4().size()));
   });
-  Refresca();
+  VistaNotas::Refresca();
 }
 
 void VistaNotas::Refresca() {
@@ -81,7 +82,7 @@ VistaCasilla::VistaCasilla(controles::Casilla& casilla, QWidget* padre, const Co
     Corre([this] { casilla_.Pulsa(); });
     Refresca();
   });
-  Refresca();
+  VistaCasilla::Refresca();
 }
 
 void VistaCasilla::Refresca() { caja_->setChecked(casilla_.value()); }
@@ -99,7 +100,7 @@ VistaOpcion::VistaOpcion(controles::Opcion& opcion, QWidget* padre, const Contex
     Corre([this] { opcion_.Pulsa(); });
     Refresca();
   });
-  Refresca();
+  VistaOpcion::Refresca();
 }
 
 void VistaOpcion::Refresca() { boton_->setChecked(opcion_.value()); }
@@ -132,7 +133,7 @@ namespace {
 
 class Tarjeta : public QWidget {
  public:
-  Tarjeta(const QString& titulo, QWidget* padre) : QWidget(padre), titulo_(titulo) {}
+  Tarjeta(QString titulo, QWidget* padre) : QWidget(padre), titulo_(std::move(titulo)) {}
 
  protected:
   void paintEvent(QPaintEvent*) override {
@@ -213,7 +214,7 @@ VistaEtiqueta::VistaEtiqueta(controles::Etiqueta& etiqueta, QWidget* padre, cons
   }
   rotulo_ = new Rotulo(padre);
   Adopta(rotulo_);
-  Refresca();
+  VistaEtiqueta::Refresca();
 }
 
 void VistaEtiqueta::Refresca() {

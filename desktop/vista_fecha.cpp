@@ -28,7 +28,7 @@ VistaFecha::VistaFecha(controles::DateField& campo, QWidget* padre, const Contex
     tecleada_ = true;
     Marca(*edicion_, "malo", false);
   });
-  Refresca();
+  VistaFecha::Refresca();
 }
 
 void VistaFecha::Refresca() {

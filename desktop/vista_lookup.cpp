@@ -56,7 +56,7 @@ VistaLookup::VistaLookup(controles::LookupField& campo, QWidget* padre, const Co
   QObject::connect(edicion_, &QLineEdit::textEdited, edicion_, [this](const QString& texto) { Escribe(texto); });
   if (diseno.tipo == controles::TipoDato::Numero && !campo_.locked() && contexto.interactivo) LimitaCifras();
   if (!diseno.transaccion.empty()) AtiendeMenu();
-  Refresca();
+  VistaLookup::Refresca();
 }
 
 void VistaLookup::CreaVecino() {
