@@ -76,13 +76,30 @@ CajaAviso::CajaAviso(const controles::CajaMensaje& caja, QWidget* padre) : QMess
   setObjectName(QStringLiteral("mensaje"));
   const auto [icono, tinta] = IconoDe(caja.estilo);
   if (!icono.isEmpty()) setIconPixmap(Icono(icono, tinta).pixmap(QSize(kLado, kLado), devicePixelRatioF()));
+  CreaBotones(caja.estilo);
+  // No narrower than its title.
+  constexpr int kBotonesDeVentana = 120;  // pixels
+  const int titulo =
+      QFontMetrics(QApplication::font())
+          .horizontalAdvance(windowTitle() + QStringLiteral(" — ") + QGuiApplication::applicationDisplayName());
+  auto* rejilla = qobject_cast<QGridLayout*>(layout());
+  if (rejilla == nullptr) return;
+  rejilla->addItem(new QSpacerItem(titulo + kBotonesDeVentana, 0), rejilla->rowCount(), 0, 1, rejilla->columnCount());
+  if (caja.id.empty()) return;
+  auto* id = new QLabel(Q(caja.id), this);
+  id->setFont(Fuente(Letra::Chica));
+  Atenua(*id);
+  id->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  rejilla->addWidget(id, rejilla->rowCount(), 0, 1, rejilla->columnCount());
+}
 
+void CajaAviso::CreaBotones(int estilo) {
   const auto agrega = [this](int respuesta, const char* titulo, QMessageBox::ButtonRole papel) {
     QPushButton* b = addButton(QString::fromUtf8(titulo), papel);
     b->setMinimumWidth(84);
     botones_.emplace_back(respuesta, b);
   };
-  switch (caja.estilo & 7) {
+  switch (estilo & 7) {
     case 1:
       agrega(controles::kAceptar, "&Aceptar", QMessageBox::AcceptRole);
       agrega(controles::kCancelar, "&Cancelar", QMessageBox::RejectRole);
@@ -95,25 +112,8 @@ CajaAviso::CajaAviso(const controles::CajaMensaje& caja, QWidget* padre) : QMess
       agrega(controles::kAceptar, "&Aceptar", QMessageBox::AcceptRole);
       break;
   }
-  // No narrower than its title.
-  constexpr int kBotonesDeVentana = 120;  // pixels
-  const int titulo =
-      QFontMetrics(QApplication::font())
-          .horizontalAdvance(windowTitle() + QStringLiteral(" — ") + QGuiApplication::applicationDisplayName());
-  if (auto* rejilla = qobject_cast<QGridLayout*>(layout())) {
-    rejilla->addItem(new QSpacerItem(titulo + kBotonesDeVentana, 0), rejilla->rowCount(), 0, 1, rejilla->columnCount());
-  }
-  setDefaultButton(Boton(controles::RespuestaPredeterminada(caja.estilo)));
+  setDefaultButton(Boton(controles::RespuestaPredeterminada(estilo)));
   setEscapeButton(botones_.back().second);
-  if (!caja.id.empty()) {
-    auto* id = new QLabel(Q(caja.id), this);
-    id->setFont(Fuente(Letra::Chica));
-    Atenua(*id);
-    id->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    if (auto* rejilla = qobject_cast<QGridLayout*>(layout())) {
-      rejilla->addWidget(id, rejilla->rowCount(), 0, 1, rejilla->columnCount());
-    }
-  }
 }
 
 QPushButton* CajaAviso::Boton(int respuesta) const {

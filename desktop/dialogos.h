@@ -29,6 +29,8 @@ class CajaAviso : public QMessageBox {
   QPushButton* Boton(int respuesta) const;
 
  private:
+  void CreaBotones(int estilo);
+
   std::vector<std::pair<int, QPushButton*>> botones_;
 };
 

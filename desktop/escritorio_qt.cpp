@@ -40,6 +40,17 @@ void Cancela(controles::Formulario& formulario) {
   }
 }
 
+// As large as the screen comfortably allows, a narrow screen used whole; never so small that fields are out of reach.
+void AcomodaAPersona(Ventana& v) {
+  constexpr int kEstrecha = 1200;
+  const QRect cabe = v.screen()->availableGeometry();
+  const int ancho = cabe.width() < kEstrecha ? cabe.width() : cabe.width() * 9 / 10;
+  const QSize quiere(std::max(v.width(), std::min(1280, ancho)),
+                     std::max(v.height(), std::min(800, cabe.height() * 85 / 100)));
+  v.resize(quiere.boundedTo(cabe.size()));
+  v.setMinimumSize(QSize(APixel(v.formulario().width()), APixel(8400)).boundedTo(cabe.size()));
+}
+
 }  // namespace
 
 EscritorioQt::EscritorioQt() {
@@ -79,32 +90,30 @@ Ventana& EscritorioQt::VentanaDe(controles::Formulario& formulario, bool modal) 
   Ventana& v = *nueva;
   ventanas_[&formulario] = std::move(nueva);
   if (modal) {
-    v.setWindowModality(Qt::ApplicationModal);
-    v.alCerrar = [&formulario] { Corre([&formulario] { Cancela(formulario); }); };
-    v.puedePulsar = [this](controles::Accion accion) {
-      if (accion != controles::Accion::Aceptar || !contexto_.interactivo || abiertas_.size() < 2) return true;
-      return PermiteMarcas(*abiertas_.front(), Frente());
-    };
+    AtiendeDialogo(v);
   } else {
-    v.alCerrar = [this, &formulario] { CierraPrincipal(formulario); };
-    v.puedePulsar = [this, &formulario](controles::Accion accion) { return DejaPulsar(formulario, accion); };
-    v.alPulsar = [this, &formulario](controles::Accion accion) {
-      using controles::Accion;
-      if (accion == Accion::Nuevo || accion == Accion::Editar) resguardo_.Comienza(formulario);
-    };
+    AtiendePrincipal(v);
   }
-  if (contexto_.interactivo) {
-    // As large as the screen comfortably allows; a narrow screen is used whole.
-    constexpr int kEstrecha = 1200;
-    const QRect cabe = v.screen()->availableGeometry();
-    const int ancho = cabe.width() < kEstrecha ? cabe.width() : cabe.width() * 9 / 10;
-    const QSize quiere(std::max(v.width(), std::min(1280, ancho)),
-                       std::max(v.height(), std::min(800, cabe.height() * 85 / 100)));
-    v.resize(quiere.boundedTo(cabe.size()));
-    // Never so small that fields are out of reach.
-    v.setMinimumSize(QSize(APixel(formulario.width()), APixel(8400)).boundedTo(cabe.size()));
-  }
+  if (contexto_.interactivo) AcomodaAPersona(v);
   return v;
+}
+
+void EscritorioQt::AtiendeDialogo(Ventana& v) {
+  v.setWindowModality(Qt::ApplicationModal);
+  v.alCerrar = [&v] { Corre([&v] { Cancela(v.formulario()); }); };
+  v.puedePulsar = [this](controles::Accion accion) {
+    if (accion != controles::Accion::Aceptar || !contexto_.interactivo || abiertas_.size() < 2) return true;
+    return PermiteMarcas(*abiertas_.front(), Frente());
+  };
+}
+
+void EscritorioQt::AtiendePrincipal(Ventana& v) {
+  v.alCerrar = [this, &v] { CierraPrincipal(v.formulario()); };
+  v.puedePulsar = [this, &v](controles::Accion accion) { return DejaPulsar(v.formulario(), accion); };
+  v.alPulsar = [this, &v](controles::Accion accion) {
+    using controles::Accion;
+    if (accion == Accion::Nuevo || accion == Accion::Editar) resguardo_.Comienza(v.formulario());
+  };
 }
 
 bool EscritorioQt::DejaPulsar(const controles::Formulario& formulario, controles::Accion accion) {

@@ -62,6 +62,8 @@ class EscritorioQt : public controles::Escritorio {
 
  private:
   Ventana& VentanaDe(controles::Formulario& formulario, bool modal);
+  void AtiendeDialogo(Ventana& ventana);
+  void AtiendePrincipal(Ventana& ventana);
   void Abre(controles::Formulario& formulario, bool modal);
   // Asked before a button of the main toolbar and before the main window closes; false leaves everything as it is.
   bool DejaPulsar(const controles::Formulario& formulario, controles::Accion accion);

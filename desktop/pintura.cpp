@@ -81,47 +81,59 @@ void Estampa(QPainter& p, const QRect& zona, Sello sello, const Dibujo& dibuja) 
 
 namespace {
 
+void DibujaRayas(QPainter& p, const QRect& zona, const QColor& velo) {
+  p.setRenderHint(QPainter::Antialiasing);
+  p.setPen(QPen(velo, 1.5));
+  for (int x = zona.left() - zona.height(); x < zona.right(); x += 7) {
+    p.drawLine(x, zona.bottom() + 1, x + zona.height() + 1, zona.top());
+  }
+}
+
+void DibujaPuntos(QPainter& p, const QRect& zona, const QColor& velo) {
+  p.setPen(Qt::NoPen);
+  p.setBrush(velo);
+  p.setRenderHint(QPainter::Antialiasing);
+  for (int y = zona.top() + 3, fila = 0; y < zona.bottom(); y += 6, ++fila) {
+    for (int x = zona.left() + 3 + (fila % 2) * 4; x < zona.right(); x += 8) p.drawEllipse(QPoint(x, y), 1, 1);
+  }
+}
+
+void DibujaMarca(QPainter& p, const QRect& zona, const QColor& tinta) {
+  p.setRenderHint(QPainter::Antialiasing);
+  const int lado = std::min(zona.height(), zona.width()) / 2;
+  const QPointF origen(zona.right() - lado - 2, zona.center().y() - lado / 2.0);
+  QPainterPath palomita(origen + QPointF(lado * 0.12, lado * 0.55));
+  palomita.lineTo(origen + QPointF(lado * 0.40, lado * 0.82));
+  palomita.lineTo(origen + QPointF(lado * 0.90, lado * 0.18));
+  p.setPen(QPen(tinta, 2.2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  p.drawPath(palomita);
+}
+
+QColor ConVelo(QColor color, float opaco) {
+  color.setAlphaF(opaco);
+  return color;
+}
+
 // Draws colour and pattern.
 void DibujaEstado(QPainter& p, const QRect& zona, Trama trama, const QColor& tono) {
+  constexpr float kVelo = 0.22F, kBanda = 0.55F;
   p.fillRect(zona, tono);
   const QColor tinta = TextoSobre(tono);
-  QColor velo = tinta;
-  velo.setAlphaF(0.22F);
   p.save();
   p.setClipRect(zona);
   switch (trama) {
     case Trama::Rayas:
-      p.setRenderHint(QPainter::Antialiasing);
-      p.setPen(QPen(velo, 1.5));
-      for (int x = zona.left() - zona.height(); x < zona.right(); x += 7) {
-        p.drawLine(x, zona.bottom() + 1, x + zona.height() + 1, zona.top());
-      }
+      DibujaRayas(p, zona, ConVelo(tinta, kVelo));
       break;
     case Trama::Puntos:
-      p.setPen(Qt::NoPen);
-      p.setBrush(velo);
-      p.setRenderHint(QPainter::Antialiasing);
-      for (int y = zona.top() + 3, fila = 0; y < zona.bottom(); y += 6, ++fila) {
-        for (int x = zona.left() + 3 + (fila % 2) * 4; x < zona.right(); x += 8) p.drawEllipse(QPoint(x, y), 1, 1);
-      }
+      DibujaPuntos(p, zona, ConVelo(tinta, kVelo));
       break;
-    case Trama::Franja: {
-      QColor banda = tinta;
-      banda.setAlphaF(0.55F);
-      p.fillRect(QRect(zona.left(), zona.top(), 3, zona.height()), banda);
+    case Trama::Franja:
+      p.fillRect(QRect(zona.left(), zona.top(), 3, zona.height()), ConVelo(tinta, kBanda));
       break;
-    }
-    case Trama::Marca: {
-      p.setRenderHint(QPainter::Antialiasing);
-      const int lado = std::min(zona.height(), zona.width()) / 2;
-      const QPointF origen(zona.right() - lado - 2, zona.center().y() - lado / 2.0);
-      QPainterPath palomita(origen + QPointF(lado * 0.12, lado * 0.55));
-      palomita.lineTo(origen + QPointF(lado * 0.40, lado * 0.82));
-      palomita.lineTo(origen + QPointF(lado * 0.90, lado * 0.18));
-      p.setPen(QPen(tinta, 2.2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-      p.drawPath(palomita);
+    case Trama::Marca:
+      DibujaMarca(p, zona, tinta);
       break;
-    }
     case Trama::Ninguna:
       break;
   }

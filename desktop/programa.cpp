@@ -291,11 +291,19 @@ int Programa::Corre() {
     MuestraFalla(e.Descripcion());
     return kFalla;
   }
+  Viste(opciones);
+  return CorreAnotando(opciones);
+}
+
+void Programa::Viste(const OpcionesPrograma& opciones) {
   const QScreen* pantalla = QApplication::primaryScreen();
   // A script's windows are as designed whatever the screen.
   const int ancho = pantalla == nullptr || opciones.guion ? 0 : pantalla->availableGeometry().width();
   const double letra = FijaAmpliacion(pantalla == nullptr ? 96.0 : pantalla->logicalDotsPerInchY(), ancho);
   AplicaEstilo(aplicacion_, opciones.tema, letra);
+}
+
+int Programa::CorreAnotando(const OpcionesPrograma& opciones) {
   autonomo::registro::Sesion sesion;
   try {
     sesion.Comienza("reservas", opciones.anfitrion.base.Nombre(), opciones.registro);

@@ -40,6 +40,9 @@ class Programa {
   int Corre();
 
  private:
+  void Viste(const OpcionesPrograma& opciones);  // size and colours, for the screen that there is
+  // Under the log, with a failure told.
+  int CorreAnotando(const OpcionesPrograma& opciones);
   int CorreVentana(OpcionesPrograma opciones);
   int CorreGuion(const OpcionesPrograma& opciones);
 

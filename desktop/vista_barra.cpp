@@ -10,6 +10,8 @@
 #include <QResizeEvent>
 #include <QShortcut>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <iterator>
 
 #include "desktop/accesible.h"
 #include "desktop/escala.h"
@@ -23,33 +25,27 @@ namespace vista {
 
 using controles::Accion;
 
+namespace {
+
+struct Atajo {
+  Accion accion;
+  const char* teclas;
+};
+constexpr Atajo kAtajos[] = {
+    {Accion::Nuevo, "Ctrl+N"},          {Accion::Editar, "Ctrl+E"},    {Accion::Aceptar, "Ctrl+Return"},
+    {Accion::Limpiar, "Ctrl+L"},        {Accion::Cerrar, "Ctrl+Q"},    {Accion::Confirmar, "Ctrl+K"},
+    {Accion::Eliminar, "Ctrl+Shift+X"}, {Accion::Reactivar, "Ctrl+R"}, {Accion::Correo, "Ctrl+P"},
+    {Accion::Registro, "Ctrl+I"},
+};
+
+}  // namespace
+
 QKeySequence AtajoDe(Accion accion, bool dialogo) {
-  switch (accion) {
-    case Accion::Nuevo:
-      return QKeySequence(QStringLiteral("Ctrl+N"));
-    case Accion::Editar:
-      return QKeySequence(QStringLiteral("Ctrl+E"));
-    case Accion::Aceptar:
-      return QKeySequence(QStringLiteral("Ctrl+Return"));
-    case Accion::Limpiar:
-      return QKeySequence(QStringLiteral("Ctrl+L"));
-    case Accion::Cerrar:
-      return QKeySequence(QStringLiteral("Ctrl+Q"));
-    case Accion::Confirmar:
-      return QKeySequence(QStringLiteral("Ctrl+K"));
-    case Accion::Eliminar:
-      return QKeySequence(QStringLiteral("Ctrl+Shift+X"));
-    case Accion::Reactivar:
-      return QKeySequence(QStringLiteral("Ctrl+R"));
-    case Accion::Correo:
-      return QKeySequence(QStringLiteral("Ctrl+P"));
-    case Accion::Registro:
-      return QKeySequence(QStringLiteral("Ctrl+I"));
-    case Accion::Cancelar:
-      // Esc itself belongs to the screen.
-      return dialogo ? QKeySequence(QStringLiteral("Ctrl+W")) : QKeySequence();
-  }
-  return {};
+  // Esc itself belongs to the screen.
+  if (accion == Accion::Cancelar) return dialogo ? QKeySequence(QStringLiteral("Ctrl+W")) : QKeySequence();
+  const auto* atajo =
+      std::find_if(std::begin(kAtajos), std::end(kAtajos), [&](const Atajo& a) { return a.accion == accion; });
+  return atajo == std::end(kAtajos) ? QKeySequence() : QKeySequence(QLatin1String(atajo->teclas));
 }
 
 namespace {
@@ -141,7 +137,7 @@ VistaBarra::VistaBarra(controles::ScreenToolbar& barra, QWidget* padre, const Co
     if (!contexto.menu.empty()) caja->addWidget(CreaMenu());
     caja->addWidget(CreaLado(), 1);
   }
-  Refresca();
+  VistaBarra::Refresca();
 }
 
 QToolButton* VistaBarra::CreaBoton(Accion accion) {
