@@ -138,6 +138,7 @@ std::vector<com::Fecha> frmDisponibilidad::Noches(int dias) const {
                                                  ") que noches (" + std::to_string(dias) + ")");
   }
   std::vector<com::Fecha> noches;
+  noches.reserve(static_cast<std::size_t>(std::max(dias, 0)));
   for (int d = 0; d < dias; ++d) {
     noches.push_back(ssDisponibilidad.columna(kColumnasFijas + d).fecha.value());
   }

@@ -51,8 +51,8 @@ class LectorPorCelda : public LectorOcupacion {
 
 class LectorPorConjuntos : public LectorOcupacion {
  public:
-  LectorPorConjuntos(sentencias::Criterio criterio, const std::vector<com::Fecha>& noches)
-      : criterio_(std::move(criterio)), noches_(noches) {
+  LectorPorConjuntos(sentencias::Criterio criterio, std::vector<com::Fecha> noches)
+      : criterio_(std::move(criterio)), noches_(std::move(noches)) {
     if (noches_.empty()) return;
     const auto [primera, ultima] = std::minmax_element(noches_.begin(), noches_.end());
     primera_ = publico::Utilerias().FechaSQL(*primera);

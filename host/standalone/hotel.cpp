@@ -177,7 +177,7 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
     return error_.empty();
   }
 
-  void Abre(const std::string& pantalla, std::vector<com::Variant> argumentos) {
+  void Abre(const std::string& pantalla, const std::vector<com::Variant>& argumentos) {
     host_.AnotaPantalla({pantalla, argumentos});
     controles::EscritorioActual().AbrePantalla(pantalla, argumentos);
   }
@@ -217,7 +217,7 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
   }
 
   std::string Inserta() {
-    const std::string folio = Foliador(Base()).Siguiente();
+    std::string folio = Foliador(Base()).Siguiente();
     const anfitrion::DatosReservacion& e = encabezado_;
     Base().Consulta(
         "INSERT INTO Reservacion (Rs_Folio, Rs_Fecha, Rs_Llegada, Rs_Salida, Sc_Cve_Sucursal, Cl_Cve_Cliente, "
@@ -254,7 +254,7 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
     const ado::RecordsetPtr rs =
         Base().Consulta("SELECT Rs_Folio, Es_Cve_Estado FROM Reservacion WHERE Rs_Folio = ?", {pedido});
     if (rs->Eof()) throw Rechazo{"La reservación " + pedido + " no existe"};
-    const std::string folio = com::CStr(rs->Fields(0).Value());
+    std::string folio = com::CStr(rs->Fields(0).Value());
     const std::string estado = com::Recorta(com::CStr(rs->Fields(1).Value()));
     const std::string ajeno = Base().CambioAjeno(folio);
     if (!com::IgualSinCaja(estado, esquema::kActiva) && !com::IgualSinCaja(estado, esquema::kConfirmada)) {

@@ -13,7 +13,10 @@ namespace com {
 struct Fecha {
   std::int32_t dia = 0;
   std::int32_t segundo = 0;
-  auto operator<=>(const Fecha&) const = default;
+  bool operator==(const Fecha&) const = default;
+  constexpr std::strong_ordering operator<=>(const Fecha& otra) const {
+    return dia == otra.dia ? segundo <=> otra.segundo : dia <=> otra.dia;
+  }
 };
 
 // Calendar parts of a date; mes 1-12, dia 1-31, hora 0-23.
