@@ -1,13 +1,13 @@
-// Printed confirmations: an HTML template of the hotel (plantilla), filled with a stored reservation, as pages of
+// Printed confirmations: an HTML template of the hotel (carta_html), filled with a stored reservation, as pages of
 // letter size (pliego) that are looked at (vista_previa) and kept as a PDF.
 #pragma once
 
 #include <functional>
 
-#include "desktop/plantilla.h"
-#include "desktop/pliego.h"
 #include "desktop/vista_previa.h"
 #include "host/standalone/anfitrion.h"
+#include "host/standalone/carta_html.h"
+#include "host/standalone/pliego.h"
 
 namespace vista {
 

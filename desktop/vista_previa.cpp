@@ -21,7 +21,7 @@
 #include "desktop/archivos.h"
 #include "desktop/dialogos.h"
 #include "desktop/estilo.h"
-#include "desktop/pliego.h"
+#include "host/standalone/pliego.h"
 #include "platform/com/error.h"
 
 namespace vista {
@@ -34,7 +34,7 @@ class Hojas : public QWidget {
   explicit Hojas(const QString& html) : pliego_(html) {
     setFixedSize(kAncho + 2 * kAire, pliego_.Paginas() * (kAlto + kAire) + kAire);
   }
-  const Pliego& pliego() const { return pliego_; }
+  const autonomo::Pliego& pliego() const { return pliego_; }
   static int Arriba(int pagina) { return kAire + pagina * (kAlto + kAire); }
   // Page at a height of the widget.
   int PaginaEn(int y) const { return std::clamp((y - kAire / 2) / (kAlto + kAire), 0, pliego_.Paginas() - 1); }
@@ -48,7 +48,7 @@ class Hojas : public QWidget {
       p.fillRect(hoja, Qt::white);
       p.save();
       p.translate(hoja.topLeft());
-      p.scale(kVista / kFinura, kVista / kFinura);
+      p.scale(kVista / autonomo::kFinura, kVista / autonomo::kFinura);
       pliego_.Pinta(p, pagina);
       p.restore();
     }
@@ -57,8 +57,9 @@ class Hojas : public QWidget {
  private:
   static constexpr double kVista = 0.75;  // of the real size
   static constexpr int kAire = 12;
-  static constexpr int kAncho = static_cast<int>(kAnchoHoja * kVista), kAlto = static_cast<int>(kAltoHoja * kVista);
-  Pliego pliego_;
+  static constexpr int kAncho = static_cast<int>(autonomo::kAnchoHoja * kVista),
+                       kAlto = static_cast<int>(autonomo::kAltoHoja * kVista);
+  autonomo::Pliego pliego_;
 };
 
 // Scrolls over the pages with the keyboard too, and shows that it has it.
@@ -163,7 +164,7 @@ class Impreso : public QDialog {
 
   bool Escribe(const QString& ruta) {
     try {
-      EscribePdf(html_, nombre_, ruta);
+      autonomo::EscribePdf(html_, nombre_, ruta);
       return true;
     } catch (const com::Error& e) {
       Falla(e.Descripcion());

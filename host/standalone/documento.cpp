@@ -1,5 +1,7 @@
 #include "host/standalone/documento.h"
 
+#include <algorithm>
+
 #include "host/standalone/parametros.h"
 #include "platform/com/variant.h"
 #include "platform/regional/regional.h"
@@ -166,6 +168,26 @@ Campos CamposDe(const Documento& d) {
       {"notas_rotuladas", com::Recorta(d.notas).empty() ? "" : "Notas: " + d.notas},
       {"renglones", renglones},
   };
+}
+
+CamposNombrados NombradosEn(std::string_view plantilla) {
+  constexpr std::string_view kDeNombre = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_";
+  static const Campos kConocidos = CamposDe({});
+  CamposNombrados nombrados;
+  for (std::size_t i = plantilla.find('{'); i != std::string_view::npos; i = plantilla.find('{', i + 1)) {
+    const std::size_t fin = plantilla.find_first_not_of(kDeNombre, i + 1);
+    if (fin == std::string_view::npos || fin == i + 1 || plantilla[fin] != '}') continue;
+    auto& lista = kConocidos.contains(plantilla.substr(i + 1, fin - i - 1)) ? nombrados.conocidos : nombrados.ajenos;
+    const std::string campo(plantilla.substr(i, fin - i + 1));
+    if (std::ranges::find(lista, campo) == lista.end()) lista.push_back(campo);
+  }
+  return nombrados;
+}
+
+std::string DichoDeAjenos(const std::vector<std::string>& ajenos) {
+  std::string dicho = "tiene campos que no existen: ";
+  for (const std::string& campo : ajenos) dicho += (&campo == &ajenos.front() ? "" : ", ") + campo;
+  return dicho;
 }
 
 std::string Rellena(std::string_view plantilla, const Campos& campos) {

@@ -57,5 +57,12 @@ using Campos = std::map<std::string, std::string, std::less<>>;
 Campos CamposDe(const Documento& documento);
 // Replaces each {field}; braces around anything else stay as they are, and values are not looked into again.
 std::string Rellena(std::string_view plantilla, const Campos& campos);
+// The fields that a template names (letters and "_" between braces), each once: those above, and others.
+struct CamposNombrados {
+  std::vector<std::string> conocidos, ajenos;  // "{folio}"
+};
+CamposNombrados NombradosEn(std::string_view plantilla);
+// "tiene campos que no existen: {foliio}, {dia}".
+std::string DichoDeAjenos(const std::vector<std::string>& ajenos);
 
 }  // namespace autonomo

@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include "desktop/impresion.h"
+#include "host/standalone/carta_html.h"
 #include "platform/com/error.h"
 
 namespace pruebas {
@@ -32,7 +33,7 @@ autonomo::Documento Confirmacion() {
 }
 
 TEST(ImpresionPrueba, LlenaTodosLosCamposSinDejarHtmlAjeno) {
-  const QString html = vista::LlenaPlantilla(vista::PlantillaIncluida(), Confirmacion());
+  const QString html = autonomo::LlenaPlantilla(autonomo::PlantillaIncluida(), Confirmacion());
   for (const char* parte : {"Hotel Mirador", "0000000012", "Activa", "Ana López", "11/03/2026", "14/03/2026",
                             "Notas: Cuna<br>Vista", "Confirmación de reservación", "Comercial &lt;Norte&gt; &amp; Cía",
                             "$3,480.00", "$1,160.00", "$4,640.00", "$640.00", "$4,000.00"}) {
@@ -44,7 +45,7 @@ TEST(ImpresionPrueba, LlenaTodosLosCamposSinDejarHtmlAjeno) {
   d.notas.clear();
   for (const auto& [estado, titulo] : {std::pair("CA", "Cancelación"), std::pair("CE", "Copia")}) {
     d.estado = estado;
-    const QString carta = vista::LlenaPlantilla(vista::PlantillaIncluida(), d);
+    const QString carta = autonomo::LlenaPlantilla(autonomo::PlantillaIncluida(), d);
     EXPECT_TRUE(carta.contains(QString::fromUtf8(titulo) + QStringLiteral(" de reservación"))) << estado;
     EXPECT_FALSE(carta.contains(QStringLiteral("onfirma"))) << estado;
     EXPECT_FALSE(carta.contains(QStringLiteral("Notas"))) << "no label without notes";
@@ -53,17 +54,17 @@ TEST(ImpresionPrueba, LlenaTodosLosCamposSinDejarHtmlAjeno) {
 
 TEST(ImpresionPrueba, UsaElFormatoDelHotelCuandoLoTiene) {
   autonomo::Anfitrion anfitrion{autonomo::Opciones{}};
-  EXPECT_EQ(vista::PlantillaDe(*anfitrion.conexion(), "HT0001"), vista::PlantillaIncluida());
+  EXPECT_EQ(autonomo::PlantillaDe(*anfitrion.conexion(), "HT0001"), autonomo::PlantillaIncluida());
   anfitrion.conexion()->Consulta("INSERT INTO Formato (Fm_Cve_Formato, Fm_Descripcion, Fm_Contenido) VALUES (?, ?, ?)",
                                  {"HT0001.HTML", "Nuestra", "<p>Folio {folio}, {total}</p>"});
-  const QString plantilla = vista::PlantillaDe(*anfitrion.conexion(), "HT0001");
-  EXPECT_EQ(vista::LlenaPlantilla(plantilla, Confirmacion()), QStringLiteral("<p>Folio 0000000012, $4,640.00</p>"));
+  const QString plantilla = autonomo::PlantillaDe(*anfitrion.conexion(), "HT0001");
+  EXPECT_EQ(autonomo::LlenaPlantilla(plantilla, Confirmacion()), QStringLiteral("<p>Folio 0000000012, $4,640.00</p>"));
 }
 
 TEST(ImpresionPrueba, UnaPlantillaQueNoSirveSeDice) {
   autonomo::Anfitrion anfitrion{autonomo::Opciones{}};
   autonomo::Conexion& conexion = *anfitrion.conexion();
-  EXPECT_TRUE(vista::ProblemasDePlantilla(conexion, "HT0001").isEmpty()) << "none of its own";
+  EXPECT_TRUE(autonomo::ProblemasDePlantilla(conexion, "HT0001").isEmpty()) << "none of its own";
   conexion.Consulta("INSERT INTO Formato (Fm_Cve_Formato, Fm_Descripcion, Fm_Contenido) VALUES (?, ?, ?)",
                     {"HT0001.HTML", "Nuestra", "  "});
   struct Caso {
@@ -75,14 +76,14 @@ TEST(ImpresionPrueba, UnaPlantillaQueNoSirveSeDice) {
         Caso{"<p>Folio {foliio} de {hotel}</p>", "{foliio}", true}, Caso{"<p>Gracias</p>", "ningún campo", true},
         Caso{"<style>p {color:red}</style><p>{folio} {renglones}</p>", "", true}}) {
     conexion.Consulta("UPDATE Formato SET Fm_Contenido = ?", {caso.contenido});
-    const QStringList problemas = vista::ProblemasDePlantilla(conexion, "HT0001");
+    const QStringList problemas = autonomo::ProblemasDePlantilla(conexion, "HT0001");
     if (*caso.dice == '\0') {
       EXPECT_TRUE(problemas.isEmpty()) << problemas.join(' ').toStdString();
     } else {
       ASSERT_EQ(problemas.size(), 1) << caso.contenido;
       EXPECT_TRUE(problemas[0].contains(QString::fromUtf8(caso.dice))) << problemas[0].toStdString();
     }
-    EXPECT_EQ(vista::PlantillaDe(conexion, "HT0001") != vista::PlantillaIncluida(), caso.sirve) << caso.contenido;
+    EXPECT_EQ(autonomo::PlantillaDe(conexion, "HT0001") != autonomo::PlantillaIncluida(), caso.sirve) << caso.contenido;
   }
 }
 
@@ -113,7 +114,7 @@ TEST(ImpresionPrueba, LasPaginasNoPartenRenglonesNiDejanSolosLosTotales) {
     d.renglones.push_back(
         {std::to_string(1000 + n), n % 3 == 0 ? larga : "Doble / 201", d.llegada, d.salida, 2, 0, 0, 1160, 160});
     if (n < 8) continue;
-    const QStringList paginas = Paginas(vista::LlenaPlantilla(vista::PlantillaIncluida(), d));
+    const QStringList paginas = Paginas(autonomo::LlenaPlantilla(autonomo::PlantillaIncluida(), d));
     int vistos = 0;
     for (const QString& pagina : paginas) {
       const auto renglones =
@@ -143,8 +144,8 @@ TEST(ImpresionPrueba, SinVisorSeDiceYElDocumentoQueda) {
 TEST(ImpresionPrueba, EscribeUnPdfDeTamanoCartaODiceQueNoPuede) {
   const QTemporaryDir carpeta;
   const QString ruta = carpeta.filePath(QStringLiteral("c.pdf"));
-  vista::EscribePdf(vista::LlenaPlantilla(vista::PlantillaIncluida(), Confirmacion()), QStringLiteral("Confirmación"),
-                    ruta);
+  autonomo::EscribePdf(autonomo::LlenaPlantilla(autonomo::PlantillaIncluida(), Confirmacion()),
+                       QStringLiteral("Confirmación"), ruta);
   QFile archivo(ruta);
   ASSERT_TRUE(archivo.open(QIODevice::ReadOnly));
   EXPECT_FALSE(archivo.permissions() & (QFile::ReadGroup | QFile::ReadOther)) << "its owner's alone";
@@ -153,10 +154,10 @@ TEST(ImpresionPrueba, EscribeUnPdfDeTamanoCartaODiceQueNoPuede) {
   const QByteArray caja = pdf.mid(pdf.indexOf("/MediaBox"), 60);
   EXPECT_TRUE(caja.contains("612") && caja.contains("792")) << "letter: " << caja.toStdString();
   EXPECT_EQ(pdf.count("/Type /Page\n"), 1) << "one page";
-  EXPECT_THROW(vista::EscribePdf({}, {}, carpeta.filePath(QStringLiteral("no/existe.pdf"))), com::Error);
-  EXPECT_THROW(vista::EscribePdf({}, {}, carpeta.path()), com::Error) << "a folder";
+  EXPECT_THROW(autonomo::EscribePdf({}, {}, carpeta.filePath(QStringLiteral("no/existe.pdf"))), com::Error);
+  EXPECT_THROW(autonomo::EscribePdf({}, {}, carpeta.path()), com::Error) << "a folder";
   if (QFile::exists(QStringLiteral("/dev/full"))) {
-    EXPECT_THROW(vista::EscribePdf(QStringLiteral("<p>x</p>"), {}, QStringLiteral("/dev/full")), com::Error);
+    EXPECT_THROW(autonomo::EscribePdf(QStringLiteral("<p>x</p>"), {}, QStringLiteral("/dev/full")), com::Error);
   }
 }
 

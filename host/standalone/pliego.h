@@ -1,7 +1,9 @@
-// A confirmation laid out in pages of letter size, on the screen, on paper and as a PDF.
+// A confirmation laid out in pages of letter size, on the screen, on paper and as a PDF. Needs a QGuiApplication, of
+// any platform; any thread may lay out its own.
 #pragma once
 
 #include <QBuffer>
+#include <QByteArray>
 #include <QPdfWriter>
 #include <QString>
 #include <QTextDocument>
@@ -10,7 +12,7 @@
 class QPainter;
 class QTextTable;
 
-namespace vista {
+namespace autonomo {
 
 // Letter at 96 dots an inch.
 inline constexpr int kAnchoHoja = 816, kAltoHoja = 1056;
@@ -47,8 +49,10 @@ class Pliego {
   int paginas_ = 1;
 };
 
-// Writes the filled template as a PDF of letter size; pages are numbered when there are several. com::Error
+// The filled template as a PDF of letter size; pages are numbered when there are several.
+QByteArray Pdf(const QString& html, const QString& titulo);
+// Writes it to a file. com::Error
 // kSoloLectura when the file cannot be written; what it held is kept then.
 void EscribePdf(const QString& html, const QString& titulo, const QString& ruta);
 
-}  // namespace vista
+}  // namespace autonomo

@@ -1,17 +1,18 @@
-#include "desktop/plantilla.h"
+#include "host/standalone/carta_html.h"
 
-#include <QRegularExpression>
 #include <QTextDocument>
 #include <optional>
 
-#include "desktop/vista.h"
+#include "platform/com/variant.h"
 #include "platform/regional/regional.h"
 
-namespace vista {
+namespace autonomo {
 
 const char* const kFinFormatoHtml = ".HTML";
 
 namespace {
+
+QString Q(const std::string& texto) { return QString::fromStdString(texto); }
 
 QString Segura(const std::string& texto) {
   return Q(texto)
@@ -20,7 +21,7 @@ QString Segura(const std::string& texto) {
       .replace(QLatin1Char('\n'), QStringLiteral("<br>"));
 }
 
-QString FilaDe(const autonomo::RenglonDocumento& r) {
+QString FilaDe(const RenglonDocumento& r) {
   const auto celda = [](const QString& texto, const char* alinea = "left") {
     return QStringLiteral("<td align=\"%1\">%2</td>").arg(QLatin1String(alinea), texto);
   };
@@ -68,7 +69,7 @@ QString PlantillaIncluida() {
 namespace {
 
 // Nothing when the hotel has no template of its own.
-std::optional<QString> PlantillaPropia(autonomo::Conexion& conexion, const std::string& formato) {
+std::optional<QString> PlantillaPropia(Conexion& conexion, const std::string& formato) {
   const auto rs =
       conexion.Consulta("SELECT Fm_Contenido FROM Formato WHERE Fm_Cve_Formato = ?", {formato + kFinFormatoHtml});
   if (rs->Eof()) return std::nullopt;
@@ -83,43 +84,32 @@ bool SeVe(const QString& html) {
 
 }  // namespace
 
-QString PlantillaDe(autonomo::Conexion& conexion, const std::string& formato) {
+QString PlantillaDe(Conexion& conexion, const std::string& formato) {
   const auto propia = PlantillaPropia(conexion, formato);
   return propia && SeVe(*propia) ? *propia : PlantillaIncluida();
 }
 
-QStringList ProblemasDePlantilla(autonomo::Conexion& conexion, const std::string& formato) {
+QStringList ProblemasDePlantilla(Conexion& conexion, const std::string& formato) {
   const auto propia = PlantillaPropia(conexion, formato);
   if (!propia) return {};
   const QString cual = QStringLiteral("El formato de impresión ") + Q(formato + kFinFormatoHtml);
   if (propia->trimmed().isEmpty()) return {cual + QStringLiteral(" está vacío; se usó el del programa.")};
   if (!SeVe(*propia)) return {cual + QStringLiteral(" no muestra ningún texto; se usó el del programa.")};
-  static const QRegularExpression campo(QStringLiteral(R"(\{([A-Za-z_]+)\})"));
-  const autonomo::Campos conocidos = autonomo::CamposDe({});
-  QStringList ajenos;
-  int llenados = 0;
-  for (auto i = campo.globalMatch(*propia); i.hasNext();) {
-    const auto hallado = i.next();
-    if (conocidos.contains(hallado.captured(1).toStdString())) {
-      ++llenados;
-    } else if (!ajenos.contains(hallado.captured(0))) {
-      ajenos << hallado.captured(0);
-    }
-  }
+  const CamposNombrados nombrados = NombradosEn(propia->toStdString());
   QStringList problemas;
-  if (!ajenos.isEmpty())
-    problemas << cual + QStringLiteral(" tiene campos que no existen: ") + ajenos.join(QStringLiteral(", "));
-  if (llenados == 0) problemas << cual + QStringLiteral(" no tiene ningún campo: no dice de qué reservación es.");
+  if (!nombrados.ajenos.empty()) problemas << cual + QStringLiteral(" ") + Q(DichoDeAjenos(nombrados.ajenos));
+  if (nombrados.conocidos.empty())
+    problemas << cual + QStringLiteral(" no tiene ningún campo: no dice de qué reservación es.");
   return problemas;
 }
 
-QString LlenaPlantilla(const QString& plantilla, const autonomo::Documento& documento) {
-  autonomo::Campos campos = autonomo::CamposDe(documento);
+QString LlenaPlantilla(const QString& plantilla, const Documento& documento) {
+  Campos campos = CamposDe(documento);
   for (auto& [nombre, valor] : campos) valor = Segura(valor).toStdString();
   QString filas;
   for (const auto& r : documento.renglones) filas += FilaDe(r);
   campos["renglones"] = filas.toStdString();
-  return Q(autonomo::Rellena(plantilla.toStdString(), campos));
+  return Q(Rellena(plantilla.toStdString(), campos));
 }
 
-}  // namespace vista
+}  // namespace autonomo

@@ -1,4 +1,4 @@
-#include "desktop/pliego.h"
+#include "host/standalone/pliego.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QFile>
@@ -15,7 +15,7 @@
 
 #include "platform/com/error.h"
 
-namespace vista {
+namespace autonomo {
 
 namespace {
 
@@ -128,8 +128,6 @@ void Pliego::NoPartasFilas(QTextTable& tabla) {
   }
 }
 
-namespace {
-
 QByteArray Pdf(const QString& html, const QString& titulo) {
   QBuffer salida;
   salida.open(QIODevice::WriteOnly);
@@ -148,8 +146,6 @@ QByteArray Pdf(const QString& html, const QString& titulo) {
   p.end();
   return salida.data();
 }
-
-}  // namespace
 
 void EscribePdf(const QString& html, const QString& titulo, const QString& ruta) {
   const QByteArray pdf = Pdf(html, titulo);
@@ -170,4 +166,4 @@ void EscribePdf(const QString& html, const QString& titulo, const QString& ruta)
   if (archivo.write(pdf) != pdf.size() || !archivo.commit()) falla(archivo);
 }
 
-}  // namespace vista
+}  // namespace autonomo
