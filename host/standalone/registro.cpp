@@ -5,14 +5,15 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cctype>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
+#include <mutex>
 #include <system_error>
-#include <utility>
 
 #include "host/standalone/version.h"
 #include "platform/com/error.h"
@@ -25,9 +26,10 @@ constexpr int kAnteriores = 4;
 constexpr auto kLenta = std::chrono::milliseconds(200);
 
 struct Registro {
-  int archivo = -1;  // -1 without a log
+  std::atomic<int> archivo = -1;  // -1 without a log
   std::string ruta;
-  std::uintmax_t escrito = 0;  // bytes since the size was looked at
+  std::uintmax_t escrito = 0;    // bytes since the size was looked at
+  std::recursive_mutex candado;  // any thread writes to it
 };
 
 Registro& ElRegistro() {
@@ -90,8 +92,12 @@ void Abre(const std::string& ruta) {
     throw com::Error(com::error::kSoloLectura, "No se puede escribir el registro " + ruta +
                                                    ". Revise los permisos o indique otro con --registro.");
   }
+  Registro& registro = ElRegistro();
+  const std::lock_guard guarda(registro.candado);
   Cierra();
-  ElRegistro() = {archivo, ruta, 0};
+  registro.archivo = archivo;
+  registro.ruta = ruta;
+  registro.escrito = 0;
 }
 
 void AbreDelUsuario() {
@@ -105,7 +111,8 @@ void AbreDelUsuario() {
 }
 
 void Cierra() {
-  if (Abierto()) close(std::exchange(ElRegistro().archivo, -1));
+  const std::lock_guard guarda(ElRegistro().candado);
+  if (Abierto()) close(ElRegistro().archivo.exchange(-1));
 }
 
 bool Abierto() { return ElRegistro().archivo >= 0; }
@@ -116,6 +123,7 @@ void Anota(std::string_view texto) {
   for (const char c : texto) linea += c == '\n' || c == '\r' ? ' ' : c;
   linea += '\n';
   Registro& registro = ElRegistro();
+  const std::lock_guard guarda(registro.candado);
   // A full disk loses the line, not the clerk's work.
   if (write(registro.archivo, linea.data(), linea.size()) < 0) return;
   registro.escrito += linea.size();
