@@ -48,6 +48,13 @@ Entrada EntradaDe(const DefinicionParametro& definicion, const std::string& valo
   switch (definicion.tipo) {
     case TipoParametro::SiNo:
       return EntradaLista(SiNoDe(valor), {{"1", "Sí"}, {"0", "No"}}, padre);
+    case TipoParametro::Seguridad:
+      return EntradaLista(Q(valor),
+                          {{"", "STARTTLS fuera de este equipo"},
+                           {"TLS", "TLS desde el principio"},
+                           {"STARTTLS", "STARTTLS"},
+                           {"NINGUNA", "Ninguna: sin cifrar"}},
+                          padre);
     case TipoParametro::Color:
       return EntradaColor(Q(valor), padre);
     default:

@@ -10,6 +10,7 @@
 #include "desktop/escritorio_qt.h"
 #include "desktop/estilo.h"
 #include "desktop/fechas.h"
+#include "desktop/listas.h"
 #include "desktop/tablas.h"
 #include "desktop/visor.h"
 #include "host/standalone/documento.h"
@@ -128,6 +129,9 @@ void RegistraPantallas(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion)
   }
   escritorio.Registra("CONFIG",
                       [&anfitrion](const Argumentos&, QWidget* padre) { AbreConfiguracion(anfitrion, padre); });
+  escritorio.Registra("BITACORA",
+                      [&anfitrion](const Argumentos&, QWidget* padre) { MuestraBitacora(anfitrion, padre); });
+  escritorio.Registra("CORREOS", [&anfitrion](const Argumentos&, QWidget* padre) { MuestraBandeja(anfitrion, padre); });
   escritorio.Registra("MuestraCliente", [base](const Argumentos& a, QWidget* padre) {
     MuestraCliente(base(), com::CStr(a.at(0)), padre);
   });

@@ -6,7 +6,6 @@
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QScreen>
-#include <QStandardPaths>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
@@ -24,6 +23,7 @@
 #include "desktop/manos_qt.h"
 #include "desktop/pantallas.h"
 #include "desktop/preguntas.h"
+#include "desktop/reparto.h"
 #include "desktop/senales.h"
 #include "desktop/vigia.h"
 #include "desktop/vista.h"
@@ -231,6 +231,8 @@ void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion) 
   opcion("&Formas de pago…", "CA016");
   opcion("&Monedas y tipos de cambio…", "CA039");
   opcion("&Habitaciones, tipos y tarifas…", "CA153");
+  opcion("&Bitácora…", "BITACORA");
+  opcion("Co&rreos…", "CORREOS");
   opcion("C&onfiguración…", "CONFIG");
   contexto.menu.push_back({QStringLiteral("&Acerca de este programa"), [&escritorio, &anfitrion] {
                              Avisa(autonomo::TextoVersion("Reservaciones", anfitrion.base()), 64, escritorio.Frente());
@@ -262,13 +264,13 @@ int RevisaPantalla(int argc, char** argv) {
 }
 
 std::string BaseDelUsuario() {
-  const QString carpeta =
-      QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/reservas");
+  const QString ruta = Q(guion::RutaBaseDelUsuario());
+  const QString carpeta = QFileInfo(ruta).path();
   if (!QDir().mkpath(carpeta)) {
     throw com::Error(com::error::kSoloLectura, "No se puede crear la carpeta de datos " + carpeta.toStdString() +
                                                    ". Revise los permisos o indique otra base con --base.");
   }
-  return (carpeta + QStringLiteral("/hotel.db")).toStdString();
+  return ruta.toStdString();
 }
 
 int Programa::Corre() {
@@ -322,11 +324,13 @@ int Programa::CorreAnotando(const OpcionesPrograma& opciones) {
 }
 
 int Programa::CorreVentana(OpcionesPrograma opciones) {
-  opciones.anfitrion.base.pideContrasena = [](const std::string& pregunta) -> std::optional<std::string> {
+  std::optional<std::string> contrasena;  // as typed last
+  opciones.anfitrion.base.pideContrasena = [&contrasena](const std::string& pregunta) -> std::optional<std::string> {
     bool aceptada = false;
     const QString dada = QInputDialog::getText(nullptr, QStringLiteral("Contraseña"), Q(pregunta + ":"),
                                                QLineEdit::Password, QString(), &aceptada);
-    return aceptada ? std::optional(dada.toStdString()) : std::nullopt;
+    contrasena = aceptada ? std::optional(dada.toStdString()) : std::nullopt;
+    return contrasena;
   };
   autonomo::Anfitrion anfitrion(opciones.anfitrion);
   anfitrion.RegistraClases();
@@ -337,6 +341,10 @@ int Programa::CorreVentana(OpcionesPrograma opciones) {
   QApplication::setQuitOnLastWindowClosed(false);
   escritorio.alTerminar = [] { QApplication::quit(); };
   CorrigeParametros(anfitrion);
+  // Another thread asks nobody: it knows what was typed here.
+  autonomo::OpcionesConexion aparte = opciones.anfitrion.base;
+  aparte.pideContrasena = [contrasena](const std::string&) { return contrasena; };
+  const Reparto reparto(anfitrion, aparte);
   componente.Abre(anfitrion.Padre());
   QObject vida;  // no signal is attended to after the screen's end
   AtiendeSenales(&vida, [&] {

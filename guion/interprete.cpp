@@ -24,7 +24,7 @@ const std::vector<Interprete::DatosOrden>& Interprete::Ordenes() {
       {"cambio", 2, 2, "cambio MONEDA TASA", &Interprete::Cambio},
       {"impuesto", 3, 3, "impuesto SUCURSAL PRODUCTO FACTOR", &Interprete::Impuesto},
       {"tarifa", 4, 4, "tarifa TIPO PRECIO ADULTO_EXTRA MENOR_EXTRA", &Interprete::Tarifa},
-      {"plantilla", 3, 3, "plantilla CODIGO ASUNTO CUERPO", &Interprete::Plantilla},
+      {"plantilla", 3, 4, "plantilla CODIGO ASUNTO CUERPO [FORMATO]", &Interprete::Plantilla},
       {"direccion", 2, 2, "direccion CLIENTE CORREO", &Interprete::Direccion},
       {"ahora", 1, 1, "ahora AAAA-MM-DDTHH:MM[:SS]", &Interprete::Ahora},
       {"abre", 0, 0, "abre", &Interprete::Abre},
@@ -46,6 +46,8 @@ const std::vector<Interprete::DatosOrden>& Interprete::Ordenes() {
        &Interprete::Responde},
       {"muestra", 1, 1, "muestra CONTROL | Controles | campos | renglones | tablero | columnas | …",
        &Interprete::Muestra},
+      {"lista", 1, 7, "lista bitacora|correos [folio FOLIO] [usuario LOGIN] [dia AAAA-MM-DD]", &Interprete::Lista},
+      {"reenvia", 1, 1, "reenvia CORREO", &Interprete::Reenvia},
       {"sql", 1, 1, "sql SENTENCIA", &Interprete::Sql},
       {"falla", 1, 3,
        "falla sentencia TEXTO [N] | host OPERACION [TEXTO] | tienda OPERACION TEXTO | grid [TEXTO] | "

@@ -110,6 +110,8 @@ class Interprete {
   void Tamano(const Palabras& p);
   void Responde(const Palabras& p);
   void Muestra(const Palabras& p);
+  void Lista(const Palabras& p);
+  void Reenvia(const Palabras& p);
   void Sql(const Palabras& p);
   void Falla(const Palabras& p);
   void FallaGrid(const Palabras& p);

@@ -198,6 +198,25 @@ Json MuestraTablero(const controles::Grid& grid) {
   return Json::Objeto().Pon("columnas", std::move(columnas)).Pon("filas", std::move(filas));
 }
 
+Json MuestraLista(const std::vector<autonomo::EntradaDeBitacora>& entradas) {
+  return ListaDe(entradas, [](const autonomo::EntradaDeBitacora& e) {
+    return Json::Objeto().Pon("fecha", e.fecha).Pon("usuario", e.usuario).Pon("folio", e.folio).Pon("texto", e.texto);
+  });
+}
+
+Json MuestraLista(const std::vector<autonomo::CorreoEnBandeja>& correos) {
+  return ListaDe(correos, [](const autonomo::CorreoEnBandeja& c) {
+    return Json::Objeto()
+        .Pon("correo", c.id)
+        .Pon("fecha", c.fecha)
+        .Pon("usuario", c.usuario)
+        .Pon("folio", c.folio)
+        .Pon("para", c.para)
+        .Pon("asunto", c.asunto)
+        .Pon("estado", autonomo::EstadoEnPalabras(c));
+  });
+}
+
 std::optional<Json> MuestraRegistro(autonomo::Anfitrion& anfitrion, std::string_view nombre) {
   const auto convierte = [](const auto& registro) { return JsonDe(registro); };
   if (nombre == "bitacora") return ListaDe(anfitrion.Bitacora(), convierte);

@@ -3,10 +3,13 @@
 
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "component/nombres.h"
 #include "guion/json.h"
 #include "host/standalone/anfitrion.h"
+#include "host/standalone/bandeja.h"
+#include "host/standalone/listas.h"
 #include "platform/controls/barra.h"
 #include "platform/controls/control.h"
 #include "platform/controls/formulario.h"
@@ -30,6 +33,9 @@ Json MuestraColumnas(const controles::Grid& grid);
 Json MuestraTablero(const controles::Grid& grid);
 
 // "bitacora", "correos", "impresiones", "visor" or "pantallas", oldest first; nothing for another name.
+// Rows of the lists of change log and outbox.
+Json MuestraLista(const std::vector<autonomo::EntradaDeBitacora>& entradas);
+Json MuestraLista(const std::vector<autonomo::CorreoEnBandeja>& correos);
 std::optional<Json> MuestraRegistro(autonomo::Anfitrion& anfitrion, std::string_view nombre);
 
 }  // namespace guion

@@ -2,6 +2,7 @@
 
 #include <termios.h>
 
+#include <QStandardPaths>
 #include <array>
 #include <cstdio>
 #include <cstring>
@@ -97,6 +98,10 @@ std::vector<std::string> Argumentos::Sueltos() const {
 
 bool PideTexto(std::string_view argumento) {
   return argumento == "--ayuda" || argumento == "--help" || argumento == "-h" || argumento == "--version";
+}
+
+std::string RutaBaseDelUsuario() {
+  return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation).toStdString() + "/reservas/hotel.db";
 }
 
 std::vector<Opcion> OpcionesDeAnfitrion() {

@@ -45,6 +45,8 @@ bool PideTexto(std::string_view argumento);
 // The database that --base or --conexion names, with a terminal to ask for its password. Error kArgumento for both, and
 // for an address with a password in it.
 autonomo::OpcionesConexion LeeBase(const Argumentos& argumentos);
+// The database in the user's data folder, where no other is named.
+std::string RutaBaseDelUsuario();
 
 // The options of a host: base, conexion, demo, ahora, usuario, por-celda.
 std::vector<Opcion> OpcionesDeAnfitrion();

@@ -83,7 +83,9 @@ void Interprete::Tarifa(const Palabras& p) {
   piezas_.anfitrion.Tarifa(p[1], NumeroDe<double>(p[2]), NumeroDe<double>(p[3]), NumeroDe<double>(p[4]));
 }
 
-void Interprete::Plantilla(const Palabras& p) { piezas_.anfitrion.Plantilla(p[1], p[2], p[3]); }
+void Interprete::Plantilla(const Palabras& p) {
+  piezas_.anfitrion.Plantilla(p[1], p[2], p[3], p.size() > 4 ? p[4] : "");
+}
 
 void Interprete::Direccion(const Palabras& p) { piezas_.anfitrion.Direccion(p[1], p[2]); }
 
@@ -227,6 +229,35 @@ Json Interprete::ValorDe(const std::string& que) {
   if (propio == "columnas") return MuestraColumnas(GridDe(formulario()));
   if (propio == "Controles") return MuestraBarra(BarraDe(formulario()));
   return MuestraControl(ControlDe(que));
+}
+
+void Interprete::Lista(const Palabras& p) {
+  autonomo::FiltroLista filtro;
+  for (std::size_t i = 2; i + 1 < p.size(); i += 2) {
+    if (p[i] == "folio") {
+      filtro.folio = p[i + 1];
+    } else if (p[i] == "usuario") {
+      filtro.usuario = p[i + 1];
+    } else if (p[i] == "dia" || p[i] == "día") {
+      filtro.dia = FechaDe(p[i + 1]);
+    } else {
+      Error("No se filtra por «" + p[i] + "»");
+    }
+  }
+  if (p.size() % 2 != 0) Error("Falta el valor de «" + p.back() + "»");
+  autonomo::Conexion& conexion = *piezas_.anfitrion.conexion();
+  if (p[1] == "bitacora") {
+    actual_.valor = MuestraLista(autonomo::LeeBitacora(conexion, filtro));
+  } else if (p[1] == "correos") {
+    actual_.valor = MuestraLista(autonomo::LeeBandeja(conexion, filtro));
+  } else {
+    Error("No hay una lista «" + p[1] + "»");
+  }
+}
+
+void Interprete::Reenvia(const Palabras& p) {
+  autonomo::EnviaOtraVez(*piezas_.anfitrion.conexion(), NumeroDe<std::int32_t>(p[1]),
+                         piezas_.anfitrion.reloj().Ahora());
 }
 
 void Interprete::Sql(const Palabras& p) { actual_.valor = FilasDe(*piezas_.anfitrion.conexion()->Directa(p[1])); }

@@ -271,14 +271,16 @@ void Hotel::Configuracion() {
 }
 
 void Hotel::Textos() {
-  Fila("Plantilla (Pt_Cve_Plantilla, Pt_Asunto, Pt_Cuerpo)",
+  Fila("Plantilla (Pt_Cve_Plantilla, Pt_Asunto, Pt_Cuerpo, Pt_Formato)",
        {Lit("PL16"), Lit("Su reservación {folio}"),
         Lit("Estimado(a) {huesped}:\n\nRecibimos su reservación {folio}.\n\nLlegada: {llegada}\nSalida: {salida} "
-            "({noches} noches)\nHabitaciones: {habitaciones}\nTotal: {total} {moneda}\n\n{hotel}\n")});
-  Fila("Plantilla (Pt_Cve_Plantilla, Pt_Asunto, Pt_Cuerpo)",
+            "({noches} noches)\nHabitaciones: {habitaciones}\nTotal: {total} {moneda}\n\n{hotel}\n"),
+        Lit("HT0001")});
+  Fila("Plantilla (Pt_Cve_Plantilla, Pt_Asunto, Pt_Cuerpo, Pt_Formato)",
        {Lit("PL17"), Lit("Reservación {folio} confirmada"),
         Lit("Estimado(a) {huesped}:\n\nSu reservación {folio} está confirmada. Lo esperamos el {llegada}.\n\n"
-            "Habitaciones: {habitaciones}\nTotal: {total} {moneda}\n\n{hotel}\n")});
+            "Habitaciones: {habitaciones}\nTotal: {total} {moneda}\n\n{hotel}\n"),
+        Lit("HT0001")});
   Fila("Formato (Fm_Cve_Formato, Fm_Descripcion, Fm_Contenido)",
        {Lit("HT0001"), Lit("Carta de la reservación"),
         Lit("{hotel}\n{titulo}\n\nFolio: {folio}   Estado: {estado}   Captura: {captura}\n"

@@ -1,6 +1,6 @@
 # What the table "The house" of ARCHITECTURE.md allows each folder to include is what its files include. A row's third
 # cell names folders in back quotes, which stand in rows above it, so that no cycle can be written down; and Qt, SQLite,
-# libpq or ICU where the folder may use them. The desktop's views serve any screen: the name of a form or control of one
+# libpq, ICU or libcurl where the folder may use them. The desktop's views serve any screen: the name of a form or control of one
 # stands in pistas.cpp.
 cmake_policy(VERSION 3.25)
 file(STRINGS ${RAIZ}/ARCHITECTURE.md renglones REGEX "^[|] `[a-z]+/")
@@ -18,6 +18,8 @@ function(biblioteca cabecera salida)
     set(${salida} "SQLite" PARENT_SCOPE)
   elseif(cabecera MATCHES "^libpq")
     set(${salida} "libpq" PARENT_SCOPE)
+  elseif(cabecera MATCHES "^curl/")
+    set(${salida} "libcurl" PARENT_SCOPE)
   elseif(cabecera MATCHES "^unicode/")
     set(${salida} "ICU" PARENT_SCOPE)
   endif()

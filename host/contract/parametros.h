@@ -43,6 +43,13 @@ inline constexpr Parametro kNombreHotel{"HT_NOMBRE", "T", "Hotel"};
 inline constexpr Parametro kFormatoFolio{"HT_FORMATO_FOLIO", "T", "0000000000"};
 inline constexpr Parametro kRespaldoCarpeta{"HT_RESPALDO_CARPETA", "T", "respaldos"};
 inline constexpr Parametro kRespaldoDias{"HT_RESPALDO_DIAS", "N", "14"};
+// Delivery of mails.
+inline constexpr Parametro kCorreoServidor{"CORREO_SERVIDOR", "T", ""};
+inline constexpr Parametro kCorreoPuerto{"CORREO_PUERTO", "N", "0"};
+inline constexpr Parametro kCorreoSeguridad{"CORREO_SEGURIDAD", "T", ""};
+inline constexpr Parametro kCorreoCertificados{"CORREO_CERTIFICADOS", "T", ""};
+inline constexpr Parametro kCorreoUsuario{"CORREO_USUARIO", "T", ""};
+inline constexpr Parametro kCorreoRemitente{"CORREO_REMITENTE", "T", ""};
 }  // namespace parametro
 
 // Options of Sistema::TienePermiso.

@@ -180,11 +180,12 @@ void Anfitrion::Tarifa(const std::string& tipo, double precio, double adultoExtr
   t.Concluye();
 }
 
-void Anfitrion::Plantilla(const std::string& codigo, const std::string& asunto, const std::string& cuerpo) {
+void Anfitrion::Plantilla(const std::string& codigo, const std::string& asunto, const std::string& cuerpo,
+                          const std::string& formato) {
   Transaccion t(*conexion_);
   conexion_->Consulta("DELETE FROM Plantilla WHERE Pt_Cve_Plantilla = ?", {codigo});
-  conexion_->Consulta("INSERT INTO Plantilla (Pt_Cve_Plantilla, Pt_Asunto, Pt_Cuerpo) VALUES (?, ?, ?)",
-                      {codigo, asunto, cuerpo});
+  conexion_->Consulta("INSERT INTO Plantilla (Pt_Cve_Plantilla, Pt_Asunto, Pt_Cuerpo, Pt_Formato) VALUES (?, ?, ?, ?)",
+                      {codigo, asunto, cuerpo, formato});
   t.Concluye();
 }
 

@@ -75,7 +75,9 @@ class Anfitrion {
   // One night of a room type, tax included, in local currency; up to the persons included, then each further one.
   // Replaces the type's rate for any date and weekday.
   void Tarifa(const std::string& tipo, double precio, double adultoExtra, double menorExtra);
-  void Plantilla(const std::string& codigo, const std::string& asunto, const std::string& cuerpo);
+  // formato: print format attached to the mail as a PDF; "" none.
+  void Plantilla(const std::string& codigo, const std::string& asunto, const std::string& cuerpo,
+                 const std::string& formato = "");
   void Direccion(const std::string& cliente, const std::string& correo);
 
   // --- records ---------------------------------------------------------------------------------------------------

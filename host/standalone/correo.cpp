@@ -4,6 +4,8 @@
 #include <string_view>
 #include <vector>
 
+#include "host/standalone/bandeja.h"
+#include "host/standalone/carta_html.h"
 #include "host/standalone/documento.h"
 
 namespace autonomo {
@@ -13,7 +15,7 @@ namespace {
 // A subject is one line.
 std::string UnaLinea(std::string texto) {
   std::replace_if(
-      texto.begin(), texto.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
+      texto.begin(), texto.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
   return texto;
 }
 
@@ -33,9 +35,9 @@ ResultadoCorreo Rechaza(std::string error) { return {false, std::move(error)}; }
 }  // namespace
 
 bool DireccionValida(const std::string& direccion) {
-  constexpr std::string_view kLetras = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
-  const std::string local = std::string(kLetras) + "!#$%&'*+-/=?^_`{|}~";
-  const std::string etiqueta = std::string(kLetras) + "-";
+  constexpr std::string_view kEtiqueta = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-";
+  constexpr std::string_view kLocal =
+      "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789!#$%&'*+-/=?^_`{|}~";
   const std::size_t arroba = direccion.find('@');
   if (arroba == std::string::npos) return false;
   const std::string_view todo = direccion;
@@ -45,14 +47,18 @@ bool DireccionValida(const std::string& direccion) {
       return !parte.empty() && parte.find_first_not_of(admite) == std::string_view::npos;
     });
   };
-  return lleva(buzon, local) && dominio.size() > 1 && lleva(dominio, etiqueta);
+  return lleva(buzon, kLocal) && dominio.size() > 1 && lleva(dominio, kEtiqueta);
 }
 
 ResultadoCorreo EncolaCorreo(Conexion& conexion, const std::string& folio, const std::string& plantilla,
-                             const std::string& consulta, com::Fecha ahora) {
-  const ado::RecordsetPtr rs =
-      conexion.Consulta("SELECT Pt_Asunto, Pt_Cuerpo FROM Plantilla WHERE Pt_Cve_Plantilla = ?", {plantilla});
+                             const std::string& consulta, const std::string& usuario, com::Fecha ahora) {
+  const ado::RecordsetPtr rs = conexion.Consulta(
+      "SELECT Pt_Asunto, Pt_Cuerpo, Pt_Formato FROM Plantilla WHERE Pt_Cve_Plantilla = ?", {plantilla});
   if (rs->Eof()) return {};
+  const std::string asunto = com::TextoDe(rs->Fields("Pt_Asunto").Value());
+  const std::string cuerpo = com::TextoDe(rs->Fields("Pt_Cuerpo").Value());
+  if (const auto ajenos = NombradosEn(asunto + " " + cuerpo).ajenos; !ajenos.empty())
+    return Rechaza("La plantilla de correo " + plantilla + " " + DichoDeAjenos(ajenos));
   const std::optional<Documento> documento = LeeDocumento(conexion, folio);
   if (!documento) return Rechaza("La reservación " + folio + " no existe");
   const std::string quien = documento->claveCliente + " " + documento->cliente;
@@ -60,13 +66,24 @@ ResultadoCorreo EncolaCorreo(Conexion& conexion, const std::string& folio, const
   if (!DireccionValida(documento->correo)) {
     return Rechaza("La dirección de correo del cliente " + quien + " no es válida: " + documento->correo);
   }
+  const std::string formato = com::Recorta(com::TextoDe(rs->Fields("Pt_Formato").Value()));
+  std::string adjunto;
+  if (!formato.empty()) {
+    const QString letra = PlantillaDe(conexion, formato);
+    if (const auto ajenos = NombradosEn(letra.toStdString()).ajenos; !ajenos.empty())
+      return Rechaza("El formato de impresión " + formato + kFinFormatoHtml + " " + DichoDeAjenos(ajenos));
+    adjunto = LlenaPlantilla(letra, *documento).toStdString();
+  }
   const Campos campos = CamposDe(*documento);
-  const std::string asunto = UnaLinea(Rellena(com::CStr(rs->Fields("Pt_Asunto").Value()), campos));
-  const std::string cuerpo = Rellena(com::CStr(rs->Fields("Pt_Cuerpo").Value()), campos);
-  conexion.Consulta(
-      "INSERT INTO Correo_Salida (Cs_Clave, Cs_Plantilla, Cs_Consulta, Cs_Para, Cs_Asunto, Cs_Cuerpo, Cs_Estado, "
-      "Cs_Fecha) VALUES (?, ?, ?, ?, ?, ?, ?, ?)",
-      {documento->folio, plantilla, consulta, documento->correo, asunto, cuerpo, "PENDIENTE", ahora});
+  Encola(conexion, {.folio = documento->folio,
+                    .plantilla = plantilla,
+                    .consulta = consulta,
+                    .para = documento->correo,
+                    .asunto = UnaLinea(Rellena(asunto, campos)),
+                    .cuerpo = Rellena(cuerpo, campos),
+                    .adjunto = adjunto,
+                    .usuario = usuario,
+                    .fecha = ahora});
   return {true, ""};
 }
 

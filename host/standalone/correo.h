@@ -13,10 +13,11 @@ struct ResultadoCorreo {
   std::string error;  // why not; empty when there is no such template
 };
 
-// Puts the mail of a reservation in the outbox, state "PENDIENTE", inside the caller's transaction when one is open.
-// Subject and body come from the template, with the fields of CamposDe filled in; consulta is kept with the mail.
+// Puts the mail of a reservation in the outbox (bandeja.h), inside the caller's transaction when one is open. Subject,
+// body and the attached letter are filled in now: the mail tells what is stored with it. Refused: no such reservation,
+// no address or one that is none, fields that do not exist. consulta and usuario are kept with the mail.
 ResultadoCorreo EncolaCorreo(Conexion& conexion, const std::string& folio, const std::string& plantilla,
-                             const std::string& consulta, com::Fecha ahora);
+                             const std::string& consulta, const std::string& usuario, com::Fecha ahora);
 
 // Whether the text is one recipient's address: a mailbox, "@" and a domain of two names or more, in plain letters,
 // digits and the signs that stand unquoted in them.

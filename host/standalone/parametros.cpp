@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/standalone/correo.h"
 #include "host/standalone/transaccion.h"
 #include "platform/com/error.h"
 #include "platform/com/variant.h"
@@ -44,6 +45,12 @@ const std::vector<DefinicionParametro>& Parametros() {
       {parametro::kPlantillaConfirmada, Texto, "Plantilla del correo de una reservación confirmada"},
       {parametro::kConsultaConfirmada, Texto,
        "Consulta de ese correo"},
+      {parametro::kCorreoServidor, Texto, "Servidor al que se entregan los correos (SMTP); vacío, no sale ninguno"},
+      {parametro::kCorreoPuerto, Numero, "Puerto de ese servidor; 0, el de costumbre: 587, 465 con TLS, 25 sin cifrar"},
+      {parametro::kCorreoSeguridad, Seguridad, "Cifrado: TLS, STARTTLS o NINGUNA; vacío, STARTTLS fuera de este equipo"},
+      {parametro::kCorreoCertificados, Texto, "Archivo con los certificados en que se confía; vacío, los del sistema"},
+      {parametro::kCorreoUsuario, Texto, "Usuario con que se entra a ese servidor; la contraseña no se guarda en la base"},
+      {parametro::kCorreoRemitente, Correo, "Dirección de la que salen los correos"},
   };
   return parametros;
 }
@@ -72,6 +79,15 @@ std::string MotivoIlegible(const DefinicionParametro& definicion, const std::str
       case Color:
         lleva = "un color";
         if (!vacio) com::CLng(valor);
+        break;
+      case Correo:
+        lleva = "una dirección de correo";
+        if (!vacio && !DireccionValida(com::Recorta(valor))) throw com::Error(com::error::kTipos, valor);
+        break;
+      case Seguridad:
+        lleva = "TLS, STARTTLS o NINGUNA";
+        if (std::ranges::find(kSeguridades, com::Recorta(valor)) == std::end(kSeguridades))
+          throw com::Error(com::error::kTipos, valor);
         break;
       case Texto:
         break;

@@ -12,8 +12,11 @@
 namespace autonomo {
 
 // SiNo: the platform's text-to-Boolean rule ("1", "0"). Numero: a whole number of 16 bits. Color: 0x00BBGGRR as a whole
-// number, empty for the board's own.
-enum class TipoParametro { SiNo, Numero, Color, Texto };
+// number, empty for the board's own. Correo: a mail address or nothing. Seguridad: kSeguridades.
+enum class TipoParametro { SiNo, Numero, Color, Texto, Correo, Seguridad };
+
+// How mails travel to the server: as it is safe to (empty), encrypted from the start, encrypted once greeted, in clear.
+inline constexpr std::string_view kSeguridades[] = {"", "TLS", "STARTTLS", "NINGUNA"};
 
 struct DefinicionParametro {
   DefinicionParametro(const anfitrion::Parametro& parametro, TipoParametro suyo, std::string_view texto)

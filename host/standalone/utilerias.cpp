@@ -105,7 +105,7 @@ class ServicioUtilerias : public com::Objeto<anfitrion::Utilerias> {
     if (const std::optional<std::string> falla = host_.TomaFallaCorreo()) {
       resultado.error = *falla;
     } else {
-      resultado = EncolaCorreo(*host_.conexion(), clave, plantilla, consulta, host_.reloj().Ahora());
+      resultado = EncolaCorreo(*host_.conexion(), clave, plantilla, consulta, host_.usuario(), host_.reloj().Ahora());
     }
     errorCorreo_ = resultado.error;
     if (resultado.aceptado) host_.novedades().Anota(Novedad::Hecho::CorreoEnCola, clave);

@@ -8,8 +8,10 @@ cmake --install "$CONSTRUCCION" --prefix "$CARPETA/usr" >/dev/null
 (cd "$CARPETA" && cpack --config "$CONSTRUCCION/CPackConfig.cmake" >/dev/null)
 paquete=$(echo "$CARPETA"/reservas_*.deb)
 lista=$(dpkg-deb -c "$paquete")
-for ruta in bin/reservas bin/reservas-guion bin/reservas-importa bin/reservas-base lib/reservas/libkv207.so \
-  lib/reservas/libkv207_sqlite.so share/applications/reservas.desktop share/icons/hicolor/scalable/apps/reservas.svg share/doc/reservas/manual.md; do
+for ruta in bin/reservas bin/reservas-guion bin/reservas-importa bin/reservas-base bin/reservas-correo \
+  lib/systemd/system/reservas-correo@.service lib/reservas/libkv207.so \
+  lib/reservas/libkv207_sqlite.so share/applications/reservas.desktop share/icons/hicolor/scalable/apps/reservas.svg \
+  share/doc/reservas/manual.md; do
   [[ $lista == *"./usr/$ruta"* ]] || { echo "the package lacks $ruta" >&2; exit 1; }
 done
 [[ $(dpkg-deb -f "$paquete" Depends) == *libqt6sql6-sqlite*libqt6widgets6* ]]

@@ -1,0 +1,199 @@
+#include "desktop/listas.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <functional>
+#include <utility>
+
+#include "desktop/dialogos.h"
+#include "desktop/entradas.h"
+#include "desktop/estilo.h"
+#include "desktop/guarda.h"
+#include "desktop/iconos.h"
+#include "desktop/tablas.h"
+#include "desktop/vista.h"
+#include "host/standalone/bandeja.h"
+#include "host/standalone/listas.h"
+#include "host/standalone/servidor_correo.h"
+#include "platform/com/error.h"
+#include "platform/com/variant.h"
+#include "platform/regional/regional.h"
+
+namespace vista {
+
+namespace {
+
+using autonomo::FiltroLista;
+
+// A table under the three entries of its filter. What they hold counts from the button, or Enter in one of them.
+class Lista : public Ficha {
+ public:
+  // llena adds the rows that pass the filter.
+  Lista(const QString& titulo, const QString& objeto, const QStringList& columnas,
+        std::function<void(QTableWidget*, const FiltroLista&)> llena, QWidget* padre)
+      : Ficha(titulo, padre), llena_(std::move(llena)) {
+    setObjectName(objeto);
+    auto* filtro = new QHBoxLayout;
+    const auto entrada = [&](const QString& rotulo, const QString& nombre, const Entrada& e) {
+      e.widget->setObjectName(nombre);
+      e.widget->setAccessibleName(rotulo);
+      auto* letrero = new QLabel(QLatin1Char('&') + rotulo, this);
+      letrero->setBuddy(e.widget);
+      filtro->addWidget(letrero);
+      filtro->addWidget(e.widget);
+      return e;
+    };
+    folio_ = entrada(QStringLiteral("Folio"), QStringLiteral("folio"), EntradaTexto({}, {}, false, this));
+    usuario_ = entrada(QStringLiteral("Usuario"), QStringLiteral("usuario"), EntradaTexto({}, {}, false, this));
+    dia_ = entrada(QStringLiteral("Día"), QStringLiteral("dia"), EntradaFecha({}, {}, this));
+    auto* busca = new QPushButton(Icono(QStringLiteral("buscar")), QStringLiteral("&Buscar"), this);
+    busca->setObjectName(QStringLiteral("buscar"));
+    busca->setDefault(true);
+    filtro->addWidget(busca);
+    caja()->addLayout(filtro);
+    tabla_ = CreaTabla(columnas, this);
+    tabla_->setAccessibleName(titulo);
+    tabla_->setWordWrap(true);
+    tabla_->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    caja()->addWidget(tabla_);
+    cuenta_ = new QLabel(this);
+    cuenta_->setObjectName(QStringLiteral("cuenta"));
+    Atenua(*cuenta_);
+    caja()->addWidget(cuenta_);
+    connect(busca, &QPushButton::clicked, this, [this] { Busca(); });
+  }
+
+  QTableWidget* tabla() { return tabla_; }
+
+  void Busca() {
+    Corre([this] {
+      FiltroLista filtro;
+      filtro.folio = folio_.texto();
+      filtro.usuario = usuario_.texto();
+      if (const std::string dia = com::Recorta(dia_.texto()); !dia.empty()) {
+        try {
+          filtro.dia = com::CDate(dia);
+        } catch (const com::Error&) {
+          cuenta_->setText(QStringLiteral("«%1» no es una fecha").arg(Q(dia)));
+          dia_.widget->setFocus();
+          return;
+        }
+      }
+      tabla_->setRowCount(0);
+      llena_(tabla_, filtro);
+      Acomoda();
+    });
+  }
+
+ private:
+  void Acomoda() {
+    constexpr int kMasAncha = 240;  // pixels
+    for (int f = 0; f < tabla_->rowCount(); ++f) {
+      for (int c = 0; c < tabla_->columnCount(); ++c)
+        tabla_->item(f, c)->setTextAlignment(Qt::AlignLeft | Qt::AlignTop);
+    }
+    tabla_->resizeColumnsToContents();
+    for (int c = 0; c + 1 < tabla_->columnCount(); ++c) {
+      tabla_->setColumnWidth(c, std::min(kMasAncha, tabla_->columnWidth(c)));
+    }
+    const int n = tabla_->rowCount();
+    cuenta_->setText(n == 0 ? QStringLiteral("No hay ninguno")
+                     : static_cast<std::size_t>(n) < autonomo::kMasRenglones
+                         ? QString::number(n) + (n == 1 ? QStringLiteral(" renglón") : QStringLiteral(" renglones"))
+                         : QStringLiteral("Los últimos %1; para ver otros, filtre por folio, usuario o día").arg(n));
+  }
+
+  std::function<void(QTableWidget*, const FiltroLista&)> llena_;
+  Entrada folio_, usuario_, dia_;
+  QTableWidget* tabla_;
+  QLabel* cuenta_;
+};
+
+QString SinLineasVacias(const std::string& texto) {
+  QStringList lineas;
+  for (const QString& linea : Q(texto).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+    if (const QString limpia = linea.simplified(); !limpia.isEmpty()) lineas << limpia;
+  }
+  return lineas.join(QLatin1Char('\n'));
+}
+
+// Why no mail leaves from this machine; "" when they do.
+std::string Impedimento(autonomo::Conexion& conexion) {
+  try {
+    if (autonomo::LeeServidor(conexion, autonomo::LeeContrasena(std::nullopt))) return {};
+    return "falta el parámetro CORREO_SERVIDOR";
+  } catch (const com::Error& e) {
+    return e.Descripcion();
+  }
+}
+
+}  // namespace
+
+void MuestraBitacora(autonomo::Anfitrion& anfitrion, QWidget* padre) {
+  Lista lista(
+      QStringLiteral("Bitácora"), QStringLiteral("bitacora"),
+      {QStringLiteral("Fecha"), QStringLiteral("Usuario"), QStringLiteral("Folio"), QStringLiteral("Cambio")},
+      [&](QTableWidget* tabla, const FiltroLista& filtro) {
+        for (const auto& e : autonomo::LeeBitacora(*anfitrion.conexion(), filtro)) {
+          AgregaFila(tabla, {Q(regional::TextoFecha(e.fecha)), Q(e.usuario), Q(e.folio), SinLineasVacias(e.texto)});
+        }
+      },
+      padre);
+  lista.Termina();
+  AjustaAPantalla(lista, {760, 560});
+  lista.Busca();
+  lista.exec();
+}
+
+void MuestraBandeja(autonomo::Anfitrion& anfitrion, QWidget* padre) {
+  autonomo::Conexion& conexion = *anfitrion.conexion();
+  constexpr int kId = Qt::UserRole;
+  Lista lista(
+      QStringLiteral("Correos"), QStringLiteral("correos"),
+      {QStringLiteral("Fecha"), QStringLiteral("Usuario"), QStringLiteral("Folio"), QStringLiteral("Para"),
+       QStringLiteral("Asunto"), QStringLiteral("Estado")},
+      [&](QTableWidget* tabla, const FiltroLista& filtro) {
+        for (const auto& c : autonomo::LeeBandeja(conexion, filtro)) {
+          AgregaFila(tabla, {Q(regional::TextoFecha(c.fecha)), Q(c.usuario), Q(c.folio), Q(c.para), Q(c.asunto),
+                             Q(autonomo::EstadoEnPalabras(c))});
+          tabla->item(tabla->rowCount() - 1, 0)->setData(kId, c.id);
+        }
+      },
+      padre);
+  if (const std::string motivo = Impedimento(conexion); !motivo.empty()) {
+    auto* aviso = new QLabel(QStringLiteral("⚠ Desde este equipo no sale ningún correo: ") + Q(motivo), &lista);
+    aviso->setObjectName(QStringLiteral("impedimento"));
+    aviso->setWordWrap(true);
+    lista.caja()->addWidget(aviso);
+  }
+  auto* otraVez = new QPushButton(Icono(QStringLiteral("correo")), QStringLiteral("&Enviar otra vez"), &lista);
+  otraVez->setObjectName(QStringLiteral("otra_vez"));
+  otraVez->setAutoDefault(false);
+  otraVez->setEnabled(false);
+  QTableWidget* tabla = lista.tabla();
+  QObject::connect(tabla, &QTableWidget::itemSelectionChanged, otraVez,
+                   [=] { otraVez->setEnabled(tabla->currentRow() >= 0 && !tabla->selectedItems().isEmpty()); });
+  QObject::connect(otraVez, &QPushButton::clicked, &lista, [&] {
+    const int fila = tabla->currentRow();
+    if (fila < 0) return;
+    try {
+      autonomo::EnviaOtraVez(conexion, tabla->item(fila, 0)->data(kId).toInt(), anfitrion.reloj().Ahora());
+    } catch (const com::Error& e) {
+      Avisa(e.Descripcion(), 48, &lista);
+    }
+    lista.Busca();
+    tabla->selectRow(std::min(fila, tabla->rowCount() - 1));
+  });
+  auto* botones = new QHBoxLayout;
+  botones->addWidget(otraVez);
+  botones->addStretch();
+  lista.caja()->addLayout(botones);
+  lista.Termina();
+  AjustaAPantalla(lista, {920, 560});
+  lista.Busca();
+  lista.exec();
+}
+
+}  // namespace vista

@@ -1,0 +1,142 @@
+#include "host/standalone/cartero.h"
+
+#include <unistd.h>
+
+#include <QByteArray>
+#include <QRandomGenerator>
+#include <chrono>
+#include <utility>
+
+#include "host/standalone/mensaje.h"
+#include "host/standalone/pliego.h"
+#include "host/standalone/registro.h"
+#include "host/standalone/servidor_correo.h"
+#include "platform/com/error.h"
+
+namespace autonomo {
+
+namespace {
+
+constexpr auto kEntreVueltas = std::chrono::seconds(5);
+
+// A mark that no other try has.
+std::string MarcaDeIntento() {
+  return std::to_string(getpid()) + "-" + std::to_string(QRandomGenerator::system()->generate64());
+}
+
+// Letters, digits and "-" of a text.
+std::string Llano(const std::string& texto) {
+  std::string s;
+  for (const char c : texto) {
+    if ((c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '-') s += c;
+  }
+  return s;
+}
+
+std::string MensajeDe(const CorreoTomado& correo, const ServidorCorreo& servidor) {
+  Mensaje m;
+  m.remitente = servidor.remitente;
+  m.nombreRemitente = servidor.nombre;
+  m.para = correo.para;
+  m.asunto = correo.asunto;
+  m.cuerpo = correo.cuerpo;
+  m.fecha = correo.fecha;
+  // The same in each try, so that a mailbox which got it twice can tell.
+  m.identidad =
+      "reservas." + std::to_string(correo.id) + "." + Llano(correo.folio) + "." + Llano(com::AIso(correo.fecha));
+  if (!correo.adjunto.empty()) {
+    m.adjunto = Pdf(QString::fromStdString(correo.adjunto), QString::fromStdString(correo.asunto)).toStdString();
+    m.nombreAdjunto = "reservacion-" + Llano(correo.folio) + ".pdf";
+  }
+  return ArmaMensaje(m);
+}
+
+}  // namespace
+
+Ronda Reparte(Conexion& conexion, const Reloj& reloj, const ServidorCorreo& servidor,
+              const std::function<bool()>& sigue) {
+  Ronda ronda;
+  std::string sinServidor;  // why no other mail can leave now
+  for (const std::int32_t id : PorEnviar(conexion, reloj.Ahora())) {
+    if (!sigue()) break;
+    if (!sinServidor.empty()) {
+      Aplaza(conexion, id, sinServidor, reloj.Ahora());
+      ++ronda.pendientes;
+      continue;
+    }
+    const std::string quien = MarcaDeIntento();
+    const std::optional<CorreoTomado> correo = Toma(conexion, id, quien, reloj.Ahora());
+    if (!correo) continue;
+    const ResultadoEnvio resultado = EntregaCorreo(servidor, correo->para, MensajeDe(*correo, servidor));
+    Anota(conexion, *correo, quien, resultado, reloj.Ahora());
+    switch (resultado.desenlace) {
+      case Desenlace::Enviado:
+        ++ronda.enviados;
+        break;
+      case Desenlace::SinServidor:
+        sinServidor = resultado.error;
+        [[fallthrough]];
+      case Desenlace::Luego:
+        ++ronda.pendientes;
+        break;
+      default:
+        ++ronda.fallidos;
+    }
+  }
+  return ronda;
+}
+
+Cartero::Cartero(const Opciones& opciones) : opciones_(opciones), hilo_([this] { Trabaja(); }) {}
+
+Cartero::~Cartero() {
+  {
+    const std::lock_guard guarda(candado_);
+    termina_ = true;
+  }
+  aviso_.notify_all();
+  hilo_.join();
+}
+
+std::string Cartero::Impedimento() const {
+  const std::lock_guard guarda(candado_);
+  return impedimento_;
+}
+
+void Cartero::Apunta(const std::string& impedimento) {
+  const std::lock_guard guarda(candado_);
+  if (impedimento_ == impedimento) return;
+  impedimento_ = impedimento;
+  registro::Anota(impedimento.empty() ? "correo: se entrega" : "correo: no se entrega nada");
+}
+
+bool Cartero::Espera() {
+  std::unique_lock espera(candado_);
+  return !aviso_.wait_for(espera, kEntreVueltas, [this] { return termina_; });
+}
+
+void Cartero::Vuelta(std::shared_ptr<Conexion>& conexion) {
+  if (conexion == nullptr) conexion = AbreConexion(opciones_.base, opciones_.reloj);
+  const std::optional<ServidorCorreo> servidor = LeeServidor(*conexion, LeeContrasena(opciones_.contrasena));
+  if (!servidor) return Apunta("Falta el parámetro CORREO_SERVIDOR: no sale ningún correo");
+  Apunta("");
+  Reparte(*conexion, opciones_.reloj, *servidor, [this] {
+    const std::lock_guard guarda(candado_);
+    return !termina_;
+  });
+}
+
+// The connection belongs to this thread.
+void Cartero::Trabaja() {
+  std::shared_ptr<Conexion> conexion;
+  do {
+    try {
+      Vuelta(conexion);
+    } catch (const com::Error& e) {
+      // What the database cannot do now it may do over another connection.
+      if (e.Numero() != com::error::kArgumento) conexion.reset();
+      Apunta(e.Descripcion());
+    }
+  } while (Espera());
+}
+
+}  // namespace autonomo

@@ -1,0 +1,57 @@
+// Delivers the outbox: once, or as a thread with a connection of its own.
+#pragma once
+
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <thread>
+
+#include "host/standalone/conexion.h"
+#include "host/standalone/smtp.h"
+
+namespace autonomo {
+
+// How many mails a round dealt with.
+struct Ronda {
+  int enviados = 0;
+  int pendientes = 0;  // to be tried again
+  int fallidos = 0;    // refused, or nobody knows
+};
+// Tries each mail whose time has come, while sigue says so. Letters are drawn: needs a QGuiApplication.
+Ronda Reparte(Conexion& conexion, const Reloj& reloj, const ServidorCorreo& servidor,
+              const std::function<bool()>& sigue);
+
+class Cartero {
+ public:
+  struct Opciones {
+    OpcionesConexion base;
+    Reloj reloj;
+    std::optional<std::string> contrasena;  // file of the password (servidor_correo.h)
+  };
+  // Begins to deliver. A failure (no server configured, database gone) is noted in the log, and tried again.
+  explicit Cartero(const Opciones& opciones);
+  // Ends after the mail that is being sent.
+  ~Cartero();
+  Cartero(const Cartero&) = delete;
+  Cartero& operator=(const Cartero&) = delete;
+
+  // Why nothing leaves, in Spanish; "" when nothing keeps it.
+  std::string Impedimento() const;
+
+ private:
+  void Trabaja();
+  void Vuelta(std::shared_ptr<Conexion>& conexion);
+  void Apunta(const std::string& impedimento);
+  bool Espera();
+
+  const Opciones opciones_;
+  mutable std::mutex candado_;
+  std::condition_variable aviso_;
+  bool termina_ = false;
+  std::string impedimento_;
+  std::thread hilo_;
+};
+
+}  // namespace autonomo

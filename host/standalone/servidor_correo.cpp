@@ -1,0 +1,103 @@
+#include "host/standalone/servidor_correo.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QStandardPaths>
+#include <array>
+#include <cstdlib>
+
+#include "host/standalone/parametros.h"
+#include "platform/com/error.h"
+#include "platform/com/texto.h"
+#include "platform/com/variant.h"
+
+namespace autonomo {
+
+namespace {
+
+using Cifrado = ServidorCorreo::Cifrado;
+
+[[noreturn]] void Rechaza(const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); }
+
+std::string PrimeraLinea(const std::string& ruta) {
+  const auto rechaza = [&](const char* motivo) {
+    throw com::Error(com::error::kSoloLectura, "El archivo de la contraseña del correo (" + ruta + ") " + motivo);
+  };
+  const int archivo = open(ruta.c_str(), O_RDONLY | O_CLOEXEC);
+  if (archivo < 0) rechaza("no se puede leer");
+  struct stat datos {};
+  std::array<char, 1024> bytes{};
+  const bool visto = fstat(archivo, &datos) == 0;
+  const ssize_t leidos = read(archivo, bytes.data(), bytes.size());
+  close(archivo);
+  if (!visto || leidos < 0) rechaza("no se puede leer");
+  if ((datos.st_mode & (S_IRWXG | S_IRWXO)) != 0)
+    rechaza("lo pueden leer otros usuarios del equipo: déjelo solo para el suyo (chmod 600)");
+  const std::string_view todo(bytes.data(), static_cast<std::size_t>(leidos));
+  return std::string(todo.substr(0, todo.find_first_of("\r\n")));
+}
+
+Cifrado CifradoDe(const std::string& seguridad, bool local) {
+  if (seguridad == "TLS") return Cifrado::Tls;
+  if (seguridad == "STARTTLS") return Cifrado::StartTls;
+  if (seguridad == "NINGUNA") return Cifrado::Ninguno;
+  return local ? Cifrado::SiSePuede : Cifrado::StartTls;
+}
+
+int PuertoUsual(Cifrado cifrado) {
+  constexpr int kEntrega = 587, kCifrado = 465, kServidores = 25;
+  if (cifrado == Cifrado::Tls) return kCifrado;
+  return cifrado == Cifrado::StartTls ? kEntrega : kServidores;
+}
+
+}  // namespace
+
+bool EsDeEsteEquipo(const std::string& servidor) {
+  return com::IgualSinCaja(servidor, "localhost") || servidor == "::1" ||
+         (servidor.starts_with("127.") && servidor.find_first_not_of("0123456789.") == std::string::npos);
+}
+
+std::string RutaContrasena() {
+  return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation).toStdString() + "/reservas/correo";
+}
+
+std::string LeeContrasena(const std::optional<std::string>& archivo) {
+  if (archivo) return PrimeraLinea(*archivo);
+  if (const char* valor = std::getenv("RESERVAS_CORREO_CONTRASENA"); valor != nullptr && *valor != '\0') return valor;
+  const std::string ruta = RutaContrasena();
+  struct stat datos {};
+  return stat(ruta.c_str(), &datos) == 0 ? PrimeraLinea(ruta) : std::string();
+}
+
+std::optional<ServidorCorreo> LeeServidor(Conexion& conexion, const std::string& contrasena) {
+  const auto valor = [&](std::string_view clave) {
+    const std::string texto = com::Recorta(ValorParametro(conexion, clave));
+    if (const std::string motivo = MotivoIlegible(*BuscaParametro(clave), texto); !motivo.empty()) Rechaza(motivo);
+    return texto;
+  };
+  ServidorCorreo s;
+  s.servidor = valor(anfitrion::parametro::kCorreoServidor.clave);
+  if (s.servidor.empty()) return std::nullopt;
+  const bool local = EsDeEsteEquipo(s.servidor);
+  s.cifrado = CifradoDe(valor(anfitrion::parametro::kCorreoSeguridad.clave), local);
+  s.puerto = com::CInt(valor(anfitrion::parametro::kCorreoPuerto.clave));
+  if (s.puerto <= 0) s.puerto = PuertoUsual(s.cifrado);
+  s.certificados = valor(anfitrion::parametro::kCorreoCertificados.clave);
+  s.verifica = !local || !s.certificados.empty();
+  s.remitente = valor(anfitrion::parametro::kCorreoRemitente.clave);
+  s.nombre = valor("HT_NOMBRE");
+  if (s.remitente.empty()) Rechaza("Falta el parámetro CORREO_REMITENTE: la dirección de la que salen los correos");
+  s.usuario = valor(anfitrion::parametro::kCorreoUsuario.clave);
+  if (s.usuario.empty()) return s;
+  s.contrasena = contrasena;
+  if (contrasena.empty())
+    Rechaza("Falta la contraseña de " + s.usuario + " en el servidor de correo: póngala en " + RutaContrasena() +
+            " (chmod 600)");
+  if (!local && s.cifrado == Cifrado::Ninguno)
+    Rechaza("CORREO_SEGURIDAD dice NINGUNA: la contraseña no se manda sin cifrar a otro equipo");
+  return s;
+}
+
+}  // namespace autonomo

@@ -1,0 +1,158 @@
+#include "host/standalone/smtp.h"
+
+#include <curl/curl.h>
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+#include "platform/com/error.h"
+
+namespace autonomo {
+
+namespace {
+
+constexpr long kSegundos = 120, kSegundosConexion = 20;
+constexpr std::size_t kLargoRespuesta = 160;  // bytes of the server's words that are kept
+
+struct Cierra {
+  void operator()(CURL* c) const { curl_easy_cleanup(c); }
+  void operator()(curl_slist* l) const { curl_slist_free_all(l); }
+};
+
+// What goes out, and what the server says.
+struct Charla {
+  std::string_view resta;  // of the message
+  std::string respuesta;   // last line of the server
+};
+
+std::size_t DaMensaje(char* destino, std::size_t uno, std::size_t cuantos, void* charla) {
+  auto& resta = static_cast<Charla*>(charla)->resta;
+  const std::size_t n = std::min(uno * cuantos, resta.size());
+  std::memcpy(destino, resta.data(), n);
+  resta.remove_prefix(n);
+  return n;
+}
+
+std::size_t OyeRespuesta(char* linea, std::size_t uno, std::size_t cuantos, void* charla) {
+  std::string& respuesta = static_cast<Charla*>(charla)->respuesta;
+  respuesta.clear();
+  for (const char c : std::string_view(linea, std::min(uno * cuantos, kLargoRespuesta))) {
+    respuesta += c >= ' ' && c <= '~' ? c : ' ';
+  }
+  while (!respuesta.empty() && respuesta.back() == ' ') respuesta.pop_back();
+  return uno * cuantos;
+}
+
+void Exige(CURLcode codigo) {
+  if (codigo != CURLE_OK)
+    throw com::Error(com::error::kArgumento,
+                     std::string("No se puede preparar el envío: ") + curl_easy_strerror(codigo));
+}
+
+std::string ErrorDeCertificado(CURL* c) {
+  constexpr long kVencido = 10, kNombre = 62;  // the verifier's own numbers
+  long motivo = 0;
+  curl_easy_getinfo(c, CURLINFO_SSL_VERIFYRESULT, &motivo);
+  const std::string texto = "El certificado del servidor de correo no es de fiar: ";
+  if (motivo == kVencido) return texto + "ya venció";
+  if (motivo == kNombre || motivo == 0) return texto + "es de otro nombre";
+  return texto + "no lo firma nadie en quien se confíe";
+}
+
+std::string ErrorDeConexion(CURL* c, CURLcode codigo, const ServidorCorreo& servidor) {
+  const std::string donde = servidor.servidor + ":" + std::to_string(servidor.puerto);
+  switch (codigo) {
+    case CURLE_COULDNT_RESOLVE_HOST:
+      return "No se encuentra el servidor de correo " + servidor.servidor;
+    case CURLE_COULDNT_CONNECT:
+      return "El servidor de correo " + donde + " no contesta";
+    case CURLE_OPERATION_TIMEDOUT:
+      return "El servidor de correo " + donde + " tardó demasiado";
+    case CURLE_LOGIN_DENIED:
+      return "El servidor de correo no acepta el usuario o la contraseña";
+    case CURLE_PEER_FAILED_VERIFICATION:
+      return ErrorDeCertificado(c);
+    case CURLE_SSL_CACERT_BADFILE:
+      return "No se puede leer el archivo de certificados " + servidor.certificados;
+    case CURLE_USE_SSL_FAILED:
+      return "El servidor de correo no ofrece cifrado";
+    case CURLE_SSL_CONNECT_ERROR:
+      return "El servidor de correo no se entiende con TLS";
+    default:
+      return std::string("Se cortó la conexión con el servidor de correo (") + curl_easy_strerror(codigo) + ")";
+  }
+}
+
+ResultadoEnvio Resultado(CURL* c, CURLcode codigo, const Charla& charla, const ServidorCorreo& servidor) {
+  if (codigo == CURLE_OK) return {Desenlace::Enviado, ""};
+  constexpr long kFallas = 400, kDefinitivas = 500, kDelBuzon = 550, kFinDelBuzon = 559;
+  long respuesta = 0;
+  curl_easy_getinfo(c, CURLINFO_RESPONSE_CODE, &respuesta);
+  const bool entregado = charla.resta.empty();  // the whole message was handed over
+  if (codigo == CURLE_LOGIN_DENIED || respuesta < kFallas) {
+    const std::string error = ErrorDeConexion(c, codigo, servidor);
+    return {entregado ? Desenlace::Incierto : Desenlace::SinServidor, error};
+  }
+  // Before the message, only what is said of the mailbox is of this mail; the rest is of every mail.
+  const bool delBuzon = respuesta >= kDelBuzon && respuesta <= kFinDelBuzon;
+  Desenlace desenlace = delBuzon ? Desenlace::Nunca : Desenlace::SinServidor;
+  if (entregado) desenlace = respuesta >= kDefinitivas ? Desenlace::Nunca : Desenlace::Luego;
+  return {desenlace, "El servidor de correo contestó «" + charla.respuesta + "»"};
+}
+
+std::string Direccion(const ServidorCorreo& s) {
+  const std::unique_ptr<CURLU, decltype(&curl_url_cleanup)> url(curl_url(), curl_url_cleanup);
+  const std::string nombre = s.servidor.find(':') == std::string::npos ? s.servidor : "[" + s.servidor + "]";
+  char* texto = nullptr;
+  const bool bien = url != nullptr &&
+                    curl_url_set(url.get(), CURLUPART_SCHEME,
+                                 s.cifrado == ServidorCorreo::Cifrado::Tls ? "smtps" : "smtp", 0) == CURLUE_OK &&
+                    curl_url_set(url.get(), CURLUPART_HOST, nombre.c_str(), 0) == CURLUE_OK &&
+                    curl_url_set(url.get(), CURLUPART_PORT, std::to_string(s.puerto).c_str(), 0) == CURLUE_OK &&
+                    curl_url_get(url.get(), CURLUPART_URL, &texto, 0) == CURLUE_OK;
+  const std::unique_ptr<char, decltype(&curl_free)> dueno(texto, curl_free);
+  if (!bien) throw com::Error(com::error::kArgumento, "El servidor de correo «" + s.servidor + "» no es un nombre");
+  return texto;
+}
+
+}  // namespace
+
+ResultadoEnvio EntregaCorreo(const ServidorCorreo& s, const std::string& para, const std::string& mensaje) {
+  static const CURLcode biblioteca = curl_global_init(CURL_GLOBAL_DEFAULT);
+  Exige(biblioteca);
+  const std::unique_ptr<CURL, Cierra> dueno(curl_easy_init());
+  CURL* c = dueno.get();
+  if (c == nullptr) Exige(CURLE_OUT_OF_MEMORY);
+  const std::unique_ptr<curl_slist, Cierra> destinos(curl_slist_append(nullptr, ("<" + para + ">").c_str()));
+  Charla charla{mensaje, {}};
+  const bool cifra = s.cifrado != ServidorCorreo::Cifrado::Ninguno;
+  const long exigido = s.cifrado == ServidorCorreo::Cifrado::SiSePuede ? CURLUSESSL_TRY : CURLUSESSL_ALL;
+  Exige(curl_easy_setopt(c, CURLOPT_URL, Direccion(s).c_str()));
+  curl_easy_setopt(c, CURLOPT_PROTOCOLS_STR, "smtp,smtps");
+  curl_easy_setopt(c, CURLOPT_PROXY, "");
+  curl_easy_setopt(c, CURLOPT_NOSIGNAL, 1L);
+  curl_easy_setopt(c, CURLOPT_TIMEOUT, kSegundos);
+  curl_easy_setopt(c, CURLOPT_CONNECTTIMEOUT, kSegundosConexion);
+  Exige(curl_easy_setopt(c, CURLOPT_USE_SSL, cifra ? exigido : static_cast<long>(CURLUSESSL_NONE)));
+  curl_easy_setopt(c, CURLOPT_SSL_VERIFYPEER, s.verifica ? 1L : 0L);
+  curl_easy_setopt(c, CURLOPT_SSL_VERIFYHOST, s.verifica ? 2L : 0L);
+  if (!s.certificados.empty()) Exige(curl_easy_setopt(c, CURLOPT_CAINFO, s.certificados.c_str()));
+  if (!s.usuario.empty()) {
+    Exige(curl_easy_setopt(c, CURLOPT_USERNAME, s.usuario.c_str()));
+    Exige(curl_easy_setopt(c, CURLOPT_PASSWORD, s.contrasena.c_str()));
+  }
+  curl_easy_setopt(c, CURLOPT_MAIL_FROM, ("<" + s.remitente + ">").c_str());
+  curl_easy_setopt(c, CURLOPT_MAIL_RCPT, destinos.get());
+  curl_easy_setopt(c, CURLOPT_UPLOAD, 1L);
+  curl_easy_setopt(c, CURLOPT_INFILESIZE_LARGE, static_cast<curl_off_t>(mensaje.size()));
+  curl_easy_setopt(c, CURLOPT_READFUNCTION, DaMensaje);
+  curl_easy_setopt(c, CURLOPT_READDATA, &charla);
+  curl_easy_setopt(c, CURLOPT_HEADERFUNCTION, OyeRespuesta);
+  curl_easy_setopt(c, CURLOPT_HEADERDATA, &charla);
+  const CURLcode codigo = curl_easy_perform(c);
+  return Resultado(c, codigo, charla, s);
+}
+
+}  // namespace autonomo

@@ -1,0 +1,128 @@
+// The lists of change log and outbox, worked in their windows.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QTest>
+#include <QTimer>
+#include <functional>
+
+#include "desktop/dialogos.h"
+#include "desktop/listas.h"
+#include "host/standalone/bandeja.h"
+
+namespace pruebas {
+namespace {
+
+class ListasPrueba : public testing::Test {
+ protected:
+  ListasPrueba()
+      : anfitrion_([] {
+          autonomo::Opciones o;
+          o.demo = true;
+          o.ahora = com::FechaDe(2026, 3, 9, 10);
+          return o;
+        }()) {}
+
+  // Works the window that abre shows, then closes it.
+  void Con(void (*abre)(autonomo::Anfitrion&, QWidget*), const std::function<void(QWidget&)>& trabaja) {
+    bool vista = false;
+    QTimer::singleShot(0, [&] {
+      QWidget* ventana = QApplication::activeModalWidget();
+      ASSERT_NE(ventana, nullptr);
+      vista = true;
+      trabaja(*ventana);
+      QTest::keyClick(ventana, Qt::Key_Escape);
+    });
+    abre(anfitrion_, nullptr);
+    EXPECT_TRUE(vista);
+  }
+  static QStringList Columna(const QWidget& ventana, int columna) {
+    const auto* tabla = ventana.findChild<QTableWidget*>();
+    QStringList textos;
+    for (int f = 0; f < tabla->rowCount(); ++f) textos << tabla->item(f, columna)->text();
+    return textos;
+  }
+  static void Escribe(const QWidget& ventana, const char* campo, const char* texto) {
+    auto* linea = ventana.findChild<QLineEdit*>(QString::fromLatin1(campo));
+    linea->selectAll();
+    QTest::keyClicks(linea, QString::fromUtf8(texto));
+  }
+  static void Clic(const QWidget& ventana, const char* boton) {
+    QTest::mouseClick(ventana.findChild<QPushButton*>(QString::fromLatin1(boton)), Qt::LeftButton);
+  }
+
+  autonomo::Anfitrion anfitrion_;
+};
+
+TEST_F(ListasPrueba, LaBitacoraSeFiltraPorFolioUsuarioYDia) {
+  const auto anota = [&](const char* folio, const char* usuario, const char* texto, const char* fecha) {
+    anfitrion_.conexion()->Consulta(
+        "INSERT INTO Bitacora (Bt_Modulo, Bt_Clave, Bt_Texto, Bt_Usuario, Bt_Fecha) VALUES ('RESERVACION', ?, ?, ?, ?)",
+        {folio, texto, usuario, *com::DeIso(fecha)});
+  };
+  anfitrion_.conexion()->Consulta("DELETE FROM Bitacora");
+  anota("0000000046", "ANA", "Baja", "2026-03-08T23:59:59");
+  anota("0000000046", "LUPE", "Reactivación\n\n  Nota -> x", "2026-03-09T00:00:00");
+  anota("0000000047", "ANA", "CONFIRMADO", "2026-03-09T10:00:00");
+  Con(vista::MuestraBitacora, [](QWidget& v) {
+    EXPECT_EQ(Columna(v, 3), QStringList({"CONFIRMADO", QStringLiteral("Reactivación\nNota -> x"), "Baja"}));
+    Escribe(v, "folio", "46");
+    Clic(v, "buscar");  // while the field has the keyboard
+    EXPECT_EQ(Columna(v, 1), QStringList({"LUPE", "ANA"}));
+    Escribe(v, "dia", "9/3/26");
+    QTest::keyClick(v.findChild<QLineEdit*>(QStringLiteral("dia")), Qt::Key_Return);
+    EXPECT_EQ(Columna(v, 1), QStringList({"LUPE"}));
+    Escribe(v, "dia", "ayer no");
+    Clic(v, "buscar");
+    EXPECT_EQ(v.findChild<QLabel*>(QStringLiteral("cuenta"))->text(), QStringLiteral("«ayer no» no es una fecha"));
+    EXPECT_EQ(Columna(v, 1), QStringList({"LUPE"})) << "what was found stays";
+    v.findChild<QLineEdit*>(QStringLiteral("dia"))->clear();
+    v.findChild<QLineEdit*>(QStringLiteral("folio"))->clear();
+    Escribe(v, "usuario", "ana");
+    Clic(v, "buscar");
+    EXPECT_EQ(Columna(v, 2), QStringList({"0000000047", "0000000046"}));
+  });
+}
+
+TEST_F(ListasPrueba, UnCorreoSeMandaOtraVezDesdeLaLista) {
+  autonomo::Conexion& base = *anfitrion_.conexion();
+  autonomo::CorreoNuevo correo;
+  correo.folio = "0000000046";
+  correo.para = "ana@ejemplo.mx";
+  correo.fecha = com::FechaDe(2026, 3, 9, 9);
+  for (const char* asunto : {"Primero", "Segundo"}) {
+    correo.asunto = asunto;
+    autonomo::Encola(base, correo);
+  }
+  base.Consulta("UPDATE Correo_Salida SET Cs_Estado = 'RECHAZADO', Cs_Error = 'buzón lleno', Cs_Intentos = 3");
+  base.Consulta("UPDATE Correo_Salida SET Cs_Estado = 'ENVIANDO' WHERE Cs_Asunto = 'Segundo'");
+  Con(vista::MuestraBandeja, [](QWidget& v) {
+    EXPECT_TRUE(v.findChild<QLabel*>(QStringLiteral("impedimento"))->text().contains("CORREO_SERVIDOR"));
+    EXPECT_EQ(Columna(v, 5), QStringList({QStringLiteral("Enviándose"), QStringLiteral("Rechazado: buzón lleno")}));
+    EXPECT_FALSE(v.findChild<QPushButton*>(QStringLiteral("otra_vez"))->isEnabled()) << "none is chosen";
+    auto* tabla = v.findChild<QTableWidget*>();
+    const auto elige = [&](int fila) {
+      QTest::mouseClick(tabla->viewport(), Qt::LeftButton, {}, tabla->visualItemRect(tabla->item(fila, 1)).center());
+    };
+    elige(1);
+    Clic(v, "otra_vez");
+    EXPECT_EQ(Columna(v, 5), QStringList({QStringLiteral("Enviándose"), QStringLiteral("En espera")}));
+    QString dicho;
+    QTimer::singleShot(0, [&] {
+      auto* caja = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      ASSERT_NE(caja, nullptr);
+      dicho = caja->text();
+      QTest::keyClick(caja, Qt::Key_Escape);
+    });
+    elige(0);
+    Clic(v, "otra_vez");
+    EXPECT_EQ(dicho, QStringLiteral("Ese correo se está enviando en este momento"));
+  });
+}
+
+}  // namespace
+}  // namespace pruebas
