@@ -111,7 +111,7 @@ const std::vector<Catalogo>& Catalogos() {
       {"Permiso", "Permisos",
        {{"Pe_Usuario", "Usuario", Clave, kLlave, kObligatorio},
         {"Pe_Pantalla", "Pantalla", Clave, kLlave, kObligatorio, "", "KV207"},
-        {"Pe_Opcion", "Opción", Clave, kLlave, kObligatorio, "", "CHFECHA, CHPR02, CHDS02, CHTC01 o CHCONF"}}},
+        {"Pe_Opcion", "Opción", Clave, kLlave, kObligatorio, "", "CHFECHA, CHPR02, CHDS02, CHTC01, CHCONF o CHTARJ"}}},
       {"Plantilla", "Plantillas de correo",
        {{"Pt_Cve_Plantilla", "Clave", Clave, kLlave, kObligatorio},
         {"Pt_Asunto", "Asunto", Texto, false, kObligatorio},

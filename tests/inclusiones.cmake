@@ -1,7 +1,7 @@
 # What the table "The house" of ARCHITECTURE.md allows each folder to include is what its files include. A row's third
 # cell names folders in back quotes, which stand in rows above it, so that no cycle can be written down; and Qt, SQLite,
-# libpq, ICU or libcurl where the folder may use them. The desktop's views serve any screen: the name of a form or control of one
-# stands in pistas.cpp.
+# libpq, ICU, libcurl or libsodium where the folder may use them. The desktop's views serve any screen: the name of a
+# form or control of one stands in pistas.cpp.
 cmake_policy(VERSION 3.25)
 file(STRINGS ${RAIZ}/ARCHITECTURE.md renglones REGEX "^[|] `[a-z]+/")
 list(LENGTH renglones n)
@@ -20,6 +20,8 @@ function(biblioteca cabecera salida)
     set(${salida} "libpq" PARENT_SCOPE)
   elseif(cabecera MATCHES "^curl/")
     set(${salida} "libcurl" PARENT_SCOPE)
+  elseif(cabecera MATCHES "^sodium")
+    set(${salida} "libsodium" PARENT_SCOPE)
   elseif(cabecera MATCHES "^unicode/")
     set(${salida} "ICU" PARENT_SCOPE)
   endif()

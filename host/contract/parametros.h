@@ -59,6 +59,7 @@ inline constexpr const char* kDescuento = "CHDS02";      // discounts of a line
 inline constexpr const char* kPrecio = "CHPR02";         // prices of a line
 inline constexpr const char* kTipoCambio = "CHTC01";     // takes the exchange rate away from the user
 inline constexpr const char* kConfiguracion = "CHCONF";  // the host's own set-up
+inline constexpr const char* kTarjetas = "CHTARJ";       // card numbers and codes in clear
 }  // namespace permiso
 
 }  // namespace anfitrion

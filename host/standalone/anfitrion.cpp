@@ -4,7 +4,10 @@
 #include <cmath>
 
 #include "host/contract/parametros.h"
+#include "host/standalone/cifrado.h"
 #include "host/standalone/fabricas.h"
+#include "host/standalone/permisos.h"
+#include "host/standalone/registro.h"
 #include "host/standalone/transaccion.h"
 #include "platform/com/texto.h"
 #include "platform/controls/formulario.h"
@@ -84,6 +87,20 @@ void ExigeNoNegativo(double valor, const char* que) {
   }
 }
 
+// Codes that no stay needs are forgotten, cards in clear are sealed. Who cannot do it now works on: it is done by the
+// next program that opens the hotel.
+void CuidaTarjetas(Conexion& conexion, com::Fecha hoy) {
+  const auto hay = [&](const char* sentencia) { return !conexion.Consulta(sentencia)->Eof(); };
+  try {
+    if (hay("SELECT TOP 1 Cl_Cve_Cliente FROM Cliente WHERE Cl_Tarjeta_Codigo_Seguridad <> ''") ||
+        hay("SELECT TOP 1 Rs_Folio FROM Reservacion_Datos_Tarjeta WHERE Rdt_Codigo_Seguridad <> ''"))
+      OlvidaCodigos(conexion, "", hoy);
+    SellaTarjetas(conexion);
+  } catch (const com::Error& e) {
+    registro::AnotaFalla(e);
+  }
+}
+
 // The login stands in the screens' statements as it is, and in columns of keys.
 void RevisaUsuario(const std::string& usuario) {
   const auto rechaza = [&](const std::string& motivo) {
@@ -103,7 +120,10 @@ std::string TextoDe(const ado::Recordset& rs, std::size_t columna) { return com:
 Anfitrion::Anfitrion(const Opciones& opciones) : usuario_(opciones.usuario), base_(opciones.base.Nombre()) {
   RevisaUsuario(usuario_);
   if (opciones.ahora) reloj_.Fija(*opciones.ahora);
-  conexion_ = AbreConexion(opciones.base, reloj_);
+  OpcionesConexion base = opciones.base;
+  base.veTarjetas = [this] { return conexion_ == nullptr || PuedeVerTarjetas(*conexion_, usuario_); };
+  conexion_ = AbreConexion(base, reloj_);
+  CuidaTarjetas(*conexion_, reloj_.Ahora());
   novedades_ = std::make_unique<Novedades>(*conexion_);
   if (opciones.demo) LlenaConDemo(*conexion_, reloj_.Ahora());
   if (opciones.sinSobreventa && EstaVacia(*conexion_)) Parametro(anfitrion::parametro::kSobreventa.clave, "0");

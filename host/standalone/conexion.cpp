@@ -9,6 +9,7 @@
 #include <unordered_map>
 
 #include "host/standalone/apertura.h"
+#include "host/standalone/cifrado.h"
 #include "host/standalone/plantillas.h"
 #include "host/standalone/postgres.h"
 #include "host/standalone/registro.h"
@@ -195,7 +196,7 @@ std::shared_ptr<ConexionDeMotor> AbreMotor(const OpcionesConexion& opciones, con
 }
 
 std::shared_ptr<Conexion> AbreConexion(const OpcionesConexion& opciones, const Reloj& reloj) {
-  return Vigila(AbreMotor(opciones, reloj));
+  return Vigila(CifraTarjetas(AbreMotor(opciones, reloj), opciones, reloj));
 }
 
 }  // namespace autonomo

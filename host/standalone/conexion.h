@@ -36,6 +36,8 @@ struct OpcionesConexion {
   std::string conexion;           // address of a PostgreSQL database (postgres_sesion.h); "" SQLite
   bool leeConjuntos = true;       // what LeeConjuntos answers
   int esperaMs = 5000;            // how long a statement waits for another program's lock
+  // Whether the user may see card data in clear, asked whenever some are read; empty: may.
+  std::function<bool()> veTarjetas;
   // Asks whoever works here for a password that the server wants and that is in none of the usual places; takes the
   // question's text, nothing when there is no answer. Without it such a server cannot be opened.
   std::function<std::optional<std::string>(const std::string&)> pideContrasena;

@@ -11,10 +11,23 @@ bool TienePermiso(Conexion& conexion, const std::string& usuario, const std::str
              {usuario, pantalla, opcion});
 }
 
-bool PuedeConfigurar(Conexion& conexion, const std::string& usuario) {
-  return TienePermiso(conexion, usuario, anfitrion::kPantalla, kPermisoConfiguracion) ||
+namespace {
+
+// Who was granted it, and everybody while nobody was.
+bool PuedeMientrasNadie(Conexion& conexion, const std::string& usuario, const char* opcion) {
+  return TienePermiso(conexion, usuario, anfitrion::kPantalla, opcion) ||
          !Hay(conexion, "SELECT Pe_Opcion FROM Permiso WHERE Pe_Pantalla = ? AND Pe_Opcion = ?",
-              {anfitrion::kPantalla, kPermisoConfiguracion});
+              {anfitrion::kPantalla, opcion});
+}
+
+}  // namespace
+
+bool PuedeConfigurar(Conexion& conexion, const std::string& usuario) {
+  return PuedeMientrasNadie(conexion, usuario, kPermisoConfiguracion);
+}
+
+bool PuedeVerTarjetas(Conexion& conexion, const std::string& usuario) {
+  return PuedeMientrasNadie(conexion, usuario, kPermisoTarjetas);
 }
 
 }  // namespace autonomo

@@ -17,4 +17,8 @@ bool TienePermiso(Conexion& conexion, const std::string& usuario, const std::str
 // database can be set up and none can be locked for good.
 bool PuedeConfigurar(Conexion& conexion, const std::string& usuario);
 
+// Right to read card numbers and codes in clear; likewise everybody's while nobody was granted it.
+inline constexpr const char* kPermisoTarjetas = anfitrion::permiso::kTarjetas;
+bool PuedeVerTarjetas(Conexion& conexion, const std::string& usuario);
+
 }  // namespace autonomo

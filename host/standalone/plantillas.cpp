@@ -23,6 +23,8 @@ void AgregaTramo(std::string_view tramo, bool conPreguntas, Partida& partida) {
 
 }  // namespace
 
+bool EsMarcaDeValor(char c) { return c == kMarcaLiteral || c == kMarcaPregunta; }
+
 void Parte(std::string_view sentencia, bool conPreguntas, Partida& partida) {
   partida.plantilla.clear();
   partida.valores.clear();

@@ -19,6 +19,9 @@ struct Partida {
   std::vector<ValorPartido> valores;  // in order; views of the statement
 };
 
+// Whether a character of a template stands for a value.
+bool EsMarcaDeValor(char c);
+
 // Fills `partida`, whose memory is used again. "?" is a value only with conPreguntas. com::Error kSentencia for a
 // literal without end. It knows nothing of comments or other quotes: the translator refuses both.
 void Parte(std::string_view sentencia, bool conPreguntas, Partida& partida);

@@ -133,16 +133,21 @@ for caso in '550 buzon lleno:Rechazado: El servidor de correo contestó «550 bu
   cierra
 done
 
-# --- the service: begins, delivers, ends when it is told to; a mail that waited too long stays
-guion 13:00 <<<$'reenvia 1\nreenvia 2'
+# --- service and desktop: begin, deliver, end when they are told to; a mail that waited too long stays
+guion 13:00 <<<'reenvia 2'
 guion 13:00 <<<"sql UPDATE Correo_Salida SET Cs_Fecha = '2026-03-05 10:00:00' WHERE Cs_Id = 2"
-abre cuatro
-"$RESERVAS_CORREO" --base "$base" --ahora 2026-03-09T13:00 & servicio=$!
-for _ in $(seq 150); do [ -s cuatro/1.eml ] && break; sleep 0.1; done
-sleep 0.5
-kill $servicio
-wait $servicio || falla "the service ends badly"
+for programa in "$RESERVAS_CORREO" "$RESERVAS"; do
+  bandeja=de-$(basename "$programa")
+  abre "$bandeja"
+  guion 13:00 <<<'reenvia 1'
+  QT_QPA_PLATFORM=offscreen "$programa" --base "$base" --ahora 2026-03-09T13:00 & servicio=$!
+  for _ in $(seq 200); do [ -s "$bandeja/1.eml" ] && break; sleep 0.1; done
+  sleep 1
+  kill $servicio
+  wait $servicio || falla "$programa ends badly"
+  [ -s "$bandeja/1.eml" ] && [ ! -e "$bandeja/2.eml" ] || falla "$programa does not deliver"
+  cierra
+done
 espera 13:01 'Enviado el 09/03/2026 13:00:00' 1
 espera 13:01 'Sin enviar: esperó más de tres días' 1
-[ ! -e cuatro/2.eml ]
 ! grep -rqF -e secreta -e mala "$base" "$XDG_STATE_HOME" || falla "the password is kept"

@@ -1,0 +1,271 @@
+#include "host/standalone/cifrado.h"
+
+#include <algorithm>
+#include <map>
+
+#include "host/standalone/llave.h"
+#include "host/standalone/plantillas.h"
+#include "host/standalone/tarjetas_sql.h"
+#include "platform/com/error.h"
+#include "platform/com/texto.h"
+#include "platform/com/variant.h"
+
+namespace autonomo {
+
+namespace {
+
+constexpr std::string_view kOculto = "************", kOcultoCodigo = "***";
+constexpr std::size_t kALaVista = 4;
+
+bool EsLectura(std::string_view texto) { return texto.starts_with('S') || texto.starts_with('s'); }
+
+// The last four of a number with more; nothing of a code.
+std::string Enmascara(const std::string& texto, Llave::Clase clase) {
+  if (clase == Llave::Clase::Codigo) return std::string(kOcultoCodigo);
+  const std::string numero = com::Recorta(texto);
+  return std::string(kOculto) + (numero.size() > 2 * kALaVista ? numero.substr(numero.size() - kALaVista) : "");
+}
+
+class ConexionCifrada final : public ConexionDeMotor {
+ public:
+  ConexionCifrada(std::shared_ptr<ConexionDeMotor> motor, const OpcionesConexion& opciones, const Reloj& reloj)
+      : motor_(std::move(motor)),
+        reloj_(reloj),
+        enMemoria_(opciones.conexion.empty() && opciones.ruta == ":memory:"),
+        veTarjetas_(opciones.veTarjetas) {}
+
+  ado::RecordsetPtr Execute(const ado::TextoSQL& sentencia) override {
+    const std::string& texto = sentencia.Texto();
+    if (EsLectura(texto)) return Abre(motor_->Execute(sentencia), texto);
+    sentencia.Verifica();
+    Parametros ninguno;
+    const std::string cifrada = Cifra(texto, false, ninguno);
+    ado::RecordsetPtr filas = motor_->Execute(cifrada == texto ? sentencia : ado::TextoSQL(cifrada));
+    Parte(texto, false, partida_);
+    if (CancelaReservacion(partida_)) OlvidaCodigos(*motor_, Folio(), reloj_.Ahora());
+    return filas;
+  }
+  using ado::Connection::Execute;
+  ado::RecordsetPtr Consulta(std::string_view sentencia, const Parametros& parametros) override {
+    if (EsLectura(sentencia)) return Abre(motor_->Consulta(sentencia, parametros), sentencia);
+    Parametros cifrados = parametros;
+    const std::string cifrada = Cifra(sentencia, true, cifrados);
+    return motor_->Consulta(cifrada, cifrados);
+  }
+  ado::RecordsetPtr Directa(std::string_view sentencia) override {
+    if (EsLectura(sentencia)) return Abre(motor_->Directa(sentencia), sentencia);
+    Parametros ninguno;
+    return Abre(motor_->Directa(Cifra(sentencia, false, ninguno)), sentencia);
+  }
+
+  void BeginTrans() override { motor_->BeginTrans(); }
+  void CommitTrans() override { motor_->CommitTrans(); }
+  void RollbackTrans() override { motor_->RollbackTrans(); }
+  bool EnTransaccion() const override { return motor_->EnTransaccion(); }
+  bool LeeConjuntos() const override { return motor_->LeeConjuntos(); }
+  esquema::Motor Motor() const override { return motor_->Motor(); }
+  bool TomaTurno(const std::string& trabajo) override { return motor_->TomaTurno(trabajo); }
+  void EsperaTurno(const std::string& trabajo) override { motor_->EsperaTurno(trabajo); }
+  std::vector<std::string> TomaAvisos() override { return motor_->TomaAvisos(); }
+
+ private:
+  // The statement as it goes to the engine; parametros likewise.
+  std::string Cifra(std::string_view sentencia, bool conPreguntas, Parametros& parametros);
+  std::string Cifrado(const std::string& texto, Llave::Clase clase);
+  // The record set with its marks opened; the same one when it has none.
+  ado::RecordsetPtr Abre(ado::RecordsetPtr filas, std::string_view sentencia);
+  std::string Abierto(const std::string& texto, bool exige);
+
+  // The last value of the statement that was split last: in a change of state, the reservation's.
+  std::string Folio() const { return partida_.valores.empty() ? "" : com::Recorta(partida_.valores.back().texto); }
+
+  const Llave* LeeLlave();
+  const Llave& LlaveParaCifrar();
+  // Which key the cards of the database are sealed with; "" when there are none.
+  std::string HuellaDeLaBase();
+  [[noreturn]] static void SinLlave();
+
+  std::shared_ptr<ConexionDeMotor> motor_;
+  const Reloj& reloj_;
+  bool enMemoria_;
+  std::function<bool()> veTarjetas_;
+  std::optional<Llave> llave_;
+  Partida partida_;
+  bool revisada_ = false;                       // the key is that of the cards in the database
+  std::map<std::string, std::string> ocultas_;  // masked text, and the mark that it hides: the last one shown
+};
+
+void ConexionCifrada::SinLlave() {
+  throw com::Error(
+      com::error::kBaseDatos,
+      "En este equipo no está la llave con que se guardan las tarjetas (" + Llave::RutaUsual() +
+          "). Cópiela del equipo donde se creó el hotel, o de donde la guardó; lo demás sigue funcionando");
+}
+
+const Llave* ConexionCifrada::LeeLlave() {
+  if (!llave_) llave_ = enMemoria_ ? Llave::Nueva() : Llave::Lee(Llave::RutaUsual());
+  return llave_ ? &*llave_ : nullptr;
+}
+
+std::string ConexionCifrada::HuellaDeLaBase() {
+  const std::string como = std::string(kInicioMarca) + "%";
+  for (const char* sentencia : {"SELECT TOP 1 Cl_Tarjeta_Numero FROM Cliente WHERE Cl_Tarjeta_Numero LIKE ?",
+                                "SELECT TOP 1 Rdt_Numero FROM Reservacion_Datos_Tarjeta WHERE Rdt_Numero LIKE ?"}) {
+    const ado::RecordsetPtr rs = motor_->Consulta(sentencia, {como});
+    if (rs->Eof()) continue;
+    const std::string texto = com::TextoDe(rs->Fields(0).Value());
+    if (const std::string_view marca = BuscaMarca(texto); !marca.empty()) return HuellaDeMarca(marca);
+  }
+  return {};
+}
+
+const Llave& ConexionCifrada::LlaveParaCifrar() {
+  const Llave* llave = LeeLlave();
+  if (!revisada_ && !enMemoria_) {
+    const std::string huella = HuellaDeLaBase();
+    if (!huella.empty() && (llave == nullptr || llave->Huella() != huella)) SinLlave();
+    if (llave == nullptr) llave = &llave_.emplace(Llave::Crea(Llave::RutaUsual()));
+    revisada_ = true;
+  }
+  return *llave;
+}
+
+std::string ConexionCifrada::Cifrado(const std::string& texto, Llave::Clase clase) {
+  const std::string limpio = com::Recorta(texto);
+  if (limpio.empty()) return texto;
+  if (const auto oculta = ocultas_.find(limpio); oculta != ocultas_.end()) return oculta->second;
+  if (limpio == kOcultoCodigo || limpio.starts_with(kOculto))
+    throw com::Error(com::error::kArgumento, "Escriba completo el dato de la tarjeta: no se conoce el que se ocultó");
+  return LlaveParaCifrar().Sella(texto, clase);
+}
+
+std::string ConexionCifrada::Cifra(std::string_view sentencia, bool conPreguntas, Parametros& parametros) {
+  std::string cifrada(sentencia);
+  const std::string plana = com::Minusculas(sentencia);
+  if (plana.find("tarjeta") == std::string::npos && plana.find("into cliente") == std::string::npos) return cifrada;
+  Partida& partida = partida_;
+  Parte(sentencia, conPreguntas, partida);
+  std::vector<ValorDeTarjeta> valores = ValoresDeTarjeta(sentencia, partida);
+  // From the last one on, so that the places of those before it stay.
+  std::ranges::sort(valores, std::greater<>{}, &ValorDeTarjeta::valor);
+  for (const ValorDeTarjeta& v : valores) {
+    const ValorPartido& valor = partida.valores[v.valor];
+    if (valor.pregunta) {
+      const auto antes =
+          std::ranges::count_if(partida.valores.begin(), partida.valores.begin() + static_cast<std::ptrdiff_t>(v.valor),
+                                [](const ValorPartido& p) { return p.pregunta; });
+      if (static_cast<std::size_t>(antes) >= parametros.size()) continue;  // the engine says so
+      com::Variant& parametro = parametros[static_cast<std::size_t>(antes)];
+      if (!parametro.EsNulo() && !parametro.EsVacio()) parametro = Cifrado(com::CStr(parametro), v.clase);
+    } else {
+      const std::string texto = Cifrado(SinComillasDobles(valor.texto), v.clase);
+      if (!texto.empty())
+        cifrada.replace(static_cast<std::size_t>(valor.texto.data() - sentencia.data()), valor.texto.size(), texto);
+    }
+  }
+  return cifrada;
+}
+
+std::string ConexionCifrada::Abierto(const std::string& texto, bool exige) {
+  std::string abierto, resto = texto;
+  for (std::string_view marca = BuscaMarca(resto); !marca.empty(); marca = BuscaMarca(resto)) {
+    const auto lugar = static_cast<std::size_t>(marca.data() - resto.data());
+    const Llave* llave = LeeLlave();
+    const std::optional<std::string> claro = llave == nullptr ? std::nullopt : llave->Abre(marca);
+    if (!claro && exige) SinLlave();
+    abierto += resto.substr(0, lugar);
+    if (claro && (!veTarjetas_ || veTarjetas_())) {
+      abierto += *claro;
+    } else if (claro) {
+      const std::string oculto = Enmascara(*claro, ClaseDeMarca(marca));
+      ocultas_[oculto] = marca;
+      abierto += oculto;
+    }
+    resto = resto.substr(lugar + marca.size());
+  }
+  return abierto + resto;
+}
+
+ado::RecordsetPtr ConexionCifrada::Abre(ado::RecordsetPtr filas, std::string_view sentencia) {
+  const bool todas = sentencia.find('*') != std::string_view::npos;
+  const bool nombra = com::Minusculas(sentencia).find("tarjeta") != std::string::npos;
+  if (!todas && !nombra) return filas;
+  std::vector<com::Variant> celdas;
+  const std::size_t columnas = filas->Nombres().size();
+  celdas.reserve(columnas * static_cast<std::size_t>(filas->RecordCount()));
+  bool cambia = false;
+  for (; !filas->Eof(); filas->MoveNext()) {
+    for (std::size_t c = 0; c < columnas; ++c) {
+      const com::Variant& celda = filas->Fields(c).Value();
+      if (celda.EsTexto() && !BuscaMarca(com::CStr(celda)).empty()) {
+        // A row that is shown as it stands is shown without what cannot be opened.
+        celdas.emplace_back(Abierto(com::CStr(celda), !todas));
+        cambia = true;
+      } else {
+        celdas.push_back(celda);
+      }
+    }
+  }
+  if (!cambia) {
+    if (filas->RecordCount() > 0) filas->MoveFirst();
+    return filas;
+  }
+  return std::make_shared<ado::Recordset>(std::make_shared<const ado::Recordset::Columnas>(filas->Nombres()),
+                                          std::move(celdas));
+}
+
+}  // namespace
+
+std::shared_ptr<ConexionDeMotor> CifraTarjetas(std::shared_ptr<ConexionDeMotor> motor, const OpcionesConexion& opciones,
+                                               const Reloj& reloj) {
+  return std::make_shared<ConexionCifrada>(std::move(motor), opciones, reloj);
+}
+
+void OlvidaCodigos(ConexionDeMotor& conexion, const std::string& folio, com::Fecha hoy) {
+  const std::string una = folio.empty() ? "" : " AND Rs_Folio = ?";
+  ConexionDeMotor::Parametros dias{com::SoloFecha(hoy)}, folios;
+  if (!folio.empty()) folios.emplace_back(folio);
+  ConexionDeMotor::Parametros deReservacion = dias;
+  deReservacion.insert(deReservacion.end(), folios.begin(), folios.end());
+  conexion.Consulta(
+      "UPDATE Reservacion_Datos_Tarjeta SET Rdt_Codigo_Seguridad = '' WHERE Rdt_Codigo_Seguridad <> '' AND Rs_Folio IN "
+      "(SELECT Rs_Folio FROM Reservacion WHERE (Es_Cve_Estado = 'CA' OR Rs_Salida < ?)" +
+          una + ")",
+      deReservacion);
+  // A client is who pays, or the guest.
+  const std::string vivas = " FROM Reservacion WHERE Rs_Salida >= ? AND Es_Cve_Estado NOT IN ('CA', 'CE') AND ";
+  const std::string suyas = " FROM Reservacion WHERE Rs_Folio <> ''" + una;
+  ConexionDeMotor::Parametros deCliente = folios;
+  deCliente.insert(deCliente.end(), folios.begin(), folios.end());
+  deCliente.insert(deCliente.end(), {dias[0], dias[0]});
+  conexion.Consulta(
+      "UPDATE Cliente SET Cl_Tarjeta_Codigo_Seguridad = '' WHERE Cl_Tarjeta_Codigo_Seguridad <> '' "
+      "AND (Cl_Cve_Cliente IN (SELECT Cl_Cve_Cliente" +
+          suyas + ") OR Cl_Cve_Cliente IN (SELECT Rs_Huesped" + suyas +
+          ")) AND Cl_Cve_Cliente NOT IN (SELECT Cl_Cve_Cliente" + vivas +
+          "Cl_Cve_Cliente IS NOT NULL) AND Cl_Cve_Cliente NOT IN (SELECT Rs_Huesped" + vivas +
+          "Rs_Huesped IS NOT NULL)",
+      deCliente);
+}
+
+void SellaTarjetas(ConexionDeMotor& conexion) {
+  struct Guardadas {
+    std::string tabla, llave, numero, codigo;
+  };
+  const std::string como = std::string(kInicioMarca) + "%";
+  for (const Guardadas& g :
+       {Guardadas{"Cliente", "Cl_Cve_Cliente", "Cl_Tarjeta_Numero", "Cl_Tarjeta_Codigo_Seguridad"},
+        Guardadas{"Reservacion_Datos_Tarjeta", "Rs_Folio", "Rdt_Numero", "Rdt_Codigo_Seguridad"}}) {
+    for (const std::string& columna : {g.numero, g.codigo}) {
+      const ado::RecordsetPtr rs = conexion.Consulta("SELECT " + g.llave + ", " + columna + " FROM " + g.tabla +
+                                                         " WHERE " + columna + " <> '' AND " + columna + " NOT LIKE ?",
+                                                     {como});
+      for (; !rs->Eof(); rs->MoveNext()) {
+        conexion.Consulta("UPDATE " + g.tabla + " SET " + columna + " = ? WHERE " + g.llave + " = ?",
+                          {rs->Fields(1).Value(), rs->Fields(0).Value()});
+      }
+    }
+  }
+}
+
+}  // namespace autonomo

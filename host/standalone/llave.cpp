@@ -1,0 +1,153 @@
+#include "host/standalone/llave.h"
+
+#include <fcntl.h>
+#include <sodium.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QStandardPaths>
+#include <cstdlib>
+#include <filesystem>
+#include <vector>
+
+#include "platform/com/error.h"
+
+namespace autonomo {
+
+namespace {
+
+static_assert(kBytesLlave == crypto_aead_xchacha20poly1305_ietf_KEYBYTES);
+constexpr std::size_t kNonce = crypto_aead_xchacha20poly1305_ietf_NPUBBYTES;
+constexpr std::size_t kSello = crypto_aead_xchacha20poly1305_ietf_ABYTES;
+constexpr std::size_t kHuella = 4;  // bytes
+constexpr int kBase64 = sodium_base64_VARIANT_URLSAFE_NO_PADDING;
+// Of a mark: beginning, class, ":", fingerprint, ":".
+constexpr std::size_t kClase = kInicioMarca.size(), kLugarHuella = kClase + 2,
+                      kLugarSello = kLugarHuella + 2 * kHuella + 1;
+
+void Prepara() {
+  static const bool bien = sodium_init() >= 0;
+  if (!bien) throw com::Error(com::error::kBaseDatos, "El cifrado de las tarjetas no está disponible");
+}
+
+std::string Hex(const unsigned char* bytes, std::size_t cuantos) {
+  std::string s(2 * cuantos + 1, '\0');
+  sodium_bin2hex(s.data(), s.size(), bytes, cuantos);
+  s.pop_back();
+  return s;
+}
+
+[[noreturn]] void Rechaza(const std::string& ruta, const char* motivo) {
+  throw com::Error(com::error::kSoloLectura, "La llave de las tarjetas (" + ruta + ") " + motivo);
+}
+
+}  // namespace
+
+Llave::Llave(const std::array<unsigned char, kBytesLlave>& bytes) : bytes_(bytes) {
+  std::array<unsigned char, crypto_generichash_BYTES> resumen{};
+  crypto_generichash(resumen.data(), resumen.size(), bytes_.data(), bytes_.size(), nullptr, 0);
+  huella_ = Hex(resumen.data(), kHuella);
+}
+
+Llave Llave::Nueva() {
+  Prepara();
+  std::array<unsigned char, kBytesLlave> bytes{};
+  randombytes_buf(bytes.data(), bytes.size());
+  return Llave(bytes);
+}
+
+std::string Llave::RutaUsual() {
+  if (const char* ruta = std::getenv("RESERVAS_LLAVE"); ruta != nullptr && *ruta != '\0') return ruta;
+  return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation).toStdString() +
+         "/reservas/tarjetas.llave";
+}
+
+std::optional<Llave> Llave::Lee(const std::string& ruta) {
+  Prepara();
+  const int archivo = open(ruta.c_str(), O_RDONLY | O_CLOEXEC);
+  if (archivo < 0) {
+    if (errno == ENOENT) return std::nullopt;
+    Rechaza(ruta, "no se puede leer");
+  }
+  struct stat datos {};
+  std::array<char, 2 * kBytesLlave> hex{};
+  const bool leida = fstat(archivo, &datos) == 0 && read(archivo, hex.data(), hex.size()) == ssize_t{hex.size()};
+  close(archivo);
+  if ((datos.st_mode & (S_IRWXG | S_IRWXO)) != 0)
+    Rechaza(ruta, "la pueden leer otros usuarios del equipo: déjela solo para el suyo (chmod 600)");
+  std::array<unsigned char, kBytesLlave> bytes{};
+  std::size_t cuantos = 0;
+  const bool bien =
+      leida && sodium_hex2bin(bytes.data(), bytes.size(), hex.data(), hex.size(), nullptr, &cuantos, nullptr) == 0 &&
+      cuantos == bytes.size();
+  if (!bien) Rechaza(ruta, "está dañada: ponga en su lugar la copia que guardó");
+  return Llave(bytes);
+}
+
+// The file appears under its name only when it is whole.
+Llave Llave::Crea(const std::string& ruta) {
+  const Llave llave = Nueva();
+  std::error_code ec;
+  std::filesystem::create_directories(std::filesystem::path(ruta).parent_path(), ec);
+  std::string nueva = ruta + ".XXXXXX";
+  const int archivo = mkostemp(nueva.data(), O_CLOEXEC);
+  if (archivo < 0) Rechaza(ruta, "no se puede escribir");
+  const std::string texto = Hex(llave.bytes_.data(), llave.bytes_.size()) + "\n";
+  const bool escrita =
+      write(archivo, texto.data(), texto.size()) == static_cast<ssize_t>(texto.size()) && fsync(archivo) == 0;
+  close(archivo);
+  const bool puesta = escrita && link(nueva.c_str(), ruta.c_str()) == 0;
+  unlink(nueva.c_str());
+  if (puesta) return llave;
+  if (std::optional<Llave> otra = Lee(ruta)) return *otra;
+  Rechaza(ruta, "no se puede escribir");
+}
+
+std::string Llave::Sella(std::string_view texto, Clase clase) const {
+  const auto clases = static_cast<unsigned char>(clase);
+  std::vector<unsigned char> sellado(kNonce + texto.size() + kSello);
+  randombytes_buf(sellado.data(), kNonce);
+  crypto_aead_xchacha20poly1305_ietf_encrypt(sellado.data() + kNonce, nullptr,
+                                             reinterpret_cast<const unsigned char*>(texto.data()), texto.size(),
+                                             &clases, 1, nullptr, sellado.data(), bytes_.data());
+  std::string base64(sodium_base64_ENCODED_LEN(sellado.size(), kBase64), '\0');
+  sodium_bin2base64(base64.data(), base64.size(), sellado.data(), sellado.size(), kBase64);
+  base64.pop_back();
+  return std::string(kInicioMarca) + static_cast<char>(clase) + ":" + huella_ + ":" + base64 + "}";
+}
+
+std::optional<std::string> Llave::Abre(std::string_view marca) const {
+  if (HuellaDeMarca(marca) != huella_) return std::nullopt;
+  const auto clase = static_cast<unsigned char>(ClaseDeMarca(marca));
+  const std::string_view base64 = marca.substr(kLugarSello, marca.size() - kLugarSello - 1);
+  std::vector<unsigned char> sellado(base64.size());
+  std::size_t cuantos = 0;
+  if (sodium_base642bin(sellado.data(), sellado.size(), base64.data(), base64.size(), nullptr, &cuantos, nullptr,
+                        kBase64) != 0 ||
+      cuantos < kNonce + kSello)
+    return std::nullopt;
+  std::string texto(cuantos - kNonce - kSello, '\0');
+  const int rc = crypto_aead_xchacha20poly1305_ietf_decrypt(reinterpret_cast<unsigned char*>(texto.data()), nullptr,
+                                                            nullptr, sellado.data() + kNonce, cuantos - kNonce, &clase,
+                                                            1, sellado.data(), bytes_.data());
+  if (rc != 0) return std::nullopt;
+  return texto;
+}
+
+std::string_view BuscaMarca(std::string_view texto) {
+  for (std::size_t i = texto.find(kInicioMarca); i != std::string_view::npos; i = texto.find(kInicioMarca, i + 1)) {
+    const std::size_t fin = texto.find('}', i);
+    if (fin == std::string_view::npos) break;
+    const std::string_view marca = texto.substr(i, fin + 1 - i);
+    const char clase = marca.size() > kLugarSello ? marca[kClase] : '\0';
+    if (clase == static_cast<char>(Llave::Clase::Numero) || clase == static_cast<char>(Llave::Clase::Codigo))
+      return marca;
+  }
+  return {};
+}
+
+Llave::Clase ClaseDeMarca(std::string_view marca) { return static_cast<Llave::Clase>(marca[kClase]); }
+
+std::string HuellaDeMarca(std::string_view marca) { return std::string(marca.substr(kLugarHuella, 2 * kHuella)); }
+
+}  // namespace autonomo

@@ -1,0 +1,154 @@
+#include "host/standalone/tarjetas_sql.h"
+
+#include <algorithm>
+#include <optional>
+#include <span>
+#include <string>
+#include <utility>
+
+#include "platform/com/error.h"
+#include "platform/com/texto.h"
+#include "schema/esquema.h"
+
+namespace autonomo {
+
+namespace {
+
+constexpr std::pair<std::string_view, Llave::Clase> kColumnas[] = {
+    {"Rdt_Numero", Llave::Clase::Numero},
+    {"Cl_Tarjeta_Numero", Llave::Clase::Numero},
+    {"Rdt_Codigo_Seguridad", Llave::Clase::Codigo},
+    {"Cl_Tarjeta_Codigo_Seguridad", Llave::Clase::Codigo},
+};
+
+// A word, a sign, or a value; names lose their quotes and the table before them.
+struct Ficha {
+  std::string texto;
+  std::optional<std::size_t> valor;  // which of the statement's values it stands for
+};
+using Fichas = std::span<const Ficha>;
+
+bool EsDeNombre(char c) {
+  return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' || c == '.' ||
+         (static_cast<unsigned char>(c) & 0x80U) != 0;
+}
+
+std::vector<Ficha> FichasDe(std::string_view plantilla) {
+  constexpr std::string_view kBlancos = " \t\r\n\"[]`";
+  std::vector<Ficha> fichas;
+  std::size_t valores = 0;
+  for (std::size_t i = 0; i < plantilla.size();) {
+    const char c = plantilla[i];
+    if (kBlancos.find(c) != std::string_view::npos) {
+      ++i;
+    } else if (EsDeNombre(c)) {
+      const std::size_t desde = i;
+      while (i < plantilla.size() && EsDeNombre(plantilla[i])) ++i;
+      const std::string_view palabra = plantilla.substr(desde, i - desde);
+      fichas.push_back({std::string(palabra.substr(palabra.rfind('.') + 1)), std::nullopt});
+    } else {
+      const bool valor = EsMarcaDeValor(c);
+      fichas.push_back({std::string(1, c), valor ? std::optional(valores) : std::nullopt});
+      if (valor) ++valores;
+      ++i;
+    }
+  }
+  return fichas;
+}
+
+bool Es(Fichas fichas, std::size_t i, std::string_view palabra) {
+  return i < fichas.size() && com::IgualSinCaja(fichas[i].texto, palabra);
+}
+
+// What stands between commas, up to the parenthesis that closes it or one of the words.
+std::vector<Fichas> Partes(Fichas& fichas, std::initializer_list<std::string_view> fin) {
+  std::vector<Fichas> partes;
+  int abiertas = 0;
+  std::size_t desde = 0, i = 0;
+  for (; i < fichas.size(); ++i) {
+    if (Es(fichas, i, "(")) ++abiertas;
+    if (Es(fichas, i, ")") && abiertas-- == 0) break;
+    if (abiertas != 0) continue;
+    if (std::ranges::any_of(fin, [&](std::string_view palabra) { return Es(fichas, i, palabra); })) break;
+    if (!Es(fichas, i, ",")) continue;
+    partes.push_back(fichas.subspan(desde, i - desde));
+    desde = i + 1;
+  }
+  partes.push_back(fichas.subspan(desde, i - desde));
+  fichas = fichas.subspan(std::min(i + 1, fichas.size()));
+  return partes;
+}
+
+struct Asignacion {
+  std::string columna;
+  Fichas expresion;
+};
+
+std::vector<Asignacion> DeUpdate(Fichas resto) {
+  const auto set = std::ranges::find_if(resto, [](const Ficha& f) { return com::IgualSinCaja(f.texto, "SET"); });
+  resto = resto.subspan(static_cast<std::size_t>(std::min(set - resto.begin() + 1, std::ssize(resto))));
+  std::vector<Asignacion> asignaciones;
+  for (const Fichas& parte : Partes(resto, {"WHERE", "FROM"})) {
+    if (parte.size() > 2 && Es(parte, 1, "=")) asignaciones.push_back({parte[0].texto, parte.subspan(2)});
+  }
+  return asignaciones;
+}
+
+std::vector<Asignacion> DeInsert(Fichas resto) {
+  const std::size_t into = Es(resto, 1, "INTO") ? 2 : Es(resto, 3, "INTO") ? 4 : 1;
+  if (into >= resto.size()) return {};
+  std::vector<std::string> columnas;
+  const esquema::Tabla* tabla = esquema::BuscaTabla(resto[into].texto);
+  resto = resto.subspan(into + 1);
+  if (Es(resto, 0, "(")) {
+    resto = resto.subspan(1);
+    for (const Fichas& parte : Partes(resto, {})) columnas.push_back(parte.empty() ? "" : parte[0].texto);
+  } else if (tabla != nullptr) {
+    for (const esquema::Columna& c : tabla->columnas) columnas.emplace_back(c.nombre);
+  }
+  std::vector<Asignacion> asignaciones;
+  if (!Es(resto, 0, "VALUES")) {  // SELECT
+    for (const std::string& columna : columnas) asignaciones.push_back({columna, resto});
+    return asignaciones;
+  }
+  for (resto = resto.subspan(1); Es(resto, 0, "(");) {
+    resto = resto.subspan(1);
+    const std::vector<Fichas> partes = Partes(resto, {});
+    for (std::size_t i = 0; i < std::min(columnas.size(), partes.size()); ++i)
+      asignaciones.push_back({columnas[i], partes[i]});
+    if (Es(resto, 0, ",")) resto = resto.subspan(1);
+  }
+  return asignaciones;
+}
+
+}  // namespace
+
+std::vector<ValorDeTarjeta> ValoresDeTarjeta(std::string_view sentencia, const Partida& partida) {
+  const std::vector<Ficha> fichas = FichasDe(partida.plantilla);
+  const bool actualiza = Es(fichas, 0, "UPDATE");
+  if (!actualiza && !Es(fichas, 0, "INSERT") && !Es(fichas, 0, "REPLACE")) return {};
+  std::vector<ValorDeTarjeta> valores;
+  for (const Asignacion& a : actualiza ? DeUpdate(fichas) : DeInsert(fichas)) {
+    const auto* columna = std::ranges::find_if(
+        kColumnas, [&](const auto& conocida) { return com::IgualSinCaja(conocida.first, a.columna); });
+    if (columna == std::end(kColumnas) || (a.expresion.size() == 1 && Es(a.expresion, 0, "NULL"))) continue;
+    if (a.expresion.size() != 1 || !a.expresion[0].valor)
+      throw com::Error(com::error::kSentencia, "El número y el código de una tarjeta se escriben entre comillas",
+                       std::string(sentencia));
+    valores.push_back({*a.expresion[0].valor, columna->second});
+  }
+  return valores;
+}
+
+bool CancelaReservacion(const Partida& partida) {
+  const std::vector<Ficha> fichas = FichasDe(partida.plantilla);
+  if (!Es(fichas, 0, "UPDATE") || !Es(fichas, 1, "Reservacion")) return false;
+  return std::ranges::any_of(DeUpdate(fichas), [&](const Asignacion& a) {
+    if (!com::IgualSinCaja(a.columna, "Es_Cve_Estado") || a.expresion.size() != 1 || !a.expresion[0].valor)
+      return false;
+    const ValorPartido& valor = partida.valores[*a.expresion[0].valor];
+    return valor.pregunta || com::IgualSinCaja(com::Recorta(valor.texto), esquema::kCancelada);
+  });
+}
+
+}  // namespace autonomo

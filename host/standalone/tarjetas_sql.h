@@ -1,0 +1,24 @@
+// Where a statement writes card data.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+#include "host/standalone/llave.h"
+#include "host/standalone/plantillas.h"
+
+namespace autonomo {
+
+struct ValorDeTarjeta {
+  std::size_t valor = 0;  // which of the statement's values
+  Llave::Clase clase = Llave::Clase::Numero;
+};
+// The values that an INSERT or UPDATE writes into columns of numbers and codes. com::Error kSentencia when it writes
+// something else there than a text or NULL: a number without quotes, an expression.
+std::vector<ValorDeTarjeta> ValoresDeTarjeta(std::string_view sentencia, const Partida& partida);
+
+// Whether the statement is an UPDATE that cancels reservations.
+bool CancelaReservacion(const Partida& partida);
+
+}  // namespace autonomo

@@ -1,0 +1,139 @@
+// Card data rest sealed, are read in clear by who may, and codes are forgotten.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "host/standalone/anfitrion.h"
+#include "tests/comun/error_de.h"
+
+namespace autonomo {
+namespace {
+
+constexpr const char* kNumero = "4000123412345678";
+
+class Tarjetas : public testing::Test {
+ protected:
+  Tarjetas() {
+    std::filesystem::remove_all(carpeta);
+    std::filesystem::create_directories(carpeta);
+    setenv("RESERVAS_LLAVE", (carpeta / "llave").c_str(), 1);
+    Abre();
+    base().Execute(
+        "INSERT INTO Cliente (Cl_Cve_Cliente, Cl_Tarjeta_Numero, Cl_Tarjeta_Codigo_Seguridad) VALUES ('C1', "
+        "'4000123412345678 ', '739')");
+  }
+  ~Tarjetas() override { unsetenv("RESERVAS_LLAVE"); }
+
+  void Abre(const std::string& usuario = "ANA") {
+    host.reset();
+    Opciones o;
+    o.base.ruta = (carpeta / "hotel.db").string();
+    o.usuario = usuario;
+    o.ahora = com::FechaDe(2026, 3, 9, 10);
+    host = std::make_unique<Anfitrion>(o);
+  }
+  Conexion& base() { return *host->conexion(); }
+  std::string Lee(const std::string& columna, const std::string& tabla = "Cliente") {
+    const auto rs = base().Directa("SELECT " + columna + " FROM " + tabla);
+    return rs->Eof() ? "(nada)" : com::CStr(rs->Fields(0).Value());
+  }
+  // Whether a file of the folder holds the text.
+  bool EnDisco(const std::string& texto) const {
+    for (const auto& archivo : std::filesystem::directory_iterator(carpeta)) {
+      std::ifstream f(archivo.path(), std::ios::binary);
+      if (std::string(std::istreambuf_iterator<char>(f), {}).find(texto) != std::string::npos) return true;
+    }
+    return false;
+  }
+
+  const std::filesystem::path carpeta =
+      std::filesystem::temp_directory_path() / ("tarjetas-" + std::to_string(getpid()));
+  std::unique_ptr<Anfitrion> host;
+};
+
+TEST_F(Tarjetas, ElArchivoNoLasTieneYQuienPuedeLasLee) {
+  base().Directa("INSERT INTO Reservacion_Datos_Tarjeta VALUES ('F1', 'Banco', '5111222233334444', '846', NULL)");
+  base().Consulta("UPDATE Cliente SET Cl_Correo = ?, Cl_Tarjeta_Codigo_Seguridad = ?", {"a@b.mx", "627"});
+  EXPECT_EQ(Lee("'[' + Cl_Tarjeta_Numero + ']'"), "[4000123412345678 ]") << "as typed";
+  EXPECT_EQ(Lee("Rdt_Codigo_Seguridad", "Reservacion_Datos_Tarjeta"), "846");
+  EXPECT_EQ(com::CStr(base().Execute("SELECT * FROM Cliente")->Fields("Cl_Tarjeta_Codigo_Seguridad").Value()), "627");
+  for (const char* claro : {kNumero, "5111222233334444"}) EXPECT_FALSE(EnDisco(claro)) << "also in the log";
+  EXPECT_EQ(std::filesystem::status(carpeta / "llave").permissions(),
+            std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+  for (const char* mala : {"UPDATE Cliente SET Cl_Tarjeta_Numero = 4111222233334444",
+                           "UPDATE Cliente SET Cl_Tarjeta_Numero = '41' + '11', Cl_Correo = 'x'",
+                           "INSERT INTO Cliente (Cl_Cve_Cliente, Cl_Tarjeta_Numero) VALUES ('C2', 4111222233334444)"}) {
+    EXPECT_EQ(pruebas::ErrorDe([&] { base().Directa(mala); }), com::error::kSentencia) << mala;
+  }
+  host.reset();
+  for (const char* claro : {kNumero, "5111222233334444"}) EXPECT_FALSE(EnDisco(claro)) << "closed";
+  Abre();
+  EXPECT_EQ(Lee("Cl_Tarjeta_Numero"), "4000123412345678 ");
+}
+
+TEST_F(Tarjetas, QuienNoTieneElPermisoVeLasUltimasCuatroYNoLasPierde) {
+  base().Directa("INSERT INTO Permiso (Pe_Usuario, Pe_Pantalla, Pe_Opcion) VALUES ('ANA', 'KV207', 'CHTARJ')");
+  EXPECT_EQ(Lee("Cl_Tarjeta_Numero"), "4000123412345678 ");
+  Abre("LUPE");
+  EXPECT_EQ(Lee("Cl_Tarjeta_Numero"), "************5678");
+  EXPECT_EQ(Lee("Cl_Tarjeta_Codigo_Seguridad"), "***");
+  base().Execute("UPDATE Cliente SET Cl_Tarjeta_Numero = '************5678 ', Cl_Tarjeta_Codigo_Seguridad = '***'");
+  EXPECT_EQ(pruebas::TextoDeError([&] { base().Execute("UPDATE Cliente SET Cl_Tarjeta_Numero = '************9999'"); }),
+            "Escriba completo el dato de la tarjeta: no se conoce el que se ocultó");
+  Abre("ANA");
+  EXPECT_EQ(Lee("Cl_Tarjeta_Numero"), "4000123412345678 ");
+  EXPECT_EQ(Lee("Cl_Tarjeta_Codigo_Seguridad"), "739");
+}
+
+TEST_F(Tarjetas, SinLaLlaveSeDiceYLoDemasSigue) {
+  std::filesystem::rename(carpeta / "llave", carpeta / "aparte");
+  Abre();
+  const auto pide = [&](const char* sentencia) { return pruebas::TextoDeError([&] { base().Directa(sentencia); }); };
+  const std::string falta = "En este equipo no está la llave con que se guardan las tarjetas (";
+  EXPECT_EQ(pide("SELECT Cl_Tarjeta_Numero FROM Cliente").substr(0, falta.size()), falta);
+  EXPECT_EQ(pide("UPDATE Cliente SET Cl_Tarjeta_Numero = '1234'").substr(0, falta.size()), falta);
+  EXPECT_FALSE(std::filesystem::exists(carpeta / "llave")) << "no second key beside the lost one";
+  base().Directa("UPDATE Cliente SET Cl_Correo = 'a@b.mx'");
+  EXPECT_EQ(com::CStr(base().Execute("SELECT * FROM Cliente")->Fields("Cl_Tarjeta_Numero").Value()), "");
+  std::filesystem::rename(carpeta / "aparte", carpeta / "llave");
+  std::filesystem::permissions(carpeta / "llave", std::filesystem::perms::others_read,
+                               std::filesystem::perm_options::add);
+  Abre();
+  EXPECT_EQ(pruebas::ErrorDe([&] { Lee("Cl_Tarjeta_Numero"); }), com::error::kSoloLectura);
+}
+
+TEST_F(Tarjetas, ElCodigoSeOlvidaAlCancelarYAlTerminarLaEstancia) {
+  const auto reserva = [&](const char* folio, const char* cliente, const char* salida) {
+    base().Consulta("INSERT INTO Reservacion (Rs_Folio, Rs_Huesped, Rs_Salida) VALUES (?, ?, ?)",
+                    {folio, cliente, *com::DeIso(salida)});
+    base().Consulta(
+        "INSERT INTO Reservacion_Datos_Tarjeta (Rs_Folio, Rdt_Numero, Rdt_Codigo_Seguridad) "
+        "VALUES (?, '4000123412345678', '846')",
+        {folio});
+  };
+  const auto codigos = [&] {
+    std::string todos;
+    for (const char* s : {"SELECT Rdt_Codigo_Seguridad FROM Reservacion_Datos_Tarjeta ORDER BY Rs_Folio",
+                          "SELECT Cl_Tarjeta_Codigo_Seguridad FROM Cliente"}) {
+      for (const auto rs = base().Directa(s); !rs->Eof(); rs->MoveNext())
+        todos += com::CStr(rs->Fields(0).Value()) + ";";
+    }
+    return todos;
+  };
+  reserva("F1", "C1", "2026-03-12");
+  reserva("F2", "C1", "2026-03-13");
+  reserva("F3", "C9", "2026-03-08");
+  base().Execute("UPDATE Reservacion SET Es_Cve_Estado = 'CA' WHERE Rs_Folio = 'F1'");
+  EXPECT_EQ(codigos(), ";846;846;739;") << "the client has another stay to come";
+  Abre();
+  EXPECT_EQ(codigos(), ";846;;739;") << "a stay that ended";
+  base().Execute("UPDATE Reservacion SET Es_Cve_Estado = 'CA' WHERE Rs_Folio = 'F2'");
+  EXPECT_EQ(codigos(), ";;;;");
+  EXPECT_EQ(Lee("Cl_Tarjeta_Numero"), "4000123412345678 ") << "the number stays";
+}
+
+}  // namespace
+}  // namespace autonomo
