@@ -101,7 +101,7 @@ def mutantes(lineas):
         for m in OPERADOR.finditer(protegida):
             yield i, i, "swap", linea[:m.start()] + TROCADOS[m[0]] + linea[m.end():]
         for m in NUMERO.finditer(protegida):
-            yield i, i, "number", f"{linea[:m.start()]}{int(m[0], 0) + 1}{linea[m.end():]}"
+            yield i, i, "number", f"{linea[:m.start()]}{int(m[0]) + 1}{linea[m.end():]}"
         for m in TEXTO.finditer(linea):
             if not linea.lstrip().startswith("#"):
                 yield i, i, "text", f'{linea[:m.start()]}"~{m[1]}"{linea[m.end():]}'
