@@ -106,7 +106,9 @@ class Constructor {
     const std::string folio = Clave(10, ++folio_);
     const std::string cliente = Clave(10, Azar(1, kClientes));
     const bool pasada = llegada <= Hoy();
-    const std::string estado = cancelada ? "CA" : Suerte(40) ? "CO" : "AC";
+    const std::string estado = std::string(cancelada    ? esquema::kCancelada
+                                           : Suerte(40) ? esquema::kConfirmada
+                                                        : esquema::kActiva);
     base_.Consulta(
         "INSERT INTO Reservacion (Rs_Folio, Rs_Fecha, Rs_Llegada, Rs_Salida, Sc_Cve_Sucursal, Cl_Cve_Cliente, "
         "Rs_Huesped, Mn_Cve_Moneda, Rs_Tipo_Cambio, Fp_Cve_Forma_Pago, Es_Cve_Estado) "
@@ -126,7 +128,7 @@ class Constructor {
     if (!pasada || cancelada || !Suerte(95)) return;
     const bool enCasa = salida > Hoy();
     base_.Consulta("INSERT INTO Check_In (Ci_Folio, Ci_Llegada, Ci_Salida, Es_Cve_Estado) VALUES (?, ?, ?, ?)",
-                   {folio, llegada, salida, enCasa ? "AC" : "CE"});
+                   {folio, llegada, salida, enCasa ? esquema::kActiva : esquema::kCerrada});
     for (const int h : habitaciones) {
       base_.Consulta("INSERT INTO Check_In_Detalle (Ci_Folio, Hb_Cve_Habitacion) VALUES (?, ?)",
                      {folio, ClaveHabitacion(h)});
@@ -142,7 +144,7 @@ class Constructor {
             "INSERT INTO Habitacion_Bloqueo (Hb_Cve_Habitacion, Hbb_Fecha_Inicio, Hbb_Fecha_Fin, Es_Cve_Estado) "
             "VALUES (?, ?, ?, ?)",
             {ClaveHabitacion(Azar(0, kHabitaciones - 1)), inicio, com::MasDias(inicio, Azar(0, 4)),
-             Suerte(80) ? "AC" : "BA"});
+             Suerte(80) ? esquema::kActiva : esquema::kBaja});
       }
     }
   }

@@ -2,28 +2,36 @@
 
 #include <algorithm>
 #include <iterator>
+#include <string_view>
+
+#include "component/nombres.h"
 
 namespace vista {
 
 namespace {
 
+using kv207::EstadoCelda;
+using kv207::NombreEstado;
+
 struct Estado {
-  const char* estilo;
+  std::string_view estilo;
   Trama trama;
   const char* letra;
   const char* palabra;
 };
 
 constexpr Estado kEstados[] = {
-    {"BLOQUEADO", Trama::Rayas, "B", "bloqueado"},  {"RESERVADO", Trama::Puntos, "R", "reservado"},
-    {"OCUPADO", Trama::Franja, "O", "ocupado"},     {"OCUPANDO", Trama::Marca, "", "reservando"},
-    {"RESERVANDO", Trama::Marca, "", "reservando"},
+    {NombreEstado(EstadoCelda::Bloqueado), Trama::Rayas, "B", "bloqueado"},
+    {NombreEstado(EstadoCelda::Reservado), Trama::Puntos, "R", "reservado"},
+    {NombreEstado(EstadoCelda::Ocupado), Trama::Franja, "O", "ocupado"},
+    {NombreEstado(EstadoCelda::Ocupando), Trama::Marca, "", "reservando"},
+    {"Reservando", Trama::Marca, "", "reservando"},  // the legend's word
 };
 
 // Null for a style that is no state.
 const Estado* Busca(const QString& estilo) {
   const auto* e = std::find_if(std::begin(kEstados), std::end(kEstados), [&](const Estado& k) {
-    return estilo.compare(QLatin1String(k.estilo), Qt::CaseInsensitive) == 0;
+    return estilo.compare(QLatin1String(k.estilo.data(), static_cast<int>(k.estilo.size())), Qt::CaseInsensitive) == 0;
   });
   return e == std::end(kEstados) ? nullptr : e;
 }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "component/nombres.h"
+
 namespace vista {
 
 bool EsTablero(const controles::Grid& grid) { return !grid.Estilos().empty(); }
@@ -18,6 +20,7 @@ bool Pistas::EsEntero(const std::string& campo) const {
 }
 
 Pistas PistasDeLasPantallas() {
+  using kv207::EstadoCelda;
   return {
       .iconos = {{"cmdCliente", QStringLiteral("ficha")},
                  {"cmdHuesped", QStringLiteral("ficha")},
@@ -27,13 +30,13 @@ Pistas PistasDeLasPantallas() {
       .enteros = {"txtDias"},
       .trasEditar = "txtHuesped",
       .registro = "txtFolio",
-      .renglones = {.primera = "Adultos",
-                    .enteras = {"Total"},
+      .renglones = {.primera = std::string(kv207::col::kAdultos),
+                    .enteras = {std::string(kv207::col::kTotal)},
                     .agregar = QStringLiteral("Agregar habitación"),
                     .quitar = QStringLiteral("Quitar habitación"),
                     .manija = QStringLiteral("Clic y Supr quitan la habitación")},
-      .tablero = {.libre = "DISPONIBLE",
-                  .marcada = "OCUPANDO",
+      .tablero = {.libre = std::string(kv207::NombreEstado(EstadoCelda::Disponible)),
+                  .marcada = std::string(kv207::NombreEstado(EstadoCelda::Ocupando)),
                   .manija = QStringLiteral("Clic: marca o desmarca toda la fila"),
                   .sinColumnas = QStringLiteral("Sin noches que mostrar: revise llegada y salida"),
                   .sinFilas = QStringLiteral("Ninguna habitación con estos filtros")},

@@ -232,7 +232,7 @@ int main(int argc, char** argv) {
     auto& vista = dynamic_cast<vista::VistaGrid&>(*escritorio.ventana(t)->vista(tablero.ssDisponibilidad));
     controles::Grid& grid = tablero.ssDisponibilidad;
     int libre = 0;
-    while (libre < grid.Filas() && grid.estilo(libre, 2) != grid.IndiceEstilo("DISPONIBLE")) ++libre;
+    while (libre < grid.Filas() && grid.estilo(libre, 2) != static_cast<int>(kv207::EstadoCelda::Disponible)) ++libre;
     const double marca = Mediana(200, [&] {
       grid.ClicCelda(libre, 2);
       EsperaPintado(testigo);
