@@ -147,9 +147,11 @@ constexpr std::string_view kHaySobreventa =
                        AND BTRIM(Pm_Valor, ' 0.+-')::bpchar COLLATE espanol IN ('', 'false', 'falso'))
 $$)";
 
-// Of the lines that hold the room on one of the nights, one that is like the line itself is that line.
+// Of the lines that hold the room on one of the nights, one that is like the line itself is that line. A room's few lines
+// are looked up one by one: while a hotel is filled, the server's estimates are those of an empty one.
 constexpr std::string_view kVende =
-    R"(CREATE FUNCTION vende(suyo bpchar, cuarto bpchar, suyas daterange) RETURNS void LANGUAGE plpgsql AS $$
+    R"(CREATE FUNCTION vende(suyo bpchar, cuarto bpchar, suyas daterange) RETURNS void LANGUAGE plpgsql
+SET enable_mergejoin = off SET enable_hashjoin = off SET enable_seqscan = off AS $$
 DECLARE choque record;
 BEGIN
   IF suyas IS NULL OR isempty(suyas) OR hay_sobreventa()
