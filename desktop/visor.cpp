@@ -9,6 +9,7 @@
 #include "desktop/tablas.h"
 #include "desktop/vista.h"
 #include "host/standalone/documento.h"
+#include "host/standalone/tarjetas_sql.h"
 #include "platform/com/error.h"
 #include "schema/esquema.h"
 
@@ -99,7 +100,10 @@ std::vector<std::pair<QString, QString>> DatosDeRegistro(autonomo::Conexion& con
     const std::string& nombre = rs->Nombres()[i];
     const auto* p = std::find_if(std::begin(kPalabras), std::end(kPalabras),
                                  [&](const Palabra& k) { return com::IgualSinCaja(k.columna, nombre); });
-    if (p == std::end(kPalabras)) {
+    if (const auto tarjeta = autonomo::ClaseDeColumna(nombre)) {  // nobody needs a card to look at a record
+      const std::string valor = Celda(*rs, i);
+      datos.emplace_back(Q(nombre), Q(valor.empty() ? valor : autonomo::Enmascara(valor, *tarjeta)));
+    } else if (p == std::end(kPalabras)) {
       datos.emplace_back(Q(nombre), Q(Celda(*rs, i)));
     } else {
       datos.emplace_back(Q(p->titulo), Legible(conexion, *p, Celda(*rs, i)));

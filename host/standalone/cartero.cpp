@@ -24,6 +24,19 @@ std::string MarcaDeIntento() {
   return std::to_string(getpid()) + "-" + std::to_string(QRandomGenerator::system()->generate64());
 }
 
+// What became of a mail is worth some patience with a busy database: without it nobody knows.
+void Insiste(const std::function<void()>& anota) {
+  constexpr int kVeces = 10;
+  for (int vez = 1;; ++vez) {
+    try {
+      return anota();
+    } catch (const com::Error& e) {
+      if ((e.Numero() != com::error::kOcupada && e.Numero() != kChoque) || vez == kVeces) throw;
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(100 * vez));
+  }
+}
+
 // Letters, digits and "-" of a text.
 std::string Llano(const std::string& texto) {
   std::string s;
@@ -68,7 +81,7 @@ Ronda Reparte(Conexion& conexion, const Reloj& reloj, const ServidorCorreo& serv
     const std::optional<CorreoTomado> correo = Toma(conexion, id, quien, reloj.Ahora());
     if (!correo) continue;
     const ResultadoEnvio resultado = EntregaCorreo(servidor, correo->para, MensajeDe(*correo, servidor));
-    Anota(conexion, *correo, quien, resultado, reloj.Ahora());
+    Insiste([&] { Anota(conexion, *correo, quien, resultado, reloj.Ahora()); });
     switch (resultado.desenlace) {
       case Desenlace::Enviado:
         ++ronda.enviados;

@@ -14,17 +14,15 @@ namespace autonomo {
 
 namespace {
 
-constexpr std::string_view kOculto = "************", kOcultoCodigo = "***";
-constexpr std::size_t kALaVista = 4;
+constexpr std::string_view kInicioCambio = "update reservacion ";
+
+// palabra: lower case. Asked for each statement of the board: no copy is made.
+bool Menciona(std::string_view texto, std::string_view palabra) {
+  const auto igual = [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a - 'A' + 'a' : a) == b; };
+  return std::search(texto.begin(), texto.end(), palabra.begin(), palabra.end(), igual) != texto.end();
+}
 
 bool EsLectura(std::string_view texto) { return texto.starts_with('S') || texto.starts_with('s'); }
-
-// The last four of a number with more; nothing of a code.
-std::string Enmascara(const std::string& texto, Llave::Clase clase) {
-  if (clase == Llave::Clase::Codigo) return std::string(kOcultoCodigo);
-  const std::string numero = com::Recorta(texto);
-  return std::string(kOculto) + (numero.size() > 2 * kALaVista ? numero.substr(numero.size() - kALaVista) : "");
-}
 
 class ConexionCifrada final : public ConexionDeMotor {
  public:
@@ -41,8 +39,10 @@ class ConexionCifrada final : public ConexionDeMotor {
     Parametros ninguno;
     const std::string cifrada = Cifra(texto, false, ninguno);
     ado::RecordsetPtr filas = motor_->Execute(cifrada == texto ? sentencia : ado::TextoSQL(cifrada));
-    Parte(texto, false, partida_);
-    if (CancelaReservacion(partida_)) OlvidaCodigos(*motor_, Folio(), reloj_.Ahora());
+    if (Menciona(std::string_view(texto).substr(0, kInicioCambio.size()), kInicioCambio)) {
+      Parte(texto, false, partida_);
+      if (CancelaReservacion(partida_)) OlvidaCodigos(*motor_, Folio(), reloj_.Ahora());
+    }
     return filas;
   }
   using ado::Connection::Execute;
@@ -79,7 +79,8 @@ class ConexionCifrada final : public ConexionDeMotor {
   // The last value of the statement that was split last: in a change of state, the reservation's.
   std::string Folio() const { return partida_.valores.empty() ? "" : com::Recorta(partida_.valores.back().texto); }
 
-  const Llave* LeeLlave();
+  // The key of that fingerprint; of "", the one for new hotels. Null when it is not here.
+  const Llave* BuscaLlave(const std::string& huella);
   const Llave& LlaveParaCifrar();
   // Which key the cards of the database are sealed with; "" when there are none.
   std::string HuellaDeLaBase();
@@ -89,9 +90,9 @@ class ConexionCifrada final : public ConexionDeMotor {
   const Reloj& reloj_;
   bool enMemoria_;
   std::function<bool()> veTarjetas_;
-  std::optional<Llave> llave_;
+  std::vector<Llave> llaves_;
   Partida partida_;
-  bool revisada_ = false;                       // the key is that of the cards in the database
+  std::optional<Llave> deLaBase_;               // the one that its cards are sealed with
   std::map<std::string, std::string> ocultas_;  // masked text, and the mark that it hides: the last one shown
 };
 
@@ -99,12 +100,20 @@ void ConexionCifrada::SinLlave() {
   throw com::Error(
       com::error::kBaseDatos,
       "En este equipo no está la llave con que se guardan las tarjetas (" + Llave::RutaUsual() +
-          "). Cópiela del equipo donde se creó el hotel, o de donde la guardó; lo demás sigue funcionando");
+          "). Agregue ahí su renglón, del equipo donde se hizo o de donde lo guardó; lo demás sigue funcionando");
 }
 
-const Llave* ConexionCifrada::LeeLlave() {
-  if (!llave_) llave_ = enMemoria_ ? Llave::Nueva() : Llave::Lee(Llave::RutaUsual());
-  return llave_ ? &*llave_ : nullptr;
+// What is not among the keys that were read may have come meanwhile.
+const Llave* ConexionCifrada::BuscaLlave(const std::string& huella) {
+  const auto busca = [&]() -> const Llave* {
+    const auto llave =
+        std::ranges::find_if(llaves_, [&](const Llave& l) { return huella.empty() || l.Huella() == huella; });
+    return llave == llaves_.end() ? nullptr : &*llave;
+  };
+  if (const Llave* llave = busca()) return llave;
+  if (!enMemoria_) llaves_ = Llave::Lee(Llave::RutaUsual());
+  if (enMemoria_ && llaves_.empty()) llaves_.push_back(Llave::Nueva());
+  return busca();
 }
 
 std::string ConexionCifrada::HuellaDeLaBase() {
@@ -120,29 +129,25 @@ std::string ConexionCifrada::HuellaDeLaBase() {
 }
 
 const Llave& ConexionCifrada::LlaveParaCifrar() {
-  const Llave* llave = LeeLlave();
-  if (!revisada_ && !enMemoria_) {
-    const std::string huella = HuellaDeLaBase();
-    if (!huella.empty() && (llave == nullptr || llave->Huella() != huella)) SinLlave();
-    if (llave == nullptr) llave = &llave_.emplace(Llave::Crea(Llave::RutaUsual()));
-    revisada_ = true;
-  }
-  return *llave;
+  if (deLaBase_) return *deLaBase_;
+  const std::string huella = HuellaDeLaBase();
+  const Llave* llave = BuscaLlave(huella);
+  if (llave == nullptr && !huella.empty()) SinLlave();
+  return deLaBase_.emplace(llave == nullptr ? Llave::Crea(Llave::RutaUsual()) : *llave);
 }
 
 std::string ConexionCifrada::Cifrado(const std::string& texto, Llave::Clase clase) {
   const std::string limpio = com::Recorta(texto);
   if (limpio.empty()) return texto;
   if (const auto oculta = ocultas_.find(limpio); oculta != ocultas_.end()) return oculta->second;
-  if (limpio == kOcultoCodigo || limpio.starts_with(kOculto))
+  if (EsOculto(limpio))
     throw com::Error(com::error::kArgumento, "Escriba completo el dato de la tarjeta: no se conoce el que se ocultó");
   return LlaveParaCifrar().Sella(texto, clase);
 }
 
 std::string ConexionCifrada::Cifra(std::string_view sentencia, bool conPreguntas, Parametros& parametros) {
   std::string cifrada(sentencia);
-  const std::string plana = com::Minusculas(sentencia);
-  if (plana.find("tarjeta") == std::string::npos && plana.find("into cliente") == std::string::npos) return cifrada;
+  if (!Menciona(sentencia, "tarjeta") && !Menciona(sentencia, "into cliente")) return cifrada;
   Partida& partida = partida_;
   Parte(sentencia, conPreguntas, partida);
   std::vector<ValorDeTarjeta> valores = ValoresDeTarjeta(sentencia, partida);
@@ -170,7 +175,7 @@ std::string ConexionCifrada::Abierto(const std::string& texto, bool exige) {
   std::string abierto, resto = texto;
   for (std::string_view marca = BuscaMarca(resto); !marca.empty(); marca = BuscaMarca(resto)) {
     const auto lugar = static_cast<std::size_t>(marca.data() - resto.data());
-    const Llave* llave = LeeLlave();
+    const Llave* llave = BuscaLlave(HuellaDeMarca(marca));
     const std::optional<std::string> claro = llave == nullptr ? std::nullopt : llave->Abre(marca);
     if (!claro && exige) SinLlave();
     abierto += resto.substr(0, lugar);
@@ -187,9 +192,9 @@ std::string ConexionCifrada::Abierto(const std::string& texto, bool exige) {
 }
 
 ado::RecordsetPtr ConexionCifrada::Abre(ado::RecordsetPtr filas, std::string_view sentencia) {
+  // Of a row that is asked for whole, what cannot be opened is left out.
   const bool todas = sentencia.find('*') != std::string_view::npos;
-  const bool nombra = com::Minusculas(sentencia).find("tarjeta") != std::string::npos;
-  if (!todas && !nombra) return filas;
+  if (!Menciona(sentencia, "tarjeta") && !(todas && Menciona(sentencia, "cliente"))) return filas;
   std::vector<com::Variant> celdas;
   const std::size_t columnas = filas->Nombres().size();
   celdas.reserve(columnas * static_cast<std::size_t>(filas->RecordCount()));
@@ -198,7 +203,6 @@ ado::RecordsetPtr ConexionCifrada::Abre(ado::RecordsetPtr filas, std::string_vie
     for (std::size_t c = 0; c < columnas; ++c) {
       const com::Variant& celda = filas->Fields(c).Value();
       if (celda.EsTexto() && !BuscaMarca(com::CStr(celda)).empty()) {
-        // A row that is shown as it stands is shown without what cannot be opened.
         celdas.emplace_back(Abierto(com::CStr(celda), !todas));
         cambia = true;
       } else {

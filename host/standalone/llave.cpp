@@ -6,11 +6,13 @@
 #include <unistd.h>
 
 #include <QStandardPaths>
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
-#include <vector>
+#include <fstream>
 
 #include "platform/com/error.h"
+#include "platform/com/texto.h"
 
 namespace autonomo {
 
@@ -24,6 +26,9 @@ constexpr int kBase64 = sodium_base64_VARIANT_URLSAFE_NO_PADDING;
 // Of a mark: beginning, class, ":", fingerprint, ":".
 constexpr std::size_t kClase = kInicioMarca.size(), kLugarHuella = kClase + 2,
                       kLugarSello = kLugarHuella + 2 * kHuella + 1;
+
+constexpr std::string_view kOculto = "************", kOcultoCodigo = "***";
+constexpr std::size_t kALaVista = 4;
 
 void Prepara() {
   static const bool bien = sodium_init() >= 0;
@@ -62,26 +67,29 @@ std::string Llave::RutaUsual() {
          "/reservas/tarjetas.llave";
 }
 
-std::optional<Llave> Llave::Lee(const std::string& ruta) {
+std::vector<Llave> Llave::Lee(const std::string& ruta) {
   Prepara();
-  const int archivo = open(ruta.c_str(), O_RDONLY | O_CLOEXEC);
-  if (archivo < 0) {
-    if (errno == ENOENT) return std::nullopt;
+  errno = 0;
+  std::ifstream archivo(ruta, std::ios::binary);
+  if (!archivo) {
+    if (errno == ENOENT) return {};
     Rechaza(ruta, "no se puede leer");
   }
   struct stat datos {};
-  std::array<char, 2 * kBytesLlave> hex{};
-  const bool leida = fstat(archivo, &datos) == 0 && read(archivo, hex.data(), hex.size()) == ssize_t{hex.size()};
-  close(archivo);
-  if ((datos.st_mode & (S_IRWXG | S_IRWXO)) != 0)
+  if (stat(ruta.c_str(), &datos) != 0 || (datos.st_mode & (S_IRWXG | S_IRWXO)) != 0)
     Rechaza(ruta, "la pueden leer otros usuarios del equipo: déjela solo para el suyo (chmod 600)");
-  std::array<unsigned char, kBytesLlave> bytes{};
-  std::size_t cuantos = 0;
-  const bool bien =
-      leida && sodium_hex2bin(bytes.data(), bytes.size(), hex.data(), hex.size(), nullptr, &cuantos, nullptr) == 0 &&
-      cuantos == bytes.size();
-  if (!bien) Rechaza(ruta, "está dañada: ponga en su lugar la copia que guardó");
-  return Llave(bytes);
+  std::vector<Llave> llaves;
+  for (std::string linea; std::getline(archivo, linea);) {
+    const std::string hex = com::Recorta(linea);
+    if (hex.empty()) continue;
+    std::array<unsigned char, kBytesLlave> bytes{};
+    std::size_t cuantos = 0;
+    if (sodium_hex2bin(bytes.data(), bytes.size(), hex.data(), hex.size(), nullptr, &cuantos, nullptr) != 0 ||
+        cuantos != bytes.size() || hex.size() != 2 * kBytesLlave)
+      Rechaza(ruta, "está dañada: ponga en su lugar la copia que guardó");
+    llaves.push_back(Llave(bytes));
+  }
+  return llaves;
 }
 
 // The file appears under its name only when it is whole.
@@ -99,7 +107,7 @@ Llave Llave::Crea(const std::string& ruta) {
   const bool puesta = escrita && link(nueva.c_str(), ruta.c_str()) == 0;
   unlink(nueva.c_str());
   if (puesta) return llave;
-  if (std::optional<Llave> otra = Lee(ruta)) return *otra;
+  if (const std::vector<Llave> otras = Lee(ruta); !otras.empty()) return otras.front();
   Rechaza(ruta, "no se puede escribir");
 }
 
@@ -145,6 +153,14 @@ std::string_view BuscaMarca(std::string_view texto) {
   }
   return {};
 }
+
+std::string Enmascara(const std::string& texto, Llave::Clase clase) {
+  if (clase == Llave::Clase::Codigo) return std::string(kOcultoCodigo);
+  const std::string numero = com::Recorta(texto);
+  return std::string(kOculto) + (numero.size() > 2 * kALaVista ? numero.substr(numero.size() - kALaVista) : "");
+}
+
+bool EsOculto(std::string_view texto) { return texto == kOcultoCodigo || texto.starts_with(kOculto); }
 
 Llave::Clase ClaseDeMarca(std::string_view marca) { return static_cast<Llave::Clase>(marca[kClase]); }
 

@@ -1,10 +1,12 @@
-// The key that card data are sealed with: in a file of its user, never in a database.
+// The keys that card data are sealed with: in a file of their user, a line each, never in a database. A user who works
+// with several hotels may need several.
 #pragma once
 
 #include <array>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace autonomo {
 
@@ -16,10 +18,10 @@ class Llave {
   enum class Clase : char { Numero = 'n', Codigo = 'c' };
 
   static Llave Nueva();
-  // The key of the file; nothing when there is no such file. com::Error kSoloLectura for one that cannot be read, that
-  // others than its owner may read, or that holds no key.
-  static std::optional<Llave> Lee(const std::string& ruta);
-  // Writes a new key, readable by its owner alone; of two programs that meet here both have the first one's.
+  // The keys of the file; none when there is no such file. com::Error kSoloLectura for one that cannot be read, that
+  // others than its owner may read, or that holds something else.
+  static std::vector<Llave> Lee(const std::string& ruta);
+  // Makes the file with a new key, for its owner alone; of two programs that meet here both have the first one's.
   static Llave Crea(const std::string& ruta);
   // Variable RESERVAS_LLAVE, or "~/.config/reservas/tarjetas.llave" with the user's folder in full.
   static std::string RutaUsual();
@@ -42,6 +44,9 @@ class Llave {
 std::string_view BuscaMarca(std::string_view texto);
 Llave::Clase ClaseDeMarca(std::string_view marca);
 std::string HuellaDeMarca(std::string_view marca);
+// What is shown instead: the last four of a number with more, nothing of a code. EsOculto knows it again.
+std::string Enmascara(const std::string& texto, Llave::Clase clase);
+bool EsOculto(std::string_view texto);
 // What every mark begins with.
 inline constexpr std::string_view kInicioMarca = "{kv1:";
 

@@ -123,19 +123,24 @@ std::vector<Asignacion> DeInsert(Fichas resto) {
 
 }  // namespace
 
+std::optional<Llave::Clase> ClaseDeColumna(std::string_view columna) {
+  const auto* conocida =
+      std::ranges::find_if(kColumnas, [&](const auto& c) { return com::IgualSinCaja(c.first, columna); });
+  return conocida == std::end(kColumnas) ? std::nullopt : std::optional(conocida->second);
+}
+
 std::vector<ValorDeTarjeta> ValoresDeTarjeta(std::string_view sentencia, const Partida& partida) {
   const std::vector<Ficha> fichas = FichasDe(partida.plantilla);
   const bool actualiza = Es(fichas, 0, "UPDATE");
   if (!actualiza && !Es(fichas, 0, "INSERT") && !Es(fichas, 0, "REPLACE")) return {};
   std::vector<ValorDeTarjeta> valores;
   for (const Asignacion& a : actualiza ? DeUpdate(fichas) : DeInsert(fichas)) {
-    const auto* columna = std::ranges::find_if(
-        kColumnas, [&](const auto& conocida) { return com::IgualSinCaja(conocida.first, a.columna); });
-    if (columna == std::end(kColumnas) || (a.expresion.size() == 1 && Es(a.expresion, 0, "NULL"))) continue;
+    const std::optional<Llave::Clase> clase = ClaseDeColumna(a.columna);
+    if (!clase || (a.expresion.size() == 1 && Es(a.expresion, 0, "NULL"))) continue;
     if (a.expresion.size() != 1 || !a.expresion[0].valor)
       throw com::Error(com::error::kSentencia, "El número y el código de una tarjeta se escriben entre comillas",
                        std::string(sentencia));
-    valores.push_back({*a.expresion[0].valor, columna->second});
+    valores.push_back({*a.expresion[0].valor, *clase});
   }
   return valores;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -9,6 +10,9 @@
 #include "host/standalone/plantillas.h"
 
 namespace autonomo {
+
+// What a column holds of a card; nothing for other columns. Case-blind.
+std::optional<Llave::Clase> ClaseDeColumna(std::string_view columna);
 
 struct ValorDeTarjeta {
   std::size_t valor = 0;  // which of the statement's values

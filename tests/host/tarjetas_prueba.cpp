@@ -96,9 +96,15 @@ TEST_F(Tarjetas, SinLaLlaveSeDiceYLoDemasSigue) {
   EXPECT_EQ(pide("SELECT Cl_Tarjeta_Numero FROM Cliente").substr(0, falta.size()), falta);
   EXPECT_EQ(pide("UPDATE Cliente SET Cl_Tarjeta_Numero = '1234'").substr(0, falta.size()), falta);
   EXPECT_FALSE(std::filesystem::exists(carpeta / "llave")) << "no second key beside the lost one";
+  std::ofstream(carpeta / "llave") << std::string(64, 'a') << '\n';
+  std::filesystem::permissions(carpeta / "llave", std::filesystem::perms::owner_all);
+  Abre();
+  EXPECT_EQ(pide("UPDATE Cliente SET Cl_Tarjeta_Numero = '1234'").substr(0, falta.size()), falta) << "another key";
   base().Directa("UPDATE Cliente SET Cl_Correo = 'a@b.mx'");
   EXPECT_EQ(com::CStr(base().Execute("SELECT * FROM Cliente")->Fields("Cl_Tarjeta_Numero").Value()), "");
-  std::filesystem::rename(carpeta / "aparte", carpeta / "llave");
+  std::ofstream(carpeta / "llave", std::ios::app) << std::ifstream(carpeta / "aparte").rdbuf();
+  Abre();
+  EXPECT_EQ(Lee("Cl_Tarjeta_Numero"), "4000123412345678 ") << "its line beside the other";
   std::filesystem::permissions(carpeta / "llave", std::filesystem::perms::others_read,
                                std::filesystem::perm_options::add);
   Abre();
