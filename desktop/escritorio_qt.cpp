@@ -216,6 +216,11 @@ void EscritorioQt::VuelveAlFrente() const {
   if (QWidget* frente = Frente()) frente->activateWindow();
 }
 
+bool EscritorioQt::Pulsa(controles::Accion accion) const {
+  Ventana* v = abiertas_.empty() ? nullptr : ventana(*abiertas_.front());
+  return v != nullptr && v->Pulsa(accion);
+}
+
 int EscritorioQt::Mensaje(const controles::CajaMensaje& caja) {
   CajaAviso aviso(caja, DuenioDe(caja.ventana));
   if (!piloto_.mensaje) {

@@ -40,6 +40,13 @@ class EscritorioQt : public controles::Escritorio {
   Ventana* ventana(const controles::Formulario& formulario) const;
   // The window that is in front, for dialogs to belong to; null when there is none.
   QWidget* Frente() const;
+  // Gives the keyboard back to the window in front once a dialog over it is gone.
+  void VuelveAlFrente() const;
+  // The main screen; null when it is not shown.
+  controles::Formulario* Principal() const { return abiertas_.empty() ? nullptr : abiertas_.front(); }
+  // Presses a button of the main toolbar as the person at the window does, questions included. False when it was not
+  // to be.
+  bool Pulsa(controles::Accion accion) const;
   // Whether the program may end, with the main screen as it is; a person is asked about an open capture.
   bool PermiteSalir(const controles::Formulario& principal) { return resguardo_.PermiteSalir(principal, Frente()); }
   // The main window is gone.
@@ -69,8 +76,6 @@ class EscritorioQt : public controles::Escritorio {
   bool DejaPulsar(const controles::Formulario& formulario, controles::Accion accion);
   void CierraPrincipal(controles::Formulario& formulario);
   QWidget* DuenioDe(int cual) const;
-  // Gives the keyboard back to the window in front once a dialog over it is gone.
-  void VuelveAlFrente() const;
 
   Contexto contexto_;
   Piloto piloto_;

@@ -10,6 +10,7 @@
 #include "desktop/escala.h"
 #include "desktop/guarda.h"
 #include "desktop/teclas.h"
+#include "desktop/ventana_hoy.h"
 #include "desktop/vista_barra.h"
 #include "desktop/vista_grid.h"
 #include "guion/usable.h"
@@ -86,6 +87,11 @@ VistaGrid& ManosQt::VistaDe(const controles::Grid& grid) const {
 }
 
 void ManosQt::Haz(const std::function<void()>& accion) const {
+  if (hoy_) hoy_->hide();
+  HazEnHoy(accion);
+}
+
+void ManosQt::HazEnHoy(const std::function<void()>& accion) {
   ConFallas([&] {
     accion();
     QApplication::processEvents();
@@ -265,12 +271,58 @@ void ManosQt::Tamano(controles::Formulario& formulario, int ancho, int alto) {
 }
 
 void ManosQt::Foto(controles::Formulario& formulario, const std::string& ruta) {
-  Haz([&] {
-    Ventana& v = VentanaDe(formulario);
+  HazEnHoy([&] {
+    QWidget& v = hoy_ && hoy_->isVisible() ? static_cast<QWidget&>(*hoy_) : VentanaDe(formulario);
     QApplication::processEvents();
     if (!v.grab().save(Q(ruta), "PNG")) {
       throw com::Error(com::error::kArgumento, "No se pudo escribir la imagen " + ruta);
     }
+  });
+}
+
+// --- the front desk's day
+
+// It stays open until the clerk turns to something else.
+VentanaHoy& ManosQt::HoyALaVista(recepcion::Hoy& hoy) {
+  if (!hoy_) hoy_ = new VentanaHoy(hoy, escritorio_.contexto(), escritorio_.Frente());
+  hoy_->show();
+  return static_cast<VentanaHoy&>(*hoy_);
+}
+
+void ManosQt::AbreHoy(recepcion::Hoy& hoy) {
+  HazEnHoy([&] {
+    if (!hoy_) {
+      HoyALaVista(hoy);  // it reads the day
+    } else {
+      EnviaTecla(&HoyALaVista(hoy), Qt::Key_F5);
+    }
+  });
+}
+
+void ManosQt::EligeLista(recepcion::Hoy& hoy, recepcion::Lista lista) {
+  HazEnHoy([&] {
+    auto* listas = HoyALaVista(hoy).findChild<QTabBar*>(QStringLiteral("listas"));
+    EnviaClic(listas, listas->tabRect(static_cast<int>(lista)).center());
+  });
+}
+
+void ManosQt::BuscaEnHoy(recepcion::Hoy& hoy, const std::string& texto) {
+  HazEnHoy([&] {
+    auto* linea = HoyALaVista(hoy).findChild<QLineEdit*>(QStringLiteral("busca"));
+    PreparaTexto(linea, true);
+    Teclea(linea, Q(texto));
+  });
+}
+
+void ManosQt::AbreFila(recepcion::Hoy& hoy, int fila) {
+  HazEnHoy([&] {
+    VentanaHoy& ventana = HoyALaVista(hoy);
+    auto* filas = ventana.findChild<QTableWidget*>(QStringLiteral("filas"));
+    if (fila < 0 || fila >= filas->rowCount()) return hoy.AbreFila(fila);  // says why not
+    filas->selectRow(fila);
+    EnviaTecla(filas, Qt::Key_Return);
+    if (ventana.isVisible()) throw com::Error(com::error::kArgumento, ventana.Nota().toStdString());
+    hoy.AbreFila(ventana.Elegida());
   });
 }
 

@@ -1,11 +1,15 @@
 // The clerk's hands on real widgets: texts typed as key events, buttons and cells clicked by mouse events.
 #pragma once
 
+#include <QDialog>
+#include <QPointer>
+
 #include "desktop/escritorio_qt.h"
 #include "guion/manos.h"
 
 namespace vista {
 
+class VentanaHoy;
 class VistaGrid;
 
 // One key event with a whole text is one stroke of typing, as an input method gives it; so a change event is raised
@@ -29,17 +33,25 @@ class ManosQt : public guion::Manos {
   void Tamano(controles::Formulario& formulario, int ancho, int alto) override;
   void Foto(controles::Formulario& formulario, const std::string& ruta) override;
   void Enfoca(controles::Control& control) override;
+  void AbreHoy(recepcion::Hoy& hoy) override;
+  void EligeLista(recepcion::Hoy& hoy, recepcion::Lista lista) override;
+  void BuscaEnHoy(recepcion::Hoy& hoy, const std::string& texto) override;
+  void AbreFila(recepcion::Hoy& hoy, int fila) override;
 
  private:
+  VentanaHoy& HoyALaVista(recepcion::Hoy& hoy);
   Ventana& VentanaDe(const controles::Formulario& formulario) const;
   Vista& VistaDe(const controles::Control& control) const;
   VistaGrid& VistaDe(const controles::Grid& grid) const;
   void TerminaEdicion(controles::Formulario& formulario, const controles::Control* destino) const;
   // Does something to the widgets, lets what it set off come to rest, and raises what failed.
   void Haz(const std::function<void()>& accion) const;
+  // The same in the window of the day, which comes up over the others; elsewhere it is closed first.
+  static void HazEnHoy(const std::function<void()>& accion);
   void PulsaCelda(VistaGrid& vista, int fila, int columna) const;
 
   EscritorioQt& escritorio_;
+  QPointer<QDialog> hoy_;  // the main window's
 };
 
 // Sends a key, pressed and released, to a widget.

@@ -6,6 +6,7 @@
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QScreen>
+#include <QTimer>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
@@ -18,9 +19,11 @@
 #include "desktop/escala.h"
 #include "desktop/escritorio_qt.h"
 #include "desktop/fechas.h"
+#include "desktop/guarda.h"
 #include "desktop/idioma.h"
 #include "desktop/impresion.h"
 #include "desktop/manos_qt.h"
+#include "desktop/mostrador.h"
 #include "desktop/pantallas.h"
 #include "desktop/preguntas.h"
 #include "desktop/reparto.h"
@@ -211,7 +214,7 @@ void DiceLoHecho(Contexto& contexto, autonomo::Anfitrion& anfitrion) {
 
 }  // namespace
 
-void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion) {
+void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion, Mostrador& mostrador) {
   RegistraPantallas(escritorio, anfitrion);
   escritorio.Conserva(InstalaImpresion(anfitrion, [&escritorio] { return escritorio.Frente(); }));
   Contexto& contexto = escritorio.contexto();
@@ -223,9 +226,10 @@ void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion) 
   contexto.abreCatalogo = [&](const controles::LookupField& campo) {
     escritorio.AbrePantalla(campo.diseno().transaccion, {});
   };
+  contexto.menu.push_back({QStringLiteral("Ho&y"), [&mostrador] { mostrador.AbreHoy(); }, Qt::Key_F5});
   const auto opcion = [&](const char* titulo, const char* codigo) {
     contexto.menu.push_back(
-        {QString::fromUtf8(titulo), [&escritorio, codigo] { escritorio.AbrePantalla(codigo, {}); }});
+        {QString::fromUtf8(titulo), [&escritorio, codigo] { escritorio.AbrePantalla(codigo, {}); }, 0});
   };
   opcion("&Clientes…", "CA014");
   opcion("&Formas de pago…", "CA016");
@@ -234,9 +238,11 @@ void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion) 
   opcion("&Bitácora…", "BITACORA");
   opcion("Co&rreos…", "CORREOS");
   opcion("C&onfiguración…", "CONFIG");
-  contexto.menu.push_back({QStringLiteral("&Acerca de este programa"), [&escritorio, &anfitrion] {
+  contexto.menu.push_back({QStringLiteral("&Acerca de este programa"),
+                           [&escritorio, &anfitrion] {
                              Avisa(autonomo::TextoVersion("Reservaciones", anfitrion.base()), 64, escritorio.Frente());
-                           }});
+                           },
+                           0});
 }
 
 int RevisaPantalla(int argc, char** argv) {
@@ -335,7 +341,8 @@ int Programa::CorreVentana(OpcionesPrograma opciones) {
   autonomo::Anfitrion anfitrion(opciones.anfitrion);
   anfitrion.RegistraClases();
   EscritorioQt escritorio;
-  ConectaAnfitrion(escritorio, anfitrion);
+  Mostrador mostrador(escritorio);
+  ConectaAnfitrion(escritorio, anfitrion, mostrador);
   controles::FijaEscritorio(&escritorio);
   guion::Componente componente;
   QApplication::setQuitOnLastWindowClosed(false);
@@ -355,6 +362,7 @@ int Programa::CorreVentana(OpcionesPrograma opciones) {
   const Vigia vigia([&] { return TomaNoticias(anfitrion, diario); },
                     [&] { return QApplication::activeModalWidget() != nullptr || EnCaptura(componente.formulario()); },
                     [&](const std::string& noticia) { Avisa(noticia, 48, escritorio.Frente()); });
+  QTimer::singleShot(0, &vida, [&mostrador] { vista::Corre([&mostrador] { mostrador.AbreHoy(); }); });
   return QApplication::exec();
 }
 

@@ -30,8 +30,10 @@ int RevisaPantalla(int argc, char** argv);
 std::string BaseDelUsuario();
 
 class EscritorioQt;
-// Gives the windows what the host offers beside the screens: searches, catalogues, records, printed confirmations.
-void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion);
+class Mostrador;
+// Gives the windows what the host offers beside the screens: searches, catalogues, records, printed confirmations, and
+// the front desk.
+void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion, Mostrador& mostrador);
 
 class Programa {
  public:

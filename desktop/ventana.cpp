@@ -127,6 +127,26 @@ bool Ventana::AntesDePulsar(controles::Accion accion) {
   return true;
 }
 
+bool Ventana::Pulsa(controles::Accion accion) {
+  for (const auto& v : vistas_) {
+    if (auto* barra = dynamic_cast<VistaBarra*>(v.get())) return barra->Pulsa(accion);
+  }
+  return false;
+}
+
+// What is pending is handed over first, as before a button.
+bool Ventana::AbreOpcion(const QKeyEvent& evento) {
+  if (parentWidget() != nullptr || !SinModificadores(evento)) return false;
+  for (const Contexto::Opcion& opcion : contexto_.menu) {
+    if (opcion.tecla != evento.key()) continue;
+    Corre([&] {
+      if (!evento.isAutoRepeat() && TerminaEdicion(nullptr)) opcion.abre();
+    });
+    return true;
+  }
+  return false;
+}
+
 void Ventana::Descarta() {
   for (const auto& v : vistas_) v->Descarta();
 }
@@ -269,6 +289,7 @@ void Ventana::closeEvent(QCloseEvent* evento) {
 
 void Ventana::keyPressEvent(QKeyEvent* evento) {
   // Keys that no control took: with the focus nowhere, the form still has its own.
+  if (AbreOpcion(*evento)) return;
   const int codigo = CodigoTecla(evento->key());
   if (codigo == controles::tecla::kEsc || codigo >= kTeclaF1 || codigo == controles::tecla::kTab) {
     Corre([&] { formulario_.PulsaTecla(codigo, MayusDe(evento->modifiers())); });
@@ -307,7 +328,8 @@ bool Ventana::eventFilter(QObject* objeto, QEvent* evento) {
   switch (evento->type()) {
     case QEvent::KeyPress:
       if (Vista* v = DueniaDe(objeto)) {
-        if (v->Tecla(*static_cast<QKeyEvent*>(evento))) return true;
+        const auto& tecla = *static_cast<QKeyEvent*>(evento);
+        if (AbreOpcion(tecla) || v->Tecla(tecla)) return true;
       }
       break;
     case QEvent::ShortcutOverride: {

@@ -41,6 +41,8 @@ class Ventana : public QWidget {
   bool Entra(Vista& vista);
   // Forgets what the user has begun.
   void Descarta();
+  // Presses a button of the toolbar as the user does. False when it is not offered, or was kept from acting.
+  bool Pulsa(controles::Accion accion);
   // The view that a widget is part of; null for the window's own ground.
   Vista* VistaBajo(const QWidget& widget) const;
   // The form tells the window of its changes no more: another window may take its place.
@@ -66,6 +68,8 @@ class Ventana : public QWidget {
   void ColocaSobreCelda(Vista& vista);
   Vista* DueniaDe(QObject* objeto) const;
   void AdoptaFoco();
+  // A host's screen that has this key comes up. False when the key is none of theirs.
+  bool AbreOpcion(const QKeyEvent& evento);
   bool AntesDePulsar(controles::Accion accion);
   void DespuesDePulsar(controles::Accion accion);
   void AlEntrar(Vista& vista, Qt::FocusReason motivo);

@@ -35,6 +35,7 @@ struct Contexto {
   struct Opcion {
     QString titulo;
     std::function<void()> abre;
+    int tecla = 0;  // Qt key that opens it from the main window; 0 none
   };
   std::vector<Opcion> menu;
   // State of a stored reservation in words ("Cancelada").

@@ -177,7 +177,9 @@ void VistaBarra::CreaAtajo(Accion accion) {
 QToolButton* VistaBarra::CreaMenu() {
   auto* menu = new QMenu(widget());
   for (const Contexto::Opcion& opcion : contexto().menu) {
-    QObject::connect(menu->addAction(opcion.titulo), &QAction::triggered, widget(), [&opcion] { Corre(opcion.abre); });
+    QAction* accion = menu->addAction(opcion.titulo);
+    if (opcion.tecla != 0) accion->setText(opcion.titulo + QLatin1Char('\t') + QKeySequence(opcion.tecla).toString());
+    QObject::connect(accion, &QAction::triggered, widget(), [&opcion] { Corre(opcion.abre); });
   }
   auto* b = new QToolButton(widget());
   b->setObjectName(QStringLiteral("menu"));
@@ -320,16 +322,19 @@ QString VistaBarra::EstadoDe(const std::string& folio) const {
   }
 }
 
-void VistaBarra::Pulsa(Accion accion) {
+bool VistaBarra::Pulsa(Accion accion) {
+  bool hecho = false;
   Corre([&] {
     if (antesDePulsar && !antesDePulsar(accion)) return;
     // What was handed over meanwhile may have changed what is offered.
     if (!barra_.Ofrece(accion)) return;
     barra_.Pulsa(accion);
+    hecho = true;
     Refresca();
     if (despuesDePulsar) despuesDePulsar(accion);
   });
   Refresca();
+  return hecho;
 }
 
 }  // namespace vista

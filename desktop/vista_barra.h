@@ -22,6 +22,8 @@ class VistaBarra : public Vista {
   VistaBarra(controles::ScreenToolbar& barra, QWidget* padre, const Contexto& contexto);
   void Refresca() override;
   QToolButton* boton(controles::Accion accion) const;
+  // Presses a button as the user does. False when it is not offered, or was kept from acting.
+  bool Pulsa(controles::Accion accion);
   // Asked before an action: what is half typed is ended there; false keeps the action from running.
   std::function<bool(controles::Accion)> antesDePulsar;
   // Called once the action is done; the bar shows its state already.
@@ -29,7 +31,6 @@ class VistaBarra : public Vista {
 
  private:
   QString EstadoDe(const std::string& folio) const;
-  void Pulsa(controles::Accion accion);
   QToolButton* CreaBoton(controles::Accion accion);
   void CreaAtajo(controles::Accion accion);
   QToolButton* CreaMenu();  // the host's own screens

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/standalone/letras.h"
 #include "platform/com/error.h"
 
 namespace guion {
@@ -13,7 +14,8 @@ namespace {
 }  // namespace
 
 Interprete::Interprete(const Piezas& piezas, std::ostream& salida, std::ostream& errores)
-    : piezas_(piezas), salida_(salida), errores_(errores) {
+    : piezas_(piezas), salida_(salida), errores_(errores), hoy_(autonomo::SinAcentos) {
+  hoy_.alAbrir = [this](const std::string& folio) { AbreReservacion(folio); };
   piezas_.respuestas.enTransaccion = [this] { return piezas_.anfitrion.conexion()->EnTransaccion(); };
 }
 
@@ -48,6 +50,7 @@ const std::vector<Interprete::DatosOrden>& Interprete::Ordenes() {
        &Interprete::Muestra},
       {"lista", 1, 7, "lista bitacora|correos [folio FOLIO] [usuario LOGIN] [dia AAAA-MM-DD]", &Interprete::Lista},
       {"reenvia", 1, 1, "reenvia CORREO", &Interprete::Reenvia},
+      {"hoy", 0, 2, "hoy [lista NOMBRE | busca TEXTO | abre FILA]", &Interprete::Hoy},
       {"sql", 1, 1, "sql SENTENCIA", &Interprete::Sql},
       {"falla", 1, 3,
        "falla sentencia TEXTO [N] | host OPERACION [TEXTO] | tienda OPERACION TEXTO | grid [TEXTO] | "

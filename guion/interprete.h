@@ -112,6 +112,9 @@ class Interprete {
   void Muestra(const Palabras& p);
   void Lista(const Palabras& p);
   void Reenvia(const Palabras& p);
+  // --- ordenes_recepcion.cpp: the front desk around the screens
+  void Hoy(const Palabras& p);
+  void AbreReservacion(const std::string& folio);
   void Sql(const Palabras& p);
   void Falla(const Palabras& p);
   void FallaGrid(const Palabras& p);
@@ -127,6 +130,7 @@ class Interprete {
   int fallidas_ = 0;
   int modales_ = 0;
   Respuesta actual_;
+  recepcion::Hoy hoy_;
   Linea partes_;
 };
 

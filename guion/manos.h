@@ -8,6 +8,7 @@
 #include "platform/controls/control.h"
 #include "platform/controls/formulario.h"
 #include "platform/controls/grid.h"
+#include "recepcion/hoy.h"
 
 namespace guion {
 
@@ -38,6 +39,12 @@ class Manos {
   // Writes a picture of the window; Error kArgumento where there is nothing to see.
   virtual void Foto(controles::Formulario& formulario, const std::string& ruta) = 0;
   virtual void Enfoca(controles::Control& control) = 0;
+
+  // --- the front desk's day: opened (again), a list chosen, a text typed in the search, a row opened
+  virtual void AbreHoy(recepcion::Hoy& hoy) = 0;
+  virtual void EligeLista(recepcion::Hoy& hoy, recepcion::Lista lista) = 0;
+  virtual void BuscaEnHoy(recepcion::Hoy& hoy, const std::string& texto) = 0;
+  virtual void AbreFila(recepcion::Hoy& hoy, int fila) = 0;
 };
 
 }  // namespace guion

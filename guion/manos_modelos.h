@@ -23,6 +23,10 @@ class ManosModelos : public Manos {
   void Foto(controles::Formulario& formulario, const std::string& ruta) override;
   // Leaves a grid with an unfinished edit first. Error kTamanio when its cell holds the user.
   void Enfoca(controles::Control& control) override;
+  void AbreHoy(recepcion::Hoy& hoy) override { hoy.Abre(); }
+  void EligeLista(recepcion::Hoy& hoy, recepcion::Lista lista) override { hoy.Elige(lista); }
+  void BuscaEnHoy(recepcion::Hoy& hoy, const std::string& texto) override { hoy.Busca(texto); }
+  void AbreFila(recepcion::Hoy& hoy, int fila) override { hoy.AbreFila(fila); }
 };
 
 // What is left of a text typed into the current cell once the screen has swallowed the characters that it does not

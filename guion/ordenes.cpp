@@ -4,6 +4,7 @@
 
 #include "guion/interprete.h"
 #include "guion/muestra.h"
+#include "guion/muestra_recepcion.h"
 #include "guion/usable.h"
 #include "platform/com/error.h"
 
@@ -210,6 +211,7 @@ Json Interprete::ValorDe(const std::string& que) {
   if (que == "llamadas") return piezas_.vigilancia.TomaLlamadas();
   if (que == "sentencias") return piezas_.vigilancia.TomaSentencias();
   if (auto registro = MuestraRegistro(piezas_.anfitrion, que)) return *std::move(registro);
+  if (que == "hoy") return MuestraHoy(hoy_);
   if (que == "renglones") return MuestraRenglones(GridDe(piezas_.componente.formulario()));
   if (que == "tablero") return MuestraTablero(GridDe(piezas_.componente.tablero()));
   if (que == "Pantalla") {

@@ -45,8 +45,8 @@ std::vector<Tabla> TablasDePantalla() {
         {"Oper_Baja", Clave},
         {"Fecha_Baja", FechaHora}},
        {"Rs_Folio"},
-       // Whether a folio is alive is asked for each room line.
-       {{"Rs_Folio", "Es_Cve_Estado"}}},
+       // Whether a folio is alive is asked for each room line; who is in the house from a day on; what has changed.
+       {{"Rs_Folio", "Es_Cve_Estado"}, {"Rs_Salida", "Rs_Llegada"}, {"Fecha_Ult_Modif"}}},
       {"Reservacion_Detalle",
        {{"Rs_Folio", Clave},
         {"Rsd_Id", Entero},

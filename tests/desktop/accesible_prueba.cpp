@@ -10,6 +10,7 @@
 #include <string>
 
 #include "desktop/escritorio_qt.h"
+#include "desktop/mostrador.h"
 #include "desktop/programa.h"
 #include "desktop/vista_grid.h"
 #include "guion/componente.h"
@@ -23,7 +24,7 @@ class AccesiblePrueba : public testing::Test {
   AccesiblePrueba() : anfitrion_(Hotel()) {
     anfitrion_.RegistraClases();
     controles::FijaEscritorio(&escritorio_);
-    vista::ConectaAnfitrion(escritorio_, anfitrion_);
+    vista::ConectaAnfitrion(escritorio_, anfitrion_, mostrador_);
     componente_ = std::make_unique<guion::Componente>();
     componente_->Abre(anfitrion_.Padre());
     static_cast<void>(QTest::qWaitForWindowActive(&Principal()));
@@ -50,6 +51,7 @@ class AccesiblePrueba : public testing::Test {
 
   autonomo::Anfitrion anfitrion_;
   vista::EscritorioQt escritorio_;
+  vista::Mostrador mostrador_{escritorio_};
   std::unique_ptr<guion::Componente> componente_;
 };
 

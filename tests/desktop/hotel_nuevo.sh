@@ -92,8 +92,7 @@ titulo_catalogo=Configuración
 dialogo "$titulo_catalogo"
 parametro HT_OVER_BOOKING N
 teclas Escape
-espera 'the main window did not open' es_titulo Reservaciones
-principal=$(enfocada)
+abierta
 guardado "SELECT Pm_Valor FROM Parametro WHERE Pm_Clave = 'HT_OVER_BOOKING'" '{"Pm_Valor":"0"}'
 
 teclas ctrl+n Tab Tab

@@ -57,12 +57,18 @@ es_principal() { [ "$(enfocada)" = "$principal" ]; }
 dialogo() { espera "no window «$1» took the keyboard" es_dialogo "$1"; }
 ventana_principal() { espera "the keyboard did not come back to the main window" es_principal; }
 
+# The day has come up and is closed; the main window is there.
+abierta() {
+  espera "the day did not come up" es_titulo Hoy
+  teclas Escape
+  espera "the main window did not open" es_titulo Reservaciones
+  principal=$(enfocada)
+}
 # Opens the program with these options and waits for its main window.
 abre() {
   "$RESERVAS" --base "$base" --ahora 2026-03-09T10:00 "$@" >>"$CARPETA/salida" 2>>"$CARPETA/errores" &
   programa=$!
-  espera "the main window did not open" es_titulo Reservaciones
-  principal=$(enfocada)
+  abierta
 }
 
 termino() { ! kill -0 "$programa" 2>/dev/null; }

@@ -21,6 +21,7 @@
 
 #include "desktop/dialogos.h"
 #include "desktop/escritorio_qt.h"
+#include "desktop/mostrador.h"
 #include "desktop/programa.h"
 #include "desktop/vista_barra.h"
 #include "desktop/vista_grid.h"
@@ -42,7 +43,7 @@ class RecorridoPrueba : public testing::Test {
   RecorridoPrueba() : anfitrion_(HotelDemo()) {
     anfitrion_.RegistraClases();
     controles::FijaEscritorio(&escritorio_);
-    vista::ConectaAnfitrion(escritorio_, anfitrion_);
+    vista::ConectaAnfitrion(escritorio_, anfitrion_, mostrador_);
     componente_ = std::make_unique<guion::Componente>();
     componente_->Abre(anfitrion_.Padre());
     static_cast<void>(QTest::qWaitForWindowActive(escritorio_.ventana(Forma())));
@@ -195,6 +196,7 @@ class RecorridoPrueba : public testing::Test {
 
   autonomo::Anfitrion anfitrion_;
   vista::EscritorioQt escritorio_;
+  vista::Mostrador mostrador_{escritorio_};
   std::unique_ptr<guion::Componente> componente_;
   int fila_ = -1;
   std::string habitacion_;

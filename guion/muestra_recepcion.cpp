@@ -1,0 +1,50 @@
+#include "guion/muestra_recepcion.h"
+
+namespace guion {
+
+namespace {
+
+Json FilaDe(const recepcion::Fila& fila) {
+  return Json::Objeto()
+      .Pon("folio", fila.folio)
+      .Pon("estancia", fila.estancia)
+      .Pon("huesped", fila.huesped)
+      .Pon("llegada", fila.llegada)
+      .Pon("salida", fila.salida)
+      .Pon("habitaciones", fila.habitaciones)
+      .Pon("personas", fila.personas)
+      .Pon("estado", fila.estado)
+      .Pon("llego", fila.llego);
+}
+
+Json LibresDe(const recepcion::LibresDeTipo& tipo) {
+  Json noches = Json::Arreglo();
+  for (const int libres : tipo.noches) noches.Agrega(libres);
+  return Json::Objeto()
+      .Pon("tipo", tipo.tipo)
+      .Pon("nombre", tipo.nombre)
+      .Pon("total", tipo.total)
+      .Pon("noches", std::move(noches));
+}
+
+}  // namespace
+
+Json MuestraHoy(const recepcion::Hoy& hoy) {
+  const recepcion::Dia& dia = hoy.dia();
+  Json json = Json::Objeto().Pon("fecha", dia.fecha).Pon("llevaEstancias", dia.llevaEstancias);
+  for (std::size_t i = 0; i < recepcion::kListas; ++i) {
+    json.Pon(recepcion::NombreDe(static_cast<recepcion::Lista>(i)), static_cast<int>(dia.listas[i].size()));
+  }
+  Json libres = Json::Arreglo();
+  for (const recepcion::LibresDeTipo& tipo : dia.libres) libres.Agrega(LibresDe(tipo));
+  json.Pon("libres", std::move(libres)).Pon("lista", recepcion::NombreDe(hoy.lista())).Pon("busca", hoy.busqueda());
+  if (!hoy.busqueda().empty()) {
+    json.Pon("total", static_cast<int>(hoy.hallazgo().total));
+    if (const auto& periodo = hoy.hallazgo().periodo) json.Pon("del", periodo->desde).Pon("al", periodo->hasta);
+  }
+  Json filas = Json::Arreglo();
+  for (const recepcion::Fila& fila : hoy.filas()) filas.Agrega(FilaDe(fila));
+  return json.Pon("filas", std::move(filas));
+}
+
+}  // namespace guion

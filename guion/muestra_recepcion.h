@@ -1,0 +1,12 @@
+// What a "muestra" order tells about the front desk around the screens.
+#pragma once
+
+#include "guion/json.h"
+#include "recepcion/hoy.h"
+
+namespace guion {
+
+// The day: counts of the lists, free rooms, and the rows before the clerk's eyes, of a list or of a search.
+Json MuestraHoy(const recepcion::Hoy& hoy);
+
+}  // namespace guion

@@ -1,0 +1,235 @@
+#include "recepcion/indice.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+
+#include "platform/com/variant.h"
+#include "recepcion/lectura.h"
+
+namespace recepcion {
+
+namespace {
+
+constexpr int kFilasPorParte = 4000;
+constexpr std::size_t kDigitosDeTelefono = 4;  // from so many on they are looked for inside a telephone
+
+enum Columna : std::size_t {
+  kFolio,
+  kLlegada,
+  kSalida,
+  kEstado,
+  kHuesped,
+  kCliente,
+  kReferencia,
+  kCambio,
+  kVersion,
+  kHabitacion
+};
+constexpr std::string_view kColumnas =
+    "R.Rs_Folio, R.Rs_Llegada, R.Rs_Salida, R.Es_Cve_Estado, R.Rs_Huesped, R.Cl_Cve_Cliente, R.Rs_Referencia, "
+    "R.Fecha_Ult_Modif, V.Rv_Version, D.Hb_Cve_Habitacion FROM Reservacion R "
+    "LEFT JOIN Reservacion_Detalle D ON D.Rs_Folio = R.Rs_Folio "
+    "LEFT JOIN Reservacion_Version V ON V.Rs_Folio = R.Rs_Folio WHERE ";
+constexpr std::string_view kVersiones = "SELECT SUM(Rv_Version) AS Cambios FROM Reservacion_Version";
+constexpr std::string_view kClientes = "SELECT Cl_Cve_Cliente, Cl_Razon_Social_1, Cl_Telefono, Cl_Correo FROM Cliente";
+
+void AgregaPalabras(std::string& destino, const std::string& texto, SinAcento sinAcento) {
+  for (const std::string& palabra : Palabras(Plano(texto, sinAcento))) destino.append(1, ' ').append(palabra);
+}
+
+// A key is found with and without the zeros before it.
+void AgregaClave(std::string& destino, const std::string& clave, SinAcento sinAcento) {
+  AgregaPalabras(destino, clave, sinAcento);
+  if (const std::string_view corta = SinCeros(clave); corta != clave) {
+    AgregaPalabras(destino, std::string(corta), sinAcento);
+  }
+}
+
+std::string Llave(const std::string& clave) { return com::Plegado(clave); }
+
+double LeeVersiones() { return CeldaNumero(*Ejecuta(ado::TextoSQL(kVersiones)), 0); }
+
+}  // namespace
+
+// --- what is read ----------------------------------------------------------------------------------------------------
+
+void Indice::LeeClientes(const std::string& clave) {
+  ado::TextoSQL sql(kClientes);
+  if (!clave.empty()) sql.Agrega(" WHERE Cl_Cve_Cliente = '?'", {Literal(clave)});
+  const ado::RecordsetPtr filas = Ejecuta(sql);
+  for (; !filas->Eof(); filas->MoveNext()) {
+    const auto [lugar, nuevo] = porClave_.try_emplace(Llave(Celda(*filas, 0)), clientes_.size());
+    if (nuevo) clientes_.emplace_back();
+    Cliente& cliente = clientes_[lugar->second];
+    cliente = {};
+    AgregaPalabras(cliente.palabras, Celda(*filas, 1), sinAcento_);
+    const std::string telefono = Celda(*filas, 2);
+    AgregaPalabras(cliente.palabras, telefono, sinAcento_);
+    AgregaPalabras(cliente.palabras, Celda(*filas, 3), sinAcento_);
+    std::ranges::copy_if(telefono, std::back_inserter(cliente.telefono), [](char c) { return c >= '0' && c <= '9'; });
+  }
+}
+
+// One who is not there yet has come since the clients were read.
+std::size_t Indice::ClienteDe(const std::string& clave) {
+  if (clave.empty()) return 0;
+  const std::string llave = Llave(clave);
+  if (!porClave_.contains(llave)) {
+    LeeClientes(clave);
+    if (porClave_.try_emplace(llave, clientes_.size()).second) clientes_.emplace_back();  // a key without a client
+  }
+  return porClave_.at(llave);
+}
+
+double Indice::Toma(ado::Recordset& filas) {
+  double crecen = 0;
+  Entrada* entrada = nullptr;
+  for (; !filas.Eof(); filas.MoveNext()) {
+    const std::string folio = Celda(filas, kFolio);
+    if (entrada == nullptr || entrada->folio != folio) {
+      const auto [lugar, nueva] = porFolio_.try_emplace(folio, entradas_.size());
+      if (nueva) entradas_.emplace_back();
+      entrada = &entradas_[lugar->second];
+      crecen -= entrada->version;
+      *entrada = {};
+      entrada->folio = folio;
+      Agrega(filas, *entrada);
+      crecen += entrada->version;
+    }
+    AgregaClave(entrada->palabras, Celda(filas, kHabitacion), sinAcento_);
+  }
+  return crecen;
+}
+
+void Indice::Agrega(const ado::Recordset& fila, Entrada& entrada) {
+  entrada.llegada = CeldaDia(fila, kLlegada);
+  entrada.salida = CeldaDia(fila, kSalida);
+  const std::string estado = Celda(fila, kEstado);
+  entrada.libera = com::IgualSinCaja(estado, "CA") || com::IgualSinCaja(estado, "CE");
+  entrada.huesped = ClienteDe(Celda(fila, kHuesped));
+  entrada.cliente = ClienteDe(Celda(fila, kCliente));
+  entrada.version = CeldaNumero(fila, kVersion);
+  AgregaClave(entrada.palabras, entrada.folio, sinAcento_);
+  AgregaPalabras(entrada.palabras, Celda(fila, kReferencia), sinAcento_);
+  ultimoCambio_ = std::max(ultimoCambio_, CeldaDia(fila, kCambio));
+}
+
+bool Indice::Adelanta() {
+  if (completo_) return false;
+  if (!empezado_) {
+    // Changes are counted first: one that comes in between is read once more, never missed.
+    versiones_ = LeeVersiones();
+    LeeClientes();
+    empezado_ = true;
+    return true;
+  }
+  ado::TextoSQL sql("SELECT TOP 4000 ");  // kFilasPorParte
+  sql.Agrega(kColumnas).Agrega("R.Rs_Folio > '?' ORDER BY R.Rs_Folio", {Literal(ultimo_)});
+  const ado::RecordsetPtr filas = Ejecuta(sql);
+  const bool hayMas = filas->RecordCount() == kFilasPorParte;
+  const std::size_t antes = entradas_.size();
+  static_cast<void>(Toma(*filas));
+  completo_ = !hayMas || entradas_.size() == antes;
+  // The last one may have further rooms beyond this part: it comes again with the next.
+  if (hayMas && entradas_.size() > antes + 1) {
+    porFolio_.erase(entradas_.back().folio);
+    entradas_.pop_back();
+  }
+  if (!entradas_.empty()) ultimo_ = entradas_.back().folio;
+  return !completo_;
+}
+
+void Indice::Vacia() {
+  entradas_.clear();
+  porFolio_.clear();
+  ultimo_.clear();
+  empezado_ = completo_ = false;
+}
+
+// Reservations that changed are those of the last day of changes and later. When that does not account for all changes
+// (somebody removed one, or wrote without a date), all are read again.
+void Indice::PonAlDia() {
+  while (Adelanta()) {
+  }
+  const double ahora = LeeVersiones();
+  if (ahora == versiones_) return;
+  ado::TextoSQL sql("SELECT ");
+  sql.Agrega(kColumnas);
+  sql.Agrega("R.Fecha_Ult_Modif >= '?' ORDER BY R.Rs_Folio", {DiaSql(com::MasDias(ultimoCambio_, -1))});
+  const double crecen = Toma(*Ejecuta(sql));
+  if (versiones_ + crecen == ahora) {
+    versiones_ = ahora;
+    return;
+  }
+  Vacia();
+  while (Adelanta()) {
+  }
+}
+
+void Indice::Relee() {
+  if (!completo_) return;  // all is still to be read
+  LeeClientes();
+  PonAlDia();
+}
+
+// --- the search ------------------------------------------------------------------------------------------------------
+
+// The words of a text and, for each, which clients have it.
+struct Indice::Consulta {
+  Consulta(const Indice& indice, const std::vector<std::string>& buscadas) {
+    for (const std::string& buscada : buscadas) {
+      palabras.push_back(" " + buscada);
+      const bool digitos = SoloDigitos(buscada) && buscada.size() >= kDigitosDeTelefono;
+      std::vector<char>& tienen = clientes.emplace_back(indice.clientes_.size(), 0);
+      for (std::size_t c = 1; c < tienen.size(); ++c) {
+        const Cliente& cliente = indice.clientes_[c];
+        tienen[c] = cliente.palabras.find(palabras.back()) != std::string::npos ||
+                    (digitos && cliente.telefono.find(buscada) != std::string::npos);
+      }
+    }
+  }
+
+  bool Cumple(const Entrada& e) const {
+    for (std::size_t i = 0; i < palabras.size(); ++i) {
+      if (clientes[i][e.huesped] == 0 && clientes[i][e.cliente] == 0 &&
+          e.palabras.find(palabras[i]) == std::string::npos) {
+        return false;
+      }
+    }
+    return true;
+  }
+
+  std::vector<std::string> palabras;
+  std::vector<std::vector<char>> clientes;
+};
+
+Hallazgo Indice::Busca(std::string_view texto, com::Fecha hoy, std::size_t limite) {
+  PonAlDia();
+  const TextoLeido leido = LeeTexto(texto, hoy, sinAcento_);
+  Hallazgo hallazgo;
+  hallazgo.periodo = leido.periodo;
+  if (leido.todas.empty()) return hallazgo;
+  const Consulta todas(*this, leido.todas), resto(*this, leido.resto);
+  const auto& dias = leido.periodo;
+  const com::Fecha base = dias ? dias->desde : com::SoloFecha(hoy);
+  using Orden = std::array<std::int32_t, 3>;  // group, distance in days, entry
+  std::vector<Orden> halladas;
+  for (std::size_t i = 0; i < entradas_.size(); ++i) {
+    const Entrada& e = entradas_[i];
+    const bool tocan = dias && e.llegada <= dias->hasta && e.salida >= dias->desde;
+    if (!(tocan && resto.Cumple(e)) && !todas.Cumple(e)) continue;
+    const int faltan = com::DiasEntre(base, e.llegada);
+    halladas.push_back(
+        {(e.libera ? 2 : 0) + (faltan < 0 ? 1 : 0), faltan < 0 ? -faltan : faltan, static_cast<std::int32_t>(i)});
+  }
+  hallazgo.total = halladas.size();
+  const auto fin = halladas.begin() + static_cast<std::ptrdiff_t>(std::min(limite, halladas.size()));
+  std::partial_sort(halladas.begin(), fin, halladas.end());
+  for (auto h = halladas.begin(); h != fin; ++h) {
+    hallazgo.folios.push_back(entradas_[static_cast<std::size_t>((*h)[2])].folio);
+  }
+  return hallazgo;
+}
+
+}  // namespace recepcion

@@ -1,0 +1,23 @@
+// Reading through the connection that the host hands out.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/ado/ado.h"
+#include "platform/com/fecha.h"
+
+namespace recepcion {
+
+// Runs a statement on the connection fetched for it.
+ado::RecordsetPtr Ejecuta(const ado::TextoSQL& sql);
+// A value to stand between quotes: its own quotes become pairs.
+std::string Literal(std::string_view valor);
+// The day as the host writes it in statements.
+std::string DiaSql(com::Fecha dia);
+// A column as text without blanks at the end, "" for NULL; as a day or a number, of which NULL is the first.
+std::string Celda(const ado::Recordset& rs, std::size_t columna);
+com::Fecha CeldaDia(const ado::Recordset& rs, std::size_t columna);
+double CeldaNumero(const ado::Recordset& rs, std::size_t columna);
+
+}  // namespace recepcion

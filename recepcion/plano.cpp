@@ -1,0 +1,56 @@
+#include "recepcion/plano.h"
+
+#include <algorithm>
+
+#include "platform/com/texto.h"
+
+namespace recepcion {
+
+namespace {
+
+bool EsDigito(char c) { return c >= '0' && c <= '9'; }
+// Plain text has no small ASCII letters; what is not ASCII is a letter of some alphabet.
+bool EsDePalabra(char c) {
+  return EsDigito(c) || (c >= 'A' && c <= 'Z') || (static_cast<unsigned char>(c) & 0x80U) != 0;
+}
+
+}  // namespace
+
+std::string Plano(std::string_view texto, SinAcento sinAcento) {
+  std::string plano;
+  plano.reserve(texto.size());
+  for (std::size_t i = 0; i < texto.size();) {
+    const char c = texto[i];
+    if ((static_cast<unsigned char>(c) & 0x80U) == 0) {
+      plano += c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+      ++i;
+    } else {
+      com::AgregaUtf8(plano, com::LetraPlegada(sinAcento(com::LeeUtf8(texto, i))));
+    }
+  }
+  return plano;
+}
+
+std::vector<std::string> Palabras(std::string_view plano) {
+  std::vector<std::string> palabras;
+  std::string palabra;
+  for (const char c : plano) {
+    if (EsDePalabra(c)) {
+      palabra += c;
+    } else if (!palabra.empty()) {
+      palabras.push_back(std::exchange(palabra, {}));
+    }
+  }
+  if (!palabra.empty()) palabras.push_back(palabra);
+  return palabras;
+}
+
+std::string_view SinCeros(std::string_view clave) {
+  const std::size_t primera = clave.find_first_not_of('0');
+  if (primera == std::string_view::npos) return clave.empty() ? clave : clave.substr(clave.size() - 1);
+  return clave.substr(primera);
+}
+
+bool SoloDigitos(std::string_view texto) { return !texto.empty() && std::ranges::all_of(texto, EsDigito); }
+
+}  // namespace recepcion
