@@ -43,6 +43,7 @@ int main(int argc, char** argv) {
   argc = quedan;
   banco::RegistraTablero();
   banco::RegistraReservacion();
+  banco::RegistraMostrador();
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
   banco::ConstruyeHotel(banco::RutaHotel());

@@ -32,5 +32,6 @@ const std::string& RutaHotel();
 // Registration of the benchmarks, by file.
 void RegistraTablero();
 void RegistraReservacion();
+void RegistraMostrador();
 
 }  // namespace banco

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <functional>
 #include <random>
+#include <regex>
 
 #include "guion/csv.h"
 #include "guion/reservas_csv.h"
@@ -160,6 +161,7 @@ class Importa : public testing::Test {
                "JOIN Reservacion ra ON ra.Rs_Folio = a.Rs_Folio AND ra.Es_Cve_Estado <> 'CA' "
                "JOIN Reservacion rb ON rb.Rs_Folio = b.Rs_Folio AND rb.Es_Cve_Estado <> 'CA'");
   }
+  void CuadraLosDias();
   Carpeta carpeta;
   std::string habitaciones = carpeta.Escribe("habitaciones.csv", kHabitaciones);
 };
@@ -401,6 +403,53 @@ TEST_F(Importa, MuertaEnCualquierMomentoTerminaIgual) {
   EXPECT_TRUE(NochesDobles("rota.db").empty());
 }
 
+// The lists of the front desk, on days of the imported year, are what the stored rows say: first without a check-in,
+// then with one for every other reservation.
+void Importa::CuadraLosDias() {
+  const std::string viva = "SELECT COUNT(*) FROM Reservacion R WHERE R.Es_Cve_Estado NOT IN ('CA','CE') AND R.";
+  const std::string estancia = "R.Rs_Folio IN (SELECT Ci_Folio FROM Check_In WHERE Ci_Llegada <= @ AND Ci_Salida >= @)";
+  const std::vector<std::string> sin{"Rs_Llegada = @", "Rs_Llegada < @ AND R.Rs_Salida = @",
+                                     "Rs_Llegada < @ AND R.Rs_Salida > @", "Rs_Folio IS NULL"};
+  const std::vector<std::string> con{"Rs_Llegada = @", "Rs_Salida = @ AND " + estancia,
+                                     "Rs_Llegada <= @ AND R.Rs_Salida > @ AND " + estancia,
+                                     "Rs_Llegada < @ AND R.Rs_Salida >= @ AND NOT " + estancia};
+  const std::string ruta = carpeta.Ruta("hotel.db");
+  std::size_t suma = 0;
+  for (const auto& condiciones : {sin, con}) {
+    std::string guion = "abre\n", esperado;
+    for (int d = 0; d < 180; d += 11) {
+      const std::string dia = com::AIso(com::MasDias(com::FechaDe(2015, 7, 2), d));
+      guion += "ahora " + dia + "T09:00\nhoy\nmuestra hoy\n";
+      esperado += dia;
+      for (std::string condicion : condiciones) {
+        for (auto i = condicion.find('@'); i != std::string::npos; i = condicion.find('@')) {
+          condicion.replace(i, 1, "'" + dia + "'");
+        }
+        esperado += " " + Sql(ruta, viva + condicion).at(0);
+        suma += std::stoul(Sql(ruta, viva + condicion).at(0));
+      }
+    }
+    const auto salida = pruebas::Corre({RESERVAS_GUION, "--base", ruta}, guion);
+    ASSERT_EQ(salida.estado, 0) << salida.errores;
+    static const std::regex kCuentas(
+        R"re("fecha":"([-0-9]+)".*?"llegadas":([0-9]+),"salidas":([0-9]+),"encasa":([0-9]+),"nollegaron":([0-9]+))re");
+    std::string dadas;
+    for (std::sregex_iterator m(salida.texto.begin(), salida.texto.end(), kCuentas), fin; m != fin; ++m) {
+      for (std::size_t i = 1; i < 6; ++i) dadas += (i == 1 ? "" : " ") + (*m)[i].str();
+    }
+    EXPECT_EQ(dadas, esperado);
+    if (condiciones == con) break;
+    const std::string cada =
+        "FROM Reservacion R INNER JOIN Reservacion_Detalle D ON D.Rs_Folio = R.Rs_Folio WHERE R.Es_Cve_Estado = 'AC' "
+        "AND "
+        "R.rowid % 2 = 0";
+    Sql(ruta,
+        "INSERT INTO Check_In (Ci_Folio, Ci_Llegada, Ci_Salida) SELECT R.Rs_Folio, Rs_Llegada, Rs_Salida " + cada);
+    Sql(ruta, "INSERT INTO Check_In_Detalle SELECT R.Rs_Folio, Hb_Cve_Habitacion " + cada);
+  }
+  EXPECT_GT(suma, 300U);
+}
+
 // A hotel's real bookings, where somebody has put them beside the project.
 TEST_F(Importa, LasReservasRealesEntranTodasOTienenSuMotivo) {
   const char* datos = std::getenv("KV207_RESERVAS");
@@ -429,6 +478,7 @@ TEST_F(Importa, LasReservasRealesEntranTodasOTienenSuMotivo) {
   std::size_t imposibles = 0;
   for (const auto& r : leidas) imposibles += r.noches == 0 || r.adultos + r.menores + r.infantes == 0 ? 1 : 0;
   EXPECT_GE(static_cast<std::size_t>(lineas), imposibles);
+  CuadraLosDias();
 }
 
 }  // namespace

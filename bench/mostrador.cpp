@@ -1,0 +1,52 @@
+// The front desk on the measured hotel: the day, the search's preparation, and each key of a search.
+#include "availability/frmDisponibilidad.h"
+#include "bench/hotel.h"
+#include "bench/pantallas.h"
+#include "bench/razones.h"
+#include "host/standalone/letras.h"
+#include "recepcion/hoy.h"
+
+namespace banco {
+
+namespace {
+
+void Dia(benchmark::State& estado) {
+  const Sesion sesion(RutaHotel());
+  for (auto _ : estado) benchmark::DoNotOptimize(recepcion::LeeDia(Hoy()));
+}
+
+void Preparacion(benchmark::State& estado) {
+  const Sesion sesion(RutaHotel());
+  for (auto _ : estado) {
+    recepcion::Indice indice(autonomo::SinAcentos);
+    while (indice.Adelanta()) {
+    }
+    estado.counters["reservaciones"] = static_cast<double>(indice.Reservaciones());
+  }
+}
+
+void Busqueda(benchmark::State& estado, const char* texto) {
+  const Sesion sesion(RutaHotel());
+  recepcion::Hoy hoy(autonomo::SinAcentos);
+  hoy.Abre();
+  hoy.Busca("x");
+  for (auto _ : estado) {
+    hoy.Busca(texto);
+    estado.counters["halladas"] = static_cast<double>(hoy.hallazgo().total);
+  }
+}
+
+}  // namespace
+
+void RegistraMostrador() {
+  const auto registra = [](const char* nombre, auto&&... mas) {
+    benchmark::RegisterBenchmark(nombre, mas...)->Unit(benchmark::kMillisecond)->UseRealTime();
+  };
+  registra("hoy/dia", Dia);
+  registra("hoy/preparacion", Preparacion);
+  for (const char* texto : {"h", "huesped", "numero 1234", "301", "12345", "próxima semana", "huésped 12 al 15 mar"}) {
+    registra((std::string("hoy/busca/") + texto).c_str(), Busqueda, texto);
+  }
+}
+
+}  // namespace banco
