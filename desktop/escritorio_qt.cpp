@@ -146,6 +146,7 @@ void EscritorioQt::Muestra(controles::Formulario& formulario) { Abre(formulario,
 
 void EscritorioQt::MuestraModal(controles::Formulario& formulario) {
   Abre(formulario, true);
+  if (const auto pasos = std::exchange(pasos_, nullptr)) Corre([&] { pasos(formulario); });
   if (piloto_.modal) {
     piloto_.modal(formulario);
   } else {

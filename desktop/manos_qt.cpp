@@ -10,6 +10,7 @@
 #include "desktop/escala.h"
 #include "desktop/guarda.h"
 #include "desktop/teclas.h"
+#include "desktop/ventana_cuadro.h"
 #include "desktop/ventana_hoy.h"
 #include "desktop/vista_barra.h"
 #include "desktop/vista_grid.h"
@@ -66,6 +67,16 @@ void EnviaClic(QWidget* destino, const QPoint& donde) {
   QApplication::sendEvent(destino, &arriba);
 }
 
+void EnviaArrastre(QWidget* destino, const QPoint& desde, const QPoint& hasta) {
+  const auto envia = [&](QEvent::Type tipo, const QPoint& donde, Qt::MouseButton boton, Qt::MouseButtons pulsados) {
+    QMouseEvent evento(tipo, QPointF(donde), QPointF(destino->mapToGlobal(donde)), boton, pulsados, Qt::NoModifier);
+    QApplication::sendEvent(destino, &evento);
+  };
+  envia(QEvent::MouseButtonPress, desde, Qt::LeftButton, Qt::LeftButton);
+  envia(QEvent::MouseMove, hasta, Qt::NoButton, Qt::LeftButton);
+  envia(QEvent::MouseButtonRelease, hasta, Qt::LeftButton, Qt::NoButton);
+}
+
 Ventana& ManosQt::VentanaDe(const controles::Formulario& formulario) const {
   Ventana* v = escritorio_.ventana(formulario);
   if (v == nullptr) {
@@ -87,11 +98,13 @@ VistaGrid& ManosQt::VistaDe(const controles::Grid& grid) const {
 }
 
 void ManosQt::Haz(const std::function<void()>& accion) const {
-  if (hoy_) hoy_->hide();
-  HazEnHoy(accion);
+  for (QDialog* ventana : {hoy_.data(), cuadro_.data()}) {
+    if (ventana != nullptr) ventana->hide();
+  }
+  HazAlFrente(accion);
 }
 
-void ManosQt::HazEnHoy(const std::function<void()>& accion) {
+void ManosQt::HazAlFrente(const std::function<void()>& accion) {
   ConFallas([&] {
     accion();
     QApplication::processEvents();
@@ -271,8 +284,12 @@ void ManosQt::Tamano(controles::Formulario& formulario, int ancho, int alto) {
 }
 
 void ManosQt::Foto(controles::Formulario& formulario, const std::string& ruta) {
-  HazEnHoy([&] {
-    QWidget& v = hoy_ && hoy_->isVisible() ? static_cast<QWidget&>(*hoy_) : VentanaDe(formulario);
+  HazAlFrente([&] {
+    QWidget* encima = nullptr;
+    for (QDialog* ventana : {hoy_.data(), cuadro_.data()}) {
+      if (ventana != nullptr && ventana->isVisible()) encima = ventana;
+    }
+    QWidget& v = encima != nullptr ? *encima : VentanaDe(formulario);
     QApplication::processEvents();
     if (!v.grab().save(Q(ruta), "PNG")) {
       throw com::Error(com::error::kArgumento, "No se pudo escribir la imagen " + ruta);
@@ -285,12 +302,13 @@ void ManosQt::Foto(controles::Formulario& formulario, const std::string& ruta) {
 // It stays open until the clerk turns to something else.
 VentanaHoy& ManosQt::HoyALaVista(recepcion::Hoy& hoy) {
   if (!hoy_) hoy_ = new VentanaHoy(hoy, escritorio_.contexto(), escritorio_.Frente());
+  if (cuadro_) cuadro_->hide();
   hoy_->show();
   return static_cast<VentanaHoy&>(*hoy_);
 }
 
 void ManosQt::AbreHoy(recepcion::Hoy& hoy) {
-  HazEnHoy([&] {
+  HazAlFrente([&] {
     if (!hoy_) {
       HoyALaVista(hoy);  // it reads the day
     } else {
@@ -300,14 +318,14 @@ void ManosQt::AbreHoy(recepcion::Hoy& hoy) {
 }
 
 void ManosQt::EligeLista(recepcion::Hoy& hoy, recepcion::Lista lista) {
-  HazEnHoy([&] {
+  HazAlFrente([&] {
     auto* listas = HoyALaVista(hoy).findChild<QTabBar*>(QStringLiteral("listas"));
     EnviaClic(listas, listas->tabRect(static_cast<int>(lista)).center());
   });
 }
 
 void ManosQt::BuscaEnHoy(recepcion::Hoy& hoy, const std::string& texto) {
-  HazEnHoy([&] {
+  HazAlFrente([&] {
     auto* linea = HoyALaVista(hoy).findChild<QLineEdit*>(QStringLiteral("busca"));
     PreparaTexto(linea, true);
     Teclea(linea, Q(texto));
@@ -315,7 +333,7 @@ void ManosQt::BuscaEnHoy(recepcion::Hoy& hoy, const std::string& texto) {
 }
 
 void ManosQt::AbreFila(recepcion::Hoy& hoy, int fila) {
-  HazEnHoy([&] {
+  HazAlFrente([&] {
     VentanaHoy& ventana = HoyALaVista(hoy);
     auto* filas = ventana.findChild<QTableWidget*>(QStringLiteral("filas"));
     if (fila < 0 || fila >= filas->rowCount()) return hoy.AbreFila(fila);  // says why not
@@ -323,6 +341,49 @@ void ManosQt::AbreFila(recepcion::Hoy& hoy, int fila) {
     EnviaTecla(filas, Qt::Key_Return);
     if (ventana.isVisible()) throw com::Error(com::error::kArgumento, ventana.Nota().toStdString());
     hoy.AbreFila(ventana.Elegida());
+  });
+}
+
+// --- the tape chart
+
+VentanaCuadro& ManosQt::CuadroALaVista(recepcion::Cuadro& cuadro) {
+  if (!cuadro_) cuadro_ = new VentanaCuadro(cuadro, escritorio_.Frente());
+  if (hoy_) hoy_->hide();
+  cuadro_->show();
+  return static_cast<VentanaCuadro&>(*cuadro_);
+}
+
+void ManosQt::MuestraCuadro(recepcion::Cuadro& cuadro, com::Fecha desde, int noches) {
+  HazAlFrente([&] { CuadroALaVista(cuadro).Muestra(desde, noches); });
+}
+
+void ManosQt::AbreBarra(recepcion::Cuadro& cuadro, int fila, com::Fecha noche) {
+  HazAlFrente([&] {
+    VentanaCuadro& ventana = CuadroALaVista(cuadro);
+    const recepcion::Barra* barra = cuadro.En(fila, noche);
+    if (barra == nullptr || barra->folio.empty()) return cuadro.AbreBarra(fila, noche);  // says why not
+    QApplication::processEvents();                                                       // it has its size
+    ventana.tabla().Descubre(fila);
+    EnviaClic(ventana.tabla().viewport(), ventana.tabla().ZonaBarra(*barra).center());
+    const VentanaCuadro::Eleccion& elegida = ventana.eleccion();
+    if (!ventana.isVisible()) cuadro.AbreBarra(elegida.fila, elegida.desde);
+  });
+}
+
+void ManosQt::ReservaNoches(recepcion::Cuadro& cuadro, int fila, com::Fecha desde, com::Fecha hasta) {
+  HazAlFrente([&] {
+    VentanaCuadro& ventana = CuadroALaVista(cuadro);
+    const bool enVista = desde >= cuadro.desde() && hasta <= com::MasDias(cuadro.desde(), cuadro.noches());
+    if (!enVista || desde >= hasta || !cuadro.Libre(fila, desde, hasta)) return cuadro.Reserva(fila, desde, hasta);
+    QApplication::processEvents();
+    ventana.tabla().Descubre(fila);
+    QWidget* donde = ventana.tabla().viewport();
+    const QRect primera = ventana.tabla().ZonaNoche(fila, desde);
+    const QRect ultima = ventana.tabla().ZonaNoche(fila, com::MasDias(hasta, -1));
+    EnviaArrastre(donde, primera.topRight() + QPoint(-3, primera.height() / 2),
+                  ultima.topRight() + QPoint(-2, ultima.height() - 2));
+    const VentanaCuadro::Eleccion& elegida = ventana.eleccion();
+    if (!ventana.isVisible()) cuadro.Reserva(elegida.fila, elegida.desde, elegida.hasta);
   });
 }
 

@@ -9,6 +9,7 @@
 
 namespace vista {
 
+class VentanaCuadro;
 class VentanaHoy;
 class VistaGrid;
 
@@ -37,21 +38,25 @@ class ManosQt : public guion::Manos {
   void EligeLista(recepcion::Hoy& hoy, recepcion::Lista lista) override;
   void BuscaEnHoy(recepcion::Hoy& hoy, const std::string& texto) override;
   void AbreFila(recepcion::Hoy& hoy, int fila) override;
+  void MuestraCuadro(recepcion::Cuadro& cuadro, com::Fecha desde, int noches) override;
+  void AbreBarra(recepcion::Cuadro& cuadro, int fila, com::Fecha noche) override;
+  void ReservaNoches(recepcion::Cuadro& cuadro, int fila, com::Fecha desde, com::Fecha hasta) override;
 
  private:
   VentanaHoy& HoyALaVista(recepcion::Hoy& hoy);
+  VentanaCuadro& CuadroALaVista(recepcion::Cuadro& cuadro);
   Ventana& VentanaDe(const controles::Formulario& formulario) const;
   Vista& VistaDe(const controles::Control& control) const;
   VistaGrid& VistaDe(const controles::Grid& grid) const;
   void TerminaEdicion(controles::Formulario& formulario, const controles::Control* destino) const;
   // Does something to the widgets, lets what it set off come to rest, and raises what failed.
   void Haz(const std::function<void()>& accion) const;
-  // The same in the window of the day, which comes up over the others; elsewhere it is closed first.
-  static void HazEnHoy(const std::function<void()>& accion);
+  // The same in the windows of the front desk, which come up over the others; elsewhere they are closed first.
+  static void HazAlFrente(const std::function<void()>& accion);
   void PulsaCelda(VistaGrid& vista, int fila, int columna) const;
 
   EscritorioQt& escritorio_;
-  QPointer<QDialog> hoy_;  // the main window's
+  QPointer<QDialog> hoy_, cuadro_;  // the main window's
 };
 
 // Sends a key, pressed and released, to a widget.
@@ -59,5 +64,7 @@ void EnviaTecla(QWidget* destino, int teclaQt, Qt::KeyboardModifiers modificador
                 const QString& texto = {});
 // Clicks a widget with the left button.
 void EnviaClic(QWidget* destino, const QPoint& donde);
+// Drags from one point of it to another.
+void EnviaArrastre(QWidget* destino, const QPoint& desde, const QPoint& hasta);
 
 }  // namespace vista

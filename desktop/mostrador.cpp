@@ -2,6 +2,7 @@
 
 #include "desktop/dialogos.h"
 #include "desktop/escritorio_qt.h"
+#include "desktop/ventana_cuadro.h"
 #include "desktop/ventana_hoy.h"
 #include "host/standalone/letras.h"
 #include "recepcion/pasos.h"
@@ -10,6 +11,10 @@ namespace vista {
 
 Mostrador::Mostrador(EscritorioQt& escritorio) : escritorio_(escritorio), hoy_(autonomo::SinAcentos) {
   hoy_.alAbrir = [this](const std::string& folio) { AbreReservacion(folio); };
+  cuadro_.alAbrir = hoy_.alAbrir;
+  cuadro_.alReservar = [this](const std::string& habitacion, com::Fecha desde, com::Fecha hasta) {
+    Reserva(habitacion, desde, hasta);
+  };
 }
 
 void Mostrador::AbreHoy() {
@@ -18,6 +23,28 @@ void Mostrador::AbreHoy() {
   escritorio_.VuelveAlFrente();
   if (salida == VentanaHoy::kAbre) hoy_.AbreFila(ventana.Elegida());
   if (salida == VentanaHoy::kNueva) escritorio_.Pulsa(controles::Accion::Nuevo);
+  if (salida == VentanaHoy::kCuadro) AbreCuadro();
+}
+
+void Mostrador::AbreCuadro() {
+  VentanaCuadro ventana(cuadro_, escritorio_.Frente());
+  const int salida = Atiende(ventana);
+  escritorio_.VuelveAlFrente();
+  const auto& [fila, desde, hasta] = ventana.eleccion();
+  if (salida == VentanaCuadro::kAbre) cuadro_.AbreBarra(fila, desde);
+  if (salida == VentanaCuadro::kReserva) cuadro_.Reserva(fila, desde, hasta);
+}
+
+// Clear first: it also forgets what was marked on the board before.
+void Mostrador::Reserva(const std::string& habitacion, com::Fecha desde, com::Fecha hasta) {
+  controles::Formulario* principal = escritorio_.Principal();
+  if (principal == nullptr || !escritorio_.Pulsa(controles::Accion::Limpiar)) return;
+  if (!escritorio_.Pulsa(controles::Accion::Nuevo) || !recepcion::TecleaEstancia(*principal, desde, hasta)) return;
+  escritorio_.AlAbrirModal([&](controles::Formulario& tablero) {
+    static_cast<void>(recepcion::MarcaNoches(tablero, habitacion, com::DiasEntre(desde, hasta)));
+  });
+  principal->PulsaTecla(controles::tecla::kF6);
+  escritorio_.AlAbrirModal(nullptr);
 }
 
 void Mostrador::AbreReservacion(const std::string& folio) {

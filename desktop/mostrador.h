@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "recepcion/cuadro.h"
 #include "recepcion/hoy.h"
 
 namespace vista {
@@ -15,12 +16,16 @@ class Mostrador {
   explicit Mostrador(EscritorioQt& escritorio);
   // The day; what is opened from it comes up in the reservation screen.
   void AbreHoy();
+  // The tape chart; free nights that are picked become a New through the board.
+  void AbreCuadro();
 
  private:
   void AbreReservacion(const std::string& folio);
+  void Reserva(const std::string& habitacion, com::Fecha desde, com::Fecha hasta);
 
   EscritorioQt& escritorio_;
   recepcion::Hoy hoy_;
+  recepcion::Cuadro cuadro_;
 };
 
 }  // namespace vista

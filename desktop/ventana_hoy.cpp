@@ -153,6 +153,7 @@ void VentanaHoy::CreaBotones(QBoxLayout& caja) {
     fila->addWidget(b);
   };
   boton("&Nueva reservación (Ctrl+N)", "nueva", kNueva, "Ctrl+N");
+  boton("Cua&dro de habitaciones (F7)", "cuadro", kCuadro, "F7");
   fila->addStretch();
   boton("Cerrar (Esc)", "cerrar", kCierra, nullptr);
   caja.addLayout(fila);

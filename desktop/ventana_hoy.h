@@ -1,6 +1,7 @@
 // The front desk's day in a window: a search over all reservations, the day's lists with their counts, free rooms.
 #pragma once
 
+#include <QBoxLayout>
 #include <QDate>
 #include <QDialog>
 #include <QLabel>

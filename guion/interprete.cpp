@@ -1,6 +1,7 @@
 #include "guion/interprete.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "host/standalone/letras.h"
 #include "platform/com/error.h"
@@ -16,6 +17,10 @@ namespace {
 Interprete::Interprete(const Piezas& piezas, std::ostream& salida, std::ostream& errores)
     : piezas_(piezas), salida_(salida), errores_(errores), hoy_(autonomo::SinAcentos) {
   hoy_.alAbrir = [this](const std::string& folio) { AbreReservacion(folio); };
+  cuadro_.alAbrir = hoy_.alAbrir;
+  cuadro_.alReservar = [this](const std::string& habitacion, com::Fecha desde, com::Fecha hasta) {
+    ReservaNoches(habitacion, desde, hasta);
+  };
   piezas_.respuestas.enTransaccion = [this] { return piezas_.anfitrion.conexion()->EnTransaccion(); };
 }
 
@@ -51,6 +56,8 @@ const std::vector<Interprete::DatosOrden>& Interprete::Ordenes() {
       {"lista", 1, 7, "lista bitacora|correos [folio FOLIO] [usuario LOGIN] [dia AAAA-MM-DD]", &Interprete::Lista},
       {"reenvia", 1, 1, "reenvia CORREO", &Interprete::Reenvia},
       {"hoy", 0, 2, "hoy [lista NOMBRE | busca TEXTO | abre FILA]", &Interprete::Hoy},
+      {"cuadro", 2, 4, "cuadro DESDE NOCHES | cuadro abre HABITACION NOCHE | cuadro reserva HABITACION LLEGADA SALIDA",
+       &Interprete::Cuadro},
       {"sql", 1, 1, "sql SENTENCIA", &Interprete::Sql},
       {"falla", 1, 3,
        "falla sentencia TEXTO [N] | host OPERACION [TEXTO] | tienda OPERACION TEXTO | grid [TEXTO] | "
@@ -70,6 +77,10 @@ int Interprete::Corre(std::istream& entrada, const std::string& nombre) {
 }
 
 void Interprete::AtiendeModal(controles::Formulario& formulario) {
+  if (const auto pasos = std::exchange(pasosDelTablero_, nullptr)) {
+    pasos(formulario);
+    if (!formulario.visible()) return;
+  }
   Contesta();
   ++modales_;
   Bucle([&] { return formulario.visible(); });

@@ -114,6 +114,8 @@ class Interprete {
   void Reenvia(const Palabras& p);
   // --- ordenes_recepcion.cpp: the front desk around the screens
   void Hoy(const Palabras& p);
+  void Cuadro(const Palabras& p);
+  void ReservaNoches(const std::string& habitacion, com::Fecha desde, com::Fecha hasta);
   void AbreReservacion(const std::string& folio);
   void Sql(const Palabras& p);
   void Falla(const Palabras& p);
@@ -131,6 +133,9 @@ class Interprete {
   int modales_ = 0;
   Respuesta actual_;
   recepcion::Hoy hoy_;
+  recepcion::Cuadro cuadro_;
+  // What the order does on the board once it is there.
+  std::function<void(controles::Formulario&)> pasosDelTablero_;
   Linea partes_;
 };
 

@@ -8,6 +8,7 @@
 #include "platform/controls/control.h"
 #include "platform/controls/formulario.h"
 #include "platform/controls/grid.h"
+#include "recepcion/cuadro.h"
 #include "recepcion/hoy.h"
 
 namespace guion {
@@ -45,6 +46,10 @@ class Manos {
   virtual void EligeLista(recepcion::Hoy& hoy, recepcion::Lista lista) = 0;
   virtual void BuscaEnHoy(recepcion::Hoy& hoy, const std::string& texto) = 0;
   virtual void AbreFila(recepcion::Hoy& hoy, int fila) = 0;
+  // --- the tape chart: shown from a day on, a bar clicked, free nights dragged over
+  virtual void MuestraCuadro(recepcion::Cuadro& cuadro, com::Fecha desde, int noches) = 0;
+  virtual void AbreBarra(recepcion::Cuadro& cuadro, int fila, com::Fecha noche) = 0;
+  virtual void ReservaNoches(recepcion::Cuadro& cuadro, int fila, com::Fecha desde, com::Fecha hasta) = 0;
 };
 
 }  // namespace guion

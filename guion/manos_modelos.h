@@ -27,6 +27,11 @@ class ManosModelos : public Manos {
   void EligeLista(recepcion::Hoy& hoy, recepcion::Lista lista) override { hoy.Elige(lista); }
   void BuscaEnHoy(recepcion::Hoy& hoy, const std::string& texto) override { hoy.Busca(texto); }
   void AbreFila(recepcion::Hoy& hoy, int fila) override { hoy.AbreFila(fila); }
+  void MuestraCuadro(recepcion::Cuadro& cuadro, com::Fecha desde, int noches) override { cuadro.Abre(desde, noches); }
+  void AbreBarra(recepcion::Cuadro& cuadro, int fila, com::Fecha noche) override { cuadro.AbreBarra(fila, noche); }
+  void ReservaNoches(recepcion::Cuadro& cuadro, int fila, com::Fecha desde, com::Fecha hasta) override {
+    cuadro.Reserva(fila, desde, hasta);
+  }
 };
 
 // What is left of a text typed into the current cell once the screen has swallowed the characters that it does not

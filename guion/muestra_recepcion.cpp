@@ -47,4 +47,29 @@ Json MuestraHoy(const recepcion::Hoy& hoy) {
   return json.Pon("filas", std::move(filas));
 }
 
+Json MuestraCuadro(const recepcion::Cuadro& cuadro) {
+  Json habitaciones = Json::Arreglo();
+  for (std::size_t f = 0; f < cuadro.habitaciones().size(); ++f) {
+    Json barras = Json::Arreglo();
+    const auto [desde, hasta] = cuadro.BarrasDe(static_cast<int>(f));
+    for (std::size_t b = desde; b < hasta; ++b) {
+      const recepcion::Barra& barra = cuadro.barras()[b];
+      barras.Agrega(Json::Objeto()
+                        .Pon("folio", barra.folio)
+                        .Pon("huesped", barra.huesped)
+                        .Pon("estado", recepcion::EstadoDe(barra))
+                        .Pon("inicio", barra.inicio)
+                        .Pon("fin", barra.fin)
+                        .Pon("total", barra.total)
+                        .Pon("moneda", barra.moneda));
+    }
+    habitaciones.Agrega(
+        Json::Objeto().Pon("habitacion", cuadro.habitaciones()[f].clave).Pon("barras", std::move(barras)));
+  }
+  return Json::Objeto()
+      .Pon("desde", cuadro.desde())
+      .Pon("noches", cuadro.noches())
+      .Pon("habitaciones", std::move(habitaciones));
+}
+
 }  // namespace guion

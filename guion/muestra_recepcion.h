@@ -2,11 +2,14 @@
 #pragma once
 
 #include "guion/json.h"
+#include "recepcion/cuadro.h"
 #include "recepcion/hoy.h"
 
 namespace guion {
 
 // The day: counts of the lists, free rooms, and the rows before the clerk's eyes, of a list or of a search.
 Json MuestraHoy(const recepcion::Hoy& hoy);
+// The tape chart: period, and the bars of each room.
+Json MuestraCuadro(const recepcion::Cuadro& cuadro);
 
 }  // namespace guion

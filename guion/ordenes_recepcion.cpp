@@ -3,6 +3,7 @@
 
 #include "guion/interprete.h"
 #include "platform/com/error.h"
+#include "recepcion/pasos.h"
 
 namespace guion {
 
@@ -10,12 +11,18 @@ namespace {
 
 [[noreturn]] void Error(const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); }
 
-int FilaDe(const std::string& palabra) {
+int NumeroDe(const std::string& palabra) {
   int fila = 0;
   const char* fin = palabra.data() + palabra.size();
   const auto [hasta, error] = std::from_chars(palabra.data(), fin, fila);
   if (error != std::errc{} || hasta != fin) Error("«" + palabra + "» no es un número");
   return fila;
+}
+
+com::Fecha DiaDe(const std::string& palabra) {
+  const auto fecha = com::DeIso(palabra);
+  if (!fecha) Error("«" + palabra + "» no es una fecha AAAA-MM-DD");
+  return com::SoloFecha(*fecha);
 }
 
 }  // namespace
@@ -43,8 +50,35 @@ void Interprete::Hoy(const Palabras& p) {
     return piezas_.manos.EligeLista(hoy_, *lista);
   }
   if (p[1] == "busca") return piezas_.manos.BuscaEnHoy(hoy_, p[2]);
-  if (p[1] == "abre") return piezas_.manos.AbreFila(hoy_, FilaDe(p[2]));
+  if (p[1] == "abre") return piezas_.manos.AbreFila(hoy_, NumeroDe(p[2]));
   Error("No existe «hoy " + p[1] + "»");
+}
+
+// Clear first: it also forgets what was marked on the board before.
+void Interprete::ReservaNoches(const std::string& habitacion, com::Fecha desde, com::Fecha hasta) {
+  controles::Formulario& pantalla = piezas_.componente.formulario();
+  piezas_.manos.Accion(BarraDe(pantalla), controles::Accion::Limpiar);
+  piezas_.manos.Accion(BarraDe(pantalla), controles::Accion::Nuevo);
+  if (!recepcion::TecleaEstancia(pantalla, desde, hasta)) return;
+  pasosDelTablero_ = [&](controles::Formulario& tablero) {
+    static_cast<void>(recepcion::MarcaNoches(tablero, habitacion, com::DiasEntre(desde, hasta)));
+  };
+  piezas_.manos.Tecla(pantalla, controles::tecla::kF6, 0);
+  pasosDelTablero_ = nullptr;
+}
+
+void Interprete::Cuadro(const Palabras& p) {
+  ExigeSinModal();
+  static_cast<void>(Activo());
+  if (p.size() == 3) return piezas_.manos.MuestraCuadro(cuadro_, DiaDe(p[1]), NumeroDe(p[2]));
+  if (cuadro_.desde() == com::Fecha{}) Error("El cuadro no está a la vista; use la orden «cuadro DESDE NOCHES»");
+  const int fila = cuadro_.FilaDe(p[2]);
+  if (fila < 0) Error("El cuadro no tiene la habitación «" + p[2] + "»");
+  if (p[1] == "abre" && p.size() == 4) return piezas_.manos.AbreBarra(cuadro_, fila, DiaDe(p[3]));
+  if (p[1] == "reserva" && p.size() == 5) {
+    return piezas_.manos.ReservaNoches(cuadro_, fila, DiaDe(p[3]), DiaDe(p[4]));
+  }
+  Error("Se escribe: cuadro DESDE NOCHES | cuadro abre HABITACION NOCHE | cuadro reserva HABITACION LLEGADA SALIDA");
 }
 
 }  // namespace guion

@@ -1,6 +1,33 @@
 #include "recepcion/pasos.h"
 
+#include "platform/com/texto.h"
+#include "platform/controls/grid.h"
+
 namespace recepcion {
+
+namespace {
+
+constexpr int kColumnasFijas = 2;  // of the board, before the first night
+
+// Row of the board; -1 when a filter hides the room.
+int FilaDe(const controles::Grid& grid, const std::string& habitacion) {
+  for (int fila = 0; fila < grid.Filas(); ++fila) {
+    if (com::IgualSinCaja(com::RecortaDerecha(grid.Texto(fila, "Clave")), habitacion)) return fila;
+  }
+  return -1;
+}
+
+void QuitaFiltros(controles::Formulario& tablero) {
+  for (const char* nombre : {"txtGrupo_Habitacion", "txtArea", "txtTipo_Habitacion"}) {
+    auto* filtro = controles::Como<controles::LookupField>(tablero.Busca(nombre));
+    if (filtro == nullptr || filtro->text() == "%") continue;
+    tablero.Enfoca(*filtro);
+    filtro->Teclea("%");
+    tablero.PulsaTecla(controles::tecla::kEnter);
+  }
+}
+
+}  // namespace
 
 bool TecleaFolio(controles::Formulario& principal, const std::string& folio) {
   auto* campo = controles::Como<controles::LookupField>(principal.Busca("txtFolio"));
@@ -9,6 +36,41 @@ bool TecleaFolio(controles::Formulario& principal, const std::string& folio) {
   principal.Enfoca(*campo);
   campo->Teclea(folio);
   principal.PulsaTecla(controles::tecla::kEnter);
+  return true;
+}
+
+bool TecleaEstancia(controles::Formulario& principal, com::Fecha llegada, com::Fecha salida) {
+  const std::pair<const char*, com::Fecha> fechas[] = {{"dpFecha_llegada", llegada}, {"dpFecha_salida", salida}};
+  for (const auto& [nombre, dia] : fechas) {
+    auto* campo = controles::Como<controles::DateField>(principal.Busca(nombre));
+    if (campo == nullptr || !campo->AceptaEntrada()) return false;
+    principal.Enfoca(*campo);
+    campo->Fija(dia);
+    if (com::SoloFecha(campo->valor()) != dia) return false;
+  }
+  return true;
+}
+
+bool MarcaNoches(controles::Formulario& tablero, const std::string& habitacion, int noches) {
+  auto* porHabitacion = controles::Como<controles::Opcion>(tablero.Busca("opHabitacion"));
+  auto* grid = tablero.Primero<controles::Grid>();
+  auto* barra = tablero.Primero<controles::ScreenToolbar>();
+  if (porHabitacion == nullptr || grid == nullptr || barra == nullptr) return false;
+  tablero.Enfoca(*porHabitacion);
+  porHabitacion->Pulsa();
+  int fila = FilaDe(*grid, habitacion);
+  if (fila < 0) {
+    QuitaFiltros(tablero);
+    fila = FilaDe(*grid, habitacion);
+  }
+  if (fila < 0 || grid->NumColumnas() < kColumnasFijas + noches) return false;
+  tablero.Enfoca(*grid);
+  const int marcada = grid->IndiceEstilo("OCUPANDO");
+  for (int noche = 0; noche < noches; ++noche) {
+    grid->ClicCelda(fila, kColumnasFijas + noche);
+    if (grid->estilo(fila, kColumnasFijas + noche) != marcada) return false;
+  }
+  barra->Pulsa(controles::Accion::Aceptar);
   return true;
 }
 

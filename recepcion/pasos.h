@@ -14,4 +14,10 @@ namespace recepcion {
 // let it.
 bool TecleaFolio(controles::Formulario& principal, const std::string& folio);
 
+// Dates of a New that has begun, as typed. False when the screen, which says why, does not take them.
+bool TecleaEstancia(controles::Formulario& principal, com::Fecha llegada, com::Fecha salida);
+// On the board: the first nights of the room are marked and accepted, filters that hide the room are taken away. False,
+// and the board stays as it is, when a night cannot be marked.
+bool MarcaNoches(controles::Formulario& tablero, const std::string& habitacion, int noches);
+
 }  // namespace recepcion

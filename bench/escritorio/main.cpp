@@ -21,6 +21,7 @@
 #include "bench/hotel.h"
 #include "desktop/escritorio_qt.h"
 #include "desktop/estilo.h"
+#include "desktop/ventana_cuadro.h"
 #include "desktop/vista_grid.h"
 #include "guion/componente.h"
 #include "host/standalone/anfitrion.h"
@@ -149,6 +150,25 @@ void SinPalabreria(QtMsgType tipo, const QMessageLogContext&, const QString& tex
   if (tipo == QtFatalMsg) std::cerr << qPrintable(texto) << '\n';
 }
 
+// The tape chart of all rooms and two months, row by row through its window.
+void MideCuadro() {
+  recepcion::Cuadro cuadro;
+  const double lee = Mediana(7, [&] { cuadro.Abre(banco::Hoy(), recepcion::kNochesMaximas); });
+  vista::VentanaCuadro ventana(cuadro, nullptr);
+  ventana.resize(1600, 900);
+  ventana.show();
+  QApplication::processEvents();
+  QScrollBar* barra = ventana.tabla().verticalScrollBar();
+  int fila = 0;
+  QImage imagen(ventana.tabla().viewport()->size(), QImage::Format_RGB32);
+  const double pinta = Mediana(101, [&] {
+    barra->setValue(++fila % (barra->maximum() + 1));
+    ventana.tabla().viewport()->render(&imagen);
+  });
+  std::printf("%-44s %8.1f ms\n", "tape chart of 60 nights, read", lee);
+  std::printf("%-44s %8.1f ms\n", "tape chart scrolled by a row, painted", pinta);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -245,6 +265,7 @@ int main(int argc, char** argv) {
     });
     std::printf("%-44s %8.2f ms\n", "a scroll step, painted", corre);
   });
+  MideCuadro();
   std::printf("%-44s %8.1f MB\n", "peak memory", Memoria());
   reservacion.Descarga();
   controles::FijaEscritorio(nullptr);

@@ -1,0 +1,345 @@
+#include "desktop/tabla_cuadro.h"
+
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QLocale>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QToolTip>
+#include <algorithm>
+#include <cmath>
+
+#include "desktop/estilo.h"
+#include "desktop/guarda.h"
+#include "desktop/pintura.h"
+#include "desktop/teclas.h"
+#include "desktop/vista.h"
+#include "desktop/vista_campos.h"
+#include "platform/regional/regional.h"
+
+namespace vista {
+
+namespace {
+
+constexpr int kCabeza = 42, kLado = 170, kMargen = 6;  // pixels
+constexpr double kMedio = 0.5;                         // bars begin and end in the middle of a day
+
+QString Dia(com::Fecha dia, const char* formato) {
+  return QLocale(QLocale::Spanish, QLocale::Mexico).toString(ADate(dia), QString::fromUtf8(formato));
+}
+
+// A state shows by fill, by border and in words.
+Caja CajaDe(const recepcion::Barra& barra) {
+  const Paleta& c = Colores();
+  if (barra.clase == recepcion::Barra::Clase::Bloqueo) return {c.realce, c.tenue, 1};
+  if (barra.enCasa || barra.estado == "AP") return {c.tenue, c.tenue, 1};
+  if (barra.estado == "CO") return {c.acento, c.acento, 1};
+  return {c.acentoSuave, c.acento, 1};
+}
+
+QString Titulo(const recepcion::Barra& barra) {
+  const QString estado = Q(recepcion::EstadoDe(barra));
+  return barra.huesped.empty() ? estado : Q(barra.huesped) + QStringLiteral(" · ") + estado;
+}
+
+QString Consejo(const recepcion::Barra& barra) {
+  QString texto;
+  if (!barra.folio.empty()) texto += QStringLiteral("Folio ") + Q(barra.folio) + QLatin1Char('\n');
+  texto += Titulo(barra) + QLatin1Char('\n') + Q(regional::FechaCorta(barra.inicio)) + QStringLiteral(" – ") +
+           Q(regional::FechaCorta(barra.fin));
+  if (!barra.folio.empty()) {
+    texto += QStringLiteral("\nTotal ") + Q(regional::Moneda(barra.total)) + QLatin1Char(' ') + Q(barra.moneda);
+  }
+  return texto;
+}
+
+}  // namespace
+
+TablaCuadro::TablaCuadro(recepcion::Cuadro& cuadro, QWidget* padre) : QAbstractScrollArea(padre), cuadro_(cuadro) {
+  setObjectName(QStringLiteral("cuadro_noches"));
+  setAccessibleName(QStringLiteral("Habitaciones por noche"));
+  setFocusPolicy(Qt::StrongFocus);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setFrameShape(QFrame::NoFrame);
+  viewport()->setMouseTracking(false);
+  viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+void TablaCuadro::Refresca() {
+  const int filas = static_cast<int>(cuadro_.habitaciones().size());
+  actual_.fila = std::clamp(actual_.fila, 0, std::max(filas - 1, 0));
+  actual_.desde = actual_.hasta = std::clamp(actual_.hasta, 0, cuadro_.noches() - 1);
+  AjustaBarra();
+  viewport()->update();
+}
+
+void TablaCuadro::AjustaBarra() {
+  const int enVista = std::max((viewport()->height() - kCabeza) / espacio::kRenglon, 1);
+  verticalScrollBar()->setPageStep(enVista);
+  verticalScrollBar()->setRange(0, std::max(static_cast<int>(cuadro_.habitaciones().size()) - enVista, 0));
+}
+
+void TablaCuadro::resizeEvent(QResizeEvent* evento) {
+  QAbstractScrollArea::resizeEvent(evento);
+  AjustaBarra();
+}
+
+// --- places ----------------------------------------------------------------------------------------------------------
+
+int TablaCuadro::Primera() const { return verticalScrollBar()->value(); }
+double TablaCuadro::AnchoNoche() const {
+  return std::max(viewport()->width() - kLado, 1) / static_cast<double>(cuadro_.noches());
+}
+int TablaCuadro::X(double noche) const { return kLado + static_cast<int>(std::lround(noche * AnchoNoche())); }
+
+int TablaCuadro::FilaEn(const QPoint& punto) const {
+  if (punto.y() < kCabeza) return -1;
+  const int fila = Primera() + (punto.y() - kCabeza) / espacio::kRenglon;
+  return fila < static_cast<int>(cuadro_.habitaciones().size()) ? fila : -1;
+}
+
+// A free night that begins in the middle of its day is meant by that day as well as by the morning after.
+int TablaCuadro::ColumnaEn(const QPoint& punto) const {
+  if (punto.x() < kLado) return -1;
+  const int columna = static_cast<int>((punto.x() - kLado) / AnchoNoche());
+  return std::min(columna, cuadro_.noches() - 1);
+}
+
+QRect TablaCuadro::ZonaNoche(int fila, com::Fecha noche) const {
+  const int columna = com::DiasEntre(cuadro_.desde(), noche);
+  const int y = kCabeza + (fila - Primera()) * espacio::kRenglon;
+  return {X(columna), y, X(columna + 1) - X(columna), espacio::kRenglon};
+}
+
+QRect TablaCuadro::ZonaBarra(const recepcion::Barra& barra) const {
+  const int desde = com::DiasEntre(cuadro_.desde(), barra.inicio), hasta = com::DiasEntre(cuadro_.desde(), barra.fin);
+  const int x1 = std::max(X(desde + kMedio), kLado - kMargen),
+            x2 = X(std::min<double>(hasta + kMedio, cuadro_.noches() + kMedio));
+  return QRect(x1, kCabeza + (barra.fila - Primera()) * espacio::kRenglon, x2 - x1, espacio::kRenglon)
+      .adjusted(1, 3, -1, -3);
+}
+
+const recepcion::Barra* TablaCuadro::BarraEn(const QPoint& punto) const {
+  if (punto.x() < kLado) return nullptr;
+  const auto [desde, hasta] = cuadro_.BarrasDe(FilaEn(punto));
+  for (std::size_t b = desde; b < hasta; ++b) {
+    if (ZonaBarra(cuadro_.barras()[b]).contains(punto)) return &cuadro_.barras()[b];
+  }
+  return nullptr;
+}
+
+void TablaCuadro::Descubre(int fila) {
+  const int enVista = verticalScrollBar()->pageStep();
+  if (fila < Primera()) verticalScrollBar()->setValue(fila);
+  if (fila >= Primera() + enVista) verticalScrollBar()->setValue(fila - enVista + 1);
+}
+
+// --- painting --------------------------------------------------------------------------------------------------------
+
+void TablaCuadro::paintEvent(QPaintEvent* evento) {
+  QPainter p(viewport());
+  p.setFont(Fuente(Letra::Normal));
+  p.fillRect(evento->rect(), Colores().superficie);
+  const int ultima = std::min(Primera() + (evento->rect().bottom() - kCabeza) / espacio::kRenglon + 1,
+                              static_cast<int>(cuadro_.habitaciones().size()));
+  const int primera = Primera() + std::max(evento->rect().top() - kCabeza, 0) / espacio::kRenglon;
+  p.setClipRect(QRect(0, kCabeza, viewport()->width(), viewport()->height() - kCabeza));
+  const Paleta& c = Colores();
+  const int alto = std::max(ultima - primera, 0) * espacio::kRenglon;
+  const int y = kCabeza + (primera - Primera()) * espacio::kRenglon;
+  for (int n = 0; n < cuadro_.noches(); ++n) {
+    const com::Fecha dia = NocheDe(n);
+    if (dia == cuadro_.hoy()) {
+      p.fillRect(X(n), y, X(n + 1) - X(n), alto, c.acentoSuave);
+    } else if (com::DiaSemana(dia) >= 6) {
+      p.fillRect(X(n), y, X(n + 1) - X(n), alto, c.finSemana);
+    }
+    p.fillRect(X(n), y, 1, alto, c.borde);
+  }
+  for (int fila = primera; fila < ultima; ++fila) PintaFila(p, fila);
+  PintaSeleccion(p);
+  p.setClipping(false);
+  PintaCabeza(p);
+}
+
+void TablaCuadro::PintaFila(QPainter& p, int fila) const {
+  const Paleta& c = Colores();
+  const int y = kCabeza + (fila - Primera()) * espacio::kRenglon;
+  const auto [desde, hasta] = cuadro_.BarrasDe(fila);
+  for (std::size_t b = desde; b < hasta; ++b) PintaBarra(p, cuadro_.barras()[b]);
+  p.fillRect(0, y, kLado, espacio::kRenglon, c.superficie);
+  const recepcion::Habitacion& h = cuadro_.habitaciones()[static_cast<std::size_t>(fila)];
+  const QRect zona(kMargen, y, kLado - 2 * kMargen, espacio::kRenglon);
+  p.setPen(c.texto);
+  p.drawText(zona, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, Q(h.clave));
+  const int clave = p.fontMetrics().horizontalAdvance(Q(h.clave)) + 2 * kMargen;
+  const QRect resto = zona.adjusted(clave, 0, 0, 0);
+  p.setPen(c.tenue);
+  p.drawText(resto, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
+             p.fontMetrics().elidedText(Q(h.tipo), Qt::ElideRight, resto.width()));
+  p.fillRect(0, y + espacio::kRenglon - 1, viewport()->width(), 1, c.borde);
+}
+
+void TablaCuadro::PintaBarra(QPainter& p, const recepcion::Barra& barra) const {
+  const QRect zona = ZonaBarra(barra);
+  const Caja caja = CajaDe(barra);
+  PintaCaja(p, zona, caja);
+  const bool bloqueo = barra.clase == recepcion::Barra::Clase::Bloqueo;
+  if (bloqueo) p.fillRect(zona.adjusted(1, 1, -1, -1), QBrush(Colores().bordeCampo, Qt::BDiagPattern));
+  const QRect texto = zona.adjusted(kMargen, 0, -kMargen, 0)
+                          .intersected(QRect(kLado + 2, zona.top(), viewport()->width(), zona.height()));
+  constexpr int kCabeAlgo = 18;  // pixels
+  if (bloqueo || texto.width() < kCabeAlgo) return;
+  p.setPen(TextoSobre(caja.relleno));
+  p.drawText(texto, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
+             p.fontMetrics().elidedText(Titulo(barra), Qt::ElideRight, texto.width()));
+}
+
+void TablaCuadro::PintaSeleccion(QPainter& p) const {
+  if (cuadro_.habitaciones().empty()) return;
+  const int a = std::min(actual_.desde, actual_.hasta), b = std::max(actual_.desde, actual_.hasta);
+  const QRect zona = ZonaNoche(actual_.fila, NocheDe(a)).united(ZonaNoche(actual_.fila, NocheDe(b)));
+  PintaAnillo(p, zona, hasFocus() ? Colores().acento : Colores().bordeCampo, 2);
+}
+
+void TablaCuadro::PintaCabeza(QPainter& p) const {
+  const Paleta& c = Colores();
+  p.fillRect(0, 0, viewport()->width(), kCabeza, c.realce);
+  p.setPen(c.texto);
+  p.setFont(Fuente(Letra::Fuerte));
+  p.drawText(QRect(kMargen, 0, kLado - kMargen, kCabeza), Qt::AlignVCenter | Qt::AlignLeft,
+             QStringLiteral("Habitación"));
+  const bool estrecho = AnchoNoche() < p.fontMetrics().horizontalAdvance(QStringLiteral("mié")) + 4;
+  for (int n = 0; n < cuadro_.noches(); ++n) {
+    const com::Fecha dia = NocheDe(n);
+    const QRect zona(X(n), 0, X(n + 1) - X(n), kCabeza);
+    if (dia == cuadro_.hoy()) p.fillRect(zona, c.acento);
+    p.fillRect(zona.left(), 0, 1, kCabeza, c.borde);
+    p.setPen(dia == cuadro_.hoy() ? c.sobreAcento : com::DiaSemana(dia) >= 6 ? c.tenue : c.texto);
+    p.setFont(estrecho ? FuenteEstrecha(Letra::Chica, QStringLiteral("30"), zona.width() - 2) : Fuente(Letra::Chica));
+    // The month stands at its first day, and at the first in sight.
+    const bool conMes = n == 0 || com::ACivil(dia).dia == 1;
+    const QString arriba = estrecho ? Dia(dia, "ddd").left(1).toUpper() : Dia(dia, "ddd");
+    const QString abajo = conMes && !estrecho ? Dia(dia, "d MMM") : Dia(dia, "d");
+    p.drawText(zona.adjusted(0, 3, 0, -kCabeza / 2), Qt::AlignCenter, arriba);
+    // Where the days are narrower than their numbers, one a week stands for all.
+    const int sobra = p.fontMetrics().horizontalAdvance(QStringLiteral("30")) + 2 - zona.width();
+    if (sobra > 0 && com::DiaSemana(dia) != 1) continue;
+    p.drawText(zona.adjusted(-std::max(sobra, 0), kCabeza / 2, std::max(sobra, 0), -3), Qt::AlignCenter, abajo);
+  }
+  p.fillRect(0, kCabeza - 1, viewport()->width(), 1, c.borde);
+  p.fillRect(kLado - 1, 0, 1, viewport()->height(), c.borde);
+}
+
+// --- the user --------------------------------------------------------------------------------------------------------
+
+bool TablaCuadro::viewportEvent(QEvent* evento) {
+  if (evento->type() == QEvent::ToolTip) {
+    const auto* ayuda = static_cast<QHelpEvent*>(evento);
+    const recepcion::Barra* barra = BarraEn(ayuda->pos());
+    QToolTip::showText(ayuda->globalPos(), barra == nullptr ? QString() : Consejo(*barra), viewport());
+    return true;
+  }
+  return QAbstractScrollArea::viewportEvent(evento);
+}
+
+void TablaCuadro::mousePressEvent(QMouseEvent* evento) {
+  pulsado_.reset();
+  if (evento->button() != Qt::LeftButton) return;
+  const int fila = FilaEn(evento->pos()), columna = ColumnaEn(evento->pos());
+  if (fila < 0 || columna < 0) return;
+  pulsado_ = evento->pos();
+  Mueve(fila, columna, false);
+}
+
+// A drag stays in its room and ends before the first night that is taken.
+void TablaCuadro::mouseMoveEvent(QMouseEvent* evento) {
+  if (!pulsado_ || BarraEn(*pulsado_) != nullptr) return;
+  const int meta = std::clamp(ColumnaEn(evento->pos()), 0, cuadro_.noches() - 1);
+  int columna = actual_.desde;
+  const int paso = meta < columna ? -1 : 1;
+  while (columna != meta && cuadro_.En(actual_.fila, NocheDe(columna + paso)) == nullptr) columna += paso;
+  Mueve(actual_.fila, columna, true);
+}
+
+// A press on a bar opens it; a drag over free nights, one at least, takes them. A mere click only goes there.
+void TablaCuadro::mouseReleaseEvent(QMouseEvent* evento) {
+  if (!pulsado_ || evento->button() != Qt::LeftButton) return;
+  const QPoint desde = *std::exchange(pulsado_, std::nullopt);
+  constexpr int kArrastre = 8;  // pixels
+  if (const recepcion::Barra* barra = BarraEn(desde)) {
+    const com::Fecha noche = std::max(barra->inicio, cuadro_.desde());
+    if (barra == BarraEn(evento->pos()) && alAbrir) Corre([&] { alAbrir(barra->fila, noche); });
+  } else if ((evento->pos() - desde).manhattanLength() >= kArrastre) {
+    Acepta();
+  }
+}
+
+void TablaCuadro::Acepta() {
+  const int a = std::min(actual_.desde, actual_.hasta), b = std::max(actual_.desde, actual_.hasta);
+  Corre([&] {
+    if (cuadro_.En(actual_.fila, NocheDe(actual_.hasta)) != nullptr) {
+      if (alAbrir) alAbrir(actual_.fila, NocheDe(actual_.hasta));
+    } else if (alReservar) {
+      alReservar(actual_.fila, NocheDe(a), NocheDe(b + 1));
+    }
+  });
+}
+
+void TablaCuadro::Mueve(int fila, int columna, bool extiende) {
+  const int filas = static_cast<int>(cuadro_.habitaciones().size());
+  if (filas == 0) return;
+  actual_.fila = std::clamp(fila, 0, filas - 1);
+  actual_.hasta = std::clamp(columna, 0, cuadro_.noches() - 1);
+  if (!extiende) actual_.desde = actual_.hasta;
+  Descubre(actual_.fila);
+  const QString dice = Dice(actual_.fila, actual_.hasta);
+  setAccessibleDescription(dice);
+  if (alMover) alMover(dice);
+  viewport()->update();
+}
+
+QString TablaCuadro::Dice(int fila, int columna) const {
+  const QString cuarto = Q(cuadro_.habitaciones()[static_cast<std::size_t>(fila)].clave) + QStringLiteral(", ");
+  const int a = std::min(actual_.desde, actual_.hasta), b = std::max(actual_.desde, actual_.hasta);
+  if (a != b) {
+    return cuarto + Q(regional::FechaCorta(NocheDe(a))) + QStringLiteral(" – ") +
+           Q(regional::FechaCorta(NocheDe(b + 1))) + QStringLiteral(": %1 noches. Enter las reserva").arg(b - a + 1);
+  }
+  const recepcion::Barra* barra = cuadro_.En(fila, NocheDe(columna));
+  const QString noche = cuarto + Dia(NocheDe(columna), "ddd d 'de' MMMM") + QStringLiteral(": ");
+  if (barra == nullptr) return noche + QStringLiteral("libre. Enter la reserva; Mayús y flechas toman más noches");
+  return noche + Consejo(*barra).replace(QLatin1Char('\n'), QStringLiteral(" · "));
+}
+
+void TablaCuadro::keyPressEvent(QKeyEvent* evento) {
+  if (evento->modifiers().testFlag(Qt::ControlModifier)) return QWidget::keyPressEvent(evento);
+  const bool extiende = evento->modifiers().testFlag(Qt::ShiftModifier);
+  const int pagina = verticalScrollBar()->pageStep();
+  switch (evento->key()) {
+    case Qt::Key_Left:
+      return Mueve(actual_.fila, actual_.hasta - 1, extiende);
+    case Qt::Key_Right:
+      return Mueve(actual_.fila, actual_.hasta + 1, extiende);
+    case Qt::Key_Up:
+      return Mueve(actual_.fila - 1, actual_.hasta, false);
+    case Qt::Key_Down:
+      return Mueve(actual_.fila + 1, actual_.hasta, false);
+    case Qt::Key_PageUp:
+      return Mueve(actual_.fila - pagina, actual_.hasta, false);
+    case Qt::Key_PageDown:
+      return Mueve(actual_.fila + pagina, actual_.hasta, false);
+    case Qt::Key_Home:
+      return Mueve(actual_.fila, 0, extiende);
+    case Qt::Key_End:
+      return Mueve(actual_.fila, cuadro_.noches() - 1, extiende);
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      return Acepta();
+    default:
+      QAbstractScrollArea::keyPressEvent(evento);
+  }
+}
+
+}  // namespace vista

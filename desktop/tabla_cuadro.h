@@ -1,0 +1,65 @@
+// The tape chart's surface: rooms down, nights across, bars over them. Paints only what is in sight.
+#pragma once
+
+#include <QAbstractScrollArea>
+#include <QPainter>
+#include <functional>
+#include <optional>
+
+#include "recepcion/cuadro.h"
+
+namespace vista {
+
+class TablaCuadro : public QAbstractScrollArea {
+ public:
+  TablaCuadro(recepcion::Cuadro& cuadro, QWidget* padre);
+  // The chart was read anew.
+  void Refresca();
+
+  // Places in the viewport, for whoever works it by events; a bar may lie partly out of sight.
+  QRect ZonaBarra(const recepcion::Barra& barra) const;
+  QRect ZonaNoche(int fila, com::Fecha noche) const;
+  void Descubre(int fila);
+
+  // The user picked what holds a room a night, or free nights of a room.
+  std::function<void(int fila, com::Fecha noche)> alAbrir;
+  std::function<void(int fila, com::Fecha desde, com::Fecha hasta)> alReservar;
+  // Where the keyboard stands, in words.
+  std::function<void(const QString& texto)> alMover;
+
+ protected:
+  bool viewportEvent(QEvent* evento) override;
+  void paintEvent(QPaintEvent* evento) override;
+  void resizeEvent(QResizeEvent* evento) override;
+  void mousePressEvent(QMouseEvent* evento) override;
+  void mouseMoveEvent(QMouseEvent* evento) override;
+  void mouseReleaseEvent(QMouseEvent* evento) override;
+  void keyPressEvent(QKeyEvent* evento) override;
+
+ private:
+  // Nights of one room, both ends in it.
+  struct Seleccion {
+    int fila = 0, desde = 0, hasta = 0;
+  };
+  int Primera() const;  // row that is topmost in sight
+  double AnchoNoche() const;
+  int X(double noche) const;
+  com::Fecha NocheDe(int columna) const { return com::MasDias(cuadro_.desde(), columna); }
+  int FilaEn(const QPoint& punto) const;
+  int ColumnaEn(const QPoint& punto) const;
+  const recepcion::Barra* BarraEn(const QPoint& punto) const;
+  void PintaFila(QPainter& p, int fila) const;
+  void PintaBarra(QPainter& p, const recepcion::Barra& barra) const;
+  void PintaCabeza(QPainter& p) const;
+  void PintaSeleccion(QPainter& p) const;
+  void Mueve(int fila, int columna, bool extiende);
+  void Acepta();
+  QString Dice(int fila, int columna) const;
+  void AjustaBarra();
+
+  recepcion::Cuadro& cuadro_;
+  Seleccion actual_;
+  std::optional<QPoint> pulsado_;
+};
+
+}  // namespace vista

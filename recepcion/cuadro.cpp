@@ -1,0 +1,203 @@
+#include "recepcion/cuadro.h"
+
+#include <algorithm>
+#include <map>
+
+#include "platform/com/error.h"
+#include "platform/com/variant.h"
+#include "platform/regional/regional.h"
+#include "publico/publico.h"
+#include "recepcion/lectura.h"
+
+namespace recepcion {
+
+namespace {
+
+constexpr std::string_view kHabitaciones =
+    "SELECT HB.Hb_Cve_Habitacion, HB.Hb_Descripcion, TH.Th_Descripcion FROM Habitacion HB "
+    "LEFT JOIN Tipo_Habitacion TH ON TH.Th_Cve_Tipo_Habitacion = HB.Th_Cve_Tipo_Habitacion "
+    "WHERE HB.Es_Cve_Estado <> 'BA' ORDER BY HB.Hb_Cve_Habitacion";
+// Rooms first, then their lines from the first night on: CROSS JOIN keeps the order that the indexes serve.
+constexpr std::string_view kLineas =
+    "SELECT D.Hb_Cve_Habitacion, D.Rs_Folio, D.Rsd_Fecha_Inicio, D.Rsd_Fecha_Fin, R.Es_Cve_Estado, R.Mn_Cve_Moneda, "
+    "H.Cl_Razon_Social_1 AS Huesped, C.Cl_Razon_Social_1 AS Cliente, "
+    "(SELECT SUM(T.Rsd_Precio_Neto_Importe) FROM Reservacion_Detalle T WHERE T.Rs_Folio = R.Rs_Folio) AS Total "
+    "FROM Habitacion HB CROSS JOIN Reservacion_Detalle D CROSS JOIN Reservacion R "
+    "LEFT JOIN Cliente H ON H.Cl_Cve_Cliente = R.Rs_Huesped LEFT JOIN Cliente C ON C.Cl_Cve_Cliente = R.Cl_Cve_Cliente "
+    "WHERE D.Hb_Cve_Habitacion = HB.Hb_Cve_Habitacion AND R.Rs_Folio = D.Rs_Folio "
+    "AND R.Es_Cve_Estado NOT IN ('CA','CE') AND D.Rsd_Fecha_Fin > '?' AND D.Rsd_Fecha_Inicio < '?'";
+constexpr std::string_view kEstancias =
+    "SELECT CID.Hb_Cve_Habitacion, CI.Ci_Folio, CI.Ci_Llegada, CI.Ci_Salida FROM Check_In CI "
+    "INNER JOIN Check_In_Detalle CID ON CID.Ci_Folio = CI.Ci_Folio "
+    "WHERE CI.Es_Cve_Estado NOT IN ('CA','CE') AND CI.Ci_Salida > '?' AND CI.Ci_Llegada < '?' "
+    "ORDER BY CI.Ci_Folio";
+constexpr std::string_view kBloqueos =
+    "SELECT Hb_Cve_Habitacion, Hbb_Fecha_Inicio, Hbb_Fecha_Fin FROM Habitacion_Bloqueo WHERE Es_Cve_Estado = 'AC' AND "
+    "Hbb_Fecha_Fin >= '?' AND Hbb_Fecha_Inicio < '?'";
+
+bool SeTocan(const Barra& a, const Barra& b) { return a.inicio < b.fin && b.inicio < a.fin; }
+
+std::string DelAl(const Barra& b) {
+  return " del " + regional::FechaCorta(b.inicio) + " al " + regional::FechaCorta(b.fin);
+}
+
+// The stay's days on the reservation that it belongs to: the one that begins with it, or the first that it meets.
+bool SeUne(std::vector<Barra>& deLaHabitacion, const Barra& estancia) {
+  Barra* suya = nullptr;
+  for (Barra& b : deLaHabitacion) {
+    if (b.clase != Barra::Clase::Reservacion || b.enCasa || !SeTocan(b, estancia)) continue;
+    if (suya == nullptr || b.inicio == estancia.inicio) suya = &b;
+  }
+  if (suya == nullptr) return false;
+  suya->enCasa = true;
+  suya->inicio = estancia.inicio;
+  suya->fin = estancia.fin;
+  return true;
+}
+
+}  // namespace
+
+std::string EstadoDe(const Barra& barra) {
+  if (barra.clase == Barra::Clase::Bloqueo) return "Bloqueada";
+  if (barra.enCasa) return "En casa";
+  if (barra.estado == "CO") return "Confirmada";
+  if (barra.estado == "AP") return "Aplicada";
+  return "Activa";
+}
+
+void Cuadro::Abre() {
+  Abre(desde_ == com::Fecha{} ? com::SoloFecha(publico::Utilerias().FechaServidor()) : desde_, noches_);
+}
+
+void Cuadro::Abre(com::Fecha desde, int noches) {
+  if (noches < kNochesMinimas || noches > kNochesMaximas) {
+    throw com::Error(com::error::kArgumento, "El cuadro muestra de " + std::to_string(kNochesMinimas) + " a " +
+                                                 std::to_string(kNochesMaximas) + " noches");
+  }
+  hoy_ = com::SoloFecha(publico::Utilerias().FechaServidor());
+  desde_ = com::SoloFecha(desde);
+  noches_ = noches;
+  LeeHabitaciones();
+  LeeBarras();
+}
+
+void Cuadro::LeeHabitaciones() {
+  habitaciones_.clear();
+  const ado::RecordsetPtr rs = Ejecuta(ado::TextoSQL(kHabitaciones));
+  for (; !rs->Eof(); rs->MoveNext()) habitaciones_.push_back({Celda(*rs, 0), Celda(*rs, 1), Celda(*rs, 2)});
+}
+
+void Cuadro::LeeBarras() {
+  const std::string primera = DiaSql(desde_), ultima = DiaSql(com::MasDias(desde_, noches_));
+  std::map<std::string, int> filas;
+  for (std::size_t f = 0; f < habitaciones_.size(); ++f) {
+    filas[com::Plegado(habitaciones_[f].clave)] = static_cast<int>(f);
+  }
+  std::vector<std::vector<Barra>> porFila(habitaciones_.size());
+  // The bars of a room; null for one that is withdrawn.
+  const auto deHabitacion = [&](const ado::Recordset& rs) -> std::vector<Barra>* {
+    const auto fila = filas.find(com::Plegado(Celda(rs, 0)));
+    return fila == filas.end() ? nullptr : &porFila[static_cast<std::size_t>(fila->second)];
+  };
+  const auto lee = [&](std::string_view sentencia, const auto& toma) {
+    const ado::RecordsetPtr rs = Ejecuta(ado::TextoSQL(sentencia, {primera, ultima}));
+    for (; !rs->Eof(); rs->MoveNext()) {
+      if (std::vector<Barra>* barras = deHabitacion(*rs)) toma(*barras, *rs);
+    }
+  };
+  lee(kLineas, [](std::vector<Barra>& barras, const ado::Recordset& rs) {
+    Barra b;
+    b.folio = Celda(rs, 1);
+    b.inicio = CeldaDia(rs, 2);
+    b.fin = CeldaDia(rs, 3);
+    b.estado = com::Mayusculas(Celda(rs, 4));
+    b.moneda = Celda(rs, 5);
+    b.huesped = Celda(rs, 6).empty() ? Celda(rs, 7) : Celda(rs, 6);
+    b.total = CeldaNumero(rs, 8);
+    barras.push_back(b);
+  });
+  lee(kEstancias, [](std::vector<Barra>& barras, const ado::Recordset& rs) {
+    Barra b;
+    b.clase = Barra::Clase::Estancia;
+    b.enCasa = true;
+    b.huesped = "Estancia " + Celda(rs, 1);
+    b.inicio = CeldaDia(rs, 2);
+    b.fin = CeldaDia(rs, 3);
+    if (!SeUne(barras, b)) barras.push_back(b);
+  });
+  lee(kBloqueos, [](std::vector<Barra>& barras, const ado::Recordset& rs) {
+    Barra b;
+    b.clase = Barra::Clase::Bloqueo;
+    b.inicio = CeldaDia(rs, 1);
+    b.fin = com::MasDias(CeldaDia(rs, 2), 1);
+    barras.push_back(b);
+  });
+  barras_.clear();
+  primeras_.clear();
+  for (std::size_t f = 0; f < porFila.size(); ++f) {
+    primeras_.push_back(barras_.size());
+    std::ranges::stable_sort(porFila[f], {}, &Barra::inicio);
+    for (Barra& b : porFila[f]) {
+      b.fila = static_cast<int>(f);
+      barras_.push_back(std::move(b));
+    }
+  }
+  primeras_.push_back(barras_.size());
+}
+
+std::pair<std::size_t, std::size_t> Cuadro::BarrasDe(int fila) const {
+  if (fila < 0 || static_cast<std::size_t>(fila) >= habitaciones_.size()) return {0, 0};
+  return {primeras_[static_cast<std::size_t>(fila)], primeras_[static_cast<std::size_t>(fila) + 1]};
+}
+
+int Cuadro::FilaDe(const std::string& habitacion) const {
+  for (std::size_t f = 0; f < habitaciones_.size(); ++f) {
+    if (com::IgualSinCaja(habitaciones_[f].clave, habitacion)) return static_cast<int>(f);
+  }
+  return -1;
+}
+
+const Barra* Cuadro::En(int fila, com::Fecha noche) const {
+  const auto [desde, hasta] = BarrasDe(fila);
+  for (std::size_t b = desde; b < hasta; ++b) {
+    if (barras_[b].inicio <= noche && noche < barras_[b].fin) return &barras_[b];
+  }
+  return nullptr;
+}
+
+bool Cuadro::Libre(int fila, com::Fecha desde, com::Fecha hasta) const {
+  for (com::Fecha noche = desde; noche < hasta; noche = com::MasDias(noche, 1)) {
+    if (En(fila, noche) != nullptr) return false;
+  }
+  return true;
+}
+
+void Cuadro::AbreBarra(int fila, com::Fecha noche) const {
+  const Barra* barra = En(fila, noche);
+  if (barra == nullptr) {
+    throw com::Error(com::error::kArgumento, "La habitación está libre la noche del " + regional::FechaCorta(noche));
+  }
+  if (barra->folio.empty()) {
+    const std::string que = barra->clase == Barra::Clase::Bloqueo ? "Un bloqueo" : barra->huesped;
+    throw com::Error(com::error::kArgumento, que + DelAl(*barra) + " no tiene reservación");
+  }
+  if (alAbrir) alAbrir(barra->folio);
+}
+
+void Cuadro::Reserva(int fila, com::Fecha desde, com::Fecha hasta) const {
+  if (fila < 0 || static_cast<std::size_t>(fila) >= habitaciones_.size() || desde >= hasta) {
+    throw com::Error(com::error::kArgumento, "Faltan la habitación o las noches por reservar");
+  }
+  const std::string& clave = habitaciones_[static_cast<std::size_t>(fila)].clave;
+  for (com::Fecha noche = desde; noche < hasta; noche = com::MasDias(noche, 1)) {
+    if (const Barra* b = En(fila, noche)) {
+      const std::string quien = b->folio.empty() ? b->huesped : "reservación " + b->folio + ", " + b->huesped;
+      throw com::Error(com::error::kArgumento, "La habitación " + clave + " no está libre la noche del " +
+                                                   regional::FechaCorta(noche) + ": " + EstadoDe(*b) + DelAl(*b) +
+                                                   (quien.empty() ? "" : ", " + quien));
+    }
+  }
+  if (alReservar) alReservar(clave, desde, hasta);
+}
+
+}  // namespace recepcion

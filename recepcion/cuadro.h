@@ -1,0 +1,79 @@
+// The tape chart: rooms by nights, and what holds them.
+//
+// A bar is a reservation's line, a stay or a block. A reservation that is cancelled or closed has none. A stay that
+// shares a room and a night with a reservation is one bar with it: the reservation's folio and guest, the stay's days.
+// A bar lies from the middle of its first day to the middle of the day on which it ends.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/com/fecha.h"
+
+namespace recepcion {
+
+struct Barra {
+  enum class Clase { Reservacion, Estancia, Bloqueo };
+  Clase clase = Clase::Reservacion;
+  int fila = 0;       // of the room
+  std::string folio;  // of the reservation, "" without one
+  std::string huesped;
+  std::string estado;  // code of the reservation
+  bool enCasa = false;
+  com::Fecha inicio, fin;  // nights from inicio on, up to the one before fin
+  double total = 0;        // of the whole reservation, tax included: nothing that was paid is kept here
+  std::string moneda;
+};
+
+struct Habitacion {
+  std::string clave, nombre, tipo;
+};
+
+inline constexpr int kNochesMinimas = 7, kNochesMaximas = 60;
+
+class Cuadro {
+ public:
+  // Reads the nights from that day on; com::Error kArgumento for a number out of range, and database failures.
+  void Abre(com::Fecha desde, int noches);
+  // The same nights anew; the first time two weeks from today.
+  void Abre();
+
+  com::Fecha desde() const { return desde_; }
+  int noches() const { return noches_; }
+  com::Fecha hoy() const { return hoy_; }
+  const std::vector<Habitacion>& habitaciones() const { return habitaciones_; }
+  // By room, then first night.
+  const std::vector<Barra>& barras() const { return barras_; }
+  // The bars of a room: positions of the first and behind the last.
+  std::pair<std::size_t, std::size_t> BarrasDe(int fila) const;
+  // Row of a room; -1 when there is none of that key.
+  int FilaDe(const std::string& habitacion) const;
+  // What holds the room that night; null when it is free.
+  const Barra* En(int fila, com::Fecha noche) const;
+  // The room is free on all nights from desde up to the one before hasta.
+  bool Libre(int fila, com::Fecha desde, com::Fecha hasta) const;
+
+  // Opens the reservation that holds the room that night; starts a New for nights of a room. com::Error kArgumento,
+  // with what holds them, when that cannot be.
+  void AbreBarra(int fila, com::Fecha noche) const;
+  void Reserva(int fila, com::Fecha desde, com::Fecha hasta) const;
+  // Set by whoever shows the chart.
+  std::function<void(const std::string& folio)> alAbrir;
+  std::function<void(const std::string& habitacion, com::Fecha desde, com::Fecha hasta)> alReservar;
+
+ private:
+  void LeeHabitaciones();
+  void LeeBarras();
+
+  com::Fecha desde_, hoy_;
+  int noches_ = 14;
+  std::vector<Habitacion> habitaciones_;
+  std::vector<Barra> barras_;
+  std::vector<std::size_t> primeras_;  // of each room in barras_, and the end
+};
+
+// What a bar stands for, in words: state, or what it is.
+std::string EstadoDe(const Barra& barra);
+
+}  // namespace recepcion

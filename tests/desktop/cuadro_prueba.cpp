@@ -1,0 +1,114 @@
+// The tape chart in its window, worked by mouse and keyboard.
+#include <QComboBox>
+#include <QHelpEvent>
+#include <QToolTip>
+
+#include "desktop/ventana_cuadro.h"
+#include "tests/desktop/recorrido.h"
+
+namespace pruebas {
+namespace {
+
+class CuadroVentanaPrueba : public RecorridoPrueba {
+ protected:
+  using Hace = std::function<void(vista::VentanaCuadro&)>;
+  void EsperaCuadro(Hace hace) {
+    Espera("cuadro", [hace = std::move(hace)](QWidget& w) { hace(dynamic_cast<vista::VentanaCuadro&>(w)); });
+  }
+  static QWidget* Lienzo(vista::VentanaCuadro& w) { return w.tabla().viewport(); }
+  static com::Fecha Marzo(int dia) { return com::FechaDe(2026, 3, dia); }
+  // The middle of a night, where its bar would be.
+  static QPoint Noche(vista::VentanaCuadro& w, int fila, int dia) {
+    const QRect zona = w.tabla().ZonaNoche(fila, Marzo(dia));
+    return {zona.right(), zona.center().y()};
+  }
+  static void Arrastra(vista::VentanaCuadro& w, const QPoint& desde, const QPoint& hasta) {
+    QTest::mousePress(Lienzo(w), Qt::LeftButton, Qt::NoModifier, desde);
+    QTest::mouseMove(Lienzo(w), (desde + hasta) / 2);
+    QTest::mouseMove(Lienzo(w), hasta);
+    QTest::mouseRelease(Lienzo(w), Qt::LeftButton, Qt::NoModifier, hasta);
+  }
+  std::string Renglones() {
+    auto& grid = Control<controles::Grid>(Forma(), "ssReservaciones");
+    std::string todos;
+    for (int f = 0; f < grid.Filas(); ++f) {
+      todos += grid.Texto(f, "Clave") + " " + grid.Texto(f, "FECHAI") + " " + grid.Texto(f, "FECHAF") + ";";
+    }
+    return todos;
+  }
+  controles::ScreenToolbar& Barra() { return Control<controles::ScreenToolbar>(Forma(), "Controles"); }
+};
+
+// Rows 14 and 15 are rooms 0201, held from the 9th to the 11th, and 0202, free for weeks.
+TEST_F(CuadroVentanaPrueba, UnClicAbreYUnArrastreReserva) {
+  EsperaCuadro([](vista::VentanaCuadro& w) {
+    QHelpEvent ayuda(QEvent::ToolTip, Noche(w, 14, 9), Lienzo(w)->mapToGlobal(Noche(w, 14, 9)));
+    QApplication::sendEvent(Lienzo(w), &ayuda);
+    for (const char* dice : {"0000000016", "Francisco Morales Ríos · Activa", "09/03/2026 – 11/03/2026", "Total $"})
+      EXPECT_TRUE(QToolTip::text().contains(QString::fromUtf8(dice))) << QToolTip::text().toStdString();
+    QToolTip::hideText();
+    // A click beside the bar, in the morning of its first day, opens nothing.
+    QTest::mouseClick(Lienzo(w), Qt::LeftButton, Qt::NoModifier,
+                      w.tabla().ZonaNoche(14, Marzo(9)).topLeft() + QPoint(3, 8));
+    EXPECT_TRUE(w.isVisible());
+    QTest::mouseClick(Lienzo(w), Qt::LeftButton, Qt::NoModifier, Noche(w, 14, 9));
+  });
+  Tecla(Qt::Key_F7);
+  EXPECT_EQ(Barra().ClaveActual(), "0000000016");
+
+  // A drag that runs into a taken night ends before it; one from right to left is the same nights.
+  EsperaCuadro([](vista::VentanaCuadro& w) { Arrastra(w, Noche(w, 15, 13), Noche(w, 15, 10)); });
+  Tecla(Qt::Key_F7);
+  EXPECT_TRUE(Barra().EsNuevo());
+  EXPECT_EQ(Renglones(), "0202 10/03/2026 14/03/2026;");
+  EXPECT_EQ(Foco(), "ssReservaciones");
+
+  // That is a capture now: it is not lost without asking.
+  EsperaCuadro([](vista::VentanaCuadro& w) { Arrastra(w, Noche(w, 14, 13), Noche(w, 14, 14)); });
+  EsperaMensaje("en captura", "No");
+  Tecla(Qt::Key_F7);
+  EXPECT_EQ(Renglones(), "0202 10/03/2026 14/03/2026;");
+
+  EsperaCuadro([](vista::VentanaCuadro& w) { Arrastra(w, Noche(w, 14, 14), Noche(w, 14, 8)); });
+  EsperaMensaje("en captura", "Sí");
+  Tecla(Qt::Key_F7);
+  EXPECT_EQ(Renglones(), "0201 11/03/2026 15/03/2026;");
+}
+
+TEST_F(CuadroVentanaPrueba, ElTecladoRecorreTomaYReserva) {
+  EsperaCuadro([](vista::VentanaCuadro& w) {
+    auto* zoom = w.findChild<QComboBox*>(QStringLiteral("zoom"));
+    QTest::keyClick(w.focusWidget(), Qt::Key_Minus, Qt::ControlModifier);
+    QTest::keyClick(w.focusWidget(), Qt::Key_Minus, Qt::ControlModifier);
+    QTest::keyClick(w.focusWidget(), Qt::Key_Minus, Qt::ControlModifier);
+    EXPECT_EQ(zoom->currentText(), QStringLiteral("60 noches"));
+    QTest::keyClick(w.focusWidget(), Qt::Key_Right, Qt::ControlModifier);
+    EXPECT_EQ(zoom->currentText(), QStringLiteral("60 noches"));
+    QTest::keyClick(w.focusWidget(), Qt::Key_Home, Qt::ControlModifier);
+    QTest::keyClick(w.focusWidget(), Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_EQ(zoom->currentText(), QStringLiteral("30 noches"));
+    for (int i = 0; i < 15; ++i) QTest::keyClick(w.focusWidget(), Qt::Key_Down);
+    QTest::keyClick(w.focusWidget(), Qt::Key_Right);
+    EXPECT_TRUE(w.Nota().startsWith(QStringLiteral("0202, mar 10 de marzo: libre"))) << w.Nota().toStdString();
+    QTest::keyClick(w.focusWidget(), Qt::Key_Right, Qt::ShiftModifier);
+    EXPECT_TRUE(w.Nota().contains(QStringLiteral("2 noches"))) << w.Nota().toStdString();
+    QTest::keyClick(w.focusWidget(), Qt::Key_Return);
+  });
+  Tecla(Qt::Key_F7);
+  EXPECT_EQ(Renglones(), "0202 10/03/2026 12/03/2026;");
+  EsperaMensaje("en captura", "Sí");
+  Tecla(Qt::Key_L, Qt::ControlModifier);
+
+  // From the day, and back to a block, which opens nothing.
+  Espera("hoy", [](QWidget& w) { QTest::keyClick(w.focusWidget(), Qt::Key_F7); });
+  EsperaCuadro([](vista::VentanaCuadro& w) {
+    QTest::mouseClick(Lienzo(w), Qt::LeftButton, Qt::NoModifier, Noche(w, 4, 9));
+    EXPECT_TRUE(w.Nota().contains(QStringLiteral("Un bloqueo no tiene"))) << w.Nota().toStdString();
+    QTest::keyClick(w.focusWidget(), Qt::Key_F7);
+  });
+  Tecla(Qt::Key_F5);
+  EXPECT_EQ(Barra().ClaveActual(), "");
+}
+
+}  // namespace
+}  // namespace pruebas
