@@ -85,6 +85,11 @@ void TablaCuadro::resizeEvent(QResizeEvent* evento) {
   AjustaBarra();
 }
 
+// What stays in sight is moved; the rows that come are painted.
+void TablaCuadro::scrollContentsBy(int /*dx*/, int dy) {
+  viewport()->scroll(0, dy * espacio::kRenglon, viewport()->rect().adjusted(0, kCabeza, 0, 0));
+}
+
 // --- places ----------------------------------------------------------------------------------------------------------
 
 int TablaCuadro::Primera() const { return verticalScrollBar()->value(); }
@@ -160,7 +165,8 @@ void TablaCuadro::paintEvent(QPaintEvent* evento) {
   for (int fila = primera; fila < ultima; ++fila) PintaFila(p, fila);
   PintaSeleccion(p);
   p.setClipping(false);
-  PintaCabeza(p);
+  if (evento->rect().top() < kCabeza) PintaCabeza(p);
+  p.fillRect(kLado - 1, 0, 1, viewport()->height(), c.borde);
 }
 
 void TablaCuadro::PintaFila(QPainter& p, int fila) const {
@@ -229,7 +235,6 @@ void TablaCuadro::PintaCabeza(QPainter& p) const {
     p.drawText(zona.adjusted(-std::max(sobra, 0), kCabeza / 2, std::max(sobra, 0), -3), Qt::AlignCenter, abajo);
   }
   p.fillRect(0, kCabeza - 1, viewport()->width(), 1, c.borde);
-  p.fillRect(kLado - 1, 0, 1, viewport()->height(), c.borde);
 }
 
 // --- the user --------------------------------------------------------------------------------------------------------
