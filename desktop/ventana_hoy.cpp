@@ -120,6 +120,7 @@ void VentanaHoy::CreaListas(QBoxLayout& caja) {
   caja.addWidget(listas_);
   tabla_ = CreaTabla(Titulos(), this);
   tabla_->setObjectName(QStringLiteral("filas"));
+  tabla_->horizontalHeader()->setResizeContentsPrecision(0);  // what is in sight decides: it changes with each key
   connect(tabla_, &QTableWidget::cellDoubleClicked, this, [this] { Abre(); });
   caja.addWidget(tabla_, 3);
   nota_ = new QLabel(this);

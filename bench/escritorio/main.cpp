@@ -22,9 +22,11 @@
 #include "desktop/escritorio_qt.h"
 #include "desktop/estilo.h"
 #include "desktop/ventana_cuadro.h"
+#include "desktop/ventana_hoy.h"
 #include "desktop/vista_grid.h"
 #include "guion/componente.h"
 #include "host/standalone/anfitrion.h"
+#include "host/standalone/letras.h"
 
 namespace {
 
@@ -150,6 +152,31 @@ void SinPalabreria(QtMsgType tipo, const QMessageLogContext&, const QString& tex
   if (tipo == QtFatalMsg) std::cerr << qPrintable(texto) << '\n';
 }
 
+// The day's window: opened, and each key of a search to its painted rows.
+void MideHoy() {
+  recepcion::Hoy hoy(autonomo::SinAcentos);
+  while (hoy.Prepara()) {
+  }
+  const vista::Contexto contexto;
+  vista::VentanaHoy ventana(hoy, contexto, nullptr);
+  ventana.show();
+  auto* busca = ventana.findChild<QLineEdit*>(QStringLiteral("busca"));
+  Testigo testigo(ventana.findChild<QTableWidget*>(QStringLiteral("filas"))->viewport());
+  EsperaPintado(testigo);
+  const QString texto = QStringLiteral("numero 12 mañana");
+  int letras = 0;
+  double peor = 0;
+  const double tecla = Mediana(64, [&] {
+    QElapsedTimer reloj;
+    reloj.start();
+    letras = letras % static_cast<int>(texto.size()) + 1;
+    busca->setText(texto.left(letras));
+    EsperaPintado(testigo);
+    peor = std::max(peor, static_cast<double>(reloj.nsecsElapsed()) / 1e6);
+  });
+  std::printf("%-44s %8.1f ms, at worst %.1f ms\n", "a key of the search to its painted rows", tecla, peor);
+}
+
 // The tape chart of all rooms and two months, row by row through its window.
 void MideCuadro() {
   recepcion::Cuadro cuadro;
@@ -269,6 +296,7 @@ int main(int argc, char** argv) {
     });
     std::printf("%-44s %8.2f ms\n", "a scroll step, painted", corre);
   });
+  MideHoy();
   MideCuadro();
   std::printf("%-44s %8.1f MB\n", "peak memory", Memoria());
   reservacion.Descarga();
