@@ -14,6 +14,7 @@
 #include "desktop/estilo.h"
 #include "desktop/guarda.h"
 #include "desktop/hoja_parametros.h"
+#include "desktop/hoja_usuarios.h"
 #include "desktop/iconos.h"
 #include "desktop/tablas.h"
 #include "desktop/vista.h"
@@ -295,7 +296,10 @@ void AbreCatalogos(autonomo::Conexion& conexion, const std::string& codigo, QWid
     ficha.caja()->addWidget(new Lista(conexion, *catalogos.front(), &ficha));
   } else {
     auto* hojas = new QTabWidget(&ficha);
-    if (configuracion) hojas->addTab(new HojaParametros(conexion, hojas), QStringLiteral("Parámetros"));
+    if (configuracion) {
+      hojas->addTab(new HojaParametros(conexion, hojas), QStringLiteral("Parámetros"));
+      hojas->addTab(new HojaUsuarios(conexion, hojas), QStringLiteral("Usuarios"));
+    }
     for (const Catalogo* c : catalogos) hojas->addTab(new Lista(conexion, *c, hojas), Q(c->titulo));
     ficha.caja()->addWidget(hojas);
     hojas->currentWidget()->setFocus();

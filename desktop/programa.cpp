@@ -10,8 +10,10 @@
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
+#include <memory>
 #include <vector>
 
+#include "desktop/acceso.h"
 #include "desktop/catalogos.h"
 #include "desktop/despues.h"
 #include "desktop/dialogos.h"
@@ -40,9 +42,11 @@
 #include "host/standalone/parametros.h"
 #include "host/standalone/registro.h"
 #include "host/standalone/respaldo_diario.h"
+#include "host/standalone/usuarios.h"
 #include "host/standalone/version.h"
 #include "platform/com/error.h"
 #include "platform/controls/barra.h"
+#include "publico/publico.h"
 
 namespace vista {
 
@@ -59,12 +63,17 @@ constexpr const char* kUso =
     "  --demo             llena una base vacía con el hotel de demostración\n"
     "  --ahora FECHA      fija el reloj del servidor\n"
     "  --usuario LOGIN    usuario del sistema\n"
+    "  --contrasena-de ARCHIVO  con --guion, archivo con la contraseña del usuario; sin ella, la de la variable\n"
+    "                     RESERVAS_CONTRASENA\n"
     "  --por-celda        el tablero pregunta celda por celda\n"
     "  --tema TEMA        colores claros, oscuros o los del sistema\n"
     "  --guion GUION      un guion maneja las ventanas; - es la entrada estándar\n"
     "  --registro ARCHIVO diario de fallas y escrituras; sin ella, el de la carpeta de estado del usuario\n"
     "  --version          versión, motor, esquema y base\n"
     "  -h, --help, --ayuda  esta ayuda\n";
+
+// Exit status of a session after which another user logs in.
+constexpr int kOtraSesion = 64;
 
 struct MalUso {
   std::string motivo;
@@ -168,6 +177,29 @@ void CorrigeParametros(autonomo::Anfitrion& anfitrion) {
   if (motivos.empty()) return;
   Avisa(motivos + "Corríjalo en la configuración.", 48, nullptr);
   AbreConfiguracion(anfitrion, nullptr);
+}
+
+// What the screens hold of the host goes with its session.
+struct Olvido {
+  Olvido() = default;
+  Olvido(const Olvido&) = delete;
+  Olvido& operator=(const Olvido&) = delete;
+  ~Olvido() {
+    publico::Olvida();
+    controles::FijaEscritorio(nullptr);
+  }
+};
+
+// The locked screen, by itself or by the menu; null in a hotel without passwords.
+std::unique_ptr<Bloqueo> PoneBloqueo(autonomo::Anfitrion& anfitrion, EscritorioQt& escritorio) {
+  if (!autonomo::PideContrasena(*anfitrion.conexion())) return nullptr;
+  constexpr int kMinuto = 60000;
+  const int minutos =
+      com::CInt(autonomo::ValorParametro(*anfitrion.conexion(), anfitrion::parametro::kBloqueoMinutos.clave));
+  auto bloqueo = std::make_unique<Bloqueo>(anfitrion, minutos * kMinuto, [] { QApplication::exit(kOtraSesion); });
+  escritorio.contexto().menu.push_back(
+      {QStringLiteral("Blo&quear la pantalla"), [b = bloqueo.get()] { b->Bloquea(); }});
+  return bloqueo;
 }
 
 // What the clerk is to know of what went on behind her back.
@@ -317,7 +349,12 @@ int Programa::CorreAnotando(const OpcionesPrograma& opciones) {
   autonomo::registro::Sesion sesion;
   try {
     sesion.Comienza("reservas", opciones.anfitrion.base.Nombre(), opciones.registro);
-    return opciones.guion ? CorreGuion(opciones) : CorreVentana(opciones);
+    if (opciones.guion) return CorreGuion(opciones);
+    int estado = kOtraSesion;
+    while (estado == kOtraSesion) estado = CorreVentana(opciones);
+    return estado;
+  } catch (const SinAcceso&) {
+    return kBien;
   } catch (const std::exception& e) {
     autonomo::registro::AnotaFalla(e);
     const std::string& ruta = opciones.anfitrion.base.Nombre();
@@ -340,8 +377,13 @@ int Programa::CorreVentana(OpcionesPrograma opciones) {
     contrasena = aceptada ? std::optional(dada.toStdString()) : std::nullopt;
     return contrasena;
   };
+  opciones.anfitrion.identifica = [usuario = opciones.anfitrion.usuario](autonomo::Conexion& conexion) {
+    return PideAcceso(conexion, usuario);
+  };
   autonomo::Anfitrion anfitrion(opciones.anfitrion);
+  if (anfitrion.nuevo()) OfreceAdministrador(anfitrion, nullptr);
   anfitrion.RegistraClases();
+  const Olvido olvido;  // after the screens, before the host
   EscritorioQt escritorio;
   Mostrador mostrador(escritorio);
   ConectaAnfitrion(escritorio, anfitrion, mostrador);
@@ -354,6 +396,7 @@ int Programa::CorreVentana(OpcionesPrograma opciones) {
   autonomo::OpcionesConexion aparte = opciones.anfitrion.base;
   aparte.pideContrasena = [contrasena](const std::string&) { return contrasena; };
   const Reparto reparto(anfitrion, aparte);
+  const auto bloqueo = PoneBloqueo(anfitrion, escritorio);  // before the windows, which take its menu
   componente.Abre(anfitrion.Padre());
   QObject vida;  // no signal is attended to after the screen's end
   AtiendeSenales(&vida, [&] {

@@ -3,11 +3,15 @@
 #include <termios.h>
 
 #include <QStandardPaths>
+#include <algorithm>
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
+#include "guion/archivos.h"
 #include "host/standalone/postgres.h"
+#include "host/standalone/usuarios.h"
 #include "platform/com/error.h"
 
 namespace guion {
@@ -23,6 +27,8 @@ const char* const kUsoGuion =
     "  --demo             llena una base vacía con el hotel de demostración\n"
     "  --ahora FECHA      fija el reloj del servidor\n"
     "  --usuario LOGIN    usuario del sistema\n"
+    "  --contrasena-de ARCHIVO  archivo con la contraseña del usuario, donde el hotel la pide; sin ella, la de la\n"
+    "                     variable RESERVAS_CONTRASENA\n"
     "  --por-celda        el tablero pregunta celda por celda\n"
     "  GUION              archivo de órdenes, una por línea; - es la entrada estándar\n"
     "  --registro ARCHIVO  diario de fallas y escrituras; sin ella, el de la carpeta de estado del usuario\n"
@@ -104,8 +110,29 @@ std::string RutaBaseDelUsuario() {
   return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation).toStdString() + "/reservas/hotel.db";
 }
 
+std::string LeeContrasena(const std::optional<std::string>& archivo) {
+  const char* ambiente = std::getenv("RESERVAS_CONTRASENA");
+  if (!archivo && ambiente == nullptr) {
+    UsoErroneo("Falta la contraseña: póngala en la variable RESERVAS_CONTRASENA, o en un archivo con --contrasena-de");
+  }
+  std::string contrasena = archivo ? LeeArchivo(*archivo) : ambiente;
+  contrasena.resize(std::min(contrasena.size(), contrasena.find_first_of("\r\n")));
+  return contrasena;
+}
+
+std::function<std::string(autonomo::Conexion&)> Identifica(const std::string& usuario,
+                                                           const std::optional<std::string>& archivo) {
+  return [usuario, archivo](autonomo::Conexion& conexion) {
+    const autonomo::Acceso acceso =
+        autonomo::Accede(conexion, usuario, LeeContrasena(archivo), autonomo::Reloj().Ahora());
+    if (!acceso.Bien()) throw com::Error(com::error::kArgumento, acceso.motivo + " (" + usuario + ")");
+    return acceso.usuario;
+  };
+}
+
 std::vector<Opcion> OpcionesDeAnfitrion() {
-  return {{"base", true}, {"conexion", true}, {"demo"}, {"ahora", true}, {"usuario", true}, {"por-celda"}};
+  return {{"base", true},    {"conexion", true},      {"demo"},     {"ahora", true},
+          {"usuario", true}, {"contrasena-de", true}, {"por-celda"}};
 }
 
 autonomo::OpcionesConexion LeeBase(const Argumentos& argumentos) {
@@ -124,6 +151,7 @@ autonomo::Opciones LeeAnfitrion(const Argumentos& argumentos) {
   opciones.base.leeConjuntos = !argumentos.Hay("por-celda");
   opciones.demo = argumentos.Hay("demo");
   opciones.usuario = argumentos.Valor("usuario").value_or(opciones.usuario);
+  opciones.identifica = Identifica(opciones.usuario, argumentos.Valor("contrasena-de"));
   if (const auto ahora = argumentos.Valor("ahora")) {
     opciones.ahora = com::DeIso(*ahora);
     if (!opciones.ahora) UsoErroneo("«" + *ahora + "» no es una fecha AAAA-MM-DDTHH:MM[:SS]");

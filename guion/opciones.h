@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QCommandLineParser>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -48,7 +49,14 @@ autonomo::OpcionesConexion LeeBase(const Argumentos& argumentos);
 // The database in the user's data folder, where no other is named.
 std::string RutaBaseDelUsuario();
 
-// The options of a host: base, conexion, demo, ahora, usuario, por-celda.
+// A password from the environment (RESERVAS_CONTRASENA) or from the first line of a file; never from the command line,
+// which others can read. com::Error kArgumento, saying where to put it, when there is none.
+std::string LeeContrasena(const std::optional<std::string>& archivo);
+// Who works on a base whose users have passwords, for a program that asks nobody.
+std::function<std::string(autonomo::Conexion&)> Identifica(const std::string& usuario,
+                                                           const std::optional<std::string>& archivo);
+
+// The options of a host: base, conexion, demo, ahora, usuario, contrasena-de, por-celda.
 std::vector<Opcion> OpcionesDeAnfitrion();
 // Error kArgumento for wrong usage.
 autonomo::Opciones LeeAnfitrion(const Argumentos& argumentos);

@@ -1,5 +1,6 @@
 // reservas-base: what whoever looks after a hotel's database does with it.
 #include <QCoreApplication>
+#include <algorithm>
 #include <cstdint>
 #include <filesystem>
 #include <iomanip>
@@ -10,11 +11,13 @@
 
 #include "guion/archivos.h"
 #include "guion/opciones.h"
+#include "host/standalone/permisos.h"
 #include "host/standalone/proceso.h"
 #include "host/standalone/registro.h"
 #include "host/standalone/respaldo.h"
 #include "host/standalone/revision.h"
 #include "host/standalone/traslado.h"
+#include "host/standalone/usuarios.h"
 #include "host/standalone/version.h"
 #include "platform/com/error.h"
 
@@ -31,6 +34,9 @@ constexpr const char* kUso =
     "  revisa HOTEL       busca daños y lo que no cuadra; lo pone al día si es de una versión anterior\n"
     "  copia HOTEL DESTINO\n"
     "                     pasa el hotel a otra base, vacía, y compara cada renglón. Mientras, nadie captura\n"
+    "  usuario HOTEL LOGIN [--contrasena-de ARCHIVO]\n"
+    "                     le pone la contraseña del archivo, o la de la variable RESERVAS_CONTRASENA, y lo deja\n"
+    "                     administrar el hotel; desde entonces todos la necesitan\n"
     "  respalda HOTEL.db [COPIA.db] [--sustituye]\n"
     "                     copia el hotel, también mientras se trabaja en él; sin COPIA.db, en su carpeta de "
     "respaldos.\n"
@@ -70,6 +76,14 @@ autonomo::OpcionesConexion Base(const std::string& palabra) {
   return opciones;
 }
 
+// A hotel that is there: a file is not made by the way.
+autonomo::OpcionesConexion Existente(const std::string& palabra) {
+  if (!EsDireccion(palabra) && !std::filesystem::exists(palabra)) {
+    throw com::Error(com::error::kBaseDatos, "No existe");
+  }
+  return Base(palabra);
+}
+
 // Options of a hotel that is to be made: its file is not there yet, or the server's database holds nothing.
 autonomo::Opciones Nueva(const std::string& palabra) {
   std::error_code ec;
@@ -104,6 +118,24 @@ int Demo(const Palabras& palabras, const guion::Argumentos& argumentos) {
   return kTodoBien;
 }
 
+// Whoever may write the hotel's file may let himself in: a forgotten password is no end.
+int Usuario(const Palabras& palabras, const guion::Argumentos& argumentos) {
+  const std::string contrasena = guion::LeeContrasena(argumentos.Valor("contrasena-de"));
+  const auto conexion = autonomo::AbreConexion(Existente(palabras[0]), kReloj);
+  autonomo::Usuario usuario{palabras[1], ""};
+  for (const autonomo::Usuario& u : autonomo::Usuarios(*conexion)) {
+    if (com::IgualSinCaja(u.clave, palabras[1])) usuario = u;
+  }
+  usuario.deBaja = false;
+  auto derechos = autonomo::DerechosDe(*conexion, usuario.clave);
+  derechos.emplace_back(autonomo::kPermisoConfiguracion);
+  std::sort(derechos.begin(), derechos.end());
+  derechos.erase(std::unique(derechos.begin(), derechos.end()), derechos.end());
+  autonomo::GuardaUsuario(*conexion, usuario, contrasena, derechos);
+  std::cout << "El usuario " << usuario.clave << " tiene esa contraseña y administra el hotel\n";
+  return kTodoBien;
+}
+
 int Revisa(const Palabras& palabras, const guion::Argumentos&) {
   int malos = 0;
   for (const autonomo::Hallazgo& hallazgo : autonomo::Revisa(Base(palabras[0]), kReloj)) {
@@ -115,10 +147,7 @@ int Revisa(const Palabras& palabras, const guion::Argumentos&) {
 }
 
 int Copia(const Palabras& palabras, const guion::Argumentos&) {
-  if (!EsDireccion(palabras[0]) && !std::filesystem::exists(palabras[0])) {
-    throw com::Error(com::error::kBaseDatos, "No existe");
-  }
-  const auto de = autonomo::AbreMotor(Base(palabras[0]), kReloj);
+  const auto de = autonomo::AbreMotor(Existente(palabras[0]), kReloj);
   const auto a = autonomo::AbreMotor(Base(palabras[1]), kReloj);
   std::int64_t total = 0;
   for (const auto& [tabla, filas] : autonomo::Traslada(*de, *a)) {
@@ -170,8 +199,9 @@ struct Orden {
 };
 
 constexpr Orden kOrdenes[] = {
-    {"crea", 1, 1, true, Crea},    {"demo", 1, 1, false, Demo},        {"revisa", 1, 1, true, Revisa},
-    {"copia", 2, 2, false, Copia}, {"respalda", 1, 2, true, Respalda}, {"repone", 1, 2, true, Repone},
+    {"crea", 1, 1, true, Crea},     {"demo", 1, 1, false, Demo},      {"revisa", 1, 1, true, Revisa},
+    {"copia", 2, 2, false, Copia},  {"usuario", 2, 2, true, Usuario}, {"respalda", 1, 2, true, Respalda},
+    {"repone", 1, 2, true, Repone},
 };
 
 const Orden& BuscaOrden(const Palabras& sueltos) {
@@ -204,7 +234,8 @@ int main(int argc, char** argv) {
   autonomo::ProtegeMemoria();
   const QCoreApplication aplicacion(argc, argv);
   try {
-    const guion::Argumentos argumentos({argv + 1, argv + argc}, {{"sustituye"}, {"ahora", true}}, 3);
+    const guion::Argumentos argumentos({argv + 1, argv + argc},
+                                       {{"sustituye"}, {"ahora", true}, {"contrasena-de", true}}, 3);
     if (argumentos.PideAyuda()) {
       std::cout << kUso;
       return kTodoBien;

@@ -35,6 +35,8 @@ constexpr const char* kUso =
     "línea;\n"
     "                                sin ella, RUTA.db.rechazadas.csv\n"
     "  --estricto                    no captura nada si algún renglón de RESERVAS.csv está mal: dice cuál y termina\n"
+    "  --usuario LOGIN               quién importa, donde los usuarios tienen contraseña\n"
+    "  --contrasena-de ARCHIVO       archivo con ella; sin ella, la de la variable RESERVAS_CONTRASENA\n"
     "  --registro ARCHIVO            diario de fallas y escrituras; sin ella, el de la carpeta de estado del usuario\n"
     "  --version                     versión, motor, esquema y base\n"
     "  -h, --help, --ayuda           esta ayuda\n";
@@ -46,6 +48,8 @@ constexpr int kTodoBien = 0, kConFallas = 1, kUsoErroneo = 2;
 struct Opciones {
   autonomo::OpcionesConexion base;
   std::string habitaciones, reservas, rechazadas;
+  std::string usuario = kUsuario;
+  std::optional<std::string> contrasena;  // file
   bool estricto = false;
   std::optional<std::string> registro;
 };
@@ -59,6 +63,8 @@ Opciones LeeOpciones(const guion::Argumentos& argumentos) {
   o.rechazadas = argumentos.Valor("rechazadas").value_or("");
   o.estricto = argumentos.Hay("estricto");
   o.registro = argumentos.Valor("registro");
+  o.usuario = argumentos.Valor("usuario").value_or(kUsuario);
+  o.contrasena = argumentos.Valor("contrasena-de");
   if (const auto sueltos = argumentos.Sueltos(); !sueltos.empty()) o.reservas = sueltos.front();
   if (!argumentos.Hay("base") && !argumentos.Hay("conexion")) UsoErroneo("Falta --base");
   if (o.base.Nombre() == ":memory:") UsoErroneo("--base debe ser un archivo: lo importado en memoria se perdería");
@@ -100,7 +106,8 @@ guion::ResumenImportacion ImportaEnBase(const Opciones& opciones, const std::vec
                                         const guion::ReservasCsv& reservas, guion::Rechazadas& rechazadas) {
   autonomo::Opciones anfitrionOpciones;
   anfitrionOpciones.base = opciones.base;
-  anfitrionOpciones.usuario = kUsuario;
+  anfitrionOpciones.usuario = opciones.usuario;
+  anfitrionOpciones.identifica = guion::Identifica(opciones.usuario, opciones.contrasena);
   autonomo::Anfitrion anfitrion(anfitrionOpciones);
   // Two imports into one base would capture every booking twice.
   if (!anfitrion.conexion()->TomaTurno("importacion"))
@@ -137,9 +144,15 @@ int main(int argc, char** argv) {
   const QCoreApplication aplicacion(argc, argv);
   Opciones opciones;
   try {
-    const guion::Argumentos argumentos(
-        {argv + 1, argv + argc},
-        {{"base", true}, {"conexion", true}, {"habitaciones", true}, {"rechazadas", true}, {"estricto"}}, 1);
+    const guion::Argumentos argumentos({argv + 1, argv + argc},
+                                       {{"base", true},
+                                        {"conexion", true},
+                                        {"habitaciones", true},
+                                        {"rechazadas", true},
+                                        {"estricto"},
+                                        {"usuario", true},
+                                        {"contrasena-de", true}},
+                                       1);
     if (argumentos.PideAyuda()) {
       std::cout << kUso;
       return kTodoBien;

@@ -235,6 +235,16 @@ std::vector<Tabla> TablasDelAnfitrion() {
        {"Ip_Id"},
        {}},
       {"Folio_Consecutivo", {{"Fc_Serie", Clave}, {"Fc_Ultimo", Entero}}, {"Fc_Serie"}, {}},
+      // Us_Contrasena: argon2id text, "" for one who may not enter; Us_Espera: no try before.
+      {"Usuario",
+       {{"Us_Cve_Usuario", Clave},
+        {"Us_Nombre", Texto},
+        {"Us_Contrasena", Texto},
+        {"Us_Fallas", Entero},
+        {"Us_Espera", FechaHora},
+        {"Es_Cve_Estado", Clave}},
+       {"Us_Cve_Usuario"},
+       {}},
       // How often a reservation has changed, its rooms and card included; the guards count. It outlives its
       // reservation, so that a folio that comes again does not pass for what was there before.
       {"Reservacion_Version", {{"Rs_Folio", Clave}, {"Rv_Version", Entero}}, {"Rs_Folio"}, {}},

@@ -65,7 +65,7 @@ struct Referencia {
 };
 const std::vector<Referencia>& Referencias();
 // Version of the definition, kept in the database. A database of an earlier one gets what it lacks when it is opened.
-inline constexpr int kVersion = 3;
+inline constexpr int kVersion = 4;
 
 // Statements (plain inserts with literals, SQL Server text) that fill an empty database with the demo hotel around the
 // given day, "AAAA-MM-DD".

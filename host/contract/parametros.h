@@ -43,6 +43,7 @@ inline constexpr Parametro kNombreHotel{"HT_NOMBRE", "T", "Hotel"};
 inline constexpr Parametro kFormatoFolio{"HT_FORMATO_FOLIO", "T", "0000000000"};
 inline constexpr Parametro kRespaldoCarpeta{"HT_RESPALDO_CARPETA", "T", "respaldos"};
 inline constexpr Parametro kRespaldoDias{"HT_RESPALDO_DIAS", "N", "14"};
+inline constexpr Parametro kBloqueoMinutos{"HT_BLOQUEO_MINUTOS", "N", "15"};
 // Delivery of mails.
 inline constexpr Parametro kCorreoServidor{"CORREO_SERVIDOR", "T", ""};
 inline constexpr Parametro kCorreoPuerto{"CORREO_PUERTO", "N", "0"};

@@ -9,6 +9,7 @@
 #include "host/standalone/permisos.h"
 #include "host/standalone/registro.h"
 #include "host/standalone/transaccion.h"
+#include "host/standalone/usuarios.h"
 #include "platform/com/texto.h"
 #include "platform/controls/formulario.h"
 #include "schema/esquema.h"
@@ -101,16 +102,10 @@ void CuidaTarjetas(Conexion& conexion, com::Fecha hoy) {
   }
 }
 
-// The login stands in the screens' statements as it is, and in columns of keys.
 void RevisaUsuario(const std::string& usuario) {
-  const auto rechaza = [&](const std::string& motivo) {
-    throw com::Error(com::error::kArgumento, "El usuario «" + usuario + "» no puede entrar: " + motivo);
-  };
-  if (com::Recorta(usuario).empty()) rechaza("su clave está vacía");
-  if (usuario.find('\'') != std::string::npos) rechaza("una clave de usuario no lleva apóstrofos");
-  if (com::LargoUtf8(usuario) > esquema::kLargoClave) {
-    rechaza("una clave de usuario lleva hasta " + std::to_string(esquema::kLargoClave) + " caracteres");
-  }
+  const std::string motivo = MotivoUsuario(usuario);
+  if (motivo.empty()) return;
+  throw com::Error(com::error::kArgumento, "El usuario «" + usuario + "» no puede entrar: " + motivo);
 }
 
 std::string TextoDe(const ado::Recordset& rs, std::size_t columna) { return com::TextoDe(rs.Fields(columna).Value()); }
@@ -126,7 +121,11 @@ Anfitrion::Anfitrion(const Opciones& opciones) : usuario_(opciones.usuario), bas
   CuidaTarjetas(*conexion_, reloj_.Ahora());
   novedades_ = std::make_unique<Novedades>(*conexion_);
   if (opciones.demo) LlenaConDemo(*conexion_, reloj_.Ahora());
-  if (opciones.sinSobreventa && EstaVacia(*conexion_)) Parametro(anfitrion::parametro::kSobreventa.clave, "0");
+  nuevo_ = opciones.sinSobreventa && EstaVacia(*conexion_);
+  if (nuevo_) Parametro(anfitrion::parametro::kSobreventa.clave, "0");
+  if (!PideContrasena(*conexion_)) return;
+  if (!opciones.identifica) throw com::Error(com::error::kArgumento, "Este hotel pide usuario y contraseña");
+  usuario_ = opciones.identifica(*conexion_);
 }
 
 Anfitrion::~Anfitrion() = default;

@@ -1,6 +1,7 @@
 // The stand-alone host: a database with the services that the screens ask for, so that they run without a back office.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -18,6 +19,9 @@ struct Opciones {
   bool demo = false;           // fill an empty database with the demo hotel
   bool sinSobreventa = false;  // an empty database becomes a hotel that sells no room twice
   std::string usuario = "RECEPCION";
+  // Asks who works here, where users have passwords (usuarios.h): gives the login once the password was right, or
+  // raises. Without it such a database is not opened.
+  std::function<std::string(Conexion&)> identifica;
   std::optional<com::Fecha> ahora;
 };
 
@@ -42,8 +46,8 @@ struct PantallaAbierta {
 
 class Anfitrion {
  public:
-  // Opens (and with demo fills) the database; the errors of AbreConexion, kArgumento for a user whose login cannot
-  // stand in a statement or a key column.
+  // Opens (and with demo fills) the database; the errors of AbreConexion and of identifica, kArgumento for a user whose
+  // login cannot stand in a statement or a key column, or who does not say who he is.
   explicit Anfitrion(const Opciones& opciones);
   ~Anfitrion();
 
@@ -63,6 +67,9 @@ class Anfitrion {
   ado::ConnectionPtr Entregada() const { return entregada_ ? entregada_ : conexion_; }
   Reloj& reloj() { return reloj_; }
   const std::string& usuario() const { return usuario_; }
+  void usuario(const std::string& usuario) { usuario_ = usuario; }
+  // The database was empty, and has just become a hotel.
+  bool nuevo() const { return nuevo_; }
   const std::string& base() const { return base_; }  // path or address of the database
 
   // --- set-up ----------------------------------------------------------------------------------------------------
@@ -103,6 +110,7 @@ class Anfitrion {
   ado::ConnectionPtr entregada_;
   std::string usuario_;
   std::string base_;
+  bool nuevo_ = false;
   std::optional<std::string> fallaCorreo_;
   std::vector<RegistroVisto> vistos_;
   std::vector<PantallaAbierta> pantallas_;

@@ -40,6 +40,8 @@ const std::vector<DefinicionParametro>& Parametros() {
       {parametro::kRespaldoCarpeta, Texto,
        "Carpeta de las copias de respaldo, desde la del archivo del hotel o completa"},
       {parametro::kRespaldoDias, Numero, "Días de los que se guarda la copia diaria; 0 para no hacerla"},
+      {parametro::kBloqueoMinutos, Numero,
+       "Minutos sin trabajar tras los que se pide otra vez la contraseña; 0 para no pedirla"},
       {parametro::kPlantillaReservacion, Texto, "Plantilla del correo de una reservación guardada"},
       {parametro::kConsultaReservacion, Texto, "Consulta de ese correo"},
       {parametro::kPlantillaConfirmada, Texto, "Plantilla del correo de una reservación confirmada"},

@@ -2,8 +2,28 @@
 
 #include "host/contract/servicios.h"
 #include "host/standalone/transaccion.h"
+#include "platform/com/texto.h"
+#include "schema/esquema.h"
 
 namespace autonomo {
+
+const std::vector<Derecho>& Derechos() {
+  namespace permiso = anfitrion::permiso;
+  static const std::vector<Derecho> derechos{{permiso::kFecha, "Cambiar la fecha de captura"},
+                                             {permiso::kPrecio, "Cambiar precios"},
+                                             {permiso::kDescuento, "Dar descuentos"},
+                                             {permiso::kTipoCambio, "Sin cambiar el tipo de cambio"},
+                                             {permiso::kTarjetas, "Ver números y códigos de tarjeta"},
+                                             {permiso::kConfiguracion, "Configurar el hotel y sus usuarios"}};
+  return derechos;
+}
+
+std::string MotivoUsuario(const std::string& usuario) {
+  if (com::Recorta(usuario).empty()) return "su clave está vacía";
+  if (usuario.find('\'') != std::string::npos) return "una clave de usuario no lleva apóstrofos";
+  if (com::LargoUtf8(usuario) <= esquema::kLargoClave) return {};
+  return "una clave de usuario lleva hasta " + std::to_string(esquema::kLargoClave) + " caracteres";
+}
 
 bool TienePermiso(Conexion& conexion, const std::string& usuario, const std::string& pantalla,
                   const std::string& opcion) {
@@ -21,6 +41,10 @@ bool PuedeMientrasNadie(Conexion& conexion, const std::string& usuario, const ch
 }
 
 }  // namespace
+
+bool Administra(Conexion& conexion, const std::string& usuario) {
+  return TienePermiso(conexion, usuario, anfitrion::kPantalla, kPermisoConfiguracion);
+}
 
 bool PuedeConfigurar(Conexion& conexion, const std::string& usuario) {
   return PuedeMientrasNadie(conexion, usuario, kPermisoConfiguracion);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "host/contract/parametros.h"
 #include "host/standalone/conexion.h"
@@ -10,6 +11,16 @@ namespace autonomo {
 
 // Right to open the configuration: parameters, rights, branches, templates, formats.
 inline constexpr const char* kPermisoConfiguracion = anfitrion::permiso::kConfiguracion;
+
+// Rights of screen "KV207", as users are given them.
+struct Derecho {
+  const char* opcion;
+  const char* nombre;
+};
+const std::vector<Derecho>& Derechos();
+
+// Why a login cannot stand in a statement or a key column; "" it can.
+std::string MotivoUsuario(const std::string& usuario);
 
 bool TienePermiso(Conexion& conexion, const std::string& usuario, const std::string& pantalla,
                   const std::string& opcion);
@@ -20,5 +31,8 @@ bool PuedeConfigurar(Conexion& conexion, const std::string& usuario);
 // Right to read card numbers and codes in clear; likewise everybody's while nobody was granted it.
 inline constexpr const char* kPermisoTarjetas = anfitrion::permiso::kTarjetas;
 bool PuedeVerTarjetas(Conexion& conexion, const std::string& usuario);
+
+// Whether the user was granted CHCONF.
+bool Administra(Conexion& conexion, const std::string& usuario);
 
 }  // namespace autonomo

@@ -39,11 +39,16 @@ parametro() {  # key, value
   dialogo "$titulo_catalogo"
 }
 
-abre
+"$RESERVAS" --base "$base" --ahora 2026-03-09T10:00 >>salida 2>>errores &
+programa=$! principal=
+dialogo 'Hotel nuevo'
+teclas Escape  # without passwords
+abierta
 catalogos o Configuración
 parametro FIN_MONEDA_LOCAL MXN
 parametro HT_NOMBRE 'Posada del Puerto'
 parametro HT_SUCURSAL_DEFAULT 1
+hoja
 hoja
 fila Permisos RECEPCION KV207 CHPR02
 fila Permisos RECEPCION KV207 CHCONF

@@ -79,6 +79,35 @@ TEST_F(Base, CreaDemoCopiaYRevisa) {
   EXPECT_EQ(Di({"revisa", hotel}).estado, 0);
 }
 
+// Where users have passwords the programs that ask nobody need one too, but not on the command line.
+TEST_F(Base, ConContrasenasLosGuionesYLaImportacionLaNecesitan) {
+  ASSERT_EQ(Di({"demo", hotel, "--ahora", "2026-03-09"}).estado, 0);
+  const std::string buena = carpeta.Escribe("buena", "la de siempre\r\n"), mala = carpeta.Escribe("mala", "otra\n");
+  const auto guion = [&](std::vector<std::string> mas) {
+    mas.insert(mas.begin(),
+               {RESERVAS_GUION, "--registro", carpeta.Ruta("diario"), "--base", hotel, "--usuario", "luz"});
+    return Corre(mas, "sql SELECT 1 AS Uno\n");
+  };
+  EXPECT_EQ(guion({}).estado, 0) << "no passwords yet";
+  EXPECT_EQ(Di({"usuario", hotel, "LUZ"}).estado, 1);
+  EXPECT_EQ(Di({"usuario", hotel, "LUZ", "--contrasena-de", buena}).estado, 0);
+  EXPECT_NE(guion({}).errores.find("RESERVAS_CONTRASENA"), std::string::npos);
+  EXPECT_NE(guion({"--contrasena-de", mala}).errores.find("no son correctos"), std::string::npos);
+  EXPECT_EQ(guion({"--contrasena-de", buena}).estado, 0);
+  const std::string cuartos =
+      carpeta.Escribe("h.csv",
+                      "habitacion,descripcion,tipo,tipo_descripcion,grupo,area,personas,personas_max,precio_noche\n"
+                      "901,Nueve,T9,Nueva,G9,A9,2,3,100\n");
+  const std::string reservas =
+      carpeta.Escribe("r.csv", "id,captura,llegada,noches,adultos,menores,infantes,tipo,tarifa,estado,fecha_estado\n");
+  const std::vector<std::string> importa{
+      RESERVAS_IMPORTA, "--registro", carpeta.Ruta("diario"), "--base", hotel, "--habitaciones", cuartos, reservas};
+  EXPECT_EQ(Corre(importa).estado, 1);
+  auto conUsuario = importa;
+  conUsuario.insert(conUsuario.end(), {"--usuario", "LUZ", "--contrasena-de", buena});
+  EXPECT_EQ(Corre(conUsuario).estado, 0) << Corre(conUsuario).errores;
+}
+
 // What support wants to know of a hotel: each thing that is wrong, all in one report.
 TEST_F(Base, RevisaDiceCadaCosaQueEstaMal) {
   ASSERT_EQ(Di({"demo", hotel, "--ahora", "2026-03-09"}).estado, 0);

@@ -1,0 +1,34 @@
+// The sheet of users: who may enter, with what rights.
+#pragma once
+
+#include <QWidget>
+#include <string>
+
+#include "host/standalone/usuarios.h"
+
+class QPushButton;
+
+namespace vista {
+
+class Editor;
+class TablaFiltrada;
+
+// Adds user, name, password and the password again to an editor, in this order; usuario: whose, with a key that stays.
+void AgregaContrasena(Editor& editor, const QString& explicacion, const autonomo::Usuario& usuario,
+                      const QString& ayuda);
+
+class HojaUsuarios : public QWidget {
+ public:
+  HojaUsuarios(autonomo::Conexion& conexion, QWidget* padre);
+
+ private:
+  void Carga();
+  void Edita(const autonomo::Usuario& usuario);
+  void EditaActual();
+
+  autonomo::Conexion& conexion_;
+  TablaFiltrada* lista_;
+  QPushButton *nuevo_, *edita_;
+};
+
+}  // namespace vista

@@ -1,0 +1,181 @@
+#include "host/standalone/usuarios.h"
+
+#include <sodium.h>
+
+#include <algorithm>
+#include <array>
+
+#include "host/contract/servicios.h"
+#include "host/standalone/permisos.h"
+#include "host/standalone/transaccion.h"
+#include "platform/com/error.h"
+#include "platform/com/texto.h"
+#include "platform/com/variant.h"
+#include "schema/esquema.h"
+
+namespace autonomo {
+namespace {
+
+constexpr std::size_t kLargoMenor = 8;
+constexpr int kFallasLibres = 2, kPrimeraEspera = 5, kMayorEspera = 900;  // the waits in seconds
+constexpr std::int64_t kSegundosDia = 86400;
+// What a password costs to try: 19 MiB and two passes, some 30 ms on a desk of its own.
+constexpr unsigned long long kVueltas = 2;
+constexpr std::size_t kMemoria = std::size_t{19} << 20U;
+constexpr char kNoEntra[] = "El usuario o la contraseña no son correctos";
+
+[[noreturn]] void Rechaza(const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); }
+
+void Prepara() {
+  if (sodium_init() < 0) throw com::Error(com::error::kBaseDatos, "No se pudo preparar la protección de contraseñas");
+}
+
+// argon2id, with its salt and its cost in the text.
+std::string Resumen(const std::string& contrasena) {
+  Prepara();
+  std::array<char, crypto_pwhash_STRBYTES> texto{};
+  if (crypto_pwhash_str_alg(texto.data(), contrasena.data(), contrasena.size(), kVueltas, kMemoria,
+                            crypto_pwhash_ALG_ARGON2ID13) != 0) {
+    throw com::Error(com::error::kBaseDatos, "No hay memoria para proteger la contraseña");
+  }
+  return texto.data();
+}
+
+bool EsSuya(const std::string& resumen, const std::string& contrasena) {
+  Prepara();
+  return crypto_pwhash_str_verify(resumen.c_str(), contrasena.data(), contrasena.size()) == 0;
+}
+
+std::int64_t Segundos(com::Fecha f) { return f.dia * kSegundosDia + f.segundo; }
+
+com::Fecha MasSegundos(com::Fecha f, std::int64_t segundos) {
+  const std::int64_t s = Segundos(f) + segundos;
+  return {static_cast<std::int32_t>(s / kSegundosDia), static_cast<std::int32_t>(s % kSegundosDia)};
+}
+
+// Seconds that the user still waits. A wait beyond the longest one comes from a clock that was off.
+std::int64_t Espera(const com::Variant& hasta, com::Fecha ahora) {
+  const auto* fecha = std::get_if<com::Fecha>(&hasta.Contenido());
+  const std::int64_t falta = fecha == nullptr ? 0 : Segundos(*fecha) - Segundos(ahora);
+  return falta > kMayorEspera ? 0 : std::max<std::int64_t>(falta, 0);
+}
+
+int EsperaTras(int fallas) {
+  if (fallas <= kFallasLibres) return 0;
+  return std::min(kMayorEspera, kPrimeraEspera << std::min(fallas - kFallasLibres - 1, 10));
+}
+
+std::string Legible(std::int64_t segundos) {
+  return segundos < 120 ? std::to_string(segundos) + " segundos" : std::to_string((segundos + 59) / 60) + " minutos";
+}
+
+bool QuedaQuienAdministre(Conexion& conexion) {
+  return Hay(conexion,
+             "SELECT 1 AS Uno FROM Usuario INNER JOIN Permiso ON Pe_Usuario = Us_Cve_Usuario "
+             "WHERE Es_Cve_Estado = 'AC' AND Us_Contrasena <> '' AND Pe_Pantalla = ? AND Pe_Opcion = ?",
+             {anfitrion::kPantalla, kPermisoConfiguracion});
+}
+
+bool Existe(Conexion& conexion, const std::string& usuario) {
+  return Hay(conexion, "SELECT Us_Cve_Usuario FROM Usuario WHERE Us_Cve_Usuario = ?", {usuario});
+}
+
+void GuardaDerechos(Conexion& conexion, const std::string& usuario, const std::vector<std::string>& derechos) {
+  for (const Derecho& derecho : Derechos()) {
+    conexion.Consulta("DELETE FROM Permiso WHERE Pe_Usuario = ? AND Pe_Pantalla = ? AND Pe_Opcion = ?",
+                      {usuario, anfitrion::kPantalla, derecho.opcion});
+    if (std::ranges::find(derechos, derecho.opcion) == derechos.end()) continue;
+    conexion.Consulta("INSERT INTO Permiso (Pe_Usuario, Pe_Pantalla, Pe_Opcion) VALUES (?, ?, ?)",
+                      {usuario, anfitrion::kPantalla, derecho.opcion});
+  }
+}
+
+}  // namespace
+
+std::vector<Usuario> Usuarios(Conexion& conexion) {
+  std::vector<Usuario> usuarios;
+  const auto rs =
+      conexion.Consulta("SELECT Us_Cve_Usuario, Us_Nombre, Es_Cve_Estado FROM Usuario ORDER BY Us_Cve_Usuario");
+  for (; !rs->Eof(); rs->MoveNext()) {
+    usuarios.push_back({com::TextoDe(rs->Fields(0).Value()), com::TextoDe(rs->Fields(1).Value()),
+                        com::TextoDe(rs->Fields(2).Value()) == esquema::kBaja});
+  }
+  return usuarios;
+}
+
+std::vector<std::string> DerechosDe(Conexion& conexion, const std::string& usuario) {
+  std::vector<std::string> derechos;
+  for (const Derecho& derecho : Derechos()) {
+    if (TienePermiso(conexion, usuario, anfitrion::kPantalla, derecho.opcion)) derechos.emplace_back(derecho.opcion);
+  }
+  return derechos;
+}
+
+bool PideContrasena(Conexion& conexion) {
+  return Hay(conexion, "SELECT Us_Cve_Usuario FROM Usuario WHERE Us_Contrasena <> ''", {});
+}
+
+std::string MotivoContrasena(const std::string& contrasena) {
+  return com::LargoUtf8(contrasena) >= kLargoMenor
+             ? ""
+             : "La contraseña lleva al menos " + std::to_string(kLargoMenor) + " caracteres";
+}
+
+void GuardaUsuario(Conexion& conexion, const Usuario& usuario, const std::optional<std::string>& contrasena,
+                   const std::vector<std::string>& derechos) {
+  if (const std::string motivo = MotivoUsuario(usuario.clave); !motivo.empty()) {
+    Rechaza("El usuario no se puede guardar: " + motivo);
+  }
+  if (contrasena) {
+    if (const std::string motivo = MotivoContrasena(*contrasena); !motivo.empty()) Rechaza(motivo);
+  }
+  const std::string resumen = contrasena ? Resumen(*contrasena) : "";  // takes its time: before the transaction
+  Transaccion t(conexion);
+  if (!Existe(conexion, usuario.clave)) {
+    if (!contrasena) Rechaza("Falta la contraseña");
+    conexion.Consulta("INSERT INTO Usuario (Us_Cve_Usuario) VALUES (?)", {usuario.clave});
+  }
+  conexion.Consulta("UPDATE Usuario SET Us_Nombre = ?, Es_Cve_Estado = ? WHERE Us_Cve_Usuario = ?",
+                    {usuario.nombre, usuario.deBaja ? esquema::kBaja : esquema::kActiva, usuario.clave});
+  if (contrasena) {
+    conexion.Consulta("UPDATE Usuario SET Us_Contrasena = ?, Us_Fallas = 0, Us_Espera = NULL WHERE Us_Cve_Usuario = ?",
+                      {resumen, usuario.clave});
+  }
+  GuardaDerechos(conexion, usuario.clave, derechos);
+  if (!QuedaQuienAdministre(conexion)) {
+    Rechaza("Debe quedar un usuario con contraseña que pueda abrir la configuración");
+  }
+  t.Concluye();
+}
+
+// A try is counted before the password is looked at, so that many at once are no way around the wait.
+Acceso Accede(Conexion& conexion, const std::string& usuario, const std::string& contrasena, com::Fecha ahora) {
+  std::string propio, resumen;
+  {
+    Transaccion t(conexion);
+    const auto rs = conexion.Consulta(
+        "SELECT Us_Cve_Usuario, Us_Contrasena, Us_Fallas, Us_Espera FROM Usuario "
+        "WHERE Us_Cve_Usuario = ? AND Es_Cve_Estado = 'AC' AND Us_Contrasena <> ''",
+        {usuario});
+    if (!rs->Eof()) {
+      propio = com::TextoDe(rs->Fields(0).Value());
+      resumen = com::TextoDe(rs->Fields(1).Value());
+      if (const auto falta = Espera(rs->Fields(3).Value(), ahora); falta > 0) {
+        return {propio, "Demasiados intentos: espere " + Legible(falta)};
+      }
+      const int fallas = com::CLng(rs->Fields(2).Value()) + 1;
+      conexion.Consulta("UPDATE Usuario SET Us_Fallas = ?, Us_Espera = ? WHERE Us_Cve_Usuario = ?",
+                        {fallas, MasSegundos(ahora, EsperaTras(fallas)), propio});
+    }
+    t.Concluye();
+  }
+  if (propio.empty()) {
+    Resumen(contrasena);  // as long as for one who exists
+    return {usuario, kNoEntra};
+  }
+  if (!EsSuya(resumen, contrasena)) return {propio, kNoEntra};
+  conexion.Consulta("UPDATE Usuario SET Us_Fallas = 0, Us_Espera = NULL WHERE Us_Cve_Usuario = ?", {propio});
+  return {propio, ""};
+}
+
+}  // namespace autonomo

@@ -1,0 +1,39 @@
+// Users with passwords. A hotel in which nobody has one asks for none; with the first one everybody needs one.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/standalone/conexion.h"
+
+namespace autonomo {
+
+struct Usuario {
+  std::string clave, nombre;
+  bool deBaja = false;
+};
+
+std::vector<Usuario> Usuarios(Conexion& conexion);
+// Rights of screen "KV207" that the user has, by their keys.
+std::vector<std::string> DerechosDe(Conexion& conexion, const std::string& usuario);
+bool PideContrasena(Conexion& conexion);
+
+// Why a password is not taken; "" it is. At least eight characters.
+std::string MotivoContrasena(const std::string& contrasena);
+// Stores the user, new or not, with these rights of the list Derechos and no other of it; without a password the old
+// one stays. com::Error kArgumento for a login or password that cannot be taken, a new user without one, and when
+// nobody would be left who may configure the hotel.
+void GuardaUsuario(Conexion& conexion, const Usuario& usuario, const std::optional<std::string>& contrasena,
+                   const std::vector<std::string>& derechos);
+
+struct Acceso {
+  std::string usuario;  // as it is stored
+  std::string motivo;   // why not, for the clerk; "" may enter
+  bool Bien() const { return motivo.empty(); }
+};
+// Whether the password is the user's. From the third wrong one on the user waits, longer each time, up to a quarter of
+// an hour; ahora: the real time.
+Acceso Accede(Conexion& conexion, const std::string& usuario, const std::string& contrasena, com::Fecha ahora);
+
+}  // namespace autonomo

@@ -1,0 +1,144 @@
+// Login, assistant of a new hotel, users and the locked screen, worked as a person works them.
+#include <QCheckBox>
+#include <QTabWidget>
+
+#include "desktop/acceso.h"
+#include "host/standalone/permisos.h"
+#include "host/standalone/usuarios.h"
+#include "tests/desktop/recorrido.h"
+
+namespace pruebas {
+namespace {
+
+class AccesoPrueba : public RecorridoPrueba {
+ protected:
+  void PoneUsuarios() {
+    autonomo::GuardaUsuario(*anfitrion_.conexion(), {"JEFE", "Jefe"}, "la del jefe", {autonomo::kPermisoConfiguracion});
+    for (const char* u : {"RECEPCION", "ANA"})
+      autonomo::GuardaUsuario(*anfitrion_.conexion(), {u, ""}, "la de recepcion", {});
+  }
+  static void Pon(QWidget& dialogo, const char* entrada, const char* texto) {
+    auto* linea = dialogo.findChild<QLineEdit*>(QString::fromUtf8(entrada));
+    ASSERT_NE(linea, nullptr) << entrada;
+    linea->setFocus();
+    linea->selectAll();
+    QTest::keyClicks(linea, QString::fromUtf8(texto));
+  }
+  static void Entra(QWidget& dialogo, const char* usuario, const char* contrasena) {
+    Pon(dialogo, "usuario", usuario);
+    Pon(dialogo, "contrasena", contrasena);
+    QTest::keyClick(dialogo.focusWidget(), Qt::Key_Return);
+  }
+  static std::string Motivo(QWidget& dialogo) {
+    return dialogo.findChild<QLabel*>(QStringLiteral("motivo"))->text().toStdString();
+  }
+};
+
+TEST_F(AccesoPrueba, SeEntraConLaContrasenaOSeSale) {
+  PoneUsuarios();
+  Espera("acceso", [](QWidget& w) {
+    Entra(w, "recepcion", "otra cosa");
+    EXPECT_NE(Motivo(w).find("no son correctos"), std::string::npos);
+    EXPECT_TRUE(w.findChild<QLineEdit*>(QStringLiteral("contrasena"))->text().isEmpty());
+    Entra(w, "recepcion", "la de recepcion");
+  });
+  EXPECT_EQ(vista::PideAcceso(*anfitrion_.conexion(), "JEFE"), "RECEPCION");
+  Espera("acceso", [](QWidget& w) { QTest::keyClick(&w, Qt::Key_Escape); });
+  EXPECT_THROW(vista::PideAcceso(*anfitrion_.conexion(), "JEFE"), vista::SinAcceso);
+}
+
+TEST_F(AccesoPrueba, LaPantallaBloqueadaConservaLaCaptura) {
+  PoneUsuarios();
+  CapturaEncabezado();
+  ClicControl(Forma(), "txtReferencia");
+  Escribe("pendi");
+  bool otra = false;
+  int veces = 0;
+  Espera("acceso", [&](QWidget& w) {
+    ++veces;
+    EXPECT_EQ(escritorio_.ventana(Forma())->findChildren<QWidget*>(QStringLiteral("tapa")).size(), 1);
+    QTest::keyClick(&w, Qt::Key_Escape);
+    w.close();
+    EXPECT_TRUE(w.isVisible());
+    Entra(w, "RECEPCION", "ni idea");
+    EXPECT_TRUE(w.isVisible());
+    Entra(w, "ANA", "la de recepcion");
+    EXPECT_NE(Motivo(w).find("Sólo RECEPCION"), std::string::npos) << Motivo(w);
+    EsperaMensaje("¿Cerrar la sesión de RECEPCION?", "No");
+    Entra(w, "JEFE", "la del jefe");
+    EXPECT_TRUE(w.isVisible());
+    Entra(w, "RECEPCION", "la de recepcion");
+  });
+  std::optional<vista::Bloqueo> bloqueo(std::in_place, anfitrion_, 1500, [&] { otra = true; });
+  // Work holds it off.
+  for (int i = 0; i < 4; ++i) {
+    QTest::qWait(500);
+    Escribe("e");
+  }
+  ASSERT_EQ(veces, 0);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return veces == 1; }, 20000));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::activeModalWidget() == nullptr; }));
+  bloqueo.emplace(anfitrion_, 0, [&] { otra = true; });
+  EXPECT_TRUE(escritorio_.ventana(Forma())->findChildren<QWidget*>(QStringLiteral("tapa")).empty());
+  EXPECT_FALSE(otra);
+  Escribe("nte");
+  Tecla(Qt::Key_Tab);
+  EXPECT_EQ(Control<controles::LookupField>(Forma(), "txtReferencia").text(), "pendieeeente");
+  // Who administers the hotel may end the session.
+  Espera("acceso", [&](QWidget& w) {
+    EsperaMensaje("¿Cerrar la sesión de RECEPCION?", "Sí");
+    Entra(w, "JEFE", "la del jefe");
+  });
+  bloqueo->Bloquea();
+  EXPECT_TRUE(otra);
+}
+
+TEST_F(AccesoPrueba, QuienAdministraDaDeAltaALosDemas) {
+  const auto escribe = [](QWidget& w, const char* usuario, const char* contrasena, const char* otraVez) {
+    if (*usuario != '\0') Pon(w, "Us_Cve_Usuario", usuario);
+    Pon(w, "contrasena", contrasena);
+    Pon(w, "otra_vez", otraVez);
+  };
+  const auto guarda = [](QWidget& w) {
+    QTest::mouseClick(w.findChild<QPushButton*>(QStringLiteral("guardar")), Qt::LeftButton);
+  };
+  Espera("editor_fila", [&](QWidget& w) {
+    for (const auto& [una, otra] : {std::pair{"corta", "corta"}, {"bastante larga", "otra distinta"}}) {
+      escribe(w, "ana", una, otra);
+      guarda(w);
+      EXPECT_TRUE(w.isVisible()) << una;
+    }
+    escribe(w, "ana", "bastante larga", "bastante larga");
+    guarda(w);
+  });
+  vista::OfreceAdministrador(anfitrion_, nullptr);
+  EXPECT_EQ(anfitrion_.usuario(), "ana");
+  EXPECT_EQ(Sql("SELECT Pe_Opcion FROM Permiso WHERE Pe_Usuario = 'ana' ORDER BY Pe_Opcion"),
+            "CHCONF\nCHDS02\nCHFECHA\nCHPR02\nCHTARJ\n");
+  Espera("catalogos", [&](QWidget& catalogos) {
+    catalogos.findChild<QTabWidget*>()->setCurrentIndex(1);
+    QWidget* hoja = catalogos.findChild<QTabWidget*>()->currentWidget();
+    Espera("editor_fila", [&](QWidget& w) {
+      escribe(w, "luis", "la de luis", "la de luis");
+      QTest::mouseClick(w.findChild<QCheckBox*>(QStringLiteral("CHPR02")), Qt::LeftButton, {}, {8, 8});
+      guarda(w);
+    });
+    QTest::mouseClick(hoja->findChild<QPushButton*>(QStringLiteral("nuevo")), Qt::LeftButton);
+    // The last who administers it cannot go.
+    Espera("editor_fila", [&](QWidget& w) {
+      QTest::mouseClick(w.findChild<QCheckBox*>(QStringLiteral("baja")), Qt::LeftButton, {}, {8, 8});
+      guarda(w);
+      EXPECT_TRUE(w.isVisible());
+      QTest::keyClick(&w, Qt::Key_Escape);
+    });
+    QTest::mouseClick(hoja->findChild<QPushButton*>(QStringLiteral("editar")), Qt::LeftButton);
+    catalogos.close();
+  });
+  escritorio_.AbrePantalla("CONFIG", {});
+  EXPECT_EQ(Sql("SELECT Pe_Opcion FROM Permiso WHERE Pe_Usuario = 'luis'"), "CHPR02\n");
+  EXPECT_EQ(Sql("SELECT Es_Cve_Estado FROM Usuario"), "AC\nAC\n");
+  EXPECT_TRUE(autonomo::Accede(*anfitrion_.conexion(), "LUIS", "la de luis", autonomo::Reloj().Ahora()).Bien());
+}
+
+}  // namespace
+}  // namespace pruebas

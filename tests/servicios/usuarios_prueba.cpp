@@ -1,0 +1,64 @@
+// Passwords, waits, and who may take rights away.
+#include "host/standalone/usuarios.h"
+
+#include <gtest/gtest.h>
+
+#include "host/standalone/permisos.h"
+#include "platform/com/error.h"
+
+namespace autonomo {
+namespace {
+
+class UsuariosPrueba : public ::testing::Test {
+ protected:
+  static com::Fecha A(int segundo) { return com::FechaDe(2026, 3, 9, 10, segundo / 60, segundo % 60); }
+  bool Entra(const char* contrasena, com::Fecha ahora, const char* usuario = "ana") {
+    return Accede(*base, usuario, contrasena, ahora).Bien();
+  }
+  Reloj reloj;
+  std::shared_ptr<Conexion> base = AbreConexion({}, reloj);
+};
+
+TEST_F(UsuariosPrueba, LaContrasenaSeComparaYNoSeGuarda) {
+  EXPECT_FALSE(PideContrasena(*base));
+  GuardaUsuario(*base, {"Ana", "Ana Torres"}, "ñandú 2026", {kPermisoConfiguracion});
+  EXPECT_TRUE(PideContrasena(*base));
+  const std::string guardada = com::CStr(base->Consulta("SELECT Us_Contrasena FROM Usuario")->Fields(0).Value());
+  EXPECT_TRUE(guardada.starts_with("$argon2id$")) << guardada;
+  EXPECT_EQ(Accede(*base, "ANA", "ñandú 2026", A(0)).usuario, "Ana");
+  for (const char* mala : {"", "Ñandú 2026", "ñandú 2026 "}) EXPECT_FALSE(Entra(mala, A(0))) << mala;
+  for (const char* nadie : {"", "nadie", "' OR 1=1 --"}) EXPECT_FALSE(Entra("ñandú 2026", A(60), nadie)) << nadie;
+  // Nobody may enter once withdrawn; the last one cannot be, and is left whole.
+  GuardaUsuario(*base, {"luis", ""}, "otra larga", {});
+  GuardaUsuario(*base, {"luis", "", true}, std::nullopt, {});
+  EXPECT_FALSE(Entra("otra larga", A(60), "luis"));
+  EXPECT_THROW(GuardaUsuario(*base, {"Ana", "", true}, std::nullopt, {kPermisoConfiguracion}), com::Error);
+  EXPECT_THROW(GuardaUsuario(*base, {"Ana", ""}, std::nullopt, {}), com::Error);
+  EXPECT_THROW(GuardaUsuario(*base, {"eva", ""}, std::nullopt, {}), com::Error);
+  EXPECT_THROW(GuardaUsuario(*base, {"O'Brien", ""}, "bastante larga", {}), com::Error);
+  EXPECT_EQ(Usuarios(*base).size(), 2U);
+  EXPECT_EQ(DerechosDe(*base, "ana"), std::vector<std::string>{kPermisoConfiguracion});
+  EXPECT_TRUE(Entra("ñandú 2026", A(60)));
+}
+
+TEST_F(UsuariosPrueba, CadaFallaHaceEsperarMas) {
+  GuardaUsuario(*base, {"ana", ""}, "bastante larga", {kPermisoConfiguracion});
+  for (int i = 0; i < 3; ++i) EXPECT_FALSE(Entra("mala", A(0)));
+  EXPECT_NE(Accede(*base, "ana", "bastante larga", A(4)).motivo.find("espere 1 segundos"), std::string::npos);
+  EXPECT_FALSE(Entra("mala", A(5)));  // now ten
+  EXPECT_FALSE(Entra("bastante larga", A(14)));
+  EXPECT_TRUE(Entra("bastante larga", A(15)));
+  for (int i = 0; i < 2; ++i) EXPECT_FALSE(Entra("mala", A(16)));
+  EXPECT_TRUE(Entra("bastante larga", A(16))) << "a success begins anew";
+  com::Fecha ahora = A(100);
+  for (int i = 0; i < 11; ++i) {
+    EXPECT_FALSE(Entra("mala", ahora));
+    ahora = com::MasDias(ahora, 1);
+  }
+  EXPECT_NE(Accede(*base, "ana", "bastante larga", com::MasDias(ahora, -1)).motivo.find("espere 15 minutos"),
+            std::string::npos);
+  EXPECT_TRUE(Entra("bastante larga", com::MasDias(ahora, -300))) << "a clock that was off locks nobody out";
+}
+
+}  // namespace
+}  // namespace autonomo
