@@ -93,7 +93,7 @@ SesionPostgres::SesionPostgres(const OpcionesConexion& opciones) : opciones_(opc
   };
   const std::string servidor = valor("host", "PGHOST"), usuario = valor("user", "PGUSER");
   sslmode_ = ModoDeCifrado(dice, servidor);
-  quien_ = (usuario.empty() ? "" : usuario + " en ") + (servidor.empty() ? "esta máquina" : servidor);
+  quien_ = (usuario.empty() ? "" : usuario + " en ") + (EsDeAqui(servidor) ? "esta máquina" : servidor);
   Enlaza();
   PreparaEsquema();
 }
