@@ -39,7 +39,11 @@ namespace {
 
 [[noreturn]] void UsoErroneo(const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); }
 
-// A password, not shown while it is typed; nothing without a terminal.
+// What stands between the first quotes of the toolkit's text.
+std::string Nombrada(const QString& texto) { return texto.section(QLatin1Char('\''), 1, 1).toStdString(); }
+
+}  // namespace
+
 std::optional<std::string> PideEnLaTerminal(const std::string& pregunta) {
   std::FILE* terminal = std::fopen("/dev/tty", "r+");
   if (terminal == nullptr) return std::nullopt;
@@ -60,11 +64,6 @@ std::optional<std::string> PideEnLaTerminal(const std::string& pregunta) {
   std::fclose(terminal);
   return respuesta;
 }
-
-// What stands between the first quotes of the toolkit's text.
-std::string Nombrada(const QString& texto) { return texto.section(QLatin1Char('\''), 1, 1).toStdString(); }
-
-}  // namespace
 
 Argumentos::Argumentos(const std::vector<std::string>& argumentos, const std::vector<Opcion>& opciones, int sueltos) {
   QStringList textos{QString()};

@@ -49,6 +49,8 @@ autonomo::OpcionesConexion LeeBase(const Argumentos& argumentos);
 // The database in the user's data folder, where no other is named.
 std::string RutaBaseDelUsuario();
 
+// A password, not shown while it is typed; nothing without a terminal.
+std::optional<std::string> PideEnLaTerminal(const std::string& pregunta);
 // A password from the environment (RESERVAS_CONTRASENA) or from the first line of a file; never from the command line,
 // which others can read. com::Error kArgumento, saying where to put it, when there is none.
 std::string LeeContrasena(const std::optional<std::string>& archivo);

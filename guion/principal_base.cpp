@@ -12,6 +12,7 @@
 #include "guion/archivos.h"
 #include "guion/opciones.h"
 #include "host/standalone/permisos.h"
+#include "host/standalone/postgres.h"
 #include "host/standalone/proceso.h"
 #include "host/standalone/registro.h"
 #include "host/standalone/respaldo.h"
@@ -62,9 +63,7 @@ std::string Cuanto(const autonomo::Respaldo& r) {
 
 const autonomo::Reloj kReloj;
 
-bool EsDireccion(const std::string& palabra) {
-  return palabra.starts_with("postgresql://") || palabra.starts_with("postgres://");
-}
+using autonomo::EsDireccion;
 
 // --- the orders; palabras: what follows the order's name
 
@@ -73,6 +72,7 @@ using Palabras = std::vector<std::string>;
 autonomo::OpcionesConexion Base(const std::string& palabra) {
   autonomo::OpcionesConexion opciones;
   (EsDireccion(palabra) ? opciones.conexion : opciones.ruta) = palabra;
+  opciones.pideContrasena = guion::PideEnLaTerminal;
   return opciones;
 }
 
@@ -246,6 +246,10 @@ int main(int argc, char** argv) {
       return kTodoBien;
     }
     const Orden& orden = BuscaOrden(palabras);
+    // Before an address is written anywhere: it holds no password.
+    for (const std::string& palabra : palabras) {
+      if (EsDireccion(palabra)) autonomo::RevisaDireccion(palabra);
+    }
     palabras.erase(palabras.begin());
     return Corre(orden, palabras, argumentos);
   } catch (const com::Error& e) {
