@@ -1,6 +1,7 @@
 // reservas-base as a process, beside clerks that are processes.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 
 #include "tests/guion/proceso.h"
@@ -81,6 +82,28 @@ TEST_F(Base, CreaDemoCopiaYRevisa) {
   EXPECT_EQ(Tablas(hotel), Tablas(copia));
   EXPECT_EQ(Di({"copia", copia, hotel}).estado, 1);
   EXPECT_EQ(Di({"revisa", hotel}).estado, 0);
+}
+
+TEST_F(Base, CopiaDeIdaYVueltaPorPostgres) {
+  const char* servidor = std::getenv("KV207_POSTGRES");
+  ASSERT_NE(servidor, nullptr);
+  const std::string donde(servidor), puerto = donde.substr(donde.rfind('-') + 1), vuelta = carpeta.Ruta("vuelta.db"),
+                                     direccion = "postgresql://hotel@/copiada?port=" + puerto + "&host=" + donde;
+  const auto psql = [&](const std::string& sentencia, const char* base = "postgres") {
+    return Corre({"/usr/bin/psql", "-q", "-h", donde, "-p", puerto, "-U", "hotel", base, "-c", sentencia}).estado;
+  };
+  psql("DROP DATABASE IF EXISTS copiada");
+  ASSERT_EQ(psql("CREATE DATABASE copiada"), 0);
+  ASSERT_EQ(Di({"demo", hotel, "--ahora", "2026-03-09"}).estado, 0);
+  Sql(hotel, "INSERT INTO Moneda (Mn_Cve_Moneda, Mn_Descripcion) VALUES ('O''B', ' ñandú «así» ')");
+  EXPECT_EQ(Di({"copia", hotel, direccion}).errores, "");
+  EXPECT_EQ(Di({"copia", hotel, direccion}).estado, 1) << "it is not empty any more";
+  EXPECT_EQ(Di({"revisa", direccion}).estado, 0);
+  // What the server numbers goes on behind what came.
+  EXPECT_EQ(psql("INSERT INTO Bitacora (Bt_Texto) VALUES ('nueva')", "copiada"), 0);
+  EXPECT_EQ(psql("DELETE FROM Bitacora WHERE Bt_Texto = 'nueva'", "copiada"), 0);
+  EXPECT_EQ(Di({"copia", direccion, vuelta}).errores, "");
+  EXPECT_EQ(Tablas(vuelta), Tablas(hotel));
 }
 
 // Where users have passwords the programs that ask nobody need one too, but not on the command line.
