@@ -10,6 +10,7 @@
 #include "desktop/escala.h"
 #include "desktop/guarda.h"
 #include "desktop/teclas.h"
+#include "desktop/ventana_cotizacion.h"
 #include "desktop/ventana_cuadro.h"
 #include "desktop/ventana_hoy.h"
 #include "desktop/vista_barra.h"
@@ -98,9 +99,7 @@ VistaGrid& ManosQt::VistaDe(const controles::Grid& grid) const {
 }
 
 void ManosQt::Haz(const std::function<void()>& accion) const {
-  for (QDialog* ventana : {hoy_.data(), cuadro_.data()}) {
-    if (ventana != nullptr) ventana->hide();
-  }
+  for (QDialog* ventana : Mostrador()) ventana->hide();
   HazAlFrente(accion);
 }
 
@@ -286,8 +285,8 @@ void ManosQt::Tamano(controles::Formulario& formulario, int ancho, int alto) {
 void ManosQt::Foto(controles::Formulario& formulario, const std::string& ruta) {
   HazAlFrente([&] {
     QWidget* encima = nullptr;
-    for (QDialog* ventana : {hoy_.data(), cuadro_.data()}) {
-      if (ventana != nullptr && ventana->isVisible()) encima = ventana;
+    for (QDialog* ventana : Mostrador()) {
+      if (ventana->isVisible()) encima = ventana;
     }
     QWidget& v = encima != nullptr ? *encima : VentanaDe(formulario);
     QApplication::processEvents();
@@ -297,13 +296,27 @@ void ManosQt::Foto(controles::Formulario& formulario, const std::string& ruta) {
   });
 }
 
+std::vector<QDialog*> ManosQt::Mostrador() const {
+  std::vector<QDialog*> ventanas;
+  for (QDialog* ventana : {hoy_.data(), cuadro_.data(), cotizacion_.data()}) {
+    if (ventana != nullptr) ventanas.push_back(ventana);
+  }
+  return ventanas;
+}
+
+void ManosQt::Alza(QDialog& ventana) const {
+  for (QDialog* otra : Mostrador()) {
+    if (otra != &ventana) otra->hide();
+  }
+  ventana.show();
+}
+
 // --- the front desk's day
 
 // It stays open until the clerk turns to something else.
 VentanaHoy& ManosQt::HoyALaVista(recepcion::Hoy& hoy) {
   if (!hoy_) hoy_ = new VentanaHoy(hoy, escritorio_.contexto(), escritorio_.Frente());
-  if (cuadro_) cuadro_->hide();
-  hoy_->show();
+  Alza(*hoy_);
   return static_cast<VentanaHoy&>(*hoy_);
 }
 
@@ -348,8 +361,7 @@ void ManosQt::AbreFila(recepcion::Hoy& hoy, int fila) {
 
 VentanaCuadro& ManosQt::CuadroALaVista(recepcion::Cuadro& cuadro) {
   if (!cuadro_) cuadro_ = new VentanaCuadro(cuadro, escritorio_.Frente());
-  if (hoy_) hoy_->hide();
-  cuadro_->show();
+  Alza(*cuadro_);
   return static_cast<VentanaCuadro&>(*cuadro_);
 }
 
@@ -384,6 +396,29 @@ void ManosQt::ReservaNoches(recepcion::Cuadro& cuadro, int fila, com::Fecha desd
                   ultima.topRight() + QPoint(-2, ultima.height() - 2));
     const VentanaCuadro::Eleccion& elegida = ventana.eleccion();
     if (!ventana.isVisible()) cuadro.Reserva(elegida.fila, elegida.desde, elegida.hasta);
+  });
+}
+
+// --- a quote
+
+VentanaCotizacion& ManosQt::CotizacionALaVista(recepcion::Cotizacion& cotizacion) {
+  if (!cotizacion_) cotizacion_ = new VentanaCotizacion(cotizacion, escritorio_.Frente());
+  Alza(*cotizacion_);
+  return static_cast<VentanaCotizacion&>(*cotizacion_);
+}
+
+void ManosQt::Cotiza(recepcion::Cotizacion& cotizacion, const recepcion::Pedido& pedido) {
+  HazAlFrente([&] { CotizacionALaVista(cotizacion).Pide(pedido); });
+}
+
+void ManosQt::ReservaOferta(recepcion::Cotizacion& cotizacion, int oferta) {
+  HazAlFrente([&] {
+    if (oferta < 0 || oferta >= static_cast<int>(cotizacion.ofertas().size())) return cotizacion.Reserva(oferta);
+    VentanaCotizacion& ventana = CotizacionALaVista(cotizacion);
+    auto* ofertas = ventana.findChild<QTableWidget*>(QStringLiteral("ofertas"));
+    ofertas->selectRow(oferta);
+    EnviaTecla(ofertas, Qt::Key_Return);
+    cotizacion.Reserva(ventana.Elegida());
   });
 }
 

@@ -9,6 +9,7 @@
 
 namespace vista {
 
+class VentanaCotizacion;
 class VentanaCuadro;
 class VentanaHoy;
 class VistaGrid;
@@ -40,11 +41,18 @@ class ManosQt : public guion::Manos {
   void AbreFila(recepcion::Hoy& hoy, int fila) override;
   void MuestraCuadro(recepcion::Cuadro& cuadro, com::Fecha desde, int noches) override;
   void AbreBarra(recepcion::Cuadro& cuadro, int fila, com::Fecha noche) override;
+  void Cotiza(recepcion::Cotizacion& cotizacion, const recepcion::Pedido& pedido) override;
+  void ReservaOferta(recepcion::Cotizacion& cotizacion, int oferta) override;
   void ReservaNoches(recepcion::Cuadro& cuadro, int fila, com::Fecha desde, com::Fecha hasta) override;
 
  private:
   VentanaHoy& HoyALaVista(recepcion::Hoy& hoy);
   VentanaCuadro& CuadroALaVista(recepcion::Cuadro& cuadro);
+  VentanaCotizacion& CotizacionALaVista(recepcion::Cotizacion& cotizacion);
+  // Those of the front desk that are there.
+  std::vector<QDialog*> Mostrador() const;
+  // Shows one of them alone.
+  void Alza(QDialog& ventana) const;
   Ventana& VentanaDe(const controles::Formulario& formulario) const;
   Vista& VistaDe(const controles::Control& control) const;
   VistaGrid& VistaDe(const controles::Grid& grid) const;
@@ -56,7 +64,7 @@ class ManosQt : public guion::Manos {
   void PulsaCelda(VistaGrid& vista, int fila, int columna) const;
 
   EscritorioQt& escritorio_;
-  QPointer<QDialog> hoy_, cuadro_;  // the main window's
+  QPointer<QDialog> hoy_, cuadro_, cotizacion_;  // the main window's
 };
 
 // Sends a key, pressed and released, to a widget.

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "recepcion/cotizacion.h"
 #include "recepcion/cuadro.h"
 #include "recepcion/hoy.h"
 
@@ -18,14 +19,17 @@ class Mostrador {
   void AbreHoy();
   // The tape chart; free nights that are picked become a New through the board.
   void AbreCuadro();
+  // A quote over the telephone; what is picked becomes a New through the board.
+  void AbreCotizacion();
 
  private:
   void AbreReservacion(const std::string& folio);
-  void Reserva(const std::string& habitacion, com::Fecha desde, com::Fecha hasta);
+  void Reserva(const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos);
 
   EscritorioQt& escritorio_;
   recepcion::Hoy hoy_;
   recepcion::Cuadro cuadro_;
+  recepcion::Cotizacion cotizacion_;
 };
 
 }  // namespace vista

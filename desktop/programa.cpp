@@ -261,6 +261,7 @@ void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion, 
   contexto.menu.push_back({QStringLiteral("Ho&y"), [&mostrador] { mostrador.AbreHoy(); }, Qt::Key_F5});
   contexto.menu.push_back(
       {QStringLiteral("Cua&dro de habitaciones"), [&mostrador] { mostrador.AbreCuadro(); }, Qt::Key_F7});
+  contexto.menu.push_back({QStringLiteral("Coti&zar…"), [&mostrador] { mostrador.AbreCotizacion(); }, Qt::Key_F8});
   const auto opcion = [&](const char* titulo, const char* codigo) {
     contexto.menu.push_back(
         {QString::fromUtf8(titulo), [&escritorio, codigo] { escritorio.AbrePantalla(codigo, {}); }, 0});

@@ -19,7 +19,10 @@ Interprete::Interprete(const Piezas& piezas, std::ostream& salida, std::ostream&
   hoy_.alAbrir = [this](const std::string& folio) { AbreReservacion(folio); };
   cuadro_.alAbrir = hoy_.alAbrir;
   cuadro_.alReservar = [this](const std::string& habitacion, com::Fecha desde, com::Fecha hasta) {
-    ReservaNoches(habitacion, desde, hasta);
+    Reserva({desde, hasta, 0, 0, 0, ""}, {{habitacion, desde, hasta}});
+  };
+  cotizacion_.alReservar = [this](const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos) {
+    Reserva(pedido, tramos);
   };
   piezas_.respuestas.enTransaccion = [this] { return piezas_.anfitrion.conexion()->EnTransaccion(); };
 }
@@ -58,6 +61,8 @@ const std::vector<Interprete::DatosOrden>& Interprete::Ordenes() {
       {"hoy", 0, 2, "hoy [lista NOMBRE | busca TEXTO | abre FILA]", &Interprete::Hoy},
       {"cuadro", 2, 4, "cuadro DESDE NOCHES | cuadro abre HABITACION NOCHE | cuadro reserva HABITACION LLEGADA SALIDA",
        &Interprete::Cuadro},
+      {"cotiza", 2, 6, "cotiza LLEGADA SALIDA ADULTOS [MENORES [INFANTES [MONEDA]]] | cotiza reserva OFERTA",
+       &Interprete::Cotiza},
       {"sql", 1, 1, "sql SENTENCIA", &Interprete::Sql},
       {"falla", 1, 3,
        "falla sentencia TEXTO [N] | host OPERACION [TEXTO] | tienda OPERACION TEXTO | grid [TEXTO] | "

@@ -115,7 +115,8 @@ class Interprete {
   // --- ordenes_recepcion.cpp: the front desk around the screens
   void Hoy(const Palabras& p);
   void Cuadro(const Palabras& p);
-  void ReservaNoches(const std::string& habitacion, com::Fecha desde, com::Fecha hasta);
+  void Cotiza(const Palabras& p);
+  void Reserva(const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos);
   void AbreReservacion(const std::string& folio);
   void Sql(const Palabras& p);
   void Falla(const Palabras& p);
@@ -134,6 +135,7 @@ class Interprete {
   Respuesta actual_;
   recepcion::Hoy hoy_;
   recepcion::Cuadro cuadro_;
+  recepcion::Cotizacion cotizacion_;
   // What the order does on the board once it is there.
   std::function<void(controles::Formulario&)> pasosDelTablero_;
   Linea partes_;

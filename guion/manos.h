@@ -8,6 +8,7 @@
 #include "platform/controls/control.h"
 #include "platform/controls/formulario.h"
 #include "platform/controls/grid.h"
+#include "recepcion/cotizacion.h"
 #include "recepcion/cuadro.h"
 #include "recepcion/hoy.h"
 
@@ -49,6 +50,9 @@ class Manos {
   // --- the tape chart: shown from a day on, a bar clicked, free nights dragged over
   virtual void MuestraCuadro(recepcion::Cuadro& cuadro, com::Fecha desde, int noches) = 0;
   virtual void AbreBarra(recepcion::Cuadro& cuadro, int fila, com::Fecha noche) = 0;
+  // --- a quote: asked for, an offer taken
+  virtual void Cotiza(recepcion::Cotizacion& cotizacion, const recepcion::Pedido& pedido) = 0;
+  virtual void ReservaOferta(recepcion::Cotizacion& cotizacion, int oferta) = 0;
   virtual void ReservaNoches(recepcion::Cuadro& cuadro, int fila, com::Fecha desde, com::Fecha hasta) = 0;
 };
 

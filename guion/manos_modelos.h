@@ -29,6 +29,10 @@ class ManosModelos : public Manos {
   void AbreFila(recepcion::Hoy& hoy, int fila) override { hoy.AbreFila(fila); }
   void MuestraCuadro(recepcion::Cuadro& cuadro, com::Fecha desde, int noches) override { cuadro.Abre(desde, noches); }
   void AbreBarra(recepcion::Cuadro& cuadro, int fila, com::Fecha noche) override { cuadro.AbreBarra(fila, noche); }
+  void Cotiza(recepcion::Cotizacion& cotizacion, const recepcion::Pedido& pedido) override {
+    cotizacion.Calcula(pedido);
+  }
+  void ReservaOferta(recepcion::Cotizacion& cotizacion, int oferta) override { cotizacion.Reserva(oferta); }
   void ReservaNoches(recepcion::Cuadro& cuadro, int fila, com::Fecha desde, com::Fecha hasta) override {
     cuadro.Reserva(fila, desde, hasta);
   }

@@ -72,4 +72,24 @@ Json MuestraCuadro(const recepcion::Cuadro& cuadro) {
       .Pon("habitaciones", std::move(habitaciones));
 }
 
+Json MuestraCotizacion(const recepcion::Cotizacion& cotizacion) {
+  Json lista = Json::Arreglo();
+  for (const recepcion::Oferta& oferta : cotizacion.ofertas()) {
+    Json tramos = Json::Arreglo();
+    for (const recepcion::Tramo& t : oferta.tramos) {
+      tramos.Agrega(Json::Objeto().Pon("habitacion", t.habitacion).Pon("desde", t.desde).Pon("hasta", t.hasta));
+    }
+    lista.Agrega(Json::Objeto()
+                     .Pon("tipo", oferta.tipo)
+                     .Pon("nombre", oferta.nombre)
+                     .Pon("libres", oferta.libres)
+                     .Pon("total", oferta.total)
+                     .Pon("impuestos", oferta.impuestos)
+                     .Pon("moneda", cotizacion.pedido().moneda)
+                     .Pon("motivo", oferta.motivo)
+                     .Pon("tramos", std::move(tramos)));
+  }
+  return lista;
+}
+
 }  // namespace guion

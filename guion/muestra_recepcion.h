@@ -2,6 +2,7 @@
 #pragma once
 
 #include "guion/json.h"
+#include "recepcion/cotizacion.h"
 #include "recepcion/cuadro.h"
 #include "recepcion/hoy.h"
 
@@ -11,5 +12,7 @@ namespace guion {
 Json MuestraHoy(const recepcion::Hoy& hoy);
 // The tape chart: period, and the bars of each room.
 Json MuestraCuadro(const recepcion::Cuadro& cuadro);
+// What the quote offers, by type.
+Json MuestraCotizacion(const recepcion::Cotizacion& cotizacion);
 
 }  // namespace guion

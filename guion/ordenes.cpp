@@ -212,6 +212,7 @@ Json Interprete::ValorDe(const std::string& que) {
   if (que == "sentencias") return piezas_.vigilancia.TomaSentencias();
   if (auto registro = MuestraRegistro(piezas_.anfitrion, que)) return *std::move(registro);
   if (que == "hoy") return MuestraHoy(hoy_);
+  if (que == "cotizacion") return MuestraCotizacion(cotizacion_);
   if (que == "cuadro") return MuestraCuadro(cuadro_);
   if (que == "renglones") return MuestraRenglones(GridDe(piezas_.componente.formulario()));
   if (que == "tablero") return MuestraTablero(GridDe(piezas_.componente.tablero()));

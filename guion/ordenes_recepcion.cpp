@@ -55,16 +55,28 @@ void Interprete::Hoy(const Palabras& p) {
 }
 
 // Clear first: it also forgets what was marked on the board before.
-void Interprete::ReservaNoches(const std::string& habitacion, com::Fecha desde, com::Fecha hasta) {
+void Interprete::Reserva(const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos) {
   controles::Formulario& pantalla = piezas_.componente.formulario();
   piezas_.manos.Accion(BarraDe(pantalla), controles::Accion::Limpiar);
   piezas_.manos.Accion(BarraDe(pantalla), controles::Accion::Nuevo);
-  if (!recepcion::TecleaEstancia(pantalla, desde, hasta)) return;
+  if (!pedido.moneda.empty()) recepcion::TecleaMoneda(pantalla, pedido.moneda);
+  if (!recepcion::TecleaEstancia(pantalla, pedido.llegada, pedido.salida)) return;
   pasosDelTablero_ = [&](controles::Formulario& tablero) {
-    static_cast<void>(recepcion::MarcaNoches(tablero, habitacion, com::DiasEntre(desde, hasta)));
+    static_cast<void>(recepcion::MarcaTramos(tablero, pedido.llegada, tramos));
   };
   piezas_.manos.Tecla(pantalla, controles::tecla::kF6, 0);
   pasosDelTablero_ = nullptr;
+}
+
+void Interprete::Cotiza(const Palabras& p) {
+  ExigeSinModal();
+  static_cast<void>(Activo());
+  if (p[1] == "reserva" && p.size() == 3) return piezas_.manos.ReservaOferta(cotizacion_, NumeroDe(p[2]));
+  if (p.size() < 4)
+    Error("Se escribe: cotiza LLEGADA SALIDA ADULTOS [MENORES [INFANTES [MONEDA]]] | cotiza reserva OFERTA");
+  const auto numero = [&](std::size_t i) { return p.size() > i ? NumeroDe(p[i]) : 0; };
+  piezas_.manos.Cotiza(cotizacion_,
+                       {DiaDe(p[1]), DiaDe(p[2]), numero(3), numero(4), numero(5), p.size() > 6 ? p[6] : ""});
 }
 
 void Interprete::Cuadro(const Palabras& p) {

@@ -14,7 +14,7 @@ namespace recepcion {
 namespace {
 
 constexpr std::string_view kHabitaciones =
-    "SELECT HB.Hb_Cve_Habitacion, HB.Hb_Descripcion, TH.Th_Descripcion FROM Habitacion HB "
+    "SELECT HB.Hb_Cve_Habitacion, HB.Hb_Descripcion, TH.Th_Descripcion, HB.Th_Cve_Tipo_Habitacion FROM Habitacion HB "
     "LEFT JOIN Tipo_Habitacion TH ON TH.Th_Cve_Tipo_Habitacion = HB.Th_Cve_Tipo_Habitacion "
     "WHERE HB.Es_Cve_Estado <> 'BA' ORDER BY HB.Hb_Cve_Habitacion";
 // Rooms first, then their lines from the first night on: CROSS JOIN keeps the order that the indexes serve.
@@ -84,7 +84,8 @@ void Cuadro::Abre(com::Fecha desde, int noches) {
 void Cuadro::LeeHabitaciones() {
   habitaciones_.clear();
   const ado::RecordsetPtr rs = Ejecuta(ado::TextoSQL(kHabitaciones));
-  for (; !rs->Eof(); rs->MoveNext()) habitaciones_.push_back({Celda(*rs, 0), Celda(*rs, 1), Celda(*rs, 2)});
+  for (; !rs->Eof(); rs->MoveNext())
+    habitaciones_.push_back({Celda(*rs, 0), Celda(*rs, 1), Celda(*rs, 2), Celda(*rs, 3)});
 }
 
 void Cuadro::LeeBarras() {

@@ -28,6 +28,7 @@ struct Barra {
 
 struct Habitacion {
   std::string clave, nombre, tipo;
+  std::string claveTipo;
 };
 
 inline constexpr int kNochesMinimas = 7, kNochesMaximas = 60;

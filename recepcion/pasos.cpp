@@ -1,5 +1,7 @@
 #include "recepcion/pasos.h"
 
+#include <algorithm>
+
 #include "platform/com/texto.h"
 #include "platform/controls/grid.h"
 
@@ -51,27 +53,37 @@ bool TecleaEstancia(controles::Formulario& principal, com::Fecha llegada, com::F
   return true;
 }
 
-bool MarcaNoches(controles::Formulario& tablero, const std::string& habitacion, int noches) {
+bool MarcaTramos(controles::Formulario& tablero, com::Fecha llegada, const std::vector<Tramo>& tramos) {
   auto* porHabitacion = controles::Como<controles::Opcion>(tablero.Busca("opHabitacion"));
   auto* grid = tablero.Primero<controles::Grid>();
   auto* barra = tablero.Primero<controles::ScreenToolbar>();
   if (porHabitacion == nullptr || grid == nullptr || barra == nullptr) return false;
   tablero.Enfoca(*porHabitacion);
   porHabitacion->Pulsa();
-  int fila = FilaDe(*grid, habitacion);
-  if (fila < 0) {
-    QuitaFiltros(tablero);
-    fila = FilaDe(*grid, habitacion);
-  }
-  if (fila < 0 || grid->NumColumnas() < kColumnasFijas + noches) return false;
+  const auto seVe = [&](const Tramo& t) { return FilaDe(*grid, t.habitacion) >= 0; };
+  if (!std::ranges::all_of(tramos, seVe)) QuitaFiltros(tablero);
   tablero.Enfoca(*grid);
   const int marcada = grid->IndiceEstilo("OCUPANDO");
-  for (int noche = 0; noche < noches; ++noche) {
-    grid->ClicCelda(fila, kColumnasFijas + noche);
-    if (grid->estilo(fila, kColumnasFijas + noche) != marcada) return false;
+  for (const Tramo& t : tramos) {
+    const int fila = FilaDe(*grid, t.habitacion);
+    const int primera = kColumnasFijas + com::DiasEntre(llegada, t.desde);
+    const int fin = kColumnasFijas + com::DiasEntre(llegada, t.hasta);
+    if (fila < 0 || primera < kColumnasFijas || fin > grid->NumColumnas()) return false;
+    for (int columna = primera; columna < fin; ++columna) {
+      grid->ClicCelda(fila, columna);
+      if (grid->estilo(fila, columna) != marcada) return false;
+    }
   }
   barra->Pulsa(controles::Accion::Aceptar);
   return true;
+}
+
+void TecleaMoneda(controles::Formulario& principal, const std::string& moneda) {
+  auto* campo = controles::Como<controles::LookupField>(principal.Busca("txtMoneda"));
+  if (campo == nullptr || !campo->PuedeEnfocarse() || com::IgualSinCaja(campo->text(), moneda)) return;
+  principal.Enfoca(*campo);
+  campo->Teclea(moneda);
+  principal.PulsaTecla(controles::tecla::kEnter);
 }
 
 }  // namespace recepcion

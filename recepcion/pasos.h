@@ -16,8 +16,15 @@ bool TecleaFolio(controles::Formulario& principal, const std::string& folio);
 
 // Dates of a New that has begun, as typed. False when the screen, which says why, does not take them.
 bool TecleaEstancia(controles::Formulario& principal, com::Fecha llegada, com::Fecha salida);
-// On the board: the first nights of the room are marked and accepted, filters that hide the room are taken away. False,
-// and the board stays as it is, when a night cannot be marked.
-bool MarcaNoches(controles::Formulario& tablero, const std::string& habitacion, int noches);
+// Nights of a room, from desde up to the one before hasta.
+struct Tramo {
+  std::string habitacion;
+  com::Fecha desde, hasta;
+};
+// On the board, which begins with the night of llegada: the nights are marked and accepted, filters that hide a room
+// are taken away. False, and the board stays as it is, when a night cannot be marked.
+bool MarcaTramos(controles::Formulario& tablero, com::Fecha llegada, const std::vector<Tramo>& tramos);
+// The currency of a New that has begun, when it is another one.
+void TecleaMoneda(controles::Formulario& principal, const std::string& moneda);
 
 }  // namespace recepcion

@@ -1,6 +1,8 @@
-// The tape chart in its window, worked by mouse and keyboard.
+// The tape chart and the quote in their windows, worked by mouse and keyboard.
 #include <QComboBox>
 #include <QHelpEvent>
+#include <QSpinBox>
+#include <QTableWidget>
 #include <QToolTip>
 
 #include "desktop/ventana_cuadro.h"
@@ -73,6 +75,28 @@ TEST_F(CuadroVentanaPrueba, UnClicAbreYUnArrastreReserva) {
   EsperaMensaje("en captura", "Sí");
   Tecla(Qt::Key_F7);
   EXPECT_EQ(Renglones(), "0201 11/03/2026 15/03/2026;");
+}
+
+// A quote: each change is answered at once; Enter sells what is chosen.
+TEST_F(CuadroVentanaPrueba, SeCotizaYEnterReserva) {
+  Espera("cotizacion", [](QWidget& w) {
+    auto& ofertas = *w.findChild<QTableWidget*>(QStringLiteral("ofertas"));
+    const auto celda = [&](int fila, int columna) { return ofertas.item(fila, columna)->text().toStdString(); };
+    QTest::keyClick(w.findChild<QSpinBox*>(QStringLiteral("noches")), Qt::Key_Up);
+    EXPECT_EQ(celda(1, 0), "Doble");
+    EXPECT_EQ(celda(1, 2), "$2,500.00");
+    QTest::keyClick(w.findChild<QSpinBox*>(QStringLiteral("adultos")), Qt::Key_Up);
+    EXPECT_EQ(celda(0, 5), "Caben 2 personas");
+    EXPECT_EQ(celda(1, 2), "$3,000.00") << "an extra adult";
+    ofertas.selectRow(0);
+    QTest::keyClick(&ofertas, Qt::Key_Return);
+    EXPECT_TRUE(w.isVisible());
+    ofertas.selectRow(1);
+    QTest::keyClick(&ofertas, Qt::Key_Return);
+  });
+  Tecla(Qt::Key_F8);
+  EXPECT_TRUE(Barra().EsNuevo());
+  EXPECT_EQ(Renglones(), "0108 10/03/2026 12/03/2026;");
 }
 
 TEST_F(CuadroVentanaPrueba, ElTecladoRecorreTomaYReserva) {

@@ -1,0 +1,189 @@
+#include "desktop/ventana_cotizacion.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "desktop/dialogos.h"
+#include "desktop/estilo.h"
+#include "desktop/fechas.h"
+#include "desktop/guarda.h"
+#include "desktop/tablas.h"
+#include "desktop/vista.h"
+#include "platform/com/error.h"
+#include "platform/regional/regional.h"
+#include "publico/publico.h"
+
+namespace vista {
+
+namespace {
+
+constexpr int kMaximoPersonas = 99;
+
+// One room; or each room with its nights.
+QString Habitaciones(const recepcion::Oferta& oferta) {
+  if (oferta.tramos.size() == 1) return Q(oferta.tramos.front().habitacion);
+  QString texto;
+  for (const recepcion::Tramo& t : oferta.tramos) {
+    if (!texto.isEmpty()) texto += QStringLiteral(", ");
+    texto += Q(t.habitacion) + QStringLiteral(" hasta ") + Q(regional::FechaCorta(t.hasta)).left(5);
+  }
+  return texto;
+}
+
+}  // namespace
+
+VentanaCotizacion::VentanaCotizacion(recepcion::Cotizacion& cotizacion, QWidget* padre)
+    : QDialog(padre), cotizacion_(cotizacion) {
+  setWindowTitle(QStringLiteral("Cotizar"));
+  setObjectName(QStringLiteral("cotizacion"));
+  setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
+  auto* caja = new QVBoxLayout(this);
+  CreaPedido(*caja);
+  tabla_ = CreaTabla({QStringLiteral("Tipo"), QStringLiteral("Libres"), QStringLiteral("Total"),
+                      QStringLiteral("Impuestos"), QStringLiteral("Por noche"), QStringLiteral("Habitación")},
+                     this);
+  tabla_->setObjectName(QStringLiteral("ofertas"));
+  tabla_->setAccessibleName(QStringLiteral("Ofertas por tipo de habitación"));
+  connect(tabla_, &QTableWidget::cellDoubleClicked, this, [this] { Vende(); });
+  caja->addWidget(tabla_, 1);
+  nota_ = new QLabel(this);
+  nota_->setObjectName(QStringLiteral("nota"));
+  Atenua(*nota_);
+  caja->addWidget(nota_);
+  auto* botones = new QHBoxLayout;
+  auto* vende = new QPushButton(QStringLiteral("&Reservar (Enter)"), this);
+  vende->setObjectName(QStringLiteral("reservar"));
+  vende->setAutoDefault(false);
+  connect(vende, &QPushButton::clicked, this, [this] { Vende(); });
+  auto* cierra = new QPushButton(QStringLiteral("Cerrar (Esc)"), this);
+  cierra->setAutoDefault(false);
+  connect(cierra, &QPushButton::clicked, this, &QDialog::reject);
+  botones->addWidget(vende);
+  botones->addStretch();
+  botones->addWidget(cierra);
+  caja->addLayout(botones);
+  AjustaAPantalla(*this, {760, 420});
+  Corre([this] {
+    // What was asked for last, or tomorrow's night.
+    recepcion::Pedido pedido = cotizacion_.pedido();
+    if (pedido.llegada == com::Fecha{}) {
+      pedido.llegada = com::MasDias(com::SoloFecha(publico::Utilerias().FechaServidor()), 1);
+      pedido.salida = com::MasDias(pedido.llegada, 1);
+    }
+    Pide(pedido);
+  });
+}
+
+QSpinBox* VentanaCotizacion::Numero(QBoxLayout& fila, const QString& titulo, const char* nombre, int menor, int mayor) {
+  auto* caja = new QVBoxLayout;
+  auto* numero = new QSpinBox(this);
+  numero->setObjectName(QLatin1String(nombre));
+  numero->setAccessibleName(titulo);
+  numero->setRange(menor, mayor);
+  connect(numero, &QSpinBox::valueChanged, this, [this] { Calcula(); });
+  caja->addWidget(new QLabel(titulo, this));
+  caja->addWidget(numero);
+  fila.addLayout(caja);
+  return numero;
+}
+
+void VentanaCotizacion::CreaPedido(QBoxLayout& caja) {
+  auto* fila = new QHBoxLayout;
+  auto* columna = new QVBoxLayout;
+  llegada_ = new QDateEdit(this);
+  llegada_->setObjectName(QStringLiteral("llegada"));
+  llegada_->setAccessibleName(QStringLiteral("Llegada"));
+  llegada_->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
+  llegada_->setCalendarPopup(true);
+  connect(llegada_, &QDateEdit::dateChanged, this, [this] { Calcula(); });
+  columna->addWidget(new QLabel(QStringLiteral("Llegada"), this));
+  columna->addWidget(llegada_);
+  fila->addLayout(columna);
+  noches_ = Numero(*fila, QStringLiteral("Noches"), "noches", 1, recepcion::kNochesMaximas);
+  adultos_ = Numero(*fila, QStringLiteral("Adultos"), "adultos", 1, kMaximoPersonas);
+  menores_ = Numero(*fila, QStringLiteral("Menores"), "menores", 0, kMaximoPersonas);
+  infantes_ = Numero(*fila, QStringLiteral("Infantes"), "infantes", 0, kMaximoPersonas);
+  auto* monedas = new QVBoxLayout;
+  moneda_ = new QComboBox(this);
+  moneda_->setObjectName(QStringLiteral("moneda"));
+  moneda_->setAccessibleName(QStringLiteral("Moneda"));
+  for (const std::string& clave : recepcion::Monedas()) moneda_->addItem(Q(clave));
+  connect(moneda_, &QComboBox::activated, this, [this] { Calcula(); });
+  monedas->addWidget(new QLabel(QStringLiteral("Moneda"), this));
+  monedas->addWidget(moneda_);
+  fila->addLayout(monedas);
+  fila->addStretch();
+  caja.addLayout(fila);
+}
+
+recepcion::Pedido VentanaCotizacion::Leido() const {
+  const com::Fecha llegada = DeDate(llegada_->date());
+  return {llegada,
+          com::MasDias(llegada, noches_->value()),
+          adultos_->value(),
+          menores_->value(),
+          infantes_->value(),
+          moneda_->currentText().toStdString()};
+}
+
+void VentanaCotizacion::Pide(const recepcion::Pedido& pedido) {
+  cotizacion_.Calcula(pedido);
+  const recepcion::Pedido& p = cotizacion_.pedido();
+  for (QWidget* w : std::initializer_list<QWidget*>{llegada_, noches_, adultos_, menores_, infantes_})
+    w->blockSignals(true);
+  llegada_->setDate(ADate(p.llegada));
+  noches_->setValue(com::DiasEntre(p.llegada, p.salida));
+  adultos_->setValue(p.adultos);
+  menores_->setValue(p.menores);
+  infantes_->setValue(p.infantes);
+  moneda_->setCurrentText(Q(p.moneda));
+  for (QWidget* w : std::initializer_list<QWidget*>{llegada_, noches_, adultos_, menores_, infantes_})
+    w->blockSignals(false);
+  const int noches = com::DiasEntre(p.llegada, p.salida);
+  tabla_->setRowCount(0);
+  for (const recepcion::Oferta& o : cotizacion_.ofertas()) {
+    const bool hay = o.motivo.empty();
+    AgregaFila(tabla_,
+               {Q(o.nombre), QString::number(o.libres), hay ? Q(regional::Moneda(o.total)) : QString(),
+                hay ? Q(regional::Moneda(o.impuestos)) : QString(),
+                hay ? Q(regional::Moneda(o.total / noches)) : QString(), hay ? Habitaciones(o) : Q(o.motivo)},
+               !hay, {1, 2, 3, 4});
+  }
+  tabla_->resizeColumnsToContents();
+  if (tabla_->rowCount() > 0) tabla_->selectRow(0);
+  nota_->setText(QStringLiteral("Por la estancia, con impuestos, en %1. Salida el %2")
+                     .arg(Q(p.moneda), Q(regional::FechaCorta(p.salida))));
+}
+
+// What cannot be quoted is told where the answer would stand.
+void VentanaCotizacion::Calcula() {
+  Corre([this] {
+    try {
+      Pide(Leido());
+    } catch (const com::Error& e) {
+      tabla_->setRowCount(0);
+      nota_->setText(Q(e.Descripcion()));
+    }
+  });
+}
+
+void VentanaCotizacion::Vende() {
+  const int fila = Elegida();
+  if (fila < 0) return;
+  const recepcion::Oferta& oferta = cotizacion_.ofertas()[static_cast<std::size_t>(fila)];
+  if (oferta.motivo.empty()) return accept();
+  nota_->setText(Q(oferta.nombre + ": " + oferta.motivo));
+}
+
+void VentanaCotizacion::keyPressEvent(QKeyEvent* evento) {
+  if (evento->key() == Qt::Key_Return || evento->key() == Qt::Key_Enter) return Vende();
+  if (evento->key() == Qt::Key_Down || evento->key() == Qt::Key_Up) {
+    const int paso = evento->key() == Qt::Key_Down ? 1 : -1;
+    return tabla_->selectRow(std::clamp(tabla_->currentRow() + paso, 0, std::max(tabla_->rowCount() - 1, 0)));
+  }
+  QDialog::keyPressEvent(evento);
+}
+
+}  // namespace vista
