@@ -147,6 +147,7 @@ void ReparteEstancias(std::vector<Fila>& filas, std::vector<Estancia>& estancias
 
 std::vector<LibresDeTipo> LeeLibres(com::Fecha dia) {
   std::vector<com::Fecha> noches;
+  noches.reserve(kNochesLibres);
   for (int n = 0; n < kNochesLibres; ++n) noches.push_back(com::MasDias(dia, n));
   const kv207::sentencias::Criterio criterio{kv207::ModoVista::PorTipo,
                                              kv207::sentencias::Condicion(kv207::ModoVista::PorTipo, {}), ""};

@@ -184,8 +184,9 @@ struct Indice::Consulta {
       std::vector<char>& tienen = clientes.emplace_back(indice.clientes_.size(), 0);
       for (std::size_t c = 1; c < tienen.size(); ++c) {
         const Cliente& cliente = indice.clientes_[c];
-        tienen[c] = cliente.palabras.find(palabras.back()) != std::string::npos ||
-                    (digitos && cliente.telefono.find(buscada) != std::string::npos);
+        const bool tiene = cliente.palabras.find(palabras.back()) != std::string::npos ||
+                           (digitos && cliente.telefono.find(buscada) != std::string::npos);
+        tienen[c] = tiene ? 1 : 0;
       }
     }
   }
