@@ -156,14 +156,18 @@ com::Error ErrorDeConexion(const std::string& mensaje) {
       {"definition of service", "servicio", "El servicio no está en el archivo de servicios de esta máquina"},
       {"too many clients", "demasiados clientes", "El servidor de la base de datos no admite más conexiones ahora"},
       {"starting up", "está iniciándose", "El servidor de la base de datos está arrancando; espere un momento"},
+      {"Connection refused", "Conexión rehusada",
+       "No se pudo conectar con el servidor de la base de datos: puede estar apagado; vuelva a intentarlo en un "
+       "momento"},
+      {"timeout expired", "tiempo de espera",
+       "No se pudo conectar con el servidor de la base de datos: no contesta; vuelva a intentarlo en un momento"},
   };
-  const char* texto = "No se pudo conectar con el servidor de la base de datos";
   for (const Causa& causa : kCausas) {
     if (mensaje.find(causa.ingles) == std::string::npos && mensaje.find(causa.espanol) == std::string::npos) continue;
-    texto = causa.texto;
-    break;
+    return {kBaseDatos, causa.texto};
   }
-  return {kBaseDatos, texto + (" (" + UnaLinea(mensaje) + ")")};
+  // What nobody foresaw is told in the server's own words.
+  return {kBaseDatos, "No se pudo conectar con el servidor de la base de datos (" + UnaLinea(mensaje) + ")"};
 }
 
 std::string NombreDe(std::string_view plegado, std::string_view sentencia) {
