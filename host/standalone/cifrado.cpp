@@ -100,7 +100,8 @@ void ConexionCifrada::SinLlave() {
   throw com::Error(
       com::error::kBaseDatos,
       "En este equipo no está la llave con que se guardan las tarjetas (" + Llave::RutaUsual() +
-          "). Agregue ahí su renglón, del equipo donde se hizo o de donde lo guardó; lo demás sigue funcionando");
+          "). Agregue ahí su renglón, del equipo donde se hizo o de donde lo guardó; mientras tanto se trabaja con las "
+          "reservaciones sin tarjeta");
 }
 
 // What is not among the keys that were read may have come meanwhile.
