@@ -62,7 +62,6 @@ class LectorFilas {
 }  // namespace
 
 bool frmDisponibilidad::CargarDatos() {
-  MensajeError.clear();
   try {
     if (!ConservarVista) {
       opTipoHabitacion.Selecciona();

@@ -104,7 +104,6 @@ QByteArray ImagenVacia() {
 void CreaArchivo(const QString& ruta) {
   const QByteArray imagen = ImagenVacia();
   QTemporaryFile archivo(ruta + ".XXXXXX");
-  errno = 0;
   if (!archivo.open()) FallaCreacion(errno);
   const bool escrito = archivo.write(imagen) == imagen.size() && archivo.flush();
   if (!escrito) FallaCreacion(errno);
@@ -216,9 +215,7 @@ void BaseSqlite::Abre(const QString& ruta, int esperaMs) {
   base_.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(esperaMs));
   base_.setDatabaseName(ruta);
   if (!base_.open()) {
-    const int codigo = base_.lastError().nativeErrorCode().toInt();
-    throw com::Error(CategoriaSqlite(codigo, 0),
-                     DescribeSqlite(codigo, 0, base_.lastError().databaseText().toStdString()));
+    throw ErrorSqlite(nullptr, base_.lastError().nativeErrorCode().toInt(), {});
   }
   manija_ = ManijaDe(base_);
   if (manija_ == nullptr)

@@ -90,8 +90,7 @@ std::string DescribeSqlite(int codigo, int errnoSistema, std::string_view mensaj
 com::Error ErrorSqlite(sqlite3* base, int codigo, std::string_view sentencia) {
   const int extendido = base != nullptr ? sqlite3_extended_errcode(base) : codigo;
   const int completo = (extendido & 0xFF) == (codigo & 0xFF) ? extendido : codigo;
-  const bool deSistema = (codigo & 0xFF) == SQLITE_IOERR || (codigo & 0xFF) == SQLITE_CANTOPEN;
-  const int errnoSistema = deSistema && base != nullptr ? sqlite3_system_errno(base) : 0;
+  const int errnoSistema = base != nullptr ? sqlite3_system_errno(base) : 0;
   const char* mensaje = base != nullptr ? sqlite3_errmsg(base) : sqlite3_errstr(codigo);
   return {CategoriaSqlite(completo, errnoSistema), DescribeSqlite(completo, errnoSistema, mensaje),
           std::string(sentencia)};
