@@ -202,6 +202,7 @@ TEST_F(Tablero, UnaCargaVuelveALaVistaPorTipoSalvoQueSeConserve) {
   ASSERT_TRUE(tablero.CargarDatos());
   EXPECT_EQ(tablero.Modo(), ModoVista::PorTipo);
   EXPECT_EQ(tablero.ssDisponibilidad.columna("Nombre").titulo, "Tipo habitación");
+  EXPECT_TRUE(tablero.ssDisponibilidad.columna("Clave").visible);
   EXPECT_EQ(tablero.NumeroFilas, 2);
 
   // With marks the question comes first; refused, the load goes on in the view that stays.
@@ -256,6 +257,7 @@ TEST_F(Tablero, CadaFuenteQueFallaDejaElMarcoApagadoYNadaMarcable) {
   }
   // Two whole rows and a part of the third: they stay, the part cannot be marked.
   AbrePorHabitacion();
+  Clic(1, 0);
   conexion->conjuntos = false;
   conexion->falla = "Hbb_Fecha_Fin";
   conexion->faltan = 8;
@@ -303,6 +305,10 @@ TEST_F(Tablero, MarcarSinFilasOConColumnasNuevasNoHaceNada) {
 }
 
 TEST_F(Tablero, VolverACargarLaPantallaEmpiezaComoSeDiseno) {
+  for (const controles::Control* c : tablero.controles()) {
+    const bool campo = dynamic_cast<const controles::LookupField*>(c) != nullptr;
+    EXPECT_TRUE(!campo || !c->descripcion().empty()) << c->nombre() << " without what a screen reader says";
+  }
   AbrePorHabitacion();
   Clic(1, 0);
   tablero.FolioExcluido = "R1";
@@ -321,6 +327,10 @@ TEST_F(Tablero, VolverACargarLaPantallaEmpiezaComoSeDiseno) {
   EXPECT_EQ(tablero.txtGrupo_Habitacion.formato(), "000");
   EXPECT_TRUE(tablero.ssDisponibilidad.columna("Clave").visible);
   for (const std::string& s : conexion->sentencias) EXPECT_EQ(s.find("COUNT"), std::string::npos) << s;
+  // Nights without rows: what was marked before does not count for them.
+  ASSERT_TRUE(tablero.Agregar_Columnas(3));
+  tablero.Controles.Pulsa(controles::Accion::Aceptar);
+  EXPECT_EQ(escritorio.Ids(), (std::vector<std::string>{"ERR-ID:7500055"}));
 }
 
 TEST(CeldaTablero, LasLibresTienenQueCaberEnDieciseisBits) {

@@ -131,8 +131,17 @@ TEST_F(AperturaPrueba, OcupadaEnExclusivaNoSeAbre) {
   ASSERT_EQ(sqlite3_open(ruta.c_str(), &base), SQLITE_OK);
   ASSERT_EQ(sqlite3_exec(base, "PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
   EXPECT_EQ(Numero(ruta), kOcupada);
-  sqlite3_close(base);
-  EXPECT_EQ(Numero(ruta), 0);
+  // What only reads keeps it from being prepared, for as long as a program waits.
+  ASSERT_EQ(sqlite3_exec(base, "COMMIT; PRAGMA locking_mode=NORMAL; BEGIN; SELECT * FROM sqlite_master", nullptr,
+                         nullptr, nullptr),
+            SQLITE_OK);
+  EXPECT_EQ(Numero(ruta), kOcupada);
+  std::thread termina([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    sqlite3_close(base);
+  });
+  EXPECT_TRUE(Abre());
+  termina.join();
 }
 
 // As a user without rights, which the superuser is not.
@@ -224,7 +233,7 @@ TEST_F(AperturaPrueba, MuertaAlGuardarQuedaTodoONada) {
 
 // What is written to a file that nobody can find again is lost.
 TEST_F(AperturaPrueba, UnArchivoQueSeFueNoRecibeNada) {
-  const auto c = Abre();
+  auto c = Abre();
   const auto inserta = [&] { c->Execute("INSERT INTO Moneda (Mn_Cve_Moneda) VALUES ('MXN')"); };
   for (const char* cola : {"", "-wal"}) {
     std::filesystem::rename(ruta + cola, ruta + ".otro");
@@ -238,6 +247,11 @@ TEST_F(AperturaPrueba, UnArchivoQueSeFueNoRecibeNada) {
   inserta();
   c->CommitTrans();
   EXPECT_EQ(Uno(*Abre(), "SELECT COUNT(*) FROM Moneda"), "1");
+  // Nor is another's log taken away with the last program.
+  std::filesystem::rename(ruta + "-wal", ruta + ".otro");
+  std::ofstream(ruta + "-wal") << "otro archivo";
+  c.reset();
+  EXPECT_EQ(Bytes(ruta + "-wal"), "otro archivo");
 }
 
 // What the file alone would pass over without a word.
@@ -247,33 +261,38 @@ TEST_F(AperturaPrueba, UnaBitacoraPerdidaODanadaSeDice) {
   };
   namespace fs = std::filesystem;
   const std::string sola = (carpeta / "sola.db").string(), danada = (carpeta / "danada.db").string(),
-                    rota = (carpeta / "rota.db").string();
+                    rota = (carpeta / "rota.db").string(), trunca = (carpeta / "trunca.db").string();
   {
     const auto c = Abre();
     c->Directa("PRAGMA synchronous=OFF");
     // Also after the log has been brought into the file by the way.
     for (int i = 0; i < 500; ++i) inserta(*c, i);
     EXPECT_GT(fs::file_size(ruta + "-wal"), 4000000U);
-    for (const auto& copia : {sola, danada, rota}) fs::copy_file(ruta, copia);
+    for (const auto& copia : {sola, danada, rota, trunca}) fs::copy_file(ruta, copia);
     for (int i = 500; i < 510; ++i) inserta(*c, i);
-    fs::copy_file(ruta + "-wal", danada + "-wal");
-    fs::copy_file(ruta + "-wal", rota + "-wal");
+    for (const auto& copia : {danada, rota, trunca}) fs::copy_file(ruta + "-wal", copia + "-wal");
   }
   const auto e = ErrorDe([&] { Abre(sola); });
-  EXPECT_NE(e.Descripcion().find("le falta su bitácora"), std::string::npos) << e.Descripcion();
+  for (const char* dice : {"le falta su bitácora", "No se abre para no perder nada"})
+    EXPECT_NE(e.Descripcion().find(dice), std::string::npos) << e.Descripcion();
   std::ofstream(sola + "-wal");
   EXPECT_EQ(Numero(sola), kDanada) << "an empty log";
   // One byte of the log's first frames, with committed work behind it.
-  std::fstream log(danada + "-wal", std::ios::in | std::ios::out | std::ios::binary);
-  log.seekp(9000);
-  log.put('\x55');
-  log.close();
+  const auto rompe = [](const std::string& copia, std::streamoff lugar, std::ios::seekdir desde) {
+    std::fstream log(copia + "-wal", std::ios::in | std::ios::out | std::ios::binary);
+    log.seekp(lugar, desde);
+    log.put('\x55');
+  };
+  rompe(danada, 9000, std::ios::beg);
   const std::string antes = Bytes(danada);
-  EXPECT_NE(ErrorDe([&] { Abre(danada); }).Descripcion().find("está dañada"), std::string::npos);
+  EXPECT_NE(ErrorDe([&] { Abre(danada); }).Descripcion().find("(" + danada + "-wal) está dañada"), std::string::npos);
   EXPECT_EQ(Bytes(danada), antes);
   // A last transaction that was cut short is not damage: it was never accepted.
   fs::resize_file(rota + "-wal", fs::file_size(rota + "-wal") - 100);
   EXPECT_EQ(Numero(rota), 0);
+  // Nor one whose frame reached the disk in part.
+  rompe(trunca, -1, std::ios::end);
+  EXPECT_EQ(Numero(trunca), 0);
   // Closed whole, the file can be copied alone.
   EXPECT_EQ(Uno(*Abre(), "SELECT COUNT(*) FROM Moneda"), "510");
 }

@@ -72,6 +72,7 @@ TEST(Colaciones, FechasConYSinHora) {
   for (const char* igual :
        {"2026-03-10", "2026-03-10 ", "2026-03-10 00:00", "2026-03-10T00:00:00", "2026-03-10 00:00:00"})
     EXPECT_EQ(ComparaFecha("2026-03-10 00:00:00", igual), 0) << igual;
+  EXPECT_EQ(ComparaFecha("", "  "), 0);
 }
 
 TEST(Colaciones, ComoElLikeDelServidor) {

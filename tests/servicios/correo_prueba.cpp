@@ -16,7 +16,7 @@ class Documentos : public testing::Test, public HotelChico {
   Documentos() : utilerias(CreaUtilerias(host)) {
     host.Parametro("HT_NOMBRE", "Hotel de Prueba");
     folio = pruebas::GuardaUna(host, "0101", "2026-03-10", "2026-03-12", 2320);
-    base().Consulta("UPDATE Reservacion SET Rs_Notas = 'Flores en la habitación'");
+    base().Consulta("UPDATE Reservacion SET Rs_Notas = 'Flores en la habitación', Rs_Referencia = 'R-7'");
   }
   bool Envia(const std::string& clave, const std::string& plantilla = "PL16") {
     return utilerias->EnviaCorreo("RESERVACION", clave, plantilla, "EMAIL_RESERVACION", 0, "", "");
@@ -129,9 +129,9 @@ TEST_F(Documentos, ImpresionIncluida) {
 
 TEST_F(Documentos, ImpresionConFormatoDelHotel) {
   base().Consulta("INSERT INTO Formato (Fm_Cve_Formato, Fm_Contenido) VALUES ('HT0001', ?)",
-                  {"Folio {folio}\n{comentario}\n\nFin"});
+                  {"Folio {folio} {referencia} {estado}\n{comentario}\n\nFin"});
   Imprime("HT0001", folio);
-  EXPECT_EQ(host.Impresiones().back().texto, "Folio 0000000001\n\nFin");  // the empty comment takes no line
+  EXPECT_EQ(host.Impresiones().back().texto, "Folio 0000000001 R-7 Activa\n\nFin");  // the empty comment takes no line
   EXPECT_THROW(Imprime("HT0001", "0000000099"), com::Error);
   EXPECT_EQ(host.Impresiones().size(), 1U);
 }

@@ -93,6 +93,7 @@ TEST_F(Precios, TemporadaFinDeSemanaYExtras) {
   // The order of the clerk replaces the undated rate and no other.
   host.Tarifa("0001", 900, 0, 0);
   EXPECT_EQ(Precio("2026-03-05", "2026-03-07", 2), 900 + 1200.5);
+  EXPECT_EQ(Cuenta("Tarifa"), 3);
 }
 
 TEST_F(Precios, OtraMoneda) {

@@ -1,6 +1,7 @@
 // System and utility services, record viewer, and the object that owns the screen.
 #include <gtest/gtest.h>
 
+#include "host/standalone/busquedas.h"
 #include "host/standalone/parametros.h"
 #include "host/standalone/permisos.h"
 #include "tests/comun/error_de.h"
@@ -40,7 +41,8 @@ TEST_F(Servicios, UnValorQueNoSeLeeDiceSuClave) {
   EXPECT_EQ(ParametrosIlegibles(base()).size(), 3U);
   EXPECT_EQ(pruebas::TextoDeError([&] { GuardaParametro(base(), "HT_OVERBOKING", "1"); }),
             "El parámetro HT_OVERBOKING no existe");
-  EXPECT_THROW(GuardaParametro(base(), "HT_COLOR_OCUPADO", "rojo"), com::Error);
+  EXPECT_EQ(pruebas::TextoDeError([&] { GuardaParametro(base(), "HT_COLOR_OCUPADO", "rojo"); }),
+            "El parámetro HT_COLOR_OCUPADO lleva un color y dice «rojo»");
   EXPECT_THROW(GuardaParametro(base(), "HT_DIAS_RESERVACION", "-1"), com::Error);
   GuardaParametro(base(), "ht_over_booking", "false");
   EXPECT_FALSE(com::CBool(sistema->LeeParametro("HT_OVER_BOOKING", 0, "B", "1")));
@@ -131,6 +133,14 @@ TEST_F(Servicios, CatalogoSinBajas) {
   ASSERT_EQ(escritorio.Catalogo().size(), 1U);
   EXPECT_EQ(escritorio.Catalogo()[0].first, "0000000002");
   EXPECT_THROW(utilerias->BuscaEnCatalogo("Parametro", 100, "", {}), com::Error);
+  // Each catalogue's three readings agree, whether it has rows or not.
+  for (const char* nombre : {"Habitacion", "Cliente", "Forma_Pago", "Moneda", "Tipo_Habitacion", "Grupo_Habitacion",
+                             "Area_Habitacion", "Sucursal"}) {
+    const Busqueda& b = BusquedaDe(nombre);
+    const auto filas = LeeFilas(base(), b);
+    EXPECT_EQ(HayFilas(base(), b), !filas.empty()) << nombre;
+    for (const auto& [clave, descripcion] : filas) EXPECT_EQ(NombreDe(base(), b, clave), descripcion) << nombre;
+  }
 }
 
 TEST_F(Servicios, GruposDeCampos) {
