@@ -185,6 +185,11 @@ TEST_P(ConexionPrueba, LosParametrosSeLigan) {
   ASSERT_FALSE(r->Eof());
   EXPECT_EQ(r->Fields(1).Value(), com::Variant(com::FechaDe(2026, 3, 10, 8)));
   EXPECT_EQ(r->Fields(2).Value(), com::Variant("a?"));
+  // Nothing of a refused run stays bound.
+  const std::string baja = "UPDATE Reservacion SET Fecha_Baja = ? WHERE Rs_Folio <> ?";
+  EXPECT_EQ(ErrorDe([&] { c->Consulta(baja, {com::FechaDe(2026, 3, 11)}); }).Numero(), kSentencia);
+  c->Consulta(baja, {com::Variant::Null(), ""});
+  EXPECT_TRUE(c->Consulta("SELECT Fecha_Baja FROM Reservacion")->Fields(0).Value().EsNulo());
   EXPECT_EQ(ErrorDe([&] { c->Consulta(insert, {"2"}); }).Numero(), kSentencia);
   EXPECT_EQ(ErrorDe([&] { c->Consulta(insert, {"2", 1, 1, 1, 1}); }).Numero(), kSentencia);
   EXPECT_EQ(Uno(*c, "SELECT COUNT(*) FROM Reservacion"), "1");

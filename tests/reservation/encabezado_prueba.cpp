@@ -91,6 +91,9 @@ TEST_F(Encabezado, AFolioThatChangesInMidEditKeepsTheFields) {
   EXPECT_EQ(pantalla.Controles.ClaveActual(), "");
   EXPECT_EQ(pantalla.txtNHuesped.text(), "Ana López");
   EXPECT_EQ(pantalla.ssReservaciones.Filas(), 1);
+  // Another branch, whose taxes are others, does away with the lines.
+  pantalla.txtSucursal.Teclea("2");
+  EXPECT_EQ(pantalla.ssReservaciones.Filas(), 0);
 }
 
 }  // namespace
