@@ -64,7 +64,7 @@ struct Referencia {
   std::string_view tabla, columna, otra, llave;
 };
 const std::vector<Referencia>& Referencias();
-// Version of the definition, kept in the database. A database of an earlier one gets what it lacks when it is opened.
+// Version of the definition, kept in the database. An earlier SQLite file gets what it lacks when it is opened.
 inline constexpr int kVersion = 4;
 
 // Statements (plain inserts with literals, SQL Server text) that fill an empty database with the demo hotel around the
