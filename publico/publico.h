@@ -46,7 +46,7 @@ ado::TextoSQL& NuevaSentencia();
 // Runs the buffer on the connection just fetched.
 ado::RecordsetPtr Ejecuta();
 
-// For tests: forgets the process-wide objects, so that another host can be used.
+// Forgets the process-wide objects, so that another host can be used: by the next session or the next test.
 void Olvida();
 
 }  // namespace publico

@@ -86,7 +86,7 @@ void RevisaReferencias(Conexion& base, Hallazgos& h) {
 
 bool AdmiteSobreventa(Conexion& base) {
   try {
-    return com::CBool(ValorParametro(base, "HT_OVER_BOOKING"));
+    return com::CBool(ValorParametro(base, anfitrion::parametro::kSobreventa.clave));
   } catch (const com::Error&) {
     return true;
   }

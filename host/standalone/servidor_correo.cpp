@@ -87,7 +87,7 @@ std::optional<ServidorCorreo> LeeServidor(Conexion& conexion, const std::string&
   s.certificados = valor(anfitrion::parametro::kCorreoCertificados.clave);
   s.verifica = !local || !s.certificados.empty();
   s.remitente = valor(anfitrion::parametro::kCorreoRemitente.clave);
-  s.nombre = valor("HT_NOMBRE");
+  s.nombre = valor(anfitrion::parametro::kNombreHotel.clave);
   if (s.remitente.empty()) Rechaza("Falta el parámetro CORREO_REMITENTE: la dirección de la que salen los correos");
   s.usuario = valor(anfitrion::parametro::kCorreoUsuario.clave);
   if (s.usuario.empty()) return s;

@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 
+#include "host/contract/parametros.h"
 #include "platform/com/error.h"
 #include "platform/com/variant.h"
 #include "schema/esquema.h"
@@ -154,8 +155,10 @@ class Tramo {
 
 bool EsNueva(ConexionDeMotor& base) {
   return std::ranges::all_of(esquema::Tablas(), [&](const esquema::Tabla& t) {
-    const std::string propio = t.nombre == "Parametro" ? " WHERE Pm_Clave <> 'HT_OVER_BOOKING'" : "";
-    const auto filas = base.Consulta("SELECT COUNT(*) AS Cantidad FROM " + std::string(t.nombre) + propio);
+    const bool propios = t.nombre == "Parametro";
+    const auto filas = base.Consulta(
+        "SELECT COUNT(*) AS Cantidad FROM " + std::string(t.nombre) + (propios ? " WHERE Pm_Clave <> ?" : ""),
+        propios ? Parametros{anfitrion::parametro::kSobreventa.clave} : Parametros{});
     return com::CDbl(filas->Fields(0).Value()) == 0;
   });
 }
