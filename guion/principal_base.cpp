@@ -5,12 +5,16 @@
 #include <filesystem>
 #include <iomanip>
 #include <iostream>
+#include <iterator>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "guion/archivos.h"
 #include "guion/opciones.h"
+#include "host/standalone/cambio_llave.h"
+#include "host/standalone/llave.h"
 #include "host/standalone/permisos.h"
 #include "host/standalone/postgres.h"
 #include "host/standalone/proceso.h"
@@ -38,6 +42,11 @@ constexpr const char* kUso =
     "  usuario HOTEL LOGIN [--contrasena-de ARCHIVO]\n"
     "                     le pone la contraseña del archivo, o la de la variable RESERVAS_CONTRASENA, y lo deja\n"
     "                     administrar el hotel; desde entonces todos la necesitan\n"
+    "  clave HOTEL        dice dónde están las llaves de las tarjetas y cuál abre las de ese hotel; con\n"
+    "    --exporta ARCHIVO  copia esa llave a un archivo nuevo, para otro equipo o para guardarla\n"
+    "    --importa ARCHIVO  trae las de un archivo así\n"
+    "    --agrega           hace una llave, para los hoteles que aún no guardan tarjetas\n"
+    "    --cambia           cifra todas las tarjetas del hotel con una llave nueva; la anterior no se borra\n"
     "  respalda HOTEL.db [COPIA.db] [--sustituye]\n"
     "                     copia el hotel, también mientras se trabaja en él; sin COPIA.db, en su carpeta de "
     "respaldos.\n"
@@ -159,6 +168,118 @@ int Copia(const Palabras& palabras, const guion::Argumentos&) {
   return kTodoBien;
 }
 
+// --- the keys of the card data: their texts name them by fingerprint
+
+struct Tarjetas {
+  std::shared_ptr<autonomo::ConexionDeMotor> motor;
+  std::string ruta = autonomo::Llave::RutaUsual();
+  std::vector<autonomo::Llave> llaves = autonomo::Llave::Lee(ruta);
+  autonomo::Sellos sellos = autonomo::CuentaSellos(*motor, llaves);
+
+  bool Necesita(const autonomo::Llave& llave) const { return sellos.porLlave.contains(llave.Huella()); }
+  // The fingerprint of a key that is missing; "" when none is.
+  std::string Falta() const {
+    for (const auto& [huella, cuantos] : sellos.porLlave) {
+      if (std::ranges::find(llaves, huella, &autonomo::Llave::Huella) == llaves.end()) return huella;
+    }
+    return {};
+  }
+  void ExigeTodas() const {
+    if (const std::string huella = Falta(); !huella.empty()) {
+      throw com::Error(com::error::kBaseDatos, "En " + ruta + " no está la llave " + huella +
+                                                   ", que abre tarjetas de este hotel: tráigala antes "
+                                                   "con --importa");
+    }
+  }
+};
+
+std::string Datos(std::size_t cuantos) {
+  return std::to_string(cuantos) + (cuantos == 1 ? " dato" : " datos") + " de tarjeta";
+}
+
+int MuestraClaves(const Tarjetas& t, const std::string&) {
+  std::cout << "Archivo de llaves: " << t.ruta << (t.llaves.empty() ? ", que aún no tiene ninguna\n" : "\n");
+  for (const autonomo::Llave& llave : t.llaves) {
+    std::cout << "bien  Llave " << llave.Huella() << ": ";
+    if (t.Necesita(llave)) {
+      std::cout << "abre " << Datos(t.sellos.porLlave.at(llave.Huella())) << " de este hotel\n";
+    } else {
+      const bool siguiente = t.sellos.porLlave.empty() && llave == t.llaves.front();
+      std::cout << (siguiente ? "la usará la primera tarjeta de este hotel\n" : "de ninguna tarjeta de este hotel\n");
+    }
+  }
+  for (const auto& [huella, cuantos] : t.sellos.porLlave) {
+    if (std::ranges::find(t.llaves, huella, &autonomo::Llave::Huella) == t.llaves.end())
+      std::cout << "MAL   Llave " << huella << ": no está, y sin ella no se leen " << Datos(cuantos) << '\n';
+  }
+  if (t.sellos.danados > 0) std::cout << "MAL   Dañados, ninguna los abre: " << Datos(t.sellos.danados) << '\n';
+  if (t.sellos.enClaro > 0) std::cout << "Sin cifrar hasta que se abra el hotel: " << Datos(t.sellos.enClaro) << '\n';
+  return t.Falta().empty() && t.sellos.danados == 0 ? kTodoBien : kConFallas;
+}
+
+// What opens this hotel's cards, or will: not the keys of others.
+int ExportaClaves(const Tarjetas& t, const std::string& archivo) {
+  t.ExigeTodas();
+  std::vector<autonomo::Llave> suyas;
+  std::ranges::copy_if(t.llaves, std::back_inserter(suyas), [&](const auto& llave) { return t.Necesita(llave); });
+  if (suyas.empty() && !t.llaves.empty()) suyas.push_back(t.llaves.front());
+  if (suyas.empty()) throw com::Error(com::error::kArgumento, "Aún no hay llave que copiar: se hace con --agrega");
+  autonomo::Llave::Copia(archivo, suyas);
+  for (const autonomo::Llave& llave : suyas)
+    std::cout << "Llave " << llave.Huella() << " copiada a " << archivo << '\n';
+  std::cout << "Quien tenga ese archivo y el hotel lee las tarjetas: guárdelo aparte\n";
+  return kTodoBien;
+}
+
+int ImportaClaves(const Tarjetas& t, const std::string& archivo) {
+  const std::vector<autonomo::Llave> traidas = autonomo::Llave::LeeCopia(archivo);
+  if (!t.sellos.porLlave.empty() && std::ranges::none_of(traidas, [&](const auto& l) { return t.Necesita(l); })) {
+    throw com::Error(com::error::kArgumento, "La llave de " + archivo + " no abre ninguna tarjeta de este hotel");
+  }
+  autonomo::Llave::Agrega(t.ruta, traidas);
+  return MuestraClaves({t.motor}, {});
+}
+
+int AgregaClave(const Tarjetas& t, const std::string&) {
+  autonomo::Llave::Agrega(t.ruta, {autonomo::Llave::Nueva()});
+  return MuestraClaves({t.motor}, {});
+}
+
+// The new key is on disk before a card needs it, and those before stay: whatever interrupts this, each card opens.
+int CambiaClave(const Tarjetas& t, const std::string&) {
+  t.ExigeTodas();
+  const autonomo::Llave nueva = autonomo::Llave::Nueva();
+  autonomo::Llave::Agrega(t.ruta, {nueva});
+  const std::size_t cuantos = autonomo::CambiaLlave(*t.motor, t.llaves, nueva);
+  std::cout
+      << Datos(cuantos) << " con la llave nueva, " << nueva.Huella() << ", que está en " << t.ruta
+      << "\nCópiela con --exporta: la necesitan los demás equipos. La anterior sigue ahí: la necesitan las copias "
+         "de respaldo de antes\n";
+  return kTodoBien;
+}
+
+struct AccionDeClave {
+  const char* opcion;
+  int (*corre)(const Tarjetas&, const std::string& archivo);
+};
+constexpr AccionDeClave kAccionesDeClave[] = {
+    {"exporta", ExportaClaves}, {"importa", ImportaClaves}, {"agrega", AgregaClave}, {"cambia", CambiaClave}};
+
+int Clave(const Palabras& palabras, const guion::Argumentos& argumentos) {
+  const AccionDeClave* accion = nullptr;
+  for (const AccionDeClave& otra : kAccionesDeClave) {
+    if (!argumentos.Hay(otra.opcion)) continue;
+    if (accion != nullptr) {
+      throw com::Error(com::error::kArgumento,
+                       std::string("--") + accion->opcion + " y --" + otra.opcion + " no se usan juntas");
+    }
+    accion = &otra;
+  }
+  const Tarjetas tarjetas{autonomo::AbreMotor(Existente(palabras[0]), kReloj)};
+  if (accion == nullptr) return MuestraClaves(tarjetas, {});
+  return accion->corre(tarjetas, argumentos.Valor(accion->opcion).value_or(""));
+}
+
 // A copy is a file's; a server has its own means.
 const std::string& Archivo(const std::string& palabra) {
   if (!EsDireccion(palabra)) return palabra;
@@ -201,7 +322,7 @@ struct Orden {
 constexpr Orden kOrdenes[] = {
     {"crea", 1, 1, true, Crea},     {"demo", 1, 1, false, Demo},      {"revisa", 1, 1, true, Revisa},
     {"copia", 2, 2, false, Copia},  {"usuario", 2, 2, true, Usuario}, {"respalda", 1, 2, true, Respalda},
-    {"repone", 1, 2, true, Repone},
+    {"repone", 1, 2, true, Repone}, {"clave", 1, 1, false, Clave},
 };
 
 const Orden& BuscaOrden(const Palabras& sueltos) {
@@ -235,7 +356,14 @@ int main(int argc, char** argv) {
   const QCoreApplication aplicacion(argc, argv);
   try {
     const guion::Argumentos argumentos({argv + 1, argv + argc},
-                                       {{"sustituye"}, {"ahora", true}, {"contrasena-de", true}}, 3);
+                                       {{"sustituye"},
+                                        {"ahora", true},
+                                        {"contrasena-de", true},
+                                        {"exporta", true},
+                                        {"importa", true},
+                                        {"agrega"},
+                                        {"cambia"}},
+                                       3);
     if (argumentos.PideAyuda()) {
       std::cout << kUso;
       return kTodoBien;

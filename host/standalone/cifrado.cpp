@@ -84,6 +84,9 @@ class ConexionCifrada final : public ConexionDeMotor {
   const Llave& LlaveParaCifrar();
   // Which key the cards of the database are sealed with; "" when there are none.
   std::string HuellaDeLaBase();
+  std::string HuellaDelTestigo();
+  // What the mark stands for; nothing, or with exige the error SinLlave, when it cannot be opened.
+  std::optional<std::string> Abierta(std::string_view marca, bool exige);
   [[noreturn]] static void SinLlave();
 
   std::shared_ptr<ConexionDeMotor> motor_;
@@ -93,6 +96,8 @@ class ConexionCifrada final : public ConexionDeMotor {
   std::vector<Llave> llaves_;
   Partida partida_;
   std::optional<Llave> deLaBase_;               // the one that its cards are sealed with
+  std::string testigo_;                         // reads one of them
+  com::Variant deQuien_;                        // and its key
   std::map<std::string, std::string> ocultas_;  // masked text, and the mark that it hides: the last one shown
 };
 
@@ -100,8 +105,8 @@ void ConexionCifrada::SinLlave() {
   throw com::Error(
       com::error::kBaseDatos,
       "En este equipo no está la llave con que se guardan las tarjetas (" + Llave::RutaUsual() +
-          "). Agregue ahí su renglón, del equipo donde se hizo o de donde lo guardó; mientras tanto se trabaja con las "
-          "reservaciones sin tarjeta");
+          "). Tráigala del equipo donde se hizo, o de donde la guardó: reservas-base clave HOTEL --importa "
+          "ARCHIVO. Mientras tanto se trabaja con las reservaciones sin tarjeta");
 }
 
 // What is not among the keys that were read may have come meanwhile.
@@ -117,21 +122,34 @@ const Llave* ConexionCifrada::BuscaLlave(const std::string& huella) {
   return busca();
 }
 
+std::string ConexionCifrada::HuellaDelTestigo() {
+  if (testigo_.empty()) return {};
+  const ado::RecordsetPtr rs = motor_->Consulta(testigo_, {deQuien_});
+  if (rs->Eof()) return {};
+  const std::string texto = com::TextoDe(rs->Fields(0).Value());
+  const std::string_view marca = BuscaMarca(texto);
+  return marca.empty() ? "" : HuellaDeMarca(marca);
+}
+
+// The card that was found first is asked again, since another program may have changed the key.
 std::string ConexionCifrada::HuellaDeLaBase() {
+  if (std::string huella = HuellaDelTestigo(); !huella.empty()) return huella;
   const std::string como = std::string(kInicioMarca) + "%";
-  for (const char* sentencia : {"SELECT TOP 1 Cl_Tarjeta_Numero FROM Cliente WHERE Cl_Tarjeta_Numero LIKE ?",
-                                "SELECT TOP 1 Rdt_Numero FROM Reservacion_Datos_Tarjeta WHERE Rdt_Numero LIKE ?"}) {
-    const ado::RecordsetPtr rs = motor_->Consulta(sentencia, {como});
+  for (const ColumnaDeTarjeta& c : ColumnasDeTarjeta()) {
+    const std::string lee = std::string(c.columna) + " FROM " + std::string(c.tabla) + " WHERE ", llave(c.llave);
+    const ado::RecordsetPtr rs =
+        motor_->Consulta("SELECT TOP 1 " + llave + ", " + lee + std::string(c.columna) + " LIKE ?", {como});
     if (rs->Eof()) continue;
-    const std::string texto = com::TextoDe(rs->Fields(0).Value());
-    if (const std::string_view marca = BuscaMarca(texto); !marca.empty()) return HuellaDeMarca(marca);
+    testigo_ = "SELECT " + lee + llave + " = ?";
+    deQuien_ = rs->Fields(0).Value();
+    if (std::string huella = HuellaDelTestigo(); !huella.empty()) return huella;
   }
   return {};
 }
 
 const Llave& ConexionCifrada::LlaveParaCifrar() {
-  if (deLaBase_) return *deLaBase_;
   const std::string huella = HuellaDeLaBase();
+  if (deLaBase_ && (huella.empty() || deLaBase_->Huella() == huella)) return *deLaBase_;
   const Llave* llave = BuscaLlave(huella);
   if (llave == nullptr && !huella.empty()) SinLlave();
   return deLaBase_.emplace(llave == nullptr ? Llave::Crea(Llave::RutaUsual()) : *llave);
@@ -140,10 +158,13 @@ const Llave& ConexionCifrada::LlaveParaCifrar() {
 std::string ConexionCifrada::Cifrado(const std::string& texto, Llave::Clase clase) {
   const std::string limpio = com::Recorta(texto);
   if (limpio.empty()) return texto;
-  if (const auto oculta = ocultas_.find(limpio); oculta != ocultas_.end()) return oculta->second;
-  if (EsOculto(limpio))
+  const auto oculta = ocultas_.find(limpio);
+  if (oculta == ocultas_.end() && EsOculto(limpio))
     throw com::Error(com::error::kArgumento, "Escriba completo el dato de la tarjeta: no se conoce el que se ocultó");
-  return LlaveParaCifrar().Sella(texto, clase);
+  const Llave& llave = LlaveParaCifrar();
+  if (oculta == ocultas_.end()) return llave.Sella(texto, clase);
+  if (HuellaDeMarca(oculta->second) == llave.Huella()) return oculta->second;
+  return llave.Sella(Abierta(oculta->second, true).value_or(""), clase);
 }
 
 std::string ConexionCifrada::Cifra(std::string_view sentencia, bool conPreguntas, Parametros& parametros) {
@@ -172,13 +193,18 @@ std::string ConexionCifrada::Cifra(std::string_view sentencia, bool conPreguntas
   return cifrada;
 }
 
+std::optional<std::string> ConexionCifrada::Abierta(std::string_view marca, bool exige) {
+  const Llave* llave = BuscaLlave(HuellaDeMarca(marca));
+  std::optional<std::string> claro = llave == nullptr ? std::nullopt : llave->Abre(marca);
+  if (!claro && exige) SinLlave();
+  return claro;
+}
+
 std::string ConexionCifrada::Abierto(const std::string& texto, bool exige) {
   std::string abierto, resto = texto;
   for (std::string_view marca = BuscaMarca(resto); !marca.empty(); marca = BuscaMarca(resto)) {
     const auto lugar = static_cast<std::size_t>(marca.data() - resto.data());
-    const Llave* llave = BuscaLlave(HuellaDeMarca(marca));
-    const std::optional<std::string> claro = llave == nullptr ? std::nullopt : llave->Abre(marca);
-    if (!claro && exige) SinLlave();
+    const std::optional<std::string> claro = Abierta(marca, exige);
     abierto += resto.substr(0, lugar);
     if (claro && (!veTarjetas_ || veTarjetas_())) {
       abierto += *claro;
@@ -254,21 +280,15 @@ void OlvidaCodigos(ConexionDeMotor& conexion, const std::string& folio, com::Fec
 }
 
 void SellaTarjetas(ConexionDeMotor& conexion) {
-  struct Guardadas {
-    std::string tabla, llave, numero, codigo;
-  };
   const std::string como = std::string(kInicioMarca) + "%";
-  for (const Guardadas& g :
-       {Guardadas{"Cliente", "Cl_Cve_Cliente", "Cl_Tarjeta_Numero", "Cl_Tarjeta_Codigo_Seguridad"},
-        Guardadas{"Reservacion_Datos_Tarjeta", "Rs_Folio", "Rdt_Numero", "Rdt_Codigo_Seguridad"}}) {
-    for (const std::string& columna : {g.numero, g.codigo}) {
-      const ado::RecordsetPtr rs = conexion.Consulta("SELECT " + g.llave + ", " + columna + " FROM " + g.tabla +
-                                                         " WHERE " + columna + " <> '' AND " + columna + " NOT LIKE ?",
-                                                     {como});
-      for (; !rs->Eof(); rs->MoveNext()) {
-        conexion.Consulta("UPDATE " + g.tabla + " SET " + columna + " = ? WHERE " + g.llave + " = ?",
-                          {rs->Fields(1).Value(), rs->Fields(0).Value()});
-      }
+  for (const ColumnaDeTarjeta& c : ColumnasDeTarjeta()) {
+    const std::string tabla(c.tabla), columna(c.columna), llave(c.llave);
+    const ado::RecordsetPtr rs = conexion.Consulta("SELECT " + llave + ", " + columna + " FROM " + tabla + " WHERE " +
+                                                       columna + " <> '' AND " + columna + " NOT LIKE ?",
+                                                   {como});
+    for (; !rs->Eof(); rs->MoveNext()) {
+      conexion.Consulta("UPDATE " + tabla + " SET " + columna + " = ? WHERE " + llave + " = ?",
+                        {rs->Fields(1).Value(), rs->Fields(0).Value()});
     }
   }
 }

@@ -2,14 +2,17 @@
 
 #include <fcntl.h>
 #include <sodium.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <QStandardPaths>
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <istream>
 
 #include "platform/com/error.h"
 #include "platform/com/texto.h"
@@ -46,6 +49,43 @@ std::string Hex(const unsigned char* bytes, std::size_t cuantos) {
   throw com::Error(com::error::kSoloLectura, "La llave de las tarjetas (" + ruta + ") " + motivo);
 }
 
+[[noreturn]] void RechazaCopia(const std::string& ruta, const std::string& motivo) {
+  throw com::Error(com::error::kArgumento, ruta + ": " + motivo);
+}
+
+bool Vuelca(int archivo, const std::string& texto) {
+  return write(archivo, texto.data(), texto.size()) == static_cast<ssize_t>(texto.size()) && fsync(archivo) == 0;
+}
+
+// While it lives no other program writes a key file of the folder; where folders cannot be locked, at least the file
+// stays whole.
+class TurnoDeCarpeta {
+ public:
+  explicit TurnoDeCarpeta(const std::filesystem::path& carpeta)
+      : carpeta_(open(carpeta.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+    if (carpeta_ >= 0) flock(carpeta_, LOCK_EX);
+  }
+  ~TurnoDeCarpeta() {
+    if (carpeta_ < 0) return;
+    fsync(carpeta_);
+    close(carpeta_);
+  }
+  TurnoDeCarpeta(const TurnoDeCarpeta&) = delete;
+  TurnoDeCarpeta& operator=(const TurnoDeCarpeta&) = delete;
+
+ private:
+  int carpeta_;
+};
+
+// The file itself where the name is a link to it; its folder is made.
+std::filesystem::path ConCarpeta(const std::string& ruta) {
+  std::error_code ec;
+  const std::filesystem::path real = std::filesystem::canonical(ruta, ec), aqui = std::filesystem::absolute(ruta);
+  if (!ec) return real;
+  std::filesystem::create_directories(aqui.parent_path(), ec);
+  return aqui;
+}
+
 }  // namespace
 
 Llave::Llave(const std::array<unsigned char, kBytesLlave>& bytes) : bytes_(bytes) {
@@ -78,37 +118,80 @@ std::vector<Llave> Llave::Lee(const std::string& ruta) {
   struct stat datos {};
   if (stat(ruta.c_str(), &datos) != 0 || (datos.st_mode & (S_IRWXG | S_IRWXO)) != 0)
     Rechaza(ruta, "la pueden leer otros usuarios del equipo: déjela solo para el suyo (chmod 600)");
+  std::optional<std::vector<Llave>> llaves = DeTexto(archivo);
+  if (!llaves) Rechaza(ruta, "está dañada: ponga en su lugar la copia que guardó");
+  return *std::move(llaves);
+}
+
+std::optional<std::vector<Llave>> Llave::DeTexto(std::istream& texto) {
   std::vector<Llave> llaves;
-  for (std::string linea; std::getline(archivo, linea);) {
+  for (std::string linea; std::getline(texto, linea);) {
     const std::string hex = com::Recorta(linea);
     if (hex.empty()) continue;
     std::array<unsigned char, kBytesLlave> bytes{};
     std::size_t cuantos = 0;
     if (sodium_hex2bin(bytes.data(), bytes.size(), hex.data(), hex.size(), nullptr, &cuantos, nullptr) != 0 ||
         cuantos != bytes.size() || hex.size() != 2 * kBytesLlave)
-      Rechaza(ruta, "está dañada: ponga en su lugar la copia que guardó");
+      return std::nullopt;
     llaves.push_back(Llave(bytes));
   }
   return llaves;
 }
 
+std::string Llave::Texto(const std::vector<Llave>& llaves) {
+  std::string texto;
+  for (const Llave& llave : llaves) texto += Hex(llave.bytes_.data(), llave.bytes_.size()) + "\n";
+  return texto;
+}
+
 // The file appears under its name only when it is whole.
-Llave Llave::Crea(const std::string& ruta) {
-  const Llave llave = Nueva();
-  std::error_code ec;
-  std::filesystem::create_directories(std::filesystem::path(ruta).parent_path(), ec);
+bool Llave::Pone(const std::string& ruta, const std::vector<Llave>& llaves, bool encima) {
   std::string nueva = ruta + ".XXXXXX";
   const int archivo = mkostemp(nueva.data(), O_CLOEXEC);
-  if (archivo < 0) Rechaza(ruta, "no se puede escribir");
-  const std::string texto = Hex(llave.bytes_.data(), llave.bytes_.size()) + "\n";
-  const bool escrita =
-      write(archivo, texto.data(), texto.size()) == static_cast<ssize_t>(texto.size()) && fsync(archivo) == 0;
+  if (archivo < 0) return false;
+  const bool escrita = Vuelca(archivo, Texto(llaves));
   close(archivo);
-  const bool puesta = escrita && link(nueva.c_str(), ruta.c_str()) == 0;
+  const bool puesta =
+      escrita && (encima ? rename(nueva.c_str(), ruta.c_str()) : link(nueva.c_str(), ruta.c_str())) == 0;
   unlink(nueva.c_str());
-  if (puesta) return llave;
+  return puesta;
+}
+
+Llave Llave::Crea(const std::string& ruta) {
+  const std::filesystem::path real = ConCarpeta(ruta);
+  const TurnoDeCarpeta turno(real.parent_path());
+  const Llave llave = Nueva();
+  if (Pone(real, {llave}, false)) return llave;
   if (const std::vector<Llave> otras = Lee(ruta); !otras.empty()) return otras.front();
   Rechaza(ruta, "no se puede escribir");
+}
+
+void Llave::Agrega(const std::string& ruta, const std::vector<Llave>& nuevas) {
+  const std::filesystem::path real = ConCarpeta(ruta);
+  const TurnoDeCarpeta turno(real.parent_path());
+  std::vector<Llave> todas = nuevas;
+  std::ranges::copy_if(Lee(ruta), std::back_inserter(todas),
+                       [&](const Llave& llave) { return std::ranges::find(nuevas, llave) == nuevas.end(); });
+  if (!Pone(real, todas, std::filesystem::exists(real))) Rechaza(ruta, "no se puede escribir");
+}
+
+void Llave::Copia(const std::string& ruta, const std::vector<Llave>& llaves) {
+  // Made in its place: where such copies go, links may not exist.
+  const int archivo = open(ruta.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
+  if (archivo < 0) RechazaCopia(ruta, errno == EEXIST ? "ya existe: dé otro nombre" : "no se puede escribir");
+  const bool escrita = Vuelca(archivo, Texto(llaves));
+  if (close(archivo) == 0 && escrita) return;
+  unlink(ruta.c_str());
+  RechazaCopia(ruta, "no se puede escribir");
+}
+
+std::vector<Llave> Llave::LeeCopia(const std::string& ruta) {
+  Prepara();
+  std::ifstream archivo(ruta, std::ios::binary);
+  if (!archivo) RechazaCopia(ruta, "no se puede leer");
+  const std::optional<std::vector<Llave>> llaves = DeTexto(archivo);
+  if (!llaves || llaves->empty()) RechazaCopia(ruta, "no es una copia de llaves de tarjetas");
+  return *llaves;
 }
 
 std::string Llave::Sella(std::string_view texto, Clase clase) const {

@@ -1,8 +1,10 @@
 // The keys that card data are sealed with: in a file of their user, a line each, never in a database. A user who works
-// with several hotels may need several.
+// with several hotels may need several, and copies of a hotel older than its key need the one before. The first is used
+// for a hotel that has no sealed card yet.
 #pragma once
 
 #include <array>
+#include <iosfwd>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -23,6 +25,14 @@ class Llave {
   static std::vector<Llave> Lee(const std::string& ruta);
   // Makes the file with a new key, for its owner alone; of two programs that meet here both have the first one's.
   static Llave Crea(const std::string& ruta);
+  // Puts the keys before those of the file, which is made when it is missing and is at every moment the old one or the
+  // new one. Errors of Lee.
+  static void Agrega(const std::string& ruta, const std::vector<Llave>& nuevas);
+  // Writes the keys to a new file, for its owner alone. com::Error kArgumento when there is something of that name or
+  // it cannot be written; then no file is left.
+  static void Copia(const std::string& ruta, const std::vector<Llave>& llaves);
+  // The keys of such a copy, whoever may read it. com::Error kArgumento when it cannot be read or holds something else.
+  static std::vector<Llave> LeeCopia(const std::string& ruta);
   // Variable RESERVAS_LLAVE, or "~/.config/reservas/tarjetas.llave" with the user's folder in full.
   static std::string RutaUsual();
 
@@ -32,9 +42,15 @@ class Llave {
   std::string Sella(std::string_view texto, Clase clase) const;
   // Nothing for a mark of another key, or one that was tampered with.
   std::optional<std::string> Abre(std::string_view marca) const;
+  bool operator==(const Llave&) const = default;
 
  private:
   explicit Llave(const std::array<unsigned char, kBytesLlave>& bytes);
+  // The keys of a file's text; nothing when it is none.
+  static std::optional<std::vector<Llave>> DeTexto(std::istream& texto);
+  static std::string Texto(const std::vector<Llave>& llaves);
+  // Whether the file is whole under its name; with encima in the place of what is there.
+  static bool Pone(const std::string& ruta, const std::vector<Llave>& llaves, bool encima);
 
   std::array<unsigned char, kBytesLlave> bytes_;
   std::string huella_;

@@ -14,11 +14,11 @@ namespace autonomo {
 
 namespace {
 
-constexpr std::pair<std::string_view, Llave::Clase> kColumnas[] = {
-    {"Rdt_Numero", Llave::Clase::Numero},
-    {"Cl_Tarjeta_Numero", Llave::Clase::Numero},
-    {"Rdt_Codigo_Seguridad", Llave::Clase::Codigo},
-    {"Cl_Tarjeta_Codigo_Seguridad", Llave::Clase::Codigo},
+constexpr ColumnaDeTarjeta kColumnas[] = {
+    {"Cliente", "Cl_Cve_Cliente", "Cl_Tarjeta_Numero", Llave::Clase::Numero},
+    {"Reservacion_Datos_Tarjeta", "Rs_Folio", "Rdt_Numero", Llave::Clase::Numero},
+    {"Cliente", "Cl_Cve_Cliente", "Cl_Tarjeta_Codigo_Seguridad", Llave::Clase::Codigo},
+    {"Reservacion_Datos_Tarjeta", "Rs_Folio", "Rdt_Codigo_Seguridad", Llave::Clase::Codigo},
 };
 
 // A word, a sign, or a value; names lose their quotes and the table before them.
@@ -123,10 +123,12 @@ std::vector<Asignacion> DeInsert(Fichas resto) {
 
 }  // namespace
 
+std::span<const ColumnaDeTarjeta> ColumnasDeTarjeta() { return kColumnas; }
+
 std::optional<Llave::Clase> ClaseDeColumna(std::string_view columna) {
   const auto* conocida =
-      std::ranges::find_if(kColumnas, [&](const auto& c) { return com::IgualSinCaja(c.first, columna); });
-  return conocida == std::end(kColumnas) ? std::nullopt : std::optional(conocida->second);
+      std::ranges::find_if(kColumnas, [&](const auto& c) { return com::IgualSinCaja(c.columna, columna); });
+  return conocida == std::end(kColumnas) ? std::nullopt : std::optional(conocida->clase);
 }
 
 std::vector<ValorDeTarjeta> ValoresDeTarjeta(std::string_view sentencia, const Partida& partida) {

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -10,6 +11,13 @@
 #include "host/standalone/plantillas.h"
 
 namespace autonomo {
+
+// The columns that hold numbers and codes, numbers first.
+struct ColumnaDeTarjeta {
+  std::string_view tabla, llave, columna;  // llave: its table's key
+  Llave::Clase clase;
+};
+std::span<const ColumnaDeTarjeta> ColumnasDeTarjeta();
 
 // What a column holds of a card; nothing for other columns. Case-blind.
 std::optional<Llave::Clase> ClaseDeColumna(std::string_view columna);

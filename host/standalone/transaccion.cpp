@@ -2,7 +2,7 @@
 
 namespace autonomo {
 
-Transaccion::Transaccion(Conexion& conexion) : conexion_(conexion), propia_(!conexion.EnTransaccion()) {
+Transaccion::Transaccion(ConexionDeMotor& conexion) : conexion_(conexion), propia_(!conexion.EnTransaccion()) {
   if (propia_) conexion_.BeginTrans();
 }
 

@@ -11,7 +11,7 @@ namespace autonomo {
 // Concluye ran.
 class Transaccion {
  public:
-  explicit Transaccion(Conexion& conexion);
+  explicit Transaccion(ConexionDeMotor& conexion);
   ~Transaccion();
   Transaccion(const Transaccion&) = delete;
   Transaccion& operator=(const Transaccion&) = delete;
@@ -19,7 +19,7 @@ class Transaccion {
   void Concluye();
 
  private:
-  Conexion& conexion_;
+  ConexionDeMotor& conexion_;
   bool propia_;
 };
 
