@@ -7,6 +7,7 @@
 #include <iterator>
 
 #include "host/standalone/anfitrion.h"
+#include "host/standalone/cambio_llave.h"
 #include "tests/comun/error_de.h"
 
 namespace autonomo {
@@ -83,6 +84,17 @@ TEST_F(Tarjetas, QuienNoTieneElPermisoVeLasUltimasCuatroYNoLasPierde) {
   base().Execute("UPDATE Cliente SET Cl_Tarjeta_Numero = '************5678 ', Cl_Tarjeta_Codigo_Seguridad = '***'");
   EXPECT_EQ(pruebas::TextoDeError([&] { base().Execute("UPDATE Cliente SET Cl_Tarjeta_Numero = '************9999'"); }),
             "Escriba completo el dato de la tarjeta: no se conoce el que se ocultó");
+  // Also when the key is changed while it is masked.
+  const std::string ruta = (carpeta / "llave").string();
+  const Llave nueva = Llave::Nueva();
+  const auto antes = Llave::Lee(ruta);
+  Llave::Agrega(ruta, {nueva});
+  OpcionesConexion hotel;
+  hotel.ruta = (carpeta / "hotel.db").string();
+  const auto motor = AbreMotor(hotel, host->reloj());
+  EXPECT_EQ(CambiaLlave(*motor, antes, nueva), 2);
+  base().Execute("UPDATE Cliente SET Cl_Tarjeta_Numero = '************5678 ', Cl_Tarjeta_Codigo_Seguridad = '***'");
+  EXPECT_EQ(CuentaSellos(*motor, {nueva}).porLlave[nueva.Huella()], 2);
   Abre("ANA");
   EXPECT_EQ(Lee("Cl_Tarjeta_Numero"), "4000123412345678 ");
   EXPECT_EQ(Lee("Cl_Tarjeta_Codigo_Seguridad"), "739");
