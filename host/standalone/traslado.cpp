@@ -111,8 +111,8 @@ struct Suma {
 std::vector<const esquema::Tabla*> EnOrden() {
   std::vector<const esquema::Tabla*> tablas;
   for (const auto& t : esquema::Tablas()) tablas.push_back(&t);
-  std::ranges::stable_partition(
-      tablas, [](const auto* t) { return t->nombre != "Parametro" && t->nombre != "Reservacion_Version"; });
+  std::stable_partition(tablas.begin(), tablas.end(),
+                        [](const auto* t) { return t->nombre != "Parametro" && t->nombre != "Reservacion_Version"; });
   return tablas;
 }
 

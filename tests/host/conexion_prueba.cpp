@@ -289,7 +289,7 @@ TEST_P(ConexionPrueba, LosErroresDicenQuePasoYLlevanLaSentencia) {
        }) {
     c->Execute("DELETE FROM Moneda");
     c->Execute("INSERT INTO Moneda (Mn_Cve_Moneda) VALUES ('USD')");
-    const auto e = ErrorDe([&] { c->Execute(sentencia); });
+    const auto e = ErrorDe([&, sentencia = sentencia] { c->Execute(sentencia); });
     EXPECT_EQ(e.Numero(), numero) << sentencia;
     EXPECT_EQ(e.Descripcion(), descripcion);
     EXPECT_EQ(e.Sentencia(), sentencia);

@@ -158,7 +158,6 @@ TEST_F(ChoquesDePostgres, NingunAislamientoVendeDosVeces) {
 TEST_F(ChoquesDePostgres, DosQueSeEsperanTerminanLosDos) {
   constexpr int kRondas = 5;
   std::barrier juntos(2);
-  std::atomic<int> fallas{0};
   const auto programa = [&](int yo) {
     const auto mia = Abre();
     for (int ronda = 0; ronda < kRondas; ++ronda) {

@@ -64,7 +64,8 @@ TEST_P(SobreventaPrueba, SoloChocanLasNochesComunes) {
                                    ? ""
                                    : "La habitación " + std::string(cuarto) + " ya está reservada la noche del " +
                                          noche + " por la reservación 0000000012";
-    EXPECT_EQ(Rechazo([&] { Linea("0000000020", cuarto, inicio, fin); }), espera) << inicio << " " << fin;
+    const auto linea = [&, cuarto = cuarto, inicio = inicio, fin = fin] { Linea("0000000020", cuarto, inicio, fin); };
+    EXPECT_EQ(Rechazo(linea), espera) << inicio << " " << fin;
     if (!espera.empty()) {
       EXPECT_EQ(Lineas(), antes);
     }

@@ -44,7 +44,8 @@ TEST(Objetos, VivenMientrasHayaReferencias) {
     EXPECT_FALSE(a);
     EXPECT_EQ(raiz.Como<Saludo>(), b);
     EXPECT_FALSE(raiz.Como<com::Despacho>());
-    b = b;
+    const auto& misma = b;
+    b = misma;
     b = nullptr;
     EXPECT_EQ(SaludoImpl::vivos, 1);
     com::Variant v(raiz), w = v;

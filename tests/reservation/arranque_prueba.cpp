@@ -69,7 +69,7 @@ TEST_F(Arranque, LoadsAnewAsDesignedAfterBeingClosedInMidEdit) {
 }
 
 TEST_F(Arranque, TransactionCodeComesFromTheOwner) {
-  EXPECT_THROW(pantalla.Transaccion(), com::Error);
+  EXPECT_THROW(static_cast<void>(pantalla.Transaccion()), com::Error);
   pantalla.Padre = host.Padre();
   EXPECT_EQ(pantalla.Transaccion(), "KV207");
 }

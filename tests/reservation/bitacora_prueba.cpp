@@ -44,7 +44,7 @@ TEST(TextoCambioEncabezado, NullIsNoChangeOfAValueButFailsInADate) {
   EXPECT_EQ(TextoCambioEncabezado(Encabezado(), despues), "");
   EXPECT_EQ(TextoCambioEncabezado(despues, Encabezado()), "");
   despues.llegada = Variant::Null();
-  EXPECT_THROW(TextoCambioEncabezado(Encabezado(), despues), com::Error);
+  EXPECT_THROW(static_cast<void>(TextoCambioEncabezado(Encabezado(), despues)), com::Error);
 }
 
 TEST(TextoCambioDetalle, ListsEveryWatchedColumnOfARoom) {
@@ -89,7 +89,7 @@ TEST(TextoCambioDetalle, ComparesEveryLineOfARoomWithTheFirstOneAfterwards) {
 TEST(TextoCambioDetalle, NullOfAMatchedRoomFailsOfAnotherOneDoesNot) {
   ImagenRenglon nula = Renglon("0101");
   nula.precio = Variant::Null();
-  EXPECT_THROW(TextoCambioDetalle({nula}, {Renglon("0101")}), com::Error);
+  EXPECT_THROW(static_cast<void>(TextoCambioDetalle({nula}, {Renglon("0101")})), com::Error);
   EXPECT_NE(TextoCambioDetalle({nula}, {Renglon("0102")}), "");
   ImagenRenglon sinFecha = Renglon("0101");
   sinFecha.inicio = Variant::Null();
