@@ -64,6 +64,18 @@ std::string MensajeDe(const CorreoTomado& correo, const ServidorCorreo& servidor
   return ArmaMensaje(m);
 }
 
+// One try with a mail that was taken. Whatever keeps it from beginning is told as its end: a taken mail that nothing is
+// written down of is one that nobody sends again.
+ResultadoEnvio Intenta(const CorreoTomado& correo, const ServidorCorreo& servidor) {
+  std::string mensaje;
+  try {
+    mensaje = MensajeDe(correo, servidor);
+  } catch (const std::exception& e) {
+    return {Desenlace::Luego, std::string("No se pudo armar el correo: ") + e.what()};
+  }
+  return EntregaCorreo(servidor, correo.para, mensaje);
+}
+
 }  // namespace
 
 Ronda Reparte(Conexion& conexion, const Reloj& reloj, const ServidorCorreo& servidor,
@@ -80,7 +92,7 @@ Ronda Reparte(Conexion& conexion, const Reloj& reloj, const ServidorCorreo& serv
     const std::string quien = MarcaDeIntento();
     const std::optional<CorreoTomado> correo = Toma(conexion, id, quien, reloj.Ahora());
     if (!correo) continue;
-    const ResultadoEnvio resultado = EntregaCorreo(servidor, correo->para, MensajeDe(*correo, servidor));
+    const ResultadoEnvio resultado = Intenta(*correo, servidor);
     Insiste([&] { Anota(conexion, *correo, quien, resultado, reloj.Ahora()); });
     switch (resultado.desenlace) {
       case Desenlace::Enviado:

@@ -117,16 +117,8 @@ std::string Direccion(const ServidorCorreo& s) {
   return texto;
 }
 
-}  // namespace
-
-ResultadoEnvio EntregaCorreo(const ServidorCorreo& s, const std::string& para, const std::string& mensaje) {
-  static const CURLcode biblioteca = curl_global_init(CURL_GLOBAL_DEFAULT);
-  Exige(biblioteca);
-  const std::unique_ptr<CURL, Cierra> dueno(curl_easy_init());
-  CURL* c = dueno.get();
-  if (c == nullptr) Exige(CURLE_OUT_OF_MEMORY);
-  const std::unique_ptr<curl_slist, Cierra> destinos(curl_slist_append(nullptr, ("<" + para + ">").c_str()));
-  Charla charla{mensaje, {}};
+void Prepara(CURL* c, const ServidorCorreo& s, curl_slist* destinos, Charla& charla) {
+  if (c == nullptr || destinos == nullptr) Exige(CURLE_OUT_OF_MEMORY);
   const bool cifra = s.cifrado != ServidorCorreo::Cifrado::Ninguno;
   const long exigido = s.cifrado == ServidorCorreo::Cifrado::SiSePuede ? CURLUSESSL_TRY : CURLUSESSL_ALL;
   Exige(curl_easy_setopt(c, CURLOPT_URL, Direccion(s).c_str()));
@@ -143,16 +135,31 @@ ResultadoEnvio EntregaCorreo(const ServidorCorreo& s, const std::string& para, c
     Exige(curl_easy_setopt(c, CURLOPT_USERNAME, s.usuario.c_str()));
     Exige(curl_easy_setopt(c, CURLOPT_PASSWORD, s.contrasena.c_str()));
   }
-  curl_easy_setopt(c, CURLOPT_MAIL_FROM, ("<" + s.remitente + ">").c_str());
-  curl_easy_setopt(c, CURLOPT_MAIL_RCPT, destinos.get());
+  Exige(curl_easy_setopt(c, CURLOPT_MAIL_FROM, ("<" + s.remitente + ">").c_str()));
+  Exige(curl_easy_setopt(c, CURLOPT_MAIL_RCPT, destinos));
   curl_easy_setopt(c, CURLOPT_UPLOAD, 1L);
-  curl_easy_setopt(c, CURLOPT_INFILESIZE_LARGE, static_cast<curl_off_t>(mensaje.size()));
+  curl_easy_setopt(c, CURLOPT_INFILESIZE_LARGE, static_cast<curl_off_t>(charla.resta.size()));
   curl_easy_setopt(c, CURLOPT_READFUNCTION, DaMensaje);
   curl_easy_setopt(c, CURLOPT_READDATA, &charla);
   curl_easy_setopt(c, CURLOPT_HEADERFUNCTION, OyeRespuesta);
   curl_easy_setopt(c, CURLOPT_HEADERDATA, &charla);
-  const CURLcode codigo = curl_easy_perform(c);
-  return Resultado(c, codigo, charla, s);
+}
+
+}  // namespace
+
+ResultadoEnvio EntregaCorreo(const ServidorCorreo& s, const std::string& para, const std::string& mensaje) {
+  static const CURLcode biblioteca = curl_global_init(CURL_GLOBAL_DEFAULT);
+  Charla charla;
+  charla.resta = mensaje;
+  const std::unique_ptr<curl_slist, Cierra> destinos(curl_slist_append(nullptr, ("<" + para + ">").c_str()));
+  const std::unique_ptr<CURL, Cierra> c(biblioteca == CURLE_OK ? curl_easy_init() : nullptr);
+  try {
+    Prepara(c.get(), s, destinos.get(), charla);
+  } catch (const com::Error& e) {
+    return {Desenlace::SinServidor, e.Descripcion()};
+  }
+  const CURLcode codigo = curl_easy_perform(c.get());
+  return Resultado(c.get(), codigo, charla, s);
 }
 
 }  // namespace autonomo

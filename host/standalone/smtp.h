@@ -23,7 +23,8 @@ struct ServidorCorreo {
   std::string remitente, nombre;    // address and name that mails come from
 };
 
-// A try takes two minutes at most. Any thread. mensaje: as ArmaMensaje gives it.
+// A try takes two minutes at most. Any thread. mensaje: as ArmaMensaje gives it. What cannot even be tried, as with a
+// server whose name is none, is SinServidor too, not an error.
 ResultadoEnvio EntregaCorreo(const ServidorCorreo& servidor, const std::string& para, const std::string& mensaje);
 
 }  // namespace autonomo

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "host/standalone/cartero.h"
 #include "host/standalone/impresion.h"
 #include "tests/servicios/hotel_prueba.h"
 
@@ -85,6 +86,19 @@ TEST_F(Documentos, CorreoSeVaConLaTransaccion) {
   ASSERT_TRUE(Envia(folio));
   base().RollbackTrans();
   EXPECT_TRUE(host.Correos().empty());
+}
+
+TEST_F(Documentos, ElCorreoQueNiSePuedeIntentarSigueEnEspera) {
+  host.Plantilla("PL16", "x", "y");
+  ASSERT_TRUE(Envia(folio) && Envia(folio)) << utilerias->ErrorCorreo();
+  ServidorCorreo servidor;
+  servidor.servidor = "smtp.hotel.mx:587";
+  servidor.remitente = "reservas@hotel.mx";
+  const Ronda ronda = Reparte(base(), host.reloj(), servidor, [] { return true; });
+  EXPECT_EQ(ronda.pendientes, 2);
+  for (const Correo& c : host.Correos()) EXPECT_EQ(c.estado, "PENDIENTE");
+  EXPECT_EQ(Celda("SELECT Cs_Error FROM Correo_Salida"),
+            com::Variant("El servidor de correo «smtp.hotel.mx:587» no es un nombre"));
 }
 
 TEST_F(Documentos, CorreoQueNoSePuedeEnviar) {
