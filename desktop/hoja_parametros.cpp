@@ -58,7 +58,8 @@ Entrada EntradaDe(const DefinicionParametro& definicion, const std::string& valo
     case TipoParametro::Color:
       return EntradaColor(Q(valor), padre);
     default:
-      return EntradaTexto(Q(valor), {}, definicion.tipo == TipoParametro::Numero, padre);
+      return EntradaTexto(Q(valor), {},
+                          definicion.tipo == TipoParametro::Numero || definicion.tipo == TipoParametro::Puerto, padre);
   }
 }
 

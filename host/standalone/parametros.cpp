@@ -1,8 +1,11 @@
 #include "host/standalone/parametros.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
 
 #include "host/standalone/correo.h"
+#include "host/standalone/red.h"
 #include "host/standalone/transaccion.h"
 #include "platform/com/error.h"
 #include "platform/com/variant.h"
@@ -47,8 +50,8 @@ const std::vector<DefinicionParametro>& Parametros() {
       {parametro::kPlantillaConfirmada, Texto, "Plantilla del correo de una reservación confirmada"},
       {parametro::kConsultaConfirmada, Texto,
        "Consulta de ese correo"},
-      {parametro::kCorreoServidor, Texto, "Servidor al que se entregan los correos (SMTP); vacío, no sale ninguno"},
-      {parametro::kCorreoPuerto, Numero, "Puerto de ese servidor; 0, el de costumbre: 587, 465 con TLS, 25 sin cifrar"},
+      {parametro::kCorreoServidor, Equipo, "Servidor al que se entregan los correos (SMTP), sin el puerto; vacío, no sale ninguno"},
+      {parametro::kCorreoPuerto, Puerto, "Puerto de ese servidor; 0, el de costumbre: 587, 465 con TLS, 25 sin cifrar"},
       {parametro::kCorreoSeguridad, Seguridad, "Cifrado: TLS, STARTTLS o NINGUNA; vacío, STARTTLS fuera de este equipo"},
       {parametro::kCorreoCertificados, Texto, "Archivo con los certificados en que se confía; vacío, los del sistema"},
       {parametro::kCorreoUsuario, Texto, "Usuario con que se entra a ese servidor; la contraseña no se guarda en la base"},
@@ -85,6 +88,15 @@ std::string MotivoIlegible(const DefinicionParametro& definicion, const std::str
       case Correo:
         lleva = "una dirección de correo";
         if (!vacio && !DireccionValida(com::Recorta(valor))) throw com::Error(com::error::kTipos, valor);
+        break;
+      case Equipo:
+        lleva = "el nombre o la dirección de un equipo, sin puerto,";
+        if (!vacio && !EsNombreDeEquipo(com::Recorta(valor))) throw com::Error(com::error::kTipos, valor);
+        break;
+      case Puerto:
+        lleva = "un puerto de 0 a 65535";
+        if (const auto puerto = com::CLng(valor); puerto < 0 || puerto > std::numeric_limits<std::uint16_t>::max())
+          throw com::Error(com::error::kTipos, valor);
         break;
       case Seguridad:
         lleva = "TLS, STARTTLS o NINGUNA";

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "host/standalone/postgres.h"
+#include "host/standalone/red.h"
 #include "platform/com/texto.h"
 
 namespace autonomo {
@@ -51,8 +52,7 @@ std::map<std::string, std::string> LeeDireccion(const std::string& direccion) {
 }
 
 bool EsDeAqui(const std::string& servidor) {
-  return servidor.empty() || servidor.starts_with('/') || servidor.starts_with('@') || servidor == "localhost" ||
-         servidor == "127.0.0.1" || servidor == "::1";
+  return servidor.empty() || servidor.starts_with('/') || servidor.starts_with('@') || EsDeEsteEquipo(servidor);
 }
 
 // Whether this machine holds certificates of authorities for servers.

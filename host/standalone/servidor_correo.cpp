@@ -9,6 +9,7 @@
 #include <cstdlib>
 
 #include "host/standalone/parametros.h"
+#include "host/standalone/red.h"
 #include "platform/com/error.h"
 #include "platform/com/texto.h"
 #include "platform/com/variant.h"
@@ -54,11 +55,6 @@ int PuertoUsual(Cifrado cifrado) {
 
 }  // namespace
 
-bool EsDeEsteEquipo(const std::string& servidor) {
-  return com::IgualSinCaja(servidor, "localhost") || servidor == "::1" ||
-         (servidor.starts_with("127.") && servidor.find_first_not_of("0123456789.") == std::string::npos);
-}
-
 std::string RutaContrasena() {
   return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation).toStdString() + "/reservas/correo";
 }
@@ -82,7 +78,7 @@ std::optional<ServidorCorreo> LeeServidor(Conexion& conexion, const std::string&
   if (s.servidor.empty()) return std::nullopt;
   const bool local = EsDeEsteEquipo(s.servidor);
   s.cifrado = CifradoDe(valor(anfitrion::parametro::kCorreoSeguridad.clave), local);
-  s.puerto = com::CInt(valor(anfitrion::parametro::kCorreoPuerto.clave));
+  s.puerto = com::CLng(valor(anfitrion::parametro::kCorreoPuerto.clave));
   if (s.puerto <= 0) s.puerto = PuertoUsual(s.cifrado);
   s.certificados = valor(anfitrion::parametro::kCorreoCertificados.clave);
   s.verifica = !local || !s.certificados.empty();

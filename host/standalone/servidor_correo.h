@@ -9,9 +9,6 @@
 
 namespace autonomo {
 
-// Whether the server is this machine by its name or address ("localhost", "127.0.0.1", "::1").
-bool EsDeEsteEquipo(const std::string& servidor);
-
 // The password of the mail server: the first line of the file, the variable RESERVAS_CORREO_CONTRASENA, or the first
 // line of the user's own file (RutaContrasena). "" when there is none of them. com::Error kSoloLectura for a file that
 // cannot be read, or that others than its owner may read.

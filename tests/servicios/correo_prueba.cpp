@@ -5,6 +5,8 @@
 
 #include "host/standalone/cartero.h"
 #include "host/standalone/impresion.h"
+#include "host/standalone/parametros.h"
+#include "host/standalone/red.h"
 #include "tests/servicios/hotel_prueba.h"
 
 namespace autonomo {
@@ -99,6 +101,20 @@ TEST_F(Documentos, ElCorreoQueNiSePuedeIntentarSigueEnEspera) {
   for (const Correo& c : host.Correos()) EXPECT_EQ(c.estado, "PENDIENTE");
   EXPECT_EQ(Celda("SELECT Cs_Error FROM Correo_Salida"),
             com::Variant("El servidor de correo «smtp.hotel.mx:587» no es un nombre"));
+}
+
+TEST_F(Documentos, ServidorDeCorreoQueNoPuedeSer) {
+  for (const char* mala : {"smtp.hotel.mx:587", "smtp://hotel.mx", "a b", "u@hotel.mx", "[::1]", ".mx", "hotel..mx"})
+    EXPECT_THROW(GuardaParametro(base(), "CORREO_SERVIDOR", mala), com::Error) << mala;
+  for (const char* buena : {"", "smtp.hotel.mx", " smtp-1.hotel_mx. ", "10.0.0.2", "fe80::1", "correo.peñón.mx"})
+    EXPECT_NO_THROW(GuardaParametro(base(), "CORREO_SERVIDOR", buena)) << buena;
+  for (const char* mala : {"-1", "65536", "587 y 25"})
+    EXPECT_THROW(GuardaParametro(base(), "CORREO_PUERTO", mala), com::Error) << mala;
+  EXPECT_NO_THROW(GuardaParametro(base(), "CORREO_PUERTO", "65535"));
+  for (const char* propia : {"localhost", "LocalHost", "127.0.0.1", "::1", "0:0:0:0:0:0:0:1"})
+    EXPECT_TRUE(EsDeEsteEquipo(propia)) << propia;
+  for (const char* ajena : {"", "hotel.mx", "127.hotel.mx", "126.0.0.1", "127.0.0.2", "127.0.0.1.9", "::2"})
+    EXPECT_FALSE(EsDeEsteEquipo(ajena)) << ajena;
 }
 
 TEST_F(Documentos, CorreoQueNoSePuedeEnviar) {
