@@ -6,6 +6,7 @@
 #include <cstring>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 #include "platform/com/error.h"
 
@@ -21,11 +22,31 @@ struct Cierra {
   void operator()(curl_slist* l) const { curl_slist_free_all(l); }
 };
 
+// How far a try came.
+enum class Paso {
+  Saludo,     // greeting, encryption and login
+  Remitente,  // "MAIL"
+  Buzon,      // "RCPT" and "DATA": from here on the server speaks of this mail
+  Despedida   // "QUIT": what is answered to it tells nothing
+};
+
 // What goes out, and what the server says.
 struct Charla {
   std::string_view resta;  // of the message
-  std::string respuesta;   // last line of the server
+  Paso paso = Paso::Saludo;
+  std::string respuesta;      // last line of the server
+  Paso decia = Paso::Saludo;  // the step that it answered
 };
+
+int OyeOrden(CURL* /*c*/, curl_infotype tipo, char* linea, std::size_t cuantos, void* charla) {
+  constexpr std::pair<std::string_view, Paso> kOrdenes[] = {
+      {"MAIL ", Paso::Remitente}, {"RCPT ", Paso::Buzon}, {"DATA\r", Paso::Buzon}, {"QUIT\r", Paso::Despedida}};
+  for (const auto& [orden, paso] : kOrdenes) {
+    if (tipo == CURLINFO_HEADER_OUT && std::string_view(linea, cuantos).starts_with(orden))
+      static_cast<Charla*>(charla)->paso = paso;
+  }
+  return 0;
+}
 
 std::size_t DaMensaje(char* destino, std::size_t uno, std::size_t cuantos, void* charla) {
   auto& resta = static_cast<Charla*>(charla)->resta;
@@ -35,8 +56,11 @@ std::size_t DaMensaje(char* destino, std::size_t uno, std::size_t cuantos, void*
   return n;
 }
 
-std::size_t OyeRespuesta(char* linea, std::size_t uno, std::size_t cuantos, void* charla) {
-  std::string& respuesta = static_cast<Charla*>(charla)->respuesta;
+std::size_t OyeRespuesta(char* linea, std::size_t uno, std::size_t cuantos, void* suya) {
+  Charla& charla = *static_cast<Charla*>(suya);
+  if (charla.paso == Paso::Despedida) return uno * cuantos;
+  charla.decia = charla.paso;
+  std::string& respuesta = charla.respuesta;
   respuesta.clear();
   for (const char c : std::string_view(linea, std::min(uno * cuantos, kLargoRespuesta))) {
     respuesta += c >= ' ' && c <= '~' ? c : ' ';
@@ -85,9 +109,19 @@ std::string ErrorDeConexion(CURL* c, CURLcode codigo, const ServidorCorreo& serv
   }
 }
 
+// What an answer of failure means. Who takes one mail's trouble for the server's keeps all others back.
+Desenlace DesenlaceDe(long respuesta, Paso decia, bool entregado) {
+  constexpr long kCierra = 421, kDefinitivas = 500, kDelBuzon = 550, kMuyGrande = 552, kFinDelBuzon = 559;
+  if (entregado) return respuesta >= kDefinitivas ? Desenlace::Nunca : Desenlace::Luego;
+  if (decia == Paso::Remitente && respuesta == kMuyGrande) return Desenlace::Nunca;
+  if (decia != Paso::Buzon || respuesta == kCierra) return Desenlace::SinServidor;
+  if (respuesta < kDefinitivas) return Desenlace::Luego;
+  return respuesta >= kDelBuzon && respuesta <= kFinDelBuzon ? Desenlace::Nunca : Desenlace::SinServidor;
+}
+
 ResultadoEnvio Resultado(CURL* c, CURLcode codigo, const Charla& charla, const ServidorCorreo& servidor) {
   if (codigo == CURLE_OK) return {Desenlace::Enviado, ""};
-  constexpr long kFallas = 400, kDefinitivas = 500, kDelBuzon = 550, kFinDelBuzon = 559;
+  constexpr long kFallas = 400;
   long respuesta = 0;
   curl_easy_getinfo(c, CURLINFO_RESPONSE_CODE, &respuesta);
   const bool entregado = charla.resta.empty();  // the whole message was handed over
@@ -95,11 +129,7 @@ ResultadoEnvio Resultado(CURL* c, CURLcode codigo, const Charla& charla, const S
     const std::string error = ErrorDeConexion(c, codigo, servidor);
     return {entregado ? Desenlace::Incierto : Desenlace::SinServidor, error};
   }
-  // Before the message, only what is said of the mailbox is of this mail; the rest is of every mail.
-  const bool delBuzon = respuesta >= kDelBuzon && respuesta <= kFinDelBuzon;
-  Desenlace desenlace = delBuzon ? Desenlace::Nunca : Desenlace::SinServidor;
-  if (entregado) desenlace = respuesta >= kDefinitivas ? Desenlace::Nunca : Desenlace::Luego;
-  return {desenlace, "El servidor de correo contestó «" + charla.respuesta + "»"};
+  return {DesenlaceDe(respuesta, charla.decia, entregado), "El servidor de correo contestó «" + charla.respuesta + "»"};
 }
 
 std::string Direccion(const ServidorCorreo& s) {
@@ -143,6 +173,9 @@ void Prepara(CURL* c, const ServidorCorreo& s, curl_slist* destinos, Charla& cha
   curl_easy_setopt(c, CURLOPT_READDATA, &charla);
   curl_easy_setopt(c, CURLOPT_HEADERFUNCTION, OyeRespuesta);
   curl_easy_setopt(c, CURLOPT_HEADERDATA, &charla);
+  curl_easy_setopt(c, CURLOPT_VERBOSE, 1L);  // calls OyeOrden, and says nothing itself
+  curl_easy_setopt(c, CURLOPT_DEBUGFUNCTION, OyeOrden);
+  curl_easy_setopt(c, CURLOPT_DEBUGDATA, &charla);
 }
 
 }  // namespace

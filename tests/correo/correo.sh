@@ -23,7 +23,7 @@ envia() { "$RESERVAS_CORREO" --base "$base" --una-vez --ahora "2026-03-09T$1" "$
 estados() { guion "$1" <<<'lista correos'; grep -o '"estado":"[^"]*"' "$CARPETA/dicho" | sort | uniq -c; }
 espera() {  # HH:MM TEXT COUNT
   local n
-  n=$(estados "$1" | grep -F "$2" | awk '{s += $1} END {print s + 0}')
+  n=$(estados "$1" | awk -v texto="$2" 'index($0, texto) { s += $1 } END { print s + 0 }')
   [ "$n" = "$3" ] || falla "$n mails are «$2», not $3: $(estados "$1")"
 }
 
@@ -132,6 +132,22 @@ for caso in '550 buzon lleno:Rechazado: El servidor de correo contestó «550 bu
   espera 12:00 "${caso#*:}" 1
   cierra
 done
+
+# --- what is said of one mailbox concerns its mail alone; what is said of the hotel's own address, every mail
+guion 12:10 <<<"sql UPDATE Correo_Salida SET Cs_Para = 'luis@ejemplo.mx' WHERE Cs_Id = 2"
+while IFS='|' read -r direccion respuesta estado cuantos; do
+  abre "rechaza${respuesta%% *}" --rechaza "$direccion" "$respuesta"
+  guion 12:10 <<<$'reenvia 1\nreenvia 2'
+  ! envia 12:10 >/dev/null || falla "the refusal is not told"
+  espera 12:10 "$estado: El servidor de correo contestó «$respuesta»" "$cuantos"
+  espera 12:10 'Enviado el 09/03/2026 12:10:00' $((2 - cuantos))
+  cierra
+done <<FIN
+ana@ejemplo.mx|452 buzon lleno|(1 intento)|1
+ana@ejemplo.mx|550 no existe|Rechazado|1
+ana@ejemplo.mx|421 ya cierra|(1 intento)|2
+reservas@hotel.mx|553 ese no es de aqui|(1 intento)|2
+FIN
 
 # --- service and desktop: begin, deliver, end when they are told to; a mail that waited too long stays
 guion 13:00 <<<'reenvia 2'

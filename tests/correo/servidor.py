@@ -1,8 +1,9 @@
 #!/usr/bin/python3
 """A mail server for the tests: keeps each mail that it takes as FOLDER/N.eml and its recipients as FOLDER/N.para.
 
-servidor.py PORT FOLDER [--tls CERTIFICATE KEY] [--login USER PASSWORD] [--dice CODE] [--cuelga]
---dice: answers the message with that code; --cuelga: takes the message and never answers.
+servidor.py PORT FOLDER [--tls CERTIFICATE KEY] [--login USER PASSWORD] [--dice CODE] [--rechaza ADDRESS CODE]
+            [--cuelga]
+--dice: answers the message with that code; --rechaza: answers that sender or recipient with the code; --cuelga: takes the message and never answers.
 """
 import argparse
 import asyncio
@@ -17,11 +18,24 @@ o.add_argument("carpeta", type=pathlib.Path)
 o.add_argument("--tls", nargs=2)
 o.add_argument("--login", nargs=2)
 o.add_argument("--dice")
+o.add_argument("--rechaza", nargs=2, default=("", ""))
 o.add_argument("--cuelga", action="store_true")
 o = o.parse_args()
 
 
 class Buzon:
+    async def handle_MAIL(self, servidor, sesion, sobre, direccion, opciones):
+        if direccion == o.rechaza[0]:
+            return o.rechaza[1]
+        sobre.mail_from = direccion
+        return "250 Bien"
+
+    async def handle_RCPT(self, servidor, sesion, sobre, direccion, opciones):
+        if direccion == o.rechaza[0]:
+            return o.rechaza[1]
+        sobre.rcpt_tos.append(direccion)
+        return "250 Bien"
+
     async def handle_DATA(self, servidor, sesion, sobre):
         n = len(list(o.carpeta.glob("*.eml"))) + 1
         (o.carpeta / f"{n}.para").write_text("\n".join(sobre.rcpt_tos))
