@@ -160,6 +160,10 @@ void Cartero::Trabaja() {
       // What the database cannot do now it may do over another connection.
       if (e.Numero() != com::error::kArgumento) conexion.reset();
       Apunta(e.Descripcion());
+    } catch (const std::exception& e) {  // it must not end the program that a clerk is working in
+      registro::AnotaFalla(e);
+      conexion.reset();
+      Apunta(std::string("Falló la entrega de correos: ") + e.what());
     }
   } while (Espera());
 }

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+
 #include "host/standalone/cartero.h"
 #include "host/standalone/impresion.h"
 #include "host/standalone/parametros.h"
@@ -115,6 +117,25 @@ TEST_F(Documentos, ServidorDeCorreoQueNoPuedeSer) {
     EXPECT_TRUE(EsDeEsteEquipo(propia)) << propia;
   for (const char* ajena : {"", "hotel.mx", "127.hotel.mx", "126.0.0.1", "127.0.0.2", "127.0.0.1.9", "::2"})
     EXPECT_FALSE(EsDeEsteEquipo(ajena)) << ajena;
+}
+
+// Fails, in an error of no kind of ours, when another thread takes it over.
+struct SoloDeSuHilo {
+  SoloDeSuHilo() = default;
+  SoloDeSuHilo(const SoloDeSuHilo& otro) : hilo(otro.hilo) {
+    if (std::this_thread::get_id() != hilo) throw std::runtime_error("no es su hilo");
+  }
+  bool operator()() const { return true; }
+  std::thread::id hilo = std::this_thread::get_id();
+};
+
+TEST(CarteroEnSuHilo, NingunaFallaTerminaElPrograma) {
+  Cartero::Opciones opciones;
+  opciones.base.veTarjetas = SoloDeSuHilo();
+  const Cartero cartero(opciones);
+  for (int vez = 0; vez < 500 && cartero.Impedimento().empty(); ++vez)
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  EXPECT_EQ(cartero.Impedimento(), "Falló la entrega de correos: no es su hilo");
 }
 
 TEST_F(Documentos, CorreoQueNoSePuedeEnviar) {
