@@ -1,0 +1,441 @@
+#!/usr/bin/env python3
+"""Many clerks as processes over a hotel that is too small, some killed in mid-save; then what is stored is compared
+with what each of them was told.
+
+    tests/estres/estres.py --binarios build/dev [--motor sqlite|postgres] [--empleados 8] [--operaciones 500]
+                           [--muertes 0] [--apagones 0] [--semilla N] [--carpeta FOLDER]
+
+--muertes: how many clerks are killed (kill -9), --apagones: how often the database server is (PostgreSQL alone, which
+runs in FOLDER, whose name ends in "-PORT"). The seed decides what each clerk does, not how their processes meet. Ends
+with 0 when nothing was lost, doubled, half-made or told wrong, and with 1 and the list of faults when something was.
+
+Each save adds a mark to the reservation's notes, "CLERK-NUMBER:ROOMS", and sets the first room's infants to the number
+of marks but one. So notes, lines and change log must tell one story: each save that a clerk was told of is there once,
+each refused one is not, one cut short is there whole or not at all.
+"""
+import argparse
+import collections
+import csv
+import io
+import itertools
+import json
+import os
+import pathlib
+import random
+import re
+import shutil
+import sqlite3
+import subprocess
+import sys
+import tempfile
+import threading
+import time
+
+SERVIDOR = pathlib.Path(__file__).resolve().parent.parent / "postgres" / "servidor"
+HABITACIONES = ["0101", "0102", "0103", "0104", "0201", "0202"]
+NOCHES = 24
+LLEVA = {"confirmar": "CONFIRMADO", "eliminar": "Baja", "reactivar": "Reactivación"}
+PASOS = {("AC", "CONFIRMADO"): "CO", ("AC", "Baja"): "CA", ("CO", "Baja"): "CA", ("CA", "Reactivación"): "AC"}
+# What a clerk may be told, and nothing else.
+PREGUNTAS = r"¿Desea enviar emai|¿Está seguro de eliminar"
+# With a server that goes away; the last of them when it did not answer for what a field asked it.
+PERDIDAS = (r"(Valida_Disponibilidad\(\) - )?(Se perdió la conexión|La conexión con el servidor|No se pudo conectar|"
+            r"El servidor de la base de datos está arr)|La imagen de la reservación no se pudo leer|"
+            r"Debe especificar un")
+ESPERADOS = [
+    PREGUNTAS,
+    r"la habitación '.*'\s+está reservado para la fecha",
+    r"La habitación \w+ ya está reservada la noche del \S+ por la reservación \d+$",
+    r"La reservación \d+ cambió después de que usted la abrió.*está .*no se puede",
+    r"La reservación \d+ cambió después de que usted la abrió.*Si vuelve a",
+    r"La reservación especificada no existe",
+    r"Otro programa guardó al mismo tiempo",
+]
+NO_SE_SABE = r"no se sabe si"
+
+
+class Muerto(Exception):
+    """The clerk's process is gone."""
+
+
+class Perdida(Exception):
+    """The server is gone, or back without what was under way: the clerk begins anew."""
+
+
+class Empleado(threading.Thread):
+    def __init__(self, nombre, prueba):
+        super().__init__(name=nombre)
+        self.prueba, self.azar = prueba, random.Random(f"{prueba.semilla}/{nombre}")
+        self.proceso, self.cuenta, self.matado, self.falla = None, 0, False, None
+        # mark or (folio, log text) -> what the clerk knows of it
+        self.marcas, self.estados, self.dicho = {}, collections.Counter(), []
+        self.respuestas = {}
+        self.mensajes, self.hechas = collections.Counter(), collections.Counter()
+
+    # --- the process
+
+    def abre(self):
+        while True:
+            self.matado = False
+            self.proceso = subprocess.Popen(self.prueba.programa(self.name), stdin=subprocess.PIPE, text=True,
+                                            stdout=subprocess.PIPE, stderr=self.prueba.errores)
+            try:
+                if self.di("abre")["ok"]:
+                    return
+            except (Muerto, Perdida):
+                if not self.prueba.apagones:
+                    raise
+            self.proceso.kill()
+            self.proceso.wait()
+            time.sleep(0.2)
+
+    def escribe(self, orden):
+        try:
+            self.proceso.stdin.write(orden + "\n")
+            self.proceso.stdin.flush()
+        except BrokenPipeError as e:
+            raise Muerto(orden) from e
+
+    def oye(self):
+        linea = self.proceso.stdout.readline()
+        if not linea.endswith("\n"):
+            self.proceso.wait()
+            raise Muerto(self.name)
+        respuesta = json.loads(linea)
+        for m in respuesta["mensajes"]:
+            self.mensajes[m["texto"]] += 1
+        return respuesta
+
+    def di(self, *ordenes):
+        for orden in ordenes:
+            self.escribe(orden)
+            respuesta = self.oye()
+            if any(re.match(PERDIDAS, m["texto"]) for m in respuesta["mensajes"]):
+                raise Perdida(orden)
+        return respuesta
+
+    def valor(self, control):
+        return self.di(f"muestra {control}").get("valor")
+
+    # The order that writes, with a kill in it when one is due: True stored, False refused, None nobody knows.
+    def decide(self, orden):
+        if self.prueba.toca_matar(self.azar):
+            self.escribe(orden)
+            time.sleep(self.azar.random() * self.prueba.demora)
+            self.proceso.kill()
+            self.matado = True
+            try:
+                respuesta = self.oye()
+            except Muerto:
+                return None
+        else:
+            inicio = time.monotonic()
+            self.escribe(orden)
+            respuesta = self.oye()
+            # A little more than what a write takes by now, so that kills meet it anywhere.
+            self.prueba.demora = 0.9 * self.prueba.demora + 0.12 * (time.monotonic() - inicio)
+        if not respuesta["ok"]:
+            return False
+        textos = [f"{m['id']} {m['texto']}" for m in respuesta["mensajes"] if not re.match(PREGUNTAS, m["texto"])]
+        self.dicho = textos
+        if any(re.search(NO_SE_SABE, t) for t in textos):
+            return None
+        return not textos
+
+    # --- what a clerk does
+
+    def marca(self, renglones):
+        self.cuenta += 1
+        return f"{self.name}-{self.cuenta}:{renglones}"
+
+    def guarda(self, clase, marca):
+        self.marcas[marca] = None  # until told otherwise
+        self.marcas[marca] = self.decide("accion aceptar")
+        self.respuestas[marca] = self.dicho
+        self.hechas[clase, self.marcas[marca]] += 1
+        return self.marcas[marca]
+
+    def noche(self):
+        desde = self.azar.randrange(NOCHES)
+        return [f"2026-04-{1 + desde:02}", f"2026-04-{2 + desde + self.azar.randrange(3):02}"]
+
+    def nueva(self):
+        llega, sale = self.noche()
+        cuartos = self.azar.sample(HABITACIONES, self.azar.choice([1, 1, 2, 3]))
+        marca = self.marca(len(cuartos))
+        self.di("accion nuevo", "campo txtHuesped 3", "campo txtForma_Pago 1", f"fecha dpFecha_llegada {llega}",
+                f"fecha dpFecha_salida {sale}", f"texto txtNotas {marca}")
+        for fila, cuarto in enumerate(cuartos):
+            self.di(f"celda nueva Clave {cuarto}", f"celda {fila} Adultos 1")
+        if len(self.valor("renglones") or ()) == len(cuartos):
+            self.prueba.creadas += self.guarda("nueva", marca) is True
+
+    # Loads one of the last reservations, which the others are at too; its folio, None when it is not there.
+    def carga(self):
+        folio = self.prueba.folio(self.azar)
+        self.di(f"campo txtFolio {folio}")
+        return folio if self.valor("Controles")["ClaveActual"] == folio else None
+
+    def edita(self):
+        if self.carga() is None or not self.di("accion editar")["ok"]:
+            return
+        notas, renglones = self.valor("txtNotas")["text"], self.valor("renglones")
+        cuantos = len(renglones)
+        azar = self.azar.random()
+        if azar < 0.2 and cuantos > 1:
+            self.di("responde ERR-ID:7500054 6", f"borra {cuantos - 1}")
+        elif azar < 0.4:
+            libres = [h for h in HABITACIONES if h not in {r["Clave"] for r in renglones}]
+            if libres:
+                self.di(f"celda nueva Clave {self.azar.choice(libres)}", f"celda {cuantos} Adultos 1")
+        cuantos = len(self.valor("renglones"))
+        marca = self.marca(cuantos)
+        self.di(f"celda 0 Infantes {len(notas.split())}", f'texto txtNotas "{notas} {marca}"')
+        self.guarda("edición", marca)
+
+    def cambia(self):
+        folio, accion = self.carga(), self.azar.choice(["confirmar", "eliminar", "eliminar", "reactivar"])
+        if folio is None:
+            return
+        permiso = {"confirmar": "PermiteAccion5", "eliminar": "PermiteAccion4", "reactivar": "PermiteReactivar"}
+        controles = self.valor("Controles")
+        if not controles[permiso[accion]] or (accion == "confirmar" and controles["TituloConfirmar"] != "Confirmar"):
+            return
+        resultado = self.decide(f"accion {accion}")
+        self.estados[folio, LLEVA[accion], resultado] += 1
+        self.hechas[accion, resultado] += 1
+
+    def run(self):
+        try:
+            self.abre()
+            while self.prueba.sigue():
+                try:
+                    self.azar.choices([self.nueva, self.edita, self.cambia], [3, 4, 3])[0]()
+                    self.di("accion limpiar")
+                except Perdida:
+                    time.sleep(0.5)
+                except Muerto:
+                    if not self.matado:
+                        raise
+                if self.matado:
+                    self.proceso.wait()
+                    self.abre()
+            self.proceso.stdin.close()
+            self.proceso.wait()
+        except Exception as e:  # a thread that ends in silence would pass for one that found nothing
+            self.falla = f"{self.name}: {e!r}"
+
+
+class Prueba:
+    def __init__(self, opciones):
+        self.opciones, self.semilla = opciones, opciones.semilla
+        self.apagones, self.mata = opciones.apagones, opciones.muertes
+        self.enServidor = opciones.motor == "postgres"
+        self.carpeta = opciones.carpeta
+        self.base = str(self.carpeta / "hotel.db")
+        if self.enServidor:
+            puerto = str(self.carpeta).rpartition("-")[2]
+            self.base = f"postgresql://hotel@/estres?port={puerto}&host={self.carpeta}"
+        self.demora, self.operaciones, self.cerrojo = 0.02, 0, threading.Lock()
+        self.errores = None
+
+    def programa(self, empleado):
+        return [self.opciones.binarios / "reservas-guion", "--conexion" if self.enServidor else "--base", self.base,
+                "--usuario", empleado, "--ahora", "2026-03-09T10:00"]
+
+    def reservas_base(self, orden):
+        return subprocess.run([self.opciones.binarios / "reservas-base", orden, self.base], text=True,
+                              capture_output=True)
+
+    def servidor(self, orden):
+        subprocess.run([SERVIDOR, orden, self.carpeta], check=True)
+
+    # Rows past the system under test.
+    def filas(self, sql):
+        if self.enServidor:
+            texto = subprocess.run(["psql", "-X", "--csv", "-t", "-c", sql, self.base], check=True, text=True,
+                                   capture_output=True).stdout
+            return list(csv.reader(io.StringIO(texto)))
+        with sqlite3.connect(self.base) as c:
+            for nombre in ("ESPANOL", "FECHA"):
+                c.create_collation(nombre, lambda a, b: (a.rstrip() > b.rstrip()) - (a.rstrip() < b.rstrip()))
+            return [["" if v is None else str(v) for v in fila] for fila in c.execute(sql)]
+
+    # --- what the clerks share
+
+    def sigue(self):
+        with self.cerrojo:
+            self.operaciones += 1
+            return self.operaciones <= self.opciones.operaciones
+
+    # Kills are spread over the run; not every operation comes to write, hence the factor.
+    def toca_matar(self, azar):
+        with self.cerrojo:
+            quedan = max(1, self.opciones.operaciones - self.operaciones)
+            toca = azar.random() < 2.5 * self.mata / quedan
+            self.mata -= toca
+            return toca
+
+    def folio(self, azar):
+        return f"{self.primero + max(0, self.creadas - 1 - azar.randrange(10)):010}"
+
+    # --- the run
+
+    def prepara(self):
+        if self.enServidor:
+            self.servidor("arranca")
+            subprocess.run(["psql", "-X", "-q", "-c", "CREATE DATABASE estres",
+                            self.base.replace("/estres?", "/postgres?")], check=True)
+        hecho = self.reservas_base("demo")
+        if hecho.returncode != 0:
+            sys.exit(hecho.stderr)
+        # The marks' count stands in a line's infants.
+        subprocess.run(self.programa("PREPARA"), check=True, text=True, stdout=subprocess.DEVNULL,
+                       input="sql UPDATE Tipo_Habitacion SET Th_Num_Personas_Maximo = 9999\n")
+        self.primero = 1 + int(self.filas("SELECT MAX(Rs_Folio) FROM Reservacion")[0][0])
+        self.creadas = 0
+
+    def corre(self):
+        with open(self.carpeta / "errores", "w", encoding="utf-8") as self.errores:
+            empleados = [Empleado(f"E{1 + n}", self) for n in range(self.opciones.empleados)]
+            for e in empleados:
+                e.start()
+            apagados = 0
+            while any(e.is_alive() for e in empleados):
+                time.sleep(0.01)
+                if apagados < self.apagones and self.operaciones * (self.apagones + 1) > (
+                        apagados + 1) * self.opciones.operaciones:
+                    self.servidor("mata")
+                    self.servidor("sigue")
+                    apagados += 1
+            for e in empleados:
+                e.join()
+        return empleados
+
+    def revisa(self, empleados):
+        fallas = [e.falla for e in empleados if e.falla]
+        self.oidos = collections.Counter()
+        for texto, veces in sum((e.mensajes for e in empleados), collections.Counter()).items():
+            clase = next((c for c in ESPERADOS + [PERDIDAS] * bool(self.apagones) if re.match(c, texto, re.S)), None)
+            self.oidos[clase] += veces
+            if clase is None:
+                fallas.append(f"{veces} times a clerk was told: {texto}")
+
+        reservas = {f: (estado, notas.split()) for f, estado, notas in self.filas(
+            f"SELECT Rs_Folio, Es_Cve_Estado, Rs_Notas FROM Reservacion WHERE Rs_Folio >= '{self.primero:010}'")}
+        renglones = collections.defaultdict(list)
+        for folio, *renglon in self.filas("SELECT Rs_Folio, Hb_Cve_Habitacion, Rsd_Infantes, Rsd_Fecha_Inicio, "
+                                          "Rsd_Fecha_Fin FROM Reservacion_Detalle ORDER BY Rs_Folio, Rsd_Id"):
+            renglones[folio].append(renglon)
+
+        # No night of a room twice, by a statement of its own.
+        dobles = self.filas("""
+            SELECT a.Hb_Cve_Habitacion, a.Rs_Folio, b.Rs_Folio FROM Reservacion_Detalle a
+              INNER JOIN Reservacion_Detalle b ON a.Hb_Cve_Habitacion = b.Hb_Cve_Habitacion
+                AND a.Rsd_Fecha_Inicio < b.Rsd_Fecha_Fin AND b.Rsd_Fecha_Inicio < a.Rsd_Fecha_Fin
+                AND (a.Rs_Folio < b.Rs_Folio OR (a.Rs_Folio = b.Rs_Folio AND a.Rsd_Id < b.Rsd_Id))
+              INNER JOIN Reservacion x ON x.Rs_Folio = a.Rs_Folio AND x.Es_Cve_Estado NOT IN ('CA', 'CE')
+              INNER JOIN Reservacion y ON y.Rs_Folio = b.Rs_Folio AND y.Es_Cve_Estado NOT IN ('CA', 'CE')""")
+        fallas += [f"room {h} sold twice: {a} and {b}" for h, a, b in dobles]
+        repetidos = self.filas("SELECT Rs_Folio FROM Reservacion GROUP BY Rs_Folio HAVING COUNT(*) > 1")
+        fallas += [f"folio twice: {f}" for f, in repetidos]
+        fallas += [f"lines without a header: {f}" for f in renglones
+                   if f >= f"{self.primero:010}" and f not in reservas]
+
+        # Whole: notes and lines of one save.
+        for folio, (_, marcas) in reservas.items():
+            suyos = renglones[folio]
+            if not marcas or len(suyos) != int(marcas[-1].partition(":")[2]) or int(suyos[0][1]) != len(marcas) - 1:
+                fallas.append(f"{folio} is not whole: {marcas}, {suyos}")
+
+        # What each clerk was told is what is stored.
+        donde = collections.Counter(itertools.chain.from_iterable(m for _, m in reservas.values()))
+        for e in empleados:
+            for marca, resultado in e.marcas.items():
+                if resultado is not None and donde[marca] != resultado or donde[marca] > 1:
+                    fallas.append(f"{marca}: told {resultado}, stored {donde[marca]} times: {e.respuestas[marca]}")
+        fallas += [f"nobody's: {m}" for m in donde.keys() - {m for e in empleados for m in e.marcas}]
+        fallas += self.revisa_bitacora(empleados, reservas)
+
+        danos = self.reservas_base("revisa")
+        if danos.returncode != 0:
+            fallas.append(f"reservas-base revisa: {danos.stdout}{danos.stderr}")
+        if not self.enServidor and self.filas("PRAGMA quick_check") != [["ok"]]:
+            fallas.append("quick_check finds damage")
+        self.reservas = reservas
+        return fallas
+
+    # Each change stands in the change log once, in an order that leads from the first state to the last.
+    def revisa_bitacora(self, empleados, reservas):
+        fallas, escritos = [], collections.defaultdict(collections.Counter)
+        estado = dict.fromkeys(reservas, "AC")
+        infantes = collections.Counter()
+        for folio, texto, usuario in self.filas(
+                f"SELECT Bt_Clave, Bt_Texto, Bt_Usuario FROM Bitacora WHERE Bt_Clave >= '{self.primero:010}' "
+                "AND Bt_Modulo = 'RESERVACION' ORDER BY Bt_Id"):
+            escritos[usuario][folio, texto] += 1
+            if texto in LLEVA.values():
+                anterior = estado.get(folio)
+                estado[folio] = PASOS.get((anterior, texto), f"{texto} of one that is {anterior}")
+            elif cambio := re.search(r"- INFANTES: (\d+) -> (\d+)", texto):
+                if [int(n) for n in cambio.groups()] != [infantes[folio], infantes[folio] + 1]:
+                    fallas.append(f"{folio}: change log goes from {infantes[folio]} infants on by «{cambio[0]}»")
+                infantes[folio] = int(cambio[2])
+        for folio, (final, marcas) in reservas.items():
+            if estado[folio] != final:
+                fallas.append(f"{folio} is {final}, by the change log {estado[folio]}")
+            if infantes[folio] != len(marcas) - 1:
+                fallas.append(f"{folio}: {len(marcas) - 1} edits, {infantes[folio]} in the change log")
+        for e in empleados:
+            for folio, texto in {(f, t) for f, t, _ in e.estados}:
+                sabe, duda = e.estados[folio, texto, True], e.estados[folio, texto, None]
+                if not sabe <= escritos[e.name][folio, texto] <= sabe + duda:
+                    fallas.append(f"{e.name}, {folio}: {texto} told {sabe} times, {duda} cut short, "
+                                  f"{escritos[e.name][folio, texto]} in the change log")
+        return fallas
+
+
+def main():
+    p = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    p.add_argument("--binarios", type=pathlib.Path, required=True)
+    p.add_argument("--motor", choices=["sqlite", "postgres"], default="sqlite")
+    for nombre, valor in (("empleados", 8), ("operaciones", 500), ("muertes", 0), ("apagones", 0),
+                          ("semilla", int(time.time()))):
+        p.add_argument(f"--{nombre}", type=int, default=valor)
+    p.add_argument("--carpeta", type=pathlib.Path)
+    opciones = p.parse_args()
+    if opciones.apagones and opciones.motor == "sqlite":
+        p.error("--apagones: only a server goes down")
+    if opciones.carpeta is None:
+        opciones.carpeta = pathlib.Path(tempfile.gettempdir()) / f"kv207-estres-{8000 + os.getpid() % 12000}"
+    shutil.rmtree(opciones.carpeta, ignore_errors=True)
+    if opciones.motor == "sqlite":
+        opciones.carpeta.mkdir()
+    os.environ["XDG_STATE_HOME"] = str(opciones.carpeta)
+    print(f"semilla {opciones.semilla}", flush=True)
+
+    prueba = Prueba(opciones)
+    inicio = time.monotonic()
+    try:
+        prueba.prepara()
+        empleados = prueba.corre()
+        tiempo = time.monotonic() - inicio
+        fallas = prueba.revisa(empleados)
+    finally:
+        if opciones.motor == "postgres":
+            prueba.servidor("detiene")
+
+    hechas = sum((e.hechas for e in empleados), collections.Counter())
+    for clase in sorted({c for c, _ in hechas}):
+        print(f"{clase}: {hechas[clase, True]} stored, {hechas[clase, False]} refused, {hechas[clase, None]} cut short")
+    for clase, veces in prueba.oidos.most_common():
+        print(f"{veces:6} messages like {clase}")
+    print(f"{len(prueba.reservas)} reservations, {opciones.muertes - prueba.mata} clerks killed, "
+          f"{opciones.apagones} times the server, {tiempo:.1f} s, {len(fallas)} faults")
+    print("\n".join(fallas))
+    if not fallas:
+        shutil.rmtree(opciones.carpeta, ignore_errors=True)
+    sys.exit(1 if fallas else 0)
+
+
+main()
