@@ -245,11 +245,13 @@ class ConexionVigilada final : public Conexion {
   void Reanuda() {
     if (!suelta_) return;
     if (fallida_) throw com::Error(com::error::kTransaccion, "La transacción no se pudo reanudar");
+    const std::vector<std::string> tratadas = tratadas_;
     for (int intento = 1;; ++intento) {
       motor_->BeginTrans();
       suelta_ = false;
       tratadas_.clear();
       try {
+        RevisaOtraVez(tratadas);
         for (const Escritura& escritura : escrituras_) Escribe(escritura);
         return;
       } catch (const com::Error& e) {
@@ -260,6 +262,21 @@ class ConexionVigilada final : public Conexion {
         if (e.Numero() == kChoque) throw Vencida(e.Sentencia());
         throw;
       }
+    }
+  }
+
+  // What a save was checked for held in the transaction that is gone: another may have saved since. A change of state
+  // is checked by its own statement.
+  void RevisaOtraVez(const std::vector<std::string>& tratadas) {
+    const auto seRevisaSola = [](const Escritura& e) {
+      return e.modo == Escritura::Modo::Pantalla && e.texto.Texto().starts_with(kCambioDeEstado);
+    };
+    if (std::ranges::any_of(escrituras_, seRevisaSola)) return;
+    for (const std::string& folio : tratadas) {
+      Aparta(folio);
+      const Vista* vista = Busca(folio);
+      if (vista != nullptr && LeeVista(folio, vista->carga).version != vista->version) throw Vencida({});
+      tratadas_.push_back(folio);
     }
   }
 
