@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <optional>
 #include <utility>
 
 #include "desktop/dialogos.h"
@@ -17,6 +18,7 @@
 #include "desktop/hoja_usuarios.h"
 #include "desktop/vista.h"
 #include "host/standalone/permisos.h"
+#include "host/standalone/transaccion.h"
 #include "host/standalone/usuarios.h"
 #include "platform/com/error.h"
 #include "platform/com/texto.h"
@@ -169,8 +171,9 @@ void OfreceAdministrador(autonomo::Anfitrion& anfitrion, QWidget* padre) {
 
 // --- Bloqueo
 
-Bloqueo::Bloqueo(autonomo::Anfitrion& anfitrion, int ms, std::function<void()> otraSesion)
-    : anfitrion_(anfitrion), otraSesion_(std::move(otraSesion)) {
+Bloqueo::Bloqueo(autonomo::Anfitrion& anfitrion, const autonomo::OpcionesConexion& base, int ms,
+                 std::function<void()> otraSesion)
+    : anfitrion_(anfitrion), base_(base), otraSesion_(std::move(otraSesion)) {
   reloj_.setSingleShot(true);
   connect(&reloj_, &QTimer::timeout, this, [this] { Bloquea(); });
   if (ms == 0) return;
@@ -183,8 +186,14 @@ bool Bloqueo::eventFilter(QObject* objeto, QEvent* evento) {
   return QObject::eventFilter(objeto, evento);
 }
 
+std::shared_ptr<autonomo::Conexion> Bloqueo::ConexionPropia() const {
+  const bool enMemoria = base_.conexion.empty() && base_.ruta == ":memory:";
+  return enMemoria ? anfitrion_.conexion() : autonomo::AbreConexion(base_, anfitrion_.reloj());
+}
+
 std::string Bloqueo::Revisa(const std::string& usuario, const std::string& contrasena) {
-  autonomo::Conexion& conexion = *anfitrion_.conexion();
+  const std::shared_ptr<autonomo::Conexion> propia = ConexionPropia();
+  autonomo::Conexion& conexion = *propia;
   const autonomo::Acceso acceso = autonomo::Accede(conexion, usuario, contrasena, autonomo::Reloj().Ahora());
   if (!acceso.Bien()) return acceso.motivo;
   const std::string& propio = anfitrion_.usuario();
@@ -205,6 +214,12 @@ void Bloqueo::Bloquea() {
   std::vector<QPointer<QWidget>> tapas;
   for (QWidget* ventana : QApplication::topLevelWidgets()) {
     if (ventana->isVisible()) tapas.emplace_back(new Tapa(ventana));
+  }
+  // Nor does anything of the clerk's hold up the password, or another desk.
+  std::optional<autonomo::SinBloqueo> pausa;
+  try {
+    pausa.emplace(*anfitrion_.conexion());
+  } catch (const com::Error&) {  // a broken connection holds nothing
   }
   DialogoAcceso dialogo(
       Q("La pantalla está bloqueada. Lo que " + anfitrion_.usuario() + " estaba haciendo sigue como quedó."),

@@ -5,6 +5,7 @@
 #include <QPointer>
 #include <QTimer>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -48,8 +49,11 @@ void OfreceAdministrador(autonomo::Anfitrion& anfitrion, QWidget* padre);
 // Covers the windows after a time without work and asks for the password; what is being captured stays as it is.
 class Bloqueo : public QObject {
  public:
-  // ms: time without work, 0 never by itself. otraSesion: somebody who administers the hotel has ended this session.
-  Bloqueo(autonomo::Anfitrion& anfitrion, int ms, std::function<void()> otraSesion);
+  // base: the host's database, opened anew for each password, so that a try is no part of what a question has left
+  // half done; not one in memory, of which there is but the host's. ms: time without work, 0 never by itself.
+  // otraSesion: somebody who administers the hotel has ended this session.
+  Bloqueo(autonomo::Anfitrion& anfitrion, const autonomo::OpcionesConexion& base, int ms,
+          std::function<void()> otraSesion);
   void Bloquea();
 
  protected:
@@ -59,7 +63,11 @@ class Bloqueo : public QObject {
   // What the password of a user leads to: "" to go on or to another session, else why not.
   std::string Revisa(const std::string& usuario, const std::string& contrasena);
 
+  // For passwords alone.
+  std::shared_ptr<autonomo::Conexion> ConexionPropia() const;
+
   autonomo::Anfitrion& anfitrion_;
+  autonomo::OpcionesConexion base_;
   std::function<void()> otraSesion_;
   QTimer reloj_;
   QPointer<DialogoAcceso> dialogo_;

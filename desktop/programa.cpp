@@ -191,12 +191,13 @@ struct Olvido {
 };
 
 // The locked screen, by itself or by the menu; null in a hotel without passwords.
-std::unique_ptr<Bloqueo> PoneBloqueo(autonomo::Anfitrion& anfitrion, EscritorioQt& escritorio) {
+std::unique_ptr<Bloqueo> PoneBloqueo(autonomo::Anfitrion& anfitrion, const autonomo::OpcionesConexion& base,
+                                     EscritorioQt& escritorio) {
   if (!autonomo::PideContrasena(*anfitrion.conexion())) return nullptr;
   constexpr int kMinuto = 60000;
   const int minutos =
       com::CInt(autonomo::ValorParametro(*anfitrion.conexion(), anfitrion::parametro::kBloqueoMinutos.clave));
-  auto bloqueo = std::make_unique<Bloqueo>(anfitrion, minutos * kMinuto, [] { QApplication::exit(kOtraSesion); });
+  auto bloqueo = std::make_unique<Bloqueo>(anfitrion, base, minutos * kMinuto, [] { QApplication::exit(kOtraSesion); });
   escritorio.contexto().menu.push_back(
       {QStringLiteral("Blo&quear la pantalla"), [b = bloqueo.get()] { b->Bloquea(); }});
   return bloqueo;
@@ -393,11 +394,11 @@ int Programa::CorreVentana(OpcionesPrograma opciones) {
   QApplication::setQuitOnLastWindowClosed(false);
   escritorio.alTerminar = [] { QApplication::quit(); };
   CorrigeParametros(anfitrion);
-  // Another thread asks nobody: it knows what was typed here.
+  // A further connection asks nobody: it knows what was typed here.
   autonomo::OpcionesConexion aparte = opciones.anfitrion.base;
   aparte.pideContrasena = [contrasena](const std::string&) { return contrasena; };
   const Reparto reparto(anfitrion, aparte);
-  const auto bloqueo = PoneBloqueo(anfitrion, escritorio);  // before the windows, which take its menu
+  const auto bloqueo = PoneBloqueo(anfitrion, aparte, escritorio);  // before the windows, which take its menu
   componente.Abre(anfitrion.Padre());
   QObject vida;  // no signal is attended to after the screen's end
   AtiendeSenales(&vida, [&] {

@@ -161,10 +161,11 @@ class ConexionVigilada final : public Conexion {
   bool EnTransaccion() const override { return suelta_ || motor_->EnTransaccion(); }
 
   void Suelta() override {
+    if (!suelta_ && motor_->EnTransaccion()) {
+      motor_->RollbackTrans();
+      suelta_ = true;
+    }
     ++preguntas_;
-    if (suelta_ || !motor_->EnTransaccion()) return;
-    motor_->RollbackTrans();
-    suelta_ = true;
   }
   void Retoma() override { --preguntas_; }
 

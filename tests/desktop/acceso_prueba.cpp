@@ -1,6 +1,7 @@
 // Login, assistant of a new hotel, users and the locked screen, worked as a person works them.
 #include <QCheckBox>
 #include <QTabWidget>
+#include <QTemporaryDir>
 
 #include "desktop/acceso.h"
 #include "host/standalone/permisos.h"
@@ -12,6 +13,8 @@ namespace {
 
 class AccesoPrueba : public RecorridoPrueba {
  protected:
+  AccesoPrueba() = default;
+  explicit AccesoPrueba(const autonomo::Opciones& opciones) : RecorridoPrueba(opciones) {}
   void PoneUsuarios() {
     autonomo::GuardaUsuario(*anfitrion_.conexion(), {"JEFE", "Jefe"}, "la del jefe", {autonomo::kPermisoConfiguracion});
     for (const char* u : {"RECEPCION", "ANA"})
@@ -69,7 +72,8 @@ TEST_F(AccesoPrueba, LaPantallaBloqueadaConservaLaCaptura) {
     EXPECT_TRUE(w.isVisible());
     Entra(w, "RECEPCION", "la de recepcion");
   });
-  std::optional<vista::Bloqueo> bloqueo(std::in_place, anfitrion_, 1500, [&] { otra = true; });
+  std::optional<vista::Bloqueo> bloqueo(std::in_place, anfitrion_, autonomo::OpcionesConexion{}, 1500,
+                                        [&] { otra = true; });
   // Work holds it off.
   for (int i = 0; i < 4; ++i) {
     QTest::qWait(500);
@@ -78,7 +82,7 @@ TEST_F(AccesoPrueba, LaPantallaBloqueadaConservaLaCaptura) {
   ASSERT_EQ(veces, 0);
   ASSERT_TRUE(QTest::qWaitFor([&] { return veces == 1; }, 20000));
   ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::activeModalWidget() == nullptr; }));
-  bloqueo.emplace(anfitrion_, 0, [&] { otra = true; });
+  bloqueo.emplace(anfitrion_, autonomo::OpcionesConexion{}, 0, [&] { otra = true; });
   EXPECT_TRUE(escritorio_.ventana(Forma())->findChildren<QWidget*>(QStringLiteral("tapa")).empty());
   EXPECT_FALSE(otra);
   Escribe("nte");
@@ -91,6 +95,51 @@ TEST_F(AccesoPrueba, LaPantallaBloqueadaConservaLaCaptura) {
   });
   bloqueo->Bloquea();
   EXPECT_TRUE(otra);
+}
+
+// A hotel in a file, which other desks open too.
+struct EnCarpeta {
+  QTemporaryDir carpeta;
+  autonomo::Opciones hotel = HotelDemo();
+  EnCarpeta() { hotel.base.ruta = carpeta.filePath(QStringLiteral("hotel.db")).toStdString(); }
+};
+class AccesoEnArchivoPrueba : protected EnCarpeta, public AccesoPrueba {
+ protected:
+  AccesoEnArchivoPrueba() : AccesoPrueba(hotel) {}
+};
+
+TEST_F(AccesoEnArchivoPrueba, BloqueadaSobreUnaPreguntaSeAbreAunqueOtroEscritorioGuarde) {
+  PoneUsuarios();
+  const std::string folio = Reserva();
+  Carga(folio);
+  vista::Bloqueo bloqueo(anfitrion_, hotel.base, 0, [] {});
+  hotel.base.esperaMs = 200;
+  const auto otro = autonomo::AbreConexion(hotel.base, anfitrion_.reloj());
+  const auto cambia = [&](const char* referencia) {
+    otro->Consulta("UPDATE Reservacion SET Rs_Referencia = ? WHERE Rs_Folio = ?", {referencia, folio});
+  };
+  const auto fallas = [&] {
+    return com::CLng(
+        otro->Consulta("SELECT Us_Fallas FROM Usuario WHERE Us_Cve_Usuario = 'RECEPCION'")->Fields(0).Value());
+  };
+  Espera("mensaje", [&](QWidget& pregunta) {
+    Espera("acceso", [&](QWidget& w) {
+      Entra(w, "RECEPCION", "ni idea");
+      EXPECT_NE(Motivo(w).find("no son correctos"), std::string::npos) << Motivo(w);
+      EXPECT_EQ(fallas(), 1) << "a try counts whatever becomes of the confirmation";
+      EXPECT_NO_THROW(cambia("otra vez")) << "the question holds nothing";
+      Entra(w, "RECEPCION", "la de recepcion");
+      EXPECT_FALSE(w.isVisible()) << Motivo(w);
+      if (w.isVisible()) dynamic_cast<QDialog&>(w).done(QDialog::Rejected);
+    });
+    cambia("del otro");
+    bloqueo.Bloquea();
+    EXPECT_EQ(fallas(), 0);
+    EsperaMensaje("cambió después de que usted la abrió", "Aceptar");
+    Responde(pregunta, QStringLiteral("¿Desea enviar email"), QStringLiteral("Cancelar"));
+  });
+  Tecla(Qt::Key_K, Qt::ControlModifier);
+  EXPECT_EQ(Estado(folio), "AC\n");
 }
 
 TEST_F(AccesoPrueba, QuienAdministraDaDeAltaALosDemas) {

@@ -40,7 +40,7 @@ inline autonomo::Opciones HotelDemo() {
 
 class RecorridoPrueba : public testing::Test {
  protected:
-  RecorridoPrueba() : anfitrion_(HotelDemo()) {
+  explicit RecorridoPrueba(const autonomo::Opciones& opciones = HotelDemo()) : anfitrion_(opciones) {
     anfitrion_.RegistraClases();
     controles::FijaEscritorio(&escritorio_);
     vista::ConectaAnfitrion(escritorio_, anfitrion_, mostrador_);
@@ -62,16 +62,19 @@ class RecorridoPrueba : public testing::Test {
   // --- what comes up while the clerk works, in order
   using Modal = std::function<void(QWidget&)>;
   void Espera(const char* nombre, Modal hace) { esperados_.emplace_back(QString::fromUtf8(nombre), std::move(hace)); }
-  // Answers the next message box, which must have the text, by clicking a button.
+  // Answers a message box, which must have the text, by clicking a button.
+  static void Responde(QWidget& w, const QString& texto, const QString& boton) {
+    auto& caja = dynamic_cast<QMessageBox&>(w);
+    EXPECT_TRUE(caja.text().contains(texto)) << caja.text().toStdString();
+    for (QAbstractButton* b : caja.buttons()) {
+      if (b->text().remove(QLatin1Char('&')) == boton) return QTest::mouseClick(b, Qt::LeftButton);
+    }
+    ADD_FAILURE() << "no button " << boton.toStdString();
+    caja.close();
+  }
   void EsperaMensaje(const char* texto, const char* boton) {
     Espera("mensaje", [texto = QString::fromUtf8(texto), boton = QString::fromUtf8(boton)](QWidget& w) {
-      auto& caja = dynamic_cast<QMessageBox&>(w);
-      EXPECT_TRUE(caja.text().contains(texto)) << caja.text().toStdString();
-      for (QAbstractButton* b : caja.buttons()) {
-        if (b->text().remove(QLatin1Char('&')) == boton) return QTest::mouseClick(b, Qt::LeftButton);
-      }
-      ADD_FAILURE() << "no button " << boton.toStdString();
-      caja.close();
+      Responde(w, texto, boton);
     });
   }
   void EsperaImpreso() {
