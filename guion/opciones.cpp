@@ -3,13 +3,12 @@
 #include <termios.h>
 
 #include <QStandardPaths>
-#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
-#include "guion/archivos.h"
+#include "host/standalone/archivo_privado.h"
 #include "host/standalone/postgres.h"
 #include "host/standalone/usuarios.h"
 #include "platform/com/error.h"
@@ -114,9 +113,9 @@ std::string LeeContrasena(const std::optional<std::string>& archivo) {
   if (!archivo && ambiente == nullptr) {
     UsoErroneo("Falta la contraseña: póngala en la variable RESERVAS_CONTRASENA, o en un archivo con --contrasena-de");
   }
-  std::string contrasena = archivo ? LeeArchivo(*archivo) : ambiente;
-  contrasena.resize(std::min(contrasena.size(), contrasena.find_first_of("\r\n")));
-  return contrasena;
+  if (archivo) return autonomo::LineaPrivada(*archivo, "la contraseña");
+  const std::string contrasena = ambiente;
+  return contrasena.substr(0, contrasena.find_first_of("\r\n"));
 }
 
 std::function<std::string(autonomo::Conexion&)> Identifica(const std::string& usuario,

@@ -3,17 +3,17 @@
 #include <fcntl.h>
 #include <sodium.h>
 #include <sys/file.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <QStandardPaths>
 #include <algorithm>
-#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <istream>
+#include <sstream>
 
+#include "host/standalone/archivo_privado.h"
 #include "platform/com/error.h"
 #include "platform/com/texto.h"
 
@@ -109,15 +109,9 @@ std::string Llave::RutaUsual() {
 
 std::vector<Llave> Llave::Lee(const std::string& ruta) {
   Prepara();
-  errno = 0;
-  std::ifstream archivo(ruta, std::ios::binary);
-  if (!archivo) {
-    if (errno == ENOENT) return {};
-    Rechaza(ruta, "no se puede leer");
-  }
-  struct stat datos {};
-  if (stat(ruta.c_str(), &datos) != 0 || (datos.st_mode & (S_IRWXG | S_IRWXO)) != 0)
-    Rechaza(ruta, "la pueden leer otros usuarios del equipo: déjela solo para el suyo (chmod 600)");
+  const auto contenido = LeePrivado(ruta, "la llave de las tarjetas");
+  if (!contenido) return {};
+  std::istringstream archivo(*contenido);
   std::optional<std::vector<Llave>> llaves = DeTexto(archivo);
   if (!llaves) Rechaza(ruta, "está dañada: ponga en su lugar la copia que guardó");
   return *std::move(llaves);

@@ -1,13 +1,9 @@
 #include "host/standalone/servidor_correo.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <QStandardPaths>
-#include <array>
 #include <cstdlib>
 
+#include "host/standalone/archivo_privado.h"
 #include "host/standalone/parametros.h"
 #include "host/standalone/red.h"
 #include "platform/com/error.h"
@@ -22,23 +18,7 @@ using Cifrado = ServidorCorreo::Cifrado;
 
 [[noreturn]] void Rechaza(const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); }
 
-std::string PrimeraLinea(const std::string& ruta) {
-  const auto rechaza = [&](const char* motivo) {
-    throw com::Error(com::error::kSoloLectura, "El archivo de la contraseña del correo (" + ruta + ") " + motivo);
-  };
-  const int archivo = open(ruta.c_str(), O_RDONLY | O_CLOEXEC);
-  if (archivo < 0) rechaza("no se puede leer");
-  struct stat datos {};
-  std::array<char, 1024> bytes{};
-  const bool visto = fstat(archivo, &datos) == 0;
-  const ssize_t leidos = read(archivo, bytes.data(), bytes.size());
-  close(archivo);
-  if (!visto || leidos < 0) rechaza("no se puede leer");
-  if ((datos.st_mode & (S_IRWXG | S_IRWXO)) != 0)
-    rechaza("lo pueden leer otros usuarios del equipo: déjelo solo para el suyo (chmod 600)");
-  const std::string_view todo(bytes.data(), static_cast<std::size_t>(leidos));
-  return std::string(todo.substr(0, todo.find_first_of("\r\n")));
-}
+constexpr char kSecreto[] = "la contraseña del correo";
 
 Cifrado CifradoDe(const std::string& seguridad, bool local) {
   if (seguridad == "TLS") return Cifrado::Tls;
@@ -60,11 +40,10 @@ std::string RutaContrasena() {
 }
 
 std::string LeeContrasena(const std::optional<std::string>& archivo) {
-  if (archivo) return PrimeraLinea(*archivo);
+  if (archivo) return LineaPrivada(*archivo, kSecreto);
   if (const char* valor = std::getenv("RESERVAS_CORREO_CONTRASENA"); valor != nullptr && *valor != '\0') return valor;
   const std::string ruta = RutaContrasena();
-  struct stat datos {};
-  return stat(ruta.c_str(), &datos) == 0 ? PrimeraLinea(ruta) : std::string();
+  return LeePrivado(ruta, kSecreto) ? LineaPrivada(ruta, kSecreto) : std::string();
 }
 
 std::optional<ServidorCorreo> LeeServidor(Conexion& conexion, const std::string& contrasena) {

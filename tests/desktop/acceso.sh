@@ -4,7 +4,7 @@
 . "$(dirname "$(realpath "$0")")/manos.sh"
 
 usuario() {  # login, password: by the program for the database, which lets both administer it
-  echo "$2" >"$CARPETA/contrasena"
+  (umask 077 && echo "$2" >"$CARPETA/contrasena")
   "$RESERVAS_BASE" usuario "$base" "$1" --contrasena-de "$CARPETA/contrasena" --registro "$CARPETA/diario" >/dev/null
 }
 entra() {  # login, password

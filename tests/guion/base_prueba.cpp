@@ -117,6 +117,8 @@ TEST_F(Base, ConContrasenasLosGuionesYLaImportacionLaNecesitan) {
   };
   EXPECT_EQ(guion({}).estado, 0) << "no passwords yet";
   EXPECT_EQ(Di({"usuario", hotel, "LUZ"}).estado, 1);
+  EXPECT_NE(Di({"usuario", hotel, "LUZ", "--contrasena-de", buena}).errores.find("(chmod 600)"), std::string::npos);
+  for (const std::string& archivo : {buena, mala}) std::filesystem::permissions(archivo, std::filesystem::perms(0600));
   EXPECT_EQ(Di({"usuario", hotel, "LUZ", "--contrasena-de", buena}).estado, 0);
   EXPECT_NE(guion({}).errores.find("RESERVAS_CONTRASENA"), std::string::npos);
   EXPECT_NE(guion({"--contrasena-de", mala}).errores.find("no son correctos"), std::string::npos);

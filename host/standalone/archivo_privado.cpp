@@ -1,0 +1,47 @@
+#include "host/standalone/archivo_privado.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+
+#include "platform/com/error.h"
+
+namespace autonomo {
+namespace {
+
+[[noreturn]] void Rechaza(const std::string& ruta, const std::string& que, const char* motivo) {
+  throw com::Error(com::error::kSoloLectura, "El archivo de " + que + " (" + ruta + ") " + motivo);
+}
+
+}  // namespace
+
+// What was looked at is what is read: one descriptor for both.
+std::optional<std::string> LeePrivado(const std::string& ruta, const std::string& que) {
+  const int archivo = open(ruta.c_str(), O_RDONLY | O_CLOEXEC);
+  if (archivo < 0 && errno == ENOENT) return std::nullopt;
+  struct stat datos {};
+  const bool visto = archivo >= 0 && fstat(archivo, &datos) == 0;
+  const bool ajeno = visto && (datos.st_mode & (S_IRWXG | S_IRWXO)) != 0;
+  std::string contenido;
+  std::array<char, 4096> bytes{};
+  ssize_t leidos = visto && !ajeno ? 1 : 0;
+  while (leidos > 0) {
+    leidos = read(archivo, bytes.data(), bytes.size());
+    if (leidos > 0) contenido.append(bytes.data(), static_cast<std::size_t>(leidos));
+  }
+  if (archivo >= 0) close(archivo);
+  if (!visto || leidos < 0) Rechaza(ruta, que, "no se puede leer");
+  if (ajeno) Rechaza(ruta, que, "lo pueden leer otros usuarios del equipo: déjelo solo para el suyo (chmod 600)");
+  return contenido;
+}
+
+std::string LineaPrivada(const std::string& ruta, const std::string& que) {
+  const auto contenido = LeePrivado(ruta, que);
+  if (!contenido) Rechaza(ruta, que, "no existe");
+  return contenido->substr(0, contenido->find_first_of("\r\n"));
+}
+
+}  // namespace autonomo
