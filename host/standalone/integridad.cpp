@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <exception>
 #include <fstream>
 #include <iterator>
 #include <map>
@@ -315,15 +316,18 @@ std::string RevisionDePaginas::Dano(sqlite3* base) const {
 }
 
 void RevisionDePaginas::Recorre(sqlite3* base) {
-  bool sana = true;
   try {
     TerminaCon(base, termina_);
-    sana = Dano(base).empty();
+    if (Dano(base).empty()) return;
   } catch (const com::Error& e) {
-    sana = e.Numero() != com::error::kDanada;  // so damaged that it cannot be walked through
+    if (e.Numero() != com::error::kDanada) return;  // else so damaged that it cannot be walked through
+  } catch (const std::exception&) {  // nothing is known, and no failure of this thread ends the clerk's program
+    return;
   }
-  if (sana) return;
-  remedio_ = pedida_.remedio(ruta_);
+  try {
+    remedio_ = pedida_.remedio(ruta_);
+  } catch (const std::exception&) {  // the damage is told without it
+  }
   danada_ = true;
 }
 

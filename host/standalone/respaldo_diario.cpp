@@ -1,6 +1,7 @@
 #include "host/standalone/respaldo_diario.h"
 
 #include <chrono>
+#include <exception>
 
 #include "host/standalone/respaldo.h"
 #include "platform/com/error.h"
@@ -51,6 +52,8 @@ bool RespaldoDiario::Hace(const std::string& dia) {
                     " reservaciones, " + std::to_string(respaldo->filas) + " renglones";
   } catch (const com::Error& e) {
     noticia = {true, e.Descripcion()};
+  } catch (const std::exception& e) {  // no failure of this thread ends the clerk's program
+    noticia = {true, std::string("Falló la copia de respaldo: ") + e.what()};
   }
   if (termina_) return true;
   const std::lock_guard candado(mutex_);
