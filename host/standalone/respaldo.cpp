@@ -64,7 +64,22 @@ std::string Motivo(int errnoSistema) {
 
 // --- one copy
 
-// A file of the copy's own, readable by its owner alone, that goes unless it got its name.
+// Gives what was made beside the hotel the hotel's owner and group, as far as this account may, and these rights; the
+// group has none when it is another one.
+void Comparte(const std::string& ruta, const struct stat& hotel, mode_t modo) {
+  const bool suya = chown(ruta.c_str(), hotel.st_uid, hotel.st_gid) == 0 ||
+                    chown(ruta.c_str(), static_cast<uid_t>(-1), hotel.st_gid) == 0;
+  chmod(ruta.c_str(), suya ? modo : modo & ~mode_t{S_ISGID | S_IRWXG});  // a disk without rights has its own
+}
+
+// From the root on; as it was given when the folder that this program was started in is gone.
+fs::path Absoluta(const std::string& ruta) {
+  std::error_code ec;
+  const fs::path absoluta = fs::absolute(ruta, ec);
+  return ec ? fs::path(ruta) : absoluta;
+}
+
+// A file of the copy's own, readable by its owner alone until it is whole, that goes unless it got its name.
 class Inacabada {
  public:
   explicit Inacabada(const std::string& copia) : ruta_(copia + ".XXXXXX") {
@@ -80,7 +95,9 @@ class Inacabada {
 
   const std::string& ruta() const { return ruta_; }
 
-  void Nombra(const std::string& copia, bool sustituye) {
+  // hotel: whose accounts may use it; without it, its owner alone.
+  void Nombra(const std::string& copia, bool sustituye, const std::optional<struct stat>& hotel) {
+    if (hotel) Comparte(ruta_, *hotel, hotel->st_mode & 0777U);
     // Two that end at once do not take each other's name.
     const unsigned modo = sustituye ? 0 : RENAME_NOREPLACE;
     if (renameat2(AT_FDCWD, ruta_.c_str(), AT_FDCWD, copia.c_str(), modo) != 0) {
@@ -226,7 +243,7 @@ Cuidado LeeCuidado(const std::string& hotel) {
   const std::string dias = valor(anfitrion::parametro::kRespaldoDias);
   std::from_chars(dias.data(), dias.data() + dias.size(), c.dias);
   c.carpeta =
-      (fs::absolute(hotel).parent_path() / valor(anfitrion::parametro::kRespaldoCarpeta)).lexically_normal().string();
+      (Absoluta(hotel).parent_path() / valor(anfitrion::parametro::kRespaldoCarpeta)).lexically_normal().string();
   return c;
 }
 
@@ -244,25 +261,31 @@ std::vector<std::string> Archivos(const std::string& carpeta, const std::string&
   const std::regex resto(patron);
   std::vector<std::string> rutas;
   std::error_code ec;
-  for (const auto& archivo : fs::directory_iterator(carpeta, ec)) {
-    const std::string nombre = archivo.path().filename().string();
+  // Its ++ would raise where a folder cannot be read to its end.
+  for (fs::directory_iterator archivo(carpeta, ec); !ec && archivo != fs::directory_iterator(); archivo.increment(ec)) {
+    const std::string nombre = archivo->path().filename().string();
     if (nombre.starts_with(tronco) && std::regex_match(nombre.substr(tronco.size()), resto)) {
-      rutas.push_back(archivo.path().string());
+      rutas.push_back(archivo->path().string());
     }
   }
   std::ranges::sort(rutas, std::greater<>());
   return rutas;
 }
 
-// The folder is as open to others as the hotel's own.
-void CreaCarpeta(const std::string& carpeta, const std::string& hotel) {
-  struct stat datos {};
-  if (stat(carpeta.c_str(), &datos) == 0) return;
-  const std::string padre = fs::absolute(hotel).parent_path().string();
-  const mode_t modo = stat(padre.c_str(), &datos) == 0 ? datos.st_mode & 0777U : 0700U;
-  std::error_code ec;
-  fs::create_directories(fs::path(carpeta).parent_path(), ec);
-  if (mkdir(carpeta.c_str(), modo) != 0 && errno != EEXIST) RechazaArchivo(carpeta, errno);
+// Those who may write the hotel's file and in its folder may write in the folder of its copies, whatever the account
+// that makes it; nobody else.
+void CreaCarpeta(const fs::path& carpeta, const std::string& hotel) {
+  struct stat datos {
+  }, archivo{}, padre{};
+  if (carpeta.empty() || stat(carpeta.c_str(), &datos) == 0) return;
+  CreaCarpeta(carpeta.parent_path(), hotel);
+  if (mkdir(carpeta.c_str(), 0700) != 0) {
+    if (errno == EEXIST) return;  // another desk was first
+    RechazaArchivo(carpeta.string(), errno);
+  }
+  if (stat(hotel.c_str(), &archivo) != 0 || stat((Absoluta(hotel).parent_path() / ".").c_str(), &padre) != 0) return;
+  const mode_t entra = (archivo.st_mode & 0444U) >> 2U;  // who may read it may enter
+  Comparte(carpeta.string(), archivo, padre.st_mode & (S_ISGID | S_IRWXU | (archivo.st_mode & 0066U) | entra));
 }
 
 // Days are counted by the copies that are there, not by the calendar: a hotel that was closed for a month, or a desk
@@ -274,7 +297,8 @@ void Depura(const std::string& carpeta, const std::string& hotel, int dias) {
     for (const char* cola : {"", "-suma"}) fs::remove(delDia[i] + cola, ec);
   }
   for (const std::string& ruta : Archivos(carpeta, hotel, kInacabada)) {
-    if (fs::file_time_type::clock::now() - fs::last_write_time(ruta, ec) > kAbandonada) fs::remove(ruta, ec);
+    const auto escrita = fs::last_write_time(ruta, ec);
+    if (!ec && fs::file_time_type::clock::now() - escrita > kAbandonada) fs::remove(ruta, ec);
   }
 }
 
@@ -314,11 +338,11 @@ class Cerrojo {
   Cerrojo(const Cerrojo&) = delete;
   Cerrojo& operator=(const Cerrojo&) = delete;
 
-  // Gives another file the same owner, group and rights, as far as this account may.
-  void Iguala(const std::string& ruta) const {
+  // Owner, group and rights of the file, when there is one.
+  std::optional<struct stat> Datos() const {
     struct stat datos {};
-    if (archivo_ < 0 || fstat(archivo_, &datos) != 0) return;
-    if (chown(ruta.c_str(), datos.st_uid, datos.st_gid) == 0) chmod(ruta.c_str(), datos.st_mode & 0777U);
+    if (archivo_ < 0 || fstat(archivo_, &datos) != 0) return std::nullopt;
+    return datos;
   }
 
  private:
@@ -362,7 +386,7 @@ std::string Momento() {
 }
 
 Respaldo Respalda(const std::string& hotel, const std::string& copia, const OpcionesRespaldo& opciones) {
-  const std::string destino = fs::absolute(copia).string();
+  const std::string destino = Absoluta(copia).string();
   std::error_code ec;
   if (fs::equivalent(hotel, destino, ec)) Rechaza(com::error::kArgumento, "La copia no puede ser el mismo archivo");
   if (!opciones.sustituye && fs::exists(destino, ec)) Inacabada::RechazaExistente(copia);
@@ -372,7 +396,9 @@ Respaldo Respalda(const std::string& hotel, const std::string& copia, const Opci
     const Manija de = AbreHotel(hotel);
     Inacabada archivo(destino);
     Respaldo r = Llena(de, archivo.ruta(), opciones);
-    archivo.Nombra(destino, opciones.sustituye);
+    struct stat datos {};
+    if (stat(hotel.c_str(), &datos) != 0) RechazaArchivo(hotel, errno);
+    archivo.Nombra(destino, opciones.sustituye, datos);
     GuardaSumas(AbreManija(destino, SQLITE_OPEN_READONLY).get());
     r.ruta = copia;
     return r;
@@ -425,15 +451,14 @@ std::optional<Respaldo> RespaldaDia(const std::string& hotel, std::string_view d
 }
 
 Repuesto Repone(const std::string& hotel, const std::string& copia) {
-  const std::string destino = fs::absolute(hotel).string();
+  const std::string destino = Absoluta(hotel).string();
   const Manija de = AbreHotel(copia);
   const Cerrojo cerrojo(destino);
   Inacabada archivo(destino);
   Repuesto r{Llena(de, archivo.ruta(), {}), {}};
   r.respaldo.ruta = copia;
-  cerrojo.Iguala(archivo.ruta());
   r.apartados = Aparta(destino);
-  archivo.Nombra(destino, false);
+  archivo.Nombra(destino, false, cerrojo.Datos());
   return r;
 }
 

@@ -23,8 +23,8 @@ struct Respaldo {
 
 // Copies the hotel as it stands when the copy begins, with all that is committed, also what is still in the log; who
 // works in it is not held up. The copy appears under its name when it is whole: its pages checked, each table's rows
-// counted against the hotel's; only the owner may read it. com::Error kArgumento when the name is taken, kDanada for a
-// hotel that is damaged, kAjena for another file, kLlena, kSoloLectura, kBaseDatos otherwise.
+// counted against the hotel's; those may read it who may read the hotel's file. com::Error kArgumento when the name is
+// taken, kDanada for a hotel that is damaged, kAjena for another file, kLlena, kSoloLectura, kBaseDatos otherwise.
 Respaldo Respalda(const std::string& hotel, const std::string& copia, const OpcionesRespaldo& opciones);
 
 // --- the hotel's folder of copies
@@ -52,8 +52,8 @@ struct Repuesto {
   Respaldo respaldo;
   std::vector<std::string> apartados;  // files that were there before, under their new names
 };
-// Puts a copy in the hotel's place; what was there, damaged or not, is kept beside it. com::Error kOcupada while a
-// program has the hotel open; those of Respalda.
+// Puts a copy in the hotel's place, with the rights of the file that was there; that one, damaged or not, is kept
+// beside it. com::Error kOcupada while a program has the hotel open; those of Respalda.
 Repuesto Repone(const std::string& hotel, const std::string& copia);
 
 }  // namespace autonomo

@@ -1,12 +1,16 @@
 // Copies of a hotel: while others write, by day, and back again.
 #include <sqlite3.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <atomic>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 #include <thread>
 
+#include "host/standalone/integridad.h"
+#include "host/standalone/manija.h"
 #include "host/standalone/respaldo.h"
 #include "host/standalone/respaldo_diario.h"
 #include "tests/host/base_prueba.h"
@@ -184,6 +188,69 @@ TEST_F(RespaldoPrueba, ElHiloHaceLaDeHoyYDiceLaQueNoPudo) {
   const auto mala = noticia();
   EXPECT_TRUE(mala.falla);
   EXPECT_NE(mala.texto.find("hotel.db/no"), std::string::npos) << mala.texto;
+  // A program started in a folder that is gone.
+  const fs::path antes = fs::current_path(), ida = carpeta / "ida";
+  fs::create_directory(ida);
+  fs::current_path(ida);
+  fs::remove(ida);
+  ruta = "hotel.db";
+  EXPECT_TRUE(noticia().falla);
+  fs::current_path(antes);
+}
+
+// Nor does a failure behind the clerk's back, when it is looked for the way back.
+TEST_F(RespaldoPrueba, ElDanoDeUnArchivoGrandeSeDiceAunqueElRemedioFalle) {
+  {
+    const auto c = Abre();
+    c->BeginTrans();
+    for (int i = 0; i < 3000; ++i)
+      c->Consulta("INSERT INTO Plantilla (Pt_Cve_Plantilla, Pt_Cuerpo) VALUES (?, ?)",
+                  {std::to_string(i), std::string(3500, 'x')});
+    c->CommitTrans();
+  }
+  Dana(ruta);
+  const auto base = autonomo::AbreManija(ruta, SQLITE_OPEN_READWRITE);
+  autonomo::RevisionDePaginas revision(
+      base.get(), ruta, {{}, false, [](const std::string&) -> std::string { throw std::runtime_error("red"); }});
+  revision.Sigue(true);
+  com::Error e(0, "");
+  for (int i = 0; i < 500 && e.Numero() == 0; ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    e = ErrorDe([&] { revision.Exige(); });
+  }
+  EXPECT_EQ(e.Numero(), com::error::kDanada);
+}
+
+// Several accounts of one group share a hotel: what one of them makes the others use, whatever its umask.
+TEST_F(RespaldoPrueba, LasCopiasSonDeQuienesCompartenElHotelYDeNadieMas) {
+  Reserva(*Abre(), 1);
+  const auto modo = [&](const std::string& nombre) {
+    struct stat datos {
+    }, hotel{};
+    EXPECT_EQ(stat(Archivo(nombre).c_str(), &datos), 0) << nombre;
+    EXPECT_EQ(stat(ruta.c_str(), &hotel), 0);
+    EXPECT_EQ(datos.st_gid, hotel.st_gid) << nombre;
+    return datos.st_mode & 07777U;
+  };
+  const mode_t mascara = umask(022);
+  if (geteuid() == 0) {
+    ASSERT_EQ(chown(ruta.c_str(), getuid(), 4), 0) << "a group of its own";
+  }
+  ASSERT_EQ(chmod(ruta.c_str(), 0660), 0);
+  ASSERT_EQ(chmod(carpeta.c_str(), 02775), 0);
+  Abre()->Directa("INSERT INTO Parametro (Pm_Clave, Pm_Valor) VALUES ('HT_RESPALDO_CARPETA', 'otra/copias')");
+  autonomo::RespaldaDia(ruta, "2026-03-09", {});
+  for (const char* nombre : {"otra", "otra/copias"}) EXPECT_EQ(modo(nombre), 02770U);
+  for (const char* cola : {"", "-suma"}) {
+    EXPECT_EQ(modo(std::string("otra/copias/hotel-2026-03-09.db") + cola) & 0077U, 0060U) << cola;
+  }
+  ASSERT_EQ(chmod(ruta.c_str(), 0600), 0);
+  fs::remove_all(carpeta / "otra");
+  autonomo::RespaldaDia(ruta, "2026-03-09", {});
+  for (const char* nombre : {"otra", "otra/copias", "otra/copias/hotel-2026-03-09.db"}) {
+    EXPECT_EQ(modo(nombre) & 0077U, 0U) << nombre;
+  }
+  umask(mascara);
 }
 
 }  // namespace
