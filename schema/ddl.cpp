@@ -108,12 +108,12 @@ std::vector<Objeto> Objetos(Motor motor) {
     o.push_back({Objeto::Clase::Otro, "espanol",
                  "CREATE COLLATION espanol (provider = icu, locale = 'es-u-ks-level2', deterministic = false)"});
     // The server rounds to decimals only what is no binary number.
-    o.push_back({Objeto::Clase::Otro, "round",
-                 "CREATE FUNCTION round(valor double precision, decimales integer) RETURNS double precision "
+    o.push_back({Objeto::Clase::Funcion, "round",
+                 "CREATE OR REPLACE FUNCTION round(valor double precision, decimales integer) RETURNS double precision "
                  "LANGUAGE sql IMMUTABLE STRICT AS 'SELECT pg_catalog.round(valor::numeric, decimales)::float8'"});
     // Texts are joined with their blanks at the end.
-    o.push_back({Objeto::Clase::Otro, "suma_textos",
-                 "CREATE FUNCTION suma_textos(bpchar, bpchar) RETURNS bpchar "
+    o.push_back({Objeto::Clase::Funcion, "suma_textos",
+                 "CREATE OR REPLACE FUNCTION suma_textos(bpchar, bpchar) RETURNS bpchar "
                  "LANGUAGE sql IMMUTABLE STRICT AS $$SELECT format('%s%s', $1, $2)::bpchar$$"});
     o.push_back({Objeto::Clase::Otro, "||",
                  "CREATE OPERATOR || (LEFTARG = bpchar, RIGHTARG = bpchar, FUNCTION = suma_textos)"});

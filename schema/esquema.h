@@ -47,7 +47,8 @@ std::vector<std::string> Ddl(Motor motor);
 
 // What the definition consists of, in the order of creation.
 struct Objeto {
-  enum class Clase { Tabla, Indice, Guarda, Otro };
+  // A Funcion's statement also replaces what an earlier version had.
+  enum class Clase { Tabla, Indice, Guarda, Funcion, Otro };
   Clase clase;
   std::string nombre;
   std::string sql;
@@ -64,7 +65,7 @@ struct Referencia {
   std::string_view tabla, columna, otra, llave;
 };
 const std::vector<Referencia>& Referencias();
-// Version of the definition, kept in the database. An earlier SQLite file gets what it lacks when it is opened.
+// Version of the definition, kept in the database. An earlier database gets what it lacks when it is opened.
 inline constexpr int kVersion = 4;
 
 // Statements (plain inserts with literals, SQL Server text) that fill an empty database with the demo hotel around the

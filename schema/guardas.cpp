@@ -76,8 +76,9 @@ std::vector<Objeto> SobreventaSqlite() {
 
 // --- versions
 //
-// Every write to a reservation, its rooms or its card moves its version on. Two statements, not one with a conflict
-// clause: the clause of the statement that fires a trigger would stand in its place.
+// Every write to a reservation, its rooms or its card moves its version on. Two
+// statements, not one with a conflict clause: the clause of the statement that fires a trigger would stand in its
+// place.
 
 constexpr std::string_view kVersionSqlite = R"(CREATE TRIGGER {nombre}
 AFTER {suceso} ON {tabla}
@@ -136,21 +137,21 @@ constexpr std::string_view kNocheVendida = R"(CREATE TABLE Noche_Vendida (
 
 // Empty where the end is not behind the start; NULL where either is missing.
 constexpr std::string_view kNoches =
-    R"(CREATE FUNCTION noches(inicio timestamp, fin timestamp) RETURNS daterange LANGUAGE sql IMMUTABLE STRICT AS $$
+    R"(CREATE OR REPLACE FUNCTION noches(inicio timestamp, fin timestamp) RETURNS daterange LANGUAGE sql IMMUTABLE STRICT AS $$
   SELECT daterange(inicio::date, GREATEST(inicio::date, fin::date))
 $$)";
 
 constexpr std::string_view kHaySobreventa =
-    R"(CREATE FUNCTION hay_sobreventa() RETURNS boolean LANGUAGE sql STABLE AS $$
+    R"(CREATE OR REPLACE FUNCTION hay_sobreventa() RETURNS boolean LANGUAGE sql STABLE AS $$
   SELECT NOT EXISTS (SELECT 1 FROM Parametro
                      WHERE Pm_Clave = 'HT_OVER_BOOKING'
                        AND BTRIM(Pm_Valor, ' 0.+-')::bpchar COLLATE espanol IN ('', 'false', 'falso'))
 $$)";
 
-// Of the lines that hold the room on one of the nights, one that is like the line itself is that line. A room's few lines
-// are looked up one by one: while a hotel is filled, the server's estimates are those of an empty one.
+// Of the lines that hold the room on one of the nights, one that is like the line itself is that line. A room's few
+// lines are looked up one by one: while a hotel is filled, the server's estimates are those of an empty one.
 constexpr std::string_view kVende =
-    R"(CREATE FUNCTION vende(suyo bpchar, cuarto bpchar, suyas daterange) RETURNS void LANGUAGE plpgsql
+    R"(CREATE OR REPLACE FUNCTION vende(suyo bpchar, cuarto bpchar, suyas daterange) RETURNS void LANGUAGE plpgsql
 SET enable_mergejoin = off SET enable_hashjoin = off SET enable_seqscan = off AS $$
 DECLARE choque record;
 BEGIN
@@ -180,7 +181,7 @@ BEGIN
 END $$)";
 
 constexpr std::string_view kSobreventaLinea =
-    R"(CREATE FUNCTION sobreventa_linea() RETURNS trigger LANGUAGE plpgsql AS $$
+    R"(CREATE OR REPLACE FUNCTION sobreventa_linea() RETURNS trigger LANGUAGE plpgsql AS $$
 BEGIN
   IF TG_OP <> 'INSERT' THEN
     DELETE FROM Noche_Vendida
@@ -195,7 +196,7 @@ END $$)";
 
 // Only what came to life is looked at: another change of a live reservation takes no night.
 constexpr std::string_view kSobreventaReservacion =
-    R"(CREATE FUNCTION sobreventa_reservacion() RETURNS trigger LANGUAGE plpgsql AS $$
+    R"(CREATE OR REPLACE FUNCTION sobreventa_reservacion() RETURNS trigger LANGUAGE plpgsql AS $$
 BEGIN
   IF TG_OP = 'UPDATE' THEN
     IF OLD.Rs_Folio = NEW.Rs_Folio
@@ -216,7 +217,7 @@ END $$)";
 
 // The guard comes into force or goes: what is sold by then is entered, but for nights that are sold twice already.
 constexpr std::string_view kSobreventaParametro =
-    R"(CREATE FUNCTION sobreventa_parametro() RETURNS trigger LANGUAGE plpgsql AS $$
+    R"(CREATE OR REPLACE FUNCTION sobreventa_parametro() RETURNS trigger LANGUAGE plpgsql AS $$
 BEGIN
   IF NOT COALESCE(OLD.Pm_Clave = 'HT_OVER_BOOKING', FALSE)
      AND NOT COALESCE(NEW.Pm_Clave = 'HT_OVER_BOOKING', FALSE) THEN
@@ -236,7 +237,7 @@ END $$)";
 
 // Takes the row of the reservation's version, so that writers of one reservation wait for one another.
 constexpr std::string_view kVersionPostgres =
-    R"(CREATE FUNCTION version_reservacion() RETURNS trigger LANGUAGE plpgsql AS $$
+    R"(CREATE OR REPLACE FUNCTION version_reservacion() RETURNS trigger LANGUAGE plpgsql AS $$
 BEGIN
   IF TG_OP = 'DELETE' OR (TG_OP = 'UPDATE' AND OLD.Rs_Folio <> NEW.Rs_Folio) THEN
     INSERT INTO Reservacion_Version (Rs_Folio, Rv_Version) VALUES (OLD.Rs_Folio, 1)
@@ -259,6 +260,10 @@ std::vector<Objeto> GuardasPostgres() {
            {"rango_clave", kRangoClave},
            {"Noche_Vendida", kNocheVendida},
            {"Noche_Vendida_1", "CREATE INDEX Noche_Vendida_1 ON Noche_Vendida (Rs_Folio)"},
+       }) {
+    guardas.push_back({Objeto::Clase::Otro, nombre, std::string(sql)});
+  }
+  for (const auto& [nombre, sql] : std::initializer_list<std::pair<const char*, std::string_view>>{
            {"noches", kNoches},
            {"hay_sobreventa", kHaySobreventa},
            {"vende", kVende},
@@ -267,7 +272,7 @@ std::vector<Objeto> GuardasPostgres() {
            {"sobreventa_parametro", kSobreventaParametro},
            {"version_reservacion", kVersionPostgres},
        }) {
-    guardas.push_back({Objeto::Clase::Otro, nombre, std::string(sql)});
+    guardas.push_back({Objeto::Clase::Funcion, nombre, std::string(sql)});
   }
   guardas.push_back(Guarda("Sobreventa_Linea",
                            "AFTER INSERT OR DELETE OR UPDATE OF Rs_Folio, Hb_Cve_Habitacion, Rsd_Fecha_Inicio, "

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <initializer_list>
 #include <map>
+#include <set>
 #include <utility>
 
 #include "host/standalone/postgres.h"
@@ -207,6 +208,45 @@ void SesionPostgres::PoneGuardas() {
   avisos_.push_back(texto + "Ya están puestas otra vez; averigüe qué programa las quitó.");
 }
 
+// What an earlier version's database lacks: columns first, on which indexes and functions may rest. Its functions and
+// guards become those of today.
+void SesionPostgres::PoneAlDia() {
+  std::set<std::string> hay;
+  const auto lee = [&](const std::string& sql) {
+    const Resultado r = Corre(sql);
+    for (int i = 0; i < PQntuples(r.get()); ++i) hay.insert(PQgetvalue(r.get(), i, 0));
+  };
+  lee("SELECT relname FROM pg_class WHERE pg_table_is_visible(oid) "
+      "UNION SELECT relname || '.' || attname FROM pg_class INNER JOIN pg_attribute ON attrelid = pg_class.oid "
+      "WHERE pg_table_is_visible(pg_class.oid) AND NOT attisdropped "
+      "UNION SELECT typname FROM pg_type WHERE pg_type_is_visible(oid) "
+      "UNION SELECT collname FROM pg_collation WHERE pg_collation_is_visible(oid) "
+      "UNION SELECT oprname FROM pg_operator WHERE pg_operator_is_visible(oid) AND oprleft = 'bpchar'::regtype");
+  const auto esta = [&](std::string_view nombre) { return hay.contains(com::Minusculas(std::string(nombre))); };
+  for (const esquema::Tabla& tabla : esquema::Tablas()) {
+    if (!esta(tabla.nombre)) continue;
+    for (const esquema::Columna& columna : tabla.columnas) {
+      if (!esta(std::string(tabla.nombre) + "." + std::string(columna.nombre)))
+        Corre(esquema::AgregaColumna(esquema::Motor::PostgreSQL, tabla, columna));
+    }
+  }
+  const Resultado guardas =
+      Corre("SELECT tgname, tgrelid::regclass FROM pg_trigger WHERE NOT tgisinternal AND pg_table_is_visible(tgrelid)");
+  std::map<std::string, std::string> tablaDe;
+  for (int i = 0; i < PQntuples(guardas.get()); ++i)
+    tablaDe[PQgetvalue(guardas.get(), i, 0)] = PQgetvalue(guardas.get(), i, 1);
+  for (const esquema::Objeto& o : esquema::Objetos(esquema::Motor::PostgreSQL)) {
+    using Clase = esquema::Objeto::Clase;
+    if (o.clase == Clase::Guarda) {
+      const auto suya = tablaDe.find(com::Minusculas(o.nombre));
+      if (suya != tablaDe.end()) Corre("DROP TRIGGER " + o.nombre + " ON " + suya->second);
+    } else if (o.clase != Clase::Funcion && esta(o.nombre)) {
+      continue;
+    }
+    Corre(o.sql);
+  }
+}
+
 // Of two programs that meet at an empty database the second finds the schema made.
 void SesionPostgres::PreparaEsquema() {
   const auto numero = [this](const char* sql) { return std::atoi(PQgetvalue(Corre(sql).get(), 0, 0)); };
@@ -220,8 +260,6 @@ void SesionPostgres::PreparaEsquema() {
     const int tiene = version();
     if (tiene > esquema::kVersion)
       throw com::Error(kAjena, "La base de datos la creó una versión más nueva de este programa");
-    if (tiene > 0 && tiene < esquema::kVersion)
-      throw com::Error(kAjena, "La base de datos es de una versión anterior de este programa y no se ha actualizado");
     if (tiene == 0) {
       constexpr const char* kObjetos =
           "SELECT COUNT(*) FROM pg_class WHERE relkind IN ('r', 'p', 'v', 'm', 'f') "
@@ -230,9 +268,21 @@ void SesionPostgres::PreparaEsquema() {
       if (numero(kObjetos) > 0)
         throw com::Error(kAjena, "La base de datos del servidor no es de reservaciones: ya tiene otras tablas");
       for (const std::string& sentencia : esquema::Ddl(esquema::Motor::PostgreSQL)) Corre(sentencia);
+    } else if (tiene < esquema::kVersion) {
+      try {
+        PoneAlDia();
+      } catch (const com::Error& e) {
+        throw com::Error(
+            e.Numero(),
+            "La base de datos es de una versión anterior de este programa y no se pudo poner al día; quedó "
+            "como estaba. " +
+                e.Descripcion(),
+            e.Sentencia());
+      }
+    }
+    if (tiene < esquema::kVersion)
       Corre("INSERT INTO Esquema_Version (Ev_Version, Ev_Fecha) VALUES (" + std::to_string(esquema::kVersion) +
             ", LOCALTIMESTAMP(0))");
-    }
     Corre("COMMIT");
   } catch (const com::Error&) {
     PQclear(PQexec(c_.get(), "ROLLBACK"));

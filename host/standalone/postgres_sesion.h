@@ -40,6 +40,7 @@ class SesionPostgres {
   void Enlaza();
   void PreparaEsquema();
   void PoneGuardas();
+  void PoneAlDia();
   bool PideTurno(const std::string& nombre);
   Resultado Revisa(PGresult* resultado, const std::string& sql);
 

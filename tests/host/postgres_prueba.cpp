@@ -217,6 +217,35 @@ TEST_F(PostgresPrueba, SoloSeAbreLaPropia) {
   EXPECT_TRUE(e.Numero() == kAjena && Dice(e, "más nueva")) << e.Descripcion();
 }
 
+// One of the second version becomes what a new one is and keeps what it holds; what cannot be brought forward stays
+// whole.
+TEST_F(PostgresPrueba, UnaVersionAnteriorSePoneAlDia) {
+  const auto definicion = [&] {
+    return EnPostgres(ruta, R"(SELECT string_agg(x, E'\n' ORDER BY x COLLATE "C") FROM (
+      SELECT table_name || '.' || column_name || ' ' || data_type || ' ' || COALESCE(column_default, '') AS x
+        FROM information_schema.columns WHERE table_schema = 'public'
+      UNION ALL SELECT pg_get_functiondef(oid) FROM pg_proc WHERE pronamespace = 'public'::regnamespace
+      UNION ALL SELECT pg_get_triggerdef(oid) FROM pg_trigger WHERE NOT tgisinternal
+      UNION ALL SELECT indexdef FROM pg_indexes WHERE schemaname = 'public') todo)");
+  };
+  Abre()->Execute("INSERT INTO Correo_Salida (Cs_Asunto) VALUES ('carta')");
+  const std::string nueva = definicion();
+  for (const char* sql :
+       {"DROP TABLE Usuario", "ALTER TABLE Correo_Salida DROP Cs_Usuario, DROP Cs_Adjunto, DROP Cs_Intentos",
+        "DROP INDEX Correo_Salida_1", "ALTER FUNCTION vende RESET ALL", "DROP FUNCTION hay_sobreventa",
+        "DROP TRIGGER Version_Reservacion ON Reservacion", "UPDATE Esquema_Version SET Ev_Version = 2",
+        "GRANT ALL ON SCHEMA public TO conclave", "GRANT ALL ON ALL TABLES IN SCHEMA public TO conclave"})
+    EnPostgres(ruta, sql);
+  const std::string anterior = definicion();
+  const auto e = ErrorDe([&] { AbreCon(Con("conclave@"), [](auto&) { return "secreta"; }); });
+  EXPECT_TRUE(e.Numero() == kSoloLectura && Dice(e, "no se pudo poner al día")) << e.Descripcion();
+  EXPECT_EQ(definicion(), anterior);
+  EXPECT_TRUE(Abre()->TomaAvisos().empty());
+  EXPECT_EQ(definicion(), nueva);
+  EXPECT_EQ(EnPostgres(ruta, "SELECT Cs_Asunto || Cs_Usuario || Cs_Intentos FROM Correo_Salida"), "carta0");
+  EXPECT_EQ(EnPostgres(ruta, "SELECT MAX(Ev_Version) FROM Esquema_Version"), std::to_string(esquema::kVersion));
+}
+
 TEST_F(PostgresPrueba, DosQueLaEstrenanALaVezLaHacenUnaVez) {
   std::barrier juntos(2);
   const auto estrena = [&] {
