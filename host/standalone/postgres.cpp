@@ -21,7 +21,7 @@ using Valores = std::vector<std::optional<std::string>>;
 
 // Templates kept translated and prepared.
 constexpr std::size_t kPlantillas = 256;
-// The server's answer to a prepared statement whose table has changed.
+// The server's answer to a prepared statement whose table has changed, among others.
 constexpr std::string_view kPlanViejo = "0A000";
 // And the beginning of what it says when it ends the session itself.
 constexpr std::string_view kSeVa = "57P";
@@ -212,10 +212,11 @@ void ConexionPostgres::Recibe(Paso paso, const PGresult* r) {
 }
 
 Resultado ConexionPostgres::Corre(Preparada& p, const Valores& valores, std::string_view original) {
+  const bool deAntes = p.sesion == sesion_.Cual();
   std::vector<Paso> pasos;
   if (porComenzar_) pasos.push_back(Paso::Comienza);
   if (enTransaccion_) pasos.push_back(Paso::Salva);
-  if (p.sesion != sesion_.Cual()) pasos.push_back(Paso::Prepara);
+  if (!deAntes) pasos.push_back(Paso::Prepara);
   pasos.push_back(Paso::Corre);
   if (enTransaccion_) pasos.push_back(Paso::Libera);
   if (enTransaccion_ && numero_.empty()) pasos.push_back(Paso::Numero);
@@ -244,8 +245,9 @@ Resultado ConexionPostgres::Corre(Preparada& p, const Valores& valores, std::str
   if (falla == nullptr) return filas;
   if (CodigoDe(falla.get()).starts_with(kSeVa)) throw ErrorDePerdida(original);
   if (Dentro()) sesion_.Corre("ROLLBACK TO SAVEPOINT sentencia; RELEASE SAVEPOINT sentencia");
-  if (CodigoDe(falla.get()) == kPlanViejo && p.sesion == sesion_.Cual()) {
-    p.nombre = "p" + std::to_string(++nombres_);
+  // One that was prepared just now has no old plan: the server means something else.
+  if (CodigoDe(falla.get()) == kPlanViejo && deAntes) {
+    sesion_.Corre("DEALLOCATE " + p.nombre);
     p.sesion = 0;
     p.columnas = nullptr;
     return Corre(p, valores, original);

@@ -258,6 +258,23 @@ TEST_F(PostgresPrueba, DosQueLaEstrenanALaVezLaHacenUnaVez) {
   EXPECT_EQ(EnPostgres(ruta, "SELECT COUNT(*) FROM Esquema_Version"), "1");
 }
 
+// A changed table's plan is made anew, once: what the server cannot do is told.
+TEST_F(PostgresPrueba, UnPlanViejoSeRehaceUnaVez) {
+  const auto c = Abre();
+  const char* todas = "SELECT * FROM Moneda";
+  EXPECT_TRUE(c->Execute(todas)->Eof());
+  EnPostgres(ruta, "ALTER TABLE Moneda ADD otra integer");
+  EXPECT_EQ(c->Execute(todas)->Nombres().back(), "otra");
+  EnPostgres(ruta,
+             "CREATE FUNCTION nunca() RETURNS trigger LANGUAGE plpgsql AS "
+             "$$BEGIN RAISE EXCEPTION 'nunca' USING ERRCODE = '0A000'; END$$");
+  EnPostgres(ruta, "CREATE TRIGGER nunca BEFORE INSERT ON Moneda FOR EACH ROW EXECUTE FUNCTION nunca()");
+  c->BeginTrans();
+  for (int vez = 0; vez < 2; ++vez) EXPECT_TRUE(Dice(ErrorDe([&] { Moneda(*c, "a"); }), "nunca"));
+  EXPECT_EQ(Uno(*c, "SELECT COUNT(*) FROM pg_prepared_statements WHERE statement LIKE 'INSERT INTO Moneda%'"), "1");
+  c->CommitTrans();
+}
+
 // --- address, password, encryption
 
 TEST_F(PostgresPrueba, LaDireccionSeEntiendeONoSeAbre) {
