@@ -76,7 +76,8 @@ std::vector<Objeto> SobreventaSqlite() {
 
 // --- versions
 //
-// Every write to a reservation, its rooms or its card moves its version on. Two
+// Every write to a reservation, its rooms or its card moves its version on. A security code alone is no change: the
+// system itself seals and forgets it, and nobody's work is lost by that; a clerk's card is written whole. Two
 // statements, not one with a conflict clause: the clause of the statement that fires a trigger would stand in its
 // place.
 
@@ -97,15 +98,22 @@ constexpr Suceso kSucesos[] = {
     {"Cambio", "UPDATE", "OLD.Rs_Folio, NEW.Rs_Folio", "NEW.Rs_Folio"},
     {"Baja", "DELETE", "OLD.Rs_Folio", "OLD.Rs_Folio"},
 };
-constexpr std::string_view kConVersion[] = {"Reservacion", "Reservacion_Detalle", "Reservacion_Datos_Tarjeta"};
+struct ConVersion {
+  std::string_view tabla, cambio;  // the update that counts
+};
+constexpr ConVersion kConVersion[] = {
+    {"Reservacion", "UPDATE"},
+    {"Reservacion_Detalle", "UPDATE"},
+    {"Reservacion_Datos_Tarjeta", "UPDATE OF Rs_Folio, Rdt_Banco, Rdt_Numero, Rdt_Vencimiento"},
+};
 
 std::vector<Objeto> VersionesSqlite() {
   std::vector<Objeto> guardas;
-  for (const std::string_view tabla : kConVersion) {
+  for (const auto& [tabla, cambio] : kConVersion) {
     for (const Suceso& suceso : kSucesos) {
       const std::string nombre = "Version_" + std::string(suceso.nombre) + "_" + std::string(tabla);
       std::string s = Reemplaza(std::string(kVersionSqlite), "{nombre}", nombre);
-      s = Reemplaza(s, "{suceso}", suceso.sql);
+      s = Reemplaza(s, "{suceso}", suceso.sql == "UPDATE" ? cambio : suceso.sql);
       s = Reemplaza(s, "{tabla}", tabla);
       s = Reemplaza(s, "{folios}", suceso.folios);
       guardas.push_back({Objeto::Clase::Guarda, nombre, Reemplaza(s, "{folio}", suceso.folio)});
@@ -283,10 +291,10 @@ std::vector<Objeto> GuardasPostgres() {
   guardas.push_back(Guarda("Sobreventa_Parametro",
                            "AFTER INSERT OR DELETE OR UPDATE ON Parametro "
                            "FOR EACH ROW EXECUTE FUNCTION sobreventa_parametro()"));
-  for (const std::string_view tabla : kConVersion) {
-    guardas.push_back(
-        Guarda("Version_" + std::string(tabla), "AFTER INSERT OR UPDATE OR DELETE ON " + std::string(tabla) +
-                                                    " FOR EACH ROW EXECUTE FUNCTION version_reservacion()"));
+  for (const auto& [tabla, cambio] : kConVersion) {
+    guardas.push_back(Guarda("Version_" + std::string(tabla),
+                             "AFTER INSERT OR DELETE OR " + std::string(cambio) + " ON " + std::string(tabla) +
+                                 " FOR EACH ROW EXECUTE FUNCTION version_reservacion()"));
   }
   return guardas;
 }

@@ -287,8 +287,10 @@ void SellaTarjetas(ConexionDeMotor& conexion) {
                                                        columna + " <> '' AND " + columna + " NOT LIKE ?",
                                                    {como});
     for (; !rs->Eof(); rs->MoveNext()) {
-      conexion.Consulta("UPDATE " + tabla + " SET " + columna + " = ? WHERE " + llave + " = ?",
-                        {rs->Fields(1).Value(), rs->Fields(0).Value()});
+      // Only what is still there as it was read: it may have been changed since.
+      const com::Variant clave = rs->Fields(0).Value(), valor = rs->Fields(1).Value();
+      conexion.Consulta("UPDATE " + tabla + " SET " + columna + " = ? WHERE " + llave + " = ? AND " + columna + " = ?",
+                        {valor, clave, valor});
     }
   }
 }

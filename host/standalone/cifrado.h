@@ -21,7 +21,7 @@ std::shared_ptr<ConexionDeMotor> CifraTarjetas(std::shared_ptr<ConexionDeMotor> 
 // cancellation does so by itself.
 void OlvidaCodigos(ConexionDeMotor& conexion, const std::string& folio, com::Fecha hoy);
 
-// Seals the cards that an earlier version of the program left in clear.
+// Seals the cards that an earlier version of the program left in clear; one that changes meanwhile stays as it changed.
 void SellaTarjetas(ConexionDeMotor& conexion);
 
 }  // namespace autonomo

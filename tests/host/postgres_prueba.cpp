@@ -244,6 +244,11 @@ TEST_F(PostgresPrueba, UnaVersionAnteriorSePoneAlDia) {
   EXPECT_EQ(definicion(), nueva);
   EXPECT_EQ(EnPostgres(ruta, "SELECT Cs_Asunto || Cs_Usuario || Cs_Intentos FROM Correo_Salida"), "carta0");
   EXPECT_EQ(EnPostgres(ruta, "SELECT MAX(Ev_Version) FROM Esquema_Version"), std::to_string(esquema::kVersion));
+  // A card's code that is forgotten is no change of its reservation.
+  EnPostgres(ruta, "INSERT INTO Reservacion_Datos_Tarjeta (Rs_Folio, Rdt_Codigo_Seguridad) VALUES ('1', 'x')");
+  for (const char* cambio : {"Rdt_Codigo_Seguridad = ''", "Rdt_Banco = 'B'"})
+    EnPostgres(ruta, std::string("UPDATE Reservacion_Datos_Tarjeta SET ") + cambio);
+  EXPECT_EQ(EnPostgres(ruta, "SELECT Rv_Version FROM Reservacion_Version"), "2");
 }
 
 TEST_F(PostgresPrueba, DosQueLaEstrenanALaVezLaHacenUnaVez) {

@@ -8,6 +8,7 @@
 
 #include "host/standalone/anfitrion.h"
 #include "host/standalone/cambio_llave.h"
+#include "host/standalone/conexion.h"
 #include "tests/comun/error_de.h"
 
 namespace autonomo {
@@ -73,6 +74,31 @@ TEST_F(Tarjetas, ElArchivoNoLasTieneYQuienPuedeLasLee) {
   for (const char* claro : {kNumero, "5111222233334444"}) EXPECT_FALSE(EnDisco(claro)) << "closed";
   Abre();
   EXPECT_EQ(Lee("Cl_Tarjeta_Numero"), "4000123412345678 ");
+}
+
+// While they are sealed, another program changes the second one.
+TEST_F(Tarjetas, LasQueEstabanEnClaroSeCifranSinPisarLoQueOtroGuarda) {
+  host.reset();
+  OpcionesConexion o;
+  o.ruta = (carpeta / "hotel.db").string();
+  const Reloj reloj;
+  const auto motor = AbreMotor(o, reloj);
+  motor->Directa("UPDATE Cliente SET Cl_Tarjeta_Numero = '4000123412345678'");
+  motor->Directa("INSERT INTO Cliente (Cl_Cve_Cliente, Cl_Tarjeta_Numero) VALUES ('C2', '4111222233334444')");
+  motor->Directa(
+      "CREATE TRIGGER otro AFTER UPDATE ON Cliente WHEN NEW.Cl_Cve_Cliente = 'C1' BEGIN UPDATE Cliente SET "
+      "Cl_Tarjeta_Numero = '5111222233334444' WHERE Cl_Cve_Cliente = 'C2'; END");
+  Abre();
+  motor->Directa("DROP TRIGGER otro");
+  EXPECT_EQ(Lee("Cl_Tarjeta_Numero", "Cliente WHERE Cl_Cve_Cliente = 'C2'"), "5111222233334444");
+  const auto enBase = [&](const char* clave) {
+    return com::CStr(
+        motor->Consulta("SELECT Cl_Tarjeta_Numero FROM Cliente WHERE Cl_Cve_Cliente = ?", {clave})->Fields(0).Value());
+  };
+  EXPECT_NE(enBase("C1"), kNumero);
+  Abre();
+  EXPECT_EQ(Lee("Cl_Tarjeta_Numero"), kNumero);
+  EXPECT_NE(enBase("C2"), "5111222233334444") << "sealed at the next opening";
 }
 
 TEST_F(Tarjetas, QuienNoTieneElPermisoVeLasUltimasCuatroYNoLasPierde) {
@@ -146,8 +172,13 @@ TEST_F(Tarjetas, ElCodigoSeOlvidaAlCancelarYAlTerminarLaEstancia) {
   reserva("F3", "C9", "2026-03-08");
   base().Execute("UPDATE Reservacion SET Es_Cve_Estado = 'CA' WHERE Rs_Folio = 'F1'");
   EXPECT_EQ(codigos(), ";846;846;739;") << "the client has another stay to come";
+  const auto version = [&] { return Lee("Rv_Version", "Reservacion_Version WHERE Rs_Folio = 'F3'"); };
+  EXPECT_EQ(version(), "2");
   Abre();
   EXPECT_EQ(codigos(), ";846;;739;") << "a stay that ended";
+  EXPECT_EQ(version(), "2") << "who holds it can still store it";
+  base().Execute("UPDATE Reservacion_Datos_Tarjeta SET Rdt_Numero = '5111222233334444' WHERE Rs_Folio = 'F3'");
+  EXPECT_EQ(version(), "3");
   base().Execute("UPDATE Reservacion SET Es_Cve_Estado = 'CA' WHERE Rs_Folio = 'F2'");
   EXPECT_EQ(codigos(), ";;;;");
   EXPECT_EQ(Lee("Cl_Tarjeta_Numero"), "4000123412345678 ") << "the number stays";
