@@ -17,14 +17,10 @@ constexpr std::string_view kTipos =
 
 [[noreturn]] void Rechaza(const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); }
 
-std::string Lee(const anfitrion::Parametro& p) {
-  return com::CStr(publico::Sistema().LeeParametro(p.clave, 0, p.tipo, p.defecto));
-}
-
 double TasaImpuesto(const std::string& producto) {
   const auto calculo =
       publico::CreaServicio<anfitrion::CalculoImpuesto>(anfitrion::kClaseCalculoImpuesto, "CalculoImpuesto");
-  return calculo->TasaImpuesto(Lee(anfitrion::parametro::kSucursal), "", producto);
+  return calculo->TasaImpuesto(publico::LeeTexto(anfitrion::parametro::kSucursal), "", producto);
 }
 
 }  // namespace
@@ -61,7 +57,7 @@ void Cotizacion::Calcula(const Pedido& pedido) {
   if (noches > kNochesMaximas) Rechaza("Se cotizan hasta " + std::to_string(kNochesMaximas) + " noches");
   if (pedido.adultos < 1 || pedido.menores < 0 || pedido.infantes < 0) Rechaza("Se necesita un adulto al menos");
   pedido_ = pedido;
-  if (pedido_.moneda.empty()) pedido_.moneda = Lee(anfitrion::parametro::kMonedaLocal);
+  if (pedido_.moneda.empty()) pedido_.moneda = publico::LeeTexto(anfitrion::parametro::kMonedaLocal);
   const double cambio = publico::Utilerias().TipoCambio(pedido_.moneda, publico::Utilerias().FechaServidor());
   Cuadro cuadro;
   cuadro.Abre(pedido.llegada, std::max(noches, kNochesMinimas));

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 
+#include "host/contract/estados.h"
 #include "platform/com/error.h"
 #include "platform/com/variant.h"
 #include "platform/regional/regional.h"
@@ -60,8 +61,8 @@ bool SeUne(std::vector<Barra>& deLaHabitacion, const Barra& estancia) {
 std::string EstadoDe(const Barra& barra) {
   if (barra.clase == Barra::Clase::Bloqueo) return "Bloqueada";
   if (barra.enCasa) return "En casa";
-  if (barra.estado == "CO") return "Confirmada";
-  if (barra.estado == "AP") return "Aplicada";
+  if (barra.estado == anfitrion::estado::kConfirmada) return "Confirmada";
+  if (barra.estado == anfitrion::estado::kAplicada) return "Aplicada";
   return "Activa";
 }
 

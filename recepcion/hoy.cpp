@@ -5,6 +5,7 @@
 #include <unordered_map>
 
 #include "availability/ocupacion.h"
+#include "host/contract/estados.h"
 #include "platform/com/error.h"
 #include "publico/publico.h"
 #include "recepcion/lectura.h"
@@ -222,11 +223,12 @@ Dia LeeDia(com::Fecha fecha) {
   };
   for (Fila& fila : filas) {
     const bool esDeAntes = fila.llegada < dia.fecha;
-    fila.llego = fila.llego || fila.estado == "AP" || (!dia.llevaEstancias && esDeAntes);
+    fila.llego = fila.llego || fila.estado == anfitrion::estado::kAplicada || (!dia.llevaEstancias && esDeAntes);
     if (fila.llegada == dia.fecha) pon(Lista::Llegadas, fila);
     if (fila.llego) {
       ponEstadia(fila);
-    } else if (esDeAntes && (fila.estado == "AC" || fila.estado == "CO")) {
+    } else if (esDeAntes &&
+               (fila.estado == anfitrion::estado::kActiva || fila.estado == anfitrion::estado::kConfirmada)) {
       pon(Lista::NoLlegaron, fila);
     }
   }

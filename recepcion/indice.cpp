@@ -4,6 +4,7 @@
 #include <array>
 #include <limits>
 
+#include "host/contract/estados.h"
 #include "platform/com/variant.h"
 #include "recepcion/lectura.h"
 
@@ -106,7 +107,8 @@ void Indice::Agrega(const ado::Recordset& fila, Entrada& entrada) {
   entrada.llegada = CeldaDia(fila, kLlegada);
   entrada.salida = CeldaDia(fila, kSalida);
   const std::string estado = Celda(fila, kEstado);
-  entrada.libera = com::IgualSinCaja(estado, "CA") || com::IgualSinCaja(estado, "CE");
+  entrada.libera = com::IgualSinCaja(estado, anfitrion::estado::kCancelada) ||
+                   com::IgualSinCaja(estado, anfitrion::estado::kCerrada);
   entrada.huesped = ClienteDe(Celda(fila, kHuesped));
   entrada.cliente = ClienteDe(Celda(fila, kCliente));
   entrada.version = CeldaNumero(fila, kVersion);
@@ -124,7 +126,7 @@ bool Indice::Adelanta() {
     empezado_ = true;
     return true;
   }
-  ado::TextoSQL sql("SELECT TOP 4000 ");  // kFilasPorParte
+  ado::TextoSQL sql("SELECT TOP " + std::to_string(kFilasPorParte) + " ");
   sql.Agrega(kColumnas).Agrega("R.Rs_Folio > '?' ORDER BY R.Rs_Folio", {Literal(ultimo_)});
   const ado::RecordsetPtr filas = Ejecuta(sql);
   const bool hayMas = filas->RecordCount() == kFilasPorParte;

@@ -2,19 +2,21 @@
 
 #include <algorithm>
 
+#include "availability/tablero.h"
 #include "platform/com/texto.h"
 #include "platform/controls/grid.h"
+#include "publico/columnas.h"
 
 namespace recepcion {
 
 namespace {
 
-constexpr int kColumnasFijas = 2;  // of the board, before the first night
+using kv207::kColumnasFijas;
 
 // Row of the board; -1 when a filter hides the room.
 int FilaDe(const controles::Grid& grid, const std::string& habitacion) {
   for (int fila = 0; fila < grid.Filas(); ++fila) {
-    if (com::IgualSinCaja(com::RecortaDerecha(grid.Texto(fila, "Clave")), habitacion)) return fila;
+    if (com::IgualSinCaja(com::RecortaDerecha(grid.Texto(fila, kv207::col::kClave)), habitacion)) return fila;
   }
   return -1;
 }
@@ -63,7 +65,7 @@ bool MarcaTramos(controles::Formulario& tablero, com::Fecha llegada, const std::
   const auto seVe = [&](const Tramo& t) { return FilaDe(*grid, t.habitacion) >= 0; };
   if (!std::ranges::all_of(tramos, seVe)) QuitaFiltros(tablero);
   tablero.Enfoca(*grid);
-  const int marcada = grid->IndiceEstilo("OCUPANDO");
+  const int marcada = grid->IndiceEstilo(kv207::NombreEstado(kv207::EstadoCelda::Ocupando));
   for (const Tramo& t : tramos) {
     const int fila = FilaDe(*grid, t.habitacion);
     const int primera = kColumnasFijas + com::DiasEntre(llegada, t.desde);
