@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/standalone/segundos.h"
 #include "platform/com/error.h"
 #include "platform/com/texto.h"
 #include "platform/com/variant.h"
@@ -16,11 +17,6 @@ constexpr int kMinuto = 60, kHora = 60 * kMinuto, kDia = 24 * kHora;
 constexpr int kPlazo = 10 * kMinuto;
 // Days after which a mail that waits is of no use to its guest any more.
 constexpr int kDiasDeEspera = 3;
-
-com::Fecha MasSegundos(com::Fecha f, int segundos) {
-  const std::int64_t todos = std::int64_t{f.dia} * kDia + f.segundo + segundos;
-  return {static_cast<std::int32_t>(todos / kDia), static_cast<std::int32_t>(todos % kDia)};
-}
 
 std::string Texto(const ado::Recordset& rs, std::string_view columna) {
   return com::RecortaDerecha(com::TextoDe(rs.Fields(columna).Value()));

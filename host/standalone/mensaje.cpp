@@ -6,6 +6,8 @@
 #include <QTime>
 #include <algorithm>
 
+#include "host/standalone/palabras.h"
+
 namespace autonomo {
 
 namespace {
@@ -61,11 +63,10 @@ std::string TextoDeEncabezado(std::string_view texto) {
   std::ranges::replace_if(
       limpio, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }, ' ');
   if (EsLlano(limpio)) return limpio;
-  constexpr std::size_t kBytes = 42;  // of an encoded word: 75 letters at most
+  constexpr std::size_t kBytes = 42;  // of an encoded word: a line of 78 letters, with the name of the header
   std::string s;
   for (std::size_t i = 0; i < limpio.size();) {
-    std::size_t fin = std::min(i + kBytes, limpio.size());
-    while (fin < limpio.size() && (static_cast<unsigned char>(limpio[fin]) & 0xC0U) == 0x80U) --fin;
+    const std::size_t fin = i + BytesEnteros(std::string_view(limpio).substr(i), kBytes);
     if (!s.empty()) s += "\r\n ";
     s += "=?UTF-8?B?" + Base64(std::string_view(limpio).substr(i, fin - i)) + "?=";
     i = fin;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/standalone/conexion.h"
+#include "host/standalone/palabras.h"
 #include "platform/com/texto.h"
 
 namespace autonomo {
@@ -96,10 +97,6 @@ std::string Columnas(const PGresult* resultado, std::string_view sentencia) {
 bool IgualLetra(char a, char b) {
   const auto baja = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
   return baja(a) == baja(b);
-}
-
-bool EsDeNombre(char c) {
-  return c == '_' || (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
 }  // namespace

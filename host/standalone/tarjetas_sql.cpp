@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "host/standalone/palabras.h"
 #include "platform/com/error.h"
 #include "platform/com/texto.h"
 #include "schema/esquema.h"
@@ -28,10 +29,8 @@ struct Ficha {
 };
 using Fichas = std::span<const Ficha>;
 
-bool EsDeNombre(char c) {
-  return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' || c == '.' ||
-         (static_cast<unsigned char>(c) & 0x80U) != 0;
-}
+// With the table before the column.
+bool EsDeRuta(char c) { return EsDeNombre(c) || c == '.'; }
 
 std::vector<Ficha> FichasDe(std::string_view plantilla) {
   constexpr std::string_view kBlancos = " \t\r\n\"[]`";
@@ -41,9 +40,9 @@ std::vector<Ficha> FichasDe(std::string_view plantilla) {
     const char c = plantilla[i];
     if (kBlancos.find(c) != std::string_view::npos) {
       ++i;
-    } else if (EsDeNombre(c)) {
+    } else if (EsDeRuta(c)) {
       const std::size_t desde = i;
-      while (i < plantilla.size() && EsDeNombre(plantilla[i])) ++i;
+      while (i < plantilla.size() && EsDeRuta(plantilla[i])) ++i;
       const std::string_view palabra = plantilla.substr(desde, i - desde);
       fichas.push_back({std::string(palabra.substr(palabra.rfind('.') + 1)), std::nullopt});
     } else {

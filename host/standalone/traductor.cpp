@@ -5,6 +5,7 @@
 #include <optional>
 #include <span>
 
+#include "host/standalone/palabras.h"
 #include "platform/com/error.h"
 #include "platform/com/variant.h"
 
@@ -236,11 +237,6 @@ const Dialecto& DialectoDe(Motor motor) {
   throw com::Error(com::error::kSentencia, Lugar(sentencia, byte) + que, std::string(sentencia));
 }
 
-bool EsDigito(char c) { return c >= '0' && c <= '9'; }
-bool EsInicioDeNombre(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || static_cast<unsigned char>(c) >= 0x80;
-}
-bool EsDeNombre(char c) { return EsInicioDeNombre(c) || EsDigito(c); }
 bool EsBlanco(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
 class Lector {

@@ -7,6 +7,7 @@
 
 #include "host/contract/servicios.h"
 #include "host/standalone/permisos.h"
+#include "host/standalone/segundos.h"
 #include "host/standalone/transaccion.h"
 #include "platform/com/error.h"
 #include "platform/com/texto.h"
@@ -18,7 +19,6 @@ namespace {
 
 constexpr std::size_t kLargoMenor = 8;
 constexpr int kFallasLibres = 2, kPrimeraEspera = 5, kMayorEspera = 900;  // the waits in seconds
-constexpr std::int64_t kSegundosDia = 86400;
 // What a password costs to try: 19 MiB and two passes, some 30 ms on a desk of its own.
 constexpr unsigned long long kVueltas = 2;
 constexpr std::size_t kMemoria = std::size_t{19} << 20U;
@@ -44,13 +44,6 @@ std::string Resumen(const std::string& contrasena) {
 bool EsSuya(const std::string& resumen, const std::string& contrasena) {
   Prepara();
   return crypto_pwhash_str_verify(resumen.c_str(), contrasena.data(), contrasena.size()) == 0;
-}
-
-std::int64_t Segundos(com::Fecha f) { return f.dia * kSegundosDia + f.segundo; }
-
-com::Fecha MasSegundos(com::Fecha f, std::int64_t segundos) {
-  const std::int64_t s = Segundos(f) + segundos;
-  return {static_cast<std::int32_t>(s / kSegundosDia), static_cast<std::int32_t>(s % kSegundosDia)};
 }
 
 // Seconds that the user still waits. A wait beyond the longest one comes from a clock that was off.

@@ -12,6 +12,7 @@
 
 #include "host/contract/servicios.h"
 #include "host/standalone/documento.h"
+#include "host/standalone/palabras.h"
 #include "host/standalone/visto.h"
 #include "platform/regional/regional.h"
 
@@ -75,9 +76,7 @@ std::int32_t Entero(const com::Variant& valor) { return valor.EsNulo() ? 0 : com
 std::string Entrada(const com::Variant& fecha, const std::string& usuario, std::string texto) {
   while (!texto.empty() && static_cast<unsigned char>(texto.back()) <= ' ') texto.pop_back();
   if (texto.size() > kLargoEntrada) {
-    std::size_t largo = kLargoEntrada;
-    while ((static_cast<unsigned char>(texto[largo]) & 0xC0U) == 0x80U) --largo;
-    texto = texto.substr(0, largo) + "…";
+    texto = texto.substr(0, BytesEnteros(texto, kLargoEntrada)) + "…";
   }
   const std::string cuando = fecha.EsNulo() ? std::string() : regional::TextoFecha(com::CDate(fecha)) + ", ";
   return cuando + usuario + ": " + texto + "\r\n";

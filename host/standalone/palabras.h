@@ -1,0 +1,24 @@
+// The letters that names and numbers of a statement are made of, whatever reads it; and where a text may be cut.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace autonomo {
+
+inline bool EsDigito(char c) { return c >= '0' && c <= '9'; }
+// Letters outside ASCII count: a table's name may have an accent.
+inline bool EsInicioDeNombre(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || static_cast<unsigned char>(c) >= 0x80;
+}
+inline bool EsDeNombre(char c) { return EsInicioDeNombre(c) || EsDigito(c); }
+
+// The most bytes, up to maximo, that hold whole characters of a UTF-8 text; maximo where the text is not UTF-8.
+inline std::size_t BytesEnteros(std::string_view texto, std::size_t maximo) {
+  if (texto.size() <= maximo) return texto.size();
+  for (std::size_t n = maximo; n > 0 && n + 4 > maximo; --n)
+    if ((static_cast<unsigned char>(texto[n]) & 0xC0U) != 0x80U) return n;
+  return maximo;
+}
+
+}  // namespace autonomo
