@@ -1,7 +1,7 @@
-# Every path that README.md, ARCHITECTURE.md, CONTRIBUTING.md and docs/manual.md name must exist: `folder/...` in back
-# quotes and linked pictures. Paths under build/ come from a build and are left out.
+# Every path that README.md, ARCHITECTURE.md, CONTRIBUTING.md, docs/manual.md and the rooms' own pages name must exist:
+# `folder/...` in back quotes and linked pictures. Paths under build/ come from a build and are left out.
 set(malas "")
-foreach(documento README.md ARCHITECTURE.md CONTRIBUTING.md docs/manual.md)
+foreach(documento README.md ARCHITECTURE.md CONTRIBUTING.md docs/manual.md desktop/README.md host/standalone/README.md)
   get_filename_component(carpeta ${RAIZ}/${documento} DIRECTORY)
   file(READ ${RAIZ}/${documento} texto)
   string(REGEX MATCHALL "`[a-z]+/[A-Za-z0-9_./]*`" nombradas "${texto}")
