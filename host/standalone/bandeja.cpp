@@ -12,7 +12,7 @@ namespace autonomo {
 
 namespace {
 
-constexpr int kMinuto = 60, kHora = 60 * kMinuto, kDia = 24 * kHora;
+constexpr int kMinuto = 60, kHora = 60 * kMinuto;
 // A try ends sooner (smtp.h): who has not written down its end by then is gone.
 constexpr int kPlazo = 10 * kMinuto;
 // Days after which a mail that waits is of no use to its guest any more.
