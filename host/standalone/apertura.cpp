@@ -24,6 +24,7 @@
 #include "host/standalone/manija.h"
 #include "host/standalone/respaldo.h"
 #include "host/standalone/sentencia.h"
+#include "host/standalone/sumas.h"
 #include "schema/esquema.h"
 
 namespace autonomo {
@@ -142,17 +143,6 @@ void PasaABitacora(sqlite3* base, int esperaMs) {
   }
 }
 
-// Whether a program has it open or ended without closing it; of an earlier version nothing is known.
-bool QuedoAbierta(sqlite3* base) {
-  const auto marca = Entero(base, "PRAGMA application_id");
-  return (marca == kMarcaEnUso || marca == kMarcaBitacora) && Entero(base, "PRAGMA user_version") == esquema::kVersion;
-}
-
-// Changes with every table, index and guard that is made or dropped, and with the version.
-std::pair<std::int64_t, std::int64_t> Definicion(sqlite3* base) {
-  return {Entero(base, "PRAGMA schema_version"), Entero(base, "PRAGMA user_version")};
-}
-
 // Inode of the write-ahead log's file; 0 when there is none.
 std::uint64_t InodoBitacora(sqlite3* base) {
   const char* ruta = sqlite3_db_filename(base, "main");
@@ -165,6 +155,11 @@ std::uint64_t InodoBitacora(sqlite3* base) {
 void ConservaBitacora(sqlite3* base, bool conserva) {
   int valor = conserva ? 1 : 0;
   sqlite3_file_control(base, "main", SQLITE_FCNTL_PERSIST_WAL, &valor);
+}
+
+// Whether the log of the file stays out of it when the last program closes it: nothing is written to a refused file.
+void DejaComoEsta(sqlite3* base, bool deja) {
+  sqlite3_db_config(base, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, deja ? 1 : 0, nullptr);
 }
 
 // Before the engine touches it: a hotel that is new, or one that is there whole.
@@ -224,24 +219,25 @@ void BaseSqlite::Abre(const QString& ruta, int esperaMs) {
 
 void BaseSqlite::Prepara(const std::string& ruta, int esperaMs) {
   RegistraColaciones(manija_);
+  DejaComoEsta(manija_, true);
   RevisaDuenio(manija_);
   if (sqlite3_db_readonly(manija_, "main") == 1) RechazaSoloLectura();
   ExigeBitacora(manija_);
-  RevisionPedida pedida{Sumas::Lee(manija_), QuedoAbierta(manija_), ComoVolver};
+  ExigeTablas(manija_);
+  paginas_ = std::make_unique<RevisionDePaginas>(manija_, ruta, ComoVolver);
+  DejaComoEsta(manija_, false);
   PasaABitacora(manija_, esperaMs);
   Corre(manija_, "PRAGMA synchronous=FULL");
   // KiB. What a board or an availability check of a hotel with years behind it reads stays in memory.
   Corre(manija_, "PRAGMA cache_size=-16000");
-  paginas_ = std::make_unique<RevisionDePaginas>(manija_, ruta, std::move(pedida));
   // An earlier program cannot open what this one has brought forward.
   if (ruta != kMemoria && Entero(manija_, "PRAGMA user_version") < esquema::kVersion) {
     RespaldaEnSuCarpeta(ruta, Momento(), {});
   }
-  const auto antes = Definicion(manija_);
   avisos_ = Completa(manija_);
   if (ruta == kMemoria) return;
   Marca(manija_, esperaMs);
-  paginas_->Sigue(Definicion(manija_) == antes);
+  paginas_->Sigue();
   ConservaBitacora(manija_, true);
   bitacora_ = InodoBitacora(manija_);
 }
@@ -287,22 +283,25 @@ bool BaseSqlite::TomaTurno(const std::string& trabajo) const {
 }
 
 // The last program to leave makes the file whole again; while others are there the engine refuses. Without its file in
-// its place nothing is touched: the log there may be another's.
+// its place nothing is touched: the log there may be another's. Nor is a file that was found damaged; one of which
+// nobody knows gets no checksums.
 void BaseSqlite::DejaEntera() {
   if (manija_ == nullptr || bitacora_ == 0 || !EnSuLugar()) return;
+  paginas_->Termina();
+  if (paginas_->Danada()) return DejaComoEsta(manija_, true);
   sqlite3_busy_timeout(manija_, 0);
   ConservaBitacora(manija_, false);
   if (sqlite3_exec(manija_, "PRAGMA journal_mode=DELETE", nullptr, nullptr, nullptr) == SQLITE_OK) {
     QuitaMarcas(manija_);
-    GuardaSumas(manija_);
+    if (paginas_->Entera()) GuardaSumas(manija_);
   } else {
     ConservaBitacora(manija_, true);
   }
 }
 
 void BaseSqlite::Cierra() {
-  paginas_.reset();
   DejaEntera();
+  paginas_.reset();
   manija_ = nullptr;
   base_.close();
   base_ = {};

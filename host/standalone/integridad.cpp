@@ -17,6 +17,7 @@
 #include "host/standalone/errores.h"
 #include "host/standalone/manija.h"
 #include "host/standalone/sentencia.h"
+#include "host/standalone/sumas.h"
 #include "platform/com/variant.h"
 #include "schema/esquema.h"
 
@@ -252,6 +253,10 @@ void ExigeBitacora(sqlite3* base) {
           "para no perder nada: devuélvala a su lugar si la encuentra");
 }
 
+void ExigeTablas(sqlite3* base) {
+  if (Entero(base, "PRAGMA user_version") == esquema::kVersion) Busca(base, true);
+}
+
 std::vector<std::string> Completa(sqlite3* base) {
   const auto version = [&] { return Entero(base, "PRAGMA user_version"); };
   if (version() == esquema::kVersion && Busca(base, true).sentencias.empty()) return {};
@@ -263,6 +268,7 @@ std::vector<std::string> Completa(sqlite3* base) {
     if (!vigente) {
       Corre(base, "REINDEX ESPANOL");  // the first version ordered rare letters otherwise
       Corre(base, "PRAGMA user_version=" + std::to_string(esquema::kVersion));
+      if (const std::string dano = RevisaPaginas(base); !dano.empty()) RechazaDanada(dano);
     }
     std::vector<std::string> avisos;
     if (!remedios.guardas.empty()) avisos.push_back(AvisoDeGuardas(base, remedios.guardas));
@@ -274,59 +280,58 @@ std::vector<std::string> Completa(sqlite3* base) {
   }
 }
 
-std::string RevisaPaginas(sqlite3* base, bool conIndices) {
-  const std::string_view revisa = conIndices ? "PRAGMA integrity_check(1)" : "PRAGMA quick_check(1)";
+std::string RevisaPaginas(sqlite3* base) {
+  const bool anterior = Entero(base, "PRAGMA user_version") < esquema::kVersion;
+  const std::string_view revisa = anterior ? "PRAGMA quick_check(1)" : "PRAGMA integrity_check(1)";
   const auto filas = Sentencia(base, revisa, {}, revisa).Corre(revisa);
   const std::string dice = filas->Eof() ? "ok" : com::CStr(filas->Fields(0).Value());
   return dice == "ok" ? std::string() : dice;
 }
 
-RevisionDePaginas::RevisionDePaginas(sqlite3* base, std::string ruta, RevisionPedida pedida)
-    : ruta_(std::move(ruta)), pedida_(std::move(pedida)) {
+RevisionDePaginas::RevisionDePaginas(sqlite3* base, std::string ruta, std::string (*remedio)(const std::string& ruta))
+    : ruta_(std::move(ruta)), remedioDe_(remedio) {
   struct stat datos {};
   if (stat(ruta_.c_str(), &datos) != 0) return;  // in memory
-  grande_ = static_cast<std::uintmax_t>(datos.st_size) > kBytesAlAbrir;
-  if (grande_) return;
   Mira(base);
-  const std::string dano = Dano(base);
+  const Sumas sumas = Sumas::Lee(base);
+  std::string dano = sumas.Dano(base);
+  entera_ = sumas.Hay();
+  if (dano.empty() && !entera_ && static_cast<std::uintmax_t>(datos.st_size) <= kBytesAlAbrir) {
+    dano = RevisaPaginas(base);
+    entera_ = true;
+  }
   Corre(base, "COMMIT");
   if (!dano.empty()) RechazaDanada(dano);
 }
 
-void RevisionDePaginas::Sigue(bool intacta) {
-  if (!grande_) return;
-  if (!intacta) pedida_.sumas = {};
-  // Its view begins here, so that nothing that is written from now on reaches the file before its sums are compared.
+void RevisionDePaginas::Sigue() {
+  if (entera_) return;
   auto base = std::make_shared<Manija>(AbreManija(ruta_, SQLITE_OPEN_READONLY));
   Mira(base->get());
   hilo_ = std::thread([this, base] { Recorre(base->get()); });
 }
 
-RevisionDePaginas::~RevisionDePaginas() {
+void RevisionDePaginas::Termina() {
   termina_ = true;
   if (hilo_.joinable()) hilo_.join();
 }
 
-// What is wrong; "" nothing.
-std::string RevisionDePaginas::Dano(sqlite3* base) const {
-  if (const auto pagina = pedida_.sumas.Distinta(base, termina_); pagina != 0) {
-    return "La página " + std::to_string(pagina) + " no es la que se dejó al cerrar";
-  }
-  return RevisaPaginas(base, pedida_.conIndices);
-}
+RevisionDePaginas::~RevisionDePaginas() { Termina(); }
 
 void RevisionDePaginas::Recorre(sqlite3* base) {
   try {
     TerminaCon(base, termina_);
-    if (Dano(base).empty()) return;
+    entera_ = RevisaPaginas(base).empty();
+    if (entera_) return;
   } catch (const com::Error& e) {
     if (e.Numero() != com::error::kDanada) return;  // else so damaged that it cannot be walked through
   } catch (const std::exception&) {  // nothing is known, and no failure of this thread ends the clerk's program
     return;
   }
   try {
-    remedio_ = pedida_.remedio(ruta_);
-  } catch (const std::exception&) {  // the damage is told without it
+    AnotaDano(base);
+    remedio_ = remedioDe_(ruta_);
+  } catch (const std::exception&) {  // the damage is told without them
   }
   danada_ = true;
 }

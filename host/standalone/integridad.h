@@ -8,7 +8,6 @@
 #include <thread>
 #include <vector>
 
-#include "host/standalone/sumas.h"
 #include "platform/ado/ado.h"
 
 struct sqlite3;
@@ -35,49 +34,52 @@ void RevisaBitacora(const std::string& ruta);
 // com::Error kDanada when the open file is one in use whose log is gone or empty.
 void ExigeBitacora(sqlite3* base);
 
+// com::Error kDanada when a table or a column of the present version is missing. Only reads.
+void ExigeTablas(sqlite3* base);
+
 // Brings a database of an earlier version up to the present one; puts back guards and indexes that are missing or were
-// changed. Gives what the clerk is to know. com::Error kDanada when a table or a column of the present version is
-// missing.
+// changed. Gives what the clerk is to know. com::Error kDanada as ExigeTablas, or when what was brought forward is not
+// whole.
 std::vector<std::string> Completa(sqlite3* base);
 
 // Rooms that two live reservations hold on one night, ten at most, on any engine; their list, a line each, "" without.
 extern const std::string_view kNochesDobles;
 std::string ListaNochesDobles(ado::Recordset& filas);
 
-// The engine's own check of the pages, quick or with the indexes: the first thing that is wrong, "" nothing.
-std::string RevisaPaginas(sqlite3* base, bool conIndices = false);
+// The engine's own check of the pages, with the indexes: the first thing that is wrong, "" nothing. The indexes of an
+// earlier version are left out: they are ordered anew when it is brought forward.
+std::string RevisaPaginas(sqlite3* base);
 
-// What is checked of the pages when a file is opened.
-struct RevisionPedida {
-  Sumas sumas;                                                // of the file as it was found
-  bool conIndices = false;                                    // it was left open, or another program is in it
-  std::string (*remedio)(const std::string& ruta) = nullptr;  // what is added to the error of a large file
-};
-
-// That check: at once for a small file, behind the clerk's back for a large one.
+// What is checked of the pages when a file is opened, before anything is written to it: its checksums; without any (it
+// was left open, another program is or was in it) each page and index by the engine, a large file behind the clerk's
+// back.
 class RevisionDePaginas {
  public:
-  // A small file is checked now, before anything is written to it. com::Error kDanada when it is damaged.
-  RevisionDePaginas(sqlite3* base, std::string ruta, RevisionPedida pedida);
+  // base: not in a transaction, nothing written yet. remedio: what is added to the error of a large file.
+  // com::Error kDanada when it is damaged.
+  RevisionDePaginas(sqlite3* base, std::string ruta, std::string (*remedio)(const std::string& ruta));
   ~RevisionDePaginas();
   RevisionDePaginas(const RevisionDePaginas&) = delete;
   RevisionDePaginas& operator=(const RevisionDePaginas&) = delete;
 
-  // A large one from now on, in a thread; what was written to it before was written by this program. intacta: nothing
-  // but its marks.
-  void Sigue(bool intacta);
+  // A large one from now on, in a thread. What it finds is noted beside the file.
+  void Sigue();
+  // Ends that thread, at once.
+  void Termina();
   // com::Error kDanada once the check has found damage.
   void Exige() const;
+  bool Danada() const { return danada_; }
+  // Whether all of the file was found whole.
+  bool Entera() const { return entera_; }
 
  private:
-  std::string Dano(sqlite3* base) const;
   void Recorre(sqlite3* base);
 
   std::string ruta_;
-  RevisionPedida pedida_;
-  bool grande_ = false;
+  std::string (*remedioDe_)(const std::string& ruta);
   std::atomic<bool> termina_ = false;
   std::atomic<bool> danada_ = false;
+  std::atomic<bool> entera_ = false;
   std::string remedio_;  // stands before danada_ is set
   std::thread hilo_;
 };

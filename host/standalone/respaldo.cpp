@@ -168,9 +168,10 @@ std::vector<std::pair<std::string, std::int64_t>> Cuenta(sqlite3* base) {
   return cuenta;
 }
 
-void ExigeSana(sqlite3* base) {
+// siNo: what is told of a copy that is damaged.
+void ExigeSana(sqlite3* base, const char* siNo) {
   const std::string dano = RevisaPaginas(base);
-  if (!dano.empty()) throw com::Error(com::error::kDanada, "La base de datos está dañada: no se hizo la copia", dano);
+  if (!dano.empty()) throw com::Error(com::error::kDanada, siNo, dano);
 }
 
 Respaldo Resume(const std::vector<std::pair<std::string, std::int64_t>>& cuenta) {
@@ -192,15 +193,14 @@ Manija AbreHotel(const std::string& hotel) {
   if (!EsHotel(base.get())) Rechaza(com::error::kAjena, "El archivo no es una base de datos de reservaciones");
   ExigeBitacora(base.get());
   const Instantanea instantanea(base.get());
-  const std::atomic<bool> nunca = false;
-  if (Sumas::Lee(base.get()).Distinta(base.get(), nunca) != 0) {
-    Rechaza(com::error::kDanada, "El archivo está dañado: no es el que se dejó al cerrarlo");
+  if (const std::string dano = Sumas::Lee(base.get()).Dano(base.get()); !dano.empty()) {
+    throw com::Error(com::error::kDanada, "El archivo está dañado: no es el que se dejó al cerrarlo", dano);
   }
   return base;
 }
 
 // Fills the unfinished file with a checked copy.
-Respaldo Llena(const Manija& de, const std::string& archivo, const OpcionesRespaldo& opciones) {
+Respaldo Llena(const Manija& de, const std::string& archivo, const OpcionesRespaldo& opciones, const char* siNo) {
   const Manija a = AbreManija(archivo, SQLITE_OPEN_READWRITE);
   if (opciones.termina != nullptr) {
     TerminaCon(de.get(), *opciones.termina);
@@ -211,7 +211,7 @@ Respaldo Llena(const Manija& de, const std::string& archivo, const OpcionesRespa
   // One file without a log, and known for a copy.
   Corre(a.get(), "PRAGMA journal_mode=DELETE");
   Corre(a.get(), "PRAGMA application_id=" + std::to_string(kMarcaCopia));
-  ExigeSana(a.get());
+  ExigeSana(a.get(), siNo);
   const auto cuenta = Cuenta(a.get());
   if (cuenta != Cuenta(de.get())) {
     Rechaza(com::error::kBaseDatos, "La copia de respaldo no tiene los mismos renglones que el hotel");
@@ -395,7 +395,7 @@ Respaldo Respalda(const std::string& hotel, const std::string& copia, const Opci
   return ConLaVuelta(hotel, [&] {
     const Manija de = AbreHotel(hotel);
     Inacabada archivo(destino);
-    Respaldo r = Llena(de, archivo.ruta(), opciones);
+    Respaldo r = Llena(de, archivo.ruta(), opciones, "El hotel está dañado: no se hizo la copia");
     struct stat datos {};
     if (stat(hotel.c_str(), &datos) != 0) RechazaArchivo(hotel, errno);
     archivo.Nombra(destino, opciones.sustituye, datos);
@@ -452,10 +452,12 @@ std::optional<Respaldo> RespaldaDia(const std::string& hotel, std::string_view d
 
 Repuesto Repone(const std::string& hotel, const std::string& copia) {
   const std::string destino = Absoluta(hotel).string();
+  std::error_code ec;
+  if (fs::equivalent(copia, destino, ec)) Rechaza(com::error::kArgumento, "La copia no puede ser el mismo archivo");
   const Manija de = AbreHotel(copia);
   const Cerrojo cerrojo(destino);
   Inacabada archivo(destino);
-  Repuesto r{Llena(de, archivo.ruta(), {}), {}};
+  Repuesto r{Llena(de, archivo.ruta(), {}, "La copia está dañada: el hotel queda como estaba"), {}};
   r.respaldo.ruta = copia;
   r.apartados = Aparta(destino);
   archivo.Nombra(destino, false, cerrojo.Datos());

@@ -16,7 +16,7 @@
 namespace autonomo {
 namespace {
 
-constexpr std::uint32_t kFirma = 0x4B565331;
+constexpr std::uint32_t kFirma = 0x4B565331, kFirmaDanada = 0x4B565344;
 // The head of the first page holds marks and counters that change with each opening.
 constexpr std::size_t kCabecera = 100;
 
@@ -85,6 +85,15 @@ bool Sumas::Calcula(sqlite3* base) {
   return tamanio_ >= 512;
 }
 
+void AnotaDano(sqlite3* base) {
+  const std::string ruta = Ruta(base);
+  struct stat datos {};
+  if (ruta.empty() || stat(sqlite3_db_filename(base, "main"), &datos) != 0) return;
+  std::vector<unsigned char> bytes;
+  Agrega(bytes, kFirmaDanada, 4);
+  Escribe(ruta, bytes, datos.st_mode & 0777U);
+}
+
 void GuardaSumas(sqlite3* base) {
   const std::string ruta = Ruta(base);
   struct stat datos {};
@@ -109,6 +118,8 @@ Sumas Sumas::Lee(sqlite3* base) {
   const std::vector<unsigned char> bytes{std::istreambuf_iterator<char>(archivo), {}};
   constexpr std::size_t kInicio = 16;
   Sumas s;
+  s.danada_ = bytes.size() == 4 && Palabra(bytes.data()) == kFirmaDanada;
+  if (s.danada_) return s;
   if (bytes.size() < kInicio + 8 || !s.Calcula(base)) return {};
   const unsigned char* p = bytes.data();
   const bool suyas = bytes.size() == kInicio + 8 * s.paginas_.size() + 8 && Palabra(p) == kFirma &&
@@ -120,13 +131,14 @@ Sumas Sumas::Lee(sqlite3* base) {
   return s;
 }
 
-std::uint32_t Sumas::Distinta(sqlite3* base, const std::atomic<bool>& termina) const {
+std::string Sumas::Dano(sqlite3* base) const {
+  if (danada_) return "Ya se encontró dañada antes, y así quedó anotado en " + Ruta(base);
   std::vector<unsigned char> pagina(tamanio_);
-  for (std::size_t i = 0; i < paginas_.size() && !termina; ++i) {
+  for (std::size_t i = 0; i < paginas_.size(); ++i) {
     if (!LeeBytes(base, i * tamanio_, pagina) || SumaDePagina(pagina, i) != paginas_[i])
-      return static_cast<std::uint32_t>(i + 1);
+      return "La página " + std::to_string(i + 1) + " no es la que se dejó al cerrar";
   }
-  return 0;
+  return {};
 }
 
 }  // namespace autonomo

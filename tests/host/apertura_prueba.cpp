@@ -318,7 +318,8 @@ TEST_F(AperturaPrueba, UnArchivoVacioOConUnaPaginaRotaNoSeUsa) {
     if (!grande) {
       EXPECT_NE(ErrorDe([&] { Abre(); }).Descripcion().find("está dañada"), std::string::npos);
     } else {
-      // Behind the clerk's back; what she writes next is refused.
+      // Without sums, behind the clerk's back; what she writes next is refused.
+      std::filesystem::remove(ruta + "-suma");
       const auto c = Abre();
       com::Error e{0, ""};
       for (int i = 0; i < 6000 && e.Numero() == 0; ++i) {
@@ -349,7 +350,7 @@ TEST_F(AperturaPrueba, UnByteQueCambioConElArchivoCerradoSeDice) {
     }
     const auto cambia = [&](char por) {
       std::fstream f(archivo, std::ios::in | std::ios::out | std::ios::binary);
-      f.seekp(static_cast<std::streamoff>(Bytes(archivo).rfind("Ana Torres")));
+      f.seekp(static_cast<std::streamoff>(Bytes(archivo).rfind("na Torres") - 1));
       f.put(por);
     };
     const auto abre = [&](int miradas = 15) {
@@ -381,6 +382,67 @@ TEST_F(AperturaPrueba, UnByteQueCambioConElArchivoCerradoSeDice) {
     std::filesystem::remove(archivo + "-suma");
     EXPECT_EQ(abre(), "");
   }
+}
+
+// A key that changed in the table or in its index, which a look at each page alone does not notice. Each opening says
+// it again, and none writes to the file, nor sums over the damage.
+TEST_F(AperturaPrueba, LoDanadoSeRechazaCadaVezSinTocarlo) {
+  namespace fs = std::filesystem;
+  const auto llena = [](autonomo::Conexion& c, int renglones) {
+    c.BeginTrans();
+    for (int i = 0; i < renglones; ++i) {
+      c.Consulta("INSERT INTO Plantilla (Pt_Cve_Plantilla, Pt_Cuerpo) VALUES (?, ?)",
+                 {"Llave" + std::to_string(10000 + i), std::string(3500, 'x')});
+    }
+    c.CommitTrans();
+  };
+  const auto dana = [](const std::string& archivo) {
+    std::fstream f(archivo, std::ios::in | std::ios::out | std::ios::binary);
+    f.seekp(static_cast<std::streamoff>(Bytes(archivo).find("Llave10003")));
+    f.put('M');
+  };
+  const auto rechaza = [&](const std::string& archivo) {
+    const std::string antes = Bytes(archivo), log = Bytes(archivo + "-wal"), suma = Bytes(archivo + "-suma");
+    const auto cuando = fs::last_write_time(archivo);
+    for (int vez = 0; vez < 2; ++vez) {
+      EXPECT_NE(ErrorDe([&] { Abre(archivo); }).Descripcion().find("está dañada"), std::string::npos) << archivo << vez;
+    }
+    EXPECT_EQ(Bytes(archivo) == antes && Bytes(archivo + "-wal") == log && Bytes(archivo + "-suma") == suma, true);
+    EXPECT_EQ(fs::last_write_time(archivo), cuando);
+  };
+  for (const char* como : {"cerrada", "sinsumas", "ajena", "abierta"}) {
+    const std::string archivo = (carpeta / como).string() + ".db";
+    llena(*Abre(archivo), 10);
+    if (como == std::string("sinsumas")) fs::remove(archivo + "-suma");
+    if (como == std::string("ajena")) Ajeno(archivo, "UPDATE Plantilla SET Pt_Cuerpo = 'otro'");
+    if (como == std::string("abierta")) {
+      MataEn(200, [&, c = std::shared_ptr<autonomo::Conexion>()](int) mutable {
+        if (c == nullptr) (c = Abre(archivo))->Directa("UPDATE Plantilla SET Pt_Asunto = 'x' WHERE rowid = 9");
+      });
+      ASSERT_FALSE(Bytes(archivo + "-wal").empty());
+    }
+    dana(archivo);
+    rechaza(archivo);
+  }
+  // A large one: its sums are compared before it is opened, its indexes behind the clerk's back.
+  const std::string grande = (carpeta / "grande.db").string();
+  llena(*Abre(grande), 3000);
+  dana(grande);
+  rechaza(grande);
+  fs::remove(grande + "-suma");
+  { const auto c = Abre(grande); }  // closed before its check has ended
+  std::string dicho;
+  for (int vez = 0; vez < 3 && dicho.empty(); ++vez) {
+    dicho = ErrorDe([&] {
+              const auto c = Abre(grande);
+              for (int i = 0; i < 1000; ++i) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(5));
+                c->Directa("UPDATE Plantilla SET Pt_Asunto = 'x' WHERE rowid = 9");
+              }
+            }).Descripcion();
+  }
+  EXPECT_NE(dicho.find("está dañada"), std::string::npos) << dicho;
+  rechaza(grande);
 }
 
 TEST_F(AperturaPrueba, LoQueLeQuitaronSePoneYSeDice) {

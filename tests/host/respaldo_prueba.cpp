@@ -122,6 +122,7 @@ TEST_F(RespaldoPrueba, CadaDiaUnaCopiaYLaUltimaBuenaNoSeVa) {
   }
   EXPECT_TRUE(fs::exists(carpeta / "otra/copias/hotel-2026-03-13.db-suma"));
   EXPECT_FALSE(fs::exists(carpeta / "otra/copias/hotel-2026-02-28.db-suma")) << "it goes with its copy";
+  EXPECT_EQ(ErrorDe([&] { autonomo::Repone(ruta, ruta); }).Numero(), com::error::kArgumento);
   // A damaged hotel makes no copy and removes none; a damaged copy is not the last good one.
   Dana(Archivo("otra/copias/hotel-2026-03-13.db"));
   EXPECT_EQ(autonomo::UltimaBuena(ruta), Archivo("otra/copias/hotel-2026-03-12_170000.db"));
@@ -129,6 +130,29 @@ TEST_F(RespaldoPrueba, CadaDiaUnaCopiaYLaUltimaBuenaNoSeVa) {
   const auto e = ErrorDe([&] { autonomo::RespaldaDia(ruta, "2026-03-14", {}); });
   EXPECT_NE(e.Descripcion().find("hotel-2026-03-12_170000.db"), std::string::npos) << e.Descripcion();
   EXPECT_EQ(Nombres("otra/copias").size(), 6U);
+}
+
+// What a look at each page alone does not notice: the key is another one in the table than in its index.
+TEST_F(RespaldoPrueba, UnIndiceDanadoNoPasaPorCopiaBuena) {
+  const auto cambia = [](const std::string& archivo) {
+    std::ifstream f(archivo, std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(f), {}};
+    std::fstream g(archivo, std::ios::in | std::ios::out | std::ios::binary);
+    g.seekp(static_cast<std::streamoff>(bytes.find("UnaLlave")));
+    g.put('O');
+    fs::remove(archivo + "-suma");
+  };
+  Abre()->Directa("INSERT INTO Plantilla (Pt_Cve_Plantilla) VALUES ('UnaLlave')");
+  for (const char* dia : {"2026-03-09", "2026-03-10"}) EXPECT_TRUE(autonomo::RespaldaDia(ruta, dia, {}));
+  cambia(Archivo("respaldos/hotel-2026-03-10.db"));
+  EXPECT_EQ(autonomo::UltimaBuena(ruta), Archivo("respaldos/hotel-2026-03-09.db"));
+  EXPECT_EQ(ErrorDe([&] { autonomo::Repone(ruta, Archivo("respaldos/hotel-2026-03-10.db")); }).Numero(),
+            com::error::kDanada);
+  cambia(ruta);
+  const auto e = ErrorDe([&] { autonomo::Respalda(ruta, Archivo("x.db"), {}); });
+  EXPECT_NE(e.Descripcion().find("El hotel está dañado"), std::string::npos) << e.Descripcion();
+  EXPECT_NE(e.Descripcion().find("hotel-2026-03-09.db"), std::string::npos) << e.Descripcion();
+  EXPECT_FALSE(fs::exists(Archivo("x.db")));
 }
 
 TEST_F(RespaldoPrueba, UnHotelDanadoOPerdidoDiceComoVolverYVuelve) {
@@ -209,10 +233,11 @@ TEST_F(RespaldoPrueba, ElDanoDeUnArchivoGrandeSeDiceAunqueElRemedioFalle) {
     c->CommitTrans();
   }
   Dana(ruta);
+  fs::remove(ruta + "-suma");
   const auto base = autonomo::AbreManija(ruta, SQLITE_OPEN_READWRITE);
-  autonomo::RevisionDePaginas revision(
-      base.get(), ruta, {{}, false, [](const std::string&) -> std::string { throw std::runtime_error("red"); }});
-  revision.Sigue(true);
+  autonomo::RevisionDePaginas revision(base.get(), ruta,
+                                       [](const std::string&) -> std::string { throw std::runtime_error("red"); });
+  revision.Sigue();
   com::Error e(0, "");
   for (int i = 0; i < 500 && e.Numero() == 0; ++i) {
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
