@@ -157,9 +157,17 @@ int Revisa(const Palabras& palabras, const guion::Argumentos&) {
 
 int Copia(const Palabras& palabras, const guion::Argumentos&) {
   const auto de = autonomo::AbreMotor(Existente(palabras[0]), kReloj);
-  const auto a = autonomo::AbreMotor(Base(palabras[1]), kReloj);
+  // What is wrong with the destination is told with its name.
+  const auto traslada = [&] {
+    try {
+      return autonomo::Traslada(*de, *autonomo::AbreMotor(Base(palabras[1]), kReloj));
+    } catch (const com::Error& e) {
+      if (EsDireccion(palabras[1]) || e.Numero() != com::error::kArgumento) throw;
+      throw com::Error(e.Numero(), guion::ConArchivo(palabras[1], e.Descripcion()), e.Sentencia());
+    }
+  };
   std::int64_t total = 0;
-  for (const auto& [tabla, filas] : autonomo::Traslada(*de, *a)) {
+  for (const auto& [tabla, filas] : traslada()) {
     total += filas;
     if (filas > 0) std::cout << std::setw(9) << filas << "  " << tabla << '\n';
   }
@@ -343,7 +351,10 @@ int Corre(const Orden& orden, const Palabras& palabras, const guion::Argumentos&
     return orden.corre(palabras, argumentos);
   } catch (const std::exception& e) {
     autonomo::registro::AnotaFalla(e);
-    const std::string texto = EsDireccion(palabras[0]) ? e.what() : guion::ConArchivo(palabras[0], e.what());
+    std::string texto = e.what();
+    const bool dicho = std::ranges::any_of(
+        palabras, [&](const std::string& palabra) { return texto.find(palabra) != std::string::npos; });
+    if (!dicho && !EsDireccion(palabras[0])) texto = guion::ConArchivo(palabras[0], texto);
     std::cerr << kPrograma << ": " << texto << '\n';
     return kConFallas;
   }
