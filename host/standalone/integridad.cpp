@@ -63,20 +63,32 @@ std::vector<unsigned char> LeeArchivo(const std::string& ruta) {
   return {std::istreambuf_iterator<char>(archivo), {}};
 }
 
-// Committed transactions of the log that stand behind its first unreadable frame. A transaction that a power cut tore
-// leaves one at most, and only when its last frame reached the disk before another one.
-int ConfirmadasTrasElDano(const std::vector<unsigned char>& log) {
-  if (log.size() <= kCabeceraBitacora) return 0;
+// What one look at a log gives.
+struct Mirada {
+  std::vector<unsigned char> cabecera;
+  std::size_t lugar = 0;  // of the first unreadable frame
+  int confirmadas = 0;    // transactions behind it
+
+  // A transaction that a power cut tore leaves one at most, and only when its last frame reached the disk before
+  // another one.
+  bool Danada() const { return confirmadas > 1; }
+};
+
+Mirada MiraBitacora(const std::vector<unsigned char>& log) {
+  if (log.size() <= kCabeceraBitacora) return {};
+  Mirada m{{log.begin(), log.begin() + kCabeceraBitacora}};
   const unsigned char* cabecera = log.data();
   const std::uint32_t firma = Grande(cabecera);
   const std::size_t pagina = Grande(cabecera + 8);
   const bool grande = (firma & 1U) != 0;
   Suma suma{};
   Acumula(suma, grande, cabecera, 24);
-  if ((firma & ~1U) != 0x377F0682 || pagina < 512 || !EsSuma(suma, cabecera + 24)) return 2;
+  if ((firma & ~1U) != 0x377F0682 || pagina < 512 || !EsSuma(suma, cabecera + 24)) {
+    m.confirmadas = 2;
+    return m;
+  }
   const std::size_t cuadro = kCabeceraCuadro + pagina;
   bool sana = true;
-  int tras = 0;
   for (std::size_t i = kCabeceraBitacora; i + cuadro <= log.size(); i += cuadro) {
     const unsigned char* p = log.data() + i;
     const bool deEsta = std::memcmp(p + 8, cabecera + 16, 8) == 0;
@@ -85,10 +97,11 @@ int ConfirmadasTrasElDano(const std::vector<unsigned char>& log) {
       Acumula(suma, grande, p + kCabeceraCuadro, pagina);
       sana = deEsta && EsSuma(suma, p + 16);
       if (sana) continue;
+      m.lugar = i;
     }
-    if (deEsta && Grande(p + 4) != 0) ++tras;
+    if (deEsta && Grande(p + 4) != 0) ++m.confirmadas;
   }
-  return tras;
+  return m;
 }
 
 // --- marks
@@ -211,13 +224,13 @@ std::string ListaNochesDobles(ado::Recordset& filas) {
 }
 
 void RevisaBitacora(const std::string& ruta) {
-  const std::vector<unsigned char> log = LeeArchivo(ruta + "-wal");
-  if (ConfirmadasTrasElDano(log) < 2) return;
-  // Another program may have begun the log anew while it was read.
-  const std::vector<unsigned char> otra = LeeArchivo(ruta + "-wal");
-  const bool quieta =
-      log.size() == otra.size() && std::equal(log.begin(), log.begin() + kCabeceraBitacora, otra.begin());
-  if (!quieta || ConfirmadasTrasElDano(otra) < 2) return;
+  const Mirada una = MiraBitacora(LeeArchivo(ruta + "-wal"));
+  if (!una.Danada()) return;
+  // Another program may be writing it. A frame that was read too early is whole at the second look, since those behind
+  // it were written later; a log that was begun anew has another head. Damage stays where it is.
+  const Mirada otra = MiraBitacora(LeeArchivo(ruta + "-wal"));
+  if (!otra.Danada() || otra.lugar != una.lugar || otra.cabecera != una.cabecera) return;
+  if (MiraBitacora(LeeArchivo(ruta + "-wal")).cabecera != una.cabecera) return;
   Rechaza("La bitácora de la base de datos (" + ruta +
           "-wal) está dañada y guarda trabajo que ya se había aceptado. No se abre para no perderlo");
 }

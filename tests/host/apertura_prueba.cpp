@@ -2,14 +2,17 @@
 #include <signal.h>
 #include <sqlite3.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <chrono>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <thread>
 
+#include "host/standalone/integridad.h"
 #include "tests/host/base_prueba.h"
 
 namespace {
@@ -25,10 +28,21 @@ class AperturaPrueba : public BasePrueba {
     return ErrorDe([&] { Abre(archivo, 50); }).Numero();
   }
   static std::string Bytes(const std::string& archivo) {
-    std::ifstream f(archivo, std::ios::binary);
-    return {std::istreambuf_iterator<char>(f), {}};
+    std::ostringstream bytes;
+    bytes << std::ifstream(archivo, std::ios::binary).rdbuf();
+    return bytes.str();
   }
   void Escribe(const std::string& bytes) const { std::ofstream(ruta, std::ios::binary) << bytes; }
+  // Ten rows of a table of its own; a large file is checked otherwise.
+  static void Llena(autonomo::Conexion& c, const std::string& texto, bool grande) {
+    c.BeginTrans();
+    for (int i = 0; i < 10; ++i) {
+      c.Consulta(
+          "INSERT INTO Plantilla (Pt_Cve_Plantilla, Pt_Cuerpo) VALUES (?, ?)",
+          {"Llave" + std::to_string(i) + (grande ? "g" : "c"), texto + std::string(grande ? 900000 : 3500, 'x')});
+    }
+    c.CommitTrans();
+  }
   // Runs SQL on the file as another program would.
   static void Ajeno(const std::string& archivo, const char* sql) {
     sqlite3* base = nullptr;
@@ -243,6 +257,25 @@ TEST_F(AperturaPrueba, UnArchivoQueSeFueNoRecibeNada) {
   std::ofstream(ruta + "-wal") << "otro archivo";
   c.reset();
   EXPECT_EQ(Bytes(ruta + "-wal"), "otro archivo");
+}
+
+// Frames that another program writes while the log is read: each look misses one of those that it has passed already.
+TEST_F(AperturaPrueba, UnaBitacoraQueCreceMientrasSeLeeNoEsDano) {
+  const auto c = Abre();
+  for (int i = 0; i < 20; ++i) c->Consulta("INSERT INTO Moneda (Mn_Cve_Moneda) VALUES (?)", {std::to_string(i)});
+  const std::string log = Bytes(ruta + "-wal"), ajeno = (carpeta / "ajeno.db").string();
+  ASSERT_EQ(mkfifo((ajeno + "-wal").c_str(), 0600), 0);
+  std::jthread escribe([&] {
+    for (const std::size_t cuadro : {3U, 9U}) {
+      std::string vista = log;
+      vista.replace(32 + cuadro * (24 + 4096), 24, 24, '\0');
+      std::ofstream tubo(ajeno + "-wal");
+      mkfifo((ajeno + "-otro").c_str(), 0600);  // for the next look
+      std::filesystem::rename(ajeno + "-otro", ajeno + "-wal");
+      tubo << vista;
+    }
+  });
+  EXPECT_NO_THROW(autonomo::RevisaBitacora(ajeno));
 }
 
 // What the file alone would pass over without a word.

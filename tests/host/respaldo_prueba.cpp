@@ -57,11 +57,10 @@ TEST_F(RespaldoPrueba, MientrasOtrosEscribenTieneTodoLoConfirmadoYNadaAMedias) {
   c->Directa("PRAGMA synchronous=OFF");
   for (int i = 0; i < 300; ++i) Reserva(*c, i);
   ASSERT_GT(fs::file_size(ruta + "-wal"), 1000000U);  // most of it is in the log alone
-  std::atomic<bool> termina = false;
   std::atomic<int> hechas = 300;
-  std::thread escribe([&] {
+  std::jthread escribe([&](const std::stop_token& termina) {
     const auto otra = Abre();
-    for (int i = 300; !termina; ++i) {
+    for (int i = 300; !termina.stop_requested(); ++i) {
       Reserva(*otra, i);
       hechas = i + 1;
     }
@@ -74,8 +73,7 @@ TEST_F(RespaldoPrueba, MientrasOtrosEscribenTieneTodoLoConfirmadoYNadaAMedias) {
     EXPECT_EQ(Uno(*abierta, "SELECT COUNT(*) FROM Reservacion"), std::to_string(r.reservaciones));
     EXPECT_EQ(Uno(*abierta, "SELECT COUNT(*) FROM Reservacion_Detalle"), std::to_string(3 * r.reservaciones));
   }
-  termina = true;
-  escribe.join();
+  escribe = {};
   struct stat datos {};
   ASSERT_EQ(stat(Archivo("copia.db").c_str(), &datos), 0);
   EXPECT_EQ(datos.st_mode & 0777U, 0600U);
