@@ -352,8 +352,8 @@ int Corre(const Orden& orden, const Palabras& palabras, const guion::Argumentos&
   } catch (const std::exception& e) {
     autonomo::registro::AnotaFalla(e);
     std::string texto = e.what();
-    const bool dicho = std::ranges::any_of(
-        palabras, [&](const std::string& palabra) { return texto.find(palabra) != std::string::npos; });
+    const bool dicho =
+        std::ranges::any_of(palabras, [&](const std::string& palabra) { return texto.starts_with(palabra + ": "); });
     if (!dicho && !EsDireccion(palabras[0])) texto = guion::ConArchivo(palabras[0], texto);
     std::cerr << kPrograma << ": " << texto << '\n';
     return kConFallas;

@@ -283,12 +283,12 @@ bool BaseSqlite::TomaTurno(const std::string& trabajo) const {
 }
 
 // The last program to leave makes the file whole again; while others are there the engine refuses. Without its file in
-// its place nothing is touched: the log there may be another's. Nor is a file that was found damaged; one of which
+// its place nothing is touched: the log there may be another's. Nor is a file that anybody found damaged; one of which
 // nobody knows gets no checksums.
 void BaseSqlite::DejaEntera() {
   if (manija_ == nullptr || bitacora_ == 0 || !EnSuLugar()) return;
   paginas_->Termina();
-  if (paginas_->Danada()) return DejaComoEsta(manija_, true);
+  if (paginas_->Danada() || AnotadaDanada(manija_)) return DejaComoEsta(manija_, true);
   sqlite3_busy_timeout(manija_, 0);
   ConservaBitacora(manija_, false);
   if (sqlite3_exec(manija_, "PRAGMA journal_mode=DELETE", nullptr, nullptr, nullptr) == SQLITE_OK) {

@@ -296,9 +296,14 @@ std::vector<std::string> Completa(sqlite3* base) {
 std::string RevisaPaginas(sqlite3* base) {
   const bool anterior = Entero(base, "PRAGMA user_version") < esquema::kVersion;
   const std::string_view revisa = anterior ? "PRAGMA quick_check(1)" : "PRAGMA integrity_check(1)";
-  const auto filas = Sentencia(base, revisa, {}, revisa).Corre(revisa);
-  const std::string dice = filas->Eof() ? "ok" : com::CStr(filas->Fields(0).Value());
-  return dice == "ok" ? std::string() : dice;
+  try {
+    const auto filas = Sentencia(base, revisa, {}, revisa).Corre(revisa);
+    const std::string dice = filas->Eof() ? "ok" : com::CStr(filas->Fields(0).Value());
+    return dice == "ok" ? std::string() : dice;
+  } catch (const com::Error& e) {
+    if (e.Numero() == com::error::kDanada) return e.Descripcion();  // it cannot even be walked through
+    throw;
+  }
 }
 
 RevisionDePaginas::RevisionDePaginas(sqlite3* base, std::string ruta, std::string (*remedio)(const std::string& ruta))
@@ -311,7 +316,8 @@ RevisionDePaginas::RevisionDePaginas(sqlite3* base, std::string ruta, std::strin
   entera_ = sumas.Hay();
   if (dano.empty() && !entera_ && static_cast<std::uintmax_t>(datos.st_size) <= kBytesAlAbrir) {
     dano = RevisaPaginas(base);
-    entera_ = true;
+    entera_ = dano.empty();
+    if (!entera_) AnotaDano(base);
   }
   Corre(base, "COMMIT");
   if (!dano.empty()) RechazaDanada(dano);
@@ -336,8 +342,6 @@ void RevisionDePaginas::Recorre(sqlite3* base) {
     TerminaCon(base, termina_);
     entera_ = RevisaPaginas(base).empty();
     if (entera_) return;
-  } catch (const com::Error& e) {
-    if (e.Numero() != com::error::kDanada) return;  // else so damaged that it cannot be walked through
   } catch (const std::exception&) {  // nothing is known, and no failure of this thread ends the clerk's program
     return;
   }

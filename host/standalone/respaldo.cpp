@@ -98,6 +98,7 @@ class Inacabada {
   // hotel: whose accounts may use it; without it, its owner alone.
   void Nombra(const std::string& copia, bool sustituye, const std::optional<struct stat>& hotel) {
     if (hotel) Comparte(ruta_, *hotel, hotel->st_mode & 0777U);
+    if (sustituye) OlvidaSumas(copia);
     // Two that end at once do not take each other's name.
     const unsigned modo = sustituye ? 0 : RENAME_NOREPLACE;
     if (renameat2(AT_FDCWD, ruta_.c_str(), AT_FDCWD, copia.c_str(), modo) != 0) {

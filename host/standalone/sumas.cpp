@@ -16,9 +16,9 @@
 namespace autonomo {
 namespace {
 
-constexpr std::uint32_t kFirma = 0x4B565331, kFirmaDanada = 0x4B565344;
-// The head of the first page holds marks and counters that change with each opening.
-constexpr std::size_t kCabecera = 100;
+constexpr std::uint32_t kFirma = 0x4B565332, kFirmaDanada = 0x4B565344;
+constexpr const char* kCola = "-suma";
+constexpr std::size_t kCabecera = 100;  // of the first page: marks and counters
 
 std::uint32_t Palabra(const unsigned char* p) {
   return std::uint32_t{p[0]} << 24U | std::uint32_t{p[1]} << 16U | std::uint32_t{p[2]} << 8U | p[3];
@@ -26,12 +26,23 @@ std::uint32_t Palabra(const unsigned char* p) {
 
 // Bytes of the open file as they are on the disk, read through the engine's own descriptor: closing another one would
 // drop its locks.
-bool LeeBytes(sqlite3* base, std::uint64_t lugar, std::vector<unsigned char>& bytes) {
+sqlite3_file* Abierto(sqlite3* base) {
   sqlite3_file* archivo = nullptr;
   sqlite3_file_control(base, "main", SQLITE_FCNTL_FILE_POINTER, &archivo);
-  return archivo != nullptr && archivo->pMethods != nullptr &&
-         archivo->pMethods->xRead(archivo, bytes.data(), static_cast<int>(bytes.size()),
-                                  static_cast<sqlite3_int64>(lugar)) == SQLITE_OK;
+  return archivo != nullptr && archivo->pMethods != nullptr ? archivo : nullptr;
+}
+
+bool LeeBytes(sqlite3* base, std::uint64_t lugar, std::vector<unsigned char>& bytes) {
+  sqlite3_file* archivo = Abierto(base);
+  return archivo != nullptr && archivo->pMethods->xRead(archivo, bytes.data(), static_cast<int>(bytes.size()),
+                                                        static_cast<sqlite3_int64>(lugar)) == SQLITE_OK;
+}
+
+std::uint64_t Tamanio(sqlite3* base) {
+  sqlite3_file* archivo = Abierto(base);
+  sqlite3_int64 bytes = 0;
+  if (archivo == nullptr || archivo->pMethods->xFileSize(archivo, &bytes) != SQLITE_OK) return 0;
+  return static_cast<std::uint64_t>(bytes);
 }
 
 // Any change of one byte gives another sum.
@@ -44,14 +55,9 @@ std::uint64_t Suma(const unsigned char* p, std::size_t bytes) {
   return (a % 0xFFFFFFFBU) << 32U | b % 0xFFFFFFFBU;
 }
 
-std::uint64_t SumaDePagina(const std::vector<unsigned char>& bytes, std::size_t i) {
-  const std::size_t desde = i == 0 ? kCabecera : 0;
-  return Suma(bytes.data() + desde, bytes.size() - desde);
-}
-
 std::string Ruta(sqlite3* base) {
   const char* ruta = sqlite3_db_filename(base, "main");
-  return ruta == nullptr || *ruta == '\0' ? std::string() : std::string(ruta) + "-suma";
+  return ruta == nullptr || *ruta == '\0' ? std::string() : std::string(ruta) + kCola;
 }
 
 void Agrega(std::vector<unsigned char>& bytes, std::uint64_t valor, int ancho) {
@@ -59,6 +65,15 @@ void Agrega(std::vector<unsigned char>& bytes, std::uint64_t valor, int ancho) {
 }
 
 std::uint64_t Lee64(const unsigned char* p) { return std::uint64_t{Palabra(p)} << 32U | Palabra(p + 4); }
+
+std::vector<unsigned char> LeeArchivo(const std::string& ruta) {
+  std::ifstream archivo(ruta, std::ios::binary);
+  return {std::istreambuf_iterator<char>(archivo), {}};
+}
+
+bool EsNota(const std::vector<unsigned char>& bytes) {
+  return bytes.size() == 4 && Palabra(bytes.data()) == kFirmaDanada;
+}
 
 // The new ones take the place of the old ones whole.
 void Escribe(const std::string& ruta, const std::vector<unsigned char>& bytes, mode_t modo) {
@@ -81,9 +96,13 @@ bool Sumas::Calcula(sqlite3* base) {
   if (tamanio_ == 1) tamanio_ = 65536;
   cambios_ = Palabra(bytes.data() + 24);
   marca_ = Palabra(bytes.data() + 68);
-  paginas_.resize(Palabra(bytes.data() + 28));
-  return tamanio_ >= 512;
+  const std::uint64_t cuantas = Palabra(bytes.data() + 28);
+  if (tamanio_ < 512 || cuantas * tamanio_ != Tamanio(base)) return false;
+  paginas_.resize(cuantas);
+  return true;
 }
+
+bool AnotadaDanada(sqlite3* base) { return EsNota(LeeArchivo(Ruta(base))); }
 
 void AnotaDano(sqlite3* base) {
   const std::string ruta = Ruta(base);
@@ -93,6 +112,8 @@ void AnotaDano(sqlite3* base) {
   Agrega(bytes, kFirmaDanada, 4);
   Escribe(ruta, bytes, datos.st_mode & 0777U);
 }
+
+void OlvidaSumas(const std::string& archivo) { unlink((archivo + kCola).c_str()); }
 
 void GuardaSumas(sqlite3* base) {
   const std::string ruta = Ruta(base);
@@ -106,7 +127,7 @@ void GuardaSumas(sqlite3* base) {
   for (const std::uint32_t n : {kFirma, s.tamanio_, s.cambios_, s.marca_}) Agrega(bytes, n, 4);
   for (std::size_t i = 0; bien && i < s.paginas_.size(); ++i) {
     bien = LeeBytes(base, i * s.tamanio_, pagina);
-    Agrega(bytes, SumaDePagina(pagina, i), 8);
+    Agrega(bytes, Suma(pagina.data(), pagina.size()), 8);
   }
   sqlite3_exec(base, "ROLLBACK", nullptr, nullptr, nullptr);
   Agrega(bytes, Suma(bytes.data(), bytes.size()), 8);
@@ -114,11 +135,10 @@ void GuardaSumas(sqlite3* base) {
 }
 
 Sumas Sumas::Lee(sqlite3* base) {
-  std::ifstream archivo(Ruta(base), std::ios::binary);
-  const std::vector<unsigned char> bytes{std::istreambuf_iterator<char>(archivo), {}};
+  const std::vector<unsigned char> bytes = LeeArchivo(Ruta(base));
   constexpr std::size_t kInicio = 16;
   Sumas s;
-  s.danada_ = bytes.size() == 4 && Palabra(bytes.data()) == kFirmaDanada;
+  s.danada_ = EsNota(bytes);
   if (s.danada_) return s;
   if (bytes.size() < kInicio + 8 || !s.Calcula(base)) return {};
   const unsigned char* p = bytes.data();
@@ -135,7 +155,7 @@ std::string Sumas::Dano(sqlite3* base) const {
   if (danada_) return "Ya se encontró dañada antes, y así quedó anotado en " + Ruta(base);
   std::vector<unsigned char> pagina(tamanio_);
   for (std::size_t i = 0; i < paginas_.size(); ++i) {
-    if (!LeeBytes(base, i * tamanio_, pagina) || SumaDePagina(pagina, i) != paginas_[i])
+    if (!LeeBytes(base, i * tamanio_, pagina) || Suma(pagina.data(), pagina.size()) != paginas_[i])
       return "La página " + std::to_string(i + 1) + " no es la que se dejó al cerrar";
   }
   return {};

@@ -13,8 +13,11 @@ namespace autonomo {
 
 // Writes them for a file that is in one piece and was found whole; a file that they cannot be written for has none.
 void GuardaSumas(sqlite3* base);
-// Puts the note in their place: nobody works in the file until it is replaced.
+// Puts the note in their place: nobody works in the file until it is replaced, nor closes it as whole.
 void AnotaDano(sqlite3* base);
+bool AnotadaDanada(sqlite3* base);
+// Removes what was kept of a file that another one is about to replace.
+void OlvidaSumas(const std::string& archivo);
 
 class Sumas {
  public:

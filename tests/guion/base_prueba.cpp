@@ -80,7 +80,9 @@ TEST_F(Base, CreaDemoCopiaYRevisa) {
   EXPECT_EQ(Di({"copia", carpeta.Ruta("nada.db"), hotel}).estado, 1);
   EXPECT_EQ(Di({"copia", copia, hotel}).estado, 0);
   EXPECT_EQ(Tablas(hotel), Tablas(copia));
-  EXPECT_EQ(Di({"copia", copia, hotel}).estado, 1);
+  const Salida llena = Di({"copia", copia, hotel});
+  EXPECT_EQ(llena.estado, 1);
+  EXPECT_EQ(llena.errores.find("reservas-base: " + hotel + ": "), 0U) << llena.errores;
   EXPECT_EQ(Di({"revisa", hotel}).estado, 0);
 }
 
