@@ -75,27 +75,43 @@ void Cuadro::Abre(com::Fecha desde, int noches) {
     throw com::Error(com::error::kArgumento, "El cuadro muestra de " + std::to_string(kNochesMinimas) + " a " +
                                                  std::to_string(kNochesMaximas) + " noches");
   }
-  hoy_ = com::SoloFecha(publico::Utilerias().FechaServidor());
-  desde_ = com::SoloFecha(desde);
+  const com::Fecha hoy = com::SoloFecha(publico::Utilerias().FechaServidor()), dia = com::SoloFecha(desde);
+  std::vector<Habitacion> habitaciones = LeeHabitaciones();
+  std::vector<std::vector<Barra>> porFila = LeeBarras(habitaciones, dia, noches);
+  // All was read: a failure before leaves what is shown as it was, rooms and bars of one reading.
+  hoy_ = hoy;
+  desde_ = dia;
   noches_ = noches;
-  LeeHabitaciones();
-  LeeBarras();
+  habitaciones_ = std::move(habitaciones);
+  barras_.clear();
+  primeras_.clear();
+  for (std::size_t f = 0; f < porFila.size(); ++f) {
+    primeras_.push_back(barras_.size());
+    std::ranges::stable_sort(porFila[f], {}, &Barra::inicio);
+    for (Barra& b : porFila[f]) {
+      b.fila = static_cast<int>(f);
+      barras_.push_back(std::move(b));
+    }
+  }
+  primeras_.push_back(barras_.size());
 }
 
-void Cuadro::LeeHabitaciones() {
-  habitaciones_.clear();
+std::vector<Habitacion> Cuadro::LeeHabitaciones() {
+  std::vector<Habitacion> habitaciones;
   const ado::RecordsetPtr rs = Ejecuta(ado::TextoSQL(kHabitaciones));
   for (; !rs->Eof(); rs->MoveNext())
-    habitaciones_.push_back({Celda(*rs, 0), Celda(*rs, 1), Celda(*rs, 2), Celda(*rs, 3)});
+    habitaciones.push_back({Celda(*rs, 0), Celda(*rs, 1), Celda(*rs, 2), Celda(*rs, 3)});
+  return habitaciones;
 }
 
-void Cuadro::LeeBarras() {
-  const std::string primera = DiaSql(desde_), ultima = DiaSql(com::MasDias(desde_, noches_));
+std::vector<std::vector<Barra>> Cuadro::LeeBarras(const std::vector<Habitacion>& habitaciones, com::Fecha dia,
+                                                  int noches) {
+  const std::string primera = DiaSql(dia), ultima = DiaSql(com::MasDias(dia, noches));
   std::map<std::string, int> filas;
-  for (std::size_t f = 0; f < habitaciones_.size(); ++f) {
-    filas[com::Plegado(habitaciones_[f].clave)] = static_cast<int>(f);
+  for (std::size_t f = 0; f < habitaciones.size(); ++f) {
+    filas[com::Plegado(habitaciones[f].clave)] = static_cast<int>(f);
   }
-  std::vector<std::vector<Barra>> porFila(habitaciones_.size());
+  std::vector<std::vector<Barra>> porFila(habitaciones.size());
   // The bars of a room; null for one that is withdrawn.
   const auto deHabitacion = [&](const ado::Recordset& rs) -> std::vector<Barra>* {
     const auto fila = filas.find(com::Plegado(Celda(rs, 0)));
@@ -134,17 +150,7 @@ void Cuadro::LeeBarras() {
     b.fin = com::MasDias(CeldaDia(rs, 2), 1);
     barras.push_back(b);
   });
-  barras_.clear();
-  primeras_.clear();
-  for (std::size_t f = 0; f < porFila.size(); ++f) {
-    primeras_.push_back(barras_.size());
-    std::ranges::stable_sort(porFila[f], {}, &Barra::inicio);
-    for (Barra& b : porFila[f]) {
-      b.fila = static_cast<int>(f);
-      barras_.push_back(std::move(b));
-    }
-  }
-  primeras_.push_back(barras_.size());
+  return porFila;
 }
 
 std::pair<std::size_t, std::size_t> Cuadro::BarrasDe(int fila) const {

@@ -35,7 +35,8 @@ inline constexpr int kNochesMinimas = 7, kNochesMaximas = 60;
 
 class Cuadro {
  public:
-  // Reads the nights from that day on; com::Error kArgumento for a number out of range, and database failures.
+  // Reads the nights from that day on; com::Error kArgumento for a number out of range, and database failures, which
+  // leave the chart as it was.
   void Abre(com::Fecha desde, int noches);
   // The same nights anew; the first time two weeks from today.
   void Abre();
@@ -64,8 +65,10 @@ class Cuadro {
   std::function<void(const std::string& habitacion, com::Fecha desde, com::Fecha hasta)> alReservar;
 
  private:
-  void LeeHabitaciones();
-  void LeeBarras();
+  static std::vector<Habitacion> LeeHabitaciones();
+  // By room, in no order.
+  static std::vector<std::vector<Barra>> LeeBarras(const std::vector<Habitacion>& habitaciones, com::Fecha dia,
+                                                   int noches);
 
   com::Fecha desde_, hoy_;
   int noches_ = 14;
