@@ -361,12 +361,8 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
   }
 
   // The screen reads a stored line with its product's list price; without one the line could never be opened again.
-  void RevisaQueSePuedaAbrir(const CuartoConTipo& cuarto) {
-    const ado::RecordsetPtr rs = Base().Consulta(
-        "SELECT COUNT(*) FROM Producto P INNER JOIN Producto_Precio L ON L.Pr_Cve_Producto = P.Pr_Cve_Producto "
-        "WHERE P.Pr_Cve_Producto = ?",
-        {cuarto.producto});
-    if (com::CLng(rs->Fields(0).Value()) > 0) return;
+  static void RevisaQueSePuedaAbrir(const CuartoConTipo& cuarto) {
+    if (cuarto.preciosDeLista > 0) return;
     throw Rechazo{"La habitación " + cuarto.habitacion +
                   " no se puede guardar: su producto no tiene precio de lista y la reservación no se podría abrir"};
   }

@@ -68,7 +68,10 @@ PrecioEstancia PrecioDeEstancia(std::span<const Tarifa> tarifas, std::optional<d
 std::optional<CuartoConTipo> LeeCuarto(Conexion& conexion, const std::string& habitacion) {
   const ado::RecordsetPtr rs = conexion.Consulta(
       "SELECT HB.Hb_Cve_Habitacion, HB.Th_Cve_Tipo_Habitacion, TH.Th_Descripcion, TH.Pr_Cve_Producto, "
-      "TH.Th_Num_Personas, HB.Es_Cve_Estado "
+      "TH.Th_Num_Personas, HB.Es_Cve_Estado, "
+      "(SELECT COUNT(*) FROM Producto PR "
+      "INNER JOIN Producto_Precio PP ON PP.Pr_Cve_Producto = PR.Pr_Cve_Producto "
+      "WHERE PR.Pr_Cve_Producto = TH.Pr_Cve_Producto) "
       "FROM Habitacion HB "
       "INNER JOIN Tipo_Habitacion TH ON TH.Th_Cve_Tipo_Habitacion = HB.Th_Cve_Tipo_Habitacion "
       "WHERE HB.Hb_Cve_Habitacion = ?",
@@ -81,6 +84,7 @@ std::optional<CuartoConTipo> LeeCuarto(Conexion& conexion, const std::string& ha
   c.producto = Texto(rs->Fields(3).Value());
   c.personasIncluidas = rs->Fields(4).Value().EsNulo() ? 0 : com::CInt(rs->Fields(4).Value());
   c.deBaja = com::IgualSinCaja(Texto(rs->Fields(5).Value()), esquema::kBaja);
+  c.preciosDeLista = com::CLng(rs->Fields(6).Value());
   return c;
 }
 

@@ -54,6 +54,7 @@ struct CuartoConTipo {
   std::string descripcionTipo;
   std::string producto;
   int personasIncluidas = 0;
+  int preciosDeLista = 0;  // rows of its product's list price
   bool deBaja = false;
 };
 // Nothing when the room does not exist or its type is missing.
