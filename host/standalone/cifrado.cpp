@@ -254,7 +254,7 @@ std::shared_ptr<ConexionDeMotor> CifraTarjetas(std::shared_ptr<ConexionDeMotor> 
 
 void OlvidaCodigos(ConexionDeMotor& conexion, const std::string& folio, com::Fecha hoy) {
   const std::string una = folio.empty() ? "" : " AND Rs_Folio = ?";
-  ConexionDeMotor::Parametros dias{com::SoloFecha(hoy)}, folios;
+  ConexionDeMotor::Parametros dias{com::SoloFecha(std::min(hoy, Reloj().Ahora()))}, folios;
   if (!folio.empty()) folios.emplace_back(folio);
   ConexionDeMotor::Parametros deReservacion = dias;
   deReservacion.insert(deReservacion.end(), folios.begin(), folios.end());

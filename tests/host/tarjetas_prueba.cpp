@@ -29,12 +29,12 @@ class Tarjetas : public testing::Test {
   }
   ~Tarjetas() override { unsetenv("RESERVAS_LLAVE"); }
 
-  void Abre(const std::string& usuario = "ANA") {
+  void Abre(const std::string& usuario = "ANA", com::Fecha ahora = com::FechaDe(2026, 3, 9, 10)) {
     host.reset();
     Opciones o;
     o.base.ruta = (carpeta / "hotel.db").string();
     o.usuario = usuario;
-    o.ahora = com::FechaDe(2026, 3, 9, 10);
+    o.ahora = ahora;
     host = std::make_unique<Anfitrion>(o);
   }
   Conexion& base() { return *host->conexion(); }
@@ -182,6 +182,9 @@ TEST_F(Tarjetas, ElCodigoSeOlvidaAlCancelarYAlTerminarLaEstancia) {
   base().Execute("UPDATE Reservacion SET Es_Cve_Estado = 'CA' WHERE Rs_Folio = 'F2'");
   EXPECT_EQ(codigos(), ";;;;");
   EXPECT_EQ(Lee("Cl_Tarjeta_Numero"), "4000123412345678 ") << "the number stays";
+  reserva("F4", "C9", com::AIso(com::MasDias(Reloj().Ahora(), 30)).c_str());
+  Abre("ANA", com::FechaDe(2126, 3, 9));
+  EXPECT_EQ(codigos(), ";;;846;;") << "a clock that was put forward to try something";
 }
 
 }  // namespace
