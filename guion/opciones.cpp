@@ -137,6 +137,7 @@ autonomo::OpcionesConexion LeeBase(const Argumentos& argumentos) {
   autonomo::OpcionesConexion base;
   if (argumentos.Hay("base") && argumentos.Hay("conexion")) UsoErroneo("--base y --conexion no se usan juntas");
   base.ruta = argumentos.Valor("base").value_or(base.ruta);
+  if (autonomo::EsDireccion(base.ruta)) UsoErroneo("Una dirección de PostgreSQL se da con --conexion");
   base.conexion = argumentos.Valor("conexion").value_or("");
   if (!base.conexion.empty()) autonomo::RevisaDireccion(base.conexion);
   base.pideContrasena = PideEnLaTerminal;

@@ -9,6 +9,7 @@
 namespace autonomo {
 
 std::string TextoVersion(std::string_view programa, std::string_view base) {
+  if (EsDireccion(base)) RevisaDireccion(std::string(base));
   const int libpq = PQlibVersion();
   const std::string motor = EsDireccion(base) ? "PostgreSQL (libpq " + std::to_string(libpq / 10000) + "." +
                                                     std::to_string(libpq % 10000) + ")"
