@@ -188,7 +188,10 @@ bool Bloqueo::eventFilter(QObject* objeto, QEvent* evento) {
 
 std::shared_ptr<autonomo::Conexion> Bloqueo::ConexionPropia() const {
   const bool enMemoria = base_.conexion.empty() && base_.ruta == ":memory:";
-  return enMemoria ? anfitrion_.conexion() : autonomo::AbreConexion(base_, anfitrion_.reloj());
+  if (enMemoria) return anfitrion_.conexion();
+  autonomo::OpcionesConexion base = base_;
+  base.crea = false;  // the file may have been moved away meanwhile
+  return autonomo::AbreConexion(base, anfitrion_.reloj());
 }
 
 std::string Bloqueo::Revisa(const std::string& usuario, const std::string& contrasena) {

@@ -87,10 +87,9 @@ autonomo::OpcionesConexion Base(const std::string& palabra) {
 
 // A hotel that is there: a file is not made by the way.
 autonomo::OpcionesConexion Existente(const std::string& palabra) {
-  if (!EsDireccion(palabra) && !std::filesystem::exists(palabra)) {
-    throw com::Error(com::error::kBaseDatos, "No existe");
-  }
-  return Base(palabra);
+  autonomo::OpcionesConexion opciones = Base(palabra);
+  opciones.crea = false;
+  return opciones;
 }
 
 // Options of a hotel that is to be made: its file is not there yet, or the server's database holds nothing.

@@ -55,10 +55,11 @@ Opciones LeeOpciones(const guion::Argumentos& argumentos) {
     if (!fecha) usoErroneo("«" + *ahora + "» no es una fecha AAAA-MM-DDTHH:MM[:SS]");
     o.cartero.reloj.Fija(*fecha);
   }
+  o.cartero.base.crea = false;
   return o;
 }
 
-// A mail service makes no hotel.
+// A service with a wrong path ends at once.
 void ExigeBase(const autonomo::OpcionesConexion& base) {
   if (base.conexion.empty() && !QFileInfo::exists(QString::fromStdString(base.ruta)))
     throw com::Error(com::error::kArgumento, "No existe la base " + base.ruta);

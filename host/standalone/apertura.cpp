@@ -48,6 +48,10 @@ constexpr char kMemoria[] = ":memory:";
       "El archivo del hotel no está, pero hay copias de respaldo. Si quiere un hotel nuevo, use otro nombre");
 }
 
+[[noreturn]] void RechazaAusente() {
+  throw com::Error(com::error::kBaseDatos, "No existe el archivo del hotel: no está aquí, o lo movieron o borraron");
+}
+
 [[noreturn]] void RechazaSoloLectura() {
   throw com::Error(com::error::kSoloLectura, DescribeSqlite(SQLITE_READONLY, 0, {}));
 }
@@ -122,8 +126,11 @@ sqlite3* ManijaDe(const QSqlDatabase& base) {
   return qstrcmp(v.typeName(), "sqlite3*") == 0 ? *static_cast<sqlite3* const*>(v.constData()) : nullptr;
 }
 
-void RevisaDuenio(sqlite3* base) {
-  if (EstaVacia(base)) return CreaEsquema(base);
+void RevisaDuenio(sqlite3* base, bool crea) {
+  if (EstaVacia(base)) {
+    if (!crea) RechazaAjena(": no tiene nada");
+    return CreaEsquema(base);
+  }
   if (!EsHotel(base)) RechazaAjena("");
   if (Entero(base, "PRAGMA user_version") <= esquema::kVersion) return;
   throw com::Error(com::error::kBaseDatos,
@@ -163,9 +170,10 @@ void DejaComoEsta(sqlite3* base, bool deja) {
 }
 
 // Before the engine touches it: a hotel that is new, or one that is there whole.
-void ExigeArchivo(const QString& ruta) {
+void ExigeArchivo(const QString& ruta, bool crea) {
   if (!QFileInfo::exists(ruta)) {
     if (!Copias(ruta.toStdString()).empty()) RechazaPerdido();
+    if (!crea) RechazaAusente();
     CreaArchivo(ruta);
   }
   if (QFileInfo(ruta).size() == 0) RechazaVacio();
@@ -181,7 +189,8 @@ bool Remediable(const std::string& ruta, const com::Error& e) {
 
 }  // namespace
 
-BaseSqlite::BaseSqlite(const std::string& ruta, int esperaMs) {
+BaseSqlite::BaseSqlite(const OpcionesConexion& opciones) {
+  const std::string& ruta = opciones.ruta;
   static std::atomic<int> cuenta{0};
   nombre_ = QStringLiteral("autonomo-%1").arg(++cuenta);
   QString absoluta = QString::fromStdString(ruta);
@@ -191,9 +200,9 @@ BaseSqlite::BaseSqlite(const std::string& ruta, int esperaMs) {
     if (QFileInfo(absoluta).isDir()) RechazaAjena(": es una carpeta");
   }
   try {
-    if (ruta != kMemoria) ExigeArchivo(absoluta);
-    Abre(absoluta, esperaMs);
-    Prepara(absoluta.toStdString(), esperaMs);
+    if (ruta != kMemoria) ExigeArchivo(absoluta, opciones.crea);
+    Abre(absoluta, opciones.esperaMs);
+    Prepara(absoluta.toStdString(), opciones);
   } catch (const com::Error& e) {
     Cierra();
     if (ruta == kMemoria || !Remediable(absoluta.toStdString(), e)) throw;
@@ -217,16 +226,16 @@ void BaseSqlite::Abre(const QString& ruta, int esperaMs) {
     throw com::Error(com::error::kBaseDatos, "El controlador de la base de datos no es el de SQLite");
 }
 
-void BaseSqlite::Prepara(const std::string& ruta, int esperaMs) {
+void BaseSqlite::Prepara(const std::string& ruta, const OpcionesConexion& opciones) {
   RegistraColaciones(manija_);
   DejaComoEsta(manija_, true);
-  RevisaDuenio(manija_);
+  RevisaDuenio(manija_, opciones.crea);
   if (sqlite3_db_readonly(manija_, "main") == 1) RechazaSoloLectura();
   ExigeBitacora(manija_);
   ExigeTablas(manija_);
   paginas_ = std::make_unique<RevisionDePaginas>(manija_, ruta, ComoVolver);
   DejaComoEsta(manija_, false);
-  PasaABitacora(manija_, esperaMs);
+  PasaABitacora(manija_, opciones.esperaMs);
   Corre(manija_, "PRAGMA synchronous=FULL");
   // KiB. What a board or an availability check of a hotel with years behind it reads stays in memory.
   Corre(manija_, "PRAGMA cache_size=-16000");
@@ -236,7 +245,7 @@ void BaseSqlite::Prepara(const std::string& ruta, int esperaMs) {
   }
   avisos_ = Completa(manija_);
   if (ruta == kMemoria) return;
-  Marca(manija_, esperaMs);
+  Marca(manija_, opciones.esperaMs);
   paginas_->Sigue();
   ConservaBitacora(manija_, true);
   bitacora_ = InodoBitacora(manija_);

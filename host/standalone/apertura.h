@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "host/standalone/conexion.h"
 #include "host/standalone/integridad.h"
 
 struct sqlite3;
@@ -17,9 +18,8 @@ namespace autonomo {
 // An open database of this system; closes when it goes.
 class BaseSqlite {
  public:
-  // ruta: file, created with the empty schema when missing, or ":memory:"; esperaMs: wait for another program's lock.
-  // Errors of AbreConexion.
-  BaseSqlite(const std::string& ruta, int esperaMs);
+  // ruta, crea, esperaMs and errors as AbreConexion takes and gives them.
+  explicit BaseSqlite(const OpcionesConexion& opciones);
   ~BaseSqlite();
   BaseSqlite(const BaseSqlite&) = delete;
   BaseSqlite& operator=(const BaseSqlite&) = delete;
@@ -40,7 +40,7 @@ class BaseSqlite {
 
  private:
   void Abre(const QString& ruta, int esperaMs);
-  void Prepara(const std::string& ruta, int esperaMs);
+  void Prepara(const std::string& ruta, const OpcionesConexion& opciones);
   bool EnSuLugar() const;
   void DejaEntera();
   void Cierra();

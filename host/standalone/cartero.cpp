@@ -111,7 +111,11 @@ Ronda Reparte(Conexion& conexion, const Reloj& reloj, const ServidorCorreo& serv
   return ronda;
 }
 
-Cartero::Cartero(const Opciones& opciones) : opciones_(opciones), hilo_([this] { Trabaja(); }) {}
+// A mail service makes no hotel.
+Cartero::Cartero(Opciones opciones) : opciones_(std::move(opciones)) {
+  opciones_.base.crea = false;
+  hilo_ = std::thread([this] { Trabaja(); });
+}
 
 Cartero::~Cartero() {
   {

@@ -31,7 +31,7 @@ class Cartero {
     std::optional<std::string> contrasena;  // file of the password (servidor_correo.h)
   };
   // Begins to deliver. A failure (no server configured, database gone) is noted in the log, and tried again.
-  explicit Cartero(const Opciones& opciones);
+  explicit Cartero(Opciones opciones);
   // Ends after the mail that is being sent.
   ~Cartero();
   Cartero(const Cartero&) = delete;
@@ -46,7 +46,7 @@ class Cartero {
   void Apunta(const std::string& impedimento);
   bool Espera();
 
-  const Opciones opciones_;
+  Opciones opciones_;
   mutable std::mutex candado_;
   std::condition_variable aviso_;
   bool termina_ = false;

@@ -35,7 +35,7 @@ struct Preparada {
 class ConexionSqlite final : public ConexionDeMotor {
  public:
   ConexionSqlite(const OpcionesConexion& opciones, const Reloj& reloj)
-      : reloj_(reloj), leeConjuntos_(opciones.leeConjuntos), base_(opciones.ruta, opciones.esperaMs) {}
+      : reloj_(reloj), leeConjuntos_(opciones.leeConjuntos), base_(opciones) {}
 
   ado::RecordsetPtr Execute(const ado::TextoSQL& sentencia) override {
     sentencia.Verifica();

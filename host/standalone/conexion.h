@@ -34,6 +34,7 @@ class Reloj {
 struct OpcionesConexion {
   std::string ruta = ":memory:";  // SQLite file, created with the empty schema when it is missing
   std::string conexion;           // address of a PostgreSQL database (postgres_sesion.h); "" SQLite
+  bool crea = true;               // false: where there is no hotel yet none is made, com::Error kBaseDatos
   bool leeConjuntos = true;       // what LeeConjuntos answers
   int esperaMs = 5000;            // how long a statement waits for another program's lock
   // Whether the user may see card data in clear, asked whenever some are read; empty: may.

@@ -267,6 +267,7 @@ void SesionPostgres::PreparaEsquema() {
           "AND oid NOT IN (SELECT objid FROM pg_depend WHERE classid = 'pg_class'::regclass AND deptype = 'e')";
       if (numero(kObjetos) > 0)
         throw com::Error(kAjena, "La base de datos del servidor no es de reservaciones: ya tiene otras tablas");
+      if (!opciones_.crea) throw com::Error(kBaseDatos, "En la base de datos del servidor no hay ningún hotel");
       for (const std::string& sentencia : esquema::Ddl(esquema::Motor::PostgreSQL)) Corre(sentencia);
     } else if (tiene < esquema::kVersion) {
       try {

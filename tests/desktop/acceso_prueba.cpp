@@ -2,6 +2,7 @@
 #include <QCheckBox>
 #include <QTabWidget>
 #include <QTemporaryDir>
+#include <filesystem>
 
 #include "desktop/acceso.h"
 #include "host/standalone/permisos.h"
@@ -128,6 +129,11 @@ TEST_F(AccesoEnArchivoPrueba, BloqueadaSobreUnaPreguntaSeAbreAunqueOtroEscritori
       EXPECT_NE(Motivo(w).find("no son correctos"), std::string::npos) << Motivo(w);
       EXPECT_EQ(fallas(), 1) << "a try counts whatever becomes of the confirmation";
       EXPECT_NO_THROW(cambia("otra vez")) << "the question holds nothing";
+      std::filesystem::rename(hotel.base.ruta, hotel.base.ruta + ".aparte");
+      Entra(w, "RECEPCION", "la de recepcion");
+      EXPECT_NE(Motivo(w).find("No existe el archivo"), std::string::npos) << Motivo(w);
+      EXPECT_FALSE(std::filesystem::exists(hotel.base.ruta)) << "no empty hotel in its place";
+      std::filesystem::rename(hotel.base.ruta + ".aparte", hotel.base.ruta);
       Entra(w, "RECEPCION", "la de recepcion");
       EXPECT_FALSE(w.isVisible()) << Motivo(w);
       if (w.isVisible()) dynamic_cast<QDialog&>(w).done(QDialog::Rejected);

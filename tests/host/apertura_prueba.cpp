@@ -120,6 +120,11 @@ TEST_F(AperturaPrueba, LoAjenoNiSeAbreNiSeToca) {
 TEST_F(AperturaPrueba, UnaCarpetaQueNoExisteNoCreaNada) {
   EXPECT_EQ(Numero((carpeta / "no" / "hotel.db").string()), kBaseDatos);
   EXPECT_EQ(Numero(""), kBaseDatos);
+  // Nor does a further connection of a program whose file has been moved away.
+  autonomo::OpcionesConexion opciones;
+  opciones.ruta = ruta;
+  opciones.crea = false;
+  EXPECT_EQ(ErrorDe([&] { autonomo::AbreConexion(opciones, reloj); }).Numero(), kBaseDatos);
   EXPECT_EQ(Archivos(), 0U);
 }
 

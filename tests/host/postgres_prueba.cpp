@@ -205,6 +205,11 @@ TEST_F(PostgresPrueba, SoloSeAbreLaPropia) {
   EXPECT_EQ(ErrorDe([&] { Abre(); }).Numero(), kBaseDatos);
   EXPECT_EQ(EnPostgres(ruta, "SELECT COUNT(*) FROM pg_tables WHERE schemaname = 'public'"), "0");
   EnPostgres(ruta, "DROP TYPE rango_clave");
+  autonomo::OpcionesConexion opciones;
+  opciones.conexion = ruta;
+  opciones.crea = false;
+  EXPECT_TRUE(Dice(ErrorDe([&] { autonomo::AbreConexion(opciones, reloj); }), "no hay ningún hotel"));
+  EXPECT_EQ(EnPostgres(ruta, "SELECT COUNT(*) FROM pg_tables WHERE schemaname = 'public'"), "0");
   Moneda(*Abre(), "a");
   EXPECT_EQ(Uno(*Abre(), "SELECT COUNT(*) FROM Moneda"), "1");
   EnPostgres(ruta, "DROP TRIGGER Sobreventa_Linea ON Reservacion_Detalle");

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <thread>
 
 #include "host/standalone/cartero.h"
@@ -131,6 +132,9 @@ struct SoloDeSuHilo {
 
 TEST(CarteroEnSuHilo, NingunaFallaTerminaElPrograma) {
   Cartero::Opciones opciones;
+  opciones.base.ruta = testing::TempDir() + "su_hilo.db";
+  std::filesystem::remove(opciones.base.ruta);
+  AbreConexion(opciones.base, opciones.reloj).reset();
   opciones.base.veTarjetas = SoloDeSuHilo();
   const Cartero cartero(opciones);
   for (int vez = 0; vez < 500 && cartero.Impedimento().empty(); ++vez)
