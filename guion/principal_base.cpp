@@ -36,7 +36,7 @@ constexpr const char* kUso =
     "  crea HOTEL         hotel nuevo, vacío y sin sobreventa\n"
     "  demo HOTEL [--ahora FECHA]\n"
     "                     hotel de demostración, alrededor de hoy o de la fecha AAAA-MM-DD\n"
-    "  revisa HOTEL       busca daños y lo que no cuadra; lo pone al día si es de una versión anterior\n"
+    "  revisa HOTEL       busca daños y lo que no cuadra\n"
     "  copia HOTEL DESTINO\n"
     "                     pasa el hotel a otra base, vacía, y compara cada renglón. Mientras, nadie captura\n"
     "  usuario HOTEL LOGIN [--contrasena-de ARCHIVO]\n"
@@ -146,7 +146,7 @@ int Usuario(const Palabras& palabras, const guion::Argumentos& argumentos) {
 
 int Revisa(const Palabras& palabras, const guion::Argumentos&) {
   int malos = 0;
-  for (const autonomo::Hallazgo& hallazgo : autonomo::Revisa(Base(palabras[0]), kReloj)) {
+  for (const autonomo::Hallazgo& hallazgo : autonomo::Revisa(Existente(palabras[0]), kReloj)) {
     std::cout << (hallazgo.mal ? "MAL   " : "bien  ") << hallazgo.texto << '\n';
     malos += hallazgo.mal ? 1 : 0;
   }

@@ -86,7 +86,11 @@ com::Error ErrorDePerdida(std::string_view sentencia) {
           std::string(sentencia)};
 }
 
-SesionPostgres::SesionPostgres(const OpcionesConexion& opciones) : opciones_(opciones) {
+SesionPostgres::SesionPostgres(const OpcionesConexion& opciones) : SesionPostgres(opciones, SoloMira()) {
+  PreparaEsquema();
+}
+
+SesionPostgres::SesionPostgres(const OpcionesConexion& opciones, SoloMira /*mira*/) : opciones_(opciones) {
   const auto dice = LeeDireccion(opciones.conexion);
   const auto valor = [&](const char* clave, const char* entorno) {
     const auto it = dice.find(clave);
@@ -96,7 +100,10 @@ SesionPostgres::SesionPostgres(const OpcionesConexion& opciones) : opciones_(opc
   sslmode_ = ModoDeCifrado(dice, servidor);
   quien_ = (usuario.empty() ? "" : usuario + " en ") + (EsDeAqui(servidor) ? "esta máquina" : servidor);
   Enlaza();
-  PreparaEsquema();
+}
+
+int SesionPostgres::VersionDe(const OpcionesConexion& opciones) {
+  return SesionPostgres(opciones, SoloMira()).Version();
 }
 
 // Asks for the password when the server wants one and none of the usual places holds it.
@@ -247,17 +254,19 @@ void SesionPostgres::PoneAlDia() {
   }
 }
 
+int SesionPostgres::Numero(const char* sql) { return std::atoi(PQgetvalue(Corre(sql).get(), 0, 0)); }
+
+int SesionPostgres::Version() {
+  if (Numero("SELECT COUNT(to_regclass('esquema_version'))") == 0) return 0;
+  return Numero("SELECT COALESCE(MAX(Ev_Version), 0) FROM Esquema_Version");
+}
+
 // Of two programs that meet at an empty database the second finds the schema made.
 void SesionPostgres::PreparaEsquema() {
-  const auto numero = [this](const char* sql) { return std::atoi(PQgetvalue(Corre(sql).get(), 0, 0)); };
-  const auto version = [&] {
-    constexpr const char* kHay = "SELECT COUNT(to_regclass('esquema_version'))";
-    return numero(kHay) == 0 ? 0 : numero("SELECT COALESCE(MAX(Ev_Version), 0) FROM Esquema_Version");
-  };
-  if (version() == esquema::kVersion) return PoneGuardas();
+  if (Version() == esquema::kVersion) return PoneGuardas();
   Corre("BEGIN; SELECT pg_advisory_xact_lock(207, 0)");
   try {
-    const int tiene = version();
+    const int tiene = Version();
     if (tiene > esquema::kVersion)
       throw com::Error(kAjena, "La base de datos la creó una versión más nueva de este programa");
     if (tiene == 0) {
@@ -265,7 +274,7 @@ void SesionPostgres::PreparaEsquema() {
           "SELECT COUNT(*) FROM pg_class WHERE relkind IN ('r', 'p', 'v', 'm', 'f') "
           "AND relnamespace = COALESCE(current_schema(), 'pg_catalog')::regnamespace "
           "AND oid NOT IN (SELECT objid FROM pg_depend WHERE classid = 'pg_class'::regclass AND deptype = 'e')";
-      if (numero(kObjetos) > 0)
+      if (Numero(kObjetos) > 0)
         throw com::Error(kAjena, "La base de datos del servidor no es de reservaciones: ya tiene otras tablas");
       if (!opciones_.crea) throw com::Error(kBaseDatos, "En la base de datos del servidor no hay ningún hotel");
       for (const std::string& sentencia : esquema::Ddl(esquema::Motor::PostgreSQL)) Corre(sentencia);

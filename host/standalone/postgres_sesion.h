@@ -16,6 +16,9 @@ class SesionPostgres {
   // Connects and sees to the schema. Errors of AbrePostgres.
   explicit SesionPostgres(const OpcionesConexion& opciones);
 
+  // Version of the definition that the database holds, 0 without a hotel; changes nothing. Errors of AbrePostgres.
+  static int VersionDe(const OpcionesConexion& opciones);
+
   // libpq's own; changes with each new connection.
   PGconn* manija() const { return c_.get(); }
   // How many connections it has made.
@@ -34,10 +37,14 @@ class SesionPostgres {
   bool TomaTurno(const std::string& nombre);
 
  private:
+  struct SoloMira {};
+  SesionPostgres(const OpcionesConexion& opciones, SoloMira);
   struct Cierra {
     void operator()(PGconn* c) const { PQfinish(c); }
   };
   void Enlaza();
+  int Numero(const char* sql);
+  int Version();
   void PreparaEsquema();
   void PoneGuardas();
   void PoneAlDia();

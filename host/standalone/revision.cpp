@@ -7,6 +7,7 @@
 #include "host/standalone/integridad.h"
 #include "host/standalone/manija.h"
 #include "host/standalone/parametros.h"
+#include "host/standalone/postgres_sesion.h"
 #include "host/standalone/respaldo.h"
 #include "host/standalone/sentencia.h"
 #include "platform/com/error.h"
@@ -44,26 +45,41 @@ std::string TablasAjenas(sqlite3* base) {
   return ajenas;
 }
 
-void RevisaArchivo(const std::string& ruta, Hallazgos& h) {
+// Gives whether it is the present one.
+bool RevisaVersion(std::int64_t version, Hallazgos& h) {
+  const std::string vigente = std::to_string(esquema::kVersion);
+  h.push_back(
+      {version > esquema::kVersion,
+       "Versión del esquema: " + std::to_string(version) +
+           (version < esquema::kVersion
+                ? "; se pone al día a la " + vigente + " al abrirlo para trabajar, y entonces se revisa lo demás"
+                : (version > esquema::kVersion ? ", y este programa conoce la " + vigente : ""))});
+  return version == esquema::kVersion;
+}
+
+bool RevisaServidor(const OpcionesConexion& opciones, Hallazgos& h) {
+  const int version = SesionPostgres::VersionDe(opciones);
+  if (version > 0) return RevisaVersion(version, h);
+  throw com::Error(com::error::kBaseDatos, "En la base de datos del servidor no hay ningún hotel");
+}
+
+// Gives whether its definition is the present one; what is no hotel is told when it is opened.
+bool RevisaArchivo(const std::string& ruta, Hallazgos& h) {
   struct stat datos {};
   if (stat(ruta.c_str(), &datos) != 0) throw com::Error(com::error::kBaseDatos, "No existe " + ruta);
-  if (datos.st_size == 0) return;  // told when it is opened
+  if (datos.st_size == 0) return true;
   RevisaBitacora(ruta);
   const Manija base = AbreManija(ruta, SQLITE_OPEN_READONLY);
-  if (!EsHotel(base.get())) return;
+  if (!EsHotel(base.get())) return true;
   ExigeBitacora(base.get());
   const auto version = Entero(base.get(), "PRAGMA user_version");
   // Indexes of an earlier version are ordered anew when it is brought forward.
   const std::string dano = DanoDe(base.get(), version < esquema::kVersion ? "quick_check" : "integrity_check");
   h.push_back({!dano.empty(), "Páginas e índices: " + (dano.empty() ? "sin daño" : "dañados" + dano)});
-  const std::string vigente = std::to_string(esquema::kVersion);
-  h.push_back({version > esquema::kVersion,
-               "Versión del esquema: " + std::to_string(version) +
-                   (version < esquema::kVersion
-                        ? ", se pone al día a la " + vigente
-                        : (version > esquema::kVersion ? ", y este programa conoce la " + vigente : ""))});
+  const bool vigente = RevisaVersion(version, h);
   const std::string ajenas = TablasAjenas(base.get());
   if (!ajenas.empty()) h.push_back({false, "Tablas que no son del sistema: " + ajenas});
+  return vigente;
 }
 
 // --- what it holds, on any engine
@@ -121,8 +137,8 @@ void RevisaCopias(const std::string& ruta, Hallazgos& h) {
 std::vector<Hallazgo> Revisa(const OpcionesConexion& opciones, const Reloj& reloj) {
   Hallazgos h;
   try {
-    if (opciones.conexion.empty()) RevisaArchivo(opciones.ruta, h);
-    RevisaContenido(*AbreConexion(opciones, reloj), h);
+    const bool vigente = opciones.conexion.empty() ? RevisaArchivo(opciones.ruta, h) : RevisaServidor(opciones, h);
+    if (vigente) RevisaContenido(*AbreConexion(opciones, reloj), h);
     if (opciones.conexion.empty()) RevisaCopias(opciones.ruta, h);
   } catch (const com::Error& e) {
     h.push_back({true, e.Descripcion()});

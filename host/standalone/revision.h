@@ -13,9 +13,10 @@ struct Hallazgo {
   std::string texto;  // Spanish, one line or more
 };
 
-// Looks at the whole of it, opens it and so brings it forward and puts back guards that are missing: pages and indexes
-// of a file, definition, keys that no row has, nights that are sold twice, parameters that cannot be read, copies. What
-// keeps it from being opened is a finding, the last one.
+// Looks at the whole of it: pages and indexes of a file, version of the definition, keys that no row has, nights that
+// are sold twice, parameters that cannot be read, copies. Guards that are missing are put back, as at each opening; one
+// of an earlier version stays as it is, and what it holds is not looked at. What keeps it from being opened is a
+// finding, the last one.
 std::vector<Hallazgo> Revisa(const OpcionesConexion& opciones, const Reloj& reloj);
 
 }  // namespace autonomo
