@@ -11,6 +11,7 @@
 #include <algorithm>
 
 #include "desktop/estilo.h"
+#include "desktop/iconos.h"
 #include "desktop/pintura.h"
 
 namespace vista {
@@ -213,9 +214,10 @@ class EstiloBase : public QProxyStyle {
     }
   }
 
-  // Draws a label in another colour.
+  // Draws a label in another colour, our icons with it.
   template <class Opcion>
   void Rotula(ControlElement cual, Opcion opcion, const QColor& tinta, QPainter* p, const QWidget* w) const {
+    if (const QIcon icono = Icono(opcion.icon.name(), tinta); !icono.isNull()) opcion.icon = icono;
     for (const auto papel : {QPalette::WindowText, QPalette::ButtonText}) opcion.palette.setColor(papel, tinta);
     QProxyStyle::drawControl(cual, &opcion, p, w);
   }

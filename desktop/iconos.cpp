@@ -117,6 +117,8 @@ class Motor : public QIconEngine {
     return mapa;
   }
 
+  QString iconName() override { return nombre_; }
+
   QIconEngine* clone() const override { return new Motor(nombre_, tinta_); }
 
  private:

@@ -1,17 +1,17 @@
 // Texts can be read in both themes, on whatever colours a hotel gives its states.
 #include <gtest/gtest.h>
 
-#include <QImage>
-#include <QPainter>
-#include <vector>
-
 #include <QApplication>
 #include <QColor>
+#include <QImage>
+#include <QPainter>
+#include <QPushButton>
 #include <cstdint>
 #include <utility>
 #include <vector>
 
 #include "desktop/estilo.h"
+#include "desktop/iconos.h"
 #include "desktop/pintura.h"
 
 namespace pruebas {
@@ -43,6 +43,23 @@ TEST_P(EstiloPrueba, LosTextosSeLeen) {
           << tinta.name().toStdString() << " on " << fondo.name().toStdString();
     }
   }
+}
+
+// The button that Enter presses is drawn in the accent, and so is not what stands on it.
+TEST_P(EstiloPrueba, ElIconoDeUnBotonSeVeComoSuTexto) {
+  QPushButton boton(vista::Icono(QStringLiteral("buscar")), {});
+  boton.setDefault(true);
+  const QImage imagen = boton.grab().toImage();
+  const auto hay = [&](const QColor& color) {
+    for (int y = 0; y < imagen.height(); ++y) {
+      for (int x = 0; x < imagen.width(); ++x)
+        if (imagen.pixel(x, y) == color.rgb()) return true;
+    }
+    return false;
+  };
+  EXPECT_TRUE(hay(vista::Colores().acento));
+  EXPECT_TRUE(hay(vista::Colores().sobreAcento));
+  EXPECT_FALSE(hay(vista::Colores().texto));
 }
 
 TEST_P(EstiloPrueba, LosEstadosSeLeenConCualquierColorDelHotel) {
