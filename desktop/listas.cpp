@@ -1,9 +1,12 @@
 #include "desktop/listas.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollBar>
+#include <QTimer>
 #include <functional>
 #include <utility>
 
@@ -66,6 +69,7 @@ class Lista : public Ficha {
   }
 
   QTableWidget* tabla() { return tabla_; }
+  const FiltroLista& filtro() const { return filtro_; }
 
   void Busca() {
     Corre([this] {
@@ -81,13 +85,31 @@ class Lista : public Ficha {
           return;
         }
       }
-      tabla_->setRowCount(0);
-      llena_(tabla_, filtro);
-      Acomoda();
+      filtro_ = filtro;
+      Llena();
     });
   }
 
+  // Fills it again by the filter that was searched for last; row and place stay.
+  void Refresca() {
+    const int fila = tabla_->currentRow(), lugar = tabla_->verticalScrollBar()->value();
+    const QVariant llave = fila < 0 ? QVariant() : tabla_->item(fila, 0)->data(kLlave);
+    Llena();
+    for (int f = 0; llave.isValid() && f < tabla_->rowCount(); ++f) {
+      if (tabla_->item(f, 0)->data(kLlave) == llave) tabla_->selectRow(f);
+    }
+    tabla_->verticalScrollBar()->setValue(lugar);
+  }
+
+  static constexpr int kLlave = Qt::UserRole;  // of a row's first cell: which row it is
+
  private:
+  void Llena() {
+    tabla_->setRowCount(0);
+    llena_(tabla_, filtro_);
+    Acomoda();
+  }
+
   void Acomoda() {
     constexpr int kMasAncha = 240;  // pixels
     for (int f = 0; f < tabla_->rowCount(); ++f) {
@@ -106,6 +128,7 @@ class Lista : public Ficha {
   }
 
   std::function<void(QTableWidget*, const FiltroLista&)> llena_;
+  FiltroLista filtro_;
   Entrada folio_, usuario_, dia_;
   QTableWidget* tabla_;
   QLabel* cuenta_;
@@ -129,6 +152,14 @@ std::string Impedimento(autonomo::Conexion& conexion) {
   }
 }
 
+bool ConfirmaOtraVez(const autonomo::CorreoEnBandeja& correo, QWidget* padre) {
+  const bool pudoLlegar = correo.estado == autonomo::correo::kEnviado || correo.estado == autonomo::correo::kIncierto;
+  return Confirma("¿Enviar otra vez «" + correo.asunto + "» a " + correo.para + "?\r\n" +
+                      autonomo::EstadoEnPalabras(correo) +
+                      (pudoLlegar ? ". El huésped puede recibirlo dos veces." : "."),
+                  292, padre);
+}
+
 }  // namespace
 
 void MuestraBitacora(autonomo::Anfitrion& anfitrion, QWidget* padre) {
@@ -149,16 +180,17 @@ void MuestraBitacora(autonomo::Anfitrion& anfitrion, QWidget* padre) {
 
 void MuestraBandeja(autonomo::Anfitrion& anfitrion, QWidget* padre) {
   autonomo::Conexion& conexion = *anfitrion.conexion();
-  constexpr int kId = Qt::UserRole;
+  std::vector<autonomo::CorreoEnBandeja> correos;  // a row each
   Lista lista(
       QStringLiteral("Correos"), QStringLiteral("correos"),
       {QStringLiteral("Fecha"), QStringLiteral("Usuario"), QStringLiteral("Folio"), QStringLiteral("Para"),
        QStringLiteral("Asunto"), QStringLiteral("Estado")},
       [&](QTableWidget* tabla, const FiltroLista& filtro) {
-        for (const auto& c : autonomo::LeeBandeja(conexion, filtro)) {
+        correos = autonomo::LeeBandeja(conexion, filtro);
+        for (const auto& c : correos) {
           AgregaFila(tabla, {Q(regional::TextoFecha(c.fecha)), Q(c.usuario), Q(c.folio), Q(c.para), Q(c.asunto),
                              Q(autonomo::EstadoEnPalabras(c))});
-          tabla->item(tabla->rowCount() - 1, 0)->setData(kId, c.id);
+          tabla->item(tabla->rowCount() - 1, 0)->setData(Lista::kLlave, c.id);
         }
       },
       padre);
@@ -173,19 +205,37 @@ void MuestraBandeja(autonomo::Anfitrion& anfitrion, QWidget* padre) {
   otraVez->setAutoDefault(false);
   otraVez->setEnabled(false);
   QTableWidget* tabla = lista.tabla();
+  const auto elegido = [&]() -> const autonomo::CorreoEnBandeja* {
+    const bool hay = tabla->currentRow() >= 0 && !tabla->selectedItems().isEmpty();
+    return hay ? &correos[static_cast<std::size_t>(tabla->currentRow())] : nullptr;
+  };
   QObject::connect(tabla, &QTableWidget::itemSelectionChanged, otraVez,
-                   [=] { otraVez->setEnabled(tabla->currentRow() >= 0 && !tabla->selectedItems().isEmpty()); });
+                   [&] { otraVez->setEnabled(elegido() != nullptr && autonomo::SeEnviaOtraVez(*elegido())); });
   QObject::connect(otraVez, &QPushButton::clicked, &lista, [&] {
-    const int fila = tabla->currentRow();
-    if (fila < 0) return;
-    try {
-      autonomo::EnviaOtraVez(conexion, tabla->item(fila, 0)->data(kId).toInt(), anfitrion.reloj().Ahora());
-    } catch (const com::Error& e) {
-      Avisa(e.Descripcion(), 48, &lista);
-    }
-    lista.Busca();
-    tabla->selectRow(std::min(fila, tabla->rowCount() - 1));
+    if (elegido() == nullptr) return;
+    const autonomo::CorreoEnBandeja correo = *elegido();
+    if (!ConfirmaOtraVez(correo, &lista)) return;
+    Corre([&] {
+      try {
+        autonomo::EnviaOtraVez(conexion, correo.id, anfitrion.reloj().Ahora());
+      } catch (const com::Error& e) {
+        Avisa(e.Descripcion(), 48, &lista);
+      }
+      lista.Refresca();
+    });
   });
+  // What becomes of them behind the clerk's back.
+  constexpr int kMiradaMs = 2000;
+  QTimer mirada;
+  QObject::connect(&mirada, &QTimer::timeout, &lista, [&] {
+    if (QApplication::activeModalWidget() != &lista || conexion.EnTransaccion()) return;
+    try {
+      if (autonomo::LeeBandeja(conexion, lista.filtro()) != correos) lista.Refresca();
+    } catch (const com::Error&) {  // what she does next says so
+      mirada.stop();
+    }
+  });
+  mirada.start(kMiradaMs);
   auto* botones = new QHBoxLayout;
   botones->addWidget(otraVez);
   botones->addStretch();

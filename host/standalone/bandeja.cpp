@@ -107,6 +107,10 @@ std::string EstadoEnPalabras(const CorreoEnBandeja& c) {
   return c.estado + motivo;
 }
 
+bool SeEnviaOtraVez(const CorreoEnBandeja& c) {
+  return c.estado != correo::kEnviando && (c.estado != correo::kPendiente || c.intentos > 0);
+}
+
 void EnviaOtraVez(Conexion& conexion, std::int32_t id, com::Fecha ahora) {
   const auto estado = [&] {
     const ado::RecordsetPtr rs = conexion.Consulta("SELECT Cs_Estado FROM Correo_Salida WHERE Cs_Id = ?", {id});

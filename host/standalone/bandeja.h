@@ -40,12 +40,15 @@ struct CorreoEnBandeja {
   std::int32_t intentos = 0;
   com::Fecha fecha;  // when it was queued, or asked for again
   std::optional<com::Fecha> proximo, enviado;
+  bool operator==(const CorreoEnBandeja&) const = default;
 };
 // The last ones first, at most kMasRenglones of them.
 std::vector<CorreoEnBandeja> LeeBandeja(Conexion& conexion, const FiltroLista& filtro);
 // The state in words: "En espera; se intenta otra vez a las 10:35 (1 intento): El servidor no contesta".
 std::string EstadoEnPalabras(const CorreoEnBandeja& correo);
 
+// Whether sending it again would change anything: not of one that waits for its first try, or is being sent.
+bool SeEnviaOtraVez(const CorreoEnBandeja& correo);
 // Puts a mail back to be sent, whatever became of it. com::Error kArgumento when there is no such mail, or it is being
 // sent right now.
 void EnviaOtraVez(Conexion& conexion, std::int32_t id, com::Fecha ahora);

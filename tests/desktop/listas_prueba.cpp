@@ -100,7 +100,10 @@ TEST_F(ListasPrueba, UnCorreoSeMandaOtraVezDesdeLaLista) {
   }
   base.Consulta("UPDATE Correo_Salida SET Cs_Estado = 'RECHAZADO', Cs_Error = 'buzón lleno', Cs_Intentos = 3");
   base.Consulta("UPDATE Correo_Salida SET Cs_Estado = 'ENVIANDO' WHERE Cs_Asunto = 'Segundo'");
-  Con(vista::MuestraBandeja, [](QWidget& v) {
+  const auto pone = [&](const char* estado) {
+    base.Consulta("UPDATE Correo_Salida SET Cs_Estado = ? WHERE Cs_Asunto = 'Primero'", {estado});
+  };
+  Con(vista::MuestraBandeja, [&](QWidget& v) {
     EXPECT_TRUE(v.findChild<QLabel*>(QStringLiteral("impedimento"))->text().contains("CORREO_SERVIDOR"));
     EXPECT_EQ(Columna(v, 5), QStringList({QStringLiteral("Enviándose"), QStringLiteral("Rechazado: buzón lleno")}));
     EXPECT_FALSE(v.findChild<QPushButton*>(QStringLiteral("otra_vez"))->isEnabled()) << "none is chosen";
@@ -108,17 +111,42 @@ TEST_F(ListasPrueba, UnCorreoSeMandaOtraVezDesdeLaLista) {
     const auto elige = [&](int fila) {
       QTest::mouseClick(tabla->viewport(), Qt::LeftButton, {}, tabla->visualItemRect(tabla->item(fila, 1)).center());
     };
-    elige(1);
-    Clic(v, "otra_vez");
-    EXPECT_EQ(Columna(v, 5), QStringList({QStringLiteral("Enviándose"), QStringLiteral("En espera")}));
+    const auto* otraVez = v.findChild<QPushButton*>(QStringLiteral("otra_vez"));
+    // The text of the box that the button shows, once it is answered.
     QString dicho;
-    QTimer::singleShot(0, [&] {
-      auto* caja = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    const auto responde = [&](int respuesta) {
+      auto* caja = dynamic_cast<vista::CajaAviso*>(QApplication::activeModalWidget());
       ASSERT_NE(caja, nullptr);
       dicho = caja->text();
-      QTest::keyClick(caja, Qt::Key_Escape);
-    });
+      QTest::mouseClick(caja->Boton(respuesta), Qt::LeftButton);
+    };
+    const auto pide = [&](int respuesta) {
+      QTimer::singleShot(0, [&] { responde(respuesta); });
+      Clic(v, "otra_vez");
+      return dicho;
+    };
+    const auto espera = [&](const char* estado) {
+      for (int i = 0; i < 100 && Columna(v, 5)[1] != QString::fromUtf8(estado); ++i) QTest::qWait(100);
+      EXPECT_EQ(Columna(v, 5)[1], QString::fromUtf8(estado));
+    };
     elige(0);
+    EXPECT_FALSE(otraVez->isEnabled()) << "it is being sent";
+    elige(1);
+    EXPECT_TRUE(pide(controles::kNo).contains(QStringLiteral("«Primero» a ana@ejemplo.mx")));
+    espera("Rechazado: buzón lleno");
+    pide(controles::kSi);
+    espera("En espera");
+    EXPECT_FALSE(otraVez->isEnabled()) << "it waits already";
+    // Another program sends it; what was chosen stays chosen.
+    pone("ENVIADO");
+    espera("Enviado");
+    EXPECT_TRUE(otraVez->isEnabled());
+    EXPECT_TRUE(pide(controles::kNo).contains(QStringLiteral("dos veces")));
+    QTimer::singleShot(0, [&] {
+      pone("ENVIANDO");
+      QTimer::singleShot(100, [&] { responde(controles::kAceptar); });
+      responde(controles::kSi);
+    });
     Clic(v, "otra_vez");
     EXPECT_EQ(dicho, QStringLiteral("Ese correo se está enviando en este momento"));
   });
