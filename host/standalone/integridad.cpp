@@ -194,17 +194,19 @@ void Mira(sqlite3* base) {
   Entero(base, "SELECT COUNT(*) FROM sqlite_master");
 }
 
-std::string AvisoDeGuardas(sqlite3* base, const std::vector<std::string>& guardas) {
+}  // namespace
+
+std::string FaltabanGuardas(const std::vector<std::string>& guardas) {
   std::string texto =
       "A la base de datos le faltaban guardas contra vender dos veces una habitación o contra perder el "
       "trabajo de otro (";
   for (const std::string& guarda : guardas) texto += (&guarda == &guardas.front() ? "" : ", ") + guarda;
-  texto += "). Ya están puestas otra vez; averigüe qué programa las quitó.";
-  const std::string dobles = ListaNochesDobles(*Sentencia(base, kNochesDobles, {}, kNochesDobles).Corre(kNochesDobles));
-  return dobles.empty() ? texto : texto + " Estas habitaciones están en dos reservaciones a la vez:" + dobles;
+  return texto + "). ";
 }
 
-}  // namespace
+std::string GuardasPuestas(const std::vector<std::string>& guardas) {
+  return FaltabanGuardas(guardas) + "Ya están puestas otra vez; averigüe qué programa las quitó.";
+}
 
 const std::string_view kNochesDobles =
     "SELECT DISTINCT una.Hb_Cve_Habitacion, una.Rs_Folio, otra.Rs_Folio FROM Reservacion_Detalle una "
@@ -284,7 +286,12 @@ std::vector<std::string> Completa(sqlite3* base) {
       if (const std::string dano = RevisaPaginas(base); !dano.empty()) RechazaDanada(dano);
     }
     std::vector<std::string> avisos;
-    if (!remedios.guardas.empty()) avisos.push_back(AvisoDeGuardas(base, remedios.guardas));
+    if (!remedios.guardas.empty()) {
+      const std::string dobles =
+          ListaNochesDobles(*Sentencia(base, kNochesDobles, {}, kNochesDobles).Corre(kNochesDobles));
+      avisos.push_back(GuardasPuestas(remedios.guardas) +
+                       (dobles.empty() ? "" : " Estas habitaciones están en dos reservaciones a la vez:" + dobles));
+    }
     Corre(base, "COMMIT");
     return avisos;
   } catch (const com::Error&) {

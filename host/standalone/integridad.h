@@ -42,6 +42,10 @@ void ExigeTablas(sqlite3* base);
 // whole.
 std::vector<std::string> Completa(sqlite3* base);
 
+// What is told of guards that somebody dropped, on any engine: which; and that they are back.
+std::string FaltabanGuardas(const std::vector<std::string>& guardas);
+std::string GuardasPuestas(const std::vector<std::string>& guardas);
+
 // Rooms that two live reservations hold on one night, ten at most, on any engine; their list, a line each, "" without.
 extern const std::string_view kNochesDobles;
 std::string ListaNochesDobles(ado::Recordset& filas);

@@ -10,6 +10,7 @@
 #include <set>
 #include <utility>
 
+#include "host/standalone/integridad.h"
 #include "host/standalone/postgres.h"
 #include "host/standalone/red.h"
 #include "platform/com/texto.h"
@@ -190,29 +191,27 @@ bool SesionPostgres::TomaTurno(const std::string& nombre) {
 // Puts back guards that somebody has dropped.
 void SesionPostgres::PoneGuardas() {
   const Resultado hay = Corre("SELECT tgname FROM pg_trigger WHERE NOT tgisinternal");
-  std::string faltan, sentencias;
+  std::vector<std::string> faltan;
+  std::string sentencias;
   for (const esquema::Objeto& o : esquema::Objetos(esquema::Motor::PostgreSQL)) {
     if (o.clase != esquema::Objeto::Clase::Guarda) continue;
     const std::string nombre = com::Minusculas(o.nombre);
     bool esta = false;
     for (int i = 0; i < PQntuples(hay.get()); ++i) esta = esta || nombre == PQgetvalue(hay.get(), i, 0);
     if (esta) continue;
-    faltan += (faltan.empty() ? "" : ", ") + o.nombre;
+    faltan.push_back(o.nombre);
     sentencias += o.sql + ";\n";
   }
   if (faltan.empty()) return;
-  const std::string texto =
-      "A la base de datos le faltaban guardas contra vender dos veces una habitación o contra perder el trabajo de "
-      "otro (" +
-      faltan + "). ";
   try {
     Corre(sentencias);
   } catch (const com::Error& e) {
-    throw com::Error(
-        e.Numero(),
-        texto + "Este usuario no las puede poner otra vez: avise a quien cuida la base de datos. " + e.Descripcion());
+    throw com::Error(e.Numero(),
+                     FaltabanGuardas(faltan) +
+                         "Este usuario no las puede poner otra vez: avise a quien cuida la base de datos. " +
+                         e.Descripcion());
   }
-  avisos_.push_back(texto + "Ya están puestas otra vez; averigüe qué programa las quitó.");
+  avisos_.push_back(GuardasPuestas(faltan));
 }
 
 // What an earlier version's database lacks: columns first, on which indexes and functions may rest. Its functions and
