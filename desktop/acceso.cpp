@@ -191,7 +191,9 @@ std::shared_ptr<autonomo::Conexion> Bloqueo::ConexionPropia() const {
   if (enMemoria) return anfitrion_.conexion();
   autonomo::OpcionesConexion base = base_;
   base.crea = false;  // the file may have been moved away meanwhile
-  return autonomo::AbreConexion(base, anfitrion_.reloj());
+  auto propia = autonomo::AbreConexion(base, anfitrion_.reloj());
+  for (const std::string& aviso : propia->TomaAvisos()) anfitrion_.Avisa(aviso);
+  return propia;
 }
 
 std::string Bloqueo::Revisa(const std::string& usuario, const std::string& contrasena) {

@@ -205,7 +205,7 @@ std::unique_ptr<Bloqueo> PoneBloqueo(autonomo::Anfitrion& anfitrion, const auton
 
 // What the clerk is to know of what went on behind her back.
 std::vector<std::string> TomaNoticias(autonomo::Anfitrion& anfitrion, std::optional<autonomo::RespaldoDiario>& diario) {
-  std::vector<std::string> noticias = anfitrion.conexion()->TomaAvisos();
+  std::vector<std::string> noticias = anfitrion.TomaAvisos();
   if (!diario) return noticias;
   for (const auto& noticia : diario->TomaNoticias()) {
     autonomo::registro::Anota(noticia.falla ? "falla la copia de respaldo" : noticia.texto);
@@ -425,6 +425,7 @@ int Programa::CorreGuion(const OpcionesPrograma& opciones) {
     }
   }
   autonomo::Anfitrion anfitrion(opciones.anfitrion);
+  guion::DiceAvisos("reservas", *anfitrion.conexion());
   anfitrion.RegistraClases();
   guion::Vigilancia vigilancia(anfitrion);
   guion::Respuestas respuestas;

@@ -27,7 +27,8 @@ void Reparto::Revisa() {
   } catch (const com::Error&) {  // looked at again; the clerk's own work tells what is wrong
     return;
   }
-  cartero_ = std::make_unique<autonomo::Cartero>(autonomo::Cartero::Opciones{base_, anfitrion_.reloj(), {}});
+  cartero_ = std::make_unique<autonomo::Cartero>(autonomo::Cartero::Opciones{
+      base_, anfitrion_.reloj(), {}, [this](const std::string& aviso) { anfitrion_.Avisa(aviso); }});
 }
 
 }  // namespace vista

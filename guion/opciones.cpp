@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iostream>
 
 #include "host/standalone/archivo_privado.h"
 #include "host/standalone/postgres.h"
@@ -126,6 +127,10 @@ std::function<std::string(autonomo::Conexion&)> Identifica(const std::string& us
     if (!acceso.Bien()) throw com::Error(com::error::kArgumento, acceso.motivo + " (" + usuario + ")");
     return acceso.usuario;
   };
+}
+
+void DiceAvisos(const char* programa, autonomo::ConexionDeMotor& conexion) {
+  for (const std::string& aviso : conexion.TomaAvisos()) std::cerr << programa << ": " << aviso << '\n';
 }
 
 std::vector<Opcion> OpcionesDeAnfitrion() {

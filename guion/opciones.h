@@ -59,6 +59,9 @@ std::string LeeContrasena(const std::optional<std::string>& archivo);
 std::function<std::string(autonomo::Conexion&)> Identifica(const std::string& usuario,
                                                            const std::optional<std::string>& archivo);
 
+// Tells on the standard error what is to be known about the database that was opened.
+void DiceAvisos(const char* programa, autonomo::ConexionDeMotor& conexion);
+
 // The options of a host: base, conexion, demo, ahora, usuario, contrasena-de, por-celda.
 std::vector<Opcion> OpcionesDeAnfitrion();
 // Error kArgumento for wrong usage.

@@ -130,6 +130,7 @@ int Demo(const Palabras& palabras, const guion::Argumentos& argumentos) {
 int Usuario(const Palabras& palabras, const guion::Argumentos& argumentos) {
   const std::string contrasena = guion::LeeContrasena(argumentos.Valor("contrasena-de"));
   const auto conexion = autonomo::AbreConexion(Existente(palabras[0]), kReloj);
+  guion::DiceAvisos(kPrograma, *conexion);
   autonomo::Usuario usuario{palabras[1], ""};
   for (const autonomo::Usuario& u : autonomo::Usuarios(*conexion)) {
     if (com::IgualSinCaja(u.clave, palabras[1])) usuario = u;
@@ -156,6 +157,7 @@ int Revisa(const Palabras& palabras, const guion::Argumentos&) {
 
 int Copia(const Palabras& palabras, const guion::Argumentos&) {
   const auto de = autonomo::AbreMotor(Existente(palabras[0]), kReloj);
+  guion::DiceAvisos(kPrograma, *de);
   // What is wrong with the destination is told with its name.
   const auto traslada = [&] {
     try {
@@ -283,6 +285,7 @@ int Clave(const Palabras& palabras, const guion::Argumentos& argumentos) {
     accion = &otra;
   }
   const Tarjetas tarjetas{autonomo::AbreMotor(Existente(palabras[0]), kReloj)};
+  guion::DiceAvisos(kPrograma, *tarjetas.motor);
   if (accion == nullptr) return MuestraClaves(tarjetas, {});
   return accion->corre(tarjetas, argumentos.Valor(accion->opcion).value_or(""));
 }

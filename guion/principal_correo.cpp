@@ -56,6 +56,7 @@ Opciones LeeOpciones(const guion::Argumentos& argumentos) {
     o.cartero.reloj.Fija(*fecha);
   }
   o.cartero.base.crea = false;
+  o.cartero.avisa = [](const std::string& aviso) { std::cerr << kPrograma << ": " << aviso << std::endl; };
   return o;
 }
 
@@ -67,6 +68,7 @@ void ExigeBase(const autonomo::OpcionesConexion& base) {
 
 int UnaVez(const autonomo::Cartero::Opciones& opciones) {
   const auto conexion = autonomo::AbreConexion(opciones.base, opciones.reloj);
+  guion::DiceAvisos(kPrograma, *conexion);
   const auto servidor = autonomo::LeeServidor(*conexion, autonomo::LeeContrasena(opciones.contrasena));
   if (!servidor) throw com::Error(com::error::kArgumento, "Falta el parámetro CORREO_SERVIDOR");
   const autonomo::Ronda ronda = autonomo::Reparte(*conexion, opciones.reloj, *servidor, [] { return true; });

@@ -34,6 +34,7 @@ int Corre(const autonomo::Opciones& opciones, const std::string& guion) {
   std::istringstream archivo(deArchivo ? guion::LeeArchivo(guion) : std::string());
   const auto abierto = AbreAnfitrion(opciones);
   autonomo::Anfitrion& anfitrion = *abierto;
+  guion::DiceAvisos(kPrograma, *anfitrion.conexion());
   anfitrion.RegistraClases();
   guion::Vigilancia vigilancia(anfitrion);
   guion::Respuestas respuestas;

@@ -109,6 +109,7 @@ guion::ResumenImportacion ImportaEnBase(const Opciones& opciones, const std::vec
   anfitrionOpciones.usuario = opciones.usuario;
   anfitrionOpciones.identifica = guion::Identifica(opciones.usuario, opciones.contrasena);
   autonomo::Anfitrion anfitrion(anfitrionOpciones);
+  guion::DiceAvisos(kPrograma, *anfitrion.conexion());
   // Two imports into one base would capture every booking twice.
   if (!anfitrion.conexion()->TomaTurno("importacion"))
     throw com::Error(com::error::kOcupada, "otra importación está trabajando con esta base");

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <utility>
 
 #include "host/contract/parametros.h"
 #include "host/standalone/cifrado.h"
@@ -129,6 +131,21 @@ Anfitrion::Anfitrion(const Opciones& opciones) : usuario_(opciones.usuario), bas
 }
 
 Anfitrion::~Anfitrion() = default;
+
+std::vector<std::string> Anfitrion::TomaAvisos() {
+  std::vector<std::string> avisos = conexion_->TomaAvisos();
+  {
+    const std::lock_guard guarda(candado_);
+    std::ranges::move(std::exchange(avisos_, {}), std::back_inserter(avisos));
+  }
+  std::erase_if(avisos, [this](const std::string& aviso) { return !dichos_.insert(aviso).second; });
+  return avisos;
+}
+
+void Anfitrion::Avisa(const std::string& aviso) {
+  const std::lock_guard guarda(candado_);
+  avisos_.push_back(aviso);
+}
 
 void Anfitrion::RegistraClases() {
   const auto inscribe = [this](const com::Guid& clase, auto crea) {

@@ -3,7 +3,9 @@
 
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -65,6 +67,10 @@ class Anfitrion {
   // Replaces the connection that the services hand out (a wrapper that records statements or injects faults).
   void conexion(ado::ConnectionPtr envoltura) { entregada_ = std::move(envoltura); }
   ado::ConnectionPtr Entregada() const { return entregada_ ? entregada_ : conexion_; }
+  // What the clerk is to know about the database, each notice once: of the connection (ConexionDeMotor::TomaAvisos),
+  // and what others leave here that are gone when she can be told. Avisa from any thread.
+  std::vector<std::string> TomaAvisos();
+  void Avisa(const std::string& aviso);
   Reloj& reloj() { return reloj_; }
   const std::string& usuario() const { return usuario_; }
   void usuario(const std::string& usuario) { usuario_ = usuario; }
@@ -108,6 +114,9 @@ class Anfitrion {
   std::shared_ptr<Conexion> conexion_;
   std::unique_ptr<Novedades> novedades_;
   ado::ConnectionPtr entregada_;
+  std::mutex candado_;
+  std::vector<std::string> avisos_;  // left by others
+  std::set<std::string> dichos_;
   std::string usuario_;
   std::string base_;
   bool nuevo_ = false;

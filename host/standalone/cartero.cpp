@@ -145,6 +145,9 @@ bool Cartero::Espera() {
 
 void Cartero::Vuelta(std::shared_ptr<Conexion>& conexion) {
   if (conexion == nullptr) conexion = AbreConexion(opciones_.base, opciones_.reloj);
+  for (const std::string& aviso : conexion->TomaAvisos()) {
+    if (opciones_.avisa) opciones_.avisa(aviso);
+  }
   const std::optional<ServidorCorreo> servidor = LeeServidor(*conexion, LeeContrasena(opciones_.contrasena));
   if (!servidor) return Apunta("Falta el parámetro CORREO_SERVIDOR: no sale ningún correo");
   Apunta("");

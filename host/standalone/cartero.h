@@ -29,6 +29,8 @@ class Cartero {
     OpcionesConexion base;
     Reloj reloj;
     std::optional<std::string> contrasena;  // file of the password (servidor_correo.h)
+    // What is to be known about the database (ConexionDeMotor::TomaAvisos); called in the thread.
+    std::function<void(const std::string&)> avisa;
   };
   // Begins to deliver. A failure (no server configured, database gone) is noted in the log, and tried again.
   explicit Cartero(Opciones opciones);

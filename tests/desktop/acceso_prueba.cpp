@@ -134,6 +134,7 @@ TEST_F(AccesoEnArchivoPrueba, BloqueadaSobreUnaPreguntaSeAbreAunqueOtroEscritori
       EXPECT_NE(Motivo(w).find("No existe el archivo"), std::string::npos) << Motivo(w);
       EXPECT_FALSE(std::filesystem::exists(hotel.base.ruta)) << "no empty hotel in its place";
       std::filesystem::rename(hotel.base.ruta + ".aparte", hotel.base.ruta);
+      otro->Directa("DROP TRIGGER Sobreventa_Alta_Linea");  // put back by whoever opens the hotel next
       Entra(w, "RECEPCION", "la de recepcion");
       EXPECT_FALSE(w.isVisible()) << Motivo(w);
       if (w.isVisible()) dynamic_cast<QDialog&>(w).done(QDialog::Rejected);
@@ -141,6 +142,8 @@ TEST_F(AccesoEnArchivoPrueba, BloqueadaSobreUnaPreguntaSeAbreAunqueOtroEscritori
     cambia("del otro");
     bloqueo.Bloquea();
     EXPECT_EQ(fallas(), 0);
+    const auto avisos = anfitrion_.TomaAvisos();
+    EXPECT_TRUE(avisos.size() == 1 && avisos[0].find("(Sobreventa_Alta_Linea)") != std::string::npos);
     EsperaMensaje("cambió después de que usted la abrió", "Aceptar");
     Responde(pregunta, QStringLiteral("¿Desea enviar email"), QStringLiteral("Cancelar"));
   });

@@ -181,6 +181,8 @@ TEST_F(Base, RevisaDiceCadaCosaQueEstaMal) {
   dice(1, "2 renglones de Reservacion_Detalle con una clave de Habitacion");
   dice(1, "Habitación 0999: reservaciones Z1 y Z2");
   dice(1, "HT_DIAS_RESERVACION lleva un número");
+  Sql(hotel, "DROP TRIGGER Sobreventa_Alta_Linea");
+  EXPECT_NE(Di({"clave", hotel}).errores.find("faltaban guardas"), std::string::npos) << "whoever opens it says so";
 }
 
 }  // namespace
