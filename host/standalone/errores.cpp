@@ -31,10 +31,10 @@ constexpr std::array kTraducciones{
     Traduccion{"NOT NULL constraint failed: ", "Falta un valor obligatorio: "},
 };
 
-std::string Traduce(std::string_view mensaje, std::string_view sino) {
+std::string Traduce(std::string_view mensaje, const std::string& sino) {
   for (const auto& t : kTraducciones)
     if (mensaje.starts_with(t.ingles)) return std::string(t.espanol).append(mensaje.substr(t.ingles.size()));
-  return std::string(sino).append(mensaje);
+  return sino;
 }
 
 }  // namespace
@@ -81,9 +81,9 @@ std::string DescribeSqlite(int codigo, int errnoSistema, std::string_view mensaj
     case kAjena:
       return "El archivo no es una base de datos de reservaciones o está dañado";
     case kRestriccion:
-      return Traduce(mensaje, "");
+      return Traduce(mensaje, std::string(mensaje));
     default:
-      return Traduce(mensaje, "La base de datos no pudo ejecutar la sentencia: ");
+      return Traduce(mensaje, "La base de datos no pudo ejecutar la sentencia: «" + std::string(mensaje) + "»");
   }
 }
 

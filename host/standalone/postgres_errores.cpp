@@ -50,10 +50,11 @@ const Categoria* BuscaCategoria(std::string_view codigo) {
   return it == std::end(kCategorias) ? nullptr : it;
 }
 
-std::string UnaLinea(std::string_view texto) {
+// The server's own words, in its language, behind the sentence that says what they are about.
+std::string Palabras(std::string_view texto) {
   std::string linea = com::Recorta(texto);
   std::ranges::replace(linea, '\n', ' ');
-  return linea;
+  return ": «" + linea + "»";
 }
 
 std::string Campo(const PGresult* resultado, int cual) {
@@ -108,12 +109,12 @@ com::Error ErrorPostgres(const PGresult* resultado, std::string_view sentencia) 
   const Categoria* categoria = BuscaCategoria(CodigoDe(resultado));
   const std::string original(sentencia);
   if (categoria == nullptr)
-    return {kBaseDatos, "La base de datos no pudo ejecutar la sentencia: " + UnaLinea(mensaje), original};
+    return {kBaseDatos, "La base de datos no pudo ejecutar la sentencia" + Palabras(mensaje), original};
   if (categoria->texto == nullptr) return {categoria->numero, mensaje, original};
   std::string texto = categoria->texto;
   switch (categoria->cola) {
     case Cola::Mensaje:
-      texto += " (" + UnaLinea(mensaje) + ")";
+      texto += Palabras(mensaje);
       break;
     case Cola::Nombre:
       texto += NombreDe(Citado(mensaje), sentencia);
@@ -163,8 +164,7 @@ com::Error ErrorDeConexion(const std::string& mensaje) {
     if (mensaje.find(causa.ingles) == std::string::npos && mensaje.find(causa.espanol) == std::string::npos) continue;
     return {kBaseDatos, causa.texto};
   }
-  // What nobody foresaw is told in the server's own words.
-  return {kBaseDatos, "No se pudo conectar con el servidor de la base de datos (" + UnaLinea(mensaje) + ")"};
+  return {kBaseDatos, "No se pudo conectar con el servidor de la base de datos" + Palabras(mensaje)};
 }
 
 std::string NombreDe(std::string_view plegado, std::string_view sentencia) {

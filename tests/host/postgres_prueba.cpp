@@ -294,7 +294,8 @@ TEST_F(PostgresPrueba, LaDireccionSeEntiendeONoSeAbre) {
     EXPECT_EQ(e.Numero(), kArgumento) << direccion;
     EXPECT_FALSE(Dice(e, "secreta")) << e.Descripcion();
   }
-  EXPECT_TRUE(Dice(ErrorDe([&] { AbreCon("postgresql://hotel@/nada?host=/tmp/nada"); }), "No se pudo conectar"));
+  EXPECT_TRUE(Dice(ErrorDe([&] { AbreCon("postgresql://hotel@/nada?host=/tmp/nada"); }),
+                   "No se pudo conectar con el servidor de la base de datos: «"));
   const std::string otra = ruta.substr(0, ruta.find("@/") + 2) + "nada" + ruta.substr(ruta.find('?'));
   EXPECT_TRUE(Dice(ErrorDe([&] { AbreCon(otra); }), "La base de datos no existe en el servidor"));
 }
