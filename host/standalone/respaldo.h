@@ -32,7 +32,8 @@ Respaldo Respalda(const std::string& hotel, const std::string& copia, const Opci
 // Where the hotel's copies are kept: parameter HT_RESPALDO_CARPETA, from the hotel's own folder on; its default when
 // the hotel cannot be read.
 std::string CarpetaDeCopias(const std::string& hotel);
-// This desk's date and time, "AAAA-MM-DD_HHMMSS".
+// This desk's date and time, "AAAA-MM-DD_HHMMSS"; the real one: a clock that is set otherwise to try something would
+// put its copies before or behind all others.
 std::string Momento();
 // A new copy there; momento, which its name holds: a date for the day's own copy, or one of Momento. Errors of
 // Respalda.
