@@ -122,6 +122,9 @@ class Interprete {
   void Falla(const Palabras& p);
   void FallaGrid(const Palabras& p);
   void Foto(const Palabras& p);
+  // com::Error kArgumento before the order that shows it.
+  const recepcion::Hoy& DiaALaVista() const;
+  const recepcion::Cuadro& CuadroALaVista() const;
   Json ValorDe(const std::string& que);
 
   Piezas piezas_;

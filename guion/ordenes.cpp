@@ -211,9 +211,9 @@ Json Interprete::ValorDe(const std::string& que) {
   if (que == "llamadas") return piezas_.vigilancia.TomaLlamadas();
   if (que == "sentencias") return piezas_.vigilancia.TomaSentencias();
   if (auto registro = MuestraRegistro(piezas_.anfitrion, que)) return *std::move(registro);
-  if (que == "hoy") return MuestraHoy(hoy_);
+  if (que == "hoy") return MuestraHoy(DiaALaVista());
   if (que == "cotizacion") return MuestraCotizacion(cotizacion_);
-  if (que == "cuadro") return MuestraCuadro(cuadro_);
+  if (que == "cuadro") return MuestraCuadro(CuadroALaVista());
   if (que == "renglones") return MuestraRenglones(GridDe(piezas_.componente.formulario()));
   if (que == "tablero") return MuestraTablero(GridDe(piezas_.componente.tablero()));
   if (que == "Pantalla") {

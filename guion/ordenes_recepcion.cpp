@@ -43,11 +43,21 @@ void Interprete::Hoy(const Palabras& p) {
   static_cast<void>(Activo());
   if (p.size() == 1) return piezas_.manos.AbreHoy(hoy_);
   if (p.size() == 2) Error("Se escribe: hoy [lista NOMBRE | busca TEXTO | abre FILA]");
-  if (hoy_.dia().fecha == com::Fecha{}) Error("El día no está a la vista; use la orden «hoy»");
+  static_cast<void>(DiaALaVista());
   if (p[1] == "lista") {
     const auto lista = recepcion::ListaDe(p[2]);
     if (!lista) Error("No existe la lista «" + p[2] + "»");
     return piezas_.manos.EligeLista(hoy_, *lista);
+const recepcion::Hoy& Interprete::DiaALaVista() const {
+  if (hoy_.dia().fecha == com::Fecha{}) Error("El día no está a la vista; use la orden «hoy»");
+  return hoy_;
+}
+
+const recepcion::Cuadro& Interprete::CuadroALaVista() const {
+  if (cuadro_.desde() == com::Fecha{}) Error("El cuadro no está a la vista; use la orden «cuadro DESDE NOCHES»");
+  return cuadro_;
+}
+
   }
   if (p[1] == "busca") return piezas_.manos.BuscaEnHoy(hoy_, p[2]);
   if (p[1] == "abre") return piezas_.manos.AbreFila(hoy_, NumeroDe(p[2]));
@@ -83,7 +93,7 @@ void Interprete::Cuadro(const Palabras& p) {
   ExigeSinModal();
   static_cast<void>(Activo());
   if (p.size() == 3) return piezas_.manos.MuestraCuadro(cuadro_, DiaDe(p[1]), NumeroDe(p[2]));
-  if (cuadro_.desde() == com::Fecha{}) Error("El cuadro no está a la vista; use la orden «cuadro DESDE NOCHES»");
+  static_cast<void>(CuadroALaVista());
   const int fila = cuadro_.FilaDe(p[2]);
   if (fila < 0) Error("El cuadro no tiene la habitación «" + p[2] + "»");
   if (p[1] == "abre" && p.size() == 4) return piezas_.manos.AbreBarra(cuadro_, fila, DiaDe(p[3]));

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <map>
 
-#include "host/contract/estados.h"
+#include "host/contract/estados_legibles.h"
 #include "platform/com/error.h"
 #include "platform/com/variant.h"
 #include "platform/regional/regional.h"
@@ -61,9 +61,7 @@ bool SeUne(std::vector<Barra>& deLaHabitacion, const Barra& estancia) {
 std::string EstadoDe(const Barra& barra) {
   if (barra.clase == Barra::Clase::Bloqueo) return "Bloqueada";
   if (barra.enCasa) return "En casa";
-  if (barra.estado == anfitrion::estado::kConfirmada) return "Confirmada";
-  if (barra.estado == anfitrion::estado::kAplicada) return "Aplicada";
-  return "Activa";
+  return std::string(anfitrion::estado::PalabraDe(barra.estado));
 }
 
 void Cuadro::Abre() {

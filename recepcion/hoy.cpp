@@ -268,6 +268,21 @@ void Hoy::Busca(const std::string& texto) {
   if (com::Recorta(texto).empty()) return;
   hallazgo_ = indice_.Busca(texto, dia_.fecha, kLimite);
   halladas_ = LeeFilas(hallazgo_.folios);
+  for (Fila& fila : halladas_) {
+    const Fila* hoy = DelDia(fila.folio);
+    if (hoy == nullptr) continue;
+    fila.estancia = hoy->estancia;
+    fila.llego = hoy->llego;
+  }
+}
+
+const Fila* Hoy::DelDia(const std::string& folio) const {
+  for (const Lista lista : {Lista::EnCasa, Lista::Salidas, Lista::Llegadas}) {
+    const std::vector<Fila>& filas = dia_.listas[static_cast<std::size_t>(lista)];
+    const auto suya = std::ranges::find(filas, folio, &Fila::folio);
+    if (suya != filas.end()) return &*suya;
+  }
+  return nullptr;
 }
 
 const std::vector<Fila>& Hoy::filas() const {

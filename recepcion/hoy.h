@@ -92,6 +92,9 @@ class Hoy {
   static constexpr std::size_t kLimite = 100;  // rows of a search
 
  private:
+  // The reservation as the day's lists have it; null when it is in none.
+  const Fila* DelDia(const std::string& folio) const;
+
   Dia dia_;
   Lista lista_ = Lista::Llegadas;
   std::string busqueda_;

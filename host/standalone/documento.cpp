@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/contract/estados_legibles.h"
 #include "host/standalone/parametros.h"
 #include "platform/com/variant.h"
 #include "platform/regional/regional.h"
@@ -79,12 +80,9 @@ std::string PersonasLegibles(const RenglonDocumento& r) {
 }  // namespace
 
 std::string EstadoLegible(const std::string& estado) {
-  if (com::IgualSinCaja(estado, esquema::kActiva)) return "Activa";
-  if (com::IgualSinCaja(estado, esquema::kConfirmada)) return "Confirmada";
-  if (com::IgualSinCaja(estado, esquema::kCancelada)) return "Cancelada";
-  if (com::IgualSinCaja(estado, esquema::kCerrada)) return "Cerrada";
-  if (com::IgualSinCaja(estado, esquema::kAplicada)) return "Aplicada";
-  return estado;
+  const std::string codigo = com::Mayusculas(estado);
+  const std::string_view palabra = anfitrion::estado::PalabraDe(codigo);
+  return palabra == codigo ? estado : std::string(palabra);
 }
 
 std::optional<Documento> LeeDocumento(Conexion& conexion, const std::string& folio) {
