@@ -63,6 +63,9 @@ const std::vector<Interprete::DatosOrden>& Interprete::Ordenes() {
        &Interprete::Cuadro},
       {"cotiza", 2, 6, "cotiza LLEGADA SALIDA ADULTOS [MENORES [INFANTES [MONEDA]]] | cotiza reserva OFERTA",
        &Interprete::Cotiza},
+      {"borrador", 1, 1, "borrador guarda|repone|olvida", &Interprete::Borrador},
+      {"repone", 0, 0, "repone", &Interprete::Repone},
+      {"porque", 2, 2, "porque FILA NOCHE", &Interprete::PorQue},
       {"sql", 1, 1, "sql SENTENCIA", &Interprete::Sql},
       {"falla", 1, 3,
        "falla sentencia TEXTO [N] | host OPERACION [TEXTO] | tienda OPERACION TEXTO | grid [TEXTO] | "

@@ -14,6 +14,7 @@
 #include "guion/manos.h"
 #include "guion/respuestas.h"
 #include "guion/vigilados.h"
+#include "recepcion/borrador.h"
 
 namespace guion {
 
@@ -116,15 +117,18 @@ class Interprete {
   void Hoy(const Palabras& p);
   void Cuadro(const Palabras& p);
   void Cotiza(const Palabras& p);
+  void Borrador(const Palabras& p);
+  void Repone(const Palabras& p);
+  void PorQue(const Palabras& p);
   void Reserva(const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos);
   void AbreReservacion(const std::string& folio);
+  // com::Error kArgumento before the order that shows it.
+  const recepcion::Hoy& DiaALaVista() const;
+  const recepcion::Cuadro& CuadroALaVista() const;
   void Sql(const Palabras& p);
   void Falla(const Palabras& p);
   void FallaGrid(const Palabras& p);
   void Foto(const Palabras& p);
-  // com::Error kArgumento before the order that shows it.
-  const recepcion::Hoy& DiaALaVista() const;
-  const recepcion::Cuadro& CuadroALaVista() const;
   Json ValorDe(const std::string& que);
 
   Piezas piezas_;
@@ -139,6 +143,8 @@ class Interprete {
   recepcion::Hoy hoy_;
   recepcion::Cuadro cuadro_;
   recepcion::Cotizacion cotizacion_;
+  recepcion::RenglonesQuitados quitados_;
+  std::string borrador_;  // as text; "" none
   // What the order does on the board once it is there.
   std::function<void(controles::Formulario&)> pasosDelTablero_;
   Linea partes_;

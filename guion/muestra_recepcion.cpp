@@ -92,4 +92,41 @@ Json MuestraCotizacion(const recepcion::Cotizacion& cotizacion) {
   return lista;
 }
 
+Json MuestraLineas(const std::vector<recepcion::Renglon>& renglones) {
+  Json lista = Json::Arreglo();
+  for (const recepcion::Renglon& r : renglones) {
+    lista.Agrega(Json::Objeto()
+                     .Pon("habitacion", r.habitacion)
+                     .Pon("inicio", r.inicio)
+                     .Pon("fin", r.fin)
+                     .Pon("adultos", r.adultos)
+                     .Pon("menores", r.menores)
+                     .Pon("infantes", r.infantes)
+                     .Pon("total", r.total)
+                     .Pon("acordado", r.acordado));
+  }
+  return lista;
+}
+
+Json MuestraBorrador(const recepcion::Borrador& borrador) {
+  Json campos = Json::Objeto();
+  for (const recepcion::CampoCaptado& campo : borrador.campos) campos.Pon(campo.nombre, campo.texto);
+  return Json::Objeto()
+      .Pon("resumen", recepcion::Resumen(borrador))
+      .Pon("campos", std::move(campos))
+      .Pon("tarjeta", borrador.tarjeta)
+      .Pon("renglones", MuestraLineas(borrador.renglones))
+      .Pon("quitados", MuestraLineas(borrador.quitados));
+}
+
+Json MuestraPorQue(const recepcion::Explicacion& explicacion) {
+  if (explicacion.titulo.empty()) return {};
+  Json quienes = Json::Arreglo();
+  for (const std::string& quien : explicacion.quienes) quienes.Agrega(quien);
+  return Json::Objeto()
+      .Pon("titulo", explicacion.titulo)
+      .Pon("quienes", std::move(quienes))
+      .Pon("libre", explicacion.alternativa);
+}
+
 }  // namespace guion

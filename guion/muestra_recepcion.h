@@ -2,9 +2,11 @@
 #pragma once
 
 #include "guion/json.h"
+#include "recepcion/borrador.h"
 #include "recepcion/cotizacion.h"
 #include "recepcion/cuadro.h"
 #include "recepcion/hoy.h"
+#include "recepcion/porque.h"
 
 namespace guion {
 
@@ -14,5 +16,10 @@ Json MuestraHoy(const recepcion::Hoy& hoy);
 Json MuestraCuadro(const recepcion::Cuadro& cuadro);
 // What the quote offers, by type.
 Json MuestraCotizacion(const recepcion::Cotizacion& cotizacion);
+// A draft of the capture; the version that it started from is the host's own affair.
+Json MuestraBorrador(const recepcion::Borrador& borrador);
+Json MuestraLineas(const std::vector<recepcion::Renglon>& renglones);
+// Why a cell of the board is not free.
+Json MuestraPorQue(const recepcion::Explicacion& explicacion);
 
 }  // namespace guion

@@ -97,6 +97,7 @@ void Interprete::Ahora(const Palabras& p) { piezas_.anfitrion.reloj().Fija(Fecha
 void Interprete::Abre(const Palabras&) {
   ExigeSinModal();
   piezas_.componente.Abre(piezas_.anfitrion.Padre());
+  quitados_.Vigila(piezas_.componente.formulario());
 }
 
 void Interprete::Cierra(const Palabras&) {
@@ -214,6 +215,8 @@ Json Interprete::ValorDe(const std::string& que) {
   if (que == "hoy") return MuestraHoy(DiaALaVista());
   if (que == "cotizacion") return MuestraCotizacion(cotizacion_);
   if (que == "cuadro") return MuestraCuadro(CuadroALaVista());
+  if (que == "borrador") return borrador_.empty() ? Json() : MuestraBorrador(recepcion::DeTexto(borrador_));
+  if (que == "quitados") return MuestraLineas(quitados_.renglones());
   if (que == "renglones") return MuestraRenglones(GridDe(piezas_.componente.formulario()));
   if (que == "tablero") return MuestraTablero(GridDe(piezas_.componente.tablero()));
   if (que == "Pantalla") {

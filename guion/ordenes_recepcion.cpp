@@ -2,7 +2,10 @@
 #include <charconv>
 
 #include "guion/interprete.h"
+#include "guion/muestra.h"
+#include "guion/muestra_recepcion.h"
 #include "platform/com/error.h"
+#include "recepcion/borrador.h"
 #include "recepcion/pasos.h"
 
 namespace guion {
@@ -25,6 +28,13 @@ com::Fecha DiaDe(const std::string& palabra) {
   return com::SoloFecha(*fecha);
 }
 
+// What was not as before, for the answer.
+Json ListaDe(const std::vector<std::string>& textos) {
+  Json lista = Json::Arreglo();
+  for (const std::string& texto : textos) lista.Agrega(texto);
+  return lista;
+}
+
 }  // namespace
 
 // What is captured is thrown away, as the toolbar's Clear does; a person is asked first.
@@ -38,16 +48,6 @@ void Interprete::AbreReservacion(const std::string& folio) {
   piezas_.manos.Confirma(*campo);
 }
 
-void Interprete::Hoy(const Palabras& p) {
-  ExigeSinModal();
-  static_cast<void>(Activo());
-  if (p.size() == 1) return piezas_.manos.AbreHoy(hoy_);
-  if (p.size() == 2) Error("Se escribe: hoy [lista NOMBRE | busca TEXTO | abre FILA]");
-  static_cast<void>(DiaALaVista());
-  if (p[1] == "lista") {
-    const auto lista = recepcion::ListaDe(p[2]);
-    if (!lista) Error("No existe la lista «" + p[2] + "»");
-    return piezas_.manos.EligeLista(hoy_, *lista);
 const recepcion::Hoy& Interprete::DiaALaVista() const {
   if (hoy_.dia().fecha == com::Fecha{}) Error("El día no está a la vista; use la orden «hoy»");
   return hoy_;
@@ -58,6 +58,16 @@ const recepcion::Cuadro& Interprete::CuadroALaVista() const {
   return cuadro_;
 }
 
+void Interprete::Hoy(const Palabras& p) {
+  ExigeSinModal();
+  static_cast<void>(Activo());
+  if (p.size() == 1) return piezas_.manos.AbreHoy(hoy_);
+  if (p.size() == 2) Error("Se escribe: hoy [lista NOMBRE | busca TEXTO | abre FILA]");
+  static_cast<void>(DiaALaVista());
+  if (p[1] == "lista") {
+    const auto lista = recepcion::ListaDe(p[2]);
+    if (!lista) Error("No existe la lista «" + p[2] + "»");
+    return piezas_.manos.EligeLista(hoy_, *lista);
   }
   if (p[1] == "busca") return piezas_.manos.BuscaEnHoy(hoy_, p[2]);
   if (p[1] == "abre") return piezas_.manos.AbreFila(hoy_, NumeroDe(p[2]));
@@ -72,7 +82,8 @@ void Interprete::Reserva(const recepcion::Pedido& pedido, const std::vector<rece
   if (!pedido.moneda.empty()) recepcion::TecleaMoneda(pantalla, pedido.moneda);
   if (!recepcion::TecleaEstancia(pantalla, pedido.llegada, pedido.salida)) return;
   pasosDelTablero_ = [&](controles::Formulario& tablero) {
-    static_cast<void>(recepcion::MarcaTramos(tablero, pedido.llegada, tramos));
+    const std::string motivo = recepcion::MarcaTramos(tablero, pedido.llegada, tramos);
+    if (!motivo.empty()) actual_.valor = Json(motivo);
   };
   piezas_.manos.Tecla(pantalla, controles::tecla::kF6, 0);
   pasosDelTablero_ = nullptr;
@@ -101,6 +112,49 @@ void Interprete::Cuadro(const Palabras& p) {
     return piezas_.manos.ReservaNoches(cuadro_, fila, DiaDe(p[3]), DiaDe(p[4]));
   }
   Error("Se escribe: cuadro DESDE NOCHES | cuadro abre HABITACION NOCHE | cuadro reserva HABITACION LLEGADA SALIDA");
+}
+
+// The draft that the desktop takes by itself, here when the script says so; it is kept while the program runs.
+void Interprete::Borrador(const Palabras& p) {
+  ExigeSinModal();
+  static_cast<void>(Activo());
+  controles::Formulario& pantalla = piezas_.componente.formulario();
+  if (p[1] == "guarda") {
+    recepcion::Borrador borrador = recepcion::TomaBorrador(pantalla);
+    borrador.visto = piezas_.anfitrion.conexion()->LoVisto(borrador.folio);
+    borrador.quitados = quitados_.renglones();
+    borrador_ = recepcion::EnTexto(borrador);
+    return;
+  }
+  if (p[1] != "repone" && p[1] != "olvida") Error("No existe «borrador " + p[1] + "»");
+  if (borrador_.empty()) Error("No hay un borrador");
+  if (p[1] == "olvida") return borrador_.clear();
+  const recepcion::Borrador borrador = recepcion::DeTexto(borrador_);
+  const auto pulsa = [&](controles::Accion accion) {
+    piezas_.manos.Accion(BarraDe(pantalla), accion);
+    return true;
+  };
+  const auto retoma = [&](const std::string& folio, const std::string& visto) {
+    piezas_.anfitrion.conexion()->RetomaLoVisto(folio, visto);
+  };
+  actual_.valor = ListaDe(recepcion::ReponeBorrador(pantalla, borrador, {pulsa, retoma}));
+  quitados_.Fija(borrador.quitados);
+}
+
+// The lines that a change of nights took away.
+void Interprete::Repone(const Palabras&) {
+  ExigeSinModal();
+  static_cast<void>(Activo());
+  actual_.valor = ListaDe(quitados_.Repone(piezas_.componente.formulario()));
+}
+
+void Interprete::PorQue(const Palabras& p) {
+  const int fila = NumeroDe(p[1]), noche = NumeroDe(p[2]);
+  const controles::Grid& grid = Tablero();
+  if (fila < 0 || fila >= grid.Filas() || noche < 0 || kColumnasFijas + noche >= grid.NumColumnas()) {
+    Error("El tablero no tiene la celda " + p[1] + ", " + p[2]);
+  }
+  actual_.valor = MuestraPorQue(recepcion::PorQue(piezas_.componente.tablero(), fila, kColumnasFijas + noche));
 }
 
 }  // namespace guion

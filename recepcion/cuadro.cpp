@@ -39,7 +39,7 @@ constexpr std::string_view kBloqueos =
 bool SeTocan(const Barra& a, const Barra& b) { return a.inicio < b.fin && b.inicio < a.fin; }
 
 std::string DelAl(const Barra& b) {
-  return " del " + regional::FechaCorta(b.inicio) + " al " + regional::FechaCorta(b.fin);
+  return " del " + regional::FechaCorta(b.inicio) + " al " + regional::FechaCorta(UltimoDia(b));
 }
 
 // The stay's days on the reservation that it belongs to: the one that begins with it, or the first that it meets.
@@ -62,6 +62,18 @@ std::string EstadoDe(const Barra& barra) {
   if (barra.clase == Barra::Clase::Bloqueo) return "Bloqueada";
   if (barra.enCasa) return "En casa";
   return std::string(anfitrion::estado::PalabraDe(barra.estado));
+}
+
+com::Fecha UltimoDia(const Barra& barra) {
+  return barra.clase == Barra::Clase::Bloqueo ? com::MasDias(barra.fin, -1) : barra.fin;
+}
+
+std::string QuienLaTiene(const Barra& barra) {
+  std::string texto;
+  if (!barra.folio.empty()) texto = "Reservación " + barra.folio + ", ";
+  if (!barra.huesped.empty()) texto += barra.huesped + ", ";
+  return texto + EstadoDe(barra) + ", " + regional::FechaCorta(barra.inicio) + " – " +
+         regional::FechaCorta(UltimoDia(barra));
 }
 
 void Cuadro::Abre() {
@@ -163,10 +175,11 @@ int Cuadro::FilaDe(const std::string& habitacion) const {
   return -1;
 }
 
-const Barra* Cuadro::En(int fila, com::Fecha noche) const {
+const Barra* Cuadro::En(int fila, com::Fecha noche, const std::string& fuera) const {
   const auto [desde, hasta] = BarrasDe(fila);
   for (std::size_t b = desde; b < hasta; ++b) {
-    if (barras_[b].inicio <= noche && noche < barras_[b].fin) return &barras_[b];
+    const bool suya = !fuera.empty() && com::IgualSinCaja(barras_[b].folio, fuera);
+    if (!suya && barras_[b].inicio <= noche && noche < barras_[b].fin) return &barras_[b];
   }
   return nullptr;
 }

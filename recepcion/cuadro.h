@@ -51,8 +51,8 @@ class Cuadro {
   std::pair<std::size_t, std::size_t> BarrasDe(int fila) const;
   // Row of a room; -1 when there is none of that key.
   int FilaDe(const std::string& habitacion) const;
-  // What holds the room that night; null when it is free.
-  const Barra* En(int fila, com::Fecha noche) const;
+  // What holds the room that night, beside the reservation of that folio; null when it is free.
+  const Barra* En(int fila, com::Fecha noche, const std::string& fuera = {}) const;
   // The room is free on all nights from desde up to the one before hasta.
   bool Libre(int fila, com::Fecha desde, com::Fecha hasta) const;
 
@@ -79,5 +79,9 @@ class Cuadro {
 
 // What a bar stands for, in words: state, or what it is.
 std::string EstadoDe(const Barra& barra);
+// The day on which it ends as it is read: a block's is its last night, the others' that of the departure.
+com::Fecha UltimoDia(const Barra& barra);
+// "Reservación 0000000016, Ana López, Activa, 09/03/2026 – 11/03/2026", "Bloqueada, 09/03/2026 – 10/03/2026".
+std::string QuienLaTiene(const Barra& barra);
 
 }  // namespace recepcion

@@ -6,6 +6,7 @@
 #include "platform/com/texto.h"
 #include "platform/controls/grid.h"
 #include "publico/columnas.h"
+#include "recepcion/porque.h"
 
 namespace recepcion {
 
@@ -55,11 +56,11 @@ bool TecleaEstancia(controles::Formulario& principal, com::Fecha llegada, com::F
   return true;
 }
 
-bool MarcaTramos(controles::Formulario& tablero, com::Fecha llegada, const std::vector<Tramo>& tramos) {
+std::string MarcaTramos(controles::Formulario& tablero, com::Fecha llegada, const std::vector<Tramo>& tramos) {
   auto* porHabitacion = controles::Como<controles::Opcion>(tablero.Busca("opHabitacion"));
   auto* grid = tablero.Primero<controles::Grid>();
   auto* barra = tablero.Primero<controles::ScreenToolbar>();
-  if (porHabitacion == nullptr || grid == nullptr || barra == nullptr) return false;
+  if (porHabitacion == nullptr || grid == nullptr || barra == nullptr) return "No hay tablero";
   tablero.Enfoca(*porHabitacion);
   porHabitacion->Pulsa();
   const auto seVe = [&](const Tramo& t) { return FilaDe(*grid, t.habitacion) >= 0; };
@@ -70,14 +71,16 @@ bool MarcaTramos(controles::Formulario& tablero, com::Fecha llegada, const std::
     const int fila = FilaDe(*grid, t.habitacion);
     const int primera = kColumnasFijas + com::DiasEntre(llegada, t.desde);
     const int fin = kColumnasFijas + com::DiasEntre(llegada, t.hasta);
-    if (fila < 0 || primera < kColumnasFijas || fin > grid->NumColumnas()) return false;
+    if (fila < 0 || primera < kColumnasFijas || fin > grid->NumColumnas()) {
+      return "La habitación " + t.habitacion + " o sus noches no están en el tablero";
+    }
     for (int columna = primera; columna < fin; ++columna) {
       grid->ClicCelda(fila, columna);
-      if (grid->estilo(fila, columna) != marcada) return false;
+      if (grid->estilo(fila, columna) != marcada) return EnLineas(PorQue(tablero, fila, columna));
     }
   }
   barra->Pulsa(controles::Accion::Aceptar);
-  return true;
+  return {};
 }
 
 void TecleaMoneda(controles::Formulario& principal, const std::string& moneda) {

@@ -22,8 +22,9 @@ struct Tramo {
   com::Fecha desde, hasta;
 };
 // On the board, which begins with the night of llegada: the nights are marked and accepted, filters that hide a room
-// are taken away. False, and the board stays as it is, when a night cannot be marked.
-bool MarcaTramos(controles::Formulario& tablero, com::Fecha llegada, const std::vector<Tramo>& tramos);
+// are taken away. Gives why a night could not be marked, and the board stays as it is for another choice; "" when all
+// were.
+std::string MarcaTramos(controles::Formulario& tablero, com::Fecha llegada, const std::vector<Tramo>& tramos);
 // The currency of a New that has begun, when it is another one.
 void TecleaMoneda(controles::Formulario& principal, const std::string& moneda);
 

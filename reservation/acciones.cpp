@@ -93,6 +93,7 @@ void frmKV207::Controles_Nuevo() {
   DesbloqueaColumnas();
   TarjetaCargada = false;
   TipoFormaPago.clear();
+  if (alEmpezar) alEmpezar();
 }
 
 void frmKV207::Controles_Editar() {
@@ -111,6 +112,7 @@ void frmKV207::Controles_Editar() {
   DesbloqueaColumnas();
   if (frTarjeta.visible()) publico::Utilerias().HabilitaGrupo(*this, 4);
   MuestraTipoCambio();
+  if (alEmpezar) alEmpezar();
 }
 
 void frmKV207::Controles_Limpiar() {

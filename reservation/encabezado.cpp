@@ -93,6 +93,7 @@ void frmKV207::txtDias_Change() {
   const auto olvidaEstancia = [this] {
     tablero_.HaySeleccion = false;
     tablero_.ConservarVista = false;
+    if (antesDeQuitarRenglones) antesDeQuitarRenglones();
     VaciaRenglones();
   };
   std::int32_t noches = 0;

@@ -19,13 +19,14 @@
 #include "platform/controls/control.h"
 #include "platform/controls/formulario.h"
 #include "platform/controls/grid.h"
+#include "publico/captura.h"
 #include "reservation/tasacion.h"
 
 namespace kv207 {
 
 class frmDisponibilidad;
 
-class frmKV207 : public controles::Formulario {
+class frmKV207 : public controles::Formulario, public publico::Captura {
  public:
   explicit frmKV207(frmDisponibilidad& tablero);
 
@@ -170,6 +171,7 @@ class frmKV207 : public controles::Formulario {
   bool CalculaRenglon(int fila, bool soloRecalcular);
 
   // --- tasacion.cpp: what the amounts of the lines rest on
+  [[nodiscard]] bool PrecioAcordado(int fila) const override;
   // The line shows the hotel's price (conError: the hotel had none); a price that was agreed, under the header's
   // currency and rate (incompleto: not broken down); no price.
   void AnotaTarifa(int fila, bool conError);

@@ -78,6 +78,11 @@ const PrecioRenglon* frmKV207::PrecioDe(int fila) const {
   return precio == precios_.end() ? nullptr : &precio->second;
 }
 
+bool frmKV207::PrecioAcordado(int fila) const {
+  const PrecioRenglon* precio = PrecioDe(fila);
+  return precio != nullptr && precio->acuerdo.has_value();
+}
+
 void frmKV207::OlvidaPrecio(int fila) { precios_.erase(ssReservaciones.Marcador(fila)); }
 
 void frmKV207::AnotaTarifa(int fila, bool conError) {

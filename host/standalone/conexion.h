@@ -84,6 +84,12 @@ class Conexion : public ConexionDeMotor {
   // it never showed it. Told once: what is there now then counts as seen. Inside a transaction nobody else changes the
   // reservation until its end.
   virtual std::string CambioAjeno(const std::string& folio) = 0;
+  // What this connection showed last of a reservation, as text that another session can take up; "" when it never
+  // showed it.
+  virtual std::string LoVisto(const std::string& folio) = 0;
+  // Takes up what another session had been shown of a reservation that this one has shown too: what changed since then
+  // is told by CambioAjeno. A text that cannot be read counts as an older version.
+  virtual void RetomaLoVisto(const std::string& folio, const std::string& visto) = 0;
   // Between the two calls a person is asked: an open transaction holds no lock meanwhile. It goes on with the next
   // statement, as if it had begun there.
   virtual void Suelta() = 0;

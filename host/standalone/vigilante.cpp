@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <charconv>
 #include <chrono>
 #include <iterator>
 #include <list>
@@ -80,6 +81,33 @@ std::string Entrada(const com::Variant& fecha, const std::string& usuario, std::
   }
   const std::string cuando = fecha.EsNulo() ? std::string() : regional::TextoFecha(com::CDate(fecha)) + ", ";
   return cuando + usuario + ": " + texto + "\r\n";
+}
+
+// A view as text: version, last entry and the image's fields, each part ended by kFin.
+constexpr char kFin = '\x1f';
+
+std::string EnTexto(const Vista& vista) {
+  std::string texto = std::to_string(vista.version) + kFin + std::to_string(vista.bitacora) + kFin;
+  for (const auto& [nombre, valor] : vista.imagen) texto += nombre + kFin + valor + kFin;
+  return texto;
+}
+
+// A text that is none leaves a version that no reservation has.
+void DeTexto(const std::string& texto, Vista& vista) {
+  std::vector<std::string> partes;
+  for (std::size_t desde = 0, fin = 0; (fin = texto.find(kFin, desde)) != std::string::npos; desde = fin + 1) {
+    partes.push_back(texto.substr(desde, fin - desde));
+  }
+  const auto numero = [&](std::size_t i) -> std::int32_t {
+    std::int32_t n = -1;
+    if (i < partes.size()) std::from_chars(partes[i].data(), partes[i].data() + partes[i].size(), n);
+    return n;
+  };
+  vista.version = numero(0);
+  if (vista.version < 0) return;
+  vista.bitacora = numero(1);
+  vista.imagen.clear();
+  for (std::size_t i = 2; i + 1 < partes.size(); i += 2) vista.imagen.emplace_back(partes[i], partes[i + 1]);
 }
 
 class ConexionVigilada final : public Conexion {
@@ -185,6 +213,15 @@ class ConexionVigilada final : public Conexion {
     }
     if (texto.empty() && EnTransaccion()) tratadas_.push_back(folio);
     return texto;
+  }
+
+  std::string LoVisto(const std::string& folio) override {
+    const Vista* vista = Busca(com::Recorta(folio));
+    return vista == nullptr ? std::string() : EnTexto(*vista);
+  }
+
+  void RetomaLoVisto(const std::string& folio, const std::string& visto) override {
+    if (Vista* vista = Busca(com::Recorta(folio))) DeTexto(visto, *vista);
   }
 
   bool LeeConjuntos() const override { return motor_->LeeConjuntos(); }

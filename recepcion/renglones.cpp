@@ -1,0 +1,342 @@
+#include "recepcion/renglones.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <optional>
+#include <set>
+#include <utility>
+
+#include "platform/com/error.h"
+#include "platform/com/texto.h"
+#include "platform/com/variant.h"
+#include "platform/controls/barra.h"
+#include "platform/regional/regional.h"
+#include "publico/captura.h"
+#include "publico/columnas.h"
+#include "recepcion/cuadro.h"
+
+namespace recepcion {
+
+namespace {
+
+using controles::Grid;
+namespace col = kv207::col;
+
+constexpr double kCentavo = 0.005;
+
+bool MismoImporte(double a, double b) { return std::abs(a - b) < kCentavo; }
+
+bool Acordado(const controles::Formulario& principal, int fila) {
+  const auto* captura = dynamic_cast<const publico::Captura*>(&principal);
+  return captura != nullptr && captura->PrecioAcordado(fila);
+}
+
+std::string TextoDe(const Grid& grid, int fila, std::string_view columna) {
+  const com::Variant& valor = grid.celda(fila, columna);
+  return valor.EsFecha() ? regional::FechaCorta(com::CDate(valor)) : com::RecortaDerecha(com::TextoDe(valor));
+}
+
+// 0 for what is no number.
+double ImporteDe(const Grid& grid, int fila, std::string_view columna) {
+  try {
+    return com::CDbl(grid.celda(fila, columna));
+  } catch (const com::Error&) {
+    return 0;
+  }
+}
+
+std::optional<com::Fecha> DiaDe(const std::string& texto) {
+  try {
+    return com::SoloFecha(com::CDate(com::Variant(texto)));
+  } catch (const com::Error&) {
+    return std::nullopt;
+  }
+}
+
+Renglon LeeRenglon(const controles::Formulario& principal, const Grid& grid, int fila) {
+  Renglon r;
+  r.habitacion = TextoDe(grid, fila, col::kClave);
+  r.nombre = TextoDe(grid, fila, col::kNombre);
+  r.inicio = TextoDe(grid, fila, col::kInicio);
+  r.fin = TextoDe(grid, fila, col::kFin);
+  r.adultos = TextoDe(grid, fila, col::kAdultos);
+  r.menores = TextoDe(grid, fila, col::kMenores);
+  r.infantes = TextoDe(grid, fila, col::kInfantes);
+  r.precio = ImporteDe(grid, fila, col::kPrecio);
+  r.personaExtra = ImporteDe(grid, fila, col::kPrecioExtra);
+  r.descuento = ImporteDe(grid, fila, col::kDescuento);
+  r.descuentoImporte = ImporteDe(grid, fila, col::kDescuentoImporte);
+  r.total = ImporteDe(grid, fila, col::kTotal);
+  r.acordado = Acordado(principal, fila);
+  return r;
+}
+
+bool MismaHabitacion(const Renglon& a, const Renglon& b) { return com::IgualSinCaja(a.habitacion, b.habitacion); }
+bool MismasNoches(const Renglon& a, const Renglon& b) { return a.inicio == b.inicio && a.fin == b.fin; }
+
+// For each wanted line the one of the others that stands for it, -1 none: of its room, of its nights too where there is
+// one.
+std::vector<int> Empareja(const std::vector<Renglon>& quiere, const std::vector<Renglon>& hay) {
+  std::vector<int> pares(quiere.size(), -1);
+  std::set<int> tomados;
+  const auto toma = [&](const auto& cabe) {
+    for (std::size_t q = 0; q < quiere.size(); ++q) {
+      for (int h = 0; pares[q] < 0 && h < static_cast<int>(hay.size()); ++h) {
+        if (!tomados.contains(h) && cabe(quiere[q], hay[static_cast<std::size_t>(h)])) tomados.insert(pares[q] = h);
+      }
+    }
+  };
+  toma([](const Renglon& a, const Renglon& b) { return MismaHabitacion(a, b) && MismasNoches(a, b); });
+  toma(MismaHabitacion);
+  return pares;
+}
+
+// Goes to a cell and types; false when the column is locked or the screen holds the user elsewhere.
+bool Escribe(Grid& grid, int fila, std::string_view columna, const std::string& texto) {
+  const int c = grid.IndiceColumna(columna);
+  if (c < 0 || fila >= grid.Filas() || !grid.columna(c).visible || grid.columna(c).bloqueada) return false;
+  grid.formulario().Enfoca(grid);
+  if (!grid.VaA(fila, c)) return false;
+  grid.formulario().Enfoca(grid);  // the cell itself, not the date laid over it
+  grid.Teclea(texto);
+  return true;
+}
+
+// An emptied room takes the line away.
+void Quita(Grid& grid, int fila) {
+  if (grid.columna(col::kClave).bloqueada) return;
+  static_cast<void>(Escribe(grid, fila, col::kClave, ""));
+}
+
+// A discount was typed as the shorter of its two numbers.
+void EscribeDescuento(Grid& grid, int fila, const Renglon& r) {
+  const std::string porciento = com::CStr(com::Variant(r.descuento)),
+                    importe = com::CStr(com::Variant(r.descuentoImporte));
+  const bool enPorciento = porciento.size() <= importe.size();
+  static_cast<void>(
+      Escribe(grid, fila, enPorciento ? col::kDescuento : col::kDescuentoImporte, enPorciento ? porciento : importe));
+}
+
+// An agreed price over the hotel's.
+void EscribeAcuerdo(controles::Formulario& principal, Grid& grid, int fila, const Renglon& r) {
+  const auto importe = [&](std::string_view columna) { return ImporteDe(grid, fila, columna); };
+  const auto escribe = [&](std::string_view columna, double valor) {
+    static_cast<void>(Escribe(grid, fila, columna, com::CStr(com::Variant(valor))));
+    static_cast<void>(grid.Deja());
+  };
+  if (!MismoImporte(importe(col::kPrecio), r.precio)) escribe(col::kPrecio, r.precio);
+  if (!MismoImporte(importe(col::kPrecioExtra), r.personaExtra)) escribe(col::kPrecioExtra, r.personaExtra);
+  if (!MismoImporte(importe(col::kDescuentoImporte), r.descuentoImporte)) {
+    EscribeDescuento(grid, fila, r);
+    static_cast<void>(grid.Deja());
+  }
+  if (!Acordado(principal, fila)) escribe(col::kPrecio, r.precio);
+}
+
+// What differs in a line whose room is there.
+void Completa(controles::Formulario& principal, Grid& grid, int fila, const Renglon& r) {
+  struct Celda {
+    std::string_view columna;
+    const std::string& texto;
+  };
+  const Celda celdas[] = {{col::kInicio, r.inicio},
+                          {col::kFin, r.fin},
+                          {col::kAdultos, r.adultos},
+                          {col::kMenores, r.menores},
+                          {col::kInfantes, r.infantes}};
+  for (const auto& [columna, texto] : celdas) {
+    if (!texto.empty() && TextoDe(grid, fila, columna) != texto) static_cast<void>(Escribe(grid, fila, columna, texto));
+  }
+  static_cast<void>(grid.Deja());
+  if (r.acordado) return EscribeAcuerdo(principal, grid, fila, r);
+  if (!Acordado(principal, fila)) return;
+  // The hotel's price: what a line of a stored reservation gets when its persons are typed.
+  static_cast<void>(Escribe(grid, fila, col::kAdultos, r.adultos));
+  static_cast<void>(grid.Deja());
+}
+
+void Agrega(controles::Formulario& principal, Grid& grid, const Renglon& r) {
+  if (grid.columna(col::kClave).bloqueada || !grid.NuevaFila()) return;
+  const int fila = grid.Filas() - 1;
+  if (!Escribe(grid, fila, col::kClave, r.habitacion)) return;
+  const bool hallada = grid.VaA(fila, grid.IndiceColumna(col::kAdultos));
+  if (!hallada) return Quita(grid, fila);
+  Completa(principal, grid, fila, r);
+}
+
+std::vector<Renglon> LeeTodos(const controles::Formulario& principal, const Grid& grid) {
+  std::vector<Renglon> todos;
+  for (int fila = 0; fila < grid.Filas(); ++fila) todos.push_back(LeeRenglon(principal, grid, fila));
+  return todos;
+}
+
+std::string Personas(const std::string& cuantas, const char* una, const char* varias) {
+  if (cuantas.empty() || cuantas == "0") return {};
+  return ", " + cuantas + (cuantas == "1" ? una : varias);
+}
+
+// --- lines that were taken away
+
+struct Estancia {
+  com::Fecha llegada{}, salida{};
+};
+
+Estancia EstanciaDe(const controles::Formulario& principal) {
+  const auto dia = [&](const char* campo) {
+    const auto* fecha = controles::Como<controles::DateField>(principal.Busca(campo));
+    return fecha == nullptr ? com::Fecha{} : com::SoloFecha(fecha->valor());
+  };
+  return {dia("dpFecha_llegada"), dia("dpFecha_salida")};
+}
+
+std::string FolioDe(const controles::Formulario& principal) {
+  const auto* folio = controles::Como<controles::LookupField>(principal.Busca("txtFolio"));
+  return folio == nullptr ? "" : folio->text();
+}
+
+// Why the room is not free on these nights for the reservation of this folio; "" when it is.
+std::string Ocupada(const Renglon& r, com::Fecha desde, com::Fecha hasta, const std::string& folio) {
+  Cuadro cuadro;
+  for (com::Fecha dia = desde; dia < hasta; dia = com::MasDias(dia, kNochesMaximas)) {
+    const int noches = std::min(com::DiasEntre(dia, hasta), kNochesMaximas);
+    cuadro.Abre(dia, std::max(noches, kNochesMinimas));
+    const int fila = cuadro.FilaDe(r.habitacion);
+    if (fila < 0) return "está de baja";
+    for (int n = 0; n < noches; ++n) {
+      if (const Barra* b = cuadro.En(fila, com::MasDias(dia, n), folio)) return QuienLaTiene(*b);
+    }
+  }
+  return {};
+}
+
+}  // namespace
+
+std::string EnPalabras(const Renglon& r) {
+  std::string texto = r.habitacion;
+  if (!r.nombre.empty()) texto += " " + r.nombre;
+  if (!r.inicio.empty()) texto += ", " + r.inicio + " – " + r.fin;
+  texto += Personas(r.adultos, " adulto", " adultos") + Personas(r.menores, " menor", " menores") +
+           Personas(r.infantes, " infante", " infantes");
+  return texto + ", " + regional::Moneda(r.total) + (r.acordado ? " (precio acordado)" : "");
+}
+
+std::vector<Renglon> LeeRenglones(const controles::Formulario& principal) {
+  const auto* grid = principal.Primero<Grid>();
+  std::vector<Renglon> renglones;
+  if (grid != nullptr) renglones = LeeTodos(principal, *grid);
+  std::erase_if(renglones, [](const Renglon& r) { return r.habitacion.empty(); });
+  return renglones;
+}
+
+void TecleaRenglones(controles::Formulario& principal, const std::vector<Renglon>& renglones) {
+  auto* grid = principal.Primero<Grid>();
+  if (grid == nullptr) return;
+  std::vector<int> pares = Empareja(renglones, LeeTodos(principal, *grid));
+  for (int fila = grid->Filas() - 1; fila >= 0; --fila) {
+    if (std::ranges::find(pares, fila) == pares.end()) Quita(*grid, fila);
+  }
+  pares = Empareja(renglones, LeeTodos(principal, *grid));
+  // What a handler does not trap keeps one line out, not the others.
+  const auto intenta = [](const auto& teclea) {
+    try {
+      teclea();
+    } catch (const com::Error&) {  // seen by whoever compares the lines afterwards
+    }
+  };
+  for (std::size_t i = 0; i < renglones.size(); ++i) {
+    if (pares[i] >= 0) intenta([&] { Completa(principal, *grid, pares[i], renglones[i]); });
+  }
+  for (std::size_t i = 0; i < renglones.size(); ++i) {
+    if (pares[i] < 0) intenta([&] { Agrega(principal, *grid, renglones[i]); });
+  }
+}
+
+std::vector<std::string> RenglonesQueFaltan(const controles::Formulario& principal,
+                                            const std::vector<Renglon>& renglones) {
+  std::vector<std::string> faltan;
+  const std::vector<Renglon> hay = LeeRenglones(principal);
+  const std::vector<int> pares = Empareja(renglones, hay);
+  for (std::size_t i = 0; i < renglones.size(); ++i) {
+    const Renglon& r = renglones[i];
+    const Renglon* h = pares[i] < 0 ? nullptr : &hay[static_cast<std::size_t>(pares[i])];
+    const bool iguales = h != nullptr && MismasNoches(*h, r) && h->adultos == r.adultos && h->menores == r.menores &&
+                         h->infantes == r.infantes && MismoImporte(h->total, r.total);
+    if (iguales) continue;
+    faltan.push_back("Habitación " + EnPalabras(r) + (h == nullptr ? "" : "; ahora " + EnPalabras(*h)));
+  }
+  return faltan;
+}
+
+void RenglonesQuitados::Vigila(controles::Formulario& principal) {
+  auto* captura = dynamic_cast<publico::Captura*>(&principal);
+  if (captura == nullptr) return;
+  captura->alEmpezar = [this] { Fija({}); };
+  captura->antesDeQuitarRenglones = [this, &principal] {
+    std::vector<Renglon> ahora = LeeRenglones(principal);
+    if (ahora.empty()) return;
+    if (pedidos_) std::ranges::move(renglones_, std::back_inserter(ahora));
+    Deja(std::move(ahora), pedidos_);
+  };
+}
+
+std::vector<std::string> RenglonesQuitados::Repone(controles::Formulario& principal) {
+  const auto* barra = principal.Primero<controles::ScreenToolbar>();
+  if (barra == nullptr || !barra->EnEdicion() || renglones_.empty()) {
+    throw com::Error(com::error::kArgumento,
+                     "No hay habitaciones que reponer: se guardan las que quita un cambio de noches, mientras dura la "
+                     "captura");
+  }
+  const Estancia estancia = EstanciaDe(principal);
+  std::optional<com::Fecha> primera, ultima;
+  for (const Renglon& r : renglones_) {
+    if (const auto dia = DiaDe(r.inicio); dia && (!primera || *dia < *primera)) primera = dia;
+    if (const auto dia = DiaDe(r.fin); dia && (!ultima || *dia > *ultima)) ultima = dia;
+  }
+  std::vector<Renglon> quiere = LeeRenglones(principal), siguen;
+  const auto yaEsta = [&](const Renglon& r, com::Fecha desde, com::Fecha hasta) {
+    return std::ranges::any_of(quiere, [&](const Renglon& q) {
+      const auto suInicio = DiaDe(q.inicio), suFin = DiaDe(q.fin);
+      return MismaHabitacion(q, r) && suInicio && suFin && *suInicio < hasta && desde < *suFin;
+    });
+  };
+  std::vector<std::string> dice;
+  const auto deja = [&](const Renglon& r, const std::string& motivo) {
+    dice.push_back("Habitación " + EnPalabras(r) + ": " + motivo);
+    siguen.push_back(r);
+  };
+  std::vector<Renglon> nuevos;
+  for (Renglon r : renglones_) {
+    const Renglon antes = r;
+    const auto inicio = DiaDe(r.inicio), fin = DiaDe(r.fin);
+    const com::Fecha desde = !inicio || inicio == primera ? estancia.llegada : std::max(*inicio, estancia.llegada);
+    const com::Fecha hasta = !fin || fin == ultima ? estancia.salida : std::min(*fin, estancia.salida);
+    if (desde >= hasta) {
+      deja(antes, "no tiene noches en la estancia");
+      continue;
+    }
+    if (yaEsta(r, desde, hasta)) continue;
+    if (const std::string motivo = Ocupada(r, desde, hasta, FolioDe(principal)); !motivo.empty()) {
+      deja(antes, "no está libre: " + motivo);
+      continue;
+    }
+    r.inicio = regional::FechaCorta(desde);
+    r.fin = regional::FechaCorta(hasta);
+    if (r.acordado && !MismasNoches(r, antes)) {
+      r.acordado = false;
+      dice.push_back("Habitación " + EnPalabras(antes) + ": el precio acordado era por otras noches");
+    }
+    quiere.push_back(r);
+    nuevos.push_back(r);
+  }
+  if (!nuevos.empty()) TecleaRenglones(principal, quiere);
+  const std::vector<Renglon> hay = LeeRenglones(principal);
+  for (const Renglon& r : nuevos) {
+    const auto esta = [&](const Renglon& h) { return MismaHabitacion(h, r) && MismasNoches(h, r); };
+    if (std::ranges::none_of(hay, esta)) deja(r, "la pantalla no la admitió");
+  }
+  Deja(std::move(siguen), true);
+  return dice;
+}
+
+}  // namespace recepcion

@@ -1,0 +1,61 @@
+// Room lines as they were captured, and typed again: those of a draft, and those that another number of nights took
+// away.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/com/fecha.h"
+#include "platform/controls/formulario.h"
+#include "platform/controls/grid.h"
+
+namespace recepcion {
+
+// What the cells of a line hold, in the words that a clerk types.
+struct Renglon {
+  std::string habitacion, nombre;
+  std::string inicio, fin;  // short dates
+  std::string adultos, menores, infantes;
+  double precio = 0, personaExtra = 0;  // tax included
+  double descuento = 0;                 // per cent
+  double descuentoImporte = 0, total = 0;
+  bool acordado = false;  // a price that was agreed: typed, discounted or stored
+};
+
+// "0101 Doble / Vista, 10/03/2026 – 12/03/2026, 2 adultos, $2,500.00": for messages.
+std::string EnPalabras(const Renglon& renglon);
+
+// Of the reservation screen's grid; lines without a room are left out.
+std::vector<Renglon> LeeRenglones(const controles::Formulario& principal);
+// Makes the grid's lines these ones by typing: in those that are there what differs, then the others; those that are
+// not among them go. What the screen does not take stays out.
+void TecleaRenglones(controles::Formulario& principal, const std::vector<Renglon>& renglones);
+// What of these lines the screen does not hold, a text for each.
+std::vector<std::string> RenglonesQueFaltan(const controles::Formulario& principal,
+                                            const std::vector<Renglon>& renglones);
+
+// The lines that another number of nights took away in the capture that is open, to be brought back.
+class RenglonesQuitados {
+ public:
+  // Watches the reservation screen, for as long as both live.
+  void Vigila(controles::Formulario& principal);
+  const std::vector<Renglon>& renglones() const { return renglones_; }
+  void Fija(std::vector<Renglon> renglones) { Deja(std::move(renglones), false); }
+  // Types those that fit the stay as it is now. A line that began or ended with the lines' first or last day does so
+  // with the stay; rooms that somebody else holds, and lines without nights in the stay, stay out; an agreed price
+  // comes back with the nights that it was agreed for. Gives a text for each line that is not as it was. com::Error
+  // kArgumento outside a capture, and when no line was taken away.
+  std::vector<std::string> Repone(controles::Formulario& principal);
+
+ private:
+  void Deja(std::vector<Renglon> renglones, bool pedidos) {
+    renglones_ = std::move(renglones);
+    pedidos_ = pedidos;
+  }
+
+  std::vector<Renglon> renglones_;
+  bool pedidos_ = false;  // the clerk wanted these back, and they did not fit
+};
+
+}  // namespace recepcion
