@@ -13,7 +13,6 @@ namespace banco {
 namespace {
 
 constexpr int kTipos = 10, kAreas = 3, kGrupos = 4, kClientes = 20000;
-constexpr int kDiasDeHistoria = 5 * 365;
 constexpr int kDiasPorVenir = 120;
 
 std::string Clave(int ancho, int n) {
@@ -22,18 +21,17 @@ std::string Clave(int ancho, int n) {
   return texto;
 }
 
-std::string ClaveHabitacion(int n) { return Clave(4, 100 * (n / 30 + 1) + n % 30); }
-
 // Fills an empty database with the same hotel every time.
 class Constructor {
  public:
-  explicit Constructor(autonomo::Conexion& base) : base_(base) {}
+  Constructor(autonomo::ConexionDeMotor& base, int dias) : base_(base), dias_(dias) {}
 
   void Construye() {
     base_.BeginTrans();
     Catalogos();
     Historia();
     BloqueosDeSiempre();
+    base_.Consulta("INSERT INTO Parametro (Pm_Clave, Pm_Valor) VALUES ('HT_OVER_BOOKING', '0')");
     base_.CommitTrans();
   }
 
@@ -82,8 +80,8 @@ class Constructor {
 
   // Day by day: free rooms take new reservations of one to three rooms, fewer the further ahead the day lies.
   void Historia() {
-    std::vector<com::Fecha> libreDesde(kHabitaciones, com::MasDias(Hoy(), -kDiasDeHistoria));
-    for (int d = -kDiasDeHistoria; d < kDiasPorVenir; ++d) {
+    std::vector<com::Fecha> libreDesde(kHabitaciones, com::MasDias(Hoy(), -dias_));
+    for (int d = -dias_; d < kDiasPorVenir; ++d) {
       const com::Fecha dia = com::MasDias(Hoy(), d);
       const int demanda = d <= 0 ? 40 : 40 - 30 * d / kDiasPorVenir;
       for (int h = 0; h < kHabitaciones; ++h) {
@@ -137,7 +135,7 @@ class Constructor {
 
   // Repairs: two a day, before and ahead.
   void BloqueosDeSiempre() {
-    for (int d = -kDiasDeHistoria; d < kDiasPorVenir; ++d) {
+    for (int d = -dias_; d < kDiasPorVenir; ++d) {
       for (int i = 0; i < 2; ++i) {
         const com::Fecha inicio = com::MasDias(Hoy(), d);
         base_.Consulta(
@@ -149,16 +147,19 @@ class Constructor {
     }
   }
 
-  autonomo::Conexion& base_;
+  autonomo::ConexionDeMotor& base_;
+  int dias_;
   std::mt19937 azar_{20260310};
   int folio_ = 0;
 };
 
 }  // namespace
 
+std::string ClaveHabitacion(int n) { return Clave(4, 100 * (n / 30 + 1) + n % 30); }
+
 com::Fecha Hoy() { return com::FechaDe(2026, 3, 10); }
 
-void ConstruyeHotel(const std::string& ruta) {
+void ConstruyeHotel(const std::string& ruta, int dias) {
   if (std::filesystem::exists(ruta)) return;
   std::fprintf(stderr, "Building the hotel in %s ...\n", ruta.c_str());
   const std::string provisional = ruta + ".nueva";
@@ -167,8 +168,8 @@ void ConstruyeHotel(const std::string& ruta) {
     autonomo::OpcionesConexion opciones;
     opciones.ruta = provisional;
     const autonomo::Reloj reloj;
-    const auto base = autonomo::AbreConexion(opciones, reloj);
-    Constructor(*base).Construye();
+    const auto base = autonomo::AbreMotor(opciones, reloj);
+    Constructor(*base, dias).Construye();
   }
   {
     const Base base(provisional);

@@ -2,18 +2,24 @@
 
 #include "bench/hotel.h"
 #include "bench/sqlite.h"
+#include "host/standalone/postgres.h"
 #include "publico/publico.h"
 
 namespace banco {
 
 namespace {
 
-autonomo::Opciones OpcionesDe(const std::string& ruta, bool leeConjuntos) {
+autonomo::Opciones OpcionesDe(const std::string& hotel, bool leeConjuntos) {
   autonomo::Opciones opciones;
-  opciones.base.ruta = ruta;
+  (autonomo::EsDireccion(hotel) ? opciones.base.conexion : opciones.base.ruta) = hotel;
   opciones.base.leeConjuntos = leeConjuntos;
   opciones.ahora = Hoy();
   return opciones;
+}
+
+void Campo(controles::LookupField& campo, const std::string& texto) {
+  campo.Teclea(texto);
+  campo.Confirma();
 }
 
 }  // namespace
@@ -26,7 +32,7 @@ int EscritorioMudo::Mensaje(const controles::CajaMensaje& caja) {
   return controles::kNo;
 }
 
-Sesion::Sesion(const std::string& ruta, bool leeConjuntos) : host_(OpcionesDe(ruta, leeConjuntos)) {
+Sesion::Sesion(const std::string& hotel, bool leeConjuntos) : host_(OpcionesDe(hotel, leeConjuntos)) {
   controles::FijaEscritorio(&escritorio_);
   host_.RegistraClases();
   publico::Arranca();
@@ -38,6 +44,30 @@ Sesion::~Sesion() {
   publico::Olvida();
   host_.QuitaClases();
   controles::FijaEscritorio(nullptr);
+}
+
+void Captura(kv207::frmKV207& pantalla, const std::vector<std::string>& habitaciones, com::Fecha llegada) {
+  pantalla.Controles.Pulsa(controles::Accion::Nuevo);
+  Campo(pantalla.txtHuesped, "0000000001");
+  Campo(pantalla.txtForma_Pago, "0001");
+  pantalla.dpFecha_llegada.Fija(llegada);
+  pantalla.dpFecha_salida.Fija(com::MasDias(llegada, 2));
+  controles::Grid& grid = pantalla.ssReservaciones;
+  for (const std::string& habitacion : habitaciones) {
+    grid.NuevaFila();
+    for (const auto& [columna, texto] : {std::pair{"Clave", habitacion.c_str()}, std::pair{"Adultos", "2"}}) {
+      grid.VaA(grid.fila(), grid.IndiceColumna(columna));
+      grid.Teclea(texto);
+      grid.Deja();
+    }
+  }
+}
+
+com::Fecha LlegadaLejana(int n) { return com::MasDias(Hoy(), 400 + 2 * n); }
+
+void CargaFolio(kv207::frmKV207& pantalla, const std::string& folio) {
+  pantalla.txtFolio.Teclea("");
+  Campo(pantalla.txtFolio, folio);
 }
 
 void CargaTablero(kv207::frmDisponibilidad& tablero) {

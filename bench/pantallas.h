@@ -4,10 +4,12 @@
 #include <chrono>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "availability/frmDisponibilidad.h"
 #include "host/standalone/anfitrion.h"
 #include "platform/controls/formulario.h"
+#include "reservation/frmKV207.h"
 
 namespace banco {
 
@@ -55,10 +57,10 @@ class ConexionCronometrada : public ado::Connection {
   ado::ConnectionPtr real_;
 };
 
-// The host on a hotel's file with its services registered. One at a time.
+// The host on a hotel, a file or an address, with its services registered. One at a time.
 class Sesion {
  public:
-  explicit Sesion(const std::string& ruta, bool leeConjuntos = true);
+  explicit Sesion(const std::string& hotel, bool leeConjuntos = true);
   ~Sesion();
   Sesion(const Sesion&) = delete;
   Sesion& operator=(const Sesion&) = delete;
@@ -69,6 +71,24 @@ class Sesion {
   EscritorioMudo escritorio_;
   autonomo::Anfitrion host_;
 };
+
+// Both screens, shown.
+struct Pantallas {
+  kv207::frmDisponibilidad tablero;
+  kv207::frmKV207 reservacion{tablero};
+
+  Pantallas() { reservacion.Muestra(); }
+  ~Pantallas() { reservacion.Descarga(); }
+  Pantallas(const Pantallas&) = delete;
+  Pantallas& operator=(const Pantallas&) = delete;
+};
+
+// A new reservation of the rooms for two nights, ready to be accepted.
+void Captura(kv207::frmKV207& pantalla, const std::vector<std::string>& habitaciones, com::Fecha llegada);
+// The n-th arrival so late that nobody else comes then, each two nights after the last.
+com::Fecha LlegadaLejana(int n);
+// Loads a reservation by its folio.
+void CargaFolio(kv207::frmKV207& pantalla, const std::string& folio);
 
 // The board for the measured nights, loaded in the given view. Ends the program when the load fails.
 std::unique_ptr<kv207::frmDisponibilidad> AbreTablero(kv207::ModoVista modo);

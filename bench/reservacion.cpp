@@ -16,7 +16,7 @@ namespace banco {
 namespace {
 
 constexpr int kLineas = 3;
-constexpr const char* kHabitacionesDeLinea[kLineas] = {"0100", "0101", "0102"};
+const std::vector<std::string> kHabitacionesDeLinea = {ClaveHabitacion(0), ClaveHabitacion(1), ClaveHabitacion(2)};
 
 // A copy of the hotel for runs that write, gone at the end.
 class Copia {
@@ -36,41 +36,6 @@ class Copia {
   }
   std::string ruta_;
 };
-
-// Both screens, shown.
-struct Pantallas {
-  kv207::frmDisponibilidad tablero;
-  kv207::frmKV207 reservacion{tablero};
-
-  Pantallas() { reservacion.Muestra(); }
-  ~Pantallas() { reservacion.Descarga(); }
-  Pantallas(const Pantallas&) = delete;
-  Pantallas& operator=(const Pantallas&) = delete;
-};
-
-void Campo(controles::LookupField& campo, const std::string& texto) {
-  campo.Teclea(texto);
-  campo.Confirma();
-}
-
-// A new reservation of three rooms for two nights, ready to be accepted. Nobody else comes that late.
-void Captura(kv207::frmKV207& pantalla, int vez) {
-  const com::Fecha llegada = com::MasDias(Hoy(), 400 + 2 * vez);
-  pantalla.Controles.Pulsa(controles::Accion::Nuevo);
-  Campo(pantalla.txtHuesped, "0000000001");
-  Campo(pantalla.txtForma_Pago, "0001");
-  pantalla.dpFecha_llegada.Fija(llegada);
-  pantalla.dpFecha_salida.Fija(com::MasDias(llegada, 2));
-  controles::Grid& grid = pantalla.ssReservaciones;
-  for (const char* habitacion : kHabitacionesDeLinea) {
-    grid.NuevaFila();
-    for (auto [columna, texto] : {std::pair{"Clave", habitacion}, std::pair{"Adultos", "2"}}) {
-      grid.VaA(grid.fila(), grid.IndiceColumna(columna));
-      grid.Teclea(texto);
-      grid.Deja();
-    }
-  }
-}
 
 constexpr const char* kInsertaEncabezado =
     "INSERT INTO Reservacion (Rs_Folio, Rs_Fecha, Rs_Llegada, Rs_Salida, Sc_Cve_Sucursal, Cl_Cve_Cliente, Rs_Huesped, "
@@ -99,14 +64,18 @@ class GuardadoAMano {
 
   double Guarda() {
     const std::string folio = std::to_string(2000000000 + vez_);
-    const com::Fecha dia = com::MasDias(Hoy(), 400 + 2 * vez_++);
+    const com::Fecha dia = LlegadaLejana(vez_++);
     const std::string llegada = com::AIso(dia), salida = com::AIso(com::MasDias(dia, 2));
     PierdeElCompas();
     return Cronometra([&] {
       comienza_.Corre();
       encabezado_.Texto(1, folio).Texto(2, hoy_).Texto(3, llegada).Texto(4, salida).Corre();
       for (int i = 0; i < kLineas; ++i) {
-        linea_.Texto(1, folio).Entero(2, i + 1).Texto(3, kHabitacionesDeLinea[i]).Texto(4, llegada).Texto(5, salida);
+        linea_.Texto(1, folio)
+            .Entero(2, i + 1)
+            .Texto(3, kHabitacionesDeLinea[static_cast<std::size_t>(i)])
+            .Texto(4, llegada)
+            .Texto(5, salida);
         linea_.Corre();
       }
       confirma_.Corre();
@@ -138,7 +107,7 @@ void Guarda(benchmark::State& estado, Desde desde, const Comparacion& comparacio
   MidePorTurnos(
       estado, comparacion,
       [&] {
-        Captura(pantallas.reservacion, vez++);
+        Captura(pantallas.reservacion, kHabitacionesDeLinea, LlegadaLejana(vez++));
         PierdeElCompas();
         const auto aceptar = std::chrono::steady_clock::now();
         pantallas.reservacion.Controles.Pulsa(controles::Accion::Aceptar);
