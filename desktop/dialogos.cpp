@@ -71,6 +71,7 @@ CajaAviso::CajaAviso(const controles::CajaMensaje& caja, QWidget* padre) : QMess
   setWindowTitle(Q(caja.titulo));
   setTextFormat(Qt::PlainText);
   setText(Lineas(caja.texto));
+  if (!caja.detalle.empty()) setInformativeText(Lineas(caja.detalle));
   setTextInteractionFlags(Qt::TextSelectableByMouse);
   setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
   setObjectName(QStringLiteral("mensaje"));

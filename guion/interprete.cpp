@@ -177,6 +177,7 @@ Json Interprete::Mensajes() {
                        .Pon("pantalla", m.caja.pantalla)
                        .Pon("id", m.caja.id)
                        .Pon("respuesta", m.respuesta);
+    if (!m.caja.detalle.empty()) mensaje.Pon("detalle", m.caja.detalle);
     if (m.enTransaccion) mensaje.Pon("enTransaccion", true);
     lista.Agrega(std::move(mensaje));
   }

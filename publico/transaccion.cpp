@@ -9,9 +9,16 @@ void TransaccionBD::Comienza() {
   abierta_ = true;
 }
 
-void TransaccionBD::Confirma() {
-  publico::Sistema().ObtenConexion()->CommitTrans();
+void TransaccionBD::Confirma(const std::string& folio, const char* hecho) {
+  try {
+    publico::Sistema().ObtenConexion()->CommitTrans();
+  } catch (const com::Error& e) {
+    if (e.Numero() == com::error::kEnDuda)
+      quedo_ = "La reservación " + folio + " puede haber quedado " + hecho + ": búsquela antes de repetirlo.";
+    throw;
+  }
   abierta_ = false;
+  quedo_ = "La reservación " + folio + " ya quedó " + hecho + ".";
 }
 
 void TransaccionBD::Deshace() {

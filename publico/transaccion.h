@@ -1,5 +1,11 @@
-// One transaction on the host's connection.
+// One transaction on the host's connection, and the trap of the handlers that have one.
 #pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/controls/formulario.h"
+#include "publico/avisos.h"
 
 namespace kv207 {
 
@@ -14,16 +20,35 @@ class TransaccionBD {
 
   // The connection's errors; nothing is open then.
   void Comienza();
-  // The connection's errors; the transaction is still to be rolled back then.
-  void Confirma();
+  // What was done to which reservation: its folio, and in Spanish ("guardada"). The connection's errors; the
+  // transaction is still to be rolled back then.
+  void Confirma(const std::string& folio, const char* hecho);
   // Rolls back what is open; nothing when nothing is. The connection's errors; it is still to be rolled back then.
   void Deshace();
   // Rolls back on the way out of a failure, trying a second time when the first one fails; never raises.
   void Abandona() noexcept;
-  bool Abierta() const { return abierta_; }
+  // What the commit leaves in the database, for a clerk who is told of a failure: "" before it, and of one that failed;
+  // otherwise that it is stored, or that nobody knows.
+  const std::string& Quedo() const { return quedo_; }
 
  private:
   bool abierta_ = false;
+  std::string quedo_;
 };
+
+// Atrapa for a body that is given its transaction, which a failure rolls back. A failure behind the commit undoes
+// nothing: its report says so below its text.
+template <class Cuerpo>
+bool AtrapaTransaccion(const controles::Formulario& formulario, const anfitrion::DatosMensaje& mensaje,
+                       Cuerpo&& cuerpo) {
+  TransaccionBD transaccion;
+  std::optional<controles::ConDetalle> detalle;
+  return Atrapa(
+      formulario, mensaje, [&] { cuerpo(transaccion); },
+      [&] {
+        transaccion.Abandona();
+        detalle.emplace(transaccion.Quedo());
+      });
+}
 
 }  // namespace kv207

@@ -137,8 +137,7 @@ void frmKV207::Controles_Limpiar() {
 void frmKV207::Controles_Cerrar() { Descarga(); }
 
 void frmKV207::Controles_B1Click() {
-  TransaccionBD transaccion;
-  const auto cuerpo = [&] {
+  const auto cuerpo = [&](TransaccionBD& transaccion) {
     const Sello sello = SelloActual();
     const std::string folio = txtFolio.text();
     transaccion.Comienza();
@@ -151,15 +150,14 @@ void frmKV207::Controles_B1Click() {
       transaccion.Deshace();
       return;
     }
-    transaccion.Confirma();
+    transaccion.Confirma(folio, "confirmada");
     Controles_Limpiar();
   };
-  Atrapa(*this, mensaje::kConfirmar, cuerpo, [&] { transaccion.Abandona(); });
+  AtrapaTransaccion(*this, mensaje::kConfirmar, cuerpo);
 }
 
 void frmKV207::Controles_Eliminar() {
-  TransaccionBD transaccion;
-  const auto cuerpo = [&] {
+  const auto cuerpo = [&](TransaccionBD& transaccion) {
     const Sello sello = SelloActual();
     const std::string folio = txtFolio.text();
     Controles.TituloConfirmar("");
@@ -167,25 +165,24 @@ void frmKV207::Controles_Eliminar() {
     ArmaCancelacion(publico::NuevaSentencia(), sello.usuario, sello.ahora, folio);
     publico::Ejecuta();
     publico::Utilerias().RegistraBitacora(anfitrion::kModulo, folio, "Baja");
-    transaccion.Confirma();
+    transaccion.Confirma(folio, "cancelada");
     Controles_Limpiar();
   };
-  Atrapa(*this, mensaje::kEliminar, cuerpo, [&] { transaccion.Abandona(); });
+  AtrapaTransaccion(*this, mensaje::kEliminar, cuerpo);
 }
 
 void frmKV207::Controles_Reactivar() {
-  TransaccionBD transaccion;
-  const auto cuerpo = [&] {
+  const auto cuerpo = [&](TransaccionBD& transaccion) {
     const Sello sello = SelloActual();
     const std::string folio = txtFolio.text();
     transaccion.Comienza();
     ArmaReactivacion(publico::NuevaSentencia(), sello.usuario, sello.ahora, folio);
     publico::Ejecuta();
     publico::Utilerias().RegistraBitacora(anfitrion::kModulo, folio, "Reactivación");
-    transaccion.Confirma();
+    transaccion.Confirma(folio, "reactivada");
     Controles_Limpiar();
   };
-  Atrapa(*this, mensaje::kReactivar, cuerpo, [&] { transaccion.Abandona(); });
+  AtrapaTransaccion(*this, mensaje::kReactivar, cuerpo);
 }
 
 void frmKV207::Controles_Correo() {

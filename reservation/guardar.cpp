@@ -275,8 +275,7 @@ void frmKV207::Controles_Aceptar(bool nuevo) {
       !RevisaRenglones(*this)) {
     return;
   }
-  TransaccionBD transaccion;
-  const auto guarda = [&] {
+  const auto guarda = [&](TransaccionBD& transaccion) {
     transaccion.Comienza();
     const auto almacen = publico::CreaServicio<anfitrion::Hotel>(anfitrion::kClaseHotel, "Hotel");
     const auto resultado = GuardaTodo(*this, nuevo, *almacen);
@@ -285,12 +284,13 @@ void frmKV207::Controles_Aceptar(bool nuevo) {
       Rechaza(*this, *rechazo, *almacen);
       return;
     }
-    transaccion.Confirma();
+    const std::string& folio = std::get<std::string>(resultado);
+    transaccion.Confirma(folio, "guardada");
     Controles.ConcluyeAceptar();
-    CorreoOImpresion(*this, std::get<std::string>(resultado));
+    CorreoOImpresion(*this, folio);
     Controles_Limpiar();
   };
-  if (!Atrapa(*this, mensaje::kAceptar, guarda, [&] { transaccion.Abandona(); })) Controles.RechazaAceptar();
+  if (!AtrapaTransaccion(*this, mensaje::kAceptar, guarda)) Controles.RechazaAceptar();
 }
 
 }  // namespace kv207

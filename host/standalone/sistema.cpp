@@ -49,6 +49,7 @@ class ServicioSistema : public com::Objeto<anfitrion::Sistema> {
     caja.ventana = com::CLng(ventana);
     caja.pantalla = com::CStr(pantalla);
     caja.id = com::CStr(id);
+    caja.detalle = controles::DetalleActual();
     registro::Anota("aviso " + caja.id + ", estilo " + std::to_string(estilo) + ", " + caja.titulo);
     // No other desk waits while this one thinks.
     const SinBloqueo pausa(*host_.conexion());

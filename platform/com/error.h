@@ -32,6 +32,7 @@ inline constexpr int kAjena = 3343;        // file is not a database of this sys
 inline constexpr int kDanada = 3049;       // database damaged, or its log lost: not worked in
 inline constexpr int kRestriccion = 3022;  // constraint: duplicate key, room already held, ...
 inline constexpr int kBaseDatos = 3146;    // any other database failure
+inline constexpr int kEnDuda = 3151;       // a commit that nobody answered: whether it was done is not known
 inline constexpr int kClase = 429;         // object cannot be created
 inline constexpr int kInyectada = 9999;    // fault injected by a test script
 }  // namespace error

@@ -14,6 +14,7 @@ struct Ambiente {
   Escritorio* escritorio = nullptr;
   Buscador buscador;
   bool mayusculas = false;
+  std::string detalle;
   int ultimaVentana = 0;
 };
 
@@ -48,6 +49,9 @@ void FijaEscritorio(Escritorio* escritorio) { ElAmbiente().escritorio = escritor
 void FijaBuscador(Buscador buscador) { ElAmbiente().buscador = std::move(buscador); }
 const Buscador& BuscadorActual() { return ElAmbiente().buscador; }
 void FijaMayusculas(bool fuerza) { ElAmbiente().mayusculas = fuerza; }
+ConDetalle::ConDetalle(std::string detalle) : antes_(std::exchange(ElAmbiente().detalle, std::move(detalle))) {}
+ConDetalle::~ConDetalle() { ElAmbiente().detalle = std::move(antes_); }
+const std::string& DetalleActual() { return ElAmbiente().detalle; }
 bool MayusculasForzadas() { return ElAmbiente().mayusculas; }
 
 Formulario::Formulario(std::string nombre, std::string caption, int width, int height)

@@ -23,6 +23,7 @@ struct CajaMensaje {
   int ventana = 0;
   std::string pantalla;
   std::string id;
+  std::string detalle;  // told below the text; "" nothing
 };
 inline constexpr int kAceptar = 1, kCancelar = 2, kSi = 6, kNo = 7;
 // The answer of the box's default button.
@@ -60,6 +61,19 @@ class Escritorio {
 Escritorio& EscritorioActual();
 // Not owned; null takes it away.
 void FijaEscritorio(Escritorio* escritorio);
+
+// While it lives, boxes have this detail: what the clerk is to know beyond a text that is fixed.
+class ConDetalle {
+ public:
+  explicit ConDetalle(std::string detalle);
+  ~ConDetalle();
+  ConDetalle(const ConDetalle&) = delete;
+  ConDetalle& operator=(const ConDetalle&) = delete;
+
+ private:
+  std::string antes_;
+};
+const std::string& DetalleActual();
 
 // How LookupFields look a key up: runs the statement and gives the first column of the first row as text, nothing when
 // there is no row. Set by the component at start-up.

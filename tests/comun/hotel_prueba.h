@@ -14,6 +14,7 @@
 
 #include "availability/frmDisponibilidad.h"
 #include "host/standalone/anfitrion.h"
+#include "host/standalone/postgres.h"
 #include "platform/com/error.h"
 #include "publico/publico.h"
 #include "reservation/frmKV207.h"
@@ -47,7 +48,10 @@ class ConexionVigilada : public ado::Connection {
   bool LeeConjuntos() const override { return real_->LeeConjuntos(); }
 
   // Fails once, with the description "falla inyectada".
-  void Falla(std::string texto) { falla_ = std::move(texto); }
+  void Falla(std::string texto, int numero = com::error::kInyectada) {
+    falla_ = std::move(texto);
+    numero_ = numero;
+  }
   std::vector<std::string> sentencias;
 
  private:
@@ -55,16 +59,17 @@ class ConexionVigilada : public ado::Connection {
     sentencias.push_back(texto);
     if (falla_.empty() || texto.find(falla_) == std::string::npos) return;
     falla_.clear();
-    throw com::Error(com::error::kInyectada, "falla inyectada", texto);
+    throw com::Error(numero_, "falla inyectada", texto);
   }
 
   ado::ConnectionPtr real_;
   std::string falla_;
+  int numero_ = com::error::kInyectada;
 };
 
 class HotelPrueba : public ::testing::Test {
  protected:
-  // ruta: the database's file.
+  // ruta: the database's file, or its address.
   explicit HotelPrueba(const std::string& ruta = ":memory:") : host(Opciones(ruta)), tablero(), pantalla(tablero) {
     host.RegistraClases();
     publico::Arranca();
@@ -144,7 +149,7 @@ class HotelPrueba : public ::testing::Test {
  private:
   static autonomo::Opciones Opciones(const std::string& ruta) {
     autonomo::Opciones opciones;
-    opciones.base.ruta = ruta;
+    (autonomo::EsDireccion(ruta) ? opciones.base.conexion : opciones.base.ruta) = ruta;
     opciones.usuario = "MARTHA";
     opciones.ahora = com::FechaDe(2026, 3, 9, 10, 30);
     return opciones;

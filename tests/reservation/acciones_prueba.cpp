@@ -1,6 +1,9 @@
 // Toolbar actions of the reservation screen.
 #include <gtest/gtest.h>
 
+#include <tuple>
+#include <utility>
+
 #include "tests/comun/hotel_prueba.h"
 
 namespace {
@@ -70,6 +73,28 @@ TEST_F(Acciones, AFailingRollBackIsTriedAgainAndHidesNothing) {
   ASSERT_EQ(escritorio.Ids(), std::vector<std::string>{"ERR-ID:7500025"});
   EXPECT_EQ(escritorio.Mensajes()[0].texto, "falla inyectada");
   EXPECT_FALSE(host.conexion()->EnTransaccion());
+}
+
+TEST_F(Acciones, AFailureBehindAChangeOfStateSaysThatItIsDone) {
+  InsertaReservacion("0000000077", {"0101"});
+  for (const auto& [accion, id, hecho, estado] :
+       {std::tuple{Accion::Confirmar, "ERR-ID:7500024", "confirmada", "CO"},
+        std::tuple{Accion::Eliminar, "ERR-ID:7500025", "cancelada", "CA"},
+        std::tuple{Accion::Reactivar, "ERR-ID:7500029", "reactivada", "AC"}}) {
+    Carga("77");
+    escritorio.Olvida();
+    if (accion == Accion::Confirmar) escritorio.Responde("ERR-ID:7500052", controles::kCancelar);
+    // What clears the screen behind the commit.
+    const auto alCambiar = std::exchange(pantalla.txtReferencia.Change,
+                                         [] { throw com::Error(com::error::kInyectada, "falla inyectada"); });
+    Pulsa(accion);
+    pantalla.txtReferencia.Change = alCambiar;
+    ASSERT_EQ(escritorio.Ids().back(), id);
+    EXPECT_EQ(escritorio.Mensajes().back().texto, "falla inyectada");
+    EXPECT_EQ(escritorio.Mensajes().back().detalle, std::string("La reservación 0000000077 ya quedó ") + hecho + ".");
+    EXPECT_EQ(Celda("SELECT Es_Cve_Estado FROM Reservacion"), estado);
+    Pulsa(Accion::Limpiar);
+  }
 }
 
 TEST_F(Acciones, ARefusedConfirmationThatCannotBeRolledBackIsAFailure) {

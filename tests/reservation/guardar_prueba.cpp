@@ -38,6 +38,7 @@ class Guardar : public pruebas::RenglonesPrueba {
     escritorio.Olvida();
     Pulsa(Accion::Aceptar);
     EXPECT_EQ(Vistos(escritorio), cajas);
+    EXPECT_EQ(escritorio.Mensajes().back().detalle, "");
     EXPECT_TRUE(pantalla.Controles.EnEdicion());
     EXPECT_FALSE(host.conexion()->EnTransaccion());
     EXPECT_EQ(Contenido(), antes);
@@ -183,8 +184,20 @@ TEST_F(Guardar, AFailureAfterTheCommitIsReportedAndTheReservationStays) {
   Pulsa(Accion::Aceptar);
   EXPECT_EQ(Vistos(escritorio), (Cajas{kCajaPregunta, "ERR-ID:7500021|16|Controles_Aceptar()|Sin impresora"}));
   EXPECT_EQ(Celda("SELECT COUNT(*) FROM Reservacion"), "1");
+  EXPECT_EQ(escritorio.Mensajes()[1].detalle, "La reservación 0000000001 ya quedó guardada.");
   EXPECT_EQ(Cuantas("RollbackTrans"), 0);
   EXPECT_FALSE(pantalla.Controles.EnEdicion()) << "it cannot be saved twice";
+
+  // A commit that nobody answered.
+  Nueva();
+  Linea("0102", 2);
+  conexion->Falla("CommitTrans", com::error::kEnDuda);
+  escritorio.Olvida();
+  Pulsa(Accion::Aceptar);
+  EXPECT_EQ(escritorio.Ids(), Cajas{"ERR-ID:7500021"});
+  EXPECT_EQ(escritorio.Mensajes()[0].detalle,
+            "La reservación 0000000002 puede haber quedado guardada: búsquela antes de repetirlo.");
+  EXPECT_TRUE(pantalla.Controles.EnEdicion());
 }
 
 }  // namespace

@@ -22,6 +22,8 @@ using Cajas = std::vector<std::string>;
 // A clerk at the room-line grid.
 class RenglonesPrueba : public HotelPrueba {
  protected:
+  using HotelPrueba::HotelPrueba;
+
   controles::Grid& grid() { return pantalla.ssReservaciones; }
   bool Ve(int fila, const char* columna) { return grid().VaA(fila, grid().IndiceColumna(columna)); }
   // Goes to a cell, types and leaves it; false when the screen held the clerk.
