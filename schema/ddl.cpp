@@ -117,6 +117,9 @@ std::vector<Objeto> Objetos(Motor motor) {
                  "LANGUAGE sql IMMUTABLE STRICT AS $$SELECT format('%s%s', $1, $2)::bpchar$$"});
     o.push_back({Objeto::Clase::Otro, "||",
                  "CREATE OPERATOR || (LEFTARG = bpchar, RIGHTARG = bpchar, FUNCTION = suma_textos)"});
+    // The last transaction that a session committed, while it is open (host/standalone/postgres.cpp).
+    o.push_back({Objeto::Clase::Otro, "Transaccion_Hecha",
+                 "CREATE TABLE Transaccion_Hecha (Th_Sesion text PRIMARY KEY, Th_Cuenta integer NOT NULL)"});
     o.push_back({Objeto::Clase::Otro, "Esquema_Version",
                  "CREATE TABLE Esquema_Version (Ev_Version integer NOT NULL, Ev_Fecha timestamp(0) NOT NULL)"});
   }

@@ -1,6 +1,7 @@
 #include "host/standalone/postgres.h"
 
 #include <chrono>
+#include <random>
 #include <thread>
 #include <unordered_map>
 
@@ -25,6 +26,16 @@ constexpr std::size_t kPlantillas = 256;
 constexpr std::string_view kPlanViejo = "0A000";
 // And the beginning of what it says when it ends the session itself.
 constexpr std::string_view kSeVa = "57P";
+constexpr const char* kNumero = "SELECT pg_current_xact_id_if_assigned()";
+
+std::string MarcaNueva() {
+  std::random_device azar;
+  std::string marca;
+  for (int i = 0; i < 4; ++i) {
+    for (auto palabra = azar(); palabra != 0; palabra /= 16) marca += "0123456789abcdef"[palabra % 16];
+  }
+  return marca;
+}
 
 struct Preparada {
   std::string nombre, texto;
@@ -36,7 +47,12 @@ struct Preparada {
 class ConexionPostgres final : public ConexionDeMotor {
  public:
   ConexionPostgres(const OpcionesConexion& opciones, const Reloj& reloj)
-      : reloj_(reloj), leeConjuntos_(opciones.leeConjuntos), esperaMs_(opciones.esperaMs), sesion_(opciones) {}
+      : reloj_(reloj),
+        leeConjuntos_(opciones.leeConjuntos),
+        esperaMs_(opciones.esperaMs),
+        sesion_(opciones),
+        marca_(MarcaNueva()) {}
+  ~ConexionPostgres() override;
 
   ado::RecordsetPtr Execute(const ado::TextoSQL& sentencia) override {
     sentencia.Verifica();
@@ -78,8 +94,16 @@ class ConexionPostgres final : public ConexionDeMotor {
   Resultado Corre(Preparada& p, const Valores& valores, std::string_view original);
   bool Envia(Paso paso, const Preparada& p, const Valores& valores);
   void Recibe(Paso paso, const PGresult* r);
+  // A transaction that wrote: the server's number of it, and the one that this session leaves in Transaccion_Hecha.
+  struct Escrita {
+    std::string numero;
+    int cuenta = 0;
+  };
+  enum class Final { Quedo, NoQuedo, EnCurso };
+  void AnotaNumero(const PGresult* r);
+  std::string Cierre();
   void AveriguaElFinal();
-  std::string FinalDe(const std::string& transaccion);
+  Final FinalDe(const Escrita& transaccion);
 
   const Reloj& reloj_;
   bool leeConjuntos_;
@@ -89,21 +113,23 @@ class ConexionPostgres final : public ConexionDeMotor {
   std::size_t nombres_ = 0;
   Partida partida_;
   bool enTransaccion_ = false;
-  bool porComenzar_ = false;  // the begin goes with the first statement
-  std::string numero_;        // the server's number of the open transaction, once it has written
-  std::string enDuda_;        // number of one whose commit nobody answered
+  bool porComenzar_ = false;       // the begin goes with the first statement
+  std::string numero_;             // the server's number of the open transaction, once it has written
+  const std::string marca_;        // of this session, in Transaccion_Hecha
+  int cuenta_ = 0;                 // transactions that it has tried to commit
+  std::optional<Escrita> enDuda_;  // one whose commit nobody answered
 };
 
 // Before a statement goes out. A connection that broke is made again, unless a transaction was under way in it.
 void ConexionPostgres::Asegura(std::string_view sentencia) {
   if (Dentro()) {
-    if (!sesion_.Viva()) throw ErrorDePerdida(sentencia);
+    if (!sesion_.Viva()) throw ErrorDePerdida(sentencia, true);
     return;
   }
   if (!sesion_.Viva()) sesion_.Conecta();
-  if (enDuda_.empty() || com::Mayusculas(std::string(sentencia.substr(0, 6))) == "SELECT") return;
-  const bool quedo = FinalDe(enDuda_) == "committed";
-  enDuda_.clear();
+  if (!enDuda_ || com::Mayusculas(std::string(sentencia.substr(0, 6))) == "SELECT") return;
+  const bool quedo = FinalDe(*enDuda_) == Final::Quedo;
+  enDuda_.reset();
   if (quedo)
     throw com::Error(kBaseDatos,
                      "La conexión con el servidor volvió, y lo último que aceptó antes de perderla sí quedó guardado: "
@@ -200,7 +226,7 @@ bool ConexionPostgres::Envia(Paso paso, const Preparada& p, const Valores& valor
     case Paso::Libera:
       return orden("RELEASE SAVEPOINT sentencia");
     case Paso::Numero:
-      return orden("SELECT pg_current_xact_id_if_assigned()");
+      return orden(kNumero);
   }
   return false;
 }
@@ -208,7 +234,11 @@ bool ConexionPostgres::Envia(Paso paso, const Preparada& p, const Valores& valor
 // A step that went well.
 void ConexionPostgres::Recibe(Paso paso, const PGresult* r) {
   if (paso == Paso::Comienza) porComenzar_ = false;
-  if (paso == Paso::Numero && PQntuples(r) == 1) numero_ = PQgetvalue(r, 0, 0);
+  if (paso == Paso::Numero) AnotaNumero(r);
+}
+
+void ConexionPostgres::AnotaNumero(const PGresult* r) {
+  if (PQntuples(r) == 1) numero_ = PQgetvalue(r, 0, 0);
 }
 
 Resultado ConexionPostgres::Corre(Preparada& p, const Valores& valores, std::string_view original) {
@@ -241,9 +271,9 @@ Resultado ConexionPostgres::Corre(Preparada& p, const Valores& valores, std::str
   }
   if (enviado) PQclear(PQgetResult(c));  // the synchronisation
   PQexitPipelineMode(c);
-  if (!enviado || PQstatus(c) != CONNECTION_OK) throw ErrorDePerdida(original);
+  if (!enviado || PQstatus(c) != CONNECTION_OK) throw ErrorDePerdida(original, enTransaccion_);
   if (falla == nullptr) return filas;
-  if (CodigoDe(falla.get()).starts_with(kSeVa)) throw ErrorDePerdida(original);
+  if (CodigoDe(falla.get()).starts_with(kSeVa)) throw ErrorDePerdida(original, enTransaccion_);
   if (Dentro()) sesion_.Corre("ROLLBACK TO SAVEPOINT sentencia; RELEASE SAVEPOINT sentencia");
   // One that was prepared just now has no old plan: the server means something else.
   if (CodigoDe(falla.get()) == kPlanViejo && deAntes) {
@@ -277,6 +307,7 @@ ado::RecordsetPtr ConexionPostgres::CorreTal(const std::string& texto) {
     const Resultado r = sesion_.Corre(texto, {});
     if (enTransaccion_ && abierta()) sesion_.Corre("RELEASE SAVEPOINT sentencia");
     enTransaccion_ = abierta();
+    if (enTransaccion_ && numero_.empty()) AnotaNumero(sesion_.Corre(kNumero).get());
     std::shared_ptr<const ado::Recordset::Columnas> columnas;
     return Filas(r.get(), columnas, texto);
   } catch (const com::Error&) {
@@ -299,7 +330,7 @@ void ConexionPostgres::CommitTrans() {
   if (Dentro()) {
     registro::Mide("COMMIT", [&] {
       Asegura("COMMIT");
-      const Resultado r(PQexec(sesion_.manija(), "COMMIT"));
+      const Resultado r(PQexec(sesion_.manija(), Cierre().c_str()));
       if (PQstatus(sesion_.manija()) != CONNECTION_OK) return AveriguaElFinal();
       if (PQresultStatus(r.get()) != PGRES_COMMAND_OK) throw ErrorPostgres(r.get(), "COMMIT");
       if (std::string_view(PQcmdStatus(r.get())) == "COMMIT") return;
@@ -310,37 +341,60 @@ void ConexionPostgres::CommitTrans() {
   if (alTerminarTransaccion) alTerminarTransaccion(true);
 }
 
+// The commit. A transaction that wrote leaves its mark, by which a commit that nobody answers is asked after: the
+// number that the server gave it does not do, since a server that dies gives again what did not reach its disk.
+std::string ConexionPostgres::Cierre() {
+  if (numero_.empty()) return "COMMIT";
+  const std::string cuenta = std::to_string(++cuenta_);
+  return "INSERT INTO Transaccion_Hecha (Th_Sesion, Th_Cuenta) VALUES ('" + marca_ + "', " + cuenta +
+         ") ON CONFLICT (Th_Sesion) DO UPDATE SET Th_Cuenta = " + cuenta + "; COMMIT";
+}
+
+// Nobody asks after it any more.
+ConexionPostgres::~ConexionPostgres() {
+  if (cuenta_ == 0 || enDuda_ || enTransaccion_ || !sesion_.Viva()) return;
+  PQclear(PQexec(sesion_.manija(), ("DELETE FROM Transaccion_Hecha WHERE Th_Sesion = '" + marca_ + "'").c_str()));
+}
+
 // The server went away before it answered the commit: asks it how the transaction ended. Returns when it was committed.
 void ConexionPostgres::AveriguaElFinal() {
   using std::chrono::steady_clock;
   if (numero_.empty()) return;  // it wrote nothing
   const auto limite = steady_clock::now() + std::chrono::milliseconds(esperaMs_);
-  for (std::string final; steady_clock::now() < limite; std::this_thread::sleep_for(std::chrono::milliseconds(100))) {
+  const Escrita ultima{numero_, cuenta_};
+  for (Final final{}; steady_clock::now() < limite; std::this_thread::sleep_for(std::chrono::milliseconds(100))) {
     try {
       if (!sesion_.Viva()) sesion_.Conecta();
-      final = FinalDe(numero_);
+      final = FinalDe(ultima);
     } catch (const com::Error&) {  // not back yet
       continue;
     }
-    if (final == "committed") return;
-    if (final == "aborted") throw ErrorDePerdida("COMMIT");
+    if (final == Final::Quedo) return;
+    if (final == Final::NoQuedo) throw ErrorDePerdida("COMMIT", true);
   }
-  enDuda_ = numero_;
-  throw com::Error(kBaseDatos,
+  enDuda_ = ultima;
+  throw com::Error(com::error::kEnDuda,
                    "Se perdió la conexión con el servidor de la base de datos mientras terminaba de guardar, y todavía "
                    "no se sabe si quedó guardado. Cuando el servidor vuelva, búsquelo antes de capturarlo otra vez",
                    "COMMIT");
 }
 
-// "committed", "aborted" or "in progress". One that the server has never heard of did not reach its disk.
-std::string ConexionPostgres::FinalDe(const std::string& transaccion) {
-  try {
-    const Resultado r = sesion_.Corre("SELECT pg_xact_status($1::xid8)", {transaccion.c_str()});
-    return PQgetvalue(r.get(), 0, 0);
-  } catch (const com::Error&) {
-    if (PQstatus(sesion_.manija()) != CONNECTION_OK) throw;
-    return "aborted";
-  }
+// One that is under way no more has left its mark, or was undone.
+ConexionPostgres::Final ConexionPostgres::FinalDe(const Escrita& transaccion) {
+  const auto estado = [&]() -> std::string {
+    try {
+      const Resultado r = sesion_.Corre("SELECT pg_xact_status($1::xid8)", {transaccion.numero.c_str()});
+      return PQgetvalue(r.get(), 0, 0);
+    } catch (const com::Error&) {  // the server has never heard of it
+      if (PQstatus(sesion_.manija()) != CONNECTION_OK) throw;
+      return {};
+    }
+  };
+  if (estado() == "in progress") return Final::EnCurso;
+  const std::string cuenta = std::to_string(transaccion.cuenta);
+  const Resultado marca = sesion_.Corre("SELECT FROM Transaccion_Hecha WHERE Th_Sesion = $1 AND Th_Cuenta = $2",
+                                        {marca_.c_str(), cuenta.c_str()});
+  return PQntuples(marca.get()) == 1 ? Final::Quedo : Final::NoQuedo;
 }
 
 void ConexionPostgres::RollbackTrans() {

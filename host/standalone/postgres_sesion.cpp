@@ -80,10 +80,11 @@ bool EsDireccion(std::string_view texto) {
 
 void RevisaDireccion(const std::string& direccion) { LeeDireccion(direccion); }
 
-com::Error ErrorDePerdida(std::string_view sentencia) {
+com::Error ErrorDePerdida(std::string_view sentencia, bool enTransaccion) {
+  const char* guardado = enTransaccion ? "No se guardó nada: lo capturado sigue en la pantalla; vuelva" : "Vuelva";
   return {kBaseDatos,
-          "Se perdió la conexión con el servidor de la base de datos. No se guardó nada: lo capturado sigue en la "
-          "pantalla; vuelva a intentarlo en un momento",
+          std::string("Se perdió la conexión con el servidor de la base de datos. ") + guardado +
+              " a intentarlo en un momento",
           std::string(sentencia)};
 }
 
@@ -163,7 +164,7 @@ bool SesionPostgres::Viva() {
 
 Resultado SesionPostgres::Revisa(PGresult* resultado, const std::string& sql) {
   Resultado r(resultado);
-  if (PQstatus(c_.get()) != CONNECTION_OK) throw ErrorDePerdida(sql);
+  if (PQstatus(c_.get()) != CONNECTION_OK) throw ErrorDePerdida(sql, false);
   const auto estado = PQresultStatus(r.get());
   if (estado != PGRES_COMMAND_OK && estado != PGRES_TUPLES_OK) throw ErrorPostgres(r.get(), sql);
   return r;
@@ -263,7 +264,7 @@ int SesionPostgres::Version() {
 // Of two programs that meet at an empty database the second finds the schema made.
 void SesionPostgres::PreparaEsquema() {
   if (Version() == esquema::kVersion) return PoneGuardas();
-  Corre("BEGIN; SELECT pg_advisory_xact_lock(207, 0)");
+  Corre("BEGIN; SET LOCAL lock_timeout = '1min'; SELECT pg_advisory_xact_lock(207, 0)");
   try {
     const int tiene = Version();
     if (tiene > esquema::kVersion)

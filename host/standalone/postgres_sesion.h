@@ -60,7 +60,7 @@ class SesionPostgres {
   int cual_ = 0;
 };
 
-// The error of a statement whose connection was lost under it.
-com::Error ErrorDePerdida(std::string_view sentencia);
+// The error of a statement whose connection was lost under it; enTransaccion: and with it what was under way.
+com::Error ErrorDePerdida(std::string_view sentencia, bool enTransaccion);
 
 }  // namespace autonomo

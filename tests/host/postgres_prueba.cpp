@@ -107,6 +107,12 @@ TEST_F(CorteDePostgres, SeAveriguaSiQuedoGuardado) {
   EXPECT_EQ(Monedas(), "a");
   EXPECT_TRUE(Dice(guarda("b", Puente::Lado::Servidor), "No se guardó nada"));
   EXPECT_EQ(Monedas(), "a");
+  // Also when the translator had no part in what it wrote.
+  c->BeginTrans();
+  c->Directa("INSERT INTO Moneda (Mn_Cve_Moneda) SELECT 'z' FROM generate_series(1, 1)");
+  puente.Corta("COMMIT", Puente::Lado::Servidor);
+  EXPECT_TRUE(Dice(ErrorDe([&] { c->CommitTrans(); }), "No se guardó nada"));
+  c->RollbackTrans();
   // The server stays away: whether it was stored is told when it is back, before anything is stored twice.
   c->BeginTrans();
   Moneda(*c, "c");
@@ -185,6 +191,38 @@ TEST_F(ChoquesDePostgres, DosQueSeEsperanTerminanLosDos) {
   b.join();
   EXPECT_EQ(Uno(*c, "SELECT COUNT(*) FROM Reservacion_Detalle"), std::to_string(4 * kRondas));
   EXPECT_NE(EnPostgres(ruta, "SELECT deadlocks FROM pg_stat_database WHERE datname = current_database()"), "0");
+}
+
+// The one that is undone was checked against what the other has changed by then: its second run is checked anew.
+TEST_F(ChoquesDePostgres, LaSegundaVueltaDeUnaVictimaSeRevisa) {
+  Encabeza(*c, "77");
+  Vende(*c, "77", "0101", "2026-03-12");
+  Moneda(*c, "X");
+  ado::TextoSQL carga;
+  carga.Agrega(
+      "SELECT Reservacion.*, Reservacion_Detalle.* FROM Reservacion INNER JOIN Reservacion_Detalle "
+      "ON Reservacion_Detalle.Rs_Folio = Reservacion.Rs_Folio WHERE Reservacion.Rs_Folio = '?'",
+      {"77"});
+  c->Execute(carga);
+  c->BeginTrans();
+  EXPECT_EQ(c->CambioAjeno("77"), "");
+  c->Consulta("UPDATE Reservacion SET Rs_Notas = ? WHERE Rs_Folio = ?", {"de A", "77"});
+  // The other one never looks for a deadlock, so that it is not the victim.
+  std::thread otra([&] {
+    EnPostgres(ruta,
+               "SET deadlock_timeout = '10min'; BEGIN; UPDATE Moneda SET Mn_Descripcion = 'B'; "
+               "UPDATE Reservacion SET Rs_Notas = 'de B' WHERE Rs_Folio = '77'; COMMIT");
+  });
+  while (EnPostgres(ruta,
+                    "SELECT COUNT(*) FROM pg_stat_activity "
+                    "WHERE datname = current_database() AND wait_event_type = 'Lock'") == "0") {
+  }
+  const auto e = ErrorDe([&] { c->Execute("UPDATE Moneda SET Mn_Descripcion = 'A'"); });
+  EXPECT_TRUE(e.Numero() == kOcupada && Dice(e, "Otro programa guardó al mismo tiempo")) << e.Descripcion();
+  otra.join();
+  if (e.Numero() == 0) c->CommitTrans();
+  if (c->EnTransaccion()) c->RollbackTrans();
+  EXPECT_EQ(EnPostgres(ruta, "SELECT Rs_Notas || Mn_Descripcion FROM Reservacion, Moneda"), "de BB");
 }
 
 TEST_F(ChoquesDePostgres, UnTrabajoDeUnoALaVez) {
