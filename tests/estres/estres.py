@@ -51,7 +51,9 @@ ESPERADOS = [
     r"La reservación especificada no existe",
     r"Otro programa guardó al mismo tiempo",
 ]
-NO_SE_SABE = r"no se sabe si"
+NO_SE_SABE = r"no se sabe si|puede haber quedado"
+# Behind the commit: what a box says below its text.
+YA_QUEDO = r"La reservación (\d+) ya quedó (guardada|confirmada|cancelada|reactivada)"
 
 
 class Muerto(Exception):
@@ -70,6 +72,8 @@ class Empleado(threading.Thread):
         # mark or (folio, log text) -> what the clerk knows of it
         self.marcas, self.estados, self.dicho = {}, collections.Counter(), []
         self.respuestas = {}
+        # number of the mark -> folio that a failure behind the commit told
+        self.folios, self.tras_guardar = {}, 0
         self.mensajes, self.hechas = collections.Counter(), collections.Counter()
 
     # --- the process
@@ -136,11 +140,17 @@ class Empleado(threading.Thread):
             self.prueba.demora = 0.9 * self.prueba.demora + 0.12 * (time.monotonic() - inicio)
         if not respuesta["ok"]:
             return False
-        textos = [f"{m['id']} {m['texto']}" for m in respuesta["mensajes"] if not re.match(PREGUNTAS, m["texto"])]
+        textos = [f"{m['id']} {m['texto']} {m.get('detalle', '')}" for m in respuesta["mensajes"]
+                  if not re.match(PREGUNTAS, m["texto"])]
         self.dicho = textos
         if any(re.search(NO_SE_SABE, t) for t in textos):
             return None
-        return not textos
+        if quedo := re.search(YA_QUEDO, " ".join(textos)):
+            if "No se guardó nada" in " ".join(textos):
+                raise AssertionError(textos)
+            self.tras_guardar += 1
+            self.folios[self.cuenta] = quedo[1]
+        return not textos or quedo is not None
 
     # --- what a clerk does
 
@@ -201,6 +211,7 @@ class Empleado(threading.Thread):
         controles = self.valor("Controles")
         if not controles[permiso[accion]] or (accion == "confirmar" and controles["TituloConfirmar"] != "Confirmar"):
             return
+        self.cuenta += 1
         resultado = self.decide(f"accion {accion}")
         self.estados[folio, LLEVA[accion], resultado] += 1
         self.hechas[accion, resultado] += 1
@@ -354,6 +365,9 @@ class Prueba:
             for marca, resultado in e.marcas.items():
                 if resultado is not None and donde[marca] != resultado or donde[marca] > 1:
                     fallas.append(f"{marca}: told {resultado}, stored {donde[marca]} times: {e.respuestas[marca]}")
+                folio = e.folios.get(int(re.search(r"-(\d+):", marca)[1]))
+                if folio and marca not in reservas.get(folio, ("", []))[1]:
+                    fallas.append(f"{marca}: told that it is stored as {folio}, and is not there")
         fallas += [f"nobody's: {m}" for m in donde.keys() - {m for e in empleados for m in e.marcas}]
         fallas += self.revisa_bitacora(empleados, reservas)
 
@@ -430,6 +444,7 @@ def main():
         print(f"{clase}: {hechas[clase, True]} stored, {hechas[clase, False]} refused, {hechas[clase, None]} cut short")
     for clase, veces in prueba.oidos.most_common():
         print(f"{veces:6} messages like {clase}")
+    print(f"{sum(e.tras_guardar for e in empleados)} failures behind a commit")
     print(f"{len(prueba.reservas)} reservations, {opciones.muertes - prueba.mata} clerks killed, "
           f"{opciones.apagones} times the server, {tiempo:.1f} s, {len(fallas)} faults")
     print("\n".join(fallas))
