@@ -20,7 +20,7 @@ constexpr int kHorizonte = 75;         // days ahead that reservations are for
 const std::regex& Previstos() {
   static const std::regex previstos(
       "[^]*(falla inyectada|Comilla sin cerrar|No hay tipo de cambio|está deshabilitad|"
-      "ya está reservada la noche|no tiene precio|No hay tarifa)[^]*");
+      "ya está reservada la noche|no tiene precio|No hay tarifa|no tiene dirección de correo)[^]*");
   return previstos;
 }
 
