@@ -210,14 +210,19 @@ struct Dialecto {
   bool ordenaPorLlaves;
   // Put after a function's value where it is compared: it has no column's collation.
   std::string_view comparaTexto, comparaFecha;
+  // A table of rows of all years whose INNER JOIN keeps the written order. The embedded engine knows nothing of how
+  // many rows a range of dates has: it would look up every stay that a room ever had, rather than those of the night.
+  std::string_view juntaEnOrden;
 };
 
-constexpr Dialecto kSqlite{&Funcion::sqlite, "?", "||", "LIKE", "", true, false, false, " COLLATE ESPANOL",
-                           " COLLATE FECHA"};
+constexpr Dialecto kSqlite{
+    &Funcion::sqlite,  "?", "||", "LIKE", "", true, false, false, " COLLATE ESPANOL", " COLLATE FECHA",
+    "CHECK_IN_DETALLE"};
 constexpr Dialecto kPostgres{&Funcion::postgres, "CAST(? AS timestamp)", "||", "ILIKE",
                              // The columns' collation knows no LIKE; and the backslash is a character like others.
-                             " COLLATE \"es-x-icu\" ESCAPE ''", true, false, true, "::bpchar", ""};
-constexpr Dialecto kSqlServer{&Funcion::sqlServer, "CAST(? AS datetime)", "+", "LIKE", "", false, true, false, "", ""};
+                             " COLLATE \"es-x-icu\" ESCAPE ''", true, false, true, "::bpchar", "", ""};
+constexpr Dialecto kSqlServer{
+    &Funcion::sqlServer, "CAST(? AS datetime)", "+", "LIKE", "", false, true, false, "", "", ""};
 
 const Dialecto& DialectoDe(Motor motor) {
   switch (motor) {
@@ -484,6 +489,8 @@ class Traductor {
                           f_[i].texto);
     }
     if (palabra.texto == "TOP") return CambiaTop(i);
+    if (palabra.texto == "INNER" && Es(i + 2, Clase::Nombre) && f_[i + 2].texto == d_.juntaEnOrden)
+      Cambia(f_[i].inicio, f_[i].fin, "CROSS");
     if (palabra.texto == "LIKE" && d_.like != "LIKE") CambiaLike(i);
     if (i == 0 && !d_.omiteFromInto) {
       if (palabra.texto == "DELETE" && Es(1, Clase::Nombre)) Cambia(f_[0].fin, f_[0].fin, " FROM");

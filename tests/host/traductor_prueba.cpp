@@ -77,6 +77,10 @@ const std::vector<Caso> kCasos{
     {"DELETE Reservacion WHERE Rs_Referencia LIKE 'x%'", "DELETE FROM Reservacion WHERE Rs_Referencia LIKE 'x%'",
      "DELETE FROM Reservacion WHERE Rs_Referencia ILIKE 'x%' COLLATE \"es-x-icu\" ESCAPE ''",
      "DELETE Reservacion WHERE Rs_Referencia LIKE 'x%'"},
+    {"SELECT COUNT(*) FROM Check_In C Inner Join Check_In_Detalle D ON D.Ci_Folio = C.Ci_Folio",
+     "SELECT COUNT(*) FROM Check_In C CROSS Join Check_In_Detalle D ON D.Ci_Folio = C.Ci_Folio",
+     "SELECT COUNT(*) FROM Check_In C Inner Join Check_In_Detalle D ON D.Ci_Folio = C.Ci_Folio",
+     "SELECT COUNT(*) FROM Check_In C Inner Join Check_In_Detalle D ON D.Ci_Folio = C.Ci_Folio"},
     {"insert Parametro(Pm_Clave) values('a')", "insert INTO Parametro(Pm_Clave) values('a')",
      "insert INTO Parametro(Pm_Clave) values('a')", "insert Parametro(Pm_Clave) values('a')"},
 };
