@@ -20,6 +20,17 @@ namespace vista {
 
 namespace {
 
+// Whether the failure that is being handled refuses a value that somebody gave, and says why.
+bool EsDatoRechazado() {
+  try {
+    throw;
+  } catch (const com::Error& e) {
+    return e.Numero() == com::error::kArgumento;
+  } catch (...) {
+    return false;
+  }
+}
+
 // A failure with a cell half typed comes from what was typed: it stays there to be mended, or taken back.
 void ExplicaCelda(const controles::Formulario& formulario, controles::CajaMensaje& caja) {
   const auto* grid = controles::Como<controles::Grid>(formulario.foco());
@@ -58,8 +69,9 @@ EscritorioQt::EscritorioQt() {
   FijaAvisadorDeFallas([this](const QString& descripcion) {
     controles::CajaMensaje caja;
     caja.texto = descripcion.toStdString();
-    caja.estilo = 16;
-    caja.titulo = "Error inesperado";
+    const bool rechazo = EsDatoRechazado();
+    caja.estilo = rechazo ? 48 : 16;
+    caja.titulo = rechazo ? "Dato no válido" : "Error inesperado";
     if (!abiertas_.empty()) ExplicaCelda(*abiertas_.back(), caja);
     Mensaje(caja);
   });
