@@ -411,7 +411,8 @@ void Mono::RevisaTodo() {
 void Mono::RevisaTotal(const std::string& folio) {
   const auto* campo = controles::Como<controles::LookupField>(piezas_.componente.formulario().Busca("txtTotal"));
   const double mostrado = com::CDbl(campo->valor()), guardado = Total(*piezas_.anfitrion.conexion(), folio);
-  if (std::abs(mostrado - guardado) > 0.005) {
+  // A price may have more digits than a number keeps cents of.
+  if (std::abs(mostrado - guardado) > 0.005 + 1e-12 * guardado) {
     Acusa(folio + " shows a total of " + campo->text() + " and holds " + std::to_string(guardado));
   }
   ++cuentas_["totals compared"];
