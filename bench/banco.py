@@ -53,6 +53,7 @@ class Servidor:
                 for fila in c.execute(f"SELECT {columnas} FROM {tabla}"):
                     psql.stdin.write("\t".join(map(como_copia, fila)) + "\n")
                 psql.stdin.write("\\.\n")
+        psql.stdin.write(SIGUE_NUMERANDO)
         # The nights that are sold, from the parameter's guard; their constraint is built faster at once.
         una = "CONSTRAINT Noche_Vendida_Una_Vez"
         psql.stdin.write(f"""SET session_replication_role = origin;
@@ -65,6 +66,15 @@ class Servidor:
         if psql.wait() != 0:
             raise SystemExit(f"{archivo} could not be carried over")
         return self.direccion(base)
+
+
+# Numbers that the server assigns go on behind those that came with the rows.
+SIGUE_NUMERANDO = """DO $$ DECLARE c record; BEGIN
+  FOR c IN SELECT table_name t, column_name n FROM information_schema.columns WHERE is_identity = 'YES' LOOP
+    EXECUTE format('SELECT setval(pg_get_serial_sequence(%L, %L), COALESCE(MAX(%I), 0) + 1) FROM %I', c.t, c.n, c.n, c.t);
+  END LOOP;
+END $$;
+"""
 
 
 def como_copia(valor):

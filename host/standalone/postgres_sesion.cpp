@@ -145,7 +145,10 @@ void SesionPostgres::Enlaza() {
   PQsetNoticeReceiver(
       c_.get(), [](void*, const PGresult*) {}, nullptr);
   ++cual_;
-  Corre("SET lock_timeout = " + std::to_string(opciones_.esperaMs) + "; SET datestyle = 'ISO, YMD'");
+  // A plan for any values takes a state for a third of the rows and a range of dates for all of history: after a few
+  // runs of a prepared statement the server would go over to it.
+  Corre("SET lock_timeout = " + std::to_string(opciones_.esperaMs) +
+        "; SET datestyle = 'ISO, YMD'; SET plan_cache_mode = force_custom_plan");
 }
 
 void SesionPostgres::Conecta() {
