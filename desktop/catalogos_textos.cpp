@@ -3,6 +3,7 @@
 
 #include "desktop/catalogos.h"
 #include "host/standalone/correo.h"
+#include "host/standalone/hotel_nuevo.h"
 #include "platform/com/error.h"
 #include "platform/regional/regional.h"
 #include "schema/esquema.h"
@@ -42,16 +43,14 @@ std::string RevisaNumero(const CampoCatalogo& campo, double numero, double escri
   return {};
 }
 
-// "16" or "16 %" as 0.16. Below 1 it must say so: who writes 0.16 means 16 %.
-std::string LeePorCiento(const std::string& titulo, std::string texto, com::Variant& valor) {
-  const bool conSigno = texto.ends_with('%');
-  if (conSigno) texto = com::Recorta(std::string_view(texto).substr(0, texto.size() - 1));
-  const double porciento = com::CDbl(texto);
-  if (!conSigno && porciento > 0 && porciento < 1)
-    return "«" + titulo + "» va en por ciento: 16 es 16 %; si es menor que uno, escríbalo con el signo: " + texto +
-           " %";
-  valor = porciento / 100;
-  return {};
+// "16" or "16 %" as 0.16.
+std::string LeePorCiento(const std::string& titulo, const std::string& texto, com::Variant& valor) {
+  try {
+    valor = autonomo::LeePorCiento(titulo, texto);
+    return {};
+  } catch (const com::Error& e) {
+    return e.Descripcion();
+  }
 }
 
 // Reads one typed text; a reason when it cannot be.

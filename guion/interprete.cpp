@@ -58,6 +58,8 @@ const std::vector<Interprete::DatosOrden>& Interprete::Ordenes() {
        &Interprete::Muestra},
       {"lista", 1, 7, "lista bitacora|correos [folio FOLIO] [usuario LOGIN] [dia AAAA-MM-DD]", &Interprete::Lista},
       {"reenvia", 1, 1, "reenvia CORREO", &Interprete::Reenvia},
+      {"hotel", 1, 8, "hotel nombre|sucursal|moneda|divisa|impuesto|precios|tipo|usuario VALOR… | crea | olvida",
+       &Interprete::Hotel},
       {"hoy", 0, 2, "hoy [lista NOMBRE | busca TEXTO | abre FILA]", &Interprete::Hoy},
       {"cuadro", 2, 4, "cuadro DESDE NOCHES | cuadro abre HABITACION NOCHE | cuadro reserva HABITACION LLEGADA SALIDA",
        &Interprete::Cuadro},

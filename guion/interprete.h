@@ -14,6 +14,7 @@
 #include "guion/manos.h"
 #include "guion/respuestas.h"
 #include "guion/vigilados.h"
+#include "host/standalone/hotel_nuevo.h"
 #include "recepcion/borrador.h"
 
 namespace guion {
@@ -113,6 +114,8 @@ class Interprete {
   void Muestra(const Palabras& p);
   void Lista(const Palabras& p);
   void Reenvia(const Palabras& p);
+  // --- ordenes_hotel.cpp: a hotel from nothing
+  void Hotel(const Palabras& p);
   // --- ordenes_recepcion.cpp: the front desk around the screens
   void Hoy(const Palabras& p);
   void Cuadro(const Palabras& p);
@@ -140,6 +143,7 @@ class Interprete {
   int fallidas_ = 0;
   int modales_ = 0;
   Respuesta actual_;
+  autonomo::HotelNuevo hotelNuevo_;
   recepcion::Hoy hoy_;
   recepcion::Cuadro cuadro_;
   recepcion::Cotizacion cotizacion_;

@@ -4,6 +4,7 @@
 
 #include "guion/interprete.h"
 #include "guion/muestra.h"
+#include "guion/muestra_hotel.h"
 #include "guion/muestra_recepcion.h"
 #include "guion/usable.h"
 #include "platform/com/error.h"
@@ -212,6 +213,8 @@ Json Interprete::ValorDe(const std::string& que) {
   if (que == "llamadas") return piezas_.vigilancia.TomaLlamadas();
   if (que == "sentencias") return piezas_.vigilancia.TomaSentencias();
   if (auto registro = MuestraRegistro(piezas_.anfitrion, que)) return *std::move(registro);
+  if (que == "hotel") return MuestraHotel(hotelNuevo_, autonomo::SinHotel(*piezas_.anfitrion.conexion()));
+  if (que == "pendientes") return MuestraPendientes(autonomo::Pendientes(piezas_.anfitrion));
   if (que == "hoy") return MuestraHoy(DiaALaVista());
   if (que == "cotizacion") return MuestraCotizacion(cotizacion_);
   if (que == "cuadro") return MuestraCuadro(CuadroALaVista());

@@ -10,6 +10,7 @@
 #include "platform/com/fecha.h"
 #include "platform/com/variant.h"
 #include "schema/esquema.h"
+#include "schema/textos.h"
 
 namespace esquema {
 
@@ -236,6 +237,7 @@ class Hotel {
 void Hotel::Configuracion() {
   constexpr std::pair<const char*, const char*> kParametros[] = {
       {parametro::kNombreHotel.clave, "Hotel Mirador de la Bahía"},
+      {parametro::kDemostracion.clave, "1"},
       {parametro::kMayusculas.clave, "0"},
       {parametro::kMonedaLocal.clave, "MXN"},
       {parametro::kSobreventa.clave, "0"},
@@ -271,22 +273,11 @@ void Hotel::Configuracion() {
 }
 
 void Hotel::Textos() {
-  Fila("Plantilla (Pt_Cve_Plantilla, Pt_Asunto, Pt_Cuerpo, Pt_Formato)",
-       {Lit("PL16"), Lit("Su reservación {folio}"),
-        Lit("Estimado(a) {huesped}:\n\nRecibimos su reservación {folio}.\n\nLlegada: {llegada}\nSalida: {salida} "
-            "({noches} noches)\nHabitaciones: {habitaciones}\nTotal: {total} {moneda}\n\n{hotel}\n"),
-        Lit("HT0001")});
-  Fila("Plantilla (Pt_Cve_Plantilla, Pt_Asunto, Pt_Cuerpo, Pt_Formato)",
-       {Lit("PL17"), Lit("Reservación {folio} confirmada"),
-        Lit("Estimado(a) {huesped}:\n\nSu reservación {folio} está confirmada. Lo esperamos el {llegada}.\n\n"
-            "Habitaciones: {habitaciones}\nTotal: {total} {moneda}\n\n{hotel}\n"),
-        Lit("HT0001")});
+  constexpr std::string_view kPlantilla = "Plantilla (Pt_Cve_Plantilla, Pt_Asunto, Pt_Cuerpo, Pt_Formato)";
+  Fila(kPlantilla, {Lit("PL16"), Lit(kAsuntoReservacion), Lit(kCuerpoReservacion), Lit("HT0001")});
+  Fila(kPlantilla, {Lit("PL17"), Lit(kAsuntoConfirmada), Lit(kCuerpoConfirmada), Lit("HT0001")});
   Fila("Formato (Fm_Cve_Formato, Fm_Descripcion, Fm_Contenido)",
-       {Lit("HT0001"), Lit("Carta de la reservación"),
-        Lit("{hotel}\n{titulo}\n\nFolio: {folio}   Estado: {estado}   Captura: {captura}\n"
-            "Huésped: {huesped}\nCliente: {cliente}\nLlegada: {llegada}   Salida: {salida}   Noches: {noches}\n\n"
-            "{renglones}\n\nSubtotal: {subtotal}\nImpuestos: {impuestos}\nTotal: {total} "
-            "{moneda}\n\n{notas_rotuladas}\n")});
+       {Lit("HT0001"), Lit("Carta de la reservación"), Lit(kCarta)});
 }
 
 void Hotel::Catalogos() {

@@ -40,6 +40,7 @@ inline constexpr Parametro kConsultaConfirmada{"PL_MAIL_RESERVACION_HOTEL_CONFIR
                                                "RESERVACION_EMAIL_CONFIRMADA"};
 // Read by the host alone.
 inline constexpr Parametro kNombreHotel{"HT_NOMBRE", "T", "Hotel"};
+inline constexpr Parametro kDemostracion{"HT_DEMOSTRACION", "B", "0"};
 inline constexpr Parametro kFormatoFolio{"HT_FORMATO_FOLIO", "T", "0000000000"};
 inline constexpr Parametro kRespaldoCarpeta{"HT_RESPALDO_CARPETA", "T", "respaldos"};
 inline constexpr Parametro kRespaldoDias{"HT_RESPALDO_DIAS", "N", "14"};

@@ -93,6 +93,7 @@ std::optional<Documento> LeeDocumento(Conexion& conexion, const std::string& fol
   if (rs->Eof()) return std::nullopt;
   Documento d;
   d.hotel = ValorParametro(conexion, anfitrion::parametro::kNombreHotel.clave);
+  if (EsDemo(conexion)) d.hotel += " (DEMO)";
   d.folio = Texto(*rs, "Rs_Folio");
   d.estado = Texto(*rs, "Es_Cve_Estado");
   d.captura = Fecha(*rs, "Rs_Fecha");

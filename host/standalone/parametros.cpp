@@ -20,6 +20,7 @@ using enum TipoParametro;
 const std::vector<DefinicionParametro>& Parametros() {
   static const std::vector<DefinicionParametro> parametros{
       {parametro::kNombreHotel, Texto, "Nombre del hotel en las confirmaciones y los correos"},
+      {parametro::kDemostracion, SiNo, "Es un hotel para practicar: las ventanas y las confirmaciones dicen DEMO"},
       {parametro::kMonedaLocal, Texto, "Clave de la moneda local; su tipo de cambio es 1"},
       {parametro::kSucursal, Texto, "Sucursal que propone una reservación nueva"},
       {parametro::kSobreventa, SiNo, "Permite reservar una noche que ya está reservada"},
@@ -157,6 +158,12 @@ bool EsMonedaLocal(Conexion& conexion, const std::string& moneda) {
   const std::string clave = com::Recorta(moneda);
   return !clave.empty() &&
          com::IgualSinCaja(clave, com::Recorta(ValorParametro(conexion, parametro::kMonedaLocal.clave)));
+}
+
+bool EsDemo(Conexion& conexion) {
+  const std::string valor = ValorParametro(conexion, parametro::kDemostracion.clave);
+  const DefinicionParametro* definicion = BuscaParametro(parametro::kDemostracion.clave);
+  return MotivoIlegible(*definicion, valor).empty() && !com::Recorta(valor).empty() && com::CBool(valor);
 }
 
 std::string MascaraDeFolio(Conexion& conexion) { return ValorParametro(conexion, parametro::kFormatoFolio.clave); }

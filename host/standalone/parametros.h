@@ -50,6 +50,8 @@ void OlvidaParametro(Conexion& conexion, const std::string& clave);
 
 // Whether it is the currency of parameter FIN_MONEDA_LOCAL; false for an empty key.
 bool EsMonedaLocal(Conexion& conexion, const std::string& moneda);
+// Whether the hotel is there to practise in (parameter HT_DEMOSTRACION).
+bool EsDemo(Conexion& conexion);
 // Zero-fill mask of folios.
 std::string MascaraDeFolio(Conexion& conexion);
 
