@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "guion/archivos.h"
+#include "guion/habitaciones_csv.h"
 #include "guion/opciones.h"
 #include "host/standalone/cambio_llave.h"
 #include "host/standalone/llave.h"
@@ -36,6 +37,9 @@ constexpr const char* kUso =
     "  crea HOTEL         hotel nuevo, vacío y sin sobreventa\n"
     "  demo HOTEL [--ahora FECHA]\n"
     "                     hotel de demostración, alrededor de hoy o de la fecha AAAA-MM-DD\n"
+    "  habitaciones HOTEL ARCHIVO.csv\n"
+    "                     agrega las habitaciones del archivo, todas o ninguna; sus columnas son\n"
+    "                     habitacion,descripcion,tipo,grupo,area\n"
     "  revisa HOTEL       busca daños y lo que no cuadra\n"
     "  copia HOTEL DESTINO\n"
     "                     pasa el hotel a otra base, vacía, y compara cada renglón. Mientras, nadie captura\n"
@@ -123,6 +127,18 @@ int Demo(const Palabras& palabras, const guion::Argumentos& argumentos) {
   }
   const autonomo::Anfitrion anfitrion(opciones);
   std::cout << "Hotel de demostración en " << palabras[0] << '\n';
+  return kTodoBien;
+}
+
+int Habitaciones(const Palabras& palabras, const guion::Argumentos&) {
+  const auto conexion = autonomo::AbreConexion(Existente(palabras[0]), kReloj);
+  const guion::AltaHabitaciones alta = guion::RevisaHabitaciones(*conexion, palabras[1]);
+  if (!alta.malas.empty()) {
+    std::cerr << guion::Dice(alta) << "\nNo se agregó ninguna habitación\n";
+    return kConFallas;
+  }
+  guion::GuardaHabitaciones(*conexion, alta);
+  std::cout << "Agregadas: " << guion::Dice(alta) << '\n';
   return kTodoBien;
 }
 
@@ -332,7 +348,7 @@ struct Orden {
 constexpr Orden kOrdenes[] = {
     {"crea", 1, 1, true, Crea},     {"demo", 1, 1, false, Demo},      {"revisa", 1, 1, true, Revisa},
     {"copia", 2, 2, false, Copia},  {"usuario", 2, 2, true, Usuario}, {"respalda", 1, 2, true, Respalda},
-    {"repone", 1, 2, true, Repone}, {"clave", 1, 1, false, Clave},
+    {"repone", 1, 2, true, Repone}, {"clave", 1, 1, false, Clave},    {"habitaciones", 2, 2, true, Habitaciones},
 };
 
 const Orden& BuscaOrden(const Palabras& sueltos) {

@@ -67,15 +67,6 @@ std::vector<std::string> Palabras(std::string_view texto) {
   return palabras;
 }
 
-void RevisaClave(const std::string& clave) {
-  if (com::LargoUtf8(clave) > esquema::kLargoClave) {
-    Error("La habitación «" + clave + "» lleva más de " + std::to_string(esquema::kLargoClave) + " caracteres");
-  }
-  if (clave.find_first_of("'%\"") != std::string::npos) {
-    Error("La habitación «" + clave + "» no puede llevar comillas ni el signo %");
-  }
-}
-
 void AgregaRango(const std::string& palabra, std::size_t raya, std::vector<std::string>& claves) {
   const std::string de = palabra.substr(0, raya), a = palabra.substr(raya + 1);
   const Numerada primera = Divide(de), ultima = Divide(a);
@@ -100,15 +91,10 @@ void AgregaRango(const std::string& palabra, std::size_t raya, std::vector<std::
 
 std::string Texto(const std::string& texto) { return com::Recorta(texto); }
 
-void RevisaLargo(const char* titulo, const std::string& texto) {
-  if (com::LargoUtf8(texto) <= esquema::kLargoTexto) return;
-  Error("«" + std::string(titulo) + "» admite " + std::to_string(esquema::kLargoTexto) + " caracteres");
-}
-
 std::string Obligado(const char* titulo, const std::string& texto) {
   std::string recortado = Texto(texto);
   if (recortado.empty()) Error("Falta «" + std::string(titulo) + "»");
-  RevisaLargo(titulo, recortado);
+  if (const std::string motivo = MotivoNombre(titulo, recortado); !motivo.empty()) Error(motivo);
   return recortado;
 }
 
@@ -455,10 +441,23 @@ std::vector<std::string> HabitacionesDe(std::string_view texto) {
   }
   std::set<std::string> vistas;
   for (const std::string& clave : claves) {
-    RevisaClave(clave);
+    if (const std::string motivo = MotivoHabitacion(clave); !motivo.empty()) Error(motivo);
     if (!vistas.insert(clave).second) Error("La habitación " + clave + " se repite");
   }
   return claves;
+}
+
+std::string MotivoHabitacion(const std::string& clave) {
+  if (com::LargoUtf8(clave) > esquema::kLargoClave) {
+    return "La habitación «" + clave + "» lleva más de " + std::to_string(esquema::kLargoClave) + " caracteres";
+  }
+  if (clave.find_first_of("'%\"") == std::string::npos) return {};
+  return "La habitación «" + clave + "» no puede llevar comillas ni el signo %";
+}
+
+std::string MotivoNombre(std::string_view titulo, const std::string& texto) {
+  if (com::LargoUtf8(texto) <= esquema::kLargoTexto) return {};
+  return "«" + std::string(titulo) + "» admite " + std::to_string(esquema::kLargoTexto) + " caracteres";
 }
 
 std::string PisoDe(std::string_view habitacion) {

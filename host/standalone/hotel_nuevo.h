@@ -47,6 +47,10 @@ std::optional<Reparo> Revisa(const HotelNuevo& hotel, ParteHotel parte);
 // cannot look up, or more than kHabitacionesMaximas.
 inline constexpr int kHabitacionesMaximas = 5000;
 std::vector<std::string> HabitacionesDe(std::string_view texto);
+// Why a room cannot have that key; "" it can.
+std::string MotivoHabitacion(const std::string& clave);
+// Why a name is too long for its column; "" it is not.
+std::string MotivoNombre(std::string_view titulo, const std::string& texto);
 // The floor that a room's number tells ("Piso 1" for 101, "Piso 12" for 1204); "General" for one that tells none.
 std::string PisoDe(std::string_view habitacion);
 

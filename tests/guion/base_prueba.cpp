@@ -92,6 +92,30 @@ TEST_F(Base, CreaDemoCopiaYRevisa) {
   EXPECT_EQ(Di({"revisa", hotel}).estado, 0);
 }
 
+// All rows of the file or none; each bad one is told with its line.
+TEST_F(Base, TraeHabitacionesDeUnArchivo) {
+  EXPECT_EQ(Di({"demo", hotel}).estado, 0);
+  const std::string columnas = "habitacion,descripcion,tipo,grupo,area\n", cuantas = "SELECT COUNT(*) FROM Habitacion";
+  const std::string antes = Sql(hotel, cuantas).at(0);
+  Salida s =
+      Di({"habitaciones", hotel,
+          carpeta.Escribe("malas.csv", columnas + "401,Mirador,doble,,\n101,,1,,\n,,1,,\n402,\n403,,9,,\n401,,1,,\n")});
+  EXPECT_EQ(s.estado, 1);
+  for (const char* motivo : {"línea 3: la habitación 0101 ya existe", "línea 4: falta habitacion", "línea 5: no tiene",
+                             "línea 6: no existe el tipo «9»", "línea 7: la habitación 0401 se repite"}) {
+    EXPECT_NE(s.errores.find(motivo), std::string::npos) << s.errores;
+  }
+  EXPECT_EQ(Di({"habitaciones", hotel, carpeta.Escribe("otro.csv", "habitacion,tipo\n401,1\n")}).estado, 1);
+  EXPECT_EQ(Sql(hotel, cuantas).at(0), antes);
+  s = Di({"habitaciones", hotel, carpeta.Escribe("buenas.csv", columnas + "401,Mirador,doble,Mar,Azotea\n402,,1,,\n")});
+  EXPECT_EQ(s.estado, 0) << s.errores;
+  EXPECT_EQ(Sql(hotel,
+                "SELECT Ah_Descripcion FROM Habitacion H INNER JOIN Area_Habitacion A ON "
+                "A.Ah_Cve_Area_Habitacion = H.Ah_Cve_Area_Habitacion WHERE Hb_Cve_Habitacion > '0400' ORDER BY "
+                "Hb_Cve_Habitacion"),
+            (std::vector<std::string>{"Azotea", "General"}));
+}
+
 TEST_F(Base, CopiaDeIdaYVueltaPorPostgres) {
   const char* servidor = std::getenv("KV207_POSTGRES");
   ASSERT_NE(servidor, nullptr);
