@@ -146,29 +146,6 @@ std::string PideAcceso(autonomo::Conexion& conexion, const std::string& usuario)
   return propio;
 }
 
-void OfreceAdministrador(autonomo::Anfitrion& anfitrion, QWidget* padre) {
-  Editor editor(QStringLiteral("Hotel nuevo"), padre);
-  AgregaContrasena(
-      editor,
-      QStringLiteral("¿Quién administra este hotel? Con un usuario y su contraseña se entra desde ahora, y "
-                     "los demás se dan de alta en la configuración. Con Cancelar el hotel queda sin "
-                     "contraseñas; se pueden poner después."),
-      {}, {});
-  std::string clave;
-  editor.guarda = [&](const std::vector<std::string>& textos) -> std::optional<Editor::Rechazo> {
-    if (textos[2].empty()) return Editor::Rechazo{"Falta la contraseña", 2};
-    if (textos[2] != textos[3]) return Editor::Rechazo{"Las dos contraseñas no son iguales", 3};
-    clave = com::Recorta(textos[0]);
-    std::vector<std::string> derechos;
-    for (const autonomo::Derecho& d : autonomo::Derechos()) {
-      if (std::string_view(d.opcion) != anfitrion::permiso::kTipoCambio) derechos.emplace_back(d.opcion);
-    }
-    autonomo::GuardaUsuario(*anfitrion.conexion(), {clave, textos[1]}, textos[2], derechos);
-    return std::nullopt;
-  };
-  if (editor.Edita()) anfitrion.usuario(clave);
-}
-
 // --- Bloqueo
 
 Bloqueo::Bloqueo(autonomo::Anfitrion& anfitrion, const autonomo::OpcionesConexion& base, int ms,

@@ -1,4 +1,4 @@
-// Who works here, where users have passwords: the login, the assistant of a new hotel, the locked screen.
+// Who works here, where users have passwords: the login, the locked screen.
 #pragma once
 
 #include <QDialog>
@@ -42,9 +42,6 @@ class DialogoAcceso : public QDialog {
 
 // The login when the program opens; usuario: what stands there first. SinAcceso when it is refused.
 std::string PideAcceso(autonomo::Conexion& conexion, const std::string& usuario);
-// A new hotel's first user, who administers it and works on in it; nothing is made when the hotel is to have no
-// passwords.
-void OfreceAdministrador(autonomo::Anfitrion& anfitrion, QWidget* padre);
 
 // Covers the windows after a time without work and asks for the password; what is being captured stays as it is.
 class Bloqueo : public QObject {

@@ -39,26 +39,57 @@ class FechasPropias : public QIdentityProxyModel {
   }
 };
 
-}  // namespace
+struct Peticion {
+  QString titulo, filtro, sufijo, carpeta;
+  QString nombre;  // proposed, with its ending; of a file to be made
+};
+
+QString CarpetaDeDocumentos() {
+  const QString documentos = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  return QDir(documentos).exists() ? documentos : QDir::homePath();
+}
 
 // The desktop environment's dialog is not asked: it looks into files too.
-QString PreguntaRutaPdf(const QString& titulo, const QString& nombre, QWidget* padre) {
+QString Pregunta(const Peticion& peticion, bool guarda, QWidget* padre) {
   IconosPorNombre iconos;
   // The dialog lists a folder as soon as it is made, before it can be told of the icons: it begins in one without
   // files.
   const QTemporaryDir vacia;
-  QFileDialog dialogo(padre, titulo, vacia.path(), QStringLiteral("Documentos PDF (*.pdf)"));
+  QFileDialog dialogo(padre, peticion.titulo, vacia.path(), peticion.filtro);
   dialogo.setOption(QFileDialog::DontUseNativeDialog);
   dialogo.setIconProvider(&iconos);
   dialogo.setProxyModel(new FechasPropias(&dialogo));
-  dialogo.setAcceptMode(QFileDialog::AcceptSave);
-  dialogo.setDefaultSuffix(QStringLiteral("pdf"));
-  const QString documentos = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-  dialogo.setDirectory(QDir(documentos).exists() ? documentos : QDir::homePath());
-  dialogo.selectFile(nombre + QStringLiteral(".pdf"));
+  dialogo.setAcceptMode(guarda ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  dialogo.setFileMode(guarda ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  dialogo.setDefaultSuffix(peticion.sufijo);
+  dialogo.setDirectory(peticion.carpeta);
+  if (!peticion.nombre.isEmpty()) dialogo.selectFile(peticion.nombre);
   if (Atiende(dialogo) != QDialog::Accepted || dialogo.selectedFiles().isEmpty()) return {};
-  const QString ruta = dialogo.selectedFiles().constFirst();
-  return ruta.endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive) ? ruta : ruta + QStringLiteral(".pdf");
+  return dialogo.selectedFiles().constFirst();
+}
+
+}  // namespace
+
+QString PreguntaRutaPdf(const QString& titulo, const QString& nombre, QWidget* padre) {
+  const QString ruta = Pregunta({titulo, QStringLiteral("Documentos PDF (*.pdf)"), QStringLiteral("pdf"),
+                                 CarpetaDeDocumentos(), nombre + QStringLiteral(".pdf")},
+                                true, padre);
+  return ruta.isEmpty() || ruta.endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive) ? ruta
+                                                                                      : ruta + QStringLiteral(".pdf");
+}
+
+QString PreguntaRutaHotel(bool nuevo, const QString& carpeta, QWidget* padre) {
+  return Pregunta({nuevo ? QStringLiteral("Archivo del hotel nuevo") : QStringLiteral("Archivo del hotel"),
+                   QStringLiteral("Hoteles (*.db)"),
+                   QStringLiteral("db"),
+                   carpeta,
+                   {}},
+                  nuevo, padre);
+}
+
+QString PreguntaRutaCsv(const QString& titulo, QWidget* padre) {
+  return Pregunta({titulo, QStringLiteral("Archivos CSV (*.csv);;Todos (*)"), {}, CarpetaDeDocumentos(), {}}, false,
+                  padre);
 }
 
 }  // namespace vista

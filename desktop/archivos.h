@@ -11,4 +11,9 @@ namespace vista {
 // nombre: proposed file name, without the ending.
 QString PreguntaRutaPdf(const QString& titulo, const QString& nombre, QWidget* padre);
 
+// The same for a hotel's file, to be opened or made; carpeta: where the list begins.
+QString PreguntaRutaHotel(bool nuevo, const QString& carpeta, QWidget* padre);
+// The same for a CSV file to be read.
+QString PreguntaRutaCsv(const QString& titulo, QWidget* padre);
+
 }  // namespace vista

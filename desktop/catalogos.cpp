@@ -136,6 +136,13 @@ std::vector<const Catalogo*> CatalogosDe(std::string_view codigo) {
   return catalogos;
 }
 
+std::string_view PantallaDe(std::string_view tabla) {
+  for (const Pantalla& p : Pantallas()) {
+    if (std::ranges::find(p.tablas, tabla) != p.tablas.end()) return p.codigo;
+  }
+  return "CONFIG";
+}
+
 const Catalogo* BuscaCatalogo(std::string_view tabla) {
   const auto& todos = Catalogos();
   const auto c = std::find_if(todos.begin(), todos.end(), [&](const Catalogo& k) { return k.tabla == tabla; });

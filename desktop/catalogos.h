@@ -45,6 +45,8 @@ const std::vector<Catalogo>& Catalogos();
 // "CONFIG" set-up of the hotel); none for another code.
 std::vector<const Catalogo*> CatalogosDe(std::string_view codigo);
 const Catalogo* BuscaCatalogo(std::string_view tabla);
+// The screen code behind which a table is edited; "CONFIG" for what is no catalogue (parameters, users).
+std::string_view PantallaDe(std::string_view tabla);
 
 // A row: one value for each field, in order, then whether it is withdrawn.
 struct FilaCatalogo {

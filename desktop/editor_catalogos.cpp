@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 #include <map>
 
+#include "desktop/archivos.h"
 #include "desktop/catalogos.h"
 #include "desktop/dialogos.h"
 #include "desktop/estilo.h"
@@ -18,6 +19,7 @@
 #include "desktop/iconos.h"
 #include "desktop/tablas.h"
 #include "desktop/vista.h"
+#include "guion/habitaciones_csv.h"
 #include "platform/com/error.h"
 
 namespace vista {
@@ -178,6 +180,10 @@ class Lista : public QWidget {
     QPushButton* nuevo = boton(QStringLiteral("&Nuevo"), "nuevo", QStringLiteral("nuevo"));
     edita_ = boton(QStringLiteral("&Editar"), "editar", QStringLiteral("editar"));
     retira_ = boton(QStringLiteral("&Quitar"), "eliminar", QStringLiteral("quitar"));
+    if (catalogo.tabla == "Habitacion") {
+      connect(boton(QStringLiteral("&Traer de un archivo…"), "registro", QStringLiteral("traer")),
+              &QPushButton::clicked, this, [this] { TraeHabitaciones(); });
+    }
     botones->addStretch();
     caja->addWidget(lista_);
     caja->addLayout(botones);
@@ -251,6 +257,39 @@ class Lista : public QWidget {
     if (f < lista_->tabla()->rowCount()) lista_->tabla()->selectRow(f);
   }
 
+  // Rooms in bulk: what would come is shown before, and what cannot.
+  void TraeHabitaciones() {
+    const QString ruta =
+        PreguntaRutaCsv(QStringLiteral("Habitaciones: habitacion,descripcion,tipo,grupo,area"), window());
+    if (ruta.isEmpty()) return;
+    try {
+      const guion::AltaHabitaciones alta = guion::RevisaHabitaciones(conexion_, ruta.toStdString());
+      if (!alta.malas.empty()) {
+        MuestraMalas(alta);
+      } else if (Confirma("¿Desea agregar " + guion::Dice(alta) + "?", 292, window())) {
+        guion::GuardaHabitaciones(conexion_, alta);
+      }
+    } catch (const com::Error& e) {
+      Avisa(e.Descripcion(), 48, window());
+    }
+    Carga();
+  }
+
+  void MuestraMalas(const guion::AltaHabitaciones& alta) {
+    Ficha ficha(QStringLiteral("Renglones que no se pueden agregar"), window());
+    ficha.setObjectName(QStringLiteral("malas"));
+    ficha.Titula(QStringLiteral("No se agregó ninguna habitación"));
+    auto* tabla = CreaTabla({QStringLiteral("Línea"), QStringLiteral("Por qué")}, &ficha);
+    for (const guion::LineaMala& mala : alta.malas) {
+      AgregaFila(tabla, {QString::number(mala.linea), Q(mala.motivo)}, false, {0});
+    }
+    tabla->resizeColumnsToContents();
+    ficha.caja()->addWidget(tabla);
+    ficha.Termina();
+    AjustaAPantalla(ficha, {560, 360});
+    Atiende(ficha);
+  }
+
   void RetiraActual() {
     const int f = lista_->Actual();
     if (f < 0) return;
@@ -286,7 +325,8 @@ std::string CapturaNueva(autonomo::Conexion& conexion, const Catalogo& catalogo,
   return EditaFila(conexion, catalogo, nullptr, padre, {SiguienteClave(conexion, catalogo), nombre}).value_or("");
 }
 
-void AbreCatalogos(autonomo::Conexion& conexion, const std::string& codigo, QWidget* padre) {
+void AbreCatalogos(autonomo::Conexion& conexion, const std::string& codigo, QWidget* padre,
+                   const HojaInicial& inicial) {
   const auto catalogos = CatalogosDe(codigo);
   if (catalogos.empty()) return;
   const bool configuracion = codigo == "CONFIG";
@@ -296,11 +336,17 @@ void AbreCatalogos(autonomo::Conexion& conexion, const std::string& codigo, QWid
     ficha.caja()->addWidget(new Lista(conexion, *catalogos.front(), &ficha));
   } else {
     auto* hojas = new QTabWidget(&ficha);
+    const auto agrega = [&](QWidget* hoja, const QString& titulo, std::string_view tabla) {
+      hojas->addTab(hoja, titulo);
+      if (tabla == inicial.tabla) hojas->setCurrentWidget(hoja);
+    };
     if (configuracion) {
-      hojas->addTab(new HojaParametros(conexion, hojas), QStringLiteral("Parámetros"));
-      hojas->addTab(new HojaUsuarios(conexion, hojas), QStringLiteral("Usuarios"));
+      auto* parametros = new HojaParametros(conexion, hojas);
+      agrega(parametros, QStringLiteral("Parámetros"), "Parametro");
+      parametros->Elige(inicial.parametro);
+      agrega(new HojaUsuarios(conexion, hojas), QStringLiteral("Usuarios"), "Usuario");
     }
-    for (const Catalogo* c : catalogos) hojas->addTab(new Lista(conexion, *c, hojas), Q(c->titulo));
+    for (const Catalogo* c : catalogos) agrega(new Lista(conexion, *c, hojas), Q(c->titulo), c->tabla);
     ficha.caja()->addWidget(hojas);
     hojas->currentWidget()->setFocus();
   }

@@ -41,8 +41,13 @@ class Editor : public QDialog {
   std::vector<Entrada> entradas_;
 };
 
+// The sheet that a catalogues' dialog begins with: a table, "Parametro" or "Usuario"; of the parameters a key.
+struct HojaInicial {
+  std::string tabla, parametro;
+};
 // The list-and-edit dialog of the catalogues behind a screen code; of "CONFIG" the parameters come first.
-void AbreCatalogos(autonomo::Conexion& conexion, const std::string& codigo, QWidget* padre);
+void AbreCatalogos(autonomo::Conexion& conexion, const std::string& codigo, QWidget* padre,
+                   const HojaInicial& inicial = {});
 
 // Editor of a new row with the next key and that name; its key, "" when nothing was stored.
 std::string CapturaNueva(autonomo::Conexion& conexion, const Catalogo& catalogo, const std::string& nombre,

@@ -127,6 +127,15 @@ void HojaParametros::Carga() {
   lista_->Filtra();
 }
 
+void HojaParametros::Elige(const std::string& clave) {
+  QTableWidget* tabla = lista_->tabla();
+  for (int f = 0; f < tabla->rowCount(); ++f) {
+    if (tabla->item(f, 0)->text() != Q(clave)) continue;
+    tabla->selectRow(f);
+    tabla->scrollToItem(tabla->item(f, 0));
+  }
+}
+
 std::string HojaParametros::Clave() const {
   const int f = lista_->Actual();
   return f < 0 ? std::string() : lista_->tabla()->item(f, 0)->text().toStdString();

@@ -17,6 +17,8 @@ class TablaFiltrada;
 class HojaParametros : public QWidget {
  public:
   HojaParametros(autonomo::Conexion& conexion, QWidget* padre);
+  // Chooses the row of a key; nothing for one that is not there.
+  void Elige(const std::string& clave);
 
  private:
   void Carga();

@@ -43,18 +43,18 @@ QString Nombres(const std::vector<std::string>& derechos) {
   return nombres.join(QStringLiteral(", "));
 }
 
-}  // namespace
-
-void AgregaContrasena(Editor& editor, const QString& explicacion, const autonomo::Usuario& usuario,
-                      const QString& ayuda) {
+// User, name, password and the password again, in this order; a stored user's key stays.
+void AgregaContrasena(Editor& editor, const autonomo::Usuario& usuario, const QString& ayuda) {
   const Entrada clave = EntradaTexto(Q(usuario.clave), {}, false, &editor);
   clave.widget->setEnabled(usuario.clave.empty());
-  editor.Agrega(QStringLiteral("Usuario"), QStringLiteral("Us_Cve_Usuario"), clave, explicacion);
+  editor.Agrega(QStringLiteral("Usuario"), QStringLiteral("Us_Cve_Usuario"), clave);
   editor.Agrega(QStringLiteral("Nombre"), QStringLiteral("Us_Nombre"),
                 EntradaTexto(Q(usuario.nombre), {}, false, &editor));
   editor.Agrega(QStringLiteral("Contraseña"), QStringLiteral("contrasena"), EntradaContrasena(ayuda, &editor));
   editor.Agrega(QStringLiteral("Otra vez"), QStringLiteral("otra_vez"), EntradaContrasena(ayuda, &editor));
 }
+
+}  // namespace
 
 HojaUsuarios::HojaUsuarios(autonomo::Conexion& conexion, QWidget* padre)
     : QWidget(padre),
@@ -107,7 +107,7 @@ void HojaUsuarios::EditaActual() {
 void HojaUsuarios::Edita(const autonomo::Usuario& usuario) {
   const bool nuevo = usuario.clave.empty();
   Editor editor(nuevo ? QStringLiteral("Usuarios · Nuevo") : Q("Usuarios · " + usuario.clave), window());
-  AgregaContrasena(editor, {}, usuario, nuevo ? QString() : QStringLiteral("vacía: la que tiene"));
+  AgregaContrasena(editor, usuario, nuevo ? QString() : QStringLiteral("vacía: la que tiene"));
   const auto tiene = autonomo::DerechosDe(conexion_, usuario.clave);
   for (const autonomo::Derecho& d : autonomo::Derechos()) {
     editor.Agrega(QString::fromUtf8(d.nombre), QString::fromUtf8(d.opcion),

@@ -10,12 +10,7 @@ class QPushButton;
 
 namespace vista {
 
-class Editor;
 class TablaFiltrada;
-
-// Adds user, name, password and the password again to an editor, in this order; usuario: whose, with a key that stays.
-void AgregaContrasena(Editor& editor, const QString& explicacion, const autonomo::Usuario& usuario,
-                      const QString& ayuda);
 
 class HojaUsuarios : public QWidget {
  public:

@@ -111,9 +111,9 @@ void MuestraPrecios(autonomo::Conexion& conexion, com::Fecha noche, QWidget* pad
   ficha.exec();
 }
 
-void AbreConfiguracion(autonomo::Anfitrion& anfitrion, QWidget* padre) {
+void AbreConfiguracion(autonomo::Anfitrion& anfitrion, QWidget* padre, const HojaInicial& hoja) {
   if (autonomo::PuedeConfigurar(*anfitrion.conexion(), anfitrion.usuario())) {
-    return AbreCatalogos(*anfitrion.conexion(), "CONFIG", padre);
+    return AbreCatalogos(*anfitrion.conexion(), "CONFIG", padre, hoja);
   }
   Avisa("El usuario " + anfitrion.usuario() + " no puede abrir la configuración.\r\nPida el permiso " +
             autonomo::kPermisoConfiguracion + " a quien lo tenga.",

@@ -4,6 +4,7 @@
 #include <QString>
 #include <string>
 
+#include "desktop/editor_catalogos.h"
 #include "host/standalone/anfitrion.h"
 
 class QWidget;
@@ -18,7 +19,7 @@ void RegistraPantallas(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion)
 // Search dialog over the stored reservations, the last to arrive first; the chosen folio, "" when cancelled.
 std::string BuscaReservacion(autonomo::Conexion& conexion, EscritorioQt& escritorio);
 // The configuration, for a user who has the right; says so to another.
-void AbreConfiguracion(autonomo::Anfitrion& anfitrion, QWidget* padre);
+void AbreConfiguracion(autonomo::Anfitrion& anfitrion, QWidget* padre, const HojaInicial& hoja = {});
 // A client's data and reservations.
 void MuestraCliente(autonomo::Conexion& conexion, const std::string& clave, QWidget* padre);
 // What a night in each room type costs.

@@ -14,6 +14,8 @@
 #include <vector>
 
 #include "desktop/acceso.h"
+#include "desktop/ajustes.h"
+#include "desktop/asistente.h"
 #include "desktop/catalogos.h"
 #include "desktop/despues.h"
 #include "desktop/dialogos.h"
@@ -22,6 +24,8 @@
 #include "desktop/escritorio_qt.h"
 #include "desktop/fechas.h"
 #include "desktop/guarda.h"
+#include "desktop/guia.h"
+#include "desktop/hoteles.h"
 #include "desktop/idioma.h"
 #include "desktop/impresion.h"
 #include "desktop/manos_qt.h"
@@ -30,6 +34,7 @@
 #include "desktop/preguntas.h"
 #include "desktop/reparto.h"
 #include "desktop/senales.h"
+#include "desktop/ventana_pendientes.h"
 #include "desktop/vigia.h"
 #include "desktop/vista.h"
 #include "guion/componente.h"
@@ -39,7 +44,10 @@
 #include "guion/vigilados.h"
 #include "host/standalone/busquedas.h"
 #include "host/standalone/documento.h"
+#include "host/standalone/hotel_nuevo.h"
 #include "host/standalone/parametros.h"
+#include "host/standalone/permisos.h"
+#include "host/standalone/postgres.h"
 #include "host/standalone/registro.h"
 #include "host/standalone/respaldo_diario.h"
 #include "host/standalone/usuarios.h"
@@ -56,8 +64,9 @@ constexpr const char* kUso =
     "Uso: reservas [--base RUTA.db | --conexion DIRECCION] [--demo] [--ahora AAAA-MM-DDTHH:MM[:SS]] [--usuario LOGIN]\n"
     "              [--por-celda] [--tema claro|oscuro|sistema] [--guion GUION] [--registro ARCHIVO]\n"
     "\n"
-    "  --base RUTA.db     base SQLite; se crea vacía si no existe. Sin ella se usa la base del usuario,\n"
-    "                     que la primera vez se llena con el hotel de demostración\n"
+    "  --base RUTA.db     base SQLite; se crea vacía si no existe. Sin ella se abre el último hotel que se eligió en "
+    "el\n"
+    "                     menú, o la base del usuario, que la primera vez se llena con el hotel de demostración\n"
     "  --conexion DIRECCION  base PostgreSQL, postgresql://usuario@servidor/base; la contraseña sale de ~/.pgpass,\n"
     "                     PGPASSWORD o un servicio, o se pide\n"
     "  --demo             llena una base vacía con el hotel de demostración\n"
@@ -72,8 +81,9 @@ constexpr const char* kUso =
     "  --version          versión, motor, esquema y base\n"
     "  -h, --help, --ayuda  esta ayuda\n";
 
-// Exit status of a session after which another user logs in.
+// Exit status of a session after which another one begins: another user's, or at another hotel.
 constexpr int kOtraSesion = 64;
+constexpr const char* kAyuda = "Ay&uda";  // part of the menu
 
 struct MalUso {
   std::string motivo;
@@ -84,6 +94,22 @@ Tema TemaDe(const std::string& nombre) {
   if (nombre == "oscuro") return Tema::Oscuro;
   if (nombre == "sistema") return Tema::Sistema;
   throw MalUso{"No existe el tema " + nombre};
+}
+
+void FijaHotel(autonomo::OpcionesConexion& base, const std::string& hotel) {
+  const bool direccion = autonomo::EsDireccion(hotel);
+  base.conexion = direccion ? hotel : "";
+  base.ruta = direccion ? autonomo::OpcionesConexion().ruta : hotel;
+}
+
+// Where the command line names no hotel.
+void EligeBase(autonomo::Opciones& anfitrion) {
+  const std::string propio = ajustes::HotelPropio();
+  if (autonomo::EsDireccion(propio) || (!propio.empty() && QFileInfo::exists(Q(propio)))) {
+    return FijaHotel(anfitrion.base, propio);
+  }
+  anfitrion.base.ruta = BaseDelUsuario();
+  if (!QFileInfo::exists(Q(anfitrion.base.ruta))) anfitrion.demo = true;
 }
 
 // texto takes what was asked for instead of the program: its usage or its version.
@@ -104,10 +130,7 @@ OpcionesPrograma LeeOpcionesPrograma(const std::vector<std::string>& argumentos,
     opciones.anfitrion.sinSobreventa = !opciones.guion;
     opciones.tema = TemaDe(leidos.Valor("tema").value_or("sistema"));
     opciones.registro = leidos.Valor("registro");
-    if (!leidos.Hay("base") && !leidos.Hay("conexion") && !opciones.guion) {
-      opciones.anfitrion.base.ruta = BaseDelUsuario();
-      if (!QFileInfo::exists(Q(opciones.anfitrion.base.ruta))) opciones.anfitrion.demo = true;
-    }
+    if (!leidos.Hay("base") && !leidos.Hay("conexion") && !opciones.guion) EligeBase(opciones.anfitrion);
     if (leidos.PideVersion()) texto = autonomo::TextoVersion("reservas", opciones.anfitrion.base.Nombre());
   } catch (const com::Error& e) {
     if (e.Numero() == com::error::kArgumento) throw MalUso{e.Descripcion()};
@@ -232,6 +255,7 @@ void AlMensajeFatal(QtMsgType tipo, const QMessageLogContext&, const QString& te
 
 // What the toolbar and the calendars tell of the host, to a person and in a script's pictures.
 void DiceLoHecho(Contexto& contexto, autonomo::Anfitrion& anfitrion) {
+  contexto.demo = autonomo::EsDemo(*anfitrion.conexion());
   contexto.estado = [&anfitrion](const std::string& folio) {
     const auto filas =
         anfitrion.conexion()->Consulta("SELECT Es_Cve_Estado FROM Reservacion WHERE Rs_Folio = ?", {folio});
@@ -243,6 +267,46 @@ void DiceLoHecho(Contexto& contexto, autonomo::Anfitrion& anfitrion) {
     const auto& ultima = anfitrion.novedades().Ultima();
     return ultima ? Contexto::Novedad{Q(ultima->Texto()), Q(ultima->folio)} : Contexto::Novedad();
   };
+}
+
+// Every window's title ends in the program's name; at a hotel to practise in, in what it is.
+void FirmaVentanas(bool demo) {
+  QApplication::setApplicationDisplayName(demo ? QStringLiteral("DEMO") : QStringLiteral("Reservaciones"));
+}
+
+// The assistant, where nobody has set a hotel up; whether one was made.
+bool AtiendeHotelNuevo(autonomo::Anfitrion& anfitrion) {
+  autonomo::Conexion& conexion = *anfitrion.conexion();
+  if (!autonomo::SinHotel(conexion) || !autonomo::PuedeConfigurar(conexion, anfitrion.usuario())) return false;
+  return OfreceHotel(anfitrion, nullptr);
+}
+
+void MuestraPendientes(autonomo::Anfitrion& anfitrion, EscritorioQt& escritorio) {
+  VentanaPendientes ventana(anfitrion, escritorio.Frente());
+  const int salida = Atiende(ventana);
+  escritorio.VuelveAlFrente();
+  const controles::Formulario* principal = escritorio.Principal();
+  if (salida != VentanaPendientes::kHecho || principal == nullptr || !escritorio.PermiteSalir(*principal)) return;
+  QApplication::exit(kOtraSesion);
+}
+
+// What comes up first: what a new hotel lacks, the tour of the demo hotel, or the day.
+void Comienza(autonomo::Anfitrion& anfitrion, EscritorioQt& escritorio, Mostrador& mostrador, Guia& guia, bool recien) {
+  if (recien) MuestraPendientes(anfitrion, escritorio);
+  if (escritorio.contexto().demo && !ajustes::OfrecidoRecorrido()) {
+    ajustes::AnotaRecorrido();
+    controles::CajaMensaje caja;
+    caja.titulo = "Bienvenida";
+    caja.texto =
+        "Éste es un hotel de demostración, para practicar.\r\n¿Desea ver cómo se captura una reservación? Son tres "
+        "minutos, y el recorrido queda en el menú del hotel, en Ayuda.";
+    caja.estilo = 36;  // Yes and No, Yes first
+    if (CajaAviso(caja, escritorio.Frente()).Pregunta() == controles::kSi) {
+      escritorio.VuelveAlFrente();
+      return guia.Empieza();
+    }
+  }
+  mostrador.AbreHoy();
 }
 
 }  // namespace
@@ -274,11 +338,13 @@ void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion, 
   opcion("&Bitácora…", "BITACORA");
   opcion("Co&rreos…", "CORREOS");
   opcion("C&onfiguración…", "CONFIG");
+  contexto.menu.push_back({QStringLiteral("Lista de &pendientes…"),
+                           [&escritorio, &anfitrion] { MuestraPendientes(anfitrion, escritorio); }, 0});
   contexto.menu.push_back({QStringLiteral("&Acerca de este programa"),
                            [&escritorio, &anfitrion] {
                              Avisa(autonomo::TextoVersion("Reservaciones", anfitrion.base()), 64, escritorio.Frente());
                            },
-                           0});
+                           0, kAyuda});
 }
 
 int RevisaPantalla(int argc, char** argv) {
@@ -352,9 +418,7 @@ int Programa::CorreAnotando(const OpcionesPrograma& opciones) {
   try {
     sesion.Comienza("reservas", opciones.anfitrion.base.Nombre(), opciones.registro);
     if (opciones.guion) return CorreGuion(opciones);
-    int estado = kOtraSesion;
-    while (estado == kOtraSesion) estado = CorreVentana(opciones);
-    return estado;
+    return CorreSesiones(opciones);
   } catch (const SinAcceso&) {
     return kBien;
   } catch (const std::exception& e) {
@@ -370,7 +434,47 @@ int Programa::CorreAnotando(const OpcionesPrograma& opciones) {
   }
 }
 
+// A hotel that cannot be opened, or that its clerk does not enter, leaves the one before it.
+int Programa::CorreSesiones(const OpcionesPrograma& opciones) {
+  OpcionesPrograma actuales = opciones;
+  std::optional<OpcionesPrograma> anteriores;
+  for (;;) {
+    try {
+      const int estado = CorreVentana(actuales);
+      if (estado != kOtraSesion) return estado;
+      anteriores.reset();
+    } catch (const SinAcceso&) {
+      if (!anteriores) throw;
+    } catch (const com::Error& e) {
+      if (!anteriores) throw;
+      autonomo::registro::AnotaFalla(e);
+      MuestraFalla(actuales.anfitrion.base.Nombre() + ": " + e.Descripcion());
+      otroHotel_.reset();
+    }
+    if (anteriores) {
+      actuales = *std::exchange(anteriores, std::nullopt);
+    } else if (otroHotel_) {
+      anteriores = actuales;
+      FijaHotel(actuales.anfitrion.base, *std::exchange(otroHotel_, std::nullopt));
+      actuales.anfitrion.demo = false;
+      actuales.elegido = true;
+      autonomo::registro::Anota("otro hotel: " + actuales.anfitrion.base.Nombre());
+    }
+  }
+}
+
+void Programa::VaAOtroHotel(bool nuevo, const std::string& abierto, EscritorioQt& escritorio) {
+  controles::Formulario* principal = escritorio.Principal();
+  if (principal == nullptr || !escritorio.PermiteSalir(*principal)) return escritorio.VuelveAlFrente();
+  const auto hotel = PreguntaHotel(nuevo, abierto, escritorio.Frente());
+  escritorio.VuelveAlFrente();
+  if (!hotel) return;
+  otroHotel_ = *hotel;
+  QApplication::exit(kOtraSesion);
+}
+
 int Programa::CorreVentana(OpcionesPrograma opciones) {
+  FirmaVentanas(false);
   std::optional<std::string> contrasena;  // as typed last
   opciones.anfitrion.base.pideContrasena = [&contrasena](const std::string& pregunta) -> std::optional<std::string> {
     bool aceptada = false;
@@ -383,12 +487,23 @@ int Programa::CorreVentana(OpcionesPrograma opciones) {
     return PideAcceso(conexion, usuario);
   };
   autonomo::Anfitrion anfitrion(opciones.anfitrion);
-  if (anfitrion.nuevo()) OfreceAdministrador(anfitrion, nullptr);
+  if (anfitrion.base() != ":memory:") ajustes::AnotaReciente(NombreEntero(anfitrion.base()));
+  if (opciones.elegido) ajustes::FijaHotelPropio(NombreEntero(anfitrion.base()));
+  const bool recien = AtiendeHotelNuevo(anfitrion);
   anfitrion.RegistraClases();
   const Olvido olvido;  // after the screens, before the host
   EscritorioQt escritorio;
   Mostrador mostrador(escritorio);
+  Guia guia(escritorio);
   ConectaAnfitrion(escritorio, anfitrion, mostrador);
+  FirmaVentanas(escritorio.contexto().demo);
+  const auto otro = [&](bool nuevo) { return [&, nuevo] { VaAOtroHotel(nuevo, anfitrion.base(), escritorio); }; };
+  auto& menu = escritorio.contexto().menu;
+  menu.push_back({QStringLiteral("&Nuevo hotel…"), otro(true), 0});
+  menu.push_back({QStringLiteral("Abr&ir otro hotel…"), otro(false), 0});
+  if (escritorio.contexto().demo) {
+    menu.push_back({QStringLiteral("&Recorrido para empezar"), [&guia] { guia.Empieza(); }, 0, kAyuda});
+  }
   controles::FijaEscritorio(&escritorio);
   guion::Componente componente;
   QApplication::setQuitOnLastWindowClosed(false);
@@ -409,7 +524,8 @@ int Programa::CorreVentana(OpcionesPrograma opciones) {
   const Vigia vigia([&] { return TomaNoticias(anfitrion, diario); },
                     [&] { return QApplication::activeModalWidget() != nullptr || EnCaptura(componente.formulario()); },
                     [&](const std::string& noticia) { Avisa(noticia, 48, escritorio.Frente()); });
-  QTimer::singleShot(0, &vida, [&mostrador] { vista::Corre([&mostrador] { mostrador.AbreHoy(); }); });
+  QTimer::singleShot(0, &vida,
+                     [&] { vista::Corre([&] { Comienza(anfitrion, escritorio, mostrador, guia, recien); }); });
   return QApplication::exec();
 }
 

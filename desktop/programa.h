@@ -20,6 +20,7 @@ struct OpcionesPrograma {
   std::optional<std::string> guion;
   std::optional<std::string> registro;
   Tema tema = Tema::Sistema;
+  bool elegido = false;  // the hotel was chosen in the menu: it is the one that opens next time
 };
 
 // Whether there is a display to draw on; says why not and gives an exit status otherwise. Before QApplication, which
@@ -45,10 +46,15 @@ class Programa {
   void Viste(const OpcionesPrograma& opciones);  // size and colours, for the screen that there is
   // Under the log, with a failure told.
   int CorreAnotando(const OpcionesPrograma& opciones);
+  // Sessions one after the other: of another user, or at another hotel.
+  int CorreSesiones(const OpcionesPrograma& opciones);
   int CorreVentana(OpcionesPrograma opciones);
+  // Ends the session for one at the hotel that the person wants, once an open capture may go.
+  void VaAOtroHotel(bool nuevo, const std::string& abierto, EscritorioQt& escritorio);
   int CorreGuion(const OpcionesPrograma& opciones);
 
   QApplication& aplicacion_;
+  std::optional<std::string> otroHotel_;  // where the next session is to be
 };
 
 }  // namespace vista

@@ -35,9 +35,12 @@ struct Contexto {
   struct Opcion {
     QString titulo;
     std::function<void()> abre;
-    int tecla = 0;  // Qt key that opens it from the main window; 0 none
+    int tecla = 0;           // Qt key that opens it from the main window; 0 none
+    const char* grupo = "";  // caption of the menu's part that holds it; "" the menu itself
   };
   std::vector<Opcion> menu;
+  // The hotel is there to practise in, and says so.
+  bool demo = false;
   // State of a stored reservation in words ("Cancelada").
   std::function<QString(const std::string& folio)> estado;
   // What was done last to a reservation, and its folio; both empty as long as nothing was.

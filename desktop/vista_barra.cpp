@@ -66,7 +66,7 @@ class Franja : public QFrame {
   }
 };
 
-// The state of a reservation, each in colours of its own.
+// The state of a reservation, each in colours of its own; and the mark of a hotel to practise in.
 class Distintivo : public QLabel {
  public:
   explicit Distintivo(QWidget* padre) : QLabel(padre) {}
@@ -81,6 +81,9 @@ class Distintivo : public QLabel {
     } else if (text() == QLatin1String("Confirmada")) {
       caja = {c.acento, c.acento, 1};
       tinta = c.sobreAcento;
+    } else if (text() == QLatin1String("DEMO")) {
+      caja = {c.aviso, c.aviso, 1};
+      tinta = TextoSobre(c.aviso);
     } else if (text() == QLatin1String("Cancelada")) {
       caja = {c.peligro, c.peligro, 1};
       tinta = TextoSobre(c.peligro);
@@ -176,11 +179,19 @@ void VistaBarra::CreaAtajo(Accion accion) {
 
 QToolButton* VistaBarra::CreaMenu() {
   auto* menu = new QMenu(widget());
+  // Its parts come behind what stands in the menu itself.
+  std::map<std::string, QMenu*> partes;
   for (const Contexto::Opcion& opcion : contexto().menu) {
-    QAction* accion = menu->addAction(opcion.titulo);
+    if (*opcion.grupo == '\0' || partes.contains(opcion.grupo)) continue;
+    partes[opcion.grupo] = new QMenu(QString::fromUtf8(opcion.grupo), menu);
+  }
+  for (const Contexto::Opcion& opcion : contexto().menu) {
+    QMenu* donde = *opcion.grupo == '\0' ? menu : partes.at(opcion.grupo);
+    QAction* accion = donde->addAction(opcion.titulo);
     if (opcion.tecla != 0) accion->setText(opcion.titulo + QLatin1Char('\t') + QKeySequence(opcion.tecla).toString());
     QObject::connect(accion, &QAction::triggered, widget(), [&opcion] { Corre(opcion.abre); });
   }
+  for (const auto& [titulo, parte] : partes) menu->addMenu(parte);
   auto* b = new QToolButton(widget());
   b->setObjectName(QStringLiteral("menu"));
   b->setText(QStringLiteral("Hotel"));
@@ -233,7 +244,18 @@ QWidget* VistaBarra::CreaLado() {
   registro_->setFont(Fuente(Letra::Fuerte));
   registro_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   registro_->setMinimumWidth(1);
-  caja->addWidget(registro_);
+  auto* arriba = new QHBoxLayout;
+  arriba->addWidget(registro_, 1);
+  if (contexto().demo) {
+    auto* demo = new Distintivo(lado);
+    demo->setObjectName(QStringLiteral("demo"));
+    demo->setText(QStringLiteral("DEMO"));
+    demo->setToolTip(QStringLiteral("Hotel para practicar: lo que se reserva aquí no es de nadie"));
+    demo->setFont(Fuente(Letra::Fuerte));
+    demo->setContentsMargins(espacio::kChico, 0, espacio::kChico, 0);
+    arriba->addWidget(demo, 0, Qt::AlignVCenter);
+  }
+  caja->addLayout(arriba);
   auto* abajo = new QHBoxLayout;
   abajo->setSpacing(2);
   abajo->addStretch();

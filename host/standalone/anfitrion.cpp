@@ -123,8 +123,7 @@ Anfitrion::Anfitrion(const Opciones& opciones) : usuario_(opciones.usuario), bas
   CuidaTarjetas(*conexion_, reloj_.Ahora());
   novedades_ = std::make_unique<Novedades>(*conexion_);
   if (opciones.demo) LlenaConDemo(*conexion_, reloj_.Ahora());
-  nuevo_ = opciones.sinSobreventa && EstaVacia(*conexion_);
-  if (nuevo_) Parametro(anfitrion::parametro::kSobreventa.clave, "0");
+  if (opciones.sinSobreventa && EstaVacia(*conexion_)) Parametro(anfitrion::parametro::kSobreventa.clave, "0");
   if (!PideContrasena(*conexion_)) return;
   if (!opciones.identifica) throw com::Error(com::error::kArgumento, "Este hotel pide usuario y contraseña");
   usuario_ = opciones.identifica(*conexion_);

@@ -74,8 +74,6 @@ class Anfitrion {
   Reloj& reloj() { return reloj_; }
   const std::string& usuario() const { return usuario_; }
   void usuario(const std::string& usuario) { usuario_ = usuario; }
-  // The database was empty, and has just become a hotel.
-  bool nuevo() const { return nuevo_; }
   const std::string& base() const { return base_; }  // path or address of the database
 
   // --- set-up ----------------------------------------------------------------------------------------------------
@@ -119,7 +117,6 @@ class Anfitrion {
   std::set<std::string> dichos_;
   std::string usuario_;
   std::string base_;
-  bool nuevo_ = false;
   std::optional<std::string> fallaCorreo_;
   std::vector<RegistroVisto> vistos_;
   std::vector<PantallaAbierta> pantallas_;

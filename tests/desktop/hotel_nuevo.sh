@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# A hotel set up from an empty database by the program's own dialogs alone, keys only, and its first reservation.
+# A hotel set up without the assistant, by the catalogues alone, keys only, and its first reservation.
 # shellcheck source=manos.sh
 . "$(dirname "$(realpath "$0")")/manos.sh"
 
@@ -42,7 +42,7 @@ parametro() {  # key, value
 "$RESERVAS" --base "$base" --ahora 2026-03-09T10:00 >>salida 2>>errores &
 programa=$! principal=
 dialogo 'Hotel nuevo'
-teclas Escape  # without passwords
+teclas Escape  # without the assistant
 abierta
 catalogos o Configuración
 parametro FIN_MONEDA_LOCAL MXN

@@ -6,14 +6,18 @@
 set -euo pipefail
 : "${RESERVAS:?}" "${RESERVAS_GUION:?}" "${CARPETA:?}" "${DISPLAY:?}"
 
-readonly limite=20  # seconds
+readonly limite=${LIMITE:-20}  # seconds
 rm -rf "$CARPETA"
 mkdir -p "$CARPETA"
 cd "$CARPETA"
 export HOME=$CARPETA XDG_DATA_HOME=$CARPETA/datos XDG_CONFIG_HOME=$CARPETA/ajustes
 base=$CARPETA/hotel.db
+# This account has seen the tour of the demo hotel.
+mkdir -p "$XDG_CONFIG_HOME/reservas"
+printf '[General]\nrecorrido_ofrecido=true\n' >"$XDG_CONFIG_HOME/reservas/reservas.ini"
 programa=   # process of the program
 principal=  # its main window
+lector=()   # who reads the stored rows where users have passwords: --usuario LOGIN, and RESERVAS_CONTRASENA
 
 for orden in xdotool scrot; do
   command -v $orden >/dev/null || { echo "$orden is not installed; ./instala installs it" >&2; exit 1; }
@@ -44,10 +48,11 @@ espera() {  # what, command...: until the command succeeds
 
 enfocada() { xdotool getwindowfocus -f 2>/dev/null || true; }
 titulo() { xdotool getwindowname "$(enfocada)" 2>/dev/null || true; }
-# Pattern of a title, without the program's name that a dialog's ends in.
+# Pattern of a title, without what every title ends in: the program's name, or what a hotel to practise in is.
 es_titulo() {
   local visto
   visto=$(titulo)
+  visto=${visto% — DEMO}
   # shellcheck disable=SC2053
   [[ ${visto% — Reservaciones} == $1 ]]
 }
@@ -92,7 +97,7 @@ clic() { xdotool mousemove --window "$(enfocada)" "$1" "$2" click 1; }  # x y in
 
 valor() {  # SQL: the rows as JSON, without the brackets; the whole answer when it is an error
   local linea
-  linea=$(echo "sql ${1//$'\n'/ }" | "$RESERVAS_GUION" --base "$base" 2>&1) || true
+  linea=$(echo "sql ${1//$'\n'/ }" | "$RESERVAS_GUION" --base "$base" "${lector[@]}" 2>&1) || true
   linea=${linea#*\"valor\":\[}
   echo "${linea%%],\"mensajes\"*}"
 }
