@@ -18,7 +18,8 @@ using kv207::frmDisponibilidad;
 using kv207::kColumnasFijas;
 
 constexpr std::size_t kQuienes = 6;  // holders told of a room type
-constexpr int kNochesLejos = 14;     // how far off another night is looked for
+constexpr const char* kEnSuLugar = "En su lugar: ";
+constexpr int kNochesLejos = 14;  // how far off another night is looked for
 
 // The hotel about a night of the board, as far as the stay reaches.
 struct Vista {
@@ -77,13 +78,14 @@ std::string EnLugarDe(const Vista& v, int fila) {
   };
   const bool varias = com::DiasEntre(v.desde, v.hasta) > 1;
   if (const auto f = halla(v.desde, v.hasta)) {
-    return Nombre(v.De(*f)) + (varias ? ", libre toda la estancia" : ", libre esa noche");
+    return kEnSuLugar + Nombre(v.De(*f)) + (varias ? ", libre toda la estancia" : ", libre esa noche");
   }
-  if (const auto f = halla(v.noche, com::MasDias(v.noche, 1))) return Nombre(v.De(*f)) + ", libre esa noche";
+  if (const auto f = halla(v.noche, com::MasDias(v.noche, 1)))
+    return kEnSuLugar + Nombre(v.De(*f)) + ", libre esa noche";
   for (int n = 1; n <= kNochesLejos; ++n) {
     for (const com::Fecha dia : {com::MasDias(v.noche, n), com::MasDias(v.noche, -n)}) {
       if (dia >= v.cuadro.hoy() && v.Tiene(fila, dia) == nullptr) {
-        return v.De(fila).clave + ", libre la noche del " + regional::FechaCorta(dia);
+        return kEnSuLugar + v.De(fila).clave + ", libre la noche del " + regional::FechaCorta(dia);
       }
     }
   }
@@ -113,7 +115,7 @@ Explicacion DeTipo(const Vista& v, const std::string& tipo, const std::string& n
   for (int f = 0; f < v.Filas(); ++f) {
     const bool suya = com::IgualSinCaja(v.De(f).claveTipo, tipo);
     const Barra* quien = v.Tiene(f, v.noche);
-    if (!suya && quien == nullptr && otro.empty()) otro = Nombre(v.De(f)) + ", libre esa noche";
+    if (!suya && quien == nullptr && otro.empty()) otro = kEnSuLugar + Nombre(v.De(f)) + ", libre esa noche";
     if (!suya) continue;
     ++total;
     if (quien == nullptr) {
@@ -127,7 +129,7 @@ Explicacion DeTipo(const Vista& v, const std::string& tipo, const std::string& n
   e.titulo = nombre + ", " + regional::FechaCorta(v.noche) + ": " + std::to_string(libres.size()) + " de " +
              std::to_string(total) + (libres.size() == 1 ? " libre" : " libres");
   for (std::size_t i = 0; i < libres.size() && i < kQuienes; ++i) {
-    e.alternativa += (i == 0 ? "" : ", ") + libres[i];
+    e.alternativa += (i == 0 ? "Libres: " : ", ") + libres[i];
   }
   if (libres.size() > kQuienes) e.alternativa += "…";
   if (libres.empty()) e.alternativa = otro;
@@ -156,7 +158,7 @@ Explicacion PorQue(const controles::Formulario& tablero, int fila, int columna) 
 std::string EnLineas(const Explicacion& explicacion) {
   std::string texto = explicacion.titulo;
   for (const std::string& quien : explicacion.quienes) texto += "\n" + quien;
-  if (!explicacion.alternativa.empty()) texto += "\nLibre: " + explicacion.alternativa;
+  if (!explicacion.alternativa.empty()) texto += "\n" + explicacion.alternativa;
   return texto;
 }
 

@@ -12,7 +12,7 @@ namespace recepcion {
 struct Explicacion {
   std::string titulo;  // "0201 Doble / Vista, 09/03/2026: no está libre"; "" where there is nothing to say
   std::vector<std::string> quienes;  // who holds it: reservations, stays and blocks
-  std::string alternativa;           // the nearest room, type or night that is free; "" none
+  std::string alternativa;           // "En su lugar: 0202 (Doble), libre toda la estancia"; "" for nothing free
 };
 
 // Of the cell at that row and column of the board's grid. A free room, a marked one and the columns before the nights

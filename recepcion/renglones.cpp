@@ -271,25 +271,25 @@ std::vector<std::string> RenglonesQueFaltan(const controles::Formulario& princip
 void RenglonesQuitados::Vigila(controles::Formulario& principal) {
   auto* captura = dynamic_cast<publico::Captura*>(&principal);
   if (captura == nullptr) return;
-  captura->alEmpezar = [this] { Fija({}); };
-  captura->antesDeQuitarRenglones = [this, &principal] {
+  captura->alEmpezar = [estado = estado_] { *estado = {}; };
+  captura->antesDeQuitarRenglones = [estado = estado_, &principal] {
     std::vector<Renglon> ahora = LeeRenglones(principal);
     if (ahora.empty()) return;
-    if (pedidos_) std::ranges::move(renglones_, std::back_inserter(ahora));
-    Deja(std::move(ahora), pedidos_);
+    if (estado->pedidos) std::ranges::move(estado->renglones, std::back_inserter(ahora));
+    estado->renglones = std::move(ahora);
   };
 }
 
 std::vector<std::string> RenglonesQuitados::Repone(controles::Formulario& principal) {
   const auto* barra = principal.Primero<controles::ScreenToolbar>();
-  if (barra == nullptr || !barra->EnEdicion() || renglones_.empty()) {
+  if (barra == nullptr || !barra->EnEdicion() || renglones().empty()) {
     throw com::Error(com::error::kArgumento,
                      "No hay habitaciones que reponer: se guardan las que quita un cambio de noches, mientras dura la "
                      "captura");
   }
   const Estancia estancia = EstanciaDe(principal);
   std::optional<com::Fecha> primera, ultima;
-  for (const Renglon& r : renglones_) {
+  for (const Renglon& r : renglones()) {
     if (const auto dia = DiaDe(r.inicio); dia && (!primera || *dia < *primera)) primera = dia;
     if (const auto dia = DiaDe(r.fin); dia && (!ultima || *dia > *ultima)) ultima = dia;
   }
@@ -306,7 +306,7 @@ std::vector<std::string> RenglonesQuitados::Repone(controles::Formulario& princi
     siguen.push_back(r);
   };
   std::vector<Renglon> nuevos;
-  for (Renglon r : renglones_) {
+  for (Renglon r : renglones()) {
     const Renglon antes = r;
     const auto inicio = DiaDe(r.inicio), fin = DiaDe(r.fin);
     const com::Fecha desde = !inicio || inicio == primera ? estancia.llegada : std::max(*inicio, estancia.llegada);
@@ -335,7 +335,7 @@ std::vector<std::string> RenglonesQuitados::Repone(controles::Formulario& princi
     const auto esta = [&](const Renglon& h) { return MismaHabitacion(h, r) && MismasNoches(h, r); };
     if (std::ranges::none_of(hay, esta)) deja(r, "la pantalla no la admitió");
   }
-  Deja(std::move(siguen), true);
+  *estado_ = {std::move(siguen), true};
   return dice;
 }
 

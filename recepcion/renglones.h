@@ -2,6 +2,7 @@
 // away.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,10 +39,10 @@ std::vector<std::string> RenglonesQueFaltan(const controles::Formulario& princip
 // The lines that another number of nights took away in the capture that is open, to be brought back.
 class RenglonesQuitados {
  public:
-  // Watches the reservation screen, for as long as both live.
+  // Watches the reservation screen from now on; whoever watched it before does so no more.
   void Vigila(controles::Formulario& principal);
-  const std::vector<Renglon>& renglones() const { return renglones_; }
-  void Fija(std::vector<Renglon> renglones) { Deja(std::move(renglones), false); }
+  const std::vector<Renglon>& renglones() const { return estado_->renglones; }
+  void Fija(std::vector<Renglon> renglones) { *estado_ = {std::move(renglones), false}; }
   // Types those that fit the stay as it is now. A line that began or ended with the lines' first or last day does so
   // with the stay; rooms that somebody else holds, and lines without nights in the stay, stay out; an agreed price
   // comes back with the nights that it was agreed for. Gives a text for each line that is not as it was. com::Error
@@ -49,13 +50,11 @@ class RenglonesQuitados {
   std::vector<std::string> Repone(controles::Formulario& principal);
 
  private:
-  void Deja(std::vector<Renglon> renglones, bool pedidos) {
-    renglones_ = std::move(renglones);
-    pedidos_ = pedidos;
-  }
-
-  std::vector<Renglon> renglones_;
-  bool pedidos_ = false;  // the clerk wanted these back, and they did not fit
+  struct Estado {
+    std::vector<Renglon> renglones;
+    bool pedidos = false;  // the clerk wanted these back, and they did not fit
+  };
+  std::shared_ptr<Estado> estado_ = std::make_shared<Estado>();  // the screen may outlive this
 };
 
 }  // namespace recepcion
