@@ -5,6 +5,9 @@
 #include <string_view>
 
 #include "component/nombres.h"
+#include "desktop/vista.h"
+#include "host/standalone/documento.h"
+#include "schema/esquema.h"
 
 namespace vista {
 
@@ -51,6 +54,14 @@ QString LetraDe(const QString& estilo) {
 QString PalabraDe(const QString& estilo) {
   const Estado* e = Busca(estilo);
   return e == nullptr ? estilo.toLower() : QString::fromLatin1(e->palabra);
+}
+
+Tono TonoDe(const QString& estado) {
+  const auto es = [&](std::string_view codigo) { return estado == Q(autonomo::EstadoLegible(std::string(codigo))); };
+  if (estado == QLatin1String(kMarcaDemo)) return Tono::Aviso;
+  if (es(esquema::kActiva)) return Tono::Borde;
+  if (es(esquema::kConfirmada)) return Tono::Lleno;
+  return es(esquema::kCancelada) ? Tono::Peligro : Tono::Discreto;
 }
 
 }  // namespace vista

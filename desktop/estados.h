@@ -1,4 +1,4 @@
-// The states of a night as the views show them beside their colour.
+// The states of a night and of a reservation as the views show them.
 #pragma once
 
 #include <QString>
@@ -13,5 +13,10 @@ Trama TramaDe(const QString& estilo);
 QString LetraDe(const QString& estilo);
 // The word that the screen's legend uses, in small letters.
 QString PalabraDe(const QString& estilo);
+
+// How a reservation's state stands out, by the host's word for it ("Activa"), or the mark of a hotel to practise in.
+enum class Tono { Discreto, Borde, Lleno, Peligro, Aviso };
+inline constexpr char kMarcaDemo[] = "DEMO";
+Tono TonoDe(const QString& estado);
 
 }  // namespace vista

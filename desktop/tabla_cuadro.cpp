@@ -17,13 +17,15 @@
 #include "desktop/vista.h"
 #include "desktop/vista_campos.h"
 #include "platform/regional/regional.h"
+#include "schema/esquema.h"
 
 namespace vista {
 
 namespace {
 
-constexpr int kCabeza = 42, kLado = 170, kMargen = 6;  // pixels
-constexpr double kMedio = 0.5;                         // bars begin and end in the middle of a day
+constexpr int kMeses = 18, kCabeza = kMeses + 40, kLado = 170, kMargen = 6;  // pixels
+constexpr int kPintadas = 150;                                               // rows whose pictures are kept
+constexpr double kMedio = 0.5;  // bars begin and end in the middle of a day
 
 QString Dia(com::Fecha dia, const char* formato) {
   return QLocale(QLocale::Spanish, QLocale::Mexico).toString(ADate(dia), QString::fromUtf8(formato));
@@ -33,8 +35,8 @@ QString Dia(com::Fecha dia, const char* formato) {
 Caja CajaDe(const recepcion::Barra& barra) {
   const Paleta& c = Colores();
   if (barra.clase == recepcion::Barra::Clase::Bloqueo) return {c.realce, c.tenue, 1};
-  if (barra.enCasa || barra.estado == "AP") return {c.tenue, c.tenue, 1};
-  if (barra.estado == "CO") return {c.acento, c.acento, 1};
+  if (barra.enCasa || barra.estado == esquema::kAplicada) return {c.tenue, c.tenue, 1};
+  if (barra.estado == esquema::kConfirmada) return {c.acento, c.acento, 1};
   return {c.acentoSuave, c.acento, 1};
 }
 
@@ -47,7 +49,7 @@ QString Consejo(const recepcion::Barra& barra) {
   QString texto;
   if (!barra.folio.empty()) texto += QStringLiteral("Folio ") + Q(barra.folio) + QLatin1Char('\n');
   texto += Titulo(barra) + QLatin1Char('\n') + Q(regional::FechaCorta(barra.inicio)) + QStringLiteral(" – ") +
-           Q(regional::FechaCorta(barra.fin));
+           Q(regional::FechaCorta(recepcion::UltimoDia(barra)));
   if (!barra.folio.empty()) {
     texto += QStringLiteral("\nTotal ") + Q(regional::Moneda(barra.total)) + QLatin1Char(' ') + Q(barra.moneda);
   }
@@ -64,6 +66,7 @@ TablaCuadro::TablaCuadro(recepcion::Cuadro& cuadro, QWidget* padre) : QAbstractS
   setFrameShape(QFrame::NoFrame);
   viewport()->setMouseTracking(false);
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+  pintadas_.setMaxCost(kPintadas);
 }
 
 void TablaCuadro::Refresca() {
@@ -71,6 +74,7 @@ void TablaCuadro::Refresca() {
   actual_.fila = std::clamp(actual_.fila, 0, std::max(filas - 1, 0));
   actual_.desde = actual_.hasta = std::clamp(actual_.hasta, 0, cuadro_.noches() - 1);
   AjustaBarra();
+  pintadas_.clear();
   viewport()->update();
 }
 
@@ -82,7 +86,14 @@ void TablaCuadro::AjustaBarra() {
 
 void TablaCuadro::resizeEvent(QResizeEvent* evento) {
   QAbstractScrollArea::resizeEvent(evento);
+  pintadas_.clear();
   AjustaBarra();
+}
+
+void TablaCuadro::changeEvent(QEvent* evento) {
+  QAbstractScrollArea::changeEvent(evento);
+  pintadas_.clear();  // colours or letters are others
+  viewport()->update();
 }
 
 // What stays in sight is moved; the rows that come are painted.
@@ -96,6 +107,7 @@ int TablaCuadro::Primera() const { return verticalScrollBar()->value(); }
 double TablaCuadro::AnchoNoche() const {
   return std::max(viewport()->width() - kLado, 1) / static_cast<double>(cuadro_.noches());
 }
+int TablaCuadro::Y(int fila) const { return kCabeza + (fila - Primera()) * espacio::kRenglon; }
 int TablaCuadro::X(double noche) const { return kLado + static_cast<int>(std::lround(noche * AnchoNoche())); }
 
 int TablaCuadro::FilaEn(const QPoint& punto) const {
@@ -113,16 +125,21 @@ int TablaCuadro::ColumnaEn(const QPoint& punto) const {
 
 QRect TablaCuadro::ZonaNoche(int fila, com::Fecha noche) const {
   const int columna = com::DiasEntre(cuadro_.desde(), noche);
-  const int y = kCabeza + (fila - Primera()) * espacio::kRenglon;
-  return {X(columna), y, X(columna + 1) - X(columna), espacio::kRenglon};
+  return {X(columna), Y(fila), X(columna + 1) - X(columna), espacio::kRenglon};
 }
+
+QRect TablaCuadro::ZonaDe(const Seleccion& s) const {
+  const int a = std::min(s.desde, s.hasta), b = std::max(s.desde, s.hasta);
+  return ZonaNoche(s.fila, NocheDe(a)).united(ZonaNoche(s.fila, NocheDe(b)));
+}
+
+// A block ends with its last night; who stays leaves on the day after the last one.
 
 QRect TablaCuadro::ZonaBarra(const recepcion::Barra& barra) const {
   const int desde = com::DiasEntre(cuadro_.desde(), barra.inicio), hasta = com::DiasEntre(cuadro_.desde(), barra.fin);
-  const int x1 = std::max(X(desde + kMedio), kLado - kMargen),
-            x2 = X(std::min<double>(hasta + kMedio, cuadro_.noches() + kMedio));
-  return QRect(x1, kCabeza + (barra.fila - Primera()) * espacio::kRenglon, x2 - x1, espacio::kRenglon)
-      .adjusted(1, 3, -1, -3);
+  const double fin = hasta + (barra.clase == recepcion::Barra::Clase::Bloqueo ? 0 : kMedio);
+  const int x1 = std::max(X(desde + kMedio), kLado - kMargen), x2 = X(std::min(fin, cuadro_.noches() + kMedio));
+  return QRect(x1, Y(barra.fila), x2 - x1, espacio::kRenglon).adjusted(1, 3, -1, -3);
 }
 
 const recepcion::Barra* TablaCuadro::BarraEn(const QPoint& punto) const {
@@ -144,34 +161,58 @@ void TablaCuadro::Descubre(int fila) {
 
 void TablaCuadro::paintEvent(QPaintEvent* evento) {
   QPainter p(viewport());
+  const QRect cuerpo = viewport()->rect().adjusted(0, kCabeza, 0, 0);
+  const int filas = static_cast<int>(cuadro_.habitaciones().size());
+  for (const QRect& zona : evento->region()) {
+    if (zona.top() < kCabeza) {
+      p.setClipRect(zona);
+      PintaCabeza(p);
+    }
+    const QRect abajo = zona.intersected(cuerpo);
+    if (abajo.isEmpty()) continue;
+    p.setClipRect(abajo);
+    int fila = Primera() + (abajo.top() - kCabeza) / espacio::kRenglon;
+    for (; fila < filas && Y(fila) <= abajo.bottom(); ++fila) p.drawPixmap(0, Y(fila), Pintada(fila));
+    if (fila == filas) p.fillRect(abajo.adjusted(0, Y(filas) - abajo.top(), 0, 0), Colores().superficie);
+    PintaSeleccion(p);
+  }
+}
+
+const QPixmap& TablaCuadro::Pintada(int fila) {
+  const QSize tamano = QSize(viewport()->width(), espacio::kRenglon) * devicePixelRatioF();
+  const QPixmap* hecha = pintadas_.object(fila);
+  if (hecha != nullptr && hecha->size() == tamano) return *hecha;
+  auto* nueva = new QPixmap(tamano);
+  nueva->setDevicePixelRatio(devicePixelRatioF());
+  nueva->fill(Colores().superficie);
+  QPainter p(nueva);
   p.setFont(Fuente(Letra::Normal));
-  p.fillRect(evento->rect(), Colores().superficie);
-  const int ultima = std::min(Primera() + (evento->rect().bottom() - kCabeza) / espacio::kRenglon + 1,
-                              static_cast<int>(cuadro_.habitaciones().size()));
-  const int primera = Primera() + std::max(evento->rect().top() - kCabeza, 0) / espacio::kRenglon;
-  p.setClipRect(QRect(0, kCabeza, viewport()->width(), viewport()->height() - kCabeza));
+  p.translate(0, -Y(fila));
+  PintaDias(p, Y(fila));
+  PintaFila(p, fila);
+  p.fillRect(kLado - 1, Y(fila), 1, espacio::kRenglon, Colores().borde);
+  p.end();
+  pintadas_.insert(fila, nueva);
+  return *nueva;
+}
+
+// Today, weekends and the lines between days, behind a row.
+void TablaCuadro::PintaDias(QPainter& p, int y) const {
   const Paleta& c = Colores();
-  const int alto = std::max(ultima - primera, 0) * espacio::kRenglon;
-  const int y = kCabeza + (primera - Primera()) * espacio::kRenglon;
   for (int n = 0; n < cuadro_.noches(); ++n) {
     const com::Fecha dia = NocheDe(n);
     if (dia == cuadro_.hoy()) {
-      p.fillRect(X(n), y, X(n + 1) - X(n), alto, c.acentoSuave);
+      p.fillRect(X(n), y, X(n + 1) - X(n), espacio::kRenglon, c.acentoSuave);
     } else if (com::DiaSemana(dia) >= 6) {
-      p.fillRect(X(n), y, X(n + 1) - X(n), alto, c.finSemana);
+      p.fillRect(X(n), y, X(n + 1) - X(n), espacio::kRenglon, c.finSemana);
     }
-    p.fillRect(X(n), y, 1, alto, c.borde);
+    p.fillRect(X(n), y, 1, espacio::kRenglon, c.borde);
   }
-  for (int fila = primera; fila < ultima; ++fila) PintaFila(p, fila);
-  PintaSeleccion(p);
-  p.setClipping(false);
-  if (evento->rect().top() < kCabeza) PintaCabeza(p);
-  p.fillRect(kLado - 1, 0, 1, viewport()->height(), c.borde);
 }
 
 void TablaCuadro::PintaFila(QPainter& p, int fila) const {
   const Paleta& c = Colores();
-  const int y = kCabeza + (fila - Primera()) * espacio::kRenglon;
+  const int y = Y(fila);
   const auto [desde, hasta] = cuadro_.BarrasDe(fila);
   for (std::size_t b = desde; b < hasta; ++b) PintaBarra(p, cuadro_.barras()[b]);
   p.fillRect(0, y, kLado, espacio::kRenglon, c.superficie);
@@ -204,11 +245,10 @@ void TablaCuadro::PintaBarra(QPainter& p, const recepcion::Barra& barra) const {
 
 void TablaCuadro::PintaSeleccion(QPainter& p) const {
   if (cuadro_.habitaciones().empty()) return;
-  const int a = std::min(actual_.desde, actual_.hasta), b = std::max(actual_.desde, actual_.hasta);
-  const QRect zona = ZonaNoche(actual_.fila, NocheDe(a)).united(ZonaNoche(actual_.fila, NocheDe(b)));
-  PintaAnillo(p, zona, hasFocus() ? Colores().acento : Colores().bordeCampo, 2);
+  PintaAnillo(p, ZonaDe(actual_), hasFocus() ? Colores().acento : Colores().bordeCampo, 2);
 }
 
+// Months above, then weekdays and days.
 void TablaCuadro::PintaCabeza(QPainter& p) const {
   const Paleta& c = Colores();
   p.fillRect(0, 0, viewport()->width(), kCabeza, c.realce);
@@ -217,24 +257,42 @@ void TablaCuadro::PintaCabeza(QPainter& p) const {
   p.drawText(QRect(kMargen, 0, kLado - kMargen, kCabeza), Qt::AlignVCenter | Qt::AlignLeft,
              QStringLiteral("Habitación"));
   const bool estrecho = AnchoNoche() < p.fontMetrics().horizontalAdvance(QStringLiteral("mié")) + 4;
+  const int medio = kMeses + (kCabeza - kMeses) / 2;
   for (int n = 0; n < cuadro_.noches(); ++n) {
     const com::Fecha dia = NocheDe(n);
-    const QRect zona(X(n), 0, X(n + 1) - X(n), kCabeza);
+    if (n == 0 || com::ACivil(dia).dia == 1) PintaMes(p, n);
+    const QRect zona(X(n), kMeses, X(n + 1) - X(n), kCabeza - kMeses);
     if (dia == cuadro_.hoy()) p.fillRect(zona, c.acento);
-    p.fillRect(zona.left(), 0, 1, kCabeza, c.borde);
+    p.fillRect(zona.left(), kMeses, 1, kCabeza, c.borde);
     p.setPen(dia == cuadro_.hoy() ? c.sobreAcento : com::DiaSemana(dia) >= 6 ? c.tenue : c.texto);
     p.setFont(estrecho ? FuenteEstrecha(Letra::Chica, QStringLiteral("30"), zona.width() - 2) : Fuente(Letra::Chica));
-    // The month stands at its first day, and at the first in sight.
-    const bool conMes = n == 0 || com::ACivil(dia).dia == 1;
     const QString arriba = estrecho ? Dia(dia, "ddd").left(1).toUpper() : Dia(dia, "ddd");
-    const QString abajo = conMes && !estrecho ? Dia(dia, "d MMM") : Dia(dia, "d");
-    p.drawText(zona.adjusted(0, 3, 0, -kCabeza / 2), Qt::AlignCenter, arriba);
+    p.drawText(QRect(zona.left(), kMeses + 3, zona.width(), medio - kMeses - 3), Qt::AlignCenter, arriba);
     // Where the days are narrower than their numbers, one a week stands for all.
     const int sobra = p.fontMetrics().horizontalAdvance(QStringLiteral("30")) + 2 - zona.width();
     if (sobra > 0 && com::DiaSemana(dia) != 1) continue;
-    p.drawText(zona.adjusted(-std::max(sobra, 0), kCabeza / 2, std::max(sobra, 0), -3), Qt::AlignCenter, abajo);
+    p.drawText(QRect(zona.left(), medio, zona.width(), kCabeza - medio - 3)
+                   .adjusted(-std::max(sobra, 0), 0, std::max(sobra, 0), 0),
+               Qt::AlignCenter, Dia(dia, "d"));
   }
   p.fillRect(0, kCabeza - 1, viewport()->width(), 1, c.borde);
+  p.fillRect(kLado - 1, 0, 1, kCabeza, c.borde);
+}
+
+// The month that begins at that night, over its days in sight; cut short where there are few.
+void TablaCuadro::PintaMes(QPainter& p, int noche) const {
+  const com::Fecha dia = NocheDe(noche);
+  int fin = noche + 1;
+  while (fin < cuadro_.noches() && com::ACivil(NocheDe(fin)).dia != 1) ++fin;
+  const QRect zona = QRect(X(noche), 0, X(fin) - X(noche), kMeses).adjusted(kMargen, 0, -2, 0);
+  p.fillRect(X(noche), 0, 1, kMeses, Colores().borde);
+  p.setFont(Fuente(Letra::Chica));
+  p.setPen(Colores().texto);
+  for (const char* formato : {"MMMM yyyy", "MMM yyyy", "MMM"}) {
+    const QString mes = Dia(dia, formato);
+    if (p.fontMetrics().horizontalAdvance(mes) > zona.width()) continue;
+    return p.drawText(zona, Qt::AlignVCenter | Qt::AlignLeft, mes);
+  }
 }
 
 // --- the user --------------------------------------------------------------------------------------------------------
@@ -295,6 +353,7 @@ void TablaCuadro::Acepta() {
 void TablaCuadro::Mueve(int fila, int columna, bool extiende) {
   const int filas = static_cast<int>(cuadro_.habitaciones().size());
   if (filas == 0) return;
+  viewport()->update(ZonaDe(actual_));
   actual_.fila = std::clamp(fila, 0, filas - 1);
   actual_.hasta = std::clamp(columna, 0, cuadro_.noches() - 1);
   if (!extiende) actual_.desde = actual_.hasta;
@@ -302,7 +361,7 @@ void TablaCuadro::Mueve(int fila, int columna, bool extiende) {
   const QString dice = Dice(actual_.fila, actual_.hasta);
   setAccessibleDescription(dice);
   if (alMover) alMover(dice);
-  viewport()->update();
+  viewport()->update(ZonaDe(actual_));
 }
 
 QString TablaCuadro::Dice(int fila, int columna) const {
@@ -310,11 +369,13 @@ QString TablaCuadro::Dice(int fila, int columna) const {
   const int a = std::min(actual_.desde, actual_.hasta), b = std::max(actual_.desde, actual_.hasta);
   if (a != b) {
     return cuarto + Q(regional::FechaCorta(NocheDe(a))) + QStringLiteral(" – ") +
-           Q(regional::FechaCorta(NocheDe(b + 1))) + QStringLiteral(": %1 noches. Enter las reserva").arg(b - a + 1);
+           Q(regional::FechaCorta(NocheDe(b + 1))) +
+           QStringLiteral(": %1 noches. Pulse Enter para reservarlas").arg(b - a + 1);
   }
   const recepcion::Barra* barra = cuadro_.En(fila, NocheDe(columna));
   const QString noche = cuarto + Dia(NocheDe(columna), "ddd d 'de' MMMM") + QStringLiteral(": ");
-  if (barra == nullptr) return noche + QStringLiteral("libre. Enter la reserva; Mayús y flechas toman más noches");
+  if (barra == nullptr)
+    return noche + QStringLiteral("libre. Pulse Enter para reservarla; Mayús y flechas toman más noches");
   return noche + Consejo(*barra).replace(QLatin1Char('\n'), QStringLiteral(" · "));
 }
 

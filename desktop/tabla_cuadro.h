@@ -1,8 +1,11 @@
-// The tape chart's surface: rooms down, nights across, bars over them. Paints only what is in sight.
+// The tape chart's surface: rooms down, nights across, bars over them. Paints only what is in sight, each row once:
+// what is painted again comes from the rows' pictures.
 #pragma once
 
 #include <QAbstractScrollArea>
+#include <QCache>
 #include <QPainter>
+#include <QPixmap>
 #include <functional>
 #include <optional>
 
@@ -31,6 +34,7 @@ class TablaCuadro : public QAbstractScrollArea {
   bool viewportEvent(QEvent* evento) override;
   void paintEvent(QPaintEvent* evento) override;
   void resizeEvent(QResizeEvent* evento) override;
+  void changeEvent(QEvent* evento) override;
   void scrollContentsBy(int dx, int dy) override;
   void mousePressEvent(QMouseEvent* evento) override;
   void mouseMoveEvent(QMouseEvent* evento) override;
@@ -49,9 +53,14 @@ class TablaCuadro : public QAbstractScrollArea {
   int FilaEn(const QPoint& punto) const;
   int ColumnaEn(const QPoint& punto) const;
   const recepcion::Barra* BarraEn(const QPoint& punto) const;
+  int Y(int fila) const;  // top of a row in the viewport
+  QRect ZonaDe(const Seleccion& seleccion) const;
+  const QPixmap& Pintada(int fila);
   void PintaFila(QPainter& p, int fila) const;
+  void PintaDias(QPainter& p, int y) const;
   void PintaBarra(QPainter& p, const recepcion::Barra& barra) const;
   void PintaCabeza(QPainter& p) const;
+  void PintaMes(QPainter& p, int noche) const;
   void PintaSeleccion(QPainter& p) const;
   void Mueve(int fila, int columna, bool extiende);
   void Acepta();
@@ -61,6 +70,7 @@ class TablaCuadro : public QAbstractScrollArea {
   recepcion::Cuadro& cuadro_;
   Seleccion actual_;
   std::optional<QPoint> pulsado_;
+  QCache<int, QPixmap> pintadas_;  // rows, by their number
 };
 
 }  // namespace vista

@@ -20,6 +20,7 @@
 #include "host/standalone/documento.h"
 #include "platform/com/error.h"
 #include "platform/regional/regional.h"
+#include "schema/esquema.h"
 
 namespace vista {
 
@@ -208,7 +209,7 @@ void VentanaHoy::MuestraFilas() {
                {Q(fila.folio), Q(fila.huesped), Q(fila.habitaciones), Q(regional::FechaCorta(fila.llegada)),
                 Q(regional::FechaCorta(fila.salida)), fila.personas > 0 ? QString::number(fila.personas) : QString(),
                 Estado(fila), Q(fila.referencia)},
-               fila.estado == "CA" || fila.estado == "CE", {kColumnaPersonas});
+               fila.estado == esquema::kCancelada || fila.estado == esquema::kCerrada, {kColumnaPersonas});
   }
   tabla_->resizeColumnsToContents();
   tabla_->setUpdatesEnabled(true);

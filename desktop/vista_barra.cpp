@@ -15,6 +15,7 @@
 
 #include "desktop/accesible.h"
 #include "desktop/escala.h"
+#include "desktop/estados.h"
 #include "desktop/estilo.h"
 #include "desktop/guarda.h"
 #include "desktop/iconos.h"
@@ -76,17 +77,24 @@ class Distintivo : public QLabel {
     const Paleta& c = Colores();
     Caja caja{c.superficie, c.tenue, 1};
     QColor tinta = c.tenue;
-    if (text() == QLatin1String("Activa")) {
-      caja.borde = tinta = c.acento;
-    } else if (text() == QLatin1String("Confirmada")) {
-      caja = {c.acento, c.acento, 1};
-      tinta = c.sobreAcento;
-    } else if (text() == QLatin1String("DEMO")) {
-      caja = {c.aviso, c.aviso, 1};
-      tinta = TextoSobre(c.aviso);
-    } else if (text() == QLatin1String("Cancelada")) {
-      caja = {c.peligro, c.peligro, 1};
-      tinta = TextoSobre(c.peligro);
+    switch (TonoDe(text())) {
+      case Tono::Borde:
+        caja.borde = tinta = c.acento;
+        break;
+      case Tono::Lleno:
+        caja = {c.acento, c.acento, 1};
+        tinta = c.sobreAcento;
+        break;
+      case Tono::Peligro:
+        caja = {c.peligro, c.peligro, 1};
+        tinta = TextoSobre(c.peligro);
+        break;
+      case Tono::Aviso:
+        caja = {c.aviso, c.aviso, 1};
+        tinta = TextoSobre(c.aviso);
+        break;
+      case Tono::Discreto:
+        break;
     }
     QPainter p(this);
     PintaCaja(p, rect(), caja);
@@ -249,7 +257,7 @@ QWidget* VistaBarra::CreaLado() {
   if (contexto().demo) {
     auto* demo = new Distintivo(lado);
     demo->setObjectName(QStringLiteral("demo"));
-    demo->setText(QStringLiteral("DEMO"));
+    demo->setText(QLatin1String(kMarcaDemo));
     demo->setToolTip(QStringLiteral("Hotel para practicar: lo que se reserva aquí no es de nadie"));
     demo->setFont(Fuente(Letra::Fuerte));
     demo->setContentsMargins(espacio::kChico, 0, espacio::kChico, 0);

@@ -191,12 +191,17 @@ void MideCuadro() {
     barra->setValue(barra->value() + 3 > barra->maximum() ? 0 : barra->value() + 3);
     EsperaPintado(testigo);
   });
+  const double pagina = Mediana(31, [&] {
+    barra->setValue(barra->value() == barra->maximum() ? 0 : barra->value() + barra->pageStep());
+    EsperaPintado(testigo);
+  });
   const double entera = Mediana(31, [&] {
     ventana.tabla().viewport()->update();
     EsperaPintado(testigo);
   });
   std::printf("%-44s %8.1f ms\n", "tape chart of 60 nights, read", lee);
   std::printf("%-44s %8.1f ms\n", "tape chart scrolled by three rows, painted", rueda);
+  std::printf("%-44s %8.1f ms\n", "tape chart scrolled by a page, painted", pagina);
   std::printf("%-44s %8.1f ms\n", "tape chart painted whole", entera);
 }
 
