@@ -58,6 +58,7 @@
 
 namespace vista {
 
+#include "recepcion/porque.h"
 namespace {
 
 constexpr const char* kUso =
@@ -330,6 +331,9 @@ void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion, 
   const auto opcion = [&](const char* titulo, const char* codigo) {
     contexto.menu.push_back(
         {QString::fromUtf8(titulo), [&escritorio, codigo] { escritorio.AbrePantalla(codigo, {}); }, 0});
+  };
+  contexto.porque = [](const controles::Grid& grid, int fila, int columna) {
+    return Q(recepcion::EnLineas(recepcion::PorQue(grid.formulario(), fila, columna)));
   };
   opcion("&Clientes…", "CA014");
   opcion("&Formas de pago…", "CA016");

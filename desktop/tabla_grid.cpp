@@ -1,6 +1,7 @@
 #include "desktop/tabla_grid.h"
 
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QInputMethodEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
@@ -160,6 +161,13 @@ void TablaGrid::changeEvent(QEvent* evento) {
 }
 
 // --- mouse, input methods and focus
+
+bool TablaGrid::viewportEvent(QEvent* evento) {
+  if (evento->type() != QEvent::ToolTip) return QTableView::viewportEvent(evento);
+  const QModelIndex celda = indexAt(static_cast<QHelpEvent*>(evento)->pos());
+  if (celda.isValid() && vista_.Explica(celda.row(), celda.column())) return true;
+  return QTableView::viewportEvent(evento);
+}
 
 void TablaGrid::mousePressEvent(QMouseEvent* evento) {
   if (evento->button() != Qt::LeftButton) return;

@@ -13,6 +13,7 @@ class TablaGrid : public QTableView {
 
  protected:
   void paintEvent(QPaintEvent* evento) override;
+  bool viewportEvent(QEvent* evento) override;
   void scrollContentsBy(int dx, int dy) override;
   void mousePressEvent(QMouseEvent* evento) override;
   void mouseMoveEvent(QMouseEvent* evento) override;

@@ -27,6 +27,7 @@ bool EsOrden(const QKeyEvent& e) {
 }
 bool EsFlecha(const QKeyEvent& e) { return Es<Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down>(e); }
 bool EsFlechaConMayus(const QKeyEvent& e) { return EsFlecha(e) && e.modifiers().testFlag(Qt::ShiftModifier); }
+bool EsPorQue(const QKeyEvent& e) { return Es<Qt::Key_F1>(e) && e.modifiers() == Qt::ShiftModifier; }
 bool EsDelGrid(const QKeyEvent& e) { return EsFlecha(e) || Es<Qt::Key_Backspace, Qt::Key_Delete>(e); }
 // No plain character.
 bool TieneCodigo(const QKeyEvent& e) { return CodigoTecla(e.key()) != 0; }
@@ -34,6 +35,7 @@ bool TieneCodigo(const QKeyEvent& e) { return CodigoTecla(e.key()) != 0; }
 }  // namespace
 
 const TecladoGrid::Regla TecladoGrid::kReglas[] = {
+    {En::Tablero, EsPorQue, &TecladoGrid::Explica},
     {En::Tablero, Es<Qt::Key_Space>, &TecladoGrid::MarcaNoche},
     {En::Tablero, EsFlechaConMayus, &TecladoGrid::MarcaTramo},
     {En::Renglones, Es<Qt::Key_Escape>, &TecladoGrid::Deshace},
@@ -71,6 +73,12 @@ bool TecladoGrid::Escribe(const QKeyEvent& evento) {
 }
 
 // --- the board's
+
+// Why the night is not free.
+bool TecladoGrid::Explica(const QKeyEvent& /*evento*/) {
+  static_cast<void>(vista_.Explica(grid().fila(), grid().columna()));
+  return true;
+}
 
 // Space marks the night, Shift+Space the whole row.
 bool TecladoGrid::MarcaNoche(const QKeyEvent& evento) {

@@ -31,6 +31,7 @@ class TecladoGrid {
   // In the order in which they are asked.
   static const Regla kReglas[];
 
+  bool Explica(const QKeyEvent& evento);
   bool MarcaNoche(const QKeyEvent& evento);
   bool MarcaTramo(const QKeyEvent& evento);
   bool Deshace(const QKeyEvent& evento);

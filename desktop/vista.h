@@ -48,6 +48,9 @@ struct Contexto {
     QString texto, folio;
   };
   std::function<Novedad()> novedad;
+  // Why a cell of a board is as it is, in several lines: who holds it, and what is free instead; "" for one that needs
+  // no words.
+  std::function<QString(const controles::Grid& grid, int fila, int columna)> porque;
   // The server's date.
   std::function<QDate()> hoy;
   QDate Hoy() const { return hoy ? hoy() : QDate::currentDate(); }

@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QTimer>
+#include <QToolTip>
 #include <algorithm>
 
 #include "desktop/accesible.h"
@@ -254,6 +255,16 @@ void VistaGrid::Acomoda() {
   agrega_->adjustSize();
   agrega_->move(fija_->mapTo(marco_, fija_->viewport()->geometry().topLeft()) + QPoint(2, debajo));
   agrega_->raise();
+}
+
+bool VistaGrid::Explica(int fila, int columna) {
+  if (!EsTablero(grid_) || !contexto().porque) return false;
+  QString texto;
+  Corre([&] { texto = contexto().porque(grid_, fila, columna); });
+  if (texto.isEmpty()) return false;
+  const QRect zona = ZonaCelda(fila, columna);
+  QToolTip::showText(marco_->mapToGlobal(zona.bottomLeft()), texto, marco_, zona);
+  return true;
 }
 
 QString VistaGrid::Aviso() const {

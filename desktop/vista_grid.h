@@ -60,6 +60,8 @@ class VistaGrid : public Vista {
   // What a point of one of its widgets shows; nothing for a widget that shows neither cells nor row headers.
   std::optional<LugarGrid> LugarEn(const QWidget& donde, const QPoint& punto) const;
   int FilasPorPagina() const;
+  // Says at the cell why it is not free; false where there is nothing to say.
+  bool Explica(int fila, int columna);
   // What a board without cells says in their place; empty when it has some.
   QString Aviso() const;
   // A row more, where one may be added.
