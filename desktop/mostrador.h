@@ -7,6 +7,7 @@
 #include "recepcion/cotizacion.h"
 #include "recepcion/cuadro.h"
 #include "recepcion/hoy.h"
+#include "recepcion/renglones.h"
 
 namespace vista {
 
@@ -21,8 +22,15 @@ class Mostrador {
   void AbreCuadro();
   // A quote over the telephone; what is picked becomes a New through the board.
   void AbreCotizacion();
+  // The room lines that a change of nights took away come back where they fit; what does not is told.
+  void ReponeHabitaciones();
+  // From now on what a change of nights takes away from that screen is kept.
+  void Vigila(controles::Formulario& principal) { quitados_.Vigila(principal); }
+  recepcion::RenglonesQuitados& quitados() { return quitados_; }
 
  private:
+  // What is captured is left, after the question that a person gets; false when she keeps it.
+  bool DejaCaptura();
   void AbreReservacion(const std::string& folio);
   void Reserva(const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos);
 
@@ -30,6 +38,7 @@ class Mostrador {
   recepcion::Hoy hoy_;
   recepcion::Cuadro cuadro_;
   recepcion::Cotizacion cotizacion_;
+  recepcion::RenglonesQuitados quitados_;
 };
 
 }  // namespace vista

@@ -25,10 +25,10 @@ class Resguardo {
   bool Permite(const controles::Formulario& principal, controles::Accion accion, QWidget* padre) const;
   // Whether the program may end (the window is closed, the session ends): asks as Close does.
   bool PermiteSalir(const controles::Formulario& principal, QWidget* padre) const;
-
- private:
+  // A capture holds something that was entered since it began.
   bool HayCaptura(const controles::Formulario& principal) const;
 
+ private:
   std::string inicio_;  // all that the inputs and room lines held when the capture began
 };
 

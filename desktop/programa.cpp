@@ -7,9 +7,11 @@
 #include <QMessageBox>
 #include <QScreen>
 #include <QTimer>
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
+#include <iterator>
 #include <memory>
 #include <vector>
 
@@ -17,6 +19,7 @@
 #include "desktop/ajustes.h"
 #include "desktop/asistente.h"
 #include "desktop/catalogos.h"
+#include "desktop/cuida_captura.h"
 #include "desktop/despues.h"
 #include "desktop/dialogos.h"
 #include "desktop/editor_catalogos.h"
@@ -55,10 +58,10 @@
 #include "platform/com/error.h"
 #include "platform/controls/barra.h"
 #include "publico/publico.h"
+#include "recepcion/porque.h"
 
 namespace vista {
 
-#include "recepcion/porque.h"
 namespace {
 
 constexpr const char* kUso =
@@ -248,7 +251,8 @@ void AlMensajeFatal(QtMsgType tipo, const QMessageLogContext&, const QString& te
   if (texto.startsWith(QLatin1String("This plugin does not support"))) return;
   // The last that the toolkit says before it ends the program.
   if (texto.contains(QLatin1String("connection broke"))) {
-    std::cerr << "reservas: se perdió la pantalla gráfica. Lo aceptado quedó guardado; lo que estaba en captura, no.\n";
+    std::cerr << "reservas: se perdió la pantalla gráfica. Lo aceptado quedó guardado; lo que estaba en captura se "
+                 "ofrece al volver a abrir.\n";
     return;
   }
   if (tipo != QtDebugMsg) std::cerr << texto.toStdString() << '\n';
@@ -328,12 +332,14 @@ void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion, 
   contexto.menu.push_back(
       {QStringLiteral("Cua&dro de habitaciones"), [&mostrador] { mostrador.AbreCuadro(); }, Qt::Key_F7});
   contexto.menu.push_back({QStringLiteral("Coti&zar…"), [&mostrador] { mostrador.AbreCotizacion(); }, Qt::Key_F8});
+  contexto.menu.push_back(
+      {QStringLiteral("Re&poner habitaciones"), [&mostrador] { mostrador.ReponeHabitaciones(); }, 0});
+  contexto.porque = [](const controles::Grid& grid, int fila, int columna) {
+    return Q(recepcion::EnLineas(recepcion::PorQue(grid.formulario(), fila, columna)));
+  };
   const auto opcion = [&](const char* titulo, const char* codigo) {
     contexto.menu.push_back(
         {QString::fromUtf8(titulo), [&escritorio, codigo] { escritorio.AbrePantalla(codigo, {}); }, 0});
-  };
-  contexto.porque = [](const controles::Grid& grid, int fila, int columna) {
-    return Q(recepcion::EnLineas(recepcion::PorQue(grid.formulario(), fila, columna)));
   };
   opcion("&Clientes…", "CA014");
   opcion("&Formas de pago…", "CA016");
@@ -519,18 +525,37 @@ int Programa::CorreVentana(OpcionesPrograma opciones) {
   const Reparto reparto(anfitrion, aparte);
   const auto bloqueo = PoneBloqueo(anfitrion, aparte, escritorio);  // before the windows, which take its menu
   componente.Abre(anfitrion.Padre());
+  mostrador.Vigila(componente.formulario());
+  std::optional<CuidaCaptura> cuida;
+  if (anfitrion.base() != ":memory:")
+    cuida.emplace(escritorio, anfitrion, mostrador.quitados(), autonomo::registro::CarpetaDeEstado());
   QObject vida;  // no signal is attended to after the screen's end
   AtiendeSenales(&vida, [&] {
     if (escritorio.PermiteSalir(componente.formulario())) QApplication::exit(kBien);
   });
   std::optional<autonomo::RespaldoDiario> diario;
   if (opciones.anfitrion.base.conexion.empty() && anfitrion.base() != ":memory:") diario.emplace(anfitrion.base());
-  const Vigia vigia([&] { return TomaNoticias(anfitrion, diario); },
-                    [&] { return QApplication::activeModalWidget() != nullptr || EnCaptura(componente.formulario()); },
-                    [&](const std::string& noticia) { Avisa(noticia, 48, escritorio.Frente()); });
-  QTimer::singleShot(0, &vida,
-                     [&] { vista::Corre([&] { Comienza(anfitrion, escritorio, mostrador, guia, recien); }); });
-  return QApplication::exec();
+  const auto noticias = [&] {
+    auto todas = TomaNoticias(anfitrion, diario);
+    if (cuida) std::ranges::move(cuida->TomaNoticias(), std::back_inserter(todas));
+    return todas;
+  };
+  const Vigia vigia(
+      noticias, [&] { return QApplication::activeModalWidget() != nullptr || EnCaptura(componente.formulario()); },
+      [&](const std::string& noticia) { Avisa(noticia, 48, escritorio.Frente()); });
+  QTimer::singleShot(0, &vida, [&] {
+    vista::Corre([&] {
+      if (!cuida || !cuida->Ofrece()) Comienza(anfitrion, escritorio, mostrador, guia, recien);
+    });
+  });
+  const int estado = QApplication::exec();
+  // Whoever leaves a locked screen to another finds her capture when she comes back.
+  if (cuida && estado == kOtraSesion) {
+    vista::Corre([&] { cuida->Guarda(); });
+  } else if (cuida) {
+    cuida->Olvida();
+  }
+  return estado;
 }
 
 // The scripted clerk works the windows: its answers come from the script, its hands act on the widgets.

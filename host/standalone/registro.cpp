@@ -44,15 +44,6 @@ void Aparta(const std::string& ruta) {
   for (int n = kAnteriores - 1; n >= 0; --n) std::filesystem::rename(nombre(n), nombre(n + 1), ec);
 }
 
-std::string CarpetaDeEstado() {
-  const auto valor = [](const char* variable) {
-    const char* v = std::getenv(variable);
-    return std::string(v == nullptr ? "" : v);
-  };
-  const std::string estado = valor("XDG_STATE_HOME");
-  return (estado.empty() ? valor("HOME") + "/.local/state" : estado) + "/reservas";
-}
-
 std::string Ahora() {
   const auto ahora = std::chrono::system_clock::now();
   const std::time_t segundos = std::chrono::system_clock::to_time_t(ahora);
@@ -84,6 +75,15 @@ std::string NumeroDe(const std::exception& falla) {
 }
 
 }  // namespace
+
+std::string CarpetaDeEstado() {
+  const auto valor = [](const char* variable) {
+    const char* v = std::getenv(variable);
+    return std::string(v == nullptr ? "" : v);
+  };
+  const std::string estado = valor("XDG_STATE_HOME");
+  return (estado.empty() ? valor("HOME") + "/.local/state" : estado) + "/reservas";
+}
 
 void Abre(const std::string& ruta) {
   Aparta(ruta);

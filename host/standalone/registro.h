@@ -14,6 +14,9 @@
 
 namespace autonomo::registro {
 
+// Where the user's programs keep what is no data: this log, drafts.
+std::string CarpetaDeEstado();
+
 // Appends to the file from now on; a file that has grown past a megabyte is first set aside as ".1", the three before
 // it as ".2" to ".4". com::Error kSoloLectura for one that cannot be written.
 void Abre(const std::string& ruta);

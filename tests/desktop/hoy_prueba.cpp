@@ -75,11 +75,11 @@ TEST_F(HoyVentanaPrueba, UnaCapturaNoSePierdeSinPreguntar) {
     elige(w);
   });
   EsperaMensaje("en captura", "No");
-  Tecla(Qt::Key_F5);
-  EXPECT_TRUE(Control<controles::ScreenToolbar>(Forma(), "Controles").EsNuevo());
-  EXPECT_EQ(Control<controles::LookupField>(Forma(), "txtCliente").text(), "0000000003");
-
-  Espera("hoy", elige);
+  Espera("hoy", [&](QWidget& w) {
+    EXPECT_TRUE(Control<controles::ScreenToolbar>(Forma(), "Controles").EsNuevo());
+    EXPECT_EQ(Control<controles::LookupField>(Forma(), "txtCliente").text(), "0000000003");
+    elige(w);
+  });
   EsperaMensaje("en captura", "Sí");
   Tecla(Qt::Key_F5);
   EXPECT_EQ(Folio(), "0000000010");

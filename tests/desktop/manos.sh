@@ -10,7 +10,8 @@ readonly limite=${LIMITE:-20}  # seconds
 rm -rf "$CARPETA"
 mkdir -p "$CARPETA"
 cd "$CARPETA"
-export HOME=$CARPETA XDG_DATA_HOME=$CARPETA/datos XDG_CONFIG_HOME=$CARPETA/ajustes
+export HOME=$CARPETA XDG_DATA_HOME=$CARPETA/datos XDG_CONFIG_HOME=$CARPETA/ajustes XDG_STATE_HOME=$CARPETA/estado
+estado=$XDG_STATE_HOME/reservas  # where drafts are kept
 base=$CARPETA/hotel.db
 # This account has seen the tour of the demo hotel.
 mkdir -p "$XDG_CONFIG_HOME/reservas"
@@ -44,6 +45,8 @@ espera() {  # what, command...: until the command succeeds
   done
 }
 
+en_borrador() { grep -qsF -- "$1" "$estado"/*.borrador; }  # text
+
 # --- windows
 
 enfocada() { xdotool getwindowfocus -f 2>/dev/null || true; }
@@ -66,13 +69,21 @@ ventana_principal() { espera "the keyboard did not come back to the main window"
 abierta() {
   espera "the day did not come up" es_titulo Hoy
   teclas Escape
+  ventana_nueva
+}
+# The main window has come up, without the day before it.
+ventana_nueva() {
   espera "the main window did not open" es_titulo Reservaciones
   principal=$(enfocada)
 }
-# Opens the program with these options and waits for its main window.
-abre() {
+# Starts the program with these options.
+lanza() {
   "$RESERVAS" --base "$base" --ahora 2026-03-09T10:00 "$@" >>"$CARPETA/salida" 2>>"$CARPETA/errores" &
   programa=$!
+}
+# The same, and waits for its main window.
+abre() {
+  lanza "$@"
   abierta
 }
 

@@ -60,10 +60,14 @@ abre
 encabezado
 teclas F6
 dialogo Disponibilidad
+espera 'no draft was written' en_borrador txtHuesped
 xdotool windowkill "$principal"
 terminado 1
 grep -q 'se perdió la pantalla gráfica' errores || falla 'nothing was said of the lost display'
 guardadas 46 2
-abre
+lanza
+dialogo 'Recuperar captura'
+teclas n
+abierta
 teclas ctrl+q
 terminado 0
