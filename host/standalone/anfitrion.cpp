@@ -157,6 +157,7 @@ void Anfitrion::RegistraClases() {
   inscribe(anfitrion::kClaseCalculoImpuesto, CreaCalculoImpuesto);
   inscribe(anfitrion::kClaseImpresion, CreaImpresion);
   inscribe(anfitrion::kClaseVisorRegistro, CreaVisorRegistro);
+  inscribe(anfitrion::kClaseExplicaPrecios, CreaExplicaPrecios);
 }
 
 com::Ptr<com::Despacho> Anfitrion::Padre() { return com::Ptr<com::Despacho>(new PadreDePantalla(*this)); }

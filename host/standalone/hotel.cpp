@@ -192,28 +192,11 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
 
   PrecioEstancia Cotiza(const std::string& habitacion, com::Fecha inicio, com::Fecha fin, Personas personas,
                         const std::string& moneda, double tipoCambio, int& personasExtra) {
-    const std::optional<CuartoConTipo> cuarto = LeeCuarto(Base(), habitacion);
-    if (!cuarto) throw Rechazo{"La habitación " + habitacion + " no existe"};
-    if (fin.dia <= inicio.dia) throw Rechazo{"La fecha final debe ser posterior a la fecha inicial"};
-    if (personas.adultos < 0 || personas.menores < 0) throw Rechazo{"El número de personas no puede ser negativo"};
-    double cambio = 1;
-    if (!EsMonedaLocal(Base(), moneda)) {
-      if (!ExisteMoneda(Base(), moneda)) throw Rechazo{"La moneda '" + moneda + "' no existe"};
-      if (!(tipoCambio > 0) || !std::isfinite(tipoCambio)) {
-        throw Rechazo{"El tipo de cambio de la moneda " + moneda + " debe ser mayor a 0"};
-      }
-      cambio = tipoCambio;
-    }
-    const Personas extra = PersonasExtra(cuarto->personasIncluidas, personas);
-    const PrecioEstancia precio =
-        PrecioDeEstancia(LeeTarifas(Base(), cuarto->tipo, inicio, fin), LeePrecioLista(Base(), cuarto->producto),
-                         inicio, fin, extra, cambio);
-    if (precio.sinTarifa) {
-      throw Rechazo{"No hay tarifa para " + cuarto->descripcionTipo + " la noche del " +
-                    regional::FechaCorta(*precio.sinTarifa)};
-    }
-    personasExtra = extra.adultos + extra.menores;
-    return precio;
+    Cotizado c = CotizaEstancia(Base(), habitacion, inicio, fin, personas, moneda, tipoCambio);
+    if (!c.motivo.empty()) throw Rechazo{c.motivo};
+    personasExtra = c.extra.adultos + c.extra.menores;
+    c.precio.noches.clear();  // they refer to what ends here
+    return std::move(c.precio);
   }
 
   std::string Inserta() {

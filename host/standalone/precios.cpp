@@ -4,8 +4,10 @@
 #include <cmath>
 #include <tuple>
 
+#include "host/standalone/parametros.h"
 #include "host/standalone/transaccion.h"
 #include "platform/com/variant.h"
+#include "platform/regional/regional.h"
 
 namespace autonomo {
 
@@ -57,10 +59,14 @@ PrecioEstancia PrecioDeEstancia(std::span<const Tarifa> tarifas, std::optional<d
       falta.sinTarifa = noche;
       return falta;
     }
-    total.habitacion += Centavos((tarifa != nullptr ? tarifa->precio : *precioLista) / tipoCambio);
+    NochePrecio esta{noche, tarifa, tarifa != nullptr ? tarifa->precio : *precioLista, 0, 0};
+    esta.habitacion = Centavos(esta.precio / tipoCambio);
     if (tarifa != nullptr) {
-      total.extra += Centavos((extra.adultos * tarifa->adultoExtra + extra.menores * tarifa->menorExtra) / tipoCambio);
+      esta.extra = Centavos((extra.adultos * tarifa->adultoExtra + extra.menores * tarifa->menorExtra) / tipoCambio);
     }
+    total.habitacion += esta.habitacion;
+    total.extra += esta.extra;
+    total.noches.push_back(esta);
   }
   return total;
 }
@@ -118,6 +124,36 @@ std::optional<double> LeePrecioLista(Conexion& conexion, const std::string& prod
 
 bool ExisteMoneda(Conexion& conexion, const std::string& moneda) {
   return Hay(conexion, "SELECT Mn_Cve_Moneda FROM Moneda WHERE Mn_Cve_Moneda = ? AND Es_Cve_Estado <> 'BA'", {moneda});
+}
+
+Cotizado CotizaEstancia(Conexion& conexion, const std::string& habitacion, com::Fecha inicio, com::Fecha fin,
+                        Personas personas, const std::string& moneda, double tipoCambio) {
+  Cotizado c;
+  const auto rechaza = [&](std::string motivo) {
+    c.motivo = std::move(motivo);
+    return std::move(c);
+  };
+  const std::optional<CuartoConTipo> cuarto = LeeCuarto(conexion, habitacion);
+  if (!cuarto) return rechaza("La habitación " + habitacion + " no existe");
+  c.cuarto = *cuarto;
+  if (fin.dia <= inicio.dia) return rechaza("La fecha final debe ser posterior a la fecha inicial");
+  if (personas.adultos < 0 || personas.menores < 0) return rechaza("El número de personas no puede ser negativo");
+  if (!EsMonedaLocal(conexion, moneda)) {
+    if (!ExisteMoneda(conexion, moneda)) return rechaza("La moneda '" + moneda + "' no existe");
+    if (!(tipoCambio > 0) || !std::isfinite(tipoCambio)) {
+      return rechaza("El tipo de cambio de la moneda " + moneda + " debe ser mayor a 0");
+    }
+    c.tipoCambio = tipoCambio;
+  }
+  c.extra = PersonasExtra(c.cuarto.personasIncluidas, personas);
+  c.tarifas = LeeTarifas(conexion, c.cuarto.tipo, inicio, fin);
+  c.precio =
+      PrecioDeEstancia(c.tarifas, LeePrecioLista(conexion, c.cuarto.producto), inicio, fin, c.extra, c.tipoCambio);
+  if (c.precio.sinTarifa) {
+    return rechaza("No hay tarifa para " + c.cuarto.descripcionTipo + " la noche del " +
+                   regional::FechaCorta(*c.precio.sinTarifa));
+  }
+  return c;
 }
 
 }  // namespace autonomo

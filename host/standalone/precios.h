@@ -36,9 +36,16 @@ struct Personas {
 Personas PersonasExtra(int incluidas, Personas personas);
 
 // Amounts are held in whole cents of the currency asked for.
+struct NochePrecio {
+  com::Fecha noche;
+  const Tarifa* tarifa = nullptr;  // of those given; null: the list price
+  double precio = 0;               // in local currency, without extra persons
+  std::int64_t habitacion = 0, extra = 0;
+};
 struct PrecioEstancia {
   std::int64_t habitacion = 0;
   std::int64_t extra = 0;
+  std::vector<NochePrecio> noches;      // the steps whose sum it is
   std::optional<com::Fecha> sinTarifa;  // first night without any price; the amounts are 0 then
 };
 // Sum over the nights inicio to fin - 1. precioLista: the night's price where no rate covers it, extra persons free.
@@ -64,5 +71,20 @@ std::vector<Tarifa> LeeTarifas(Conexion& conexion, const std::string& tipo, com:
 // Price list 1 of the product (its first row), tax included; nothing when it has no price.
 std::optional<double> LeePrecioLista(Conexion& conexion, const std::string& producto);
 bool ExisteMoneda(Conexion& conexion, const std::string& moneda);
+
+// The price of a stay in a room as Hotel.PrecioHabitacion gives it, with all that it rests on. Not to be copied: the
+// nights refer to the rates.
+struct Cotizado {
+  Cotizado() = default;
+  Cotizado(Cotizado&&) = default;
+  std::string motivo;  // why there is none, for the clerk; "" there is
+  CuartoConTipo cuarto;
+  Personas extra;
+  double tipoCambio = 1;  // 1 in local currency
+  std::vector<Tarifa> tarifas;
+  PrecioEstancia precio;
+};
+Cotizado CotizaEstancia(Conexion& conexion, const std::string& habitacion, com::Fecha inicio, com::Fecha fin,
+                        Personas personas, const std::string& moneda, double tipoCambio);
 
 }  // namespace autonomo
