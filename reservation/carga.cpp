@@ -167,7 +167,7 @@ void frmKV207::CargaRenglones(ado::Recordset& filas) {
     ssReservaciones.celda(fila, col::kTotal, com::Redondea(com::CDbl(valor("Rsd_Precio_Neto_Importe")), 2));
     ssReservaciones.celda(fila, col::kId, ++UltimoRenglon);
     ssReservaciones.Update();
-    AnotaAcuerdo(fila, false);
+    AnotaAcuerdo(fila, false, false);
     ancho = std::max(ancho, controles::EscritorioActual().AnchoTexto(*this, nombre));
   }
   ssReservaciones.ancho(col::kNombre, ancho + 200);

@@ -113,6 +113,7 @@ void frmKV207::VaciaRenglones() {
   OcultaFecha();
   ssReservaciones.QuitaTodas();
   precios_.clear();
+  precioPerdido_.clear();
   importesSinDecir_ = false;
   for (controles::LookupField* total : {&txtSubTotal, &txtImpuestos, &txtTotal}) total->valor(0);
 }

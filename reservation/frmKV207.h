@@ -20,6 +20,7 @@
 #include "platform/controls/formulario.h"
 #include "platform/controls/grid.h"
 #include "publico/captura.h"
+#include "publico/origen_precio.h"
 #include "reservation/tasacion.h"
 
 namespace kv207 {
@@ -173,9 +174,9 @@ class frmKV207 : public controles::Formulario, public publico::Captura {
   // --- tasacion.cpp: what the amounts of the lines rest on
   [[nodiscard]] bool PrecioAcordado(int fila) const override;
   // The line shows the hotel's price (conError: the hotel had none); a price that was agreed, under the header's
-  // currency and rate (incompleto: not broken down); no price.
+  // currency and rate (incompleto: not broken down; tecleado: by the clerk, now); no price.
   void AnotaTarifa(int fila, bool conError);
-  void AnotaAcuerdo(int fila, bool incompleto);
+  void AnotaAcuerdo(int fila, bool incompleto, bool tecleado);
   void OlvidaPrecio(int fila);
   // Prices a line anew, or converts its agreed price, when its amounts no longer fit the header; true when it did.
   bool PoneAlDia(int fila);
@@ -184,6 +185,10 @@ class frmKV207 : public controles::Formulario, public publico::Captura {
   // All lines before they are stored. False when some total changed or could not be worked out: the clerk has been told
   // and accepts again.
   [[nodiscard]] bool RevisaPrecios();
+
+  [[nodiscard]] OrigenPrecio OrigenDe(int fila) const;
+  // What the clerk is to know before the price that was agreed for the current line is lost, or after one was.
+  [[nodiscard]] std::string AvisoDePrecio() const;
 
   // --- guardar.cpp: saving
   void Controles_Aceptar(bool nuevo);
@@ -249,6 +254,7 @@ class frmKV207 : public controles::Formulario, public publico::Captura {
 
   frmDisponibilidad& tablero_;
   std::unordered_map<int, PrecioRenglon> precios_;  // by the line's bookmark
+  std::string precioPerdido_;                       // the last agreed price that gave way to the hotel's, in words
   bool importesSinDecir_ = false;                   // totals that changed at an accept and were not told yet
   std::vector<std::unique_ptr<controles::Etiqueta>> etiquetas_;
 };

@@ -1,6 +1,7 @@
 // Pricing of a room line and totals of the reservation. All prices include tax.
 #include <string>
 
+#include "platform/regional/regional.h"
 #include "publico/avisos.h"
 #include "publico/columnas.h"
 #include "publico/publico.h"
@@ -22,6 +23,8 @@ bool frmKV207::CalculaRenglon(int fila, bool soloRecalcular) {
   const int menores = PersonasDeCelda(grid.celda(fila, col::kMenores));
   const int infantes = PersonasDeCelda(grid.celda(fila, col::kInfantes));
   if (adultos == 0 && menores == 0 && infantes == 0) return false;
+  const OrigenPrecio origen = OrigenDe(fila);
+  const double antes = com::CDbl(grid.celda(fila, col::kTotal));
   if (!soloRecalcular) OlvidaPrecio(fila);
   if (txtNHuesped.text().empty()) {
     Avisa(*this, mensaje::kPrecioSinHuesped);
@@ -68,7 +71,13 @@ bool frmKV207::CalculaRenglon(int fila, bool soloRecalcular) {
   grid.celda(fila, col::kImpuestoImporte, d.impuestoImporte);
   grid.celda(fila, col::kPrecioNeto, d.precioNeto);
   grid.celda(fila, col::kTotal, com::Redondea(d.total, 2));
-  if (!soloRecalcular) AnotaTarifa(fila, conError);
+  if (soloRecalcular) return true;
+  AnotaTarifa(fila, conError);
+  if (origen == OrigenPrecio::Acordado || origen == OrigenPrecio::Guardado) {
+    precioPerdido_ = "Renglón " + std::to_string(fila + 1) + ": el precio " +
+                     (origen == OrigenPrecio::Acordado ? "acordado, " : "guardado, ") + regional::Moneda(antes) +
+                     ", cambió al del hotel, " + regional::Moneda(com::CDbl(grid.celda(fila, col::kTotal)));
+  }
   return true;
 }
 

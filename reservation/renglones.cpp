@@ -286,7 +286,7 @@ void SaleDeImporte(frmKV207& formulario, bool tecleada) {
   if (!tecleada && !vacia) return;
   DerivaImportes(grid, grid.fila(), grid.ClaveColumna() == col::kDescuentoImporte);
   const bool completo = formulario.CalculaRenglon(grid.fila(), true);
-  formulario.AnotaAcuerdo(grid.fila(), !completo);
+  formulario.AnotaAcuerdo(grid.fila(), !completo, true);
 }
 
 // --- date pop-up ---

@@ -2,6 +2,10 @@
 // again, an agreed price follows the currency.
 #include "reservation/tasacion.h"
 
+#include <algorithm>
+#include <iterator>
+
+#include "platform/regional/regional.h"
 #include "publico/avisos.h"
 #include "publico/columnas.h"
 #include "publico/publico.h"
@@ -91,13 +95,36 @@ void frmKV207::AnotaTarifa(int fila, bool conError) {
   }
 }
 
-void frmKV207::AnotaAcuerdo(int fila, bool incompleto) {
+void frmKV207::AnotaAcuerdo(int fila, bool incompleto, bool tecleado) {
+  precioPerdido_.clear();
   auto condiciones = Condiciones(fila);
   if (!condiciones) return OlvidaPrecio(fila);
   const auto importe = [&](std::string_view columna) { return com::CDbl(ssReservaciones.celda(fila, columna)); };
   const CondicionesEncabezado& e = condiciones->encabezado;
-  Acuerdo acuerdo{e.moneda, e.tipoCambio, importe(col::kPrecio), importe(col::kPrecioExtra)};
+  Acuerdo acuerdo{e.moneda, e.tipoCambio, importe(col::kPrecio), importe(col::kPrecioExtra), tecleado};
   precios_[ssReservaciones.Marcador(fila)] = {*std::move(condiciones), incompleto, std::move(acuerdo)};
+}
+
+OrigenPrecio frmKV207::OrigenDe(int fila) const {
+  const PrecioRenglon* precio = fila < 0 || fila >= ssReservaciones.Filas() ? nullptr : PrecioDe(fila);
+  if (precio == nullptr) return OrigenPrecio::Ninguno;
+  if (!precio->acuerdo) return OrigenPrecio::Hotel;
+  return precio->acuerdo->tecleado ? OrigenPrecio::Acordado : OrigenPrecio::Guardado;
+}
+
+std::string frmKV207::AvisoDePrecio() const {
+  constexpr std::string_view kCambian[] = {col::kInicio, col::kFin, col::kAdultos, col::kMenores, col::kInfantes};
+  const bool enRenglones = foco() == &ssReservaciones || foco() == &dpFechaGrid;
+  const int fila = ssReservaciones.fila();
+  const OrigenPrecio origen = OrigenDe(fila);
+  if (!Controles.EnEdicion() || !enRenglones || origen == OrigenPrecio::Ninguno || origen == OrigenPrecio::Hotel ||
+      std::ranges::find(kCambian, ssReservaciones.ClaveColumna()) == std::end(kCambian)) {
+    return Controles.EnEdicion() ? precioPerdido_ : std::string();
+  }
+  return "Renglón " + std::to_string(fila + 1) + ": el precio " +
+         (origen == OrigenPrecio::Acordado ? "acordado, " : "guardado, ") +
+         regional::Moneda(com::CDbl(ssReservaciones.celda(fila, col::kTotal))) +
+         ", se pierde si cambia fechas o personas: se pide otra vez el del hotel";
 }
 
 bool frmKV207::PoneAlDia(int fila) {

@@ -31,6 +31,7 @@ struct Acuerdo {
   std::string moneda;
   double tipoCambio = 0;
   double precio = 0, personaExtra = 0;
+  bool tecleado = false;  // in this capture
 };
 
 struct PrecioRenglon {
