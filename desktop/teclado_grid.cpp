@@ -35,25 +35,38 @@ bool TieneCodigo(const QKeyEvent& e) { return CodigoTecla(e.key()) != 0; }
 }  // namespace
 
 const TecladoGrid::Regla TecladoGrid::kReglas[] = {
-    {En::Tablero, EsPorQue, &TecladoGrid::Explica},
-    {En::Tablero, Es<Qt::Key_Space>, &TecladoGrid::MarcaNoche},
-    {En::Tablero, EsFlechaConMayus, &TecladoGrid::MarcaTramo},
-    {En::Renglones, Es<Qt::Key_Escape>, &TecladoGrid::Deshace},
+    {En::Tablero, EsPorQue, &TecladoGrid::Explica, "Mayús+F1", "por qué una noche no está libre"},
+    {En::Tablero, Es<Qt::Key_Space>, &TecladoGrid::MarcaNoche, "Espacio, Mayús+Espacio",
+     "marcar una noche, toda la fila"},
+    {En::Tablero, EsFlechaConMayus, &TecladoGrid::MarcaTramo, "Mayús+flechas", "marcar un tramo"},
+    {En::Renglones, Es<Qt::Key_Escape>, &TecladoGrid::Deshace, "Esc", "dejar lo que había antes de escribir"},
     {En::Renglones, Toda, &TecladoGrid::QuitaSenalada},
-    {En::Renglones, EsSola<Qt::Key_Return, Qt::Key_Enter>, &TecladoGrid::EntraAEscribir},
+    {En::Renglones, EsSola<Qt::Key_Return, Qt::Key_Enter>, &TecladoGrid::EntraAEscribir, "Enter", "celda siguiente"},
     {En::Renglones, Toda, &TecladoGrid::Respalda},
-    {En::Todos, EsOrden<QKeySequence::SelectAll>, &TecladoGrid::SeleccionaTodo},
-    {En::Todos, EsSola<Qt::Key_Delete, Qt::Key_Backspace>, &TecladoGrid::VaciaCelda},
+    {En::Todos, EsOrden<QKeySequence::SelectAll>, &TecladoGrid::SeleccionaTodo, "Ctrl+A",
+     "seleccionar lo que hay en la celda"},
+    {En::Todos, EsSola<Qt::Key_Delete, Qt::Key_Backspace>, &TecladoGrid::VaciaCelda, "Supr", "vaciar la celda"},
     {En::Todos, TieneCodigo, &TecladoGrid::OlvidaSeleccion},
     {En::Todos, EsFlecha, &TecladoGrid::EntraPrimera},
     {En::Renglones, Es<Qt::Key_Down>, &TecladoGrid::AgregaAlFinal},
-    {En::Todos, Es<Qt::Key_Insert>, &TecladoGrid::Agrega},
-    {En::Todos, Es<Qt::Key_Home, Qt::Key_End>, &TecladoGrid::VaAlExtremo},
-    {En::Todos, Es<Qt::Key_PageUp, Qt::Key_PageDown>, &TecladoGrid::VaDePagina},
-    {En::Todos, EsOrden<QKeySequence::Copy>, &TecladoGrid::Copia},
-    {En::Todos, EsOrden<QKeySequence::Paste>, &TecladoGrid::Pega},
-    {En::Todos, EsDelGrid, &TecladoGrid::PasaAlGrid},
+    {En::Todos, Es<Qt::Key_Insert>, &TecladoGrid::Agrega, "Ins", "agregar una habitación"},
+    {En::Todos, Es<Qt::Key_Home, Qt::Key_End>, &TecladoGrid::VaAlExtremo, "Inicio, Fin",
+     "primera y última celda o noche"},
+    {En::Todos, Es<Qt::Key_PageUp, Qt::Key_PageDown>, &TecladoGrid::VaDePagina, "RePág, AvPág", "una página"},
+    {En::Todos, EsOrden<QKeySequence::Copy>, &TecladoGrid::Copia, "Ctrl+C", "copiar"},
+    {En::Todos, EsOrden<QKeySequence::Paste>, &TecladoGrid::Pega, "Ctrl+V", "pegar"},
+    {En::Todos, EsDelGrid, &TecladoGrid::PasaAlGrid, "Ctrl+Supr", "quitar una habitación"},
 };
+
+std::vector<TecladoGrid::Dicha> TecladoGrid::Dichas() {
+  std::vector<Dicha> dichas;
+  for (const Regla& r : kReglas) {
+    if (r.teclas == nullptr) continue;
+    const char* donde = r.en == En::Tablero ? "tablero" : r.en == En::Renglones ? "renglones" : "renglones y tablero";
+    dichas.push_back({r.teclas, r.que, donde});
+  }
+  return dichas;
+}
 
 controles::Grid& TecladoGrid::grid() const { return vista_.grid(); }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QKeyEvent>
+#include <vector>
 
 namespace controles {
 class Grid;
@@ -17,6 +18,11 @@ class TecladoGrid {
 
   // The grid's own keys; true when the key is dealt with. The form's keys and plain characters are none.
   bool Atiende(const QKeyEvent& evento);
+  // The keys that a clerk is told of, what they do, and whether on the board, in the lines or in both.
+  struct Dicha {
+    const char *teclas, *que, *donde;
+  };
+  static std::vector<Dicha> Dichas();
   // A plain character is typed; false for any other key.
   bool Escribe(const QKeyEvent& evento);
 
@@ -27,6 +33,8 @@ class TecladoGrid {
     bool (*es)(const QKeyEvent& evento);
     // True when the key is dealt with; false hands it to the rules below.
     bool (TecladoGrid::*hace)(const QKeyEvent& evento);
+    const char* teclas = nullptr;  // as the manual writes them, and what they do; null for what serves other rules
+    const char* que = nullptr;
   };
   // In the order in which they are asked.
   static const Regla kReglas[];

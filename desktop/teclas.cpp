@@ -38,6 +38,12 @@ int TeclaQt(int codigo) {
   return Qt::Key_unknown;
 }
 
+bool TeclaDeCampo::Es(const QKeyEvent& evento) const {
+  const int suya = evento.key() == Qt::Key_Enter ? Qt::Key_Return : evento.key();
+  return suya == tecla && (evento.modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier)) ==
+                              (modificador == Qt::NoModifier ? Qt::KeyboardModifiers() : modificador);
+}
+
 bool SinModificadores(const QKeyEvent& evento) {
   return (evento.modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier)) == Qt::NoModifier;
 }

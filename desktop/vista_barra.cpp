@@ -31,15 +31,34 @@ namespace {
 struct Atajo {
   Accion accion;
   const char* teclas;
+  const char* que;
 };
 constexpr Atajo kAtajos[] = {
-    {Accion::Nuevo, "Ctrl+N"},          {Accion::Editar, "Ctrl+E"},    {Accion::Aceptar, "Ctrl+Return"},
-    {Accion::Limpiar, "Ctrl+L"},        {Accion::Cerrar, "Ctrl+Q"},    {Accion::Confirmar, "Ctrl+K"},
-    {Accion::Eliminar, "Ctrl+Shift+X"}, {Accion::Reactivar, "Ctrl+R"}, {Accion::Correo, "Ctrl+P"},
-    {Accion::Registro, "Ctrl+I"},
+    {Accion::Nuevo, "Ctrl+N", "una reservación nueva"},
+    {Accion::Editar, "Ctrl+E", "editar la reservación"},
+    {Accion::Aceptar, "Ctrl+Return", "aceptar y guardar; en el tablero, aceptar lo marcado"},
+    {Accion::Limpiar, "Ctrl+L", "limpiar la pantalla, o abandonar la captura"},
+    {Accion::Cerrar, "Ctrl+Q", "cerrar"},
+    {Accion::Confirmar, "Ctrl+K", "confirmar la reservación"},
+    {Accion::Eliminar, "Ctrl+Shift+X", "cancelar la reservación"},
+    {Accion::Reactivar, "Ctrl+R", "reactivar una cancelada"},
+    {Accion::Correo, "Ctrl+P", "correo o imprimir"},
+    {Accion::Registro, "Ctrl+I", "registro de la reservación"},
 };
+constexpr const char *kAtajoMenu = "F10", *kAtajoNovedad = "Ctrl+O";
 
 }  // namespace
+
+std::vector<std::pair<QString, QString>> AtajosDeLaBarra() {
+  std::vector<std::pair<QString, QString>> atajos;
+  const auto agrega = [&](const char* teclas, const char* que) {
+    atajos.emplace_back(NombreDeAtajo(QKeySequence(QLatin1String(teclas))), QString::fromUtf8(que));
+  };
+  for (const Atajo& a : kAtajos) agrega(a.teclas, a.que);
+  agrega(kAtajoNovedad, "abrir otra vez la reservación de lo último que se hizo");
+  agrega(kAtajoMenu, "menú del hotel");
+  return atajos;
+}
 
 QKeySequence AtajoDe(Accion accion, bool dialogo) {
   // Esc itself belongs to the screen.
@@ -196,7 +215,8 @@ QToolButton* VistaBarra::CreaMenu() {
   for (const Contexto::Opcion& opcion : contexto().menu) {
     QMenu* donde = *opcion.grupo == '\0' ? menu : partes.at(opcion.grupo);
     QAction* accion = donde->addAction(opcion.titulo);
-    if (opcion.tecla != 0) accion->setText(opcion.titulo + QLatin1Char('\t') + QKeySequence(opcion.tecla).toString());
+    if (opcion.tecla != 0)
+      accion->setText(opcion.titulo + QLatin1Char('\t') + NombreDeAtajo(QKeySequence(opcion.tecla)));
     QObject::connect(accion, &QAction::triggered, widget(), [&opcion] { Corre(opcion.abre); });
   }
   for (const auto& [titulo, parte] : partes) menu->addMenu(parte);
@@ -213,7 +233,7 @@ QToolButton* VistaBarra::CreaMenu() {
   b->setFocusPolicy(Qt::TabFocus);
   b->setPopupMode(QToolButton::InstantPopup);
   b->setMenu(menu);
-  auto* atajo = new QShortcut(QKeySequence(QStringLiteral("F10")), widget()->parentWidget());
+  auto* atajo = new QShortcut(QKeySequence(QLatin1String(kAtajoMenu)), widget()->parentWidget());
   QObject::connect(atajo, &QShortcut::activated, b, &QToolButton::showMenu);
   return b;
 }
@@ -295,7 +315,7 @@ void VistaBarra::CreaNovedad(QWidget* padre) {
                    [this] { QApplication::clipboard()->setText(contexto().novedad().folio); });
   QObject::connect(menu, &QMenu::aboutToShow, novedad_, [this] { abre_->setEnabled(!barra_.EnEdicion()); });
   novedad_->setMenu(menu);
-  auto* atajo = new QShortcut(QKeySequence(QStringLiteral("Ctrl+O")), widget()->parentWidget());
+  auto* atajo = new QShortcut(QKeySequence(QLatin1String(kAtajoNovedad)), widget()->parentWidget());
   QObject::connect(atajo, &QShortcut::activated, novedad_, [this] { AbreNovedad(); });
 }
 

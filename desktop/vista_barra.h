@@ -6,6 +6,8 @@
 #include <QLabel>
 #include <QToolButton>
 #include <map>
+#include <utility>
+#include <vector>
 
 #include "desktop/vista.h"
 #include "platform/controls/barra.h"
@@ -14,6 +16,8 @@ namespace vista {
 
 // Shortcut of an action; empty when it has none.
 QKeySequence AtajoDe(controles::Accion accion, bool dialogo);
+// All of them, as a clerk reads them, and what they do.
+std::vector<std::pair<QString, QString>> AtajosDeLaBarra();
 // How a clerk reads it ("Ctrl+Mayús+X"), whatever the toolkit's language.
 QString NombreDeAtajo(const QKeySequence& atajo);
 

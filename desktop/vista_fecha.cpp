@@ -94,7 +94,7 @@ void VistaFecha::Deja(Qt::FocusReason motivo) {
 bool VistaFecha::Tecla(const QKeyEvent& evento) {
   const bool acepta = campo_.AceptaEntrada();
   const bool alt = evento.modifiers().testFlag(Qt::AltModifier);
-  if (acepta && (evento.key() == Qt::Key_F4 || (alt && evento.key() == Qt::Key_Down))) {
+  if (acepta && (kTeclaCalendario.Es(evento) || (alt && evento.key() == Qt::Key_Down))) {
     AbreCalendario();
     return true;
   }

@@ -201,13 +201,13 @@ bool VistaLookup::Retiene() {
 
 bool VistaLookup::Tecla(const QKeyEvent& evento) {
   const bool enter = evento.key() == Qt::Key_Return || evento.key() == Qt::Key_Enter;
-  if (enter && evento.modifiers().testFlag(Qt::AltModifier) && AbreFicha()) return true;
-  if (evento.key() == Qt::Key_F2 && lupa_ != nullptr && contexto().interactivo) {
-    if (evento.modifiers().testFlag(Qt::ControlModifier)) {
-      AbreCatalogo();
-    } else {
-      Busca();
-    }
+  if (kTeclaFicha.Es(evento) && AbreFicha()) return true;
+  if (lupa_ != nullptr && contexto().interactivo && kTeclaCatalogo.Es(evento)) {
+    AbreCatalogo();
+    return true;
+  }
+  if (lupa_ != nullptr && contexto().interactivo && kTeclaBusca.Es(evento)) {
+    Busca();
     return true;
   }
   if (CodigoTecla(evento.key()) >= kTeclaF1 && !Entrega()) return true;
@@ -284,7 +284,11 @@ void VistaLookup::Busca(const QString& filtro) {
   Corre([&] {
     formulario().Enfoca(campo_);
     const std::string clave = contexto().busca(campo_, filtro);
-    if (clave.empty()) return edicion_->selectAll();
+    if (clave.empty()) {
+      // Cancelled, or typed already by what was searched in.
+      if (formulario().foco() == &campo_) edicion_->selectAll();
+      return;
+    }
     campo_.Teclea(clave);
     formulario().PulsaTecla(controles::tecla::kEnter);
   });
