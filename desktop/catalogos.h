@@ -61,8 +61,6 @@ std::vector<std::pair<std::string, std::string>> LeeReferencia(autonomo::Conexio
 // Whether the texts of the field stand at the right.
 bool EsNumero(const CampoCatalogo& campo);
 
-// Key after the highest that is a number, with the catalogue's zeros.
-std::string SiguienteClave(autonomo::Conexion& conexion, const Catalogo& catalogo);
 // Zero-fill mask of the catalogue's keys; "" none.
 std::string MascaraDe(autonomo::Conexion& conexion, const Catalogo& catalogo);
 // What is wrong with the texts that were typed for a row, "" nothing; valores gets them typed, up to the field that is

@@ -129,19 +129,6 @@ std::string MascaraDe(autonomo::Conexion& conexion, const Catalogo& c) {
   return autonomo::ValorParametro(conexion, c.mascara);
 }
 
-std::string SiguienteClave(autonomo::Conexion& conexion, const Catalogo& c) {
-  constexpr std::size_t kCifras = 15;  // what a number holds exactly
-  const std::string clave(c.campos.front().columna);
-  std::int64_t ultima = 0;
-  const auto rs = conexion.Consulta("SELECT " + clave + " FROM " + std::string(c.tabla));
-  for (; !rs->Eof(); rs->MoveNext()) {
-    const std::string texto = com::Recorta(com::CStr(rs->Fields(0).Value()));
-    if (texto.empty() || texto.size() > kCifras || texto.find_first_not_of("0123456789") != std::string::npos) continue;
-    ultima = std::max<std::int64_t>(ultima, std::stoll(texto));
-  }
-  return regional::ConMascara(std::to_string(ultima + 1), MascaraDe(conexion, c));
-}
-
 void Inserta(autonomo::Conexion& conexion, const Catalogo& c, std::vector<com::Variant> valores) {
   if (!c.consecutivo.empty()) {
     const auto rs = conexion.Consulta("SELECT MAX(" + std::string(c.consecutivo) + ") FROM " + std::string(c.tabla));

@@ -231,20 +231,6 @@ Busqueda::Busqueda(const QString& titulo, Filas filas, QWidget* padre)
 
 void Busqueda::Filtra(const QString& texto) { filtro_->setText(texto); }
 
-void Busqueda::OfreceNuevo(const QString& titulo, std::function<std::string(const QString&)> crea) {
-  QPushButton* boton = botones_->addButton(titulo, QDialogButtonBox::ActionRole);
-  boton->setObjectName(QStringLiteral("nuevo"));
-  boton->setAutoDefault(false);
-  connect(boton, &QPushButton::clicked, this, [this, crea = std::move(crea)] {
-    const std::string clave = crea(filtro_->text().trimmed());
-    if (clave.empty()) return;
-    lista_->clearSelection();
-    lista_->setCurrentItem(nullptr);
-    elegida_ = clave;
-    accept();
-  });
-}
-
 // Every word must be found in key or name.
 void Busqueda::Lista(const QString& texto) {
   const QStringList palabras = ParaBuscar(texto).split(QLatin1Char(' '), Qt::SkipEmptyParts);

@@ -54,9 +54,6 @@ class Busqueda : public QDialog {
   Busqueda(const QString& titulo, Filas filas, QWidget* padre);
   // Filters as if the text had been typed.
   void Filtra(const QString& texto);
-  // A button that makes a row which is not there; crea gets what was typed and gives the new key, which is chosen, or
-  // "" when nothing was made.
-  void OfreceNuevo(const QString& titulo, std::function<std::string(const QString& escrito)> crea);
   // Key of the chosen row; empty when the search was cancelled.
   std::string Elegida() const { return elegida_; }
 

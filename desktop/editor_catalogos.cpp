@@ -119,18 +119,14 @@ void Advierte(autonomo::Conexion& conexion, const Catalogo& catalogo, const std:
   if (!aviso.empty()) Avisa(aviso, 48, padre);
 }
 
-// antes: the row to change; null for a new one. propuesta: texts that a new one begins with. Key of what was stored;
-// nothing when nothing was.
-std::optional<std::string> EditaFila(autonomo::Conexion& conexion, const Catalogo& catalogo, const FilaCatalogo* antes,
-                                     QWidget* padre, const std::vector<std::string>& propuesta = {}) {
+// antes: the row to change; null for a new one. False when nothing was stored.
+bool EditaFila(autonomo::Conexion& conexion, const Catalogo& catalogo, const FilaCatalogo* antes, QWidget* padre) {
   Editor editor(Q(catalogo.titulo) + (antes == nullptr ? QStringLiteral(" · Nuevo") : QStringLiteral(" · Editar")),
                 padre);
   for (std::size_t i = 0; i < catalogo.campos.size(); ++i) {
     const CampoCatalogo& campo = catalogo.campos[i];
     const bool consecutivo = campo.columna == catalogo.consecutivo;
-    const QString texto = antes != nullptr       ? Q(TextoDe(campo, antes->valores[i]))
-                          : i < propuesta.size() ? Q(propuesta[i])
-                                                 : QString();
+    const QString texto = antes != nullptr ? Q(TextoDe(campo, antes->valores[i])) : QString();
     const Entrada entrada = EntradaDe(conexion, campo, texto, &editor);
     entrada.widget->setToolTip(Q(campo.ayuda));
     entrada.widget->setEnabled(!consecutivo && (antes == nullptr || !campo.llave || catalogo.todoEsLlave));
@@ -149,9 +145,9 @@ std::optional<std::string> EditaFila(autonomo::Conexion& conexion, const Catalog
     }
     return std::nullopt;
   };
-  if (!editor.Edita()) return std::nullopt;
+  if (!editor.Edita()) return false;
   Advierte(conexion, catalogo, valores, padre);
-  return TextoDe(catalogo.campos.front(), valores.front());
+  return true;
 }
 
 // --- one catalogue
@@ -319,11 +315,6 @@ class Lista : public QWidget {
 };
 
 }  // namespace
-
-std::string CapturaNueva(autonomo::Conexion& conexion, const Catalogo& catalogo, const std::string& nombre,
-                         QWidget* padre) {
-  return EditaFila(conexion, catalogo, nullptr, padre, {SiguienteClave(conexion, catalogo), nombre}).value_or("");
-}
 
 void AbreCatalogos(autonomo::Conexion& conexion, const std::string& codigo, QWidget* padre,
                    const HojaInicial& inicial) {

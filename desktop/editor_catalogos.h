@@ -49,8 +49,4 @@ struct HojaInicial {
 void AbreCatalogos(autonomo::Conexion& conexion, const std::string& codigo, QWidget* padre,
                    const HojaInicial& inicial = {});
 
-// Editor of a new row with the next key and that name; its key, "" when nothing was stored.
-std::string CapturaNueva(autonomo::Conexion& conexion, const Catalogo& catalogo, const std::string& nombre,
-                         QWidget* padre);
-
 }  // namespace vista

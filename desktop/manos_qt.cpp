@@ -12,7 +12,9 @@
 #include "desktop/teclas.h"
 #include "desktop/ventana_cotizacion.h"
 #include "desktop/ventana_cuadro.h"
+#include "desktop/ventana_explicacion.h"
 #include "desktop/ventana_hoy.h"
+#include "desktop/ventana_huesped.h"
 #include "desktop/vista_barra.h"
 #include "desktop/vista_grid.h"
 #include "guion/usable.h"
@@ -298,7 +300,8 @@ void ManosQt::Foto(controles::Formulario& formulario, const std::string& ruta) {
 
 std::vector<QDialog*> ManosQt::Mostrador() const {
   std::vector<QDialog*> ventanas;
-  for (QDialog* ventana : {hoy_.data(), cuadro_.data(), cotizacion_.data()}) {
+  for (QDialog* ventana :
+       {hoy_.data(), cuadro_.data(), cotizacion_.data(), huesped_.data(), cliente_.data(), explicacion_.data()}) {
     if (ventana != nullptr) ventanas.push_back(ventana);
   }
   return ventanas;
@@ -420,6 +423,104 @@ void ManosQt::ReservaOferta(recepcion::Cotizacion& cotizacion, int oferta) {
     EnviaTecla(ofertas, Qt::Key_Return);
     cotizacion.Reserva(ventana.Elegida());
   });
+}
+
+void ManosQt::Explica(const std::vector<recepcion::CuentaExplicada>& explicaciones) {
+  HazAlFrente([&] {
+    delete explicacion_;
+    explicacion_ = new VentanaExplicacion(explicaciones, 0, escritorio_.Frente());
+    Alza(*explicacion_);
+  });
+}
+
+// --- the guest
+
+// A new one for each search: it shows what the model holds when it is made.
+VentanaHuesped& ManosQt::HuespedALaVista(recepcion::Huespedes& huespedes) {
+  if (!huesped_) huesped_ = new VentanaHuesped(huespedes, escritorio_.Frente());
+  Alza(*huesped_);
+  return static_cast<VentanaHuesped&>(*huesped_);
+}
+
+void ManosQt::AbreHuespedes(recepcion::Huespedes& huespedes, const std::string& campo,
+                            const std::optional<recepcion::Periodo>& estancia) {
+  HazAlFrente([&] {
+    huespedes.Abre(campo, estancia);
+    delete huesped_;
+    HuespedALaVista(huespedes);
+  });
+}
+
+void ManosQt::BuscaHuesped(recepcion::Huespedes& huespedes, const std::string& texto) {
+  HazAlFrente([&] {
+    auto* linea = HuespedALaVista(huespedes).findChild<QLineEdit*>(QStringLiteral("busca"));
+    PreparaTexto(linea, true);
+    Teclea(linea, Q(texto));
+  });
+}
+
+void ManosQt::SenalaHuesped(recepcion::Huespedes& huespedes, int fila) {
+  HazAlFrente([&] {
+    auto* personas = HuespedALaVista(huespedes).findChild<QTableWidget*>(QStringLiteral("personas"));
+    if (fila < 0 || fila >= personas->rowCount()) return huespedes.Senala(fila);  // says why not
+    personas->selectRow(fila);
+  });
+}
+
+void ManosQt::EligeHuesped(recepcion::Huespedes& huespedes, bool conHabitacion, bool conNotas) {
+  HazAlFrente([&] {
+    if (huespedes.senalado() < 0) return huespedes.Elige(conHabitacion, conNotas);  // says why not
+    VentanaHuesped& ventana = HuespedALaVista(huespedes);
+    ventana.Muestra();
+    for (const auto& [nombre, quiere] : {std::pair("con_habitacion", conHabitacion), {"con_notas", conNotas}}) {
+      auto* casilla = ventana.findChild<QCheckBox*>(QLatin1String(nombre));
+      if (casilla->isVisible() && casilla->isEnabled() && casilla->isChecked() != quiere) {
+        EnviaClic(casilla, QPoint(8, casilla->height() / 2));
+      }
+    }
+    EnviaTecla(ventana.findChild<QTableWidget*>(QStringLiteral("personas")), Qt::Key_Return);
+    // A room that is held cannot be ticked: the model says so.
+    huespedes.Elige(conHabitacion, ventana.ConNotas());
+  });
+}
+
+void ManosQt::AbreVisita(recepcion::Huespedes& huespedes, int fila) {
+  HazAlFrente([&] {
+    VentanaHuesped& ventana = HuespedALaVista(huespedes);
+    auto* visitas = ventana.findChild<QTableWidget*>(QStringLiteral("visitas"));
+    if (fila < 0 || fila >= visitas->rowCount()) return huespedes.AbreReservacion(fila);  // says why not
+    visitas->selectRow(fila);
+    visitas->setFocus();
+    EnviaTecla(visitas, Qt::Key_Return);
+    huespedes.AbreReservacion(ventana.Visita());
+  });
+}
+
+std::vector<recepcion::Parecida> ManosQt::CreaHuesped(recepcion::Huespedes& huespedes, const recepcion::Persona& nueva,
+                                                      bool aunqueParezca) {
+  std::vector<recepcion::Parecida> parecidas;
+  HazAlFrente([&] {
+    delete cliente_;
+    auto* ventana = new VentanaClienteNuevo(huespedes, escritorio_.Frente());
+    cliente_ = ventana;
+    Alza(*ventana);
+    for (const auto& [nombre, texto] : {std::pair("nombre", nueva.nombre),
+                                        {"telefono", nueva.telefono},
+                                        {"correo", nueva.correo},
+                                        {"clave", nueva.clave}}) {
+      auto* linea = ventana->findChild<QLineEdit*>(QLatin1String(nombre));
+      PreparaTexto(linea, true);
+      Teclea(linea, Q(texto));
+    }
+    EnviaTecla(ventana->findChild<QLineEdit*>(QStringLiteral("nombre")), Qt::Key_Return,
+               aunqueParezca ? Qt::ControlModifier : Qt::NoModifier);
+    if (!ventana->isVisible()) return;
+    parecidas = ventana->parecidas();
+    if (parecidas.empty() || !ventana->Pregunta()) {
+      throw com::Error(com::error::kArgumento, ventana->Nota().toStdString());
+    }
+  });
+  return parecidas;
 }
 
 }  // namespace vista

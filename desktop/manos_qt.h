@@ -12,6 +12,7 @@ namespace vista {
 class VentanaCotizacion;
 class VentanaCuadro;
 class VentanaHoy;
+class VentanaHuesped;
 class VistaGrid;
 
 // One key event with a whole text is one stroke of typing, as an input method gives it; so a change event is raised
@@ -44,11 +45,21 @@ class ManosQt : public guion::Manos {
   void Cotiza(recepcion::Cotizacion& cotizacion, const recepcion::Pedido& pedido) override;
   void ReservaOferta(recepcion::Cotizacion& cotizacion, int oferta) override;
   void ReservaNoches(recepcion::Cuadro& cuadro, int fila, com::Fecha desde, com::Fecha hasta) override;
+  void AbreHuespedes(recepcion::Huespedes& huespedes, const std::string& campo,
+                     const std::optional<recepcion::Periodo>& estancia) override;
+  void BuscaHuesped(recepcion::Huespedes& huespedes, const std::string& texto) override;
+  void SenalaHuesped(recepcion::Huespedes& huespedes, int fila) override;
+  void EligeHuesped(recepcion::Huespedes& huespedes, bool conHabitacion, bool conNotas) override;
+  void Explica(const std::vector<recepcion::CuentaExplicada>& explicaciones) override;
+  void AbreVisita(recepcion::Huespedes& huespedes, int fila) override;
+  std::vector<recepcion::Parecida> CreaHuesped(recepcion::Huespedes& huespedes, const recepcion::Persona& nueva,
+                                               bool aunqueParezca) override;
 
  private:
   VentanaHoy& HoyALaVista(recepcion::Hoy& hoy);
   VentanaCuadro& CuadroALaVista(recepcion::Cuadro& cuadro);
   VentanaCotizacion& CotizacionALaVista(recepcion::Cotizacion& cotizacion);
+  VentanaHuesped& HuespedALaVista(recepcion::Huespedes& huespedes);
   // Those of the front desk that are there.
   std::vector<QDialog*> Mostrador() const;
   // Shows one of them alone.
@@ -64,7 +75,7 @@ class ManosQt : public guion::Manos {
   void PulsaCelda(VistaGrid& vista, int fila, int columna) const;
 
   EscritorioQt& escritorio_;
-  QPointer<QDialog> hoy_, cuadro_, cotizacion_;  // the main window's
+  QPointer<QDialog> hoy_, cuadro_, cotizacion_, huesped_, cliente_, explicacion_;  // the main window's
 };
 
 // Sends a key, pressed and released, to a widget.

@@ -40,7 +40,7 @@ QString TituloLargo(const controles::Columna& columna) {
 }
 
 // A cell as it is read aloud: row, column, value, state. The cells that name a row do not say it twice.
-QString Leida(const controles::Grid& grid, int fila, int columna) {
+QString Leida(const controles::Grid& grid, int fila, int columna, bool acordada) {
   QString texto;
   if (columna > kColumnaNombre) {
     texto = !EsTablero(grid) ? QStringLiteral("Renglón %1").arg(fila + 1) : Q(grid.Texto(fila, kColumnaNombre));
@@ -50,6 +50,7 @@ QString Leida(const controles::Grid& grid, int fila, int columna) {
   const QString valor = Q(escribe ? *grid.Edicion() : grid.Texto(fila, columna));
   texto += TituloLargo(grid.columna(columna)) + QStringLiteral(": ");
   texto += valor.isEmpty() ? QStringLiteral("vacío") : valor;
+  if (acordada) texto += QStringLiteral(", precio acordado");
   const int estilo = grid.estilo(fila, columna);
   if (estilo >= 0)
     texto += QStringLiteral(", ") + PalabraDe(Q(grid.Estilos()[static_cast<std::size_t>(estilo)].nombre));
@@ -86,8 +87,9 @@ QVariant ModeloGrid::data(const QModelIndex& indice, int papel) const {
       return QVariant::fromValue(c.fecha ? Qt::AlignCenter : Alineada(c.alineacion));
     }
     case Qt::AccessibleTextRole:
-      return Leida(grid_, fila, columna);
+      return Leida(grid_, fila, columna, esAcordada && esAcordada(fila, columna));
     case Qt::ToolTipRole:
+      if (const QString dicho = consejo ? consejo(fila, columna) : QString(); !dicho.isEmpty()) return dicho;
       return grid_.estilo(fila, columna) < 0 ? QVariant(Q(grid_.Texto(fila, columna)))
                                              : data(indice, Qt::AccessibleTextRole);
     case kEstilo:

@@ -31,6 +31,9 @@ class ModeloGrid : public QAbstractTableModel {
   QVariant headerData(int seccion, Qt::Orientation orientacion, int papel) const override;
 
   // The grid tells the model of its changes no more.
+  // Tip of a cell, "" the usual one; whether a cell shows that its line's price was agreed. Both may be missing.
+  std::function<QString(int fila, int columna)> consejo;
+  std::function<bool(int fila, int columna)> esAcordada;
   void Suelta();
   // Tells the views what has been gathered.
   void Sincroniza();

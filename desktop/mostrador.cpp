@@ -1,24 +1,38 @@
 #include "desktop/mostrador.h"
 
+#include <utility>
+
+#include "component/precios.h"
 #include "desktop/dialogos.h"
 #include "desktop/escritorio_qt.h"
 #include "desktop/ventana_cotizacion.h"
 #include "desktop/ventana_cuadro.h"
+#include "desktop/ventana_explicacion.h"
 #include "desktop/ventana_hoy.h"
+#include "desktop/ventana_huesped.h"
+#include "host/standalone/correo.h"
 #include "host/standalone/letras.h"
 #include "platform/com/error.h"
+#include "platform/controls/grid.h"
 #include "recepcion/pasos.h"
 
 namespace vista {
 
-Mostrador::Mostrador(EscritorioQt& escritorio) : escritorio_(escritorio), hoy_(autonomo::SinAcentos) {
+Mostrador::Mostrador(EscritorioQt& escritorio)
+    : escritorio_(escritorio),
+      hoy_(autonomo::SinAcentos),
+      huespedes_(autonomo::SinAcentos, autonomo::DireccionValida),
+      ayuda_([&escritorio] { return TeclasDelPrograma(escritorio.contexto()); }) {
   hoy_.alAbrir = [this](const std::string& folio) { AbreReservacion(folio); };
   cuadro_.alAbrir = hoy_.alAbrir;
+  huespedes_.alAbrir = hoy_.alAbrir;
+  huespedes_.alElegir = [this](const std::string& campo, const recepcion::Toma& toma) { TomaHuesped(campo, toma); };
   cuadro_.alReservar = [this](const std::string& habitacion, com::Fecha desde, com::Fecha hasta) {
     Reserva({desde, hasta, 0, 0, 0, ""}, {{habitacion, desde, hasta}});
   };
   cotizacion_.alReservar = [this](const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos) {
     Reserva(pedido, tramos);
+    if (!tramos_.empty()) BuscaHuesped("txtHuesped", "");
   };
 }
 
@@ -30,6 +44,7 @@ void Mostrador::AbreHoy() {
     escritorio_.VuelveAlFrente();
     if (salida == VentanaHoy::kCierra) return;
     if (salida == VentanaHoy::kCuadro) return AbreCuadro();
+    if (salida == VentanaHoy::kCotiza) return AbreCotizacion();
     if (!DejaCaptura()) continue;
     if (salida == VentanaHoy::kAbre) return hoy_.AbreFila(ventana.Elegida());
     static_cast<void>(escritorio_.Pulsa(controles::Accion::Nuevo));
@@ -80,6 +95,7 @@ void Mostrador::ReponeHabitaciones() {
 // Clear first: it also forgets what was marked on the board before.
 void Mostrador::Reserva(const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos) {
   controles::Formulario* principal = escritorio_.Principal();
+  tramos_.clear();
   if (principal == nullptr || !escritorio_.Pulsa(controles::Accion::Limpiar)) return;
   if (!escritorio_.Pulsa(controles::Accion::Nuevo)) return;
   if (!pedido.moneda.empty()) recepcion::TecleaMoneda(*principal, pedido.moneda);
@@ -92,6 +108,68 @@ void Mostrador::Reserva(const recepcion::Pedido& pedido, const std::vector<recep
   });
   principal->PulsaTecla(controles::tecla::kF6);
   escritorio_.AlAbrirModal(nullptr);
+  const auto* renglones = principal->Primero<controles::Grid>();
+  if (renglones == nullptr || renglones->Filas() == 0) return;  // the board was left without a room
+  pedido_ = pedido;
+  tramos_ = tramos;
+}
+
+void Mostrador::Explica() {
+  const controles::Formulario* principal = escritorio_.Principal();
+  const auto* renglones = principal == nullptr ? nullptr : principal->Primero<controles::Grid>();
+  if (renglones == nullptr) return;
+  std::vector<recepcion::CuentaExplicada> todas;
+  for (int fila = 0; fila < renglones->Filas(); ++fila) {
+    todas.push_back(recepcion::ExplicaRenglon(*principal, fila, kv207::OrigenDelPrecio(*principal, fila)));
+  }
+  todas.push_back(recepcion::ExplicaTotal(*principal));
+  const bool enRenglon = principal->foco() == renglones && renglones->fila() >= 0;
+  VentanaExplicacion ventana(todas, enRenglon ? static_cast<std::size_t>(renglones->fila()) : todas.size() - 1,
+                             escritorio_.Frente());
+  Atiende(ventana);
+  escritorio_.VuelveAlFrente();
+}
+
+// --- the guest
+
+void Mostrador::AbreHuesped() {
+  const controles::Formulario* principal = escritorio_.Principal();
+  if (principal == nullptr) return;
+  const bool cliente = principal->foco() != nullptr && principal->foco()->nombre() == "txtCliente";
+  const std::string campo = cliente ? "txtCliente" : "txtHuesped";
+  // What was typed there and is no key.
+  const auto* clave = controles::Como<controles::LookupField>(principal->Busca(campo));
+  const auto* nombre = clave == nullptr ? nullptr : clave->diseno().sql_control_resultado;
+  BuscaHuesped(campo, nombre != nullptr && nombre->text().empty() ? clave->text() : "");
+}
+
+void Mostrador::BuscaHuesped(const std::string& campo, const std::string& filtro) {
+  controles::Formulario* principal = escritorio_.Principal();
+  if (principal == nullptr) return;
+  huespedes_.Abre(campo, recepcion::EstanciaEnCaptura(*principal));
+  huespedes_.Busca(filtro);
+  for (;;) {
+    VentanaHuesped ventana(huespedes_, escritorio_.Frente());
+    const int salida = Atiende(ventana);
+    escritorio_.VuelveAlFrente();
+    if (salida == VentanaHuesped::kElige) return huespedes_.Elige(ventana.ConHabitacion(), ventana.ConNotas());
+    if (salida == VentanaHuesped::kAbre) return huespedes_.AbreReservacion(ventana.Visita());
+    if (salida != VentanaHuesped::kNuevo) return;
+    VentanaClienteNuevo nuevo(huespedes_, escritorio_.Frente());
+    const int hecho = Atiende(nuevo);
+    escritorio_.VuelveAlFrente();
+    if (hecho == VentanaClienteNuevo::kCreado) return huespedes_.Elige(false, false);
+  }
+}
+
+void Mostrador::TomaHuesped(const std::string& campo, const recepcion::Toma& toma) {
+  controles::Formulario* principal = escritorio_.Principal();
+  if (principal == nullptr) return;
+  if (!EnCaptura(*principal) && !escritorio_.Pulsa(controles::Accion::Nuevo)) return;
+  if (!recepcion::TecleaToma(*principal, campo, toma)) return;
+  if (campo != "txtHuesped") return;
+  recepcion::TecleaPersonas(*principal, pedido_, std::exchange(tramos_, {}));
+  recepcion::EnfocaLoQueFalta(*principal);
 }
 
 void Mostrador::AbreReservacion(const std::string& folio) {

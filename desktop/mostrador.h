@@ -4,9 +4,11 @@
 
 #include <string>
 
+#include "desktop/ayuda.h"
 #include "recepcion/cotizacion.h"
 #include "recepcion/cuadro.h"
 #include "recepcion/hoy.h"
+#include "recepcion/huespedes.h"
 #include "recepcion/renglones.h"
 
 namespace vista {
@@ -20,18 +22,29 @@ class Mostrador {
   void AbreHoy();
   // The tape chart; free nights that are picked become a New through the board.
   void AbreCuadro();
-  // A quote over the telephone; what is picked becomes a New through the board.
+  // A quote over the telephone; what is picked becomes a New through the board, then its guest is asked for.
   void AbreCotizacion();
   // The room lines that a change of nights took away come back where they fit; what does not is told.
   void ReponeHabitaciones();
   // From now on what a change of nights takes away from that screen is kept.
   void Vigila(controles::Formulario& principal) { quitados_.Vigila(principal); }
   recepcion::RenglonesQuitados& quitados() { return quitados_; }
+  // The guest's search for the field with the keyboard, or for the guest's; what is picked is typed there, in a New
+  // when nothing is being captured.
+  void AbreHuesped();
+  // For a field of clients, with what was typed there.
+  void BuscaHuesped(const std::string& campo, const std::string& filtro);
+  // How the amounts came about, the current line first; with the keyboard elsewhere the footer.
+  void Explica();
+  // The manual, at the place that fits what has the keyboard.
+  void AbreAyuda() { ayuda_.Abre(); }
+  // Opens a stored reservation in the reservation screen.
+  void AbreReservacion(const std::string& folio);
 
  private:
   // What is captured is left, after the question that a person gets; false when she keeps it.
   bool DejaCaptura();
-  void AbreReservacion(const std::string& folio);
+  void TomaHuesped(const std::string& campo, const recepcion::Toma& toma);
   void Reserva(const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos);
 
   EscritorioQt& escritorio_;
@@ -39,6 +52,11 @@ class Mostrador {
   recepcion::Cuadro cuadro_;
   recepcion::Cotizacion cotizacion_;
   recepcion::RenglonesQuitados quitados_;
+  recepcion::Huespedes huespedes_;
+  TeclaAyuda ayuda_;
+  // The quote that the capture came from: its persons are typed once there is a guest.
+  recepcion::Pedido pedido_;
+  std::vector<recepcion::Tramo> tramos_;
 };
 
 }  // namespace vista

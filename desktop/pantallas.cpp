@@ -4,12 +4,15 @@
 #include <QFormLayout>
 #include <QLabel>
 #include <QLocale>
+#include <QShortcut>
 
+#include "desktop/despues.h"
 #include "desktop/dialogos.h"
 #include "desktop/editor_catalogos.h"
 #include "desktop/escritorio_qt.h"
 #include "desktop/estilo.h"
 #include "desktop/fechas.h"
+#include "desktop/guarda.h"
 #include "desktop/listas.h"
 #include "desktop/tablas.h"
 #include "desktop/visor.h"
@@ -18,6 +21,7 @@
 #include "host/standalone/precios.h"
 #include "platform/com/error.h"
 #include "platform/regional/regional.h"
+#include "recepcion/huespedes.h"
 #include "schema/esquema.h"
 
 namespace vista {
@@ -35,7 +39,7 @@ std::string BuscaReservacion(autonomo::Conexion& conexion, EscritorioQt& escrito
   return escritorio.EligeDeCatalogo("Reservaciones", filas);
 }
 
-void MuestraCliente(autonomo::Conexion& conexion, const std::string& clave, QWidget* padre) {
+std::string MuestraCliente(autonomo::Conexion& conexion, const std::string& clave, QWidget* padre) {
   const auto cliente = conexion.Consulta(
       "SELECT Cl_Razon_Social_1, Cl_Telefono, Cl_Correo, Es_Cve_Estado FROM Cliente WHERE Cl_Cve_Cliente = ?", {clave});
   Ficha ficha(QStringLiteral("Cliente ") + Q(clave), padre);
@@ -51,25 +55,38 @@ void MuestraCliente(autonomo::Conexion& conexion, const std::string& clave, QWid
     ficha.caja()->addLayout(datos);
   }
   auto* tabla = CreaTabla({QStringLiteral("Folio"), QStringLiteral("Llegada"), QStringLiteral("Salida"),
-                           QStringLiteral("Estado"), QStringLiteral("Referencia")},
+                           QStringLiteral("Habitaciones"), QStringLiteral("Estado"), QStringLiteral("Referencia")},
                           &ficha);
+  tabla->setObjectName(QStringLiteral("visitas"));
   tabla->setAccessibleName(QStringLiteral("Reservaciones del cliente"));
-  const auto rs = conexion.Consulta(
-      "SELECT Rs_Folio, Rs_Llegada, Rs_Salida, Es_Cve_Estado, Rs_Referencia FROM Reservacion "
-      "WHERE Cl_Cve_Cliente = ? OR Rs_Huesped = ? ORDER BY Rs_Llegada DESC",
-      {clave, clave});
-  for (; !rs->Eof(); rs->MoveNext()) {
-    const std::string estado = Celda(*rs, 3);
-    AgregaFila(
-        tabla,
-        {Q(Celda(*rs, 0)), Q(Celda(*rs, 1)), Q(Celda(*rs, 2)), Q(autonomo::EstadoLegible(estado)), Q(Celda(*rs, 4))},
-        estado == esquema::kCancelada);
+  tabla->setToolTip(QStringLiteral("Enter o doble clic abre la reservación"));
+  const std::vector<recepcion::Fila> visitas = recepcion::ReservacionesDe(clave);
+  for (const recepcion::Fila& v : visitas) {
+    AgregaFila(tabla,
+               {Q(v.folio), Q(regional::FechaCorta(v.llegada)), Q(regional::FechaCorta(v.salida)), Q(v.habitaciones),
+                Q(autonomo::EstadoLegible(v.estado)), Q(v.referencia)},
+               v.estado == esquema::kCancelada);
   }
   tabla->resizeColumnsToContents();
+  std::string folio;
+  const auto abre = [&] {
+    if (tabla->currentRow() < 0) return;
+    folio = visitas[static_cast<std::size_t>(tabla->currentRow())].folio;
+    ficha.accept();
+  };
+  QObject::connect(tabla, &QTableWidget::cellDoubleClicked, &ficha, abre);
+  for (const char* tecla : {"Return", "Enter"}) {
+    auto* atajo = new QShortcut(QKeySequence(QLatin1String(tecla)), tabla);
+    atajo->setContext(Qt::WidgetShortcut);
+    QObject::connect(atajo, &QShortcut::activated, &ficha, abre);
+  }
   ficha.caja()->addWidget(tabla);
   ficha.Termina();
-  AjustaAPantalla(ficha, {560, 440});
+  AjustaAPantalla(ficha, {640, 440});
+  if (!visitas.empty()) tabla->selectRow(0);
+  tabla->setFocus();
   ficha.exec();
+  return folio;
 }
 
 void MuestraPrecios(autonomo::Conexion& conexion, com::Fecha noche, QWidget* padre) {
@@ -120,7 +137,8 @@ void AbreConfiguracion(autonomo::Anfitrion& anfitrion, QWidget* padre, const Hoj
         48, padre);
 }
 
-void RegistraPantallas(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion) {
+void RegistraPantallas(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion,
+                       const std::function<void(const std::string& folio)>& abre) {
   const auto base = [&anfitrion]() -> autonomo::Conexion& { return *anfitrion.conexion(); };
   using Argumentos = std::vector<com::Variant>;
   for (const char* codigo : {"CA014", "CA016", "CA039", "CA153"}) {
@@ -132,8 +150,10 @@ void RegistraPantallas(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion)
   escritorio.Registra("BITACORA",
                       [&anfitrion](const Argumentos&, QWidget* padre) { MuestraBitacora(anfitrion, padre); });
   escritorio.Registra("CORREOS", [&anfitrion](const Argumentos&, QWidget* padre) { MuestraBandeja(anfitrion, padre); });
-  escritorio.Registra("MuestraCliente", [base](const Argumentos& a, QWidget* padre) {
-    MuestraCliente(base(), com::CStr(a.at(0)), padre);
+  escritorio.Registra("MuestraCliente", [base, abre](const Argumentos& a, QWidget* padre) {
+    const std::string folio = MuestraCliente(base(), com::CStr(a.at(0)), padre);
+    // Once the button that opened the record has done its part.
+    if (!folio.empty() && padre != nullptr) Despues(*padre, [abre, folio] { Corre([&] { abre(folio); }); });
   });
   escritorio.Registra("MuestraPrecios", [base](const Argumentos& a, QWidget* padre) {
     MuestraPrecios(base(), com::SoloFecha(com::CDate(a.at(0))), padre);

@@ -121,7 +121,20 @@ void PintorGrid::DibujaCelda(QPainter& p, const QRect& zona, int fila, int colum
     p.setPen(Colores().sobreAcento);
   }
   p.drawText(letrero.caja, static_cast<int>(letrero.alineada), letrero.texto);
+  if (vista_.EsAcordada(fila, columna)) DibujaAcuerdo(p, zona);
   if (actual) DibujaActual(p, zona, grid.estilo(fila, columna) >= 0, letrero);
+}
+
+// A corner turned down: the price was agreed.
+void PintorGrid::DibujaAcuerdo(QPainter& p, const QRect& zona) {
+  constexpr int kLado = 9;  // pixels
+  p.save();
+  p.setRenderHint(QPainter::Antialiasing);
+  p.setPen(Qt::NoPen);
+  p.setBrush(Colores().aviso);
+  const QPoint esquina = zona.topLeft();
+  p.drawPolygon(QPolygon({esquina, esquina + QPoint(kLado, 0), esquina + QPoint(0, kLado)}));
+  p.restore();
 }
 
 // The ring around the current cell, and the caret behind what is typed in it.

@@ -68,6 +68,7 @@ class PintorGrid {
   // What of a text is shown in so many pixels.
   QString Cabe(const QString& texto, int fila, int columna, int ancho) const;
   void DibujaActual(QPainter& p, const QRect& zona, bool conEstado, const Letrero& letrero) const;
+  static void DibujaAcuerdo(QPainter& p, const QRect& zona);
   void DibujaTitulo(QPainter& p, const QRect& zona, int columna) const;
   void DibujaDia(QPainter& p, const QRect& zona, int columna) const;
 

@@ -13,9 +13,11 @@ namespace vista {
 
 // Of a kind of grid.
 struct PistasGrid {
-  std::string primera{};               // column that a person's first key goes to where no cell is current
-  std::vector<std::string> enteras{};  // columns whose amounts are never cut short
-  std::string libre{}, marcada{};      // styles that a mark of the user takes away and gives
+  std::string primera{};                  // column that a person's first key goes to where no cell is current
+  std::vector<std::string> enteras{};     // columns whose amounts are never cut short
+  std::string libre{}, marcada{};         // styles that a mark of the user takes away and gives
+  std::vector<std::string> explicadas{};  // columns whose amounts can be explained
+  std::string acordada{};                 // column that shows when a line's price was agreed
   // Texts: what adds a row and what takes it away, tip of the row headers, and what is told in place of cells.
   QString agregar{}, quitar{}, manija{}, sinColumnas{}, sinFilas{};
 };
@@ -25,6 +27,7 @@ struct Pistas {
   std::vector<std::string> enteros{};                     // fields that take whole numbers only
   std::string trasEditar{};                               // field that a person goes on with after Edit
   std::string registro{};                                 // field that opens a stored record by its key
+  std::vector<std::string> totales{};                     // fields that sum up the lines
   PistasGrid renglones{}, tablero{};
 
   const PistasGrid& De(const controles::Grid& grid) const;

@@ -15,6 +15,7 @@
 #include <memory>
 #include <vector>
 
+#include "component/precios.h"
 #include "desktop/acceso.h"
 #include "desktop/ajustes.h"
 #include "desktop/asistente.h"
@@ -58,6 +59,7 @@
 #include "platform/com/error.h"
 #include "platform/controls/barra.h"
 #include "publico/publico.h"
+#include "recepcion/explicacion.h"
 #include "recepcion/porque.h"
 
 namespace vista {
@@ -169,30 +171,19 @@ void ConectaNombres(Contexto& contexto, autonomo::Anfitrion& anfitrion) {
   };
 }
 
-// A name that a key field has put in capitals, as names are written.
-QString NombrePropio(const QString& escrito) {
-  if (escrito != escrito.toUpper()) return escrito;
-  QString nombre = escrito.toLower();
-  for (qsizetype i = 0; i < nombre.size(); ++i) {
-    if (i == 0 || nombre[i - 1].isSpace()) nombre[i] = nombre[i].toUpper();
-  }
-  return nombre;
-}
-
-// The search of a field's keys. A client who is not there can be entered from it.
+// The search of a field's keys; a client's is the front desk's, which types him.
 std::string BuscaClave(const controles::LookupField& campo, const QString& filtro, autonomo::Anfitrion& anfitrion,
-                       EscritorioQt& escritorio) {
+                       EscritorioQt& escritorio, Mostrador& mostrador) {
   autonomo::Conexion& conexion = *anfitrion.conexion();
   const std::string catalogo = CatalogoDe(campo);
+  if (com::IgualSinCaja(catalogo, "Cliente")) {
+    mostrador.BuscaHuesped(campo.nombre(), filtro.toStdString());
+    return {};
+  }
   if (catalogo == "RESERVACION") return BuscaReservacion(conexion, escritorio);
   const autonomo::Busqueda& busqueda = autonomo::BusquedaDe(catalogo);
   Busqueda dialogo(Q(busqueda.titulo), autonomo::LeeFilas(conexion, busqueda), escritorio.Frente());
   dialogo.Filtra(filtro);
-  if (com::IgualSinCaja(catalogo, "Cliente")) {
-    dialogo.OfreceNuevo(QStringLiteral("&Nuevo cliente"), [&](const QString& escrito) {
-      return CapturaNueva(conexion, *BuscaCatalogo("Cliente"), NombrePropio(escrito).toStdString(), &dialogo);
-    });
-  }
   return Atiende(dialogo) == QDialog::Accepted ? dialogo.Elegida() : std::string();
 }
 
@@ -314,17 +305,38 @@ void Comienza(autonomo::Anfitrion& anfitrion, EscritorioQt& escritorio, Mostrado
   mostrador.AbreHoy();
 }
 
+// How the prices of the lines came about, and which of them were agreed.
+void DiceLosPrecios(Contexto& contexto, EscritorioQt& escritorio) {
+  contexto.explica = [&escritorio](int fila) {
+    const controles::Formulario* principal = escritorio.Principal();
+    if (principal == nullptr) return QString();
+    return Q(recepcion::TextoDe(
+        fila < 0 ? recepcion::ExplicaTotal(*principal)
+                 : recepcion::ExplicaRenglon(*principal, fila, kv207::OrigenDelPrecio(*principal, fila))));
+  };
+  contexto.acordado = [&escritorio, acordados = std::make_shared<recepcion::Acordados>()](int fila) {
+    const controles::Formulario* principal = escritorio.Principal();
+    return principal != nullptr && acordados->Es(*principal, fila, kv207::OrigenDelPrecio(*principal, fila));
+  };
+  contexto.avisoDePrecio = [&escritorio] {
+    const controles::Formulario* principal = escritorio.Principal();
+    return principal == nullptr ? QString() : Q(kv207::AvisoDePrecio(*principal));
+  };
+}
+
 }  // namespace
 
 void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion, Mostrador& mostrador) {
-  RegistraPantallas(escritorio, anfitrion);
+  RegistraPantallas(escritorio, anfitrion,
+                    [&mostrador](const std::string& folio) { mostrador.AbreReservacion(folio); });
   escritorio.Conserva(InstalaImpresion(anfitrion, [&escritorio] { return escritorio.Frente(); }));
   Contexto& contexto = escritorio.contexto();
   ConectaNombres(contexto, anfitrion);
   contexto.busca = [&](const controles::LookupField& campo, const QString& filtro) {
-    return BuscaClave(campo, filtro, anfitrion, escritorio);
+    return BuscaClave(campo, filtro, anfitrion, escritorio, mostrador);
   };
   DiceLoHecho(contexto, anfitrion);
+  DiceLosPrecios(contexto, escritorio);
   contexto.abreCatalogo = [&](const controles::LookupField& campo) {
     escritorio.AbrePantalla(campo.diseno().transaccion, {});
   };
@@ -337,6 +349,9 @@ void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion, 
   contexto.porque = [](const controles::Grid& grid, int fila, int columna) {
     return Q(recepcion::EnLineas(recepcion::PorQue(grid.formulario(), fila, columna)));
   };
+  contexto.menu.push_back({QStringLiteral("Hué&sped…"), [&mostrador] { mostrador.AbreHuesped(); }, Qt::Key_F9});
+  contexto.menu.push_back({QStringLiteral("De dónde sale el &total…"), [&mostrador] { mostrador.Explica(); },
+                           QKeyCombination(Qt::ControlModifier, Qt::Key_T).toCombined()});
   const auto opcion = [&](const char* titulo, const char* codigo) {
     contexto.menu.push_back(
         {QString::fromUtf8(titulo), [&escritorio, codigo] { escritorio.AbrePantalla(codigo, {}); }, 0});
@@ -350,6 +365,7 @@ void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion, 
   opcion("C&onfiguración…", "CONFIG");
   contexto.menu.push_back({QStringLiteral("Lista de &pendientes…"),
                            [&escritorio, &anfitrion] { MuestraPendientes(anfitrion, escritorio); }, 0});
+  contexto.menu.push_back({QStringLiteral("Ay&uda"), [&mostrador] { mostrador.AbreAyuda(); }, Qt::Key_F1});
   contexto.menu.push_back({QStringLiteral("&Acerca de este programa"),
                            [&escritorio, &anfitrion] {
                              Avisa(autonomo::TextoVersion("Reservaciones", anfitrion.base()), 64, escritorio.Frente());
@@ -576,6 +592,7 @@ int Programa::CorreGuion(const OpcionesPrograma& opciones) {
   guion::Respuestas respuestas;
   EscritorioQt escritorio;
   DiceLoHecho(escritorio.contexto(), anfitrion);
+  DiceLosPrecios(escritorio.contexto(), escritorio);
   ConectaNombres(escritorio.contexto(), anfitrion);
   ManosQt manos(escritorio);
   controles::FijaEscritorio(&escritorio);

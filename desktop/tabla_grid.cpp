@@ -200,6 +200,7 @@ void TablaGrid::focusOutEvent(QFocusEvent* evento) {
   QTableView::focusOutEvent(evento);
   viewport()->update();
   vista_.widget()->update();
+  vista_.DiceDelPrecio();
 }
 
 }  // namespace vista

@@ -2,7 +2,9 @@
 
 #include <QCloseEvent>
 #include <QFocusEvent>
+#include <QHelpEvent>
 #include <QLineEdit>
+#include <QToolTip>
 #include <algorithm>
 #include <utility>
 
@@ -136,9 +138,11 @@ bool Ventana::Pulsa(controles::Accion accion) {
 
 // What is pending is handed over first, as before a button.
 bool Ventana::AbreOpcion(const QKeyEvent& evento) {
-  if (parentWidget() != nullptr || !SinModificadores(evento)) return false;
+  if (parentWidget() != nullptr) return false;
+  const Qt::KeyboardModifiers modificadores = evento.modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier);
+  const int tecla = QKeyCombination(modificadores, static_cast<Qt::Key>(evento.key())).toCombined();
   for (const Contexto::Opcion& opcion : contexto_.menu) {
-    if (opcion.tecla != evento.key()) continue;
+    if (opcion.tecla == 0 || opcion.tecla != tecla) continue;
     Corre([&] {
       if (!evento.isAutoRepeat() && TerminaEdicion(nullptr)) opcion.abre();
     });
@@ -298,6 +302,18 @@ void Ventana::keyPressEvent(QKeyEvent* evento) {
   QWidget::keyPressEvent(evento);
 }
 
+// How the totals came about stands in their tip.
+bool Ventana::MuestraExplicacion(const Vista& v, const QPoint& donde) const {
+  const auto& totales = contexto_.pistas.totales;
+  if (!contexto_.explica || std::find(totales.begin(), totales.end(), v.control().nombre()) == totales.end())
+    return false;
+  QString texto;
+  Corre([&] { texto = contexto_.explica(-1); });
+  if (texto.isEmpty()) return false;
+  QToolTip::showText(donde, texto, v.widget());
+  return true;
+}
+
 Vista* Ventana::DueniaDe(QObject* objeto) const {
   for (const auto& v : vistas_) {
     if (v->foco() == objeto) return v.get();
@@ -338,6 +354,11 @@ bool Ventana::eventFilter(QObject* objeto, QEvent* evento) {
       if (SinModificadores(*tecla) && CodigoTecla(tecla->key()) != 0) evento->accept();
       break;
     }
+    case QEvent::ToolTip:
+      if (const Vista* v = DueniaDe(objeto)) {
+        if (MuestraExplicacion(*v, static_cast<QHelpEvent*>(evento)->globalPos())) return true;
+      }
+      break;
     case QEvent::FocusIn:
       if (Vista* v = DueniaDe(objeto)) AlEntrar(*v, static_cast<QFocusEvent*>(evento)->reason());
       break;

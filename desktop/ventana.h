@@ -66,6 +66,7 @@ class Ventana : public QWidget {
   void Coloca(Vista& vista);
   // The date pop-up lies over the cell that it edits.
   void ColocaSobreCelda(Vista& vista);
+  bool MuestraExplicacion(const Vista& v, const QPoint& donde) const;
   Vista* DueniaDe(QObject* objeto) const;
   void AdoptaFoco();
   // A host's screen that has this key comes up. False when the key is none of theirs.

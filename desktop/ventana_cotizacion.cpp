@@ -32,6 +32,15 @@ QString Habitaciones(const recepcion::Oferta& oferta) {
   return texto;
 }
 
+// Tab leaves it at once; its parts are walked by the arrows, or by typing.
+class DiaDeLlegada : public QDateEdit {
+ public:
+  using QDateEdit::QDateEdit;
+
+ protected:
+  bool focusNextPrevChild(bool siguiente) override { return QWidget::focusNextPrevChild(siguiente); }
+};
+
 }  // namespace
 
 VentanaCotizacion::VentanaCotizacion(recepcion::Cotizacion& cotizacion, QWidget* padre)
@@ -64,6 +73,8 @@ VentanaCotizacion::VentanaCotizacion(recepcion::Cotizacion& cotizacion, QWidget*
   botones->addStretch();
   botones->addWidget(cierra);
   caja->addLayout(botones);
+  for (QWidget* w : std::initializer_list<QWidget*>{llegada_, noches_, adultos_, menores_, infantes_})
+    w->installEventFilter(this);
   AjustaAPantalla(*this, {760, 420});
   Corre([this] {
     // What was asked for last, or tomorrow's night.
@@ -92,7 +103,7 @@ QSpinBox* VentanaCotizacion::Numero(QBoxLayout& fila, const QString& titulo, con
 void VentanaCotizacion::CreaPedido(QBoxLayout& caja) {
   auto* fila = new QHBoxLayout;
   auto* columna = new QVBoxLayout;
-  llegada_ = new QDateEdit(this);
+  llegada_ = new DiaDeLlegada(this);
   llegada_->setObjectName(QStringLiteral("llegada"));
   llegada_->setAccessibleName(QStringLiteral("Llegada"));
   llegada_->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
@@ -142,6 +153,8 @@ void VentanaCotizacion::Pide(const recepcion::Pedido& pedido) {
   for (QWidget* w : std::initializer_list<QWidget*>{llegada_, noches_, adultos_, menores_, infantes_})
     w->blockSignals(false);
   const int noches = com::DiasEntre(p.llegada, p.salida);
+  // The type that was chosen stays, whatever else is asked for.
+  const QString tipo = tabla_->currentRow() < 0 ? QString() : tabla_->item(tabla_->currentRow(), 0)->text();
   tabla_->setRowCount(0);
   for (const recepcion::Oferta& o : cotizacion_.ofertas()) {
     const bool hay = o.motivo.empty();
@@ -152,7 +165,8 @@ void VentanaCotizacion::Pide(const recepcion::Pedido& pedido) {
                !hay, {1, 2, 3, 4});
   }
   tabla_->resizeColumnsToContents();
-  if (tabla_->rowCount() > 0) tabla_->selectRow(0);
+  const QList<QTableWidgetItem*> mismo = tabla_->findItems(tipo, Qt::MatchExactly);
+  if (tabla_->rowCount() > 0) tabla_->selectRow(tipo.isEmpty() || mismo.isEmpty() ? 0 : mismo.front()->row());
   nota_->setText(QStringLiteral("Por la estancia, con impuestos, en %1. Salida el %2")
                      .arg(Q(p.moneda), Q(regional::FechaCorta(p.salida))));
 }
@@ -177,11 +191,27 @@ void VentanaCotizacion::Vende() {
   nota_->setText(Q(oferta.nombre + ": " + oferta.motivo));
 }
 
+void VentanaCotizacion::Recorre(int paso) {
+  tabla_->selectRow(std::clamp(tabla_->currentRow() + paso, 0, std::max(tabla_->rowCount() - 1, 0)));
+}
+
+// With Ctrl the arrows walk the offers from the fields too, where alone they change what is asked for.
+bool VentanaCotizacion::eventFilter(QObject* objeto, QEvent* evento) {
+  if (evento->type() == QEvent::KeyPress) {
+    const auto* tecla = static_cast<QKeyEvent*>(evento);
+    const bool flecha = tecla->key() == Qt::Key_Down || tecla->key() == Qt::Key_Up;
+    if (flecha && tecla->modifiers().testFlag(Qt::ControlModifier)) {
+      Recorre(tecla->key() == Qt::Key_Down ? 1 : -1);
+      return true;
+    }
+  }
+  return QDialog::eventFilter(objeto, evento);
+}
+
 void VentanaCotizacion::keyPressEvent(QKeyEvent* evento) {
   if (evento->key() == Qt::Key_Return || evento->key() == Qt::Key_Enter) return Vende();
   if (evento->key() == Qt::Key_Down || evento->key() == Qt::Key_Up) {
-    const int paso = evento->key() == Qt::Key_Down ? 1 : -1;
-    return tabla_->selectRow(std::clamp(tabla_->currentRow() + paso, 0, std::max(tabla_->rowCount() - 1, 0)));
+    return Recorre(evento->key() == Qt::Key_Down ? 1 : -1);
   }
   QDialog::keyPressEvent(evento);
 }

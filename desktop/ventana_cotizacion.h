@@ -22,6 +22,7 @@ class VentanaCotizacion : public QDialog {
   int Elegida() const { return tabla_->currentRow(); }
 
  protected:
+  bool eventFilter(QObject* objeto, QEvent* evento) override;
   void keyPressEvent(QKeyEvent* evento) override;
 
  private:
@@ -30,6 +31,7 @@ class VentanaCotizacion : public QDialog {
   recepcion::Pedido Leido() const;
   void Calcula();
   void Vende();
+  void Recorre(int paso);
 
   recepcion::Cotizacion& cotizacion_;
   QDateEdit* llegada_ = nullptr;

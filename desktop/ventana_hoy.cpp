@@ -156,6 +156,7 @@ void VentanaHoy::CreaBotones(QBoxLayout& caja) {
   };
   boton("&Nueva reservación (Ctrl+N)", "nueva", kNueva, "Ctrl+N");
   boton("Cua&dro de habitaciones (F7)", "cuadro", kCuadro, "F7");
+  boton("Coti&zar (F8)", "cotizar", kCotiza, "F8");
   fila->addStretch();
   boton("Cerrar (Esc)", "cerrar", kCierra, nullptr);
   caja.addLayout(fila);

@@ -20,7 +20,7 @@ QString DiaEnPalabras(QDate dia);
 class VentanaHoy : public QDialog {
  public:
   // How it is left.
-  enum Salida { kCierra = QDialog::Rejected, kAbre = QDialog::Accepted, kNueva, kCuadro };
+  enum Salida { kCierra = QDialog::Rejected, kAbre = QDialog::Accepted, kNueva, kCuadro, kCotiza };
 
   VentanaHoy(recepcion::Hoy& hoy, const Contexto& contexto, QWidget* padre);
   // Reads the day anew.

@@ -35,7 +35,7 @@ struct Contexto {
   struct Opcion {
     QString titulo;
     std::function<void()> abre;
-    int tecla = 0;           // Qt key that opens it from the main window; 0 none
+    int tecla = 0;           // Qt key, with its modifiers, that opens it from the main window; 0 none
     const char* grupo = "";  // caption of the menu's part that holds it; "" the menu itself
   };
   std::vector<Opcion> menu;
@@ -54,6 +54,12 @@ struct Contexto {
   // The server's date.
   std::function<QDate()> hoy;
   QDate Hoy() const { return hoy ? hoy() : QDate::currentDate(); }
+  // How the amounts of a room line came about, as a tip; of the footer with -1. "" where nothing can be said.
+  std::function<QString(int fila)> explica;
+  // The line's price was agreed: it would be lost when dates or persons are typed. And what is to be known before and
+  // after that, "" nothing.
+  std::function<bool(int fila)> acordado;
+  std::function<QString()> avisoDePrecio;
   // A person works at the window, no script.
   bool interactivo = true;
 };

@@ -60,6 +60,7 @@ VistaGrid::VistaGrid(controles::Grid& grid, QWidget* padre, const Contexto& cont
   SigueModelo();
   AtiendeMenu();
   CreaAgrega();
+  CreaAviso();
   FijaPapel(marco_, QAccessible::Grouping);
   Adopta(marco_);
   fija_->setAccessibleName(Q(grid.descripcion()) + QStringLiteral(", columnas fijas"));
@@ -102,6 +103,7 @@ void VistaGrid::SigueModelo() {
   QObject::connect(ajuste, &QTimer::timeout, marco_, [this] { AjustaColumnas(); });
   QObject::connect(modelo_, &ModeloGrid::dataChanged, ajuste, [this, ajuste] {
     if (!EsTablero(grid_) && !ajuste->isActive()) ajuste->start(0);
+    DiceDelPrecio();
   });
   QObject::connect(modelo_, &ModeloGrid::actualCambio, marco_, [this] { MuestraActual(); });
 }
@@ -132,6 +134,44 @@ void VistaGrid::CreaAgrega() {
   agrega_->setFocusPolicy(Qt::NoFocus);
   agrega_->hide();
   QObject::connect(agrega_, &QToolButton::clicked, marco_, [this] { AgregaRenglon(); });
+}
+
+void VistaGrid::CreaAviso() {
+  aviso_ = new QLabel(marco_);
+  aviso_->setObjectName(QStringLiteral("aviso_precio"));
+  aviso_->setFont(Fuente(Letra::Chica));
+  aviso_->setMargin(espacio::kChico);
+  aviso_->setAutoFillBackground(true);
+  QPalette tinta = aviso_->palette();
+  tinta.setColor(QPalette::Window, Colores().acentoSuave);
+  tinta.setColor(QPalette::WindowText, Colores().texto);
+  aviso_->setPalette(tinta);
+  aviso_->hide();
+  if (EsTablero(grid_)) return;
+  modelo_->consejo = [this](int fila, int columna) {
+    const auto& explicadas = pistas().explicadas;
+    const bool explicada =
+        std::find(explicadas.begin(), explicadas.end(), grid_.columna(columna).clave) != explicadas.end();
+    QString texto;
+    if (explicada && contexto().explica) Corre([&] { texto = contexto().explica(fila); });
+    return texto;
+  };
+  modelo_->esAcordada = [this](int fila, int columna) { return EsAcordada(fila, columna); };
+}
+
+bool VistaGrid::EsAcordada(int fila, int columna) const {
+  const bool suya = !pistas().acordada.empty() && grid_.columna(columna).clave == pistas().acordada;
+  return suya && contexto().acordado && contexto().acordado(fila);
+}
+
+void VistaGrid::DiceDelPrecio() {
+  if (EsTablero(grid_)) return;
+  const QString texto = contexto().avisoDePrecio ? contexto().avisoDePrecio() : QString();
+  if (texto != aviso_->text()) {
+    aviso_->setText(texto);
+    aviso_->setAccessibleName(texto);
+    Acomoda();
+  }
 }
 
 VistaGrid::~VistaGrid() { VistaGrid::Suelta(); }
@@ -215,6 +255,7 @@ void VistaGrid::Refresca() {
   modelo_->Sincroniza();
   movil_->viewport()->update();
   fija_->viewport()->update();
+  DiceDelPrecio();
   Acomoda();
 }
 
@@ -237,7 +278,7 @@ void VistaGrid::AlCambiarTamano(int anchoAnterior) {
 }
 
 void VistaGrid::Acomoda() {
-  if (agrega_ == nullptr) return;
+  if (aviso_ == nullptr) return;
   const QRect dentro = marco_->rect().adjusted(kOrla, kOrla, -kOrla, -kOrla);
   int ancho = fija_->verticalHeader()->width();
   for (int c = 0; c < std::min(kColumnasFijas, modelo_->columnCount()); ++c) {
@@ -255,6 +296,10 @@ void VistaGrid::Acomoda() {
   agrega_->adjustSize();
   agrega_->move(fija_->mapTo(marco_, fija_->viewport()->geometry().topLeft()) + QPoint(2, debajo));
   agrega_->raise();
+  const int altoAviso = aviso_->sizeHint().height();
+  aviso_->setVisible(!aviso_->text().isEmpty());
+  aviso_->setGeometry(dentro.left(), dentro.bottom() - barra - altoAviso + 1, dentro.width(), altoAviso);
+  aviso_->raise();
 }
 
 bool VistaGrid::Explica(int fila, int columna) {
@@ -294,6 +339,7 @@ void VistaGrid::MuestraActual() {
   }
   movil_->viewport()->update();
   fija_->viewport()->update();
+  DiceDelPrecio();
   Acomoda();
 }
 

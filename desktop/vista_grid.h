@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QFrame>
+#include <QLabel>
 #include <QToolButton>
 #include <optional>
 
@@ -64,6 +65,10 @@ class VistaGrid : public Vista {
   bool Explica(int fila, int columna);
   // What a board without cells says in their place; empty when it has some.
   QString Aviso() const;
+  // The cell shows that the price of its line was agreed.
+  bool EsAcordada(int fila, int columna) const;
+  // Says below the lines what is to be known of an agreed price, as long as it is.
+  void DiceDelPrecio();
   // A row more, where one may be added.
   void AgregaRenglon();
   // A row less, where it may go; the screen asks before it does.
@@ -75,6 +80,7 @@ class VistaGrid : public Vista {
   void SigueModelo();  // what changes in the grid is shown, and said
   void AtiendeMenu();
   void CreaAgrega();
+  void CreaAviso();
   void AvisaActual(const QModelIndex& desde, const QModelIndex& hasta);
   void Acomoda();         // places both tables in the frame
   void AjustaColumnas();  // widths and visibility
@@ -92,6 +98,7 @@ class VistaGrid : public Vista {
   TablaGrid* fija_ = nullptr;
   TablaGrid* movil_ = nullptr;
   QToolButton* agrega_ = nullptr;
+  QLabel* aviso_ = nullptr;
 };
 
 }  // namespace vista

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "host/standalone/correo.h"
 #include "host/standalone/letras.h"
 #include "platform/com/error.h"
 
@@ -15,9 +16,15 @@ namespace {
 }  // namespace
 
 Interprete::Interprete(const Piezas& piezas, std::ostream& salida, std::ostream& errores)
-    : piezas_(piezas), salida_(salida), errores_(errores), hoy_(autonomo::SinAcentos) {
+    : piezas_(piezas),
+      salida_(salida),
+      errores_(errores),
+      hoy_(autonomo::SinAcentos),
+      huespedes_(autonomo::SinAcentos, autonomo::DireccionValida) {
   hoy_.alAbrir = [this](const std::string& folio) { AbreReservacion(folio); };
   cuadro_.alAbrir = hoy_.alAbrir;
+  huespedes_.alAbrir = hoy_.alAbrir;
+  huespedes_.alElegir = [this](const std::string& campo, const recepcion::Toma& toma) { TomaHuesped(campo, toma); };
   cuadro_.alReservar = [this](const std::string& habitacion, com::Fecha desde, com::Fecha hasta) {
     Reserva({desde, hasta, 0, 0, 0, ""}, {{habitacion, desde, hasta}});
   };
@@ -68,6 +75,11 @@ const std::vector<Interprete::DatosOrden>& Interprete::Ordenes() {
       {"borrador", 1, 1, "borrador guarda|repone|olvida", &Interprete::Borrador},
       {"repone", 0, 0, "repone", &Interprete::Repone},
       {"porque", 2, 2, "porque FILA NOCHE", &Interprete::PorQue},
+      {"huesped", 0, 5,
+       "huesped [cliente] | huesped busca TEXTO | ve FILA | elige [habitacion] [notas] | abre RESERVACION | "
+       "nuevo|aunque CLAVE NOMBRE TELEFONO CORREO",
+       &Interprete::Huesped},
+      {"explica", 0, 1, "explica [RENGLON]", &Interprete::Explica},
       {"sql", 1, 1, "sql SENTENCIA", &Interprete::Sql},
       {"falla", 1, 3,
        "falla sentencia TEXTO [N] | host OPERACION [TEXTO] | tienda OPERACION TEXTO | grid [TEXTO] | "

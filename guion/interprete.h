@@ -123,6 +123,9 @@ class Interprete {
   void Borrador(const Palabras& p);
   void Repone(const Palabras& p);
   void PorQue(const Palabras& p);
+  void Huesped(const Palabras& p);
+  void Explica(const Palabras& p);
+  void TomaHuesped(const std::string& campo, const recepcion::Toma& toma);
   void Reserva(const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos);
   void AbreReservacion(const std::string& folio);
   // com::Error kArgumento before the order that shows it.
@@ -149,6 +152,11 @@ class Interprete {
   recepcion::Cotizacion cotizacion_;
   recepcion::RenglonesQuitados quitados_;
   std::string borrador_;  // as text; "" none
+  recepcion::Huespedes huespedes_;
+  std::vector<recepcion::Parecida> parecidas_;  // to whom the last new client was similar
+  // The quote that the capture came from: its persons are typed once there is a guest.
+  recepcion::Pedido pedido_;
+  std::vector<recepcion::Tramo> tramos_;
   // What the order does on the board once it is there.
   std::function<void(controles::Formulario&)> pasosDelTablero_;
   Linea partes_;

@@ -2,7 +2,9 @@
 // must have the same effect.
 #pragma once
 
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/controls/barra.h"
 #include "platform/controls/control.h"
@@ -10,7 +12,9 @@
 #include "platform/controls/grid.h"
 #include "recepcion/cotizacion.h"
 #include "recepcion/cuadro.h"
+#include "recepcion/explicacion.h"
 #include "recepcion/hoy.h"
+#include "recepcion/huespedes.h"
 
 namespace guion {
 
@@ -54,6 +58,19 @@ class Manos {
   virtual void Cotiza(recepcion::Cotizacion& cotizacion, const recepcion::Pedido& pedido) = 0;
   virtual void ReservaOferta(recepcion::Cotizacion& cotizacion, int oferta) = 0;
   virtual void ReservaNoches(recepcion::Cuadro& cuadro, int fila, com::Fecha desde, com::Fecha hasta) = 0;
+  // --- the guest's search: opened for a field, a text typed, a row pointed at, taken, one of his reservations opened;
+  // a new client's data typed and stored
+  virtual void AbreHuespedes(recepcion::Huespedes& huespedes, const std::string& campo,
+                             const std::optional<recepcion::Periodo>& estancia) = 0;
+  virtual void BuscaHuesped(recepcion::Huespedes& huespedes, const std::string& texto) = 0;
+  virtual void SenalaHuesped(recepcion::Huespedes& huespedes, int fila) = 0;
+  virtual void EligeHuesped(recepcion::Huespedes& huespedes, bool conHabitacion, bool conNotas) = 0;
+  virtual void AbreVisita(recepcion::Huespedes& huespedes, int fila) = 0;
+  // aunqueParezca: also when there are similar ones, which come back without it.
+  virtual std::vector<recepcion::Parecida> CreaHuesped(recepcion::Huespedes& huespedes, const recepcion::Persona& nueva,
+                                                       bool aunqueParezca) = 0;
+  // --- how the amounts came about, brought before the eyes
+  virtual void Explica(const std::vector<recepcion::CuentaExplicada>& explicaciones) = 0;
 };
 
 }  // namespace guion

@@ -36,6 +36,21 @@ class ManosModelos : public Manos {
   void ReservaNoches(recepcion::Cuadro& cuadro, int fila, com::Fecha desde, com::Fecha hasta) override {
     cuadro.Reserva(fila, desde, hasta);
   }
+  void AbreHuespedes(recepcion::Huespedes& huespedes, const std::string& campo,
+                     const std::optional<recepcion::Periodo>& estancia) override {
+    huespedes.Abre(campo, estancia);
+  }
+  void BuscaHuesped(recepcion::Huespedes& huespedes, const std::string& texto) override { huespedes.Busca(texto); }
+  void SenalaHuesped(recepcion::Huespedes& huespedes, int fila) override { huespedes.Senala(fila); }
+  void EligeHuesped(recepcion::Huespedes& huespedes, bool conHabitacion, bool conNotas) override {
+    huespedes.Elige(conHabitacion, conNotas);
+  }
+  void Explica(const std::vector<recepcion::CuentaExplicada>& /*explicaciones*/) override {}
+  void AbreVisita(recepcion::Huespedes& huespedes, int fila) override { huespedes.AbreReservacion(fila); }
+  std::vector<recepcion::Parecida> CreaHuesped(recepcion::Huespedes& huespedes, const recepcion::Persona& nueva,
+                                               bool aunqueParezca) override {
+    return huespedes.Crea(nueva, aunqueParezca);
+  }
 };
 
 // What is left of a text typed into the current cell once the screen has swallowed the characters that it does not

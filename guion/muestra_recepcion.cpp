@@ -27,6 +27,25 @@ Json LibresDe(const recepcion::LibresDeTipo& tipo) {
       .Pon("noches", std::move(noches));
 }
 
+Json PersonaDe(const recepcion::Persona& persona) {
+  return Json::Objeto()
+      .Pon("clave", persona.clave)
+      .Pon("nombre", persona.nombre)
+      .Pon("telefono", persona.telefono)
+      .Pon("correo", persona.correo);
+}
+
+Json UltimaDe(const recepcion::UltimaEstancia& ultima) {
+  Json habitaciones = Json::Arreglo();
+  for (const std::string& h : ultima.habitaciones) habitaciones.Agrega(h);
+  return Json::Objeto()
+      .Pon("folio", ultima.folio)
+      .Pon("llegada", ultima.llegada)
+      .Pon("salida", ultima.salida)
+      .Pon("habitaciones", std::move(habitaciones))
+      .Pon("notas", ultima.notas);
+}
+
 }  // namespace
 
 Json MuestraHoy(const recepcion::Hoy& hoy) {
@@ -127,6 +146,40 @@ Json MuestraPorQue(const recepcion::Explicacion& explicacion) {
       .Pon("titulo", explicacion.titulo)
       .Pon("quienes", std::move(quienes))
       .Pon("libre", explicacion.alternativa);
+}
+
+Json MuestraParecidas(const std::vector<recepcion::Parecida>& parecidas) {
+  Json lista = Json::Arreglo();
+  for (const recepcion::Parecida& p : parecidas) lista.Agrega(PersonaDe(p.persona).Pon("motivo", p.motivo));
+  return lista;
+}
+
+Json MuestraExplicacion(const recepcion::CuentaExplicada& explicacion) {
+  Json pasos = Json::Arreglo();
+  for (const recepcion::CuentaExplicada::Paso& p : explicacion.pasos) {
+    pasos.Agrega(
+        Json::Objeto().Pon("concepto", p.concepto).Pon("como", p.detalle).Pon("importe", com::Redondea(p.importe, 2)));
+  }
+  return Json::Objeto()
+      .Pon("titulo", explicacion.titulo)
+      .Pon("pasos", std::move(pasos))
+      .Pon("nota", explicacion.nota)
+      .Pon("acordado", explicacion.acordado);
+}
+
+Json MuestraHuesped(const recepcion::Huespedes& huespedes, const std::vector<recepcion::Parecida>& parecidas) {
+  Json personas = Json::Arreglo(), reservaciones = Json::Arreglo();
+  for (const recepcion::Persona& p : huespedes.hallados()) personas.Agrega(PersonaDe(p));
+  for (const recepcion::Fila& fila : huespedes.reservaciones()) reservaciones.Agrega(FilaDe(fila));
+  Json json = Json::Objeto()
+                  .Pon("campo", huespedes.campo())
+                  .Pon("busca", huespedes.busqueda())
+                  .Pon("total", static_cast<int>(huespedes.total()))
+                  .Pon("personas", std::move(personas))
+                  .Pon("senalado", huespedes.senalado())
+                  .Pon("reservaciones", std::move(reservaciones));
+  if (huespedes.ultima()) json.Pon("ultima", UltimaDe(*huespedes.ultima()));
+  return json.Pon("propuesta", PersonaDe(huespedes.Propuesta())).Pon("parecidas", MuestraParecidas(parecidas));
 }
 
 }  // namespace guion

@@ -5,7 +5,9 @@
 #include "recepcion/borrador.h"
 #include "recepcion/cotizacion.h"
 #include "recepcion/cuadro.h"
+#include "recepcion/explicacion.h"
 #include "recepcion/hoy.h"
+#include "recepcion/huespedes.h"
 #include "recepcion/porque.h"
 
 namespace guion {
@@ -21,5 +23,12 @@ Json MuestraBorrador(const recepcion::Borrador& borrador);
 Json MuestraLineas(const std::vector<recepcion::Renglon>& renglones);
 // Why a cell of the board is not free.
 Json MuestraPorQue(const recepcion::Explicacion& explicacion);
+// Those to whom a new client is similar.
+Json MuestraParecidas(const std::vector<recepcion::Parecida>& parecidas);
+// How an amount came about.
+Json MuestraExplicacion(const recepcion::CuentaExplicada& explicacion);
+// The guest's search: who was found, reservations and last stay of whom is pointed at, what a new one would begin with,
+// and to whom the last new one was similar.
+Json MuestraHuesped(const recepcion::Huespedes& huespedes, const std::vector<recepcion::Parecida>& parecidas);
 
 }  // namespace guion

@@ -2,6 +2,7 @@
 #include <charconv>
 #include <memory>
 
+#include "component/precios.h"
 #include "guion/interprete.h"
 #include "guion/muestra.h"
 #include "guion/muestra_hotel.h"
@@ -220,6 +221,8 @@ Json Interprete::ValorDe(const std::string& que) {
   if (que == "cuadro") return MuestraCuadro(CuadroALaVista());
   if (que == "borrador") return borrador_.empty() ? Json() : MuestraBorrador(recepcion::DeTexto(borrador_));
   if (que == "quitados") return MuestraLineas(quitados_.renglones());
+  if (que == "aviso") return kv207::AvisoDePrecio(piezas_.componente.formulario());
+  if (que == "huesped") return MuestraHuesped(huespedes_, parecidas_);
   if (que == "renglones") return MuestraRenglones(GridDe(piezas_.componente.formulario()));
   if (que == "tablero") return MuestraTablero(GridDe(piezas_.componente.tablero()));
   if (que == "Pantalla") {

@@ -1,6 +1,9 @@
 // The orders of the front desk around the screens.
+#include <algorithm>
 #include <charconv>
+#include <utility>
 
+#include "component/precios.h"
 #include "guion/interprete.h"
 #include "guion/muestra.h"
 #include "guion/muestra_recepcion.h"
@@ -87,6 +90,56 @@ void Interprete::Reserva(const recepcion::Pedido& pedido, const std::vector<rece
   };
   piezas_.manos.Tecla(pantalla, controles::tecla::kF6, 0);
   pasosDelTablero_ = nullptr;
+  pedido_ = pedido;
+  tramos_ = tramos;
+}
+
+// Outside a capture a New begins.
+void Interprete::TomaHuesped(const std::string& campo, const recepcion::Toma& toma) {
+  controles::Formulario& pantalla = piezas_.componente.formulario();
+  if (!BarraDe(pantalla).EnEdicion()) piezas_.manos.Accion(BarraDe(pantalla), controles::Accion::Nuevo);
+  if (!recepcion::TecleaToma(pantalla, campo, toma)) Error("«" + campo + "» no admite una clave ahora");
+  if (campo != "txtHuesped") return;
+  recepcion::TecleaPersonas(pantalla, pedido_, std::exchange(tramos_, {}));
+  recepcion::EnfocaLoQueFalta(pantalla);
+}
+
+void Interprete::Explica(const Palabras& p) {
+  ExigeSinModal();
+  controles::Formulario& pantalla = Activo();
+  const int fila = p.size() > 1 ? NumeroDe(p[1]) : -1;
+  if (p.size() > 1 && (fila < 0 || fila >= GridDe(pantalla).Filas())) Error("No hay un renglón " + p[1]);
+  const recepcion::CuentaExplicada e =
+      fila < 0 ? recepcion::ExplicaTotal(pantalla)
+               : recepcion::ExplicaRenglon(pantalla, fila, kv207::OrigenDelPrecio(pantalla, fila));
+  piezas_.manos.Explica({e});
+  actual_.valor = MuestraExplicacion(e);
+}
+
+void Interprete::Huesped(const Palabras& p) {
+  ExigeSinModal();
+  static_cast<void>(Activo());
+  guion::Manos& manos = piezas_.manos;
+  if (p.size() == 1 || p[1] == "cliente") {
+    parecidas_.clear();
+    return manos.AbreHuespedes(huespedes_, p.size() == 1 ? "txtHuesped" : "txtCliente",
+                               recepcion::EstanciaEnCaptura(piezas_.componente.formulario()));
+  }
+  if (p[1] == "elige") {
+    const auto con = [&](const char* que) { return std::find(p.begin() + 2, p.end(), que) != p.end(); };
+    return manos.EligeHuesped(huespedes_, con("habitacion"), con("notas"));
+  }
+  if (p.size() == 3) {
+    if (p[1] == "busca") return manos.BuscaHuesped(huespedes_, p[2]);
+    if (p[1] == "ve") return manos.SenalaHuesped(huespedes_, NumeroDe(p[2]));
+    if (p[1] == "abre") return manos.AbreVisita(huespedes_, NumeroDe(p[2]));
+  }
+  const bool aunque = p[1] == "aunque";
+  if (p.size() != 6 || (!aunque && p[1] != "nuevo")) Error("No existe «huesped " + p[1] + "», o le falta algo");
+  parecidas_ = manos.CreaHuesped(huespedes_, {p[2], p[3], p[4], p[5]}, aunque);
+  actual_.valor = MuestraParecidas(parecidas_);
+  if (!parecidas_.empty()) return;
+  manos.EligeHuesped(huespedes_, false, false);
 }
 
 void Interprete::Cotiza(const Palabras& p) {

@@ -6,6 +6,8 @@
 #include "platform/com/texto.h"
 #include "platform/controls/grid.h"
 #include "publico/columnas.h"
+#include "recepcion/cotizacion.h"
+#include "recepcion/huespedes.h"
 #include "recepcion/porque.h"
 
 namespace recepcion {
@@ -84,11 +86,101 @@ std::string MarcaTramos(controles::Formulario& tablero, com::Fecha llegada, cons
 }
 
 void TecleaMoneda(controles::Formulario& principal, const std::string& moneda) {
-  auto* campo = controles::Como<controles::LookupField>(principal.Busca("txtMoneda"));
-  if (campo == nullptr || !campo->PuedeEnfocarse() || com::IgualSinCaja(campo->text(), moneda)) return;
-  principal.Enfoca(*campo);
-  campo->Teclea(moneda);
+  const auto* campo = controles::Como<controles::LookupField>(principal.Busca("txtMoneda"));
+  if (campo == nullptr || com::IgualSinCaja(campo->text(), moneda)) return;
+  static_cast<void>(TecleaClave(principal, "txtMoneda", moneda));
+}
+
+std::optional<Periodo> EstanciaEnCaptura(const controles::Formulario& principal) {
+  const auto* barra = principal.Primero<controles::ScreenToolbar>();
+  const auto* llegada = controles::Como<controles::DateField>(principal.Busca("dpFecha_llegada"));
+  const auto* salida = controles::Como<controles::DateField>(principal.Busca("dpFecha_salida"));
+  if (barra == nullptr || !barra->EnEdicion() || llegada == nullptr || salida == nullptr) return std::nullopt;
+  if (llegada->Vacio() || salida->Vacio()) return std::nullopt;
+  return Periodo{com::SoloFecha(llegada->valor()), com::SoloFecha(salida->valor())};
+}
+
+bool TecleaClave(controles::Formulario& principal, const std::string& campo, const std::string& clave) {
+  auto* donde = controles::Como<controles::LookupField>(principal.Busca(campo));
+  if (donde == nullptr || !donde->PuedeEnfocarse()) return false;
+  principal.Enfoca(*donde);
+  donde->Teclea(clave);
   principal.PulsaTecla(controles::tecla::kEnter);
+  return true;
+}
+
+namespace {
+
+void TecleaNotas(controles::Formulario& principal, const std::string& notas) {
+  auto* campo = controles::Como<controles::CampoNotas>(principal.Busca("txtNotas"));
+  if (campo == nullptr || !campo->PuedeEnfocarse() || campo->locked()) return;
+  if (campo->text().find(notas) != std::string::npos) return;
+  principal.Enfoca(*campo);
+  campo->Teclea(campo->text().empty() ? notas : campo->text() + "\n" + notas);
+}
+
+void TecleaHabitacion(controles::Formulario& principal, const std::string& habitacion) {
+  auto* grid = principal.Primero<controles::Grid>();
+  if (grid == nullptr || !grid->PuedeEnfocarse() || FilaDe(*grid, habitacion) >= 0) return;
+  principal.Enfoca(*grid);
+  if (!grid->NuevaFila()) return;
+  grid->Teclea(habitacion);
+  if (grid->Deja()) static_cast<void>(grid->VaA(grid->Filas() - 1, grid->IndiceColumna(kv207::col::kAdultos)));
+}
+
+bool SinForma(controles::Formulario& principal) {
+  const auto* campo = controles::Como<controles::LookupField>(principal.Busca("txtForma_Pago"));
+  return campo != nullptr && campo->PuedeEnfocarse() && campo->text().empty();
+}
+
+// Whether the line holds the stretch and nobody yet.
+bool EsSinPersonas(const controles::Grid& grid, int fila, const Tramo& t) {
+  using namespace kv207;
+  const auto vacia = [&](std::string_view columna) {
+    const std::string texto = grid.Texto(fila, columna);
+    return texto.empty() || texto == "0";
+  };
+  const auto dia = [&](std::string_view columna) { return com::SoloFecha(com::CDate(grid.celda(fila, columna))); };
+  return com::IgualSinCaja(com::RecortaDerecha(grid.Texto(fila, col::kClave)), t.habitacion) &&
+         dia(col::kInicio) == t.desde && dia(col::kFin) == t.hasta && vacia(col::kAdultos) && vacia(col::kMenores) &&
+         vacia(col::kInfantes);
+}
+
+}  // namespace
+
+bool TecleaToma(controles::Formulario& principal, const std::string& campo, const Toma& toma) {
+  if (!TecleaClave(principal, campo, toma.clave)) return false;
+  if (!toma.formaPago.empty() && SinForma(principal)) {
+    static_cast<void>(TecleaClave(principal, "txtForma_Pago", toma.formaPago));
+  }
+  if (!toma.notas.empty()) TecleaNotas(principal, toma.notas);
+  if (!toma.habitacion.empty()) TecleaHabitacion(principal, toma.habitacion);
+  return true;
+}
+
+void TecleaPersonas(controles::Formulario& principal, const Pedido& pedido, const std::vector<Tramo>& tramos) {
+  auto* grid = principal.Primero<controles::Grid>();
+  if (tramos.empty() || grid == nullptr || !grid->PuedeEnfocarse()) return;
+  if (grid->Filas() != static_cast<int>(tramos.size())) return;
+  for (std::size_t i = 0; i < tramos.size(); ++i) {
+    if (!EsSinPersonas(*grid, static_cast<int>(i), tramos[i])) return;
+  }
+  const std::pair<std::string_view, int> personas[] = {{kv207::col::kAdultos, pedido.adultos},
+                                                       {kv207::col::kMenores, pedido.menores},
+                                                       {kv207::col::kInfantes, pedido.infantes}};
+  principal.Enfoca(*grid);
+  for (int fila = 0; fila < grid->Filas(); ++fila) {
+    for (const auto& [columna, cuantas] : personas) {
+      if (cuantas == 0) continue;
+      if (!grid->VaA(fila, grid->IndiceColumna(columna))) return;
+      grid->Teclea(std::to_string(cuantas));
+    }
+    if (!grid->Deja()) return;
+  }
+}
+
+void EnfocaLoQueFalta(controles::Formulario& principal) {
+  if (SinForma(principal)) principal.Enfoca(*principal.Busca("txtForma_Pago"));
 }
 
 }  // namespace recepcion

@@ -1,14 +1,19 @@
 // What the front desk types for the clerk in the screens: each step is a user's, so the screens' own rules hold.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "platform/com/fecha.h"
 #include "platform/controls/barra.h"
 #include "platform/controls/formulario.h"
+#include "recepcion/periodo.h"
 
 namespace recepcion {
+
+struct Pedido;
+struct Toma;
 
 // Types a folio in the reservation screen's field and confirms it. False while a capture or a disabled field does not
 // let it.
@@ -27,5 +32,17 @@ struct Tramo {
 std::string MarcaTramos(controles::Formulario& tablero, com::Fecha llegada, const std::vector<Tramo>& tramos);
 // The currency of a New that has begun, when it is another one.
 void TecleaMoneda(controles::Formulario& principal, const std::string& moneda);
+
+// Arrival and departure of the capture; nothing outside one, or without dates.
+std::optional<Periodo> EstanciaEnCaptura(const controles::Formulario& principal);
+// Types a key in a field and confirms it. False when the field takes none.
+bool TecleaClave(controles::Formulario& principal, const std::string& campo, const std::string& clave);
+// What was chosen for the client's or the guest's field, in a capture: the key; the payment form where none is typed
+// yet, the notes behind those that are there, the room as a new line. False when the key could not be typed.
+bool TecleaToma(controles::Formulario& principal, const std::string& campo, const Toma& toma);
+// The persons of a quote in its lines, as long as these are the lines that were quoted and have no persons yet.
+void TecleaPersonas(controles::Formulario& principal, const Pedido& pedido, const std::vector<Tramo>& tramos);
+// Where the clerk goes on: at the payment form while there is none.
+void EnfocaLoQueFalta(controles::Formulario& principal);
 
 }  // namespace recepcion

@@ -83,8 +83,8 @@ const PrecioRenglon* frmKV207::PrecioDe(int fila) const {
 }
 
 bool frmKV207::PrecioAcordado(int fila) const {
-  const PrecioRenglon* precio = PrecioDe(fila);
-  return precio != nullptr && precio->acuerdo.has_value();
+  const OrigenPrecio origen = OrigenDe(fila);
+  return origen == OrigenPrecio::Acordado || origen == OrigenPrecio::Guardado;
 }
 
 void frmKV207::OlvidaPrecio(int fila) { precios_.erase(ssReservaciones.Marcador(fila)); }

@@ -161,7 +161,9 @@ TEST_F(AsistentePrueba, LosPendientesLlevanADondeSeArreglan) {
         QTest::keyClicks(e.focusWidget(), QStringLiteral("correo.example.com"));
         QTest::keyClick(e.focusWidget(), Qt::Key_Return);
       });
-      QTest::mouseClick(c.findChild<QPushButton*>(QStringLiteral("editar")), Qt::LeftButton);
+      auto* edita = c.findChild<QTabWidget*>()->currentWidget()->findChild<QPushButton*>(QStringLiteral("editar"));
+      EXPECT_TRUE(edita->isEnabled() && edita->isVisible());
+      QTest::mouseClick(edita, Qt::LeftButton);
       c.close();
     });
     QTest::mouseClick(w.findChild<QPushButton*>(QStringLiteral("arregla")), Qt::LeftButton);

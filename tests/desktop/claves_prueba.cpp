@@ -1,7 +1,4 @@
 // Keys by hand: their names, those that do not exist, names typed in their place.
-#include <QLabel>
-#include <QListWidget>
-
 #include "tests/desktop/recorrido.h"
 
 namespace pruebas {
@@ -42,50 +39,6 @@ TEST_F(ClavesPrueba, LaSucursalDiceSuNombreYLaQueNoExisteRetiene) {
   EXPECT_EQ(Foco(), "txtReferencia");
   Tecla(Qt::Key_Return, Qt::ControlModifier);
   EXPECT_EQ(Foco(), "txtSucursal");
-}
-
-TEST_F(ClavesPrueba, UnNombreEnElHuespedAbreLaBusquedaYUnClienteNuevoVuelveAlCampo) {
-  NuevaEn("txtHuesped");
-  Espera("busqueda", [](QWidget& w) {
-    EXPECT_EQ(w.findChild<QListWidget*>()->count(), 1);
-    QTest::keyClick(w.focusWidget(), Qt::Key_Return);
-  });
-  Enter("sofia ram");
-  EXPECT_EQ(Campo("txtHuesped").text(), "0000000003");
-  EXPECT_EQ(Foco(), "txtForma_Pago");
-
-  Forma().Enfoca(*Forma().Busca("txtHuesped"));
-  Espera("busqueda", [this](QWidget& w) {
-    auto* nada = w.findChild<QLabel*>(QStringLiteral("nada"));
-    EXPECT_TRUE(nada->isVisible());
-    EXPECT_TRUE(nada->text().contains(QStringLiteral("ZOE MORA"))) << "keys are in capitals";
-    EXPECT_FALSE(w.findChild<QPushButton*>(QStringLiteral("aceptar"))->isEnabled());
-    Espera("editor_fila", [](QWidget& editor) {
-      EXPECT_EQ(editor.findChild<QLineEdit*>(QStringLiteral("Cl_Cve_Cliente"))->text(), QStringLiteral("0000000026"));
-      auto* nombre = editor.findChild<QLineEdit*>(QStringLiteral("Cl_Razon_Social_1"));
-      EXPECT_EQ(nombre->text(), QStringLiteral("Zoe Mora"));
-      nombre->setText(QStringLiteral("<i>Zoe</i>"));
-      QTest::mouseClick(editor.findChild<QPushButton*>(QStringLiteral("guardar")), Qt::LeftButton);
-    });
-    QTest::mouseClick(w.findChild<QPushButton*>(QStringLiteral("nuevo")), Qt::LeftButton);
-  });
-  Enter("zoe mora");
-  EXPECT_EQ(Campo("txtHuesped").text(), "0000000026");
-  EXPECT_EQ(Campo("txtNHuesped").text(), "<i>Zoe</i>");
-
-  // The record shows the name as it is.
-  Forma().Enfoca(*Forma().Busca("txtHuesped"));
-  Espera("cliente", [](QWidget& w) {
-    int veces = 0;
-    for (const QLabel* r : w.findChildren<QLabel*>()) {
-      if (r->text() != QStringLiteral("<i>Zoe</i>")) continue;
-      ++veces;
-      EXPECT_EQ(r->textFormat(), Qt::PlainText);
-    }
-    EXPECT_EQ(veces, 1);
-    w.close();
-  });
-  Tecla(Qt::Key_Return, Qt::AltModifier);
 }
 
 }  // namespace

@@ -96,6 +96,7 @@ TEST_F(CuadroVentanaPrueba, SeCotizaYEnterReserva) {
     ofertas.selectRow(1);
     QTest::keyClick(&ofertas, Qt::Key_Return);
   });
+  Espera("huesped", [](QWidget& w) { QTest::keyClick(&w, Qt::Key_Escape); });
   Tecla(Qt::Key_F8);
   EXPECT_TRUE(Barra().EsNuevo());
   EXPECT_EQ(Renglones(), "0108 10/03/2026 12/03/2026;");

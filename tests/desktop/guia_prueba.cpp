@@ -8,7 +8,9 @@ namespace {
 class GuiaPrueba : public RecorridoPrueba {
  protected:
   QWidget* VeloDe(controles::Formulario& forma) {
-    for (QWidget* velo : escritorio_.ventana(forma)->findChildren<QWidget*>(QStringLiteral("velo"))) {
+    // The board's window is a child of the main one.
+    for (QWidget* velo :
+         escritorio_.ventana(forma)->findChildren<QWidget*>(QStringLiteral("velo"), Qt::FindDirectChildrenOnly)) {
       if (velo->isVisible()) return velo;
     }
     return nullptr;

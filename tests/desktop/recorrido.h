@@ -19,6 +19,7 @@
 #include <functional>
 #include <map>
 
+#include "desktop/ayuda.h"
 #include "desktop/dialogos.h"
 #include "desktop/escritorio_qt.h"
 #include "desktop/mostrador.h"
@@ -211,6 +212,8 @@ class RecorridoPrueba : public testing::Test {
       modal.close();
       return;
     }
+    EXPECT_TRUE(vista::CapitulosDelManual().contains(vista::LugarDelManual(&modal)))
+        << "the window " << modal.objectName().toStdString() << " has no chapter in the manual (desktop/ayuda.cpp)";
     const Modal hace = std::move(esperados_.front().second);
     esperados_.pop_front();
     hace(modal);

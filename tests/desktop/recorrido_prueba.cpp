@@ -194,7 +194,7 @@ TEST_F(RecorridoPrueba, LaLupaEncuentraPorNombreSinAcentos) {
   Tecla(Qt::Key_N, Qt::ControlModifier);
   Tecla(Qt::Key_Tab);
   Tecla(Qt::Key_Tab);
-  Espera("busqueda", [](QWidget& w) {
+  Espera("huesped", [](QWidget& w) {
     QTest::keyClicks(w.focusWidget(), QStringLiteral("jose mart"));
     QTest::keyClick(w.focusWidget(), Qt::Key_Return);
   });
