@@ -43,9 +43,10 @@ constexpr const char* kUso =
     "  revisa HOTEL       busca daños y lo que no cuadra\n"
     "  copia HOTEL DESTINO\n"
     "                     pasa el hotel a otra base, vacía, y compara cada renglón. Mientras, nadie captura\n"
-    "  usuario HOTEL LOGIN [--contrasena-de ARCHIVO]\n"
+    "  usuario HOTEL LOGIN [--contrasena-de ARCHIVO] [--servidor]\n"
     "                     le pone la contraseña del archivo, o la de la variable RESERVAS_CONTRASENA, y lo deja\n"
-    "                     administrar el hotel; desde entonces todos la necesitan\n"
+    "                     administrar el hotel; desde entonces todos la necesitan. Con --servidor entra además al\n"
+    "                     servidor PostgreSQL con un rol suyo, que tiene ahí los mismos derechos\n"
     "  clave HOTEL        dice dónde están las llaves de las tarjetas y cuál abre las de ese hotel; con\n"
     "    --exporta ARCHIVO  copia esa llave a un archivo nuevo, para otro equipo o para guardarla\n"
     "    --importa ARCHIVO  trae las de un archivo así\n"
@@ -104,8 +105,12 @@ autonomo::Opciones Nueva(const std::string& palabra) {
   }
   autonomo::Opciones opciones;
   opciones.base = Base(palabra);
-  if (EsDireccion(palabra) && !autonomo::EsNueva(*autonomo::AbreMotor(opciones.base, kReloj))) {
-    throw com::Error(com::error::kArgumento, "La base no está vacía: ya tiene un hotel");
+  if (EsDireccion(palabra)) {
+    const auto motor = autonomo::AbreMotor(opciones.base, kReloj);
+    if (!autonomo::EsNueva(*motor)) {
+      throw com::Error(com::error::kArgumento, "La base no está vacía: ya tiene un hotel");
+    }
+    guion::DiceAvisos(kPrograma, *motor);
   }
   return opciones;
 }
@@ -147,6 +152,10 @@ int Usuario(const Palabras& palabras, const guion::Argumentos& argumentos) {
   const std::string contrasena = guion::LeeContrasena(argumentos.Valor("contrasena-de"));
   const auto conexion = autonomo::AbreConexion(Existente(palabras[0]), kReloj);
   guion::DiceAvisos(kPrograma, *conexion);
+  if (const std::string sinRoles = conexion->PreparaRoles(); !sinRoles.empty()) std::cout << sinRoles << '\n';
+  const bool enServidor = argumentos.Hay("servidor");
+  if (enServidor && conexion->Motor() != esquema::Motor::PostgreSQL)
+    throw com::Error(com::error::kArgumento, "--servidor es para un hotel en un servidor PostgreSQL");
   autonomo::Usuario usuario{palabras[1], ""};
   for (const autonomo::Usuario& u : autonomo::Usuarios(*conexion)) {
     if (com::IgualSinCaja(u.clave, palabras[1])) usuario = u;
@@ -158,6 +167,10 @@ int Usuario(const Palabras& palabras, const guion::Argumentos& argumentos) {
   derechos.erase(std::unique(derechos.begin(), derechos.end()), derechos.end());
   autonomo::GuardaUsuario(*conexion, usuario, contrasena, derechos);
   std::cout << "El usuario " << usuario.clave << " tiene esa contraseña y administra el hotel\n";
+  if (!enServidor) return kTodoBien;
+  conexion->AdmiteRol(usuario.clave, contrasena);
+  conexion->AjustaRol(usuario.clave, autonomo::AlcanceDe(*conexion, usuario.clave));
+  std::cout << "Su rol en el servidor es " << com::Minusculas(usuario.clave) << " y tiene ahí los mismos derechos\n";
   return kTodoBien;
 }
 
@@ -388,6 +401,7 @@ int main(int argc, char** argv) {
                                        {{"sustituye"},
                                         {"ahora", true},
                                         {"contrasena-de", true},
+                                        {"servidor"},
                                         {"exporta", true},
                                         {"importa", true},
                                         {"agrega"},

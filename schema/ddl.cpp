@@ -6,6 +6,26 @@
 #include "schema/guardas.h"
 
 namespace esquema {
+
+std::string_view Omision(const Columna& c) {
+  if (c.nombre == "Es_Cve_Estado") return " DEFAULT 'AC'";
+  switch (c.tipo) {
+    case Tipo::Clave:
+    case Tipo::Texto:
+    case Tipo::Nota:
+      return " DEFAULT ''";
+    case Tipo::Entero:
+    case Tipo::Numero:
+    case Tipo::Dinero:
+    case Tipo::Factor:
+      return " DEFAULT 0";
+    case Tipo::Fecha:
+    case Tipo::FechaHora:
+      break;
+  }
+  return "";
+}
+
 namespace {
 
 // How an engine spells a column: type with its collation, by Tipo in declaration order.
@@ -46,26 +66,6 @@ bool EnLlave(const Tabla& t, std::string_view columna) { return std::ranges::fin
 
 bool EsIdentidad(const Tabla& t, const Columna& c) {
   return c.tipo == Tipo::Entero && t.llave.size() == 1 && t.llave.front() == c.nombre;
-}
-
-// Value of a column that an insert does not name.
-std::string_view Omision(const Columna& c) {
-  if (c.nombre == "Es_Cve_Estado") return " DEFAULT 'AC'";
-  switch (c.tipo) {
-    case Tipo::Clave:
-    case Tipo::Texto:
-    case Tipo::Nota:
-      return " DEFAULT ''";
-    case Tipo::Entero:
-    case Tipo::Numero:
-    case Tipo::Dinero:
-    case Tipo::Factor:
-      return " DEFAULT 0";
-    case Tipo::Fecha:
-    case Tipo::FechaHora:
-      break;
-  }
-  return "";
 }
 
 std::string Lista(const std::vector<std::string_view>& nombres) {
@@ -117,9 +117,11 @@ std::vector<Objeto> Objetos(Motor motor) {
                  "LANGUAGE sql IMMUTABLE STRICT AS $$SELECT format('%s%s', $1, $2)::bpchar$$"});
     o.push_back({Objeto::Clase::Otro, "||",
                  "CREATE OPERATOR || (LEFTARG = bpchar, RIGHTARG = bpchar, FUNCTION = suma_textos)"});
-    // The last transaction that a session committed, while it is open (host/standalone/postgres.cpp).
+    // The last transaction that a session committed, while it is open (host/standalone/postgres.cpp). Whoever writes
+    // anything leaves one.
     o.push_back({Objeto::Clase::Otro, "Transaccion_Hecha",
-                 "CREATE TABLE Transaccion_Hecha (Th_Sesion text PRIMARY KEY, Th_Cuenta integer NOT NULL)"});
+                 "CREATE TABLE Transaccion_Hecha (Th_Sesion text PRIMARY KEY, Th_Cuenta integer NOT NULL); "
+                 "GRANT SELECT, INSERT, UPDATE, DELETE ON Transaccion_Hecha TO PUBLIC"});
     o.push_back({Objeto::Clase::Otro, "Esquema_Version",
                  "CREATE TABLE Esquema_Version (Ev_Version integer NOT NULL, Ev_Fecha timestamp(0) NOT NULL)"});
   }

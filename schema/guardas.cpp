@@ -4,6 +4,13 @@
 #include <utility>
 
 namespace esquema {
+
+std::string Reemplaza(std::string s, std::string_view clave, std::string_view valor) {
+  for (std::size_t i = s.find(clave); i != std::string::npos; i = s.find(clave, i + valor.size()))
+    s.replace(i, clave.size(), valor);
+  return s;
+}
+
 namespace {
 
 // --- guard against selling a room twice
@@ -12,12 +19,6 @@ namespace {
 // any spelling, or the word. A line holds the nights from its start to the day before its end; times of day do not
 // count. Only live reservations hold rooms. Each guard looks at the lines that a write made live (`propia`) and refuses
 // at the first night that another line (`otra`) already holds.
-
-std::string Reemplaza(std::string s, std::string_view clave, std::string_view valor) {
-  for (std::size_t i = s.find(clave); i != std::string::npos; i = s.find(clave, i + valor.size()))
-    s.replace(i, clave.size(), valor);
-  return s;
-}
 
 // The text is made by the refusal itself, so the error says room, night and folio. RAISE makes the statement one that
 // may abort, so that the engine undoes it whole when rechaza() fails inside it.

@@ -44,7 +44,8 @@ std::size_t Resella(ConexionDeMotor& motor, const ColumnaDeTarjeta& c, const std
   std::size_t cuantos = 0;
   for (const auto filas = Valores(motor, c); !filas->Eof(); filas->MoveNext(), ++cuantos) {
     const std::string claro = EnClaro(com::TextoDe(filas->Fields(1).Value()), llaves, c.tabla);
-    motor.Consulta(cambia, {nueva.Sella(claro, c.clase), filas->Fields(0).Value()});
+    motor.Consulta(
+        cambia, {nueva.Sella(claro, c.clase, motor.Motor() == esquema::Motor::PostgreSQL), filas->Fields(0).Value()});
   }
   return cuantos;
 }

@@ -9,6 +9,7 @@
 #include "platform/com/error.h"
 #include "platform/com/texto.h"
 #include "platform/com/variant.h"
+#include "schema/roles.h"
 
 namespace autonomo {
 
@@ -67,11 +68,21 @@ class ConexionCifrada final : public ConexionDeMotor {
   bool TomaTurno(const std::string& trabajo) override { return motor_->TomaTurno(trabajo); }
   void EsperaTurno(const std::string& trabajo) override { motor_->EsperaTurno(trabajo); }
   std::vector<std::string> TomaAvisos() override { return motor_->TomaAvisos(); }
+  void Limita(const Alcance& alcance) override { motor_->Limita(alcance); }
+  bool OcultaTarjetas() const override { return motor_->OcultaTarjetas(); }
+  std::string PreparaRoles() override { return motor_->PreparaRoles(); }
+  bool AjustaRol(const std::string& usuario, const Alcance& alcance) override {
+    return motor_->AjustaRol(usuario, alcance);
+  }
+  void AdmiteRol(const std::string& usuario, const std::string& contrasena) override {
+    motor_->AdmiteRol(usuario, contrasena);
+  }
 
  private:
   // The statement as it goes to the engine; parametros likewise.
   std::string Cifra(std::string_view sentencia, bool conPreguntas, Parametros& parametros);
   std::string Cifrado(const std::string& texto, Llave::Clase clase);
+  std::string Sellado(const Llave& llave, const std::string& texto, Llave::Clase clase) const;
   // The record set with its marks opened; the same one when it has none.
   ado::RecordsetPtr Abre(ado::RecordsetPtr filas, std::string_view sentencia);
   std::string Abierto(const std::string& texto, bool exige);
@@ -133,6 +144,7 @@ std::string ConexionCifrada::HuellaDelTestigo() {
 
 // The card that was found first is asked again, since another program may have changed the key.
 std::string ConexionCifrada::HuellaDeLaBase() {
+  if (motor_->OcultaTarjetas()) return com::TextoDe(motor_->Directa(esquema::kHuellaDeTarjetas)->Fields(0).Value());
   if (std::string huella = HuellaDelTestigo(); !huella.empty()) return huella;
   const std::string como = std::string(kInicioMarca) + "%";
   for (const ColumnaDeTarjeta& c : ColumnasDeTarjeta()) {
@@ -155,16 +167,22 @@ const Llave& ConexionCifrada::LlaveParaCifrar() {
   return deLaBase_.emplace(llave == nullptr ? Llave::Crea(Llave::RutaUsual()) : *llave);
 }
 
+// A server that may hide card data needs to know what it may show.
+std::string ConexionCifrada::Sellado(const Llave& llave, const std::string& texto, Llave::Clase clase) const {
+  return llave.Sella(texto, clase, motor_->Motor() == esquema::Motor::PostgreSQL);
+}
+
 std::string ConexionCifrada::Cifrado(const std::string& texto, Llave::Clase clase) {
   const std::string limpio = com::Recorta(texto);
   if (limpio.empty()) return texto;
   const auto oculta = ocultas_.find(limpio);
+  if (oculta == ocultas_.end() && EsOculto(limpio) && motor_->OcultaTarjetas()) return texto;
   if (oculta == ocultas_.end() && EsOculto(limpio))
     throw com::Error(com::error::kArgumento, "Escriba completo el dato de la tarjeta: no se conoce el que se ocultó");
   const Llave& llave = LlaveParaCifrar();
-  if (oculta == ocultas_.end()) return llave.Sella(texto, clase);
+  if (oculta == ocultas_.end()) return Sellado(llave, texto, clase);
   if (HuellaDeMarca(oculta->second) == llave.Huella()) return oculta->second;
-  return llave.Sella(Abierta(oculta->second, true).value_or(""), clase);
+  return Sellado(llave, Abierta(oculta->second, true).value_or(""), clase);
 }
 
 std::string ConexionCifrada::Cifra(std::string_view sentencia, bool conPreguntas, Parametros& parametros) {
@@ -280,18 +298,32 @@ void OlvidaCodigos(ConexionDeMotor& conexion, const std::string& folio, com::Fec
 }
 
 void SellaTarjetas(ConexionDeMotor& conexion) {
-  const std::string como = std::string(kInicioMarca) + "%";
-  for (const ColumnaDeTarjeta& c : ColumnasDeTarjeta()) {
+  if (conexion.OcultaTarjetas()) return;  // they are not this session's to see
+  const std::string marca = std::string(kInicioMarca) + "%", numero = std::string(kInicioMarca) + "n:%";
+  // Rows are written only as they were found: they may have been changed since.
+  const auto sella = [&](const ColumnaDeTarjeta& c, const std::string& cuales,
+                         const ConexionDeMotor::Parametros& parametros, bool iguales) {
     const std::string tabla(c.tabla), columna(c.columna), llave(c.llave);
-    const ado::RecordsetPtr rs = conexion.Consulta("SELECT " + llave + ", " + columna + " FROM " + tabla + " WHERE " +
-                                                       columna + " <> '' AND " + columna + " NOT LIKE ?",
-                                                   {como});
+    const ado::RecordsetPtr rs =
+        conexion.Consulta("SELECT " + llave + ", " + columna + " FROM " + tabla + " WHERE " + cuales, parametros);
     for (; !rs->Eof(); rs->MoveNext()) {
-      // Only what is still there as it was read: it may have been changed since.
       const com::Variant clave = rs->Fields(0).Value(), valor = rs->Fields(1).Value();
-      conexion.Consulta("UPDATE " + tabla + " SET " + columna + " = ? WHERE " + llave + " = ? AND " + columna + " = ?",
-                        {valor, clave, valor});
+      if (EsOculto(com::TextoDe(valor))) continue;
+      ConexionDeMotor::Parametros suyos{valor, clave};
+      if (iguales) suyos.push_back(valor);
+      if (!iguales) suyos.insert(suyos.end(), parametros.begin(), parametros.end());
+      conexion.Consulta("UPDATE " + tabla + " SET " + columna + " = ? WHERE " + llave + " = ? AND " +
+                            (iguales ? columna + " = ?" : cuales),
+                        suyos);
     }
+  };
+  for (const ColumnaDeTarjeta& c : ColumnasDeTarjeta()) {
+    const std::string columna(c.columna);
+    sella(c, columna + " <> '' AND " + columna + " NOT LIKE ?", {marca}, true);
+    // A server that may hide numbers is told what it may show of them.
+    if (conexion.Motor() == esquema::Motor::PostgreSQL && c.clase == Llave::Clase::Numero)
+      sella(c, columna + " LIKE ? AND " + columna + " NOT LIKE ? AND " + columna + " NOT LIKE ?",
+            {numero, "%:____}", "%:}"}, false);
   }
 }
 

@@ -188,7 +188,7 @@ std::vector<Llave> Llave::LeeCopia(const std::string& ruta) {
   return *llaves;
 }
 
-std::string Llave::Sella(std::string_view texto, Clase clase) const {
+std::string Llave::Sella(std::string_view texto, Clase clase, bool aLaVista) const {
   const auto clases = static_cast<unsigned char>(clase);
   std::vector<unsigned char> sellado(kNonce + texto.size() + kSello);
   randombytes_buf(sellado.data(), kNonce);
@@ -198,13 +198,21 @@ std::string Llave::Sella(std::string_view texto, Clase clase) const {
   std::string base64(sodium_base64_ENCODED_LEN(sellado.size(), kBase64), '\0');
   sodium_bin2base64(base64.data(), base64.size(), sellado.data(), sellado.size(), kBase64);
   base64.pop_back();
-  return std::string(kInicioMarca) + static_cast<char>(clase) + ":" + huella_ + ":" + base64 + "}";
+  std::string cola;
+  if (aLaVista && clase == Clase::Numero) {
+    cola = Enmascara(std::string(texto), clase).substr(kOculto.size());
+    // Nothing that would end the mark.
+    for (char& c : cola) c = std::isalnum(static_cast<unsigned char>(c)) != 0 ? c : '*';
+    cola = ":" + cola;
+  }
+  return std::string(kInicioMarca) + static_cast<char>(clase) + ":" + huella_ + ":" + base64 + cola + "}";
 }
 
 std::optional<std::string> Llave::Abre(std::string_view marca) const {
   if (HuellaDeMarca(marca) != huella_) return std::nullopt;
   const auto clase = static_cast<unsigned char>(ClaseDeMarca(marca));
-  const std::string_view base64 = marca.substr(kLugarSello, marca.size() - kLugarSello - 1);
+  const std::string_view sello = marca.substr(kLugarSello, marca.size() - kLugarSello - 1),
+                         base64 = sello.substr(0, sello.find(':'));
   std::vector<unsigned char> sellado(base64.size());
   std::size_t cuantos = 0;
   if (sodium_base642bin(sellado.data(), sellado.size(), base64.data(), base64.size(), nullptr, &cuantos, nullptr,

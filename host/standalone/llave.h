@@ -38,8 +38,9 @@ class Llave {
 
   // Which key it is, told without telling it.
   const std::string& Huella() const { return huella_; }
-  // A mark that stands for the text: "{kv1:n:HUELLA:...}". The same text gives another one each time.
-  std::string Sella(std::string_view texto, Clase clase) const;
+  // A mark that stands for the text: "{kv1:n:HUELLA:...}". The same text gives another one each time. aLaVista: a
+  // number's mark ends with what Enmascara shows of it, "{kv1:n:HUELLA:...:1234}".
+  std::string Sella(std::string_view texto, Clase clase, bool aLaVista = false) const;
   // Nothing for a mark of another key, or one that was tampered with.
   std::optional<std::string> Abre(std::string_view marca) const;
   bool operator==(const Llave&) const = default;

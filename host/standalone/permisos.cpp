@@ -54,4 +54,8 @@ bool PuedeVerTarjetas(Conexion& conexion, const std::string& usuario) {
   return PuedeMientrasNadie(conexion, usuario, kPermisoTarjetas);
 }
 
+Alcance AlcanceDe(Conexion& conexion, const std::string& usuario) {
+  return {.tarjetas = PuedeVerTarjetas(conexion, usuario), .administra = PuedeConfigurar(conexion, usuario)};
+}
+
 }  // namespace autonomo

@@ -32,6 +32,9 @@ bool PuedeConfigurar(Conexion& conexion, const std::string& usuario);
 inline constexpr const char* kPermisoTarjetas = anfitrion::permiso::kTarjetas;
 bool PuedeVerTarjetas(Conexion& conexion, const std::string& usuario);
 
+// What the user's rights let her do in the database itself.
+Alcance AlcanceDe(Conexion& conexion, const std::string& usuario);
+
 // Whether the user was granted CHCONF.
 bool Administra(Conexion& conexion, const std::string& usuario);
 

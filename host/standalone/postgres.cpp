@@ -77,6 +77,13 @@ class ConexionPostgres final : public ConexionDeMotor {
   }
   std::vector<std::string> TomaAvisos() override { return sesion_.TomaAvisos(); }
   bool TomaTurno(const std::string& nombre) override { return sesion_.TomaTurno(nombre); }
+  void Limita(const Alcance& alcance) override { sesion_.Limita(alcance); }
+  bool OcultaTarjetas() const override { return sesion_.OcultaTarjetas(); }
+  std::string PreparaRoles() override { return sesion_.PreparaRoles(); }
+  bool AjustaRol(const std::string& usuario, const Alcance& alcance) override;
+  void AdmiteRol(const std::string& usuario, const std::string& contrasena) override {
+    sesion_.AdmiteRol(usuario, contrasena);
+  }
 
  private:
   // What goes to the server in one round trip, in this order.
@@ -315,6 +322,13 @@ ado::RecordsetPtr ConexionPostgres::CorreTal(const std::string& texto) {
       sesion_.Corre("ROLLBACK TO SAVEPOINT sentencia; RELEASE SAVEPOINT sentencia");
     throw;
   }
+}
+
+bool ConexionPostgres::AjustaRol(const std::string& usuario, const Alcance& alcance) {
+  Asegura("UPDATE");
+  const auto dice = [this](const std::string& sentencia) { return com::CBool(CorreTal(sentencia)->Fields(0).Value()); };
+  return dice("SELECT to_regproc('kv207_mostrador.ajusta_rol') IS NOT NULL") &&
+         dice(sesion_.SentenciaAjustaRol(usuario, alcance));
 }
 
 // --- transactions

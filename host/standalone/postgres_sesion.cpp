@@ -90,6 +90,7 @@ com::Error ErrorDePerdida(std::string_view sentencia, bool enTransaccion) {
 
 SesionPostgres::SesionPostgres(const OpcionesConexion& opciones) : SesionPostgres(opciones, SoloMira()) {
   PreparaEsquema();
+  AplicaAlcance();
 }
 
 SesionPostgres::SesionPostgres(const OpcionesConexion& opciones, SoloMira /*mira*/) : opciones_(opciones) {
@@ -102,6 +103,7 @@ SesionPostgres::SesionPostgres(const OpcionesConexion& opciones, SoloMira /*mira
   sslmode_ = ModoDeCifrado(dice, servidor);
   quien_ = (usuario.empty() ? "" : usuario + " en ") + (EsDeAqui(servidor) ? "esta máquina" : servidor);
   Enlaza();
+  LeeRoles();
 }
 
 int SesionPostgres::VersionDe(const OpcionesConexion& opciones) {
@@ -153,6 +155,7 @@ void SesionPostgres::Enlaza() {
 
 void SesionPostgres::Conecta() {
   Enlaza();
+  AplicaAlcance();
   for (const std::string& turno : turnos_) PideTurno(turno);
 }
 
@@ -293,6 +296,7 @@ void SesionPostgres::PreparaEsquema() {
             e.Sentencia());
       }
     }
+    if (tiene < esquema::kVersion) PoneRoles();
     if (tiene < esquema::kVersion)
       Corre("INSERT INTO Esquema_Version (Ev_Version, Ev_Fecha) VALUES (" + std::to_string(esquema::kVersion) +
             ", LOCALTIMESTAMP(0))");

@@ -8,6 +8,7 @@
 
 #include "host/standalone/conexion.h"
 #include "host/standalone/postgres_errores.h"
+#include "schema/roles.h"
 
 namespace autonomo {
 
@@ -35,6 +36,13 @@ class SesionPostgres {
   std::vector<std::string> TomaAvisos() { return std::exchange(avisos_, {}); }
   // Lock of this session, kept when it is made anew; false when another session has it.
   bool TomaTurno(const std::string& nombre);
+  // ConexionDeMotor's of the same names.
+  void Limita(const Alcance& alcance);
+  bool OcultaTarjetas() const { return ocultaTarjetas_; }
+  std::string PreparaRoles();
+  void AdmiteRol(const std::string& usuario, const std::string& contrasena);
+  // Gives a row: whether the user has a role that was given those rights.
+  std::string SentenciaAjustaRol(const std::string& usuario, const Alcance& alcance) const;
 
  private:
   struct SoloMira {};
@@ -48,6 +56,11 @@ class SesionPostgres {
   void PreparaEsquema();
   void PoneGuardas();
   void PoneAlDia();
+  void LeeRoles();
+  void PoneRoles();
+  void AplicaAlcance();
+  std::string SinRoles(const com::Error& e) const;
+  std::string Literal(const std::string& texto) const;
   bool PideTurno(const std::string& nombre);
   Resultado Revisa(PGresult* resultado, const std::string& sql);
 
@@ -58,6 +71,10 @@ class SesionPostgres {
   std::vector<std::string> turnos_, avisos_;
   std::unique_ptr<PGconn, Cierra> c_;
   int cual_ = 0;
+  std::string esquema_, camino_, propio_;  // schema of the tables, path of the schemas, role that connected
+  esquema::Roles roles_;
+  Alcance alcance_;
+  bool ocultaTarjetas_ = false;
 };
 
 // The error of a statement whose connection was lost under it; enTransaccion: and with it what was under way.

@@ -83,6 +83,16 @@ void GuardaDerechos(Conexion& conexion, const std::string& usuario, const std::v
   }
 }
 
+// A right that the first one is given is taken from all others, so everybody's role is looked at.
+void AjustaRoles(Conexion& conexion) {
+  if (conexion.Motor() != esquema::Motor::PostgreSQL) return;
+  for (const Usuario& usuario : Usuarios(conexion)) {
+    Alcance alcance = AlcanceDe(conexion, usuario.clave);
+    alcance.entra = !usuario.deBaja;
+    conexion.AjustaRol(usuario.clave, alcance);
+  }
+}
+
 }  // namespace
 
 std::vector<Usuario> Usuarios(Conexion& conexion) {
@@ -138,6 +148,7 @@ void GuardaUsuario(Conexion& conexion, const Usuario& usuario, const std::option
   if (!QuedaQuienAdministre(conexion)) {
     Rechaza("Debe quedar un usuario con contraseña que pueda abrir la configuración");
   }
+  AjustaRoles(conexion);
   t.Concluye();
 }
 

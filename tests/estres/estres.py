@@ -224,6 +224,7 @@ class Empleado(threading.Thread):
                     self.azar.choices([self.nueva, self.edita, self.cambia], [3, 4, 3])[0]()
                     self.di("accion limpiar")
                 except Perdida:
+                    self.prueba.no_cuenta()
                     time.sleep(0.5)
                 except Muerto:
                     if not self.matado:
@@ -278,6 +279,11 @@ class Prueba:
         with self.cerrojo:
             self.operaciones += 1
             return self.operaciones <= self.opciones.operaciones
+
+    # What came to nothing because the server was away, so that work goes on between two of its ends.
+    def no_cuenta(self):
+        with self.cerrojo:
+            self.operaciones -= 1
 
     # Kills are spread over the run; not every operation comes to write, hence the factor.
     def toca_matar(self, azar):
