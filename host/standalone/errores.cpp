@@ -91,9 +91,10 @@ com::Error ErrorSqlite(sqlite3* base, int codigo, std::string_view sentencia) {
   const int extendido = base != nullptr ? sqlite3_extended_errcode(base) : codigo;
   const int completo = (extendido & 0xFF) == (codigo & 0xFF) ? extendido : codigo;
   const int errnoSistema = base != nullptr ? sqlite3_system_errno(base) : 0;
-  const char* mensaje = base != nullptr ? sqlite3_errmsg(base) : sqlite3_errstr(codigo);
-  return {CategoriaSqlite(completo, errnoSistema), DescribeSqlite(completo, errnoSistema, mensaje),
-          std::string(sentencia)};
+  const std::string_view mensaje = base != nullptr ? sqlite3_errmsg(base) : sqlite3_errstr(codigo);
+  // Of a byte of the file's head that no version of the engine writes.
+  const int dice = mensaje == "unsupported file format" ? SQLITE_CORRUPT : completo;
+  return {CategoriaSqlite(dice, errnoSistema), DescribeSqlite(dice, errnoSistema, mensaje), std::string(sentencia)};
 }
 
 }  // namespace autonomo

@@ -402,6 +402,15 @@ TEST_F(AperturaPrueba, UnByteQueCambioConElArchivoCerradoSeDice) {
     EXPECT_NE((dicho + e.Descripcion()).find("está dañada"), std::string::npos) << grande;
     cambia('A');
     EXPECT_EQ(abre(), "");
+    for (const std::streamoff lugar : {43, 47, 59}) {  // of the file's head
+      std::fstream f(archivo, std::ios::in | std::ios::out | std::ios::binary);
+      const auto pone = [&](char c) { f.seekp(lugar).put(c).flush(); };
+      const char antes = Bytes(archivo)[static_cast<std::size_t>(lugar)];
+      pone('\x99');
+      EXPECT_EQ(Numero(archivo), kDanada) << lugar;
+      pone(antes);
+    }
+    EXPECT_EQ(abre(), "");
     // What another program wrote is no damage; nor is what was left open, or has no sums.
     Ajeno(archivo, "UPDATE Plantilla SET Pt_Cuerpo = 'otro' WHERE rowid = 5");
     EXPECT_EQ(abre(), "");
