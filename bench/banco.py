@@ -19,10 +19,13 @@ class Servidor:
 
     def __enter__(self):
         subprocess.run([SERVIDOR, "arranca", self.carpeta], check=True)
+        # The memory of a hotel's server, not that of the tests'.
+        self.sql("postgres", "ALTER SYSTEM SET shared_buffers = '512MB'")
         if self.durable:
             for cual in ("fsync", "full_page_writes"):
                 self.sql("postgres", f"ALTER SYSTEM SET {cual} = on")
-            self.sql("postgres", "SELECT pg_reload_conf()")
+        for orden in ("mata", "sigue"):
+            subprocess.run([SERVIDOR, orden, self.carpeta], check=True)
         return self
 
     def __exit__(self, *_):

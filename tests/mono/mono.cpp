@@ -41,7 +41,7 @@ constexpr const char* kNoProcede[] = {
     "No hay tarifa",          "No hay tipo de cambio",
     "falla inyectada",        "Comilla sin cerrar",
     "Desbordamiento",         "No coinciden los tipos",
-    "no puede ser negativo",  "corrija el número",
+    "no puede ser negativo",  "corrija ",
 };
 
 template <class Lista>
