@@ -6,6 +6,9 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
 
 #include "platform/com/error.h"
 
@@ -42,6 +45,69 @@ std::string LineaPrivada(const std::string& ruta, const std::string& que) {
   const auto contenido = LeePrivado(ruta, que);
   if (!contenido) Rechaza(ruta, que, "no existe");
   return contenido->substr(0, contenido->find_first_of("\r\n"));
+}
+
+namespace {
+
+// Why the system refused, for a clerk.
+std::string Motivo(int error) {
+  switch (error) {
+    case ENOSPC:
+    case EDQUOT:
+      return "el disco está lleno";
+    case EFBIG:
+      return "el archivo es demasiado grande";
+    case EACCES:
+    case EPERM:
+      return "no hay permiso para escribir ahí";
+    case ENOENT:
+    case ENOTDIR:
+      return "la carpeta no existe";
+    case EISDIR:
+      return "es una carpeta";
+    case EROFS:
+      return "ese disco es de solo lectura";
+    default:
+      return std::strerror(error);
+  }
+}
+
+bool EscribeTodo(int archivo, std::string_view contenido) {
+  while (!contenido.empty()) {
+    const ssize_t escritos = write(archivo, contenido.data(), contenido.size());
+    if (escritos < 0 && errno == EINTR) continue;
+    if (escritos < 0) return false;
+    contenido.remove_prefix(static_cast<std::size_t>(escritos));
+  }
+  return true;
+}
+
+// Where a link leads; the path itself when it leads nowhere.
+std::string Destino(const std::string& ruta) {
+  std::error_code mal;
+  const std::filesystem::path destino = std::filesystem::canonical(ruta, mal);
+  return mal ? ruta : destino.string();
+}
+
+}  // namespace
+
+void EscribePrivado(const std::string& ruta, std::string_view contenido) {
+  const auto falla = [&](int error) {
+    throw com::Error(com::error::kSoloLectura, "No se puede escribir " + ruta + ": " + Motivo(error));
+  };
+  const std::string destino = Destino(ruta);
+  struct stat datos {};
+  const bool aparato = stat(destino.c_str(), &datos) == 0 && !S_ISREG(datos.st_mode);
+  std::string nueva = destino + ".XXXXXX";
+  const int archivo = aparato ? open(destino.c_str(), O_WRONLY | O_CLOEXEC) : mkostemp(nueva.data(), O_CLOEXEC);
+  if (archivo < 0) falla(errno);
+  const bool escrito = EscribeTodo(archivo, contenido) && (aparato || fsync(archivo) == 0);
+  int error = escrito ? 0 : errno;
+  if (close(archivo) != 0 && error == 0) error = errno;
+  if (!aparato && error == 0 && rename(nueva.c_str(), destino.c_str()) != 0) error = errno;
+  if (error == 0) return;
+  if (!aparato) unlink(nueva.c_str());
+  falla(error);
 }
 
 }  // namespace autonomo

@@ -1,11 +1,8 @@
 #include "host/standalone/pliego.h"
 
 #include <QAbstractTextDocumentLayout>
-#include <QFile>
-#include <QFileInfo>
 #include <QPageSize>
 #include <QPainter>
-#include <QSaveFile>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextTable>
@@ -13,7 +10,7 @@
 #include <cmath>
 #include <limits>
 
-#include "platform/com/error.h"
+#include "host/standalone/archivo_privado.h"
 
 namespace autonomo {
 
@@ -149,21 +146,7 @@ QByteArray Pdf(const QString& html, const QString& titulo) {
 
 void EscribePdf(const QString& html, const QString& titulo, const QString& ruta) {
   const QByteArray pdf = Pdf(html, titulo);
-  const auto falla = [&](const QFileDevice& archivo) {
-    throw com::Error(com::error::kSoloLectura,
-                     "No se puede escribir " + ruta.toStdString() + ": " + archivo.errorString().toStdString());
-  };
-  // A device is written to; a file keeps what it held until the new document is whole.
-  if (const QFileInfo destino(ruta); destino.exists() && !destino.isFile()) {
-    QFile aparato(ruta);
-    if (!aparato.open(QIODevice::WriteOnly) || aparato.write(pdf) != pdf.size() || !aparato.flush()) falla(aparato);
-    return;
-  }
-  QSaveFile archivo(ruta);
-  if (!archivo.open(QIODevice::WriteOnly)) falla(archivo);
-  // It names a guest: its owner's alone, also where it replaces one that others could read.
-  archivo.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-  if (archivo.write(pdf) != pdf.size() || !archivo.commit()) falla(archivo);
+  EscribePrivado(ruta.toStdString(), {pdf.constData(), static_cast<std::size_t>(pdf.size())});
 }
 
 }  // namespace autonomo

@@ -51,8 +51,7 @@ class Pliego {
 
 // The filled template as a PDF of letter size; pages are numbered when there are several.
 QByteArray Pdf(const QString& html, const QString& titulo);
-// Writes it to a file. com::Error
-// kSoloLectura when the file cannot be written; what it held is kept then.
+// Writes it to a file, as EscribePrivado does.
 void EscribePdf(const QString& html, const QString& titulo, const QString& ruta);
 
 }  // namespace autonomo
