@@ -4,6 +4,7 @@
 #include "bench/pantallas.h"
 #include "bench/razones.h"
 #include "host/standalone/letras.h"
+#include "recepcion/cifras.h"
 #include "recepcion/hoy.h"
 
 namespace banco {
@@ -36,6 +37,17 @@ void Busqueda(benchmark::State& estado, const char* texto) {
   }
 }
 
+// Figures of so many nights around the measured day, the year before beside them; the day's report.
+void Cifras(benchmark::State& estado, int noches) {
+  const Sesion sesion(RutaHotel());
+  const recepcion::Fuente fuente = recepcion::DelAnfitrion();
+  const com::Fecha desde = com::MasDias(Hoy(), -noches / 2);
+  for (auto _ : estado) {
+    const auto cifras = recepcion::LeeCifras(fuente, {desde, com::MasDias(desde, noches - 1), ""}, Hoy());
+    estado.counters["vendidas"] = recepcion::Suma(cifras).vendidas;
+  }
+}
+
 }  // namespace
 
 void RegistraMostrador() {
@@ -44,6 +56,9 @@ void RegistraMostrador() {
   };
   registra("hoy/dia", Dia);
   registra("hoy/preparacion", Preparacion);
+  registra("cifras/mes", Cifras, 31);
+  registra("cifras/año", Cifras, 366);
+  registra("cifras/cinco años", Cifras, 1830);
   for (const char* texto : {"h", "huesped", "numero 1234", "301", "12345", "próxima semana", "huésped 12 al 15 mar"}) {
     registra((std::string("hoy/busca/") + texto).c_str(), Busqueda, texto);
   }

@@ -10,6 +10,7 @@
 #include "desktop/escala.h"
 #include "desktop/guarda.h"
 #include "desktop/teclas.h"
+#include "desktop/ventana_cifras.h"
 #include "desktop/ventana_cotizacion.h"
 #include "desktop/ventana_cuadro.h"
 #include "desktop/ventana_explicacion.h"
@@ -300,8 +301,8 @@ void ManosQt::Foto(controles::Formulario& formulario, const std::string& ruta) {
 
 std::vector<QDialog*> ManosQt::Mostrador() const {
   std::vector<QDialog*> ventanas;
-  for (QDialog* ventana :
-       {hoy_.data(), cuadro_.data(), cotizacion_.data(), huesped_.data(), cliente_.data(), explicacion_.data()}) {
+  for (QDialog* ventana : {hoy_.data(), cuadro_.data(), cotizacion_.data(), huesped_.data(), cliente_.data(),
+                           explicacion_.data(), cifras_.data()}) {
     if (ventana != nullptr) ventanas.push_back(ventana);
   }
   return ventanas;
@@ -521,6 +522,16 @@ std::vector<recepcion::Parecida> ManosQt::CreaHuesped(recepcion::Huespedes& hues
     }
   });
   return parecidas;
+}
+
+// --- the figures
+
+void ManosQt::MuestraCifras(recepcion::Cifras& cifras, const recepcion::PedidoCifras& pedido) {
+  HazAlFrente([&] {
+    if (!cifras_) cifras_ = new VentanaCifras(cifras, escritorio_.Frente());
+    Alza(*cifras_);
+    static_cast<VentanaCifras&>(*cifras_).Pide(pedido);
+  });
 }
 
 }  // namespace vista

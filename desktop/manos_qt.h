@@ -54,6 +54,7 @@ class ManosQt : public guion::Manos {
   void AbreVisita(recepcion::Huespedes& huespedes, int fila) override;
   std::vector<recepcion::Parecida> CreaHuesped(recepcion::Huespedes& huespedes, const recepcion::Persona& nueva,
                                                bool aunqueParezca) override;
+  void MuestraCifras(recepcion::Cifras& cifras, const recepcion::PedidoCifras& pedido) override;
 
  private:
   VentanaHoy& HoyALaVista(recepcion::Hoy& hoy);
@@ -75,7 +76,7 @@ class ManosQt : public guion::Manos {
   void PulsaCelda(VistaGrid& vista, int fila, int columna) const;
 
   EscritorioQt& escritorio_;
-  QPointer<QDialog> hoy_, cuadro_, cotizacion_, huesped_, cliente_, explicacion_;  // the main window's
+  QPointer<QDialog> hoy_, cuadro_, cotizacion_, huesped_, cliente_, explicacion_, cifras_;  // the main window's
 };
 
 // Sends a key, pressed and released, to a widget.

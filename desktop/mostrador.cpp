@@ -5,6 +5,7 @@
 #include "component/precios.h"
 #include "desktop/dialogos.h"
 #include "desktop/escritorio_qt.h"
+#include "desktop/ventana_cifras.h"
 #include "desktop/ventana_cotizacion.h"
 #include "desktop/ventana_cuadro.h"
 #include "desktop/ventana_explicacion.h"
@@ -90,6 +91,12 @@ void Mostrador::ReponeHabitaciones() {
     dice = e.Descripcion() + ".";
   }
   if (!dice.empty()) Avisa(dice, 64, escritorio_.Frente(), "Reponer habitaciones");
+}
+
+void Mostrador::AbreCifras() {
+  VentanaCifras ventana(cifras_, escritorio_.Frente());
+  Atiende(ventana);
+  escritorio_.VuelveAlFrente();
 }
 
 // Clear first: it also forgets what was marked on the board before.

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "desktop/ayuda.h"
+#include "recepcion/cifras.h"
 #include "recepcion/cotizacion.h"
 #include "recepcion/cuadro.h"
 #include "recepcion/hoy.h"
@@ -40,6 +41,8 @@ class Mostrador {
   void AbreAyuda() { ayuda_.Abre(); }
   // Opens a stored reservation in the reservation screen.
   void AbreReservacion(const std::string& folio);
+  // The figures of a period.
+  void AbreCifras();
 
  private:
   // What is captured is left, after the question that a person gets; false when she keeps it.
@@ -57,6 +60,7 @@ class Mostrador {
   // The quote that the capture came from: its persons are typed once there is a guest.
   recepcion::Pedido pedido_;
   std::vector<recepcion::Tramo> tramos_;
+  recepcion::Cifras cifras_;
 };
 
 }  // namespace vista

@@ -352,6 +352,7 @@ void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion, 
   contexto.menu.push_back({QStringLiteral("Hué&sped…"), [&mostrador] { mostrador.AbreHuesped(); }, Qt::Key_F9});
   contexto.menu.push_back({QStringLiteral("De dónde sale el &total…"), [&mostrador] { mostrador.Explica(); },
                            QKeyCombination(Qt::ControlModifier, Qt::Key_T).toCombined()});
+  contexto.menu.push_back({QStringLiteral("Ci&fras"), [&mostrador] { mostrador.AbreCifras(); }, Qt::Key_F11});
   const auto opcion = [&](const char* titulo, const char* codigo) {
     contexto.menu.push_back(
         {QString::fromUtf8(titulo), [&escritorio, codigo] { escritorio.AbrePantalla(codigo, {}); }, 0});

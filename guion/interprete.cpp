@@ -72,6 +72,7 @@ const std::vector<Interprete::DatosOrden>& Interprete::Ordenes() {
        &Interprete::Cuadro},
       {"cotiza", 2, 6, "cotiza LLEGADA SALIDA ADULTOS [MENORES [INFANTES [MONEDA]]] | cotiza reserva OFERTA",
        &Interprete::Cotiza},
+      {"cifras", 2, 3, "cifras DESDE HASTA [SUCURSAL]", &Interprete::Cifras},
       {"borrador", 1, 1, "borrador guarda|repone|olvida", &Interprete::Borrador},
       {"repone", 0, 0, "repone", &Interprete::Repone},
       {"porque", 2, 2, "porque FILA NOCHE", &Interprete::PorQue},

@@ -15,6 +15,7 @@
 #include "guion/respuestas.h"
 #include "guion/vigilados.h"
 #include "host/standalone/hotel_nuevo.h"
+#include "platform/listado/listado.h"
 #include "recepcion/borrador.h"
 
 namespace guion {
@@ -120,6 +121,7 @@ class Interprete {
   void Hoy(const Palabras& p);
   void Cuadro(const Palabras& p);
   void Cotiza(const Palabras& p);
+  void Cifras(const Palabras& p);
   void Borrador(const Palabras& p);
   void Repone(const Palabras& p);
   void PorQue(const Palabras& p);
@@ -131,6 +133,7 @@ class Interprete {
   // com::Error kArgumento before the order that shows it.
   const recepcion::Hoy& DiaALaVista() const;
   const recepcion::Cuadro& CuadroALaVista() const;
+  const recepcion::Cifras& CifrasALaVista() const;
   void Sql(const Palabras& p);
   void Falla(const Palabras& p);
   void FallaGrid(const Palabras& p);
@@ -150,6 +153,7 @@ class Interprete {
   recepcion::Hoy hoy_;
   recepcion::Cuadro cuadro_;
   recepcion::Cotizacion cotizacion_;
+  recepcion::Cifras cifras_;
   recepcion::RenglonesQuitados quitados_;
   std::string borrador_;  // as text; "" none
   recepcion::Huespedes huespedes_;

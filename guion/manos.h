@@ -10,6 +10,7 @@
 #include "platform/controls/control.h"
 #include "platform/controls/formulario.h"
 #include "platform/controls/grid.h"
+#include "recepcion/cifras.h"
 #include "recepcion/cotizacion.h"
 #include "recepcion/cuadro.h"
 #include "recepcion/explicacion.h"
@@ -71,6 +72,8 @@ class Manos {
                                                        bool aunqueParezca) = 0;
   // --- how the amounts came about, brought before the eyes
   virtual void Explica(const std::vector<recepcion::CuentaExplicada>& explicaciones) = 0;
+  // --- the figures of a period
+  virtual void MuestraCifras(recepcion::Cifras& cifras, const recepcion::PedidoCifras& pedido) = 0;
 };
 
 }  // namespace guion

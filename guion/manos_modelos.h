@@ -51,6 +51,7 @@ class ManosModelos : public Manos {
                                                bool aunqueParezca) override {
     return huespedes.Crea(nueva, aunqueParezca);
   }
+  void MuestraCifras(recepcion::Cifras& cifras, const recepcion::PedidoCifras& pedido) override { cifras.Abre(pedido); }
 };
 
 // What is left of a text typed into the current cell once the screen has swallowed the characters that it does not

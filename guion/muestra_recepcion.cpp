@@ -46,6 +46,32 @@ Json UltimaDe(const recepcion::UltimaEstancia& ultima) {
       .Pon("notas", ultima.notas);
 }
 
+Json CuentaJson(const recepcion::CuentaDe& de) {
+  const recepcion::Cuenta& c = de.cuenta;
+  const auto importe = [](double valor) { return com::Redondea(valor, 2); };
+  return Json::Objeto()
+      .Pon("desde", de.desde)
+      .Pon("hasta", de.hasta)
+      .Pon("disponibles", c.disponibles)
+      .Pon("vendidas", c.vendidas)
+      .Pon("cortesias", c.cortesias)
+      .Pon("sinprecio", c.sinPrecio)
+      .Pon("ocupacion", com::Redondea(c.Ocupacion(), 4))
+      .Pon("ingreso", importe(c.ingreso))
+      .Pon("tarifa", importe(c.Tarifa()))
+      .Pon("porhabitacion", importe(c.PorHabitacion()))
+      .Pon("entonces", c.vendidasEntonces)
+      .Pon("alfinal", c.vendidasAlFinal)
+      .Pon("ingresoentonces", importe(c.ingresoEntonces))
+      .Pon("ingresoalfinal", importe(c.ingresoAlFinal));
+}
+
+Json CuentasJson(const std::vector<recepcion::CuentaDe>& cuentas) {
+  Json lista = Json::Arreglo();
+  for (const recepcion::CuentaDe& c : cuentas) lista.Agrega(CuentaJson(c));
+  return lista;
+}
+
 }  // namespace
 
 Json MuestraHoy(const recepcion::Hoy& hoy) {
@@ -109,6 +135,16 @@ Json MuestraCotizacion(const recepcion::Cotizacion& cotizacion) {
                      .Pon("tramos", std::move(tramos)));
   }
   return lista;
+}
+
+Json MuestraCifras(const recepcion::Cifras& cifras) {
+  return Json::Objeto()
+      .Pon("hoy", cifras.hoy())
+      .Pon("sucursal", cifras.pedido().sucursal)
+      .Pon("moneda", cifras.moneda())
+      .Pon("total", CuentaJson({cifras.pedido().desde, cifras.pedido().hasta, cifras.total()}))
+      .Pon("meses", CuentasJson(cifras.meses()))
+      .Pon("noches", CuentasJson(cifras.noches()));
 }
 
 Json MuestraLineas(const std::vector<recepcion::Renglon>& renglones) {

@@ -3,6 +3,7 @@
 
 #include "guion/json.h"
 #include "recepcion/borrador.h"
+#include "recepcion/cifras.h"
 #include "recepcion/cotizacion.h"
 #include "recepcion/cuadro.h"
 #include "recepcion/explicacion.h"
@@ -18,6 +19,8 @@ Json MuestraHoy(const recepcion::Hoy& hoy);
 Json MuestraCuadro(const recepcion::Cuadro& cuadro);
 // What the quote offers, by type.
 Json MuestraCotizacion(const recepcion::Cotizacion& cotizacion);
+// The figures: of the period, by month and by night; amounts with two decimals.
+Json MuestraCifras(const recepcion::Cifras& cifras);
 // A draft of the capture; the version that it started from is the host's own affair.
 Json MuestraBorrador(const recepcion::Borrador& borrador);
 Json MuestraLineas(const std::vector<recepcion::Renglon>& renglones);

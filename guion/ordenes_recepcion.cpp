@@ -61,6 +61,11 @@ const recepcion::Cuadro& Interprete::CuadroALaVista() const {
   return cuadro_;
 }
 
+const recepcion::Cifras& Interprete::CifrasALaVista() const {
+  if (cifras_.pedido().desde == com::Fecha{}) Error("Las cifras no están a la vista; use la orden «cifras»");
+  return cifras_;
+}
+
 void Interprete::Hoy(const Palabras& p) {
   ExigeSinModal();
   static_cast<void>(Activo());
@@ -208,6 +213,12 @@ void Interprete::PorQue(const Palabras& p) {
     Error("El tablero no tiene la celda " + p[1] + ", " + p[2]);
   }
   actual_.valor = MuestraPorQue(recepcion::PorQue(piezas_.componente.tablero(), fila, kColumnasFijas + noche));
+}
+
+void Interprete::Cifras(const Palabras& p) {
+  ExigeSinModal();
+  static_cast<void>(Activo());
+  piezas_.manos.MuestraCifras(cifras_, {DiaDe(p[1]), DiaDe(p[2]), p.size() > 3 ? p[3] : ""});
 }
 
 }  // namespace guion

@@ -95,10 +95,10 @@ struct Estancia {
   bool tieneReservacion = false;
 };
 
-std::vector<Estancia> LeeEstancias(com::Fecha dia) {
-  const std::string texto = DiaSql(dia);
+std::vector<Estancia> LeeEstancias(const Fuente& fuente, com::Fecha dia) {
+  const std::string texto = fuente.dia(dia);
   const ado::TextoSQL sql(kEstancias, {texto, texto});
-  const ado::RecordsetPtr rs = Ejecuta(sql);
+  const ado::RecordsetPtr rs = Ejecuta(fuente, sql);
   std::vector<Estancia> estancias;
   for (; !rs->Eof(); rs->MoveNext()) {
     const std::string folio = Celda(*rs, 0);
@@ -203,15 +203,21 @@ std::vector<Fila> LeeFilas(const std::vector<std::string>& folios) {
 }
 
 Dia LeeDia(com::Fecha fecha) {
+  Dia dia = LeeListas(DelAnfitrion(), fecha);
+  dia.libres = LeeLibres(dia.fecha);
+  return dia;
+}
+
+Dia LeeListas(const Fuente& fuente, com::Fecha fecha) {
   Dia dia;
   dia.fecha = com::SoloFecha(fecha);
-  dia.llevaEstancias = !Ejecuta(ado::TextoSQL(kAlgunaEstancia))->Eof();
+  dia.llevaEstancias = !Ejecuta(fuente, ado::TextoSQL(kAlgunaEstancia))->Eof();
   ado::TextoSQL sql(kReservaciones);
-  const std::string texto = DiaSql(fecha);
+  const std::string texto = fuente.dia(dia.fecha);
   sql.Agrega("R.Rs_Salida >= '?' AND R.Rs_Llegada <= '? 23:59' AND R.Es_Cve_Estado NOT IN ('CA','CE')", {texto, texto});
   sql.Agrega(kEnOrden);
-  std::vector<Fila> filas = Junta(*Ejecuta(sql));
-  std::vector<Estancia> estancias = LeeEstancias(fecha);
+  std::vector<Fila> filas = Junta(*Ejecuta(fuente, sql));
+  std::vector<Estancia> estancias = LeeEstancias(fuente, dia.fecha);
   ReparteEstancias(filas, estancias);
   const auto pon = [&](Lista lista, const Fila& fila) {
     dia.listas[static_cast<std::size_t>(lista)].push_back(fila);
@@ -242,7 +248,6 @@ Dia LeeDia(com::Fecha fecha) {
     fila.llego = true;
     ponEstadia(fila);
   }
-  dia.libres = LeeLibres(dia.fecha);
   return dia;
 }
 

@@ -23,6 +23,7 @@
 
 #include "platform/com/fecha.h"
 #include "recepcion/indice.h"
+#include "recepcion/lectura.h"
 
 namespace recepcion {
 
@@ -61,6 +62,8 @@ struct Dia {
 };
 // Reads the day through the host's connection; com::Error for database failures.
 Dia LeeDia(com::Fecha fecha);
+// Its lists alone, without the free rooms.
+Dia LeeListas(const Fuente& fuente, com::Fecha fecha);
 // The reservations of these folios, in their order; those that are gone are left out.
 std::vector<Fila> LeeFilas(const std::vector<std::string>& folios);
 

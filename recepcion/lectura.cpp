@@ -5,6 +5,16 @@
 
 namespace recepcion {
 
+Fuente DelAnfitrion() {
+  return {[] { return publico::Sistema().ObtenConexion(); }, DiaSql};
+}
+
+Fuente FuenteDe(ado::ConnectionPtr conexion) {
+  return {[conexion = std::move(conexion)] { return conexion; }, com::AIso};
+}
+
+ado::RecordsetPtr Ejecuta(const Fuente& fuente, const ado::TextoSQL& sql) { return fuente.conexion()->Execute(sql); }
+
 ado::RecordsetPtr Ejecuta(const ado::TextoSQL& sql) { return publico::Sistema().ObtenConexion()->Execute(sql); }
 
 std::string Literal(std::string_view valor) {

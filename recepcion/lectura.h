@@ -1,6 +1,7 @@
 // Reading through the connection that the host hands out.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -9,7 +10,18 @@
 
 namespace recepcion {
 
-// Runs a statement on the connection fetched for it.
+// Where a model reads: gives the connection for a statement, and how the host behind it writes days.
+struct Fuente {
+  std::function<ado::ConnectionPtr()> conexion;
+  std::string (*dia)(com::Fecha);
+};
+// The component's own: for the clerk's thread alone.
+Fuente DelAnfitrion();
+// A connection of any thread's, to a database that takes days as AAAA-MM-DD.
+Fuente FuenteDe(ado::ConnectionPtr conexion);
+
+// Runs a statement; without a source on the connection fetched for it.
+ado::RecordsetPtr Ejecuta(const Fuente& fuente, const ado::TextoSQL& sql);
 ado::RecordsetPtr Ejecuta(const ado::TextoSQL& sql);
 // A value to stand between quotes: its own quotes become pairs.
 std::string Literal(std::string_view valor);

@@ -1,6 +1,8 @@
 // The import of bookings: its files, what it stores and refuses, and that it may die at any moment.
 #include <gtest/gtest.h>
 
+#include <array>
+#include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <random>
@@ -162,6 +164,7 @@ class Importa : public testing::Test {
                "JOIN Reservacion rb ON rb.Rs_Folio = b.Rs_Folio AND rb.Es_Cve_Estado <> 'CA'");
   }
   void CuadraLosDias();
+  void CuadranLasCifras();
   Carpeta carpeta;
   std::string habitaciones = carpeta.Escribe("habitaciones.csv", kHabitaciones);
 };
@@ -450,6 +453,48 @@ void Importa::CuadraLosDias() {
   EXPECT_GT(suma, 300U);
 }
 
+// The figures of the imported year by month, and a year later beside it, are what the stored rows say.
+void Importa::CuadranLasCifras() {
+  const std::string ruta = carpeta.Ruta("hotel.db");
+  const auto meses = [&](const std::string& condicion) {
+    return Sql(ruta,
+               "WITH RECURSIVE N(Noche) AS (SELECT '2015-07-01' UNION ALL SELECT date(Noche, '+1 day') FROM N WHERE "
+               "Noche < '2015-12-31') SELECT COUNT(D.Rs_Folio) || ' ' || COALESCE(printf('%.0f', "
+               "SUM((D.Rsd_Precio_Neto_Importe - D.Rsd_Impuesto_Importe) * R.Rs_Tipo_Cambio / "
+               "(julianday(D.Rsd_Fecha_Fin) - julianday(D.Rsd_Fecha_Inicio)))), '0') FROM N LEFT JOIN "
+               "(Reservacion_Detalle D JOIN Reservacion R ON R.Rs_Folio = D.Rs_Folio AND (" +
+                   condicion +
+                   ")) ON D.Rsd_Fecha_Inicio <= N.Noche AND D.Rsd_Fecha_Fin > N.Noche GROUP BY substr(N.Noche, 1, 7) "
+                   "ORDER BY substr(N.Noche, 1, 7)");
+  };
+  // The months that the figures give, as "nights revenue".
+  const auto dadas = [&](const std::string& anio, const char* noches, const char* ingreso) {
+    const auto salida =
+        pruebas::Corre({RESERVAS_GUION, "--base", ruta}, "abre\nahora " + anio + "-09-15T09:00\ncifras " + anio +
+                                                             "-07-01 " + anio + "-12-31\nmuestra cifras\n");
+    EXPECT_EQ(salida.estado, 0) << salida.errores;
+    const auto desde = salida.texto.find("\"meses\":"), hasta = salida.texto.find("\"noches\":", desde);
+    const std::string texto = salida.texto.substr(desde, hasta - desde);
+    const std::regex una(std::string("\"") + noches + "\":([0-9]+).*?\"" + ingreso + "\":([0-9.]+)");
+    std::vector<std::string> cuentas;
+    for (std::sregex_iterator m(texto.begin(), texto.end(), una), fin; m != fin; ++m) {
+      std::array<char, 64> linea{};
+      std::snprintf(linea.data(), linea.size(), "%s %.0f", (*m)[1].str().c_str(), std::stod((*m)[2].str()));
+      cuentas.emplace_back(linea.data());
+    }
+    return cuentas;
+  };
+  const std::string viva = "R.Es_Cve_Estado <> 'CA'";
+  const auto ahora = meses(viva);
+  ASSERT_EQ(ahora.size(), 6U);
+  EXPECT_EQ(dadas("2015", "vendidas", "ingreso"), ahora);
+  EXPECT_EQ(dadas("2016", "alfinal", "ingresoalfinal"), ahora);
+  const auto entonces =
+      meses("date(R.Rs_Fecha) <= '2015-09-15' AND (" + viva + " OR date(R.Fecha_Baja) > '2015-09-15')");
+  EXPECT_EQ(dadas("2016", "entonces", "ingresoentonces"), entonces);
+  EXPECT_NE(entonces, ahora);
+}
+
 // A hotel's real bookings, where somebody has put them beside the project.
 TEST_F(Importa, LasReservasRealesEntranTodasOTienenSuMotivo) {
   const char* datos = std::getenv("KV207_RESERVAS");
@@ -478,6 +523,7 @@ TEST_F(Importa, LasReservasRealesEntranTodasOTienenSuMotivo) {
   std::size_t imposibles = 0;
   for (const auto& r : leidas) imposibles += r.noches == 0 || r.adultos + r.menores + r.infantes == 0 ? 1 : 0;
   EXPECT_GE(static_cast<std::size_t>(lineas), imposibles);
+  CuadranLasCifras();
   CuadraLosDias();
 }
 
