@@ -7,6 +7,7 @@
 #include <QIdentityProxyModel>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <algorithm>
 
 #include "desktop/dialogos.h"
 
@@ -39,57 +40,90 @@ class FechasPropias : public QIdentityProxyModel {
   }
 };
 
-struct Peticion {
-  QString titulo, filtro, sufijo, carpeta;
-  QString nombre;  // proposed, with its ending; of a file to be made
-};
-
 QString CarpetaDeDocumentos() {
   const QString documentos = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
   return QDir(documentos).exists() ? documentos : QDir::homePath();
 }
 
 // The desktop environment's dialog is not asked: it looks into files too.
-QString Pregunta(const Peticion& peticion, bool guarda, QWidget* padre) {
+struct Seleccion {
+  Seleccion(const QString& titulo, const QString& carpeta, QWidget* padre) : dialogo(padre, titulo, vacia.path()) {
+    dialogo.setOption(QFileDialog::DontUseNativeDialog);
+    dialogo.setIconProvider(&iconos);
+    dialogo.setProxyModel(new FechasPropias(&dialogo));
+    dialogo.setDirectory(carpeta);
+  }
+  // The chosen file, "" none.
+  QString Elige() {
+    if (Atiende(dialogo) != QDialog::Accepted || dialogo.selectedFiles().isEmpty()) return {};
+    return dialogo.selectedFiles().constFirst();
+  }
+
   IconosPorNombre iconos;
   // The dialog lists a folder as soon as it is made, before it can be told of the icons: it begins in one without
   // files.
   const QTemporaryDir vacia;
-  QFileDialog dialogo(padre, peticion.titulo, vacia.path(), peticion.filtro);
-  dialogo.setOption(QFileDialog::DontUseNativeDialog);
-  dialogo.setIconProvider(&iconos);
-  dialogo.setProxyModel(new FechasPropias(&dialogo));
-  dialogo.setAcceptMode(guarda ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-  dialogo.setFileMode(guarda ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
-  dialogo.setDefaultSuffix(peticion.sufijo);
-  dialogo.setDirectory(peticion.carpeta);
-  if (!peticion.nombre.isEmpty()) dialogo.selectFile(peticion.nombre);
-  if (Atiende(dialogo) != QDialog::Accepted || dialogo.selectedFiles().isEmpty()) return {};
-  return dialogo.selectedFiles().constFirst();
+  QFileDialog dialogo;
+};
+
+QString Existente(const QString& titulo, const QString& filtro, const QString& carpeta, QWidget* padre) {
+  Seleccion seleccion(titulo, carpeta, padre);
+  seleccion.dialogo.setNameFilter(filtro);
+  seleccion.dialogo.setFileMode(QFileDialog::ExistingFile);
+  return seleccion.Elige();
 }
 
 }  // namespace
 
+std::optional<RutaElegida> PreguntaRuta(const QString& titulo, const QString& nombre,
+                                        const std::vector<TipoDeArchivo>& tipos, QWidget* padre,
+                                        const QString& carpeta) {
+  Seleccion seleccion(titulo, carpeta.isEmpty() ? CarpetaDeDocumentos() : carpeta, padre);
+  QFileDialog& dialogo = seleccion.dialogo;
+  dialogo.setAcceptMode(QFileDialog::AcceptSave);
+  dialogo.setObjectName(QStringLiteral("guardar"));
+  QStringList filtros;
+  for (const TipoDeArchivo& t : tipos) filtros << QStringLiteral("%1 (*.%2)").arg(t.titulo, t.extension);
+  dialogo.setNameFilters(filtros);
+  const auto tipoElegido = [&] {
+    return static_cast<std::size_t>(std::max<qsizetype>(0, filtros.indexOf(dialogo.selectedNameFilter())));
+  };
+  dialogo.setDefaultSuffix(tipos.front().extension);
+  QObject::connect(&dialogo, &QFileDialog::filterSelected, &dialogo,
+                   [&] { dialogo.setDefaultSuffix(tipos[tipoElegido()].extension); });
+  if (!nombre.isEmpty()) {
+    QString propuesto = nombre;
+    dialogo.selectFile(propuesto.replace(QLatin1Char('/'), QLatin1Char('-')) + QLatin1Char('.') +
+                       tipos.front().extension);
+  }
+  const QString ruta = seleccion.Elige();
+  if (ruta.isEmpty()) return std::nullopt;
+  RutaElegida elegida{ruta, tipoElegido()};
+  const auto termina = [&](const TipoDeArchivo& t) {
+    return elegida.ruta.endsWith(QLatin1Char('.') + t.extension, Qt::CaseInsensitive);
+  };
+  if (termina(tipos[elegida.tipo])) return elegida;
+  for (std::size_t t = 0; t < tipos.size(); ++t) {
+    if (termina(tipos[t])) return RutaElegida{elegida.ruta, t};
+  }
+  elegida.ruta += QLatin1Char('.') + tipos[elegida.tipo].extension;
+  return elegida;
+}
+
 QString PreguntaRutaPdf(const QString& titulo, const QString& nombre, QWidget* padre) {
-  const QString ruta = Pregunta({titulo, QStringLiteral("Documentos PDF (*.pdf)"), QStringLiteral("pdf"),
-                                 CarpetaDeDocumentos(), nombre + QStringLiteral(".pdf")},
-                                true, padre);
-  return ruta.isEmpty() || ruta.endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive) ? ruta
-                                                                                      : ruta + QStringLiteral(".pdf");
+  const auto elegida = PreguntaRuta(titulo, nombre, {{QStringLiteral("Documentos PDF"), QStringLiteral("pdf")}}, padre);
+  return elegida ? elegida->ruta : QString();
 }
 
 QString PreguntaRutaHotel(bool nuevo, const QString& carpeta, QWidget* padre) {
-  return Pregunta({nuevo ? QStringLiteral("Archivo del hotel nuevo") : QStringLiteral("Archivo del hotel"),
-                   QStringLiteral("Hoteles (*.db)"),
-                   QStringLiteral("db"),
-                   carpeta,
-                   {}},
-                  nuevo, padre);
+  if (!nuevo) return Existente(QStringLiteral("Archivo del hotel"), QStringLiteral("Hoteles (*.db)"), carpeta, padre);
+  const auto elegida = PreguntaRuta(QStringLiteral("Archivo del hotel nuevo"), {},
+                                    {{QStringLiteral("Hoteles"), QStringLiteral("db")}}, padre, carpeta);
+  return elegida ? elegida->ruta : QString();
 }
 
 QString PreguntaRutaCsv(const QString& titulo, QWidget* padre) {
-  return Pregunta({titulo, QStringLiteral("Archivos CSV (*.csv);;Todos (*)"), {}, CarpetaDeDocumentos(), {}}, false,
-                  padre);
+  return Existente(titulo, QStringLiteral("Archivos CSV (*.csv);;Todos (*)"), CarpetaDeDocumentos(), padre);
 }
 
 }  // namespace vista

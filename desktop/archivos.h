@@ -2,11 +2,26 @@
 #pragma once
 
 #include <QString>
+#include <optional>
+#include <vector>
 
 class QWidget;
 
 namespace vista {
 
+struct TipoDeArchivo {
+  QString titulo, extension;  // "Documento PDF", "pdf"
+};
+struct RutaElegida {
+  QString ruta;  // ends in the extension of one of the kinds
+  std::size_t tipo = 0;
+};
+// Asks where a file of one of these kinds is to be saved; nothing when the user wants none. An ending that was typed
+// counts before the kind that was chosen. nombre: proposed file name, without the ending; "" none. carpeta: where the
+// list begins; "" in the user's documents.
+std::optional<RutaElegida> PreguntaRuta(const QString& titulo, const QString& nombre,
+                                        const std::vector<TipoDeArchivo>& tipos, QWidget* padre,
+                                        const QString& carpeta = {});
 // Asks where a PDF is to be saved; gives its path, which ends in .pdf, or "" when the user wants none.
 // nombre: proposed file name, without the ending.
 QString PreguntaRutaPdf(const QString& titulo, const QString& nombre, QWidget* padre);

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/standalone/conexion.h"
+#include "platform/listado/listado.h"
 
 namespace vista {
 
@@ -69,6 +70,11 @@ std::string Valida(const Catalogo& catalogo, const std::vector<std::string>& tex
                    std::vector<com::Variant>& valores);
 // Text in which a value is typed and shown.
 std::string TextoDe(const CampoCatalogo& campo, const com::Variant& valor);
+
+// "De baja", "En vigor", "Levantado"; "" for a row that needs no word.
+std::string_view EstadoDe(const Catalogo& catalogo, const FilaCatalogo& fila);
+// All rows with their values, names beside the keys of other catalogues, for spreadsheets and paper.
+listado::Listado ListadoDe(autonomo::Conexion& conexion, const Catalogo& catalogo);
 
 // com::Error kRestriccion with a clear text when the key exists already.
 void Inserta(autonomo::Conexion& conexion, const Catalogo& catalogo, std::vector<com::Variant> valores);

@@ -13,6 +13,7 @@
 #include "desktop/catalogos.h"
 #include "desktop/dialogos.h"
 #include "desktop/estilo.h"
+#include "desktop/exportar.h"
 #include "desktop/guarda.h"
 #include "desktop/hoja_parametros.h"
 #include "desktop/hoja_usuarios.h"
@@ -181,6 +182,7 @@ class Lista : public QWidget {
               &QPushButton::clicked, this, [this] { TraeHabitaciones(); });
     }
     botones->addStretch();
+    botones->addWidget(BotonExportar(this, [this] { return ListadoDe(conexion_, catalogo_); }));
     caja->addWidget(lista_);
     caja->addLayout(botones);
     setFocusProxy(lista_);
@@ -201,11 +203,6 @@ class Lista : public QWidget {
     return nombres;
   }
 
-  QString Estado(const FilaCatalogo& fila) const {
-    if (catalogo_.todoEsLlave) return fila.deBaja ? QStringLiteral("Levantado") : QStringLiteral("En vigor");
-    return fila.deBaja ? QStringLiteral("De baja") : QString();
-  }
-
   void Carga() {
     std::vector<std::map<QString, QString>> nombres(catalogo_.campos.size());
     Corre([&] {
@@ -223,7 +220,7 @@ class Lista : public QWidget {
         if (texto.isEmpty()) texto = Q(catalogo_.campos[i].vacio);
         textos << texto.left(80);
       }
-      if (catalogo_.conEstado) textos << Estado(fila);
+      if (catalogo_.conEstado) textos << Q(EstadoDe(catalogo_, fila));
       AgregaFila(tabla, textos, fila.deBaja, derecha_);
     }
     tabla->resizeColumnsToContents();

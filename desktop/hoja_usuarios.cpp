@@ -12,10 +12,12 @@
 
 #include "desktop/editor_catalogos.h"
 #include "desktop/entradas.h"
+#include "desktop/exportar.h"
 #include "desktop/guarda.h"
 #include "desktop/iconos.h"
 #include "desktop/tablas.h"
 #include "desktop/vista.h"
+#include "host/standalone/listados.h"
 #include "host/standalone/permisos.h"
 #include "platform/com/texto.h"
 
@@ -73,6 +75,7 @@ HojaUsuarios::HojaUsuarios(autonomo::Conexion& conexion, QWidget* padre)
   nuevo_->setObjectName(QStringLiteral("nuevo"));
   edita_->setObjectName(QStringLiteral("editar"));
   botones->addStretch();
+  botones->addWidget(BotonExportar(this, [this] { return autonomo::ListadoDeUsuarios(conexion_); }));
   caja->addLayout(botones);
   setFocusProxy(lista_);
   lista_->tabla()->setObjectName(QStringLiteral("Usuario"));

@@ -13,11 +13,13 @@
 #include "desktop/dialogos.h"
 #include "desktop/entradas.h"
 #include "desktop/estilo.h"
+#include "desktop/exportar.h"
 #include "desktop/guarda.h"
 #include "desktop/iconos.h"
 #include "desktop/tablas.h"
 #include "desktop/vista.h"
 #include "host/standalone/bandeja.h"
+#include "host/standalone/listados.h"
 #include "host/standalone/listas.h"
 #include "host/standalone/servidor_correo.h"
 #include "platform/com/error.h"
@@ -69,6 +71,7 @@ class Lista : public Ficha {
   }
 
   QTableWidget* tabla() { return tabla_; }
+  // What the rows in sight were filtered by.
   const FiltroLista& filtro() const { return filtro_; }
 
   void Busca() {
@@ -134,14 +137,6 @@ class Lista : public Ficha {
   QLabel* cuenta_;
 };
 
-QString SinLineasVacias(const std::string& texto) {
-  QStringList lineas;
-  for (const QString& linea : Q(texto).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
-    if (const QString limpia = linea.simplified(); !limpia.isEmpty()) lineas << limpia;
-  }
-  return lineas.join(QLatin1Char('\n'));
-}
-
 // Why no mail leaves from this machine; "" when they do.
 std::string Impedimento(autonomo::Conexion& conexion) {
   try {
@@ -168,10 +163,16 @@ void MuestraBitacora(autonomo::Anfitrion& anfitrion, QWidget* padre) {
       {QStringLiteral("Fecha"), QStringLiteral("Usuario"), QStringLiteral("Folio"), QStringLiteral("Cambio")},
       [&](QTableWidget* tabla, const FiltroLista& filtro) {
         for (const auto& e : autonomo::LeeBitacora(*anfitrion.conexion(), filtro)) {
-          AgregaFila(tabla, {Q(regional::TextoFecha(e.fecha)), Q(e.usuario), Q(e.folio), SinLineasVacias(e.texto)});
+          AgregaFila(tabla, {Q(regional::TextoFecha(e.fecha)), Q(e.usuario), Q(e.folio),
+                             Q(autonomo::SinLineasVacias(e.texto))});
         }
       },
       padre);
+  auto* botones = new QHBoxLayout;
+  botones->addStretch();
+  botones->addWidget(BotonExportar(
+      &lista, [&] { return autonomo::ListadoDe(autonomo::LeeBitacora(*anfitrion.conexion(), lista.filtro())); }));
+  lista.caja()->addLayout(botones);
   lista.Termina();
   AjustaAPantalla(lista, {760, 560});
   lista.Busca();
@@ -239,6 +240,8 @@ void MuestraBandeja(autonomo::Anfitrion& anfitrion, QWidget* padre) {
   auto* botones = new QHBoxLayout;
   botones->addWidget(otraVez);
   botones->addStretch();
+  botones->addWidget(
+      BotonExportar(&lista, [&] { return autonomo::ListadoDe(autonomo::LeeBandeja(conexion, lista.filtro())); }));
   lista.caja()->addLayout(botones);
   lista.Termina();
   AjustaAPantalla(lista, {920, 560});

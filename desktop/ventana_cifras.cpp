@@ -8,6 +8,7 @@
 
 #include "desktop/dialogos.h"
 #include "desktop/estilo.h"
+#include "desktop/exportar.h"
 #include "desktop/fechas.h"
 #include "desktop/guarda.h"
 #include "desktop/iconos.h"
@@ -109,6 +110,7 @@ VentanaCifras::VentanaCifras(recepcion::Cifras& cifras, QWidget* padre) : QDialo
   caja->addWidget(nota_);
   auto* botones = new QHBoxLayout;
   botones->addStretch();
+  botones->addWidget(BotonExportar(this, [this] { return recepcion::ListadoDe(cifras_, PorMes()); }));
   auto* cierra = new QPushButton(QStringLiteral("Cerrar (Esc)"), this);
   cierra->setObjectName(QStringLiteral("cerrar"));
   cierra->setAutoDefault(false);

@@ -7,6 +7,7 @@
 
 #include "desktop/dialogos.h"
 #include "desktop/estilo.h"
+#include "desktop/exportar.h"
 #include "desktop/fechas.h"
 #include "desktop/guarda.h"
 #include "desktop/tablas.h"
@@ -14,6 +15,7 @@
 #include "platform/com/error.h"
 #include "platform/regional/regional.h"
 #include "publico/publico.h"
+#include "recepcion/listados.h"
 
 namespace vista {
 
@@ -71,6 +73,7 @@ VentanaCotizacion::VentanaCotizacion(recepcion::Cotizacion& cotizacion, QWidget*
   connect(cierra, &QPushButton::clicked, this, &QDialog::reject);
   botones->addWidget(vende);
   botones->addStretch();
+  botones->addWidget(BotonExportar(this, [this] { return recepcion::ListadoDe(cotizacion_); }));
   botones->addWidget(cierra);
   caja->addLayout(botones);
   for (QWidget* w : std::initializer_list<QWidget*>{llegada_, noches_, adultos_, menores_, infantes_})

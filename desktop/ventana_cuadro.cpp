@@ -8,11 +8,13 @@
 
 #include "desktop/dialogos.h"
 #include "desktop/estilo.h"
+#include "desktop/exportar.h"
 #include "desktop/guarda.h"
 #include "desktop/iconos.h"
 #include "desktop/vista.h"
 #include "platform/com/error.h"
 #include "platform/regional/regional.h"
+#include "recepcion/listados.h"
 
 namespace vista {
 
@@ -73,6 +75,7 @@ void VentanaCuadro::CreaCabeza(QBoxLayout& caja) {
   for (const int noches : kZooms) zoom_->addItem(QStringLiteral("%1 noches").arg(noches), noches);
   connect(zoom_, &QComboBox::activated, this, [this](int i) { Muestra(cuadro_.desde(), zoom_->itemData(i).toInt()); });
   fila->addWidget(zoom_);
+  fila->addWidget(BotonExportar(this, [this] { return recepcion::ListadoDe(cuadro_); }));
   caja.addLayout(fila);
 }
 

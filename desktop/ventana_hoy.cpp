@@ -13,6 +13,7 @@
 
 #include "desktop/dialogos.h"
 #include "desktop/estilo.h"
+#include "desktop/exportar.h"
 #include "desktop/guarda.h"
 #include "desktop/iconos.h"
 #include "desktop/tablas.h"
@@ -20,6 +21,7 @@
 #include "host/standalone/documento.h"
 #include "platform/com/error.h"
 #include "platform/regional/regional.h"
+#include "recepcion/listados.h"
 #include "schema/esquema.h"
 
 namespace vista {
@@ -158,6 +160,7 @@ void VentanaHoy::CreaBotones(QBoxLayout& caja) {
   boton("Cua&dro de habitaciones (F7)", "cuadro", kCuadro, "F7");
   boton("Coti&zar (F8)", "cotizar", kCotiza, "F8");
   fila->addStretch();
+  fila->addWidget(BotonExportar(this, [this] { return recepcion::ListadoDe(hoy_); }));
   boton("Cerrar (Esc)", "cerrar", kCierra, nullptr);
   caja.addLayout(fila);
 }

@@ -73,6 +73,10 @@ const std::vector<Interprete::DatosOrden>& Interprete::Ordenes() {
       {"cotiza", 2, 6, "cotiza LLEGADA SALIDA ADULTOS [MENORES [INFANTES [MONEDA]]] | cotiza reserva OFERTA",
        &Interprete::Cotiza},
       {"cifras", 2, 3, "cifras DESDE HASTA [SUCURSAL]", &Interprete::Cifras},
+      {"exporta", 2, 3,
+       "exporta hoy|cuadro|cotizacion|cifras|meses|bitacora|correos|usuarios ARCHIVO.csv|ARCHIVO.pdf "
+       "[comas|puntoycoma]",
+       &Interprete::Exporta},
       {"borrador", 1, 1, "borrador guarda|repone|olvida", &Interprete::Borrador},
       {"repone", 0, 0, "repone", &Interprete::Repone},
       {"porque", 2, 2, "porque FILA NOCHE", &Interprete::PorQue},

@@ -122,6 +122,8 @@ class Interprete {
   void Cuadro(const Palabras& p);
   void Cotiza(const Palabras& p);
   void Cifras(const Palabras& p);
+  void Exporta(const Palabras& p);
+  listado::Listado ListadoDe(const std::string& que);
   void Borrador(const Palabras& p);
   void Repone(const Palabras& p);
   void PorQue(const Palabras& p);

@@ -7,8 +7,12 @@
 #include "guion/interprete.h"
 #include "guion/muestra.h"
 #include "guion/muestra_recepcion.h"
+#include "host/standalone/exportacion.h"
+#include "host/standalone/listados.h"
+#include "host/standalone/parametros.h"
 #include "platform/com/error.h"
 #include "recepcion/borrador.h"
+#include "recepcion/listados.h"
 #include "recepcion/pasos.h"
 
 namespace guion {
@@ -219,6 +223,32 @@ void Interprete::Cifras(const Palabras& p) {
   ExigeSinModal();
   static_cast<void>(Activo());
   piezas_.manos.MuestraCifras(cifras_, {DiaDe(p[1]), DiaDe(p[2]), p.size() > 3 ? p[3] : ""});
+}
+
+// --- lists as files
+
+listado::Listado Interprete::ListadoDe(const std::string& que) {
+  autonomo::Conexion& conexion = *piezas_.anfitrion.conexion();
+  if (que == "hoy") return recepcion::ListadoDe(DiaALaVista());
+  if (que == "cuadro") return recepcion::ListadoDe(CuadroALaVista());
+  if (que == "cifras" || que == "meses") return recepcion::ListadoDe(CifrasALaVista(), que == "meses");
+  if (que == "cotizacion") {
+    if (cotizacion_.pedido().llegada == com::Fecha{}) Error("No se ha cotizado nada; use la orden «cotiza»");
+    return recepcion::ListadoDe(cotizacion_);
+  }
+  if (que == "bitacora") return autonomo::ListadoDe(autonomo::LeeBitacora(conexion, {}));
+  if (que == "correos") return autonomo::ListadoDe(autonomo::LeeBandeja(conexion, {}));
+  if (que == "usuarios") return autonomo::ListadoDeUsuarios(conexion);
+  Error("No hay una lista «" + que + "»");
+}
+
+void Interprete::Exporta(const Palabras& p) {
+  listado::FormatoCsv formato = listado::kConComas;
+  if (p.size() > 3 && p[3] == "puntoycoma") formato = listado::kConPuntoYComa;
+  if (p.size() > 3 && p[3] != "puntoycoma" && p[3] != "comas") Error("No se separa por «" + p[3] + "»");
+  const std::string hotel =
+      autonomo::ValorParametro(*piezas_.anfitrion.conexion(), anfitrion::parametro::kNombreHotel.clave);
+  autonomo::Exporta(ListadoDe(p[1]), {hotel, piezas_.anfitrion.reloj().Ahora()}, formato, p[2]);
 }
 
 }  // namespace guion

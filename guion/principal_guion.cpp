@@ -1,5 +1,5 @@
 // reservas-guion: the scripted clerk on the screens' models, without a display.
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -47,11 +47,18 @@ int Corre(const autonomo::Opciones& opciones, const std::string& guion) {
   return interprete.Corre(entrada, deArchivo ? guion : "(entrada)") == 0 ? kTodoBien : kConFallas;
 }
 
+// Nothing for whoever runs a script: told wherever no session runs.
+void AlMensaje(QtMsgType, const QMessageLogContext&, const QString& texto) {
+  if (!texto.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR"))) std::cerr << texto.toStdString() << '\n';
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   autonomo::ProtegeMemoria();
-  const QCoreApplication aplicacion(argc, argv);
+  qInstallMessageHandler(AlMensaje);
+  qputenv("QT_QPA_PLATFORM", "offscreen");  // pages are drawn, not shown
+  const QGuiApplication aplicacion(argc, argv);
   autonomo::Opciones opciones;
   std::string guion = "-";
   std::optional<std::string> registro;

@@ -1,0 +1,20 @@
+// Lists, calendars and the day's report as files of a person's own.
+#pragma once
+
+#include <QPushButton>
+#include <functional>
+
+#include "host/standalone/anfitrion.h"
+#include "platform/listado/listado.h"
+
+class QDialog;
+
+namespace vista {
+
+// Asks where a list is to go, and as what: a spreadsheet's text, in the two ways that spreadsheets of Spanish-speaking
+// countries open, or a PDF; writes it. What cannot be written is told, and asked again.
+void ExportaLista(const listado::Listado& lista, QWidget* padre);
+// A button of the window that exports what lista gives when it is pressed (Ctrl+E).
+QPushButton* BotonExportar(QWidget* ventana, std::function<listado::Listado()> lista);
+
+}  // namespace vista
