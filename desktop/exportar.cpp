@@ -1,15 +1,23 @@
 #include "desktop/exportar.h"
 
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QLabel>
 #include <QShortcut>
+#include <QVBoxLayout>
 
 #include "desktop/archivos.h"
 #include "desktop/dialogos.h"
 #include "desktop/guarda.h"
 #include "desktop/iconos.h"
 #include "desktop/vista.h"
+#include "guion/salidas.h"
 #include "host/standalone/exportacion.h"
 #include "platform/com/error.h"
 #include "publico/publico.h"
+#include "recepcion/cuadro.h"
 
 namespace vista {
 
@@ -57,6 +65,42 @@ QPushButton* BotonExportar(QWidget* ventana, std::function<listado::Listado()> l
   atajo->setContext(Qt::WidgetWithChildrenShortcut);
   QObject::connect(atajo, &QShortcut::activated, boton, &QPushButton::click);
   return boton;
+}
+
+void ExportaCalendario(autonomo::Anfitrion& anfitrion, QWidget* padre) {
+  recepcion::Cuadro cuadro;
+  cuadro.Abre();
+  QDialog dialogo(padre);
+  dialogo.setObjectName(QStringLiteral("calendario"));
+  dialogo.setWindowTitle(QStringLiteral("Calendario de una habitación"));
+  auto* caja = new QVBoxLayout(&dialogo);
+  auto* forma = new QFormLayout;
+  auto* habitacion = new QComboBox(&dialogo);
+  habitacion->setObjectName(QStringLiteral("habitacion"));
+  habitacion->addItem(QStringLiteral("Todas, en un calendario"), QString());
+  for (const recepcion::Habitacion& h : cuadro.habitaciones())
+    habitacion->addItem(Q(h.clave) + QLatin1Char(' ') + Q(h.nombre), Q(h.clave));
+  habitacion->setCurrentIndex(habitacion->count() > 1 ? 1 : 0);
+  forma->addRow(QStringLiteral("&Habitación"), habitacion);
+  auto* nombres = new QCheckBox(QStringLiteral("Con los &nombres y folios de los huéspedes"), &dialogo);
+  nombres->setObjectName(QStringLiteral("nombres"));
+  forma->addRow(QString(), nombres);
+  caja->addLayout(forma);
+  auto* botones = new QDialogButtonBox(&dialogo);
+  botones->addButton(QStringLiteral("&Guardar…"), QDialogButtonBox::AcceptRole)
+      ->setObjectName(QStringLiteral("guardar"));
+  botones->addButton(QStringLiteral("&Cancelar"), QDialogButtonBox::RejectRole);
+  QObject::connect(botones, &QDialogButtonBox::accepted, &dialogo, &QDialog::accept);
+  QObject::connect(botones, &QDialogButtonBox::rejected, &dialogo, &QDialog::reject);
+  caja->addWidget(botones);
+  if (Atiende(dialogo) != QDialog::Accepted) return;
+  const QString clave = habitacion->currentData().toString();
+  Guarda(QStringLiteral("Guardar el calendario"),
+         clave.isEmpty() ? QStringLiteral("habitaciones") : QStringLiteral("habitacion-") + clave,
+         {{QStringLiteral("Calendario"), QStringLiteral("ics")}}, padre, [&](const RutaElegida& elegida) {
+           guion::ExportaAgenda(anfitrion.conexion(), clave.toStdString(), nombres->isChecked(),
+                                anfitrion.reloj().Ahora(), elegida.ruta.toStdString());
+         });
 }
 
 }  // namespace vista

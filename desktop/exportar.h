@@ -17,4 +17,7 @@ void ExportaLista(const listado::Listado& lista, QWidget* padre);
 // A button of the window that exports what lista gives when it is pressed (Ctrl+E).
 QPushButton* BotonExportar(QWidget* ventana, std::function<listado::Listado()> lista);
 
+// Asks for a room, or all, and whether guests are named; writes the calendar.
+void ExportaCalendario(autonomo::Anfitrion& anfitrion, QWidget* padre);
+
 }  // namespace vista

@@ -26,6 +26,7 @@
 #include "desktop/editor_catalogos.h"
 #include "desktop/escala.h"
 #include "desktop/escritorio_qt.h"
+#include "desktop/exportar.h"
 #include "desktop/fechas.h"
 #include "desktop/guarda.h"
 #include "desktop/guia.h"
@@ -357,6 +358,11 @@ void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion, 
     contexto.menu.push_back(
         {QString::fromUtf8(titulo), [&escritorio, codigo] { escritorio.AbrePantalla(codigo, {}); }, 0});
   };
+  const auto sale = [&](const char* titulo, void (*hace)(autonomo::Anfitrion&, QWidget*)) {
+    contexto.menu.push_back(
+        {QString::fromUtf8(titulo), [&escritorio, &anfitrion, hace] { hace(anfitrion, escritorio.Frente()); }, 0});
+  };
+  sale("Ca&lendario de una habitación…", ExportaCalendario);
   opcion("&Clientes…", "CA014");
   opcion("&Formas de pago…", "CA016");
   opcion("&Monedas y tipos de cambio…", "CA039");

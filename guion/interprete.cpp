@@ -77,6 +77,7 @@ const std::vector<Interprete::DatosOrden>& Interprete::Ordenes() {
        "exporta hoy|cuadro|cotizacion|cifras|meses|bitacora|correos|usuarios ARCHIVO.csv|ARCHIVO.pdf "
        "[comas|puntoycoma]",
        &Interprete::Exporta},
+      {"agenda", 2, 3, "agenda HABITACION|todas ARCHIVO.ics [nombres]", &Interprete::Agenda},
       {"borrador", 1, 1, "borrador guarda|repone|olvida", &Interprete::Borrador},
       {"repone", 0, 0, "repone", &Interprete::Repone},
       {"porque", 2, 2, "porque FILA NOCHE", &Interprete::PorQue},

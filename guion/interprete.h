@@ -123,6 +123,7 @@ class Interprete {
   void Cotiza(const Palabras& p);
   void Cifras(const Palabras& p);
   void Exporta(const Palabras& p);
+  void Agenda(const Palabras& p);
   listado::Listado ListadoDe(const std::string& que);
   void Borrador(const Palabras& p);
   void Repone(const Palabras& p);

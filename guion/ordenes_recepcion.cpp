@@ -7,6 +7,7 @@
 #include "guion/interprete.h"
 #include "guion/muestra.h"
 #include "guion/muestra_recepcion.h"
+#include "guion/salidas.h"
 #include "host/standalone/exportacion.h"
 #include "host/standalone/listados.h"
 #include "host/standalone/parametros.h"
@@ -249,6 +250,14 @@ void Interprete::Exporta(const Palabras& p) {
   const std::string hotel =
       autonomo::ValorParametro(*piezas_.anfitrion.conexion(), anfitrion::parametro::kNombreHotel.clave);
   autonomo::Exporta(ListadoDe(p[1]), {hotel, piezas_.anfitrion.reloj().Ahora()}, formato, p[2]);
+}
+
+// "todas" is no key of a room: every calendar in one.
+void Interprete::Agenda(const Palabras& p) {
+  const bool conNombres = p.size() > 3 && p[3] == "nombres";
+  if (p.size() > 3 && !conNombres) Error("Se escribe: agenda HABITACION|todas ARCHIVO.ics [nombres]");
+  ExportaAgenda(piezas_.anfitrion.conexion(), p[1] == "todas" ? "" : p[1], conNombres,
+                piezas_.anfitrion.reloj().Ahora(), p[2]);
 }
 
 }  // namespace guion

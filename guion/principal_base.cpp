@@ -14,6 +14,7 @@
 #include "guion/archivos.h"
 #include "guion/habitaciones_csv.h"
 #include "guion/opciones.h"
+#include "guion/salidas.h"
 #include "host/standalone/cambio_llave.h"
 #include "host/standalone/llave.h"
 #include "host/standalone/permisos.h"
@@ -52,6 +53,9 @@ constexpr const char* kUso =
     "    --importa ARCHIVO  trae las de un archivo así\n"
     "    --agrega           hace una llave, para los hoteles que aún no guardan tarjetas\n"
     "    --cambia           cifra todas las tarjetas del hotel con una llave nueva; la anterior no se borra\n"
+    "  agenda HOTEL CARPETA [--nombres]\n"
+    "                     escribe en la carpeta el calendario de cada habitación (0101.ics), del mes pasado a un año;\n"
+    "                     sin --nombres no dice de quién son las noches. Los que no cambian no se tocan\n"
     "  respalda HOTEL.db [COPIA.db] [--sustituye]\n"
     "                     copia el hotel, también mientras se trabaja en él; sin COPIA.db, en su carpeta de "
     "respaldos.\n"
@@ -123,13 +127,16 @@ int Crea(const Palabras& palabras, const guion::Argumentos&) {
   return kTodoBien;
 }
 
+com::Fecha DiaDado(const std::string& texto) {
+  const auto dia = com::DeIso(texto);
+  if (!dia) throw com::Error(com::error::kArgumento, "«" + texto + "» no es una fecha AAAA-MM-DD");
+  return *dia;
+}
+
 int Demo(const Palabras& palabras, const guion::Argumentos& argumentos) {
   autonomo::Opciones opciones = Nueva(palabras[0]);
   opciones.demo = true;
-  if (const auto dia = argumentos.Valor("ahora")) {
-    opciones.ahora = com::DeIso(*dia);
-    if (!opciones.ahora) throw com::Error(com::error::kArgumento, "«" + *dia + "» no es una fecha AAAA-MM-DD");
-  }
+  if (const auto dia = argumentos.Valor("ahora")) opciones.ahora = DiaDado(*dia);
   const autonomo::Anfitrion anfitrion(opciones);
   std::cout << "Hotel de demostración en " << palabras[0] << '\n';
   return kTodoBien;
@@ -351,6 +358,18 @@ int Repone(const Palabras& palabras, const guion::Argumentos&) {
   return kTodoBien;
 }
 
+int EscribeAgendas(const Palabras& palabras, const guion::Argumentos& argumentos) {
+  if (!std::filesystem::is_directory(palabras[1])) {
+    throw com::Error(com::error::kArgumento, "La carpeta " + palabras[1] + " no existe");
+  }
+  const auto conexion = autonomo::AbreConexion(Existente(palabras[0]), kReloj);
+  autonomo::Reloj reloj;
+  if (const auto dia = argumentos.Valor("ahora")) reloj.Fija(DiaDado(*dia));
+  const guion::Agendas a = guion::ExportaAgendas(conexion, argumentos.Hay("nombres"), reloj.Ahora(), palabras[1]);
+  std::cout << "Calendarios: " << a.habitaciones << ", cambiados: " << a.escritas << '\n';
+  return kTodoBien;
+}
+
 struct Orden {
   const char* nombre;
   std::size_t minimo, maximo;  // words after it
@@ -359,9 +378,16 @@ struct Orden {
 };
 
 constexpr Orden kOrdenes[] = {
-    {"crea", 1, 1, true, Crea},     {"demo", 1, 1, false, Demo},      {"revisa", 1, 1, true, Revisa},
-    {"copia", 2, 2, false, Copia},  {"usuario", 2, 2, true, Usuario}, {"respalda", 1, 2, true, Respalda},
-    {"repone", 1, 2, true, Repone}, {"clave", 1, 1, false, Clave},    {"habitaciones", 2, 2, true, Habitaciones},
+    {"crea", 1, 1, true, Crea},
+    {"demo", 1, 1, false, Demo},
+    {"revisa", 1, 1, true, Revisa},
+    {"copia", 2, 2, false, Copia},
+    {"usuario", 2, 2, true, Usuario},
+    {"respalda", 1, 2, true, Respalda},
+    {"repone", 1, 2, true, Repone},
+    {"clave", 1, 1, false, Clave},
+    {"habitaciones", 2, 2, true, Habitaciones},
+    {"agenda", 2, 2, true, EscribeAgendas},
 };
 
 const Orden& BuscaOrden(const Palabras& sueltos) {
@@ -399,6 +425,7 @@ int main(int argc, char** argv) {
   try {
     const guion::Argumentos argumentos({argv + 1, argv + argc},
                                        {{"sustituye"},
+                                        {"nombres"},
                                         {"ahora", true},
                                         {"contrasena-de", true},
                                         {"servidor"},

@@ -22,8 +22,8 @@ constexpr std::string_view kHabitaciones =
 constexpr std::string_view kLineas =
     "SELECT D.Hb_Cve_Habitacion, D.Rs_Folio, D.Rsd_Fecha_Inicio, D.Rsd_Fecha_Fin, R.Es_Cve_Estado, R.Mn_Cve_Moneda, "
     "H.Cl_Razon_Social_1 AS Huesped, C.Cl_Razon_Social_1 AS Cliente, "
-    "(SELECT SUM(T.Rsd_Precio_Neto_Importe) FROM Reservacion_Detalle T WHERE T.Rs_Folio = R.Rs_Folio) AS Total "
-    "FROM Habitacion HB CROSS JOIN Reservacion_Detalle D CROSS JOIN Reservacion R "
+    "(SELECT SUM(T.Rsd_Precio_Neto_Importe) FROM Reservacion_Detalle T WHERE T.Rs_Folio = R.Rs_Folio) AS Total, "
+    "D.Rsd_Id, R.Fecha_Ult_Modif FROM Habitacion HB CROSS JOIN Reservacion_Detalle D CROSS JOIN Reservacion R "
     "LEFT JOIN Cliente H ON H.Cl_Cve_Cliente = R.Rs_Huesped LEFT JOIN Cliente C ON C.Cl_Cve_Cliente = R.Cl_Cve_Cliente "
     "WHERE D.Hb_Cve_Habitacion = HB.Hb_Cve_Habitacion AND R.Rs_Folio = D.Rs_Folio "
     "AND R.Es_Cve_Estado NOT IN ('CA','CE') AND D.Rsd_Fecha_Fin > '?' AND D.Rsd_Fecha_Inicio < '?'";
@@ -85,11 +85,16 @@ void Cuadro::Abre(com::Fecha desde, int noches) {
     throw com::Error(com::error::kArgumento, "El cuadro muestra de " + std::to_string(kNochesMinimas) + " a " +
                                                  std::to_string(kNochesMaximas) + " noches");
   }
-  const com::Fecha hoy = com::SoloFecha(publico::Utilerias().FechaServidor()), dia = com::SoloFecha(desde);
-  std::vector<Habitacion> habitaciones = LeeHabitaciones();
-  std::vector<std::vector<Barra>> porFila = LeeBarras(habitaciones, dia, noches);
-  // All was read: a failure before leaves what is shown as it was, rooms and bars of one reading.
+  const com::Fecha hoy = com::SoloFecha(publico::Utilerias().FechaServidor());
+  Lee(DelAnfitrion(), desde, noches);
   hoy_ = hoy;
+}
+
+void Cuadro::Lee(const Fuente& fuente, com::Fecha desde, int noches) {
+  const com::Fecha dia = com::SoloFecha(desde);
+  std::vector<Habitacion> habitaciones = LeeHabitaciones(fuente);
+  std::vector<std::vector<Barra>> porFila = LeeBarras(fuente, habitaciones, dia, noches);
+  // All was read: a failure before leaves what is shown as it was, rooms and bars of one reading.
   desde_ = dia;
   noches_ = noches;
   habitaciones_ = std::move(habitaciones);
@@ -106,17 +111,17 @@ void Cuadro::Abre(com::Fecha desde, int noches) {
   primeras_.push_back(barras_.size());
 }
 
-std::vector<Habitacion> Cuadro::LeeHabitaciones() {
+std::vector<Habitacion> Cuadro::LeeHabitaciones(const Fuente& fuente) {
   std::vector<Habitacion> habitaciones;
-  const ado::RecordsetPtr rs = Ejecuta(ado::TextoSQL(kHabitaciones));
+  const ado::RecordsetPtr rs = Ejecuta(fuente, ado::TextoSQL(kHabitaciones));
   for (; !rs->Eof(); rs->MoveNext())
     habitaciones.push_back({Celda(*rs, 0), Celda(*rs, 1), Celda(*rs, 2), Celda(*rs, 3)});
   return habitaciones;
 }
 
-std::vector<std::vector<Barra>> Cuadro::LeeBarras(const std::vector<Habitacion>& habitaciones, com::Fecha dia,
-                                                  int noches) {
-  const std::string primera = DiaSql(dia), ultima = DiaSql(com::MasDias(dia, noches));
+std::vector<std::vector<Barra>> Cuadro::LeeBarras(const Fuente& fuente, const std::vector<Habitacion>& habitaciones,
+                                                  com::Fecha dia, int noches) {
+  const std::string primera = fuente.dia(dia), ultima = fuente.dia(com::MasDias(dia, noches));
   std::map<std::string, int> filas;
   for (std::size_t f = 0; f < habitaciones.size(); ++f) {
     filas[com::Plegado(habitaciones[f].clave)] = static_cast<int>(f);
@@ -128,7 +133,7 @@ std::vector<std::vector<Barra>> Cuadro::LeeBarras(const std::vector<Habitacion>&
     return fila == filas.end() ? nullptr : &porFila[static_cast<std::size_t>(fila->second)];
   };
   const auto lee = [&](std::string_view sentencia, const auto& toma) {
-    const ado::RecordsetPtr rs = Ejecuta(ado::TextoSQL(sentencia, {primera, ultima}));
+    const ado::RecordsetPtr rs = Ejecuta(fuente, ado::TextoSQL(sentencia, {primera, ultima}));
     for (; !rs->Eof(); rs->MoveNext()) {
       if (std::vector<Barra>* barras = deHabitacion(*rs)) toma(*barras, *rs);
     }
@@ -142,6 +147,9 @@ std::vector<std::vector<Barra>> Cuadro::LeeBarras(const std::vector<Habitacion>&
     b.moneda = Celda(rs, 5);
     b.huesped = Celda(rs, 6).empty() ? Celda(rs, 7) : Celda(rs, 6);
     b.total = CeldaNumero(rs, 8);
+    b.linea = static_cast<int>(CeldaNumero(rs, 9));
+    if (const com::Variant cuando = rs.Fields(std::size_t{10}).Value(); !cuando.EsNulo())
+      b.modificada = com::CDate(cuando);
     barras.push_back(b);
   });
   lee(kEstancias, [](std::vector<Barra>& barras, const ado::Recordset& rs) {

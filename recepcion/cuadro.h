@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/com/fecha.h"
+#include "recepcion/lectura.h"
 
 namespace recepcion {
 
@@ -24,6 +25,8 @@ struct Barra {
   com::Fecha inicio, fin;  // nights from inicio on, up to the one before fin
   double total = 0;        // of the whole reservation, tax included: nothing that was paid is kept here
   std::string moneda;
+  int linea = 0;          // of the reservation
+  com::Fecha modificada;  // when the reservation was changed last; none for a stay or a block
 };
 
 struct Habitacion {
@@ -38,6 +41,8 @@ class Cuadro {
   // Reads the nights from that day on; com::Error kArgumento for a number out of range, and database failures, which
   // leave the chart as it was.
   void Abre(com::Fecha desde, int noches);
+  // Reads any number of nights from any source, for lists that nobody looks at; today is not set.
+  void Lee(const Fuente& fuente, com::Fecha desde, int noches);
   // The same nights anew; the first time two weeks from today.
   void Abre();
 
@@ -65,10 +70,10 @@ class Cuadro {
   std::function<void(const std::string& habitacion, com::Fecha desde, com::Fecha hasta)> alReservar;
 
  private:
-  static std::vector<Habitacion> LeeHabitaciones();
+  static std::vector<Habitacion> LeeHabitaciones(const Fuente& fuente);
   // By room, in no order.
-  static std::vector<std::vector<Barra>> LeeBarras(const std::vector<Habitacion>& habitaciones, com::Fecha dia,
-                                                   int noches);
+  static std::vector<std::vector<Barra>> LeeBarras(const Fuente& fuente, const std::vector<Habitacion>& habitaciones,
+                                                   com::Fecha dia, int noches);
 
   com::Fecha desde_, hoy_;
   int noches_ = 14;
