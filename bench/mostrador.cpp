@@ -6,6 +6,7 @@
 #include "host/standalone/letras.h"
 #include "recepcion/cifras.h"
 #include "recepcion/hoy.h"
+#include "recepcion/parte.h"
 
 namespace banco {
 
@@ -48,6 +49,12 @@ void Cifras(benchmark::State& estado, int noches) {
   }
 }
 
+void Parte(benchmark::State& estado) {
+  const Sesion sesion(RutaHotel());
+  const recepcion::Fuente fuente = recepcion::DelAnfitrion();
+  for (auto _ : estado) benchmark::DoNotOptimize(recepcion::LeeParte(fuente, Hoy(), "", ""));
+}
+
 }  // namespace
 
 void RegistraMostrador() {
@@ -59,6 +66,7 @@ void RegistraMostrador() {
   registra("cifras/mes", Cifras, 31);
   registra("cifras/año", Cifras, 366);
   registra("cifras/cinco años", Cifras, 1830);
+  registra("cifras/parte", Parte);
   for (const char* texto : {"h", "huesped", "numero 1234", "301", "12345", "próxima semana", "huésped 12 al 15 mar"}) {
     registra((std::string("hoy/busca/") + texto).c_str(), Busqueda, texto);
   }

@@ -13,6 +13,8 @@
 #include "desktop/guarda.h"
 #include "desktop/iconos.h"
 #include "desktop/vista.h"
+#include "desktop/vista_previa.h"
+#include "guion/parte_diario.h"
 #include "guion/salidas.h"
 #include "host/standalone/exportacion.h"
 #include "platform/com/error.h"
@@ -101,6 +103,28 @@ void ExportaCalendario(autonomo::Anfitrion& anfitrion, QWidget* padre) {
            guion::ExportaAgenda(anfitrion.conexion(), clave.toStdString(), nombres->isChecked(),
                                 anfitrion.reloj().Ahora(), elegida.ruta.toStdString());
          });
+}
+
+void MuestraParte(autonomo::Anfitrion& anfitrion, QWidget* padre) {
+  const recepcion::Parte parte = guion::LeeParteDe(anfitrion.conexion(), anfitrion.reloj().Ahora());
+  const QString nombre = QStringLiteral("Parte ") + Q(com::AIso(com::SoloFecha(parte.momento)));
+  const auto vista = CreaVistaPrevia(Q(recepcion::HtmlDe(parte)), nombre, {}, padre);
+  vista->setWindowTitle(Q(recepcion::TituloDe(parte)));
+  if (auto* botones = vista->findChild<QDialogButtonBox*>()) {
+    auto* envia = botones->addButton(QStringLiteral("&Enviar por correo"), QDialogButtonBox::ActionRole);
+    envia->setObjectName(QStringLiteral("enviar"));
+    QObject::connect(envia, &QPushButton::clicked, vista.get(), [&] {
+      try {
+        const int cuantos = guion::EnviaParte(anfitrion.conexion(), anfitrion.reloj().Ahora(), anfitrion.usuario());
+        Avisa("El parte quedó en la bandeja de salida para " +
+                  (cuantos == 1 ? std::string("una dirección") : std::to_string(cuantos) + " direcciones"),
+              64, vista.get());
+      } catch (const com::Error& e) {
+        Avisa(e.Descripcion(), 48, vista.get());
+      }
+    });
+  }
+  vista->exec();
 }
 
 }  // namespace vista

@@ -19,5 +19,7 @@ QPushButton* BotonExportar(QWidget* ventana, std::function<listado::Listado()> l
 
 // Asks for a room, or all, and whether guests are named; writes the calendar.
 void ExportaCalendario(autonomo::Anfitrion& anfitrion, QWidget* padre);
+// The day's report in a preview, from which it can be printed, saved or put into the outbox.
+void MuestraParte(autonomo::Anfitrion& anfitrion, QWidget* padre);
 
 }  // namespace vista

@@ -59,7 +59,9 @@ Entrada EntradaDe(const DefinicionParametro& definicion, const std::string& valo
       return EntradaColor(Q(valor), padre);
     default:
       return EntradaTexto(Q(valor), {},
-                          definicion.tipo == TipoParametro::Numero || definicion.tipo == TipoParametro::Puerto, padre);
+                          definicion.tipo == TipoParametro::Numero || definicion.tipo == TipoParametro::Puerto ||
+                              definicion.tipo == TipoParametro::Hora,
+                          padre);
   }
 }
 

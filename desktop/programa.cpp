@@ -362,6 +362,7 @@ void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion, 
     contexto.menu.push_back(
         {QString::fromUtf8(titulo), [&escritorio, &anfitrion, hace] { hace(anfitrion, escritorio.Frente()); }, 0});
   };
+  sale("&Parte del día…", MuestraParte);
   sale("Ca&lendario de una habitación…", ExportaCalendario);
   opcion("&Clientes…", "CA014");
   opcion("&Formas de pago…", "CA016");

@@ -2,6 +2,7 @@
 
 #include <QTimer>
 
+#include "guion/parte_diario.h"
 #include "host/standalone/parametros.h"
 #include "platform/com/error.h"
 
@@ -27,8 +28,12 @@ void Reparto::Revisa() {
   } catch (const com::Error&) {  // looked at again; the clerk's own work tells what is wrong
     return;
   }
-  cartero_ = std::make_unique<autonomo::Cartero>(autonomo::Cartero::Opciones{
-      base_, anfitrion_.reloj(), {}, [this](const std::string& aviso) { anfitrion_.Avisa(aviso); }});
+  cartero_ = std::make_unique<autonomo::Cartero>(
+      autonomo::Cartero::Opciones{base_,
+                                  anfitrion_.reloj(),
+                                  {},
+                                  [this](const std::string& aviso) { anfitrion_.Avisa(aviso); },
+                                  guion::ParteDeCadaDia()});
 }
 
 }  // namespace vista

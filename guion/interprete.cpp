@@ -78,6 +78,7 @@ const std::vector<Interprete::DatosOrden>& Interprete::Ordenes() {
        "[comas|puntoycoma]",
        &Interprete::Exporta},
       {"agenda", 2, 3, "agenda HABITACION|todas ARCHIVO.ics [nombres]", &Interprete::Agenda},
+      {"parte", 0, 1, "parte [envia | deldia | ARCHIVO.pdf | ARCHIVO.txt]", &Interprete::Parte},
       {"borrador", 1, 1, "borrador guarda|repone|olvida", &Interprete::Borrador},
       {"repone", 0, 0, "repone", &Interprete::Repone},
       {"porque", 2, 2, "porque FILA NOCHE", &Interprete::PorQue},

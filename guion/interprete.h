@@ -124,6 +124,7 @@ class Interprete {
   void Cifras(const Palabras& p);
   void Exporta(const Palabras& p);
   void Agenda(const Palabras& p);
+  void Parte(const Palabras& p);
   listado::Listado ListadoDe(const std::string& que);
   void Borrador(const Palabras& p);
   void Repone(const Palabras& p);
@@ -157,6 +158,7 @@ class Interprete {
   recepcion::Cuadro cuadro_;
   recepcion::Cotizacion cotizacion_;
   recepcion::Cifras cifras_;
+  std::string parte_;  // as text
   recepcion::RenglonesQuitados quitados_;
   std::string borrador_;  // as text; "" none
   recepcion::Huespedes huespedes_;

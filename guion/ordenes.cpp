@@ -220,6 +220,7 @@ Json Interprete::ValorDe(const std::string& que) {
   if (que == "cotizacion") return MuestraCotizacion(cotizacion_);
   if (que == "cuadro") return MuestraCuadro(CuadroALaVista());
   if (que == "cifras") return MuestraCifras(CifrasALaVista());
+  if (que == "parte") return parte_;
   if (que == "borrador") return borrador_.empty() ? Json() : MuestraBorrador(recepcion::DeTexto(borrador_));
   if (que == "quitados") return MuestraLineas(quitados_.renglones());
   if (que == "aviso") return kv207::AvisoDePrecio(piezas_.componente.formulario());

@@ -7,6 +7,7 @@
 #include "guion/interprete.h"
 #include "guion/muestra.h"
 #include "guion/muestra_recepcion.h"
+#include "guion/parte_diario.h"
 #include "guion/salidas.h"
 #include "host/standalone/exportacion.h"
 #include "host/standalone/listados.h"
@@ -258,6 +259,22 @@ void Interprete::Agenda(const Palabras& p) {
   if (p.size() > 3 && !conNombres) Error("Se escribe: agenda HABITACION|todas ARCHIVO.ics [nombres]");
   ExportaAgenda(piezas_.anfitrion.conexion(), p[1] == "todas" ? "" : p[1], conNombres,
                 piezas_.anfitrion.reloj().Ahora(), p[2]);
+}
+
+void Interprete::Parte(const Palabras& p) {
+  const auto& conexion = piezas_.anfitrion.conexion();
+  const com::Fecha ahora = piezas_.anfitrion.reloj().Ahora();
+  if (p.size() > 1 && p[1] == "envia") {
+    actual_.valor = EnviaParte(conexion, ahora, piezas_.anfitrion.usuario());
+    return;
+  }
+  if (p.size() > 1 && p[1] == "deldia") {
+    actual_.valor = EnviaParteDelDia(conexion, ahora);
+    return;
+  }
+  const recepcion::Parte parte = LeeParteDe(conexion, ahora);
+  parte_ = recepcion::TextoDe(parte);
+  if (p.size() > 1) ExportaParte(parte, p[1]);
 }
 
 }  // namespace guion

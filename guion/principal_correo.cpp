@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "guion/opciones.h"
+#include "guion/parte_diario.h"
 #include "host/standalone/cartero.h"
 #include "host/standalone/proceso.h"
 #include "host/standalone/registro.h"
@@ -49,6 +50,7 @@ Opciones LeeOpciones(const guion::Argumentos& argumentos) {
   o.cartero.base = guion::LeeBase(argumentos);
   if (!argumentos.Hay("base")) o.cartero.base.ruta = guion::RutaBaseDelUsuario();
   o.cartero.contrasena = argumentos.Valor("contrasena");
+  o.cartero.antes = guion::ParteDeCadaDia();
   o.unaVez = argumentos.Hay("una-vez");
   if (const auto ahora = argumentos.Valor("ahora")) {
     const auto fecha = com::DeIso(*ahora);
@@ -71,6 +73,8 @@ int UnaVez(const autonomo::Cartero::Opciones& opciones) {
   guion::DiceAvisos(kPrograma, *conexion);
   const auto servidor = autonomo::LeeServidor(*conexion, autonomo::LeeContrasena(opciones.contrasena));
   if (!servidor) throw com::Error(com::error::kArgumento, "Falta el parámetro CORREO_SERVIDOR");
+  if (const int cuantos = guion::EnviaParteDelDia(conexion, opciones.reloj.Ahora()); cuantos > 0)
+    std::cout << "Partes del día: " << cuantos << ".\n";
   const autonomo::Ronda ronda = autonomo::Reparte(*conexion, opciones.reloj, *servidor, [] { return true; });
   std::cout << "Enviados: " << ronda.enviados << ". Para otro intento: " << ronda.pendientes
             << ". Con problemas: " << ronda.fallidos << ".\n";

@@ -6,6 +6,7 @@
 
 #include "host/standalone/archivo_privado.h"
 #include "host/standalone/parametros.h"
+#include "host/standalone/pliego.h"
 #include "platform/com/error.h"
 #include "recepcion/agenda.h"
 
@@ -51,6 +52,13 @@ Agendas ExportaAgendas(const std::shared_ptr<autonomo::Conexion>& conexion, bool
     ++agendas.escritas;
   }
   return agendas;
+}
+
+void ExportaParte(const recepcion::Parte& parte, const std::string& ruta) {
+  if (TerminaEn(ruta, ".txt")) return autonomo::EscribePrivado(ruta, recepcion::TextoDe(parte));
+  if (!TerminaEn(ruta, ".pdf")) Error("El parte se guarda en un archivo .pdf o .txt, no en " + ruta);
+  autonomo::EscribePdf(QString::fromStdString(recepcion::HtmlDe(parte)),
+                       QString::fromStdString(recepcion::TituloDe(parte)), QString::fromStdString(ruta));
 }
 
 }  // namespace guion

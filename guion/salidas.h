@@ -5,7 +5,7 @@
 #include <string>
 
 #include "host/standalone/conexion.h"
-#include "platform/com/fecha.h"
+#include "recepcion/parte.h"
 
 namespace guion {
 
@@ -20,5 +20,8 @@ struct Agendas {
 };
 Agendas ExportaAgendas(const std::shared_ptr<autonomo::Conexion>& conexion, bool conNombres, com::Fecha ahora,
                        const std::string& carpeta);
+
+// As the ending says: ".pdf" (needs a QGuiApplication) or ".txt". com::Error kArgumento for another one.
+void ExportaParte(const recepcion::Parte& parte, const std::string& ruta);
 
 }  // namespace guion

@@ -52,6 +52,9 @@ inline constexpr Parametro kCorreoSeguridad{"CORREO_SEGURIDAD", "T", ""};
 inline constexpr Parametro kCorreoCertificados{"CORREO_CERTIFICADOS", "T", ""};
 inline constexpr Parametro kCorreoUsuario{"CORREO_USUARIO", "T", ""};
 inline constexpr Parametro kCorreoRemitente{"CORREO_REMITENTE", "T", ""};
+// The day's report by mail: addresses with commas between them, and the hour from which it leaves.
+inline constexpr Parametro kParteCorreos{"PARTE_CORREOS", "T", ""};
+inline constexpr Parametro kParteHora{"PARTE_HORA", "N", "22"};
 }  // namespace parametro
 
 // Options of Sistema::TienePermiso.

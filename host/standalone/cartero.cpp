@@ -17,7 +17,7 @@ namespace autonomo {
 
 namespace {
 
-constexpr auto kEntreVueltas = std::chrono::seconds(5);
+constexpr auto kEntreVueltas = std::chrono::seconds(5), kTrasFalla = std::chrono::seconds(3600);
 
 // A mark that no other try has.
 std::string MarcaDeIntento() {
@@ -46,6 +46,13 @@ std::string Llano(const std::string& texto) {
   return s;
 }
 
+// By the folio, or of a mail that concerns no reservation by its subject's first word and its day.
+std::string NombreDeAdjunto(const CorreoTomado& correo) {
+  if (!correo.folio.empty()) return "reservacion-" + Llano(correo.folio) + ".pdf";
+  return Llano(correo.asunto.substr(0, correo.asunto.find(' '))) + "-" + com::AIso(com::SoloFecha(correo.fecha)) +
+         ".pdf";
+}
+
 std::string MensajeDe(const CorreoTomado& correo, const ServidorCorreo& servidor) {
   Mensaje m;
   m.remitente = servidor.remitente;
@@ -59,7 +66,7 @@ std::string MensajeDe(const CorreoTomado& correo, const ServidorCorreo& servidor
       "reservas." + std::to_string(correo.id) + "." + Llano(correo.folio) + "." + Llano(com::AIso(correo.fecha));
   if (!correo.adjunto.empty()) {
     m.adjunto = Pdf(QString::fromStdString(correo.adjunto), QString::fromStdString(correo.asunto)).toStdString();
-    m.nombreAdjunto = "reservacion-" + Llano(correo.folio) + ".pdf";
+    m.nombreAdjunto = NombreDeAdjunto(correo);
   }
   return ArmaMensaje(m);
 }
@@ -151,10 +158,22 @@ void Cartero::Vuelta(std::shared_ptr<Conexion>& conexion) {
   const std::optional<ServidorCorreo> servidor = LeeServidor(*conexion, LeeContrasena(opciones_.contrasena));
   if (!servidor) return Apunta("Falta el parámetro CORREO_SERVIDOR: no sale ningún correo");
   Apunta("");
+  EncolaAntes(conexion);
   Reparte(*conexion, opciones_.reloj, *servidor, [this] {
     const std::lock_guard guarda(candado_);
     return !termina_;
   });
+}
+
+void Cartero::EncolaAntes(const std::shared_ptr<Conexion>& conexion) {
+  const auto ahora = std::chrono::steady_clock::now();
+  if (!opciones_.antes || ahora < antesDeNuevo_) return;
+  try {
+    opciones_.antes(conexion, opciones_.reloj.Ahora());
+  } catch (const std::exception& e) {
+    registro::AnotaFalla(e);
+    antesDeNuevo_ = ahora + kTrasFalla;
+  }
 }
 
 // The connection belongs to this thread.

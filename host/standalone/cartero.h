@@ -1,6 +1,7 @@
 // Delivers the outbox: once, or as a thread with a connection of its own.
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <functional>
 #include <mutex>
@@ -31,6 +32,9 @@ class Cartero {
     std::optional<std::string> contrasena;  // file of the password (servidor_correo.h)
     // What is to be known about the database (ConexionDeMotor::TomaAvisos); called in the thread.
     std::function<void(const std::string&)> avisa;
+    // What else is to be queued before a round, by whoever is to do it; a failure keeps no mail back, and it is not
+    // called again for an hour.
+    std::function<void(const std::shared_ptr<Conexion>&, com::Fecha ahora)> antes;
   };
   // Begins to deliver. A failure (no server configured, database gone) is noted in the log, and tried again.
   explicit Cartero(Opciones opciones);
@@ -45,6 +49,7 @@ class Cartero {
  private:
   void Trabaja();
   void Vuelta(std::shared_ptr<Conexion>& conexion);
+  void EncolaAntes(const std::shared_ptr<Conexion>& conexion);
   void Apunta(const std::string& impedimento);
   bool Espera();
 
@@ -53,6 +58,7 @@ class Cartero {
   std::condition_variable aviso_;
   bool termina_ = false;
   std::string impedimento_;
+  std::chrono::steady_clock::time_point antesDeNuevo_;
   std::thread hilo_;
 };
 

@@ -50,6 +50,17 @@ bool DireccionValida(const std::string& direccion) {
   return lleva(buzon, kLocal) && dominio.size() > 1 && lleva(dominio, kEtiqueta);
 }
 
+std::vector<std::string> SeparaDirecciones(const std::string& texto) {
+  std::vector<std::string> direcciones;
+  for (std::size_t i = 0; i < texto.size();) {
+    const std::size_t fin = std::min(texto.find_first_of(",;", i), texto.size());
+    if (std::string direccion = com::Recorta(texto.substr(i, fin - i)); !direccion.empty())
+      direcciones.push_back(std::move(direccion));
+    i = fin + 1;
+  }
+  return direcciones;
+}
+
 ResultadoCorreo EncolaCorreo(Conexion& conexion, const std::string& folio, const std::string& plantilla,
                              const std::string& consulta, const std::string& usuario, com::Fecha ahora) {
   const ado::RecordsetPtr rs = conexion.Consulta(

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "host/standalone/conexion.h"
 
@@ -22,5 +23,7 @@ ResultadoCorreo EncolaCorreo(Conexion& conexion, const std::string& folio, const
 // Whether the text is one recipient's address: a mailbox, "@" and a domain of two names or more, in plain letters,
 // digits and the signs that stand unquoted in them.
 bool DireccionValida(const std::string& direccion);
+// The addresses of a text with commas or semicolons between them, without blanks; those that are empty left out.
+std::vector<std::string> SeparaDirecciones(const std::string& texto);
 
 }  // namespace autonomo

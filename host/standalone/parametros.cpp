@@ -57,6 +57,8 @@ const std::vector<DefinicionParametro>& Parametros() {
       {parametro::kCorreoCertificados, Texto, "Archivo con los certificados en que se confía; vacío, los del sistema"},
       {parametro::kCorreoUsuario, Texto, "Usuario con que se entra a ese servidor; la contraseña no se guarda en la base"},
       {parametro::kCorreoRemitente, Correo, "Dirección de la que salen los correos"},
+      {parametro::kParteCorreos, Correos, "Direcciones, separadas por comas, que reciben cada noche el parte del día; vacío, ninguna"},
+      {parametro::kParteHora, Hora, "Hora, de 0 a 23, desde la que sale el parte del día"},
   };
   return parametros;
 }
@@ -89,6 +91,16 @@ std::string MotivoIlegible(const DefinicionParametro& definicion, const std::str
       case Correo:
         lleva = "una dirección de correo";
         if (!vacio && !DireccionValida(com::Recorta(valor))) throw com::Error(com::error::kTipos, valor);
+        break;
+      case Correos:
+        lleva = "direcciones de correo separadas por comas";
+        for (const std::string& direccion : SeparaDirecciones(valor)) {
+          if (!DireccionValida(direccion)) throw com::Error(com::error::kTipos, valor);
+        }
+        break;
+      case Hora:
+        lleva = "una hora de 0 a 23";
+        if (const auto hora = com::CLng(valor); hora < 0 || hora > 23) throw com::Error(com::error::kTipos, valor);
         break;
       case Equipo:
         lleva = "el nombre o la dirección de un equipo, sin puerto,";

@@ -12,9 +12,9 @@
 namespace autonomo {
 
 // SiNo: the platform's text-to-Boolean rule ("1", "0"). Numero: a whole number of 16 bits. Color: 0x00BBGGRR as a whole
-// number, empty for the board's own. Correo: a mail address or nothing. Equipo: name or address of a machine, or
-// nothing. Puerto: 0 to 65535. Seguridad: kSeguridades.
-enum class TipoParametro { SiNo, Numero, Color, Texto, Correo, Equipo, Puerto, Seguridad };
+// number, empty for the board's own. Correo: a mail address or nothing. Correos: some, with commas between them. Hora:
+// 0 to 23. Equipo: name or address of a machine, or nothing. Puerto: 0 to 65535. Seguridad: kSeguridades.
+enum class TipoParametro { SiNo, Numero, Color, Texto, Correo, Correos, Equipo, Puerto, Seguridad, Hora };
 
 // How mails travel to the server: as it is safe to (empty), encrypted from the start, encrypted once greeted, in clear.
 inline constexpr std::string_view kSeguridades[] = {"", "TLS", "STARTTLS", "NINGUNA"};

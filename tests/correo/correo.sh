@@ -166,4 +166,26 @@ for programa in "$RESERVAS_CORREO" "$RESERVAS"; do
 done
 espera 13:01 'Enviado el 09/03/2026 13:00:00' 1
 espera 13:01 'Sin enviar: esperó más de tres días' 1
+# --- the day's report leaves by itself from its hour on, once, whoever delivers
+guion 13:10 <<<'parametro PARTE_CORREOS gerencia@hotel.mx'
+abre parte
+programas=()
+for programa in "$RESERVAS_CORREO" "$RESERVAS"; do
+  QT_QPA_PLATFORM=offscreen "$programa" --base "$base" --ahora 2026-03-09T22:30 & programas+=($!)
+done
+for _ in $(seq 200); do [ -s parte/1.eml ] && break; sleep 0.1; done
+sleep 2
+kill "${programas[@]}"
+for p in "${programas[@]}"; do wait "$p" || falla "a program that sends the report ends badly"; done
+cierra
+[ ! -e parte/2.eml ] || falla "the report left twice"
+python3 - parte/1.eml <<'FIN'
+import email, email.policy, subprocess, sys
+m = email.message_from_bytes(open(sys.argv[1], "rb").read(), policy=email.policy.default)
+texto, pdf = m.iter_parts()
+assert m["Subject"] == 'Parte del 09/03/2026 · Hotel "Peñón" del Mar' and m["To"] == "gerencia@hotel.mx", m["Subject"]
+assert "Llegadas: " in texto.get_content() and pdf.get_filename() == "Parte-2026-03-09.pdf"
+hoja = subprocess.run(["pdftotext", "-", "-"], input=pdf.get_content(), stdout=subprocess.PIPE, check=True)
+assert "Tarifa promedio" in hoja.stdout.decode()
+FIN
 ! grep -rqF -e secreta -e mala "$base" "$XDG_STATE_HOME" || falla "the password is kept"

@@ -1,0 +1,34 @@
+// The day's report, one page: who arrives, leaves, sleeps here and did not come, what is sold tonight and in the seven
+// nights after it, the month's figures and the next one's, and their pace against the year before. The figures mean
+// what recepcion/cifras.h says, the lists what recepcion/hoy.h says.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "recepcion/cifras.h"
+#include "recepcion/hoy.h"
+#include "recepcion/lectura.h"
+
+namespace recepcion {
+
+inline constexpr int kNochesDelParte = 8;
+
+struct Parte {
+  std::string hotel, moneda;
+  com::Fecha momento;            // when it was made
+  Dia dia;                       // its lists
+  std::vector<CuentaDe> noches;  // tonight and seven more
+  CuentaDe mes, siguiente;       // the whole month and the next one
+};
+
+// com::Error for database failures.
+Parte LeeParte(const Fuente& fuente, com::Fecha ahora, std::string hotel, std::string moneda);
+
+// "Parte del 09/03/2026 · Hotel Bahía".
+std::string TituloDe(const Parte& parte);
+// As lines of text, and as a page.
+std::string TextoDe(const Parte& parte);
+std::string HtmlDe(const Parte& parte);
+
+}  // namespace recepcion

@@ -1,0 +1,231 @@
+#!/usr/bin/python3
+"""What the front desk hands out as files, read by programs of others: spreadsheets, PDF, calendars, the day's report.
+
+RESERVAS_GUION and RESERVAS_BASE name the programs, CARPETA a folder of the test's own.
+"""
+import csv
+import json
+import os
+import resource
+import signal
+import shutil
+import subprocess
+import sys
+from datetime import date, timedelta
+
+import icalendar
+
+GUION, BASE, CARPETA = (os.environ[v] for v in ("RESERVAS_GUION", "RESERVAS_BASE", "CARPETA"))
+shutil.rmtree(CARPETA, ignore_errors=True)
+os.makedirs(CARPETA)
+os.chdir(CARPETA)
+os.environ.update(XDG_STATE_HOME=CARPETA + "/estado", TZ="America/Mexico_City")
+
+
+def guion(ordenes, dia="2026-03-09T10:00", mal=False, **mas):
+    """Answers of a script, by order."""
+    hecho = subprocess.run([GUION, "--base", "hotel.db", "--demo", "--ahora", dia, "-"], input=ordenes, text=True,
+                           capture_output=True, **mas)
+    assert (hecho.returncode != 0) == mal, hecho.stdout + hecho.stderr
+    return [json.loads(linea) for linea in hecho.stdout.splitlines()]
+
+
+def hoja(ruta, separador=","):
+    datos = open(ruta, "rb").read()
+    assert datos.startswith(b"\xef\xbb\xbf") and datos.endswith(b"\r\n"), datos[:40]
+    assert os.stat(ruta).st_mode & 0o777 == 0o600, ruta
+    filas = list(csv.reader(open(ruta, encoding="utf-8-sig", newline=""), delimiter=separador, strict=True))
+    assert len({len(f) for f in filas}) == 1, ruta
+    return filas
+
+
+def texto_pdf(ruta):
+    return subprocess.run(["pdftotext", "-layout", ruta, "-"], text=True, capture_output=True, check=True).stdout
+
+
+def paginas(ruta):
+    dice = subprocess.run(["pdfinfo", ruta], text=True, capture_output=True, check=True).stdout
+    return int(next(linea.split()[1] for linea in dice.splitlines() if linea.startswith("Pages:")))
+
+
+# --- every list as a spreadsheet: as many rows as are in sight, no text that runs
+respuestas = guion("""abre
+parametro HT_NOMBRE "Hotel \\"Peñón\\" del Mar"
+parametro FIN_MONEDA_LOCAL MXN
+sql "UPDATE Cliente SET Cl_Razon_Social_1 = '=1+1; \\"hoy\\", mañana' WHERE Cl_Cve_Cliente = '0000000003'"
+hoy
+hoy busca "marzo"
+muestra hoy
+exporta hoy hoy.csv
+exporta hoy hoy_es.csv puntoycoma
+exporta hoy hoy.pdf
+cuadro 2026-03-08 14
+muestra cuadro
+exporta cuadro cuadro.csv
+exporta cuadro cuadro.pdf
+cotiza 2026-03-12 2026-03-15 2 1
+muestra cotizacion
+exporta cotizacion cotizacion.csv
+cifras 2026-03-01 2026-04-30
+muestra cifras
+exporta cifras cifras.csv
+exporta meses meses.csv puntoycoma
+exporta cifras cifras.pdf
+exporta bitacora bitacora.csv
+exporta correos correos.csv
+exporta usuarios usuarios.csv
+""")
+dichas = {r["orden"]: r.get("valor") for r in respuestas}
+filas = hoja("hoy.csv")
+assert len(filas) == len(dichas["muestra hoy"]["filas"]) + 1 > 3, filas
+assert filas == hoja("hoy_es.csv", ";")
+assert filas[1][3] == dichas["muestra hoy"]["filas"][0]["llegada"], filas[1]
+filas = hoja("cuadro.csv")
+assert len(filas) == sum(len(h["barras"]) for h in dichas["muestra cuadro"]["habitaciones"]) + 1
+assert any(f[6] == "'=1+1; \"hoy\", mañana" for f in filas), "a guest's name that would run"
+assert len(hoja("cotizacion.csv")) == len(dichas["muestra cotizacion"]) + 1
+filas, cifras = hoja("cifras.csv"), dichas["muestra cifras"]
+assert len(filas) == 63 and filas[-1][0] == "Total" and filas[1][0] == "2026-03-01"
+for fila, cuenta in zip(filas[1:], cifras["noches"] + [cifras["total"]]):
+    assert int(fila[2]) == cuenta["vendidas"] and abs(float(fila[6]) - cuenta["ingreso"]) < 0.006, fila
+assert abs(float(hoja("meses.csv", ";")[1][6].replace(",", ".")) - cifras["meses"][0]["ingreso"]) < 0.006
+for nombre in "bitacora", "correos", "usuarios":
+    hoja(nombre + ".csv")
+
+# --- on paper: whose it is, what, when, which page; nothing is cut
+for nombre, titulo in ("hoy", "Reservaciones halladas"), ("cuadro", "Cuadro de habitaciones"), ("cifras", "Cifras por"):
+    texto = texto_pdf(nombre + ".pdf")
+    for dice in 'Hotel "Peñón" del Mar', titulo, "09/03/2026 10:00", "Página 1 de %d" % paginas(nombre + ".pdf"):
+        assert dice in texto, (nombre, dice, texto)
+texto = texto_pdf("cifras.pdf")
+assert paginas("cifras.pdf") > 1 and all(f[0][8:] + "/" + f[0][5:7] in texto for f in hoja("cifras.csv")[1:-1])
+larga = "palabra " * 900 + "última"
+guion(f"""abre
+sql "INSERT INTO Bitacora (Bt_Id, Bt_Clave, Bt_Texto, Bt_Fecha) VALUES (900, '1', '{larga}', '2026-03-09 10:00:00')"
+exporta bitacora bitacora.pdf
+""")
+assert paginas("bitacora.pdf") > 1 and texto_pdf("bitacora.pdf").count("palabra") == 900, "a row longer than a page"
+assert "última" in texto_pdf("bitacora.pdf")
+
+# --- a disk without room: told, what was there stays, nothing half-made
+os.symlink("/dev/full", "llena.csv")
+antes = open("cuadro.csv", "rb").read()
+fallas = guion("""abre
+cuadro 2026-03-08 14
+exporta cuadro llena.csv
+exporta cuadro no_hay/cuadro.csv
+exporta cuadro cuadro.xls
+exporta cuadro cuadro.csv tabuladores
+exporta vecinos x.csv
+exporta cotizacion x.csv
+agenda 0101 llena.csv
+agenda 9999 x.ics
+agenda 0101 x.ics apellidos
+parte x.doc
+parte envia
+""", mal=True)
+errores = "\n".join(r.get("error", "") for r in fallas)
+for dice in ("llena.csv: el disco está lleno", "no_hay/cuadro.csv: la carpeta no existe", ".csv o .pdf, no a cuadro.xls",
+             "«tabuladores»", "«vecinos»", "No se ha cotizado nada", ".ics, no en llena.csv",
+             "No existe la habitación «9999»", "agenda HABITACION|todas", ".pdf o .txt, no en x.doc", "PARTE_CORREOS"):
+    assert dice in errores, (dice, errores)
+
+
+def poco_sitio():
+    signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+    resource.setrlimit(resource.RLIMIT_FSIZE, (2000, 2000))
+
+
+shutil.copy("hotel.db", "pequeno.db")
+hecho = subprocess.run([GUION, "--demo", "--ahora", "2026-03-09T10:00", "--registro", "/dev/null", "-"], text=True,
+                       input="abre\ncuadro 2026-03-08 60\nexporta cuadro cuadro.csv\nexporta cuadro nuevo.csv\n",
+                       capture_output=True, preexec_fn=poco_sitio, restore_signals=False)
+assert hecho.stdout.count("No se puede escribir") == 2, hecho.stdout + hecho.stderr
+assert open("cuadro.csv", "rb").read() == antes
+assert not [f for f in os.listdir() if f.startswith(("cuadro.csv.", "nuevo.csv"))], os.listdir()
+
+
+# --- calendars: the nights that hold each room, by a reader of others
+def agendas(*opciones):
+    hecho = subprocess.run([BASE, "agenda", "hotel.db", "agendas", "--ahora", "2026-03-09", *opciones], text=True,
+                           capture_output=True)
+    assert hecho.returncode == 0, hecho.stderr
+    eventos = {}
+    for nombre in os.listdir("agendas"):
+        datos = open("agendas/" + nombre, "rb").read()
+        assert os.stat("agendas/" + nombre).st_mode & 0o777 == 0o600
+        assert datos.replace(b"\r\n", b"").find(b"\n") < 0 and max(map(len, datos.split(b"\r\n"))) <= 75, nombre
+        calendario = icalendar.Calendar.from_ical(datos.decode())
+        assert calendario["VERSION"] == "2.0" and not calendario.errors
+        eventos[nombre[:-4]] = calendario.walk("VEVENT")
+        for evento in eventos[nombre[:-4]]:
+            assert not evento.errors and evento["DTSTAMP"].dt.tzinfo is not None, evento
+    return eventos, hecho.stdout
+
+
+os.mkdir("agendas")
+guion("""abre
+parametro HT_NOMBRE "Hotel; Peñón, del Mar \\\\ Playa"
+sql "UPDATE Cliente SET Cl_Razon_Social_1 = 'Ñandú; García, \\\\ de la Peña y Ordóñez de Montalvo de los Ríos Áéíóú' WHERE Cl_Cve_Cliente = '0000000003'"
+""")
+eventos, dice = agendas()
+assert dice.startswith("Calendarios: %d, cambiados: %d" % (len(eventos), len(eventos))), dice
+valores = guion("""sql "SELECT D.Hb_Cve_Habitacion AS h, D.Rsd_Fecha_Inicio AS i, D.Rsd_Fecha_Fin AS f FROM Reservacion R JOIN Reservacion_Detalle D ON D.Rs_Folio = R.Rs_Folio WHERE R.Es_Cve_Estado NOT IN ('CA', 'CE') AND D.Rsd_Fecha_Fin > '2026-02-06' AND NOT EXISTS (SELECT 1 FROM Check_In_Detalle C WHERE C.Hb_Cve_Habitacion = D.Hb_Cve_Habitacion)"
+sql "SELECT Cl_Razon_Social_1 AS n FROM Cliente"
+""")
+noches = sorted((v["h"], v["i"], v["f"]) for v in valores[0]["valor"])
+con_estancia = {h for h in eventos} - {h for h, _, _ in noches}
+dados = sorted((h, str(e["DTSTART"].dt), str(e["DTEND"].dt)) for h, lista in eventos.items() for e in lista
+               if "reservacion-" in e["UID"] and h not in con_estancia)
+assert len(noches) > 20 and [n for n in noches if n not in dados] == [], [n for n in noches if n not in dados]
+assert all(type(e["DTSTART"].dt) is date for lista in eventos.values() for e in lista), "whole days"
+identidades = [str(e["UID"]) for lista in eventos.values() for e in lista]
+assert len(set(identidades)) == len(identidades)
+todo = "".join(open("agendas/" + n, encoding="utf-8", newline="").read().replace("\r\n ", "") for n in os.listdir("agendas"))
+assert not [v["n"] for v in valores[1]["valor"] if v["n"] in todo], "nobody is named who was not asked for"
+# The same again touches nothing; a stay that moves is the same event.
+assert agendas()[1].endswith("cambiados: 0\n")
+habitacion, llegada, salida = next(n for n in noches if n[1] > "2026-03-10")
+quien = next(e for e in eventos[habitacion] if str(e["DTSTART"].dt) == llegada)
+guion(f"""sql "UPDATE Reservacion_Detalle SET Rsd_Fecha_Fin = '{date.fromisoformat(salida) - timedelta(1)}' WHERE Hb_Cve_Habitacion = '{habitacion}' AND Rsd_Fecha_Inicio = '{llegada}'"
+""")
+otra, dice = agendas()
+assert dice.endswith("cambiados: 1\n"), dice
+assert str(quien["UID"]) in [str(e["UID"]) for e in otra[habitacion]]
+con_nombres = agendas("--nombres")[0]
+dichos = [str(e["SUMMARY"]) for lista in con_nombres.values() for e in lista]
+assert any(d.startswith("Ñandú; García, \\ de la Peña y Ordóñez de Montalvo de los Ríos Áéíóú (") for d in dichos), dichos
+guion("abre\nagenda todas todas.ics nombres\n")
+assert len(icalendar.Calendar.from_ical(open("todas.ics").read()).walk("VEVENT")) == len(identidades)
+hecho = subprocess.run([BASE, "agenda", "hotel.db", "no_hay"], text=True, capture_output=True)
+assert hecho.returncode == 1 and "no existe" in hecho.stderr
+
+# --- the day's report: one page however much goes on; each day once, whoever sends it
+muchas = "".join(f"""sql "INSERT INTO Reservacion (Rs_Folio, Rs_Llegada, Rs_Salida, Rs_Huesped, Es_Cve_Estado) VALUES ('7{i:03d}', '2026-03-{llegada}', '2026-03-{salida}', '0000000003', '{estado}')"
+""" for i in range(60) for llegada, salida, estado in [(("09", 10, "AC"), ("07", "09", "AP"), ("08", 12, "AC"))[i % 3]])
+partes = guion("abre\n" + muchas + """parte parte.pdf
+muestra parte
+parte parte.txt
+parametro PARTE_CORREOS "gerencia@hotel.mx, dueño@hotel.mx"
+parte envia
+parametro PARTE_CORREOS "gerencia@hotel.mx; duena@hotel.mx"
+parametro PARTE_HORA 24
+parte deldia
+parametro PARTE_HORA 21
+parte deldia
+parte envia
+""", mal=True)
+fallas = [r["error"] for r in partes if not r["ok"]]
+assert len(fallas) == 2 and "separadas por comas" in fallas[0] and "una hora de 0 a 23" in fallas[1], fallas
+assert paginas("parte.pdf") == 1 and "más" in texto_pdf("parte.pdf"), texto_pdf("parte.pdf")
+parte = next(r["valor"] for r in partes if r["orden"] == "muestra parte")
+assert open("parte.txt", encoding="utf-8").read() == parte and "Llegadas: 27, " in parte and parte.count("y 14 más") == 2, parte
+assert [r.get("valor") for r in partes[-2:]] == [0, 2], partes[-2:]
+cuantos = [subprocess.Popen([GUION, "--base", "hotel.db", "--ahora", "2026-03-09T21:00", "-"], text=True,
+                            stdin=subprocess.PIPE, stdout=subprocess.PIPE) for _ in range(6)]
+salidas = [json.loads(p.communicate("parte deldia\n")[0])["valor"] for p in cuantos]
+assert sorted(salidas) == [0, 0, 0, 0, 0, 2], salidas
+respuestas = guion("parte deldia\nlista correos\n", "2026-03-10T22:30")
+assert respuestas[0]["valor"] == 2
+asuntos = [c["asunto"] for c in respuestas[1]["valor"]]
+assert asuntos.count(asuntos[0]) == 2 and len(asuntos) == 6 and asuntos[0].startswith("Parte del 10/03/2026"), asuntos
