@@ -40,7 +40,7 @@ PASOS = {("AC", "CONFIRMADO"): "CO", ("AC", "Baja"): "CA", ("CO", "Baja"): "CA",
 PREGUNTAS = r"¿Desea enviar emai|¿Está seguro de eliminar"
 # With a server that goes away; the last of them when it did not answer for what a field asked it.
 PERDIDAS = (r"(Valida_Disponibilidad\(\) - )?(Se perdió la conexión|La conexión con el servidor|No se pudo conectar|"
-            r"El servidor de la base de datos está arr)|La imagen de la reservación no se pudo leer|"
+            r"El servidor de la base de datos está arr|La base de datos está ocupada)|La imagen de la reservación no se pudo leer|"
             r"Debe especificar un")
 ESPERADOS = [
     PREGUNTAS,
