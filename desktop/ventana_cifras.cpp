@@ -3,8 +3,10 @@
 #include <QKeyEvent>
 #include <QLocale>
 #include <QPushButton>
+#include <QShortcut>
 #include <QVBoxLayout>
 #include <cmath>
+#include <utility>
 
 #include "desktop/dialogos.h"
 #include "desktop/estilo.h"
@@ -103,6 +105,12 @@ VentanaCifras::VentanaCifras(recepcion::Cifras& cifras, QWidget* padre) : QDialo
   tabla_ = CreaTabla(QStringList(13), this);
   tabla_->setObjectName(QStringLiteral("cuentas"));
   caja->addWidget(tabla_, 3);
+  // The table has a use of its own for these keys.
+  for (const auto& [teclas, meses] : {std::pair("Ctrl+Left", -1), {"Ctrl+Right", 1}}) {
+    const int cuantos = meses;
+    auto* atajo = new QShortcut(QKeySequence(QLatin1String(teclas)), this);
+    connect(atajo, &QShortcut::activated, this, [this, cuantos] { MueveMes(cuantos); });
+  }
   nota_ = new QLabel(this);
   nota_->setObjectName(QStringLiteral("nota"));
   nota_->setWordWrap(true);
@@ -284,11 +292,8 @@ void VentanaCifras::MuestraGrafica() {
 }
 
 void VentanaCifras::keyPressEvent(QKeyEvent* evento) {
-  const bool ctrl = evento->modifiers().testFlag(Qt::ControlModifier);
   if (evento->key() == Qt::Key_F5) return Calcula();
   if (evento->key() == Qt::Key_F11) return reject();
-  if (ctrl && evento->key() == Qt::Key_Left) return MueveMes(-1);
-  if (ctrl && evento->key() == Qt::Key_Right) return MueveMes(1);
   if (evento->key() == Qt::Key_Return || evento->key() == Qt::Key_Enter) return;
   QDialog::keyPressEvent(evento);
 }

@@ -33,6 +33,7 @@ class CifrasVentanaPrueba : public RecorridoPrueba {
     Espera("guardar", [=](QWidget& w) {
       if (tipo > 0) Elige(w, "fileTypeCombo", tipo);
       auto& linea = Hijo<QLineEdit>(w, "fileNameEdit");
+      linea.setFocus();
       linea.selectAll();
       QTest::keyClicks(&linea, nombre);
       QTest::keyClick(&linea, Qt::Key_Return);
@@ -100,7 +101,7 @@ TEST_F(CifrasVentanaPrueba, SePideSeVeYSeExporta) {
     QTest::mouseClick(&Hijo<QPushButton>(w, "exportar"), Qt::LeftButton);
     QTest::keyClick(&tabla, Qt::Key_Escape);
   });
-  Tecla(Qt::Key_F9);
+  Tecla(Qt::Key_F11);
 }
 
 TEST_F(CifrasVentanaPrueba, ElCalendarioYElParteSalenDelMenu) {
@@ -125,7 +126,7 @@ TEST_F(CifrasVentanaPrueba, ElCalendarioYElParteSalenDelMenu) {
   envia("PARTE_CORREOS no tiene ninguna");
   anfitrion_.Parametro("PARTE_CORREOS", "gerencia@hotel.mx");
   envia("para una dirección");
-  EXPECT_EQ(Sql("SELECT Cs_Para, Cs_Asunto FROM Correo_Salida"), "gerencia@hotel.mx|Parte del 09/03/2026 · Hotel\n");
+  EXPECT_EQ(Sql("SELECT Cs_Para, Cs_Asunto FROM Correo_Salida"), "gerencia@hotel.mx|Parte del 09/03/2026 · Hotel Mirador de la Bahía\n");
 }
 
 // Rows of a catalogue with typed cells, names beside the keys of others, what was withdrawn.
