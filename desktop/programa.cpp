@@ -88,8 +88,9 @@ constexpr const char* kUso =
     "  --version          versión, motor, esquema y base\n"
     "  -h, --help, --ayuda  esta ayuda\n";
 
-// Exit status of a session after which another one begins: another user's, or at another hotel.
-constexpr int kOtraSesion = 64;
+// Exit status of a session after which another one begins: at another hotel, what was in capture having been asked
+// about; or another user's, who came to a locked screen.
+constexpr int kOtraSesion = 64, kOtroUsuario = 65;
 constexpr const char* kAyuda = "Ay&uda";  // part of the menu
 
 struct MalUso {
@@ -216,7 +217,8 @@ std::unique_ptr<Bloqueo> PoneBloqueo(autonomo::Anfitrion& anfitrion, const auton
   constexpr int kMinuto = 60000;
   const int minutos =
       com::CInt(autonomo::ValorParametro(*anfitrion.conexion(), anfitrion::parametro::kBloqueoMinutos.clave));
-  auto bloqueo = std::make_unique<Bloqueo>(anfitrion, base, minutos * kMinuto, [] { QApplication::exit(kOtraSesion); });
+  auto bloqueo =
+      std::make_unique<Bloqueo>(anfitrion, base, minutos * kMinuto, [] { QApplication::exit(kOtroUsuario); });
   escritorio.contexto().menu.push_back(
       {QStringLiteral("Blo&quear la pantalla"), [b = bloqueo.get()] { b->Bloquea(); }});
   return bloqueo;
@@ -346,14 +348,14 @@ void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion, 
       {QStringLiteral("Cua&dro de habitaciones"), [&mostrador] { mostrador.AbreCuadro(); }, Qt::Key_F7});
   contexto.menu.push_back({QStringLiteral("Coti&zar…"), [&mostrador] { mostrador.AbreCotizacion(); }, Qt::Key_F8});
   contexto.menu.push_back(
-      {QStringLiteral("Re&poner habitaciones"), [&mostrador] { mostrador.ReponeHabitaciones(); }, 0});
+      {QStringLiteral("Repon&er habitaciones"), [&mostrador] { mostrador.ReponeHabitaciones(); }, 0});
   contexto.porque = [](const controles::Grid& grid, int fila, int columna) {
     return Q(recepcion::EnLineas(recepcion::PorQue(grid.formulario(), fila, columna)));
   };
   contexto.menu.push_back({QStringLiteral("Hué&sped…"), [&mostrador] { mostrador.AbreHuesped(); }, Qt::Key_F9});
   contexto.menu.push_back({QStringLiteral("De dónde sale el &total…"), [&mostrador] { mostrador.Explica(); },
                            QKeyCombination(Qt::ControlModifier, Qt::Key_T).toCombined()});
-  contexto.menu.push_back({QStringLiteral("Ci&fras"), [&mostrador] { mostrador.AbreCifras(); }, Qt::Key_F11});
+  contexto.menu.push_back({QStringLiteral("Cifr&as"), [&mostrador] { mostrador.AbreCifras(); }, Qt::Key_F11});
   const auto opcion = [&](const char* titulo, const char* codigo) {
     contexto.menu.push_back(
         {QString::fromUtf8(titulo), [&escritorio, codigo] { escritorio.AbrePantalla(codigo, {}); }, 0});
@@ -475,7 +477,7 @@ int Programa::CorreSesiones(const OpcionesPrograma& opciones) {
   for (;;) {
     try {
       const int estado = CorreVentana(actuales);
-      if (estado != kOtraSesion) return estado;
+      if (estado != kOtraSesion && estado != kOtroUsuario) return estado;
       anteriores.reset();
     } catch (const SinAcceso&) {
       if (!anteriores) throw;
@@ -574,7 +576,7 @@ int Programa::CorreVentana(OpcionesPrograma opciones) {
   });
   const int estado = QApplication::exec();
   // Whoever leaves a locked screen to another finds her capture when she comes back.
-  if (cuida && estado == kOtraSesion) {
+  if (cuida && estado == kOtroUsuario) {
     vista::Corre([&] { cuida->Guarda(); });
   } else if (cuida) {
     cuida->Olvida();

@@ -100,7 +100,7 @@ TEST_F(CapturaPrueba, LasHabitacionesQuitadasVuelvenPorElMenu) {
     ADD_FAILURE();
   };
   EsperaMensaje("No hay habitaciones que reponer", "Aceptar");
-  menu("Re&poner habitaciones");
+  menu("Repon&er habitaciones");
   CapturaEncabezado();
   Espera("frmDisponibilidad", [this](QWidget& w) { MarcaDosNoches(w); });
   Tecla(Qt::Key_F6);
@@ -108,7 +108,7 @@ TEST_F(CapturaPrueba, LasHabitacionesQuitadasVuelvenPorElMenu) {
   Forma().Enfoca(*Forma().Busca("dpFecha_salida"));
   Enter("13/3");
   EXPECT_EQ(Renglones().Filas(), 0);
-  menu("Re&poner habitaciones");
+  menu("Repon&er habitaciones");
   ASSERT_EQ(Renglones().Filas(), 1);
   EXPECT_EQ(Renglones().Texto(0, "Clave") + Renglones().Texto(0, "FECHAF"), habitacion_ + "13/03/2026");
   EXPECT_EQ(Renglones().Texto(0, "Adultos"), "2");
