@@ -126,7 +126,8 @@ TEST_F(CifrasVentanaPrueba, ElCalendarioYElParteSalenDelMenu) {
   envia("PARTE_CORREOS no tiene ninguna");
   anfitrion_.Parametro("PARTE_CORREOS", "gerencia@hotel.mx");
   envia("para una dirección");
-  EXPECT_EQ(Sql("SELECT Cs_Para, Cs_Asunto FROM Correo_Salida"), "gerencia@hotel.mx|Parte del 09/03/2026 · Hotel Mirador de la Bahía\n");
+  EXPECT_EQ(Sql("SELECT Cs_Para, Cs_Asunto FROM Correo_Salida"),
+            "gerencia@hotel.mx|Parte del 09/03/2026 · Hotel Mirador de la Bahía\n");
 }
 
 // Rows of a catalogue with typed cells, names beside the keys of others, what was withdrawn.

@@ -5,8 +5,8 @@
 : "${KV207_POSTGRES:?}"
 
 export PGHOST=$KV207_POSTGRES PGPORT=${KV207_POSTGRES##*-}
-psql -q -U hotel postgres -c 'DROP DATABASE IF EXISTS ventana' -c 'CREATE DATABASE ventana' 2>/dev/null
-psql -q -U hotel ventana -c 'GRANT ALL ON SCHEMA public TO conclave'
+psql -q -U hotel postgres -c 'DROP DATABASE IF EXISTS ventana' -c 'CREATE DATABASE ventana OWNER conclave' 2>/dev/null
+psql -q -U hotel ventana -c 'GRANT ALL ON SCHEMA public TO conclave' -c 'ALTER ROLE conclave CREATEROLE'
 
 abre_servidor() {
   "$RESERVAS" --conexion "postgresql://conclave@/ventana" --demo >>salida 2>>errores &

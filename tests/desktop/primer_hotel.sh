@@ -58,11 +58,11 @@ guardado "SELECT Pm_Valor FROM Parametro WHERE Pm_Clave = 'HT_OVER_BOOKING'" '{"
 
 teclas ctrl+n Tab Tab Tab
 teclas F2
-dialogo Clientes
+dialogo Huésped
 escribe 'Luis Vega'
-teclas alt+n
-dialogo 'Clientes · Nuevo'
-teclas alt+g
+teclas Return
+dialogo 'Cliente nuevo'
+teclas Return
 ventana_principal
 campo 1  # the payment form
 teclas Return
