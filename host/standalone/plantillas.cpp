@@ -1,6 +1,6 @@
 #include "host/standalone/plantillas.h"
 
-#include "host/standalone/traductor.h"
+#include "host/standalone/fichas.h"
 #include "platform/com/error.h"
 
 namespace autonomo {

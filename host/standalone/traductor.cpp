@@ -2,335 +2,14 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
-#include <span>
 
-#include "host/standalone/palabras.h"
-#include "platform/com/error.h"
-#include "platform/com/variant.h"
+#include "host/standalone/dialecto.h"
+#include "host/standalone/fichas.h"
 
 namespace autonomo {
 namespace {
 
 using esquema::Motor;
-
-// --- tokens
-
-enum class Clase {
-  Palabra,
-  Nombre,
-  Numero,
-  Literal,
-  Pregunta,
-  Comparacion,
-  Suma,
-  Aritmetica,
-  Coma,
-  Punto,
-  Abre,
-  Cierra,
-  Fin
-};
-
-struct Ficha {
-  Clase clase;
-  std::size_t inicio, fin;  // bytes of the statement
-  std::string texto;        // upper-case for words and names, as it stands for signs
-};
-
-struct Signo {
-  std::string_view texto;
-  Clase clase;
-};
-// Longest first.
-constexpr std::array kSignos{
-    Signo{"<>", Clase::Comparacion}, Signo{"<=", Clase::Comparacion}, Signo{">=", Clase::Comparacion},
-    Signo{"!=", Clase::Comparacion}, Signo{"=", Clase::Comparacion},  Signo{"<", Clase::Comparacion},
-    Signo{">", Clase::Comparacion},  Signo{"+", Clase::Suma},         Signo{"-", Clase::Aritmetica},
-    Signo{"*", Clase::Aritmetica},   Signo{"/", Clase::Aritmetica},   Signo{"%", Clase::Aritmetica},
-    Signo{",", Clase::Coma},         Signo{".", Clase::Punto},        Signo{"(", Clase::Abre},
-    Signo{")", Clase::Cierra},       Signo{";", Clase::Fin},          Signo{"?", Clase::Pregunta},
-};
-// What begins like a sign and is not one here.
-constexpr std::array<std::string_view, 5> kSignosAjenos{"--", "/*", "==", "<<", ">>"};
-
-// Words of the language that it knows. With a parenthesis right after: whether that is a group, not a call.
-struct Palabra {
-  std::string_view texto;
-  bool antesDeGrupo;
-};
-constexpr std::array kPalabras{
-    Palabra{"SELECT", true},  Palabra{"DISTINCT", true}, Palabra{"ALL", true},     Palabra{"TOP", false},
-    Palabra{"FROM", true},    Palabra{"WHERE", true},    Palabra{"GROUP", false},  Palabra{"BY", true},
-    Palabra{"HAVING", true},  Palabra{"ORDER", false},   Palabra{"ASC", false},    Palabra{"DESC", false},
-    Palabra{"INNER", false},  Palabra{"LEFT", false},    Palabra{"RIGHT", false},  Palabra{"FULL", false},
-    Palabra{"OUTER", false},  Palabra{"CROSS", false},   Palabra{"JOIN", true},    Palabra{"ON", true},
-    Palabra{"AS", false},     Palabra{"AND", true},      Palabra{"OR", true},      Palabra{"NOT", true},
-    Palabra{"IN", true},      Palabra{"EXISTS", true},   Palabra{"BETWEEN", true}, Palabra{"LIKE", true},
-    Palabra{"IS", false},     Palabra{"NULL", false},    Palabra{"CASE", true},    Palabra{"WHEN", true},
-    Palabra{"THEN", true},    Palabra{"ELSE", true},     Palabra{"END", false},    Palabra{"UNION", true},
-    Palabra{"INSERT", false}, Palabra{"INTO", false},    Palabra{"VALUES", true},  Palabra{"UPDATE", false},
-    Palabra{"SET", false},    Palabra{"DELETE", false},
-};
-
-// Words that mean something to SQL Server or to one of the engines, and that it does not translate.
-constexpr std::array<std::string_view, 75> kPalabrasAjenas{
-    "ALTER",
-    "ANALYZE",
-    "ANY",
-    "APPLY",
-    "ATTACH",
-    "BACKUP",
-    "BEGIN",
-    "BULK",
-    "CAST",
-    "COLLATE",
-    "COMMIT",
-    "COMPUTE",
-    "CONFLICT",
-    "CONVERT",
-    "CREATE",
-    "CURRENT",
-    "CURRENT_DATE",
-    "CURRENT_TIME",
-    "CURRENT_TIMESTAMP",
-    "CURRENT_USER",
-    "DBCC",
-    "DECLARE",
-    "DENY",
-    "DETACH",
-    "DROP",
-    "ESCAPE",
-    "EXCEPT",
-    "EXEC",
-    "EXECUTE",
-    "EXPLAIN",
-    "FETCH",
-    "FOR",
-    "FREETEXT",
-    "GLOB",
-    "GRANT",
-    "IF",
-    "ILIKE",
-    "INDEXED",
-    "INTERSECT",
-    "ISNULL",
-    "KILL",
-    "LIMIT",
-    "MATCH",
-    "MERGE",
-    "NATURAL",
-    "NOTNULL",
-    "OFFSET",
-    "OPENQUERY",
-    "OPENROWSET",
-    "OPTION",
-    "OUTPUT",
-    "OVER",
-    "PERCENT",
-    "PIVOT",
-    "PRAGMA",
-    "PRINT",
-    "RAISERROR",
-    "REGEXP",
-    "REINDEX",
-    "REPLACE",
-    "RETURN",
-    "RETURNING",
-    "REVOKE",
-    "ROLLBACK",
-    "SAVE",
-    "SHUTDOWN",
-    "SIMILAR",
-    "SOME",
-    "TRUNCATE",
-    "UNPIVOT",
-    "USING",
-    "VACUUM",
-    "WAITFOR",
-    "WHILE",
-    "WITH",
-};
-
-// --- functions
-
-enum class Valor { Desconocido, Texto, Numero, Fecha, DelPrimero };
-
-// Text that stands for the function's name and for its closing parenthesis.
-struct Forma {
-  std::string_view nombre;
-  std::string_view cierre = ")";
-};
-
-struct Funcion {
-  std::string_view nombre;
-  std::size_t minimo, maximo;  // arguments
-  Valor valor;
-  Forma sqlite, postgres, sqlServer;  // empty name: as it stands
-};
-constexpr std::size_t kCuantos = 64;
-constexpr std::array kFunciones{
-    Funcion{"COUNT", 1, 1, Valor::Numero, {}, {}, {}},
-    Funcion{"SUM", 1, 1, Valor::Numero, {}, {}, {}},
-    Funcion{"AVG", 1, 1, Valor::Numero, {}, {}, {}},
-    Funcion{"MIN", 1, 1, Valor::DelPrimero, {}, {}, {}},
-    Funcion{"MAX", 1, 1, Valor::DelPrimero, {}, {}, {}},
-    Funcion{"ISNULL", 2, 2, Valor::DelPrimero, {"IFNULL"}, {"COALESCE"}, {}},
-    Funcion{"COALESCE", 2, kCuantos, Valor::DelPrimero, {}, {}, {}},
-    Funcion{"NULLIF", 2, 2, Valor::DelPrimero, {}, {}, {}},
-    Funcion{"UPPER", 1, 1, Valor::Texto, {}, {}, {}},
-    Funcion{"LOWER", 1, 1, Valor::Texto, {}, {}, {}},
-    Funcion{"LTRIM", 1, 1, Valor::Texto, {}, {}, {}},
-    Funcion{"RTRIM", 1, 1, Valor::Texto, {}, {}, {}},
-    Funcion{"SUBSTRING", 3, 3, Valor::Texto, {"SUBSTR"}, {}, {}},
-    // The server does not count blanks at the end.
-    Funcion{"LEN", 1, 1, Valor::Numero, {"LENGTH(RTRIM", "))"}, {"LENGTH(RTRIM", "))"}, {}},
-    Funcion{"ABS", 1, 1, Valor::Numero, {}, {}, {}},
-    Funcion{"ROUND", 2, 2, Valor::Numero, {}, {}, {}},
-    Funcion{"GETDATE", 0, 0, Valor::Fecha, {}, {}, {}},
-};
-
-const Funcion* BuscaFuncion(std::string_view nombre) {
-  const auto it = std::ranges::find(kFunciones, nombre, &Funcion::nombre);
-  return it == kFunciones.end() ? nullptr : &*it;
-}
-
-// --- what else the engines spell differently
-
-struct Dialecto {
-  Forma Funcion::*forma;
-  std::string_view ahora;       // the clock's value
-  std::string_view concatena;   // text + text
-  std::string_view like;        // LIKE, case-blind
-  std::string_view trasPatron;  // put after the pattern of a LIKE
-  bool limitaAlFinal;           // TOP n is LIMIT n at the end of the select
-  bool omiteFromInto;           // DELETE without FROM and INSERT without INTO
-  // Rows without an order of their own come in the order of their tables' keys, as the statement names the tables: so
-  // they come from the embedded engine, and a clerk's lines and rooms stay where they were.
-  bool ordenaPorLlaves;
-  // Put after a function's value where it is compared: it has no column's collation.
-  std::string_view comparaTexto, comparaFecha;
-  // A table of rows of all years whose INNER JOIN keeps the written order. The embedded engine knows nothing of how
-  // many rows a range of dates has: it would look up every stay that a room ever had, rather than those of the night.
-  std::string_view juntaEnOrden;
-};
-
-constexpr Dialecto kSqlite{
-    &Funcion::sqlite,  "?", "||", "LIKE", "", true, false, false, " COLLATE ESPANOL", " COLLATE FECHA",
-    "CHECK_IN_DETALLE"};
-constexpr Dialecto kPostgres{&Funcion::postgres, "CAST(? AS timestamp)", "||", "ILIKE",
-                             // The columns' collation knows no LIKE; and the backslash is a character like others.
-                             " COLLATE \"es-x-icu\" ESCAPE ''", true, false, true, "::bpchar", "", ""};
-constexpr Dialecto kSqlServer{
-    &Funcion::sqlServer, "CAST(? AS datetime)", "+", "LIKE", "", false, true, false, "", "", ""};
-
-const Dialecto& DialectoDe(Motor motor) {
-  switch (motor) {
-    case Motor::PostgreSQL:
-      return kPostgres;
-    case Motor::SqlServer:
-      return kSqlServer;
-    case Motor::Sqlite:
-      break;
-  }
-  return kSqlite;
-}
-
-// --- lexer
-
-[[noreturn]] void Rechaza(std::string_view sentencia, std::size_t byte, const std::string& que) {
-  throw com::Error(com::error::kSentencia, Lugar(sentencia, byte) + que, std::string(sentencia));
-}
-
-bool EsBlanco(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
-
-class Lector {
- public:
-  Lector(std::string_view s, ModoTraduccion modo) : s_(s), modo_(modo) {}
-
-  std::vector<Ficha> Lee() {
-    std::vector<Ficha> fichas;
-    for (;;) {
-      while (i_ < s_.size() && EsBlanco(s_[i_])) ++i_;
-      if (i_ == s_.size()) return fichas;
-      fichas.push_back(Una());
-    }
-  }
-
- private:
-  Ficha Una() {
-    const char c = s_[i_];
-    if (c == '\'') return LeeLiteral();
-    if (EsInicioDeNombre(c)) return LeeNombre();
-    if (EsDigito(c) || (c == '.' && i_ + 1 < s_.size() && EsDigito(s_[i_ + 1]))) return LeeNumero();
-    return LeeSigno();
-  }
-
-  // Takes the text up to `fin`.
-  Ficha Toma(Clase clase, std::size_t fin) {
-    Ficha f{clase, i_, fin, std::string(s_.substr(i_, fin - i_))};
-    i_ = fin;
-    return f;
-  }
-
-  Ficha LeeLiteral() {
-    std::size_t fin = i_;
-    do {
-      fin = s_.find('\'', fin + 1);
-      if (fin == std::string_view::npos) Rechaza(s_, i_, "el texto no tiene comilla final");
-      ++fin;
-    } while (fin < s_.size() && s_[fin] == '\'');
-    return Toma(Clase::Literal, fin);
-  }
-
-  Ficha LeeNombre() {
-    std::size_t fin = i_;
-    while (fin < s_.size() && EsDeNombre(s_[fin])) ++fin;
-    Ficha f = Toma(Clase::Nombre, fin);
-    f.texto = com::Mayusculas(f.texto);
-    const bool palabra = std::ranges::find(kPalabras, f.texto, &Palabra::texto) != kPalabras.end();
-    if (palabra) f.clase = Clase::Palabra;
-    if (!palabra && i_ < s_.size() && s_[i_] == '\'')
-      Rechaza(s_, f.inicio, "no se admite el prefijo de texto " + f.texto);
-    return f;
-  }
-
-  Ficha LeeNumero() {
-    const auto digitos = [this](std::size_t k) {
-      while (k < s_.size() && EsDigito(s_[k])) ++k;
-      return k;
-    };
-    std::size_t fin = digitos(i_);
-    if (fin < s_.size() && s_[fin] == '.') fin = digitos(fin + 1);
-    if (fin < s_.size() && (s_[fin] == 'e' || s_[fin] == 'E')) {
-      std::size_t k = fin + 1;
-      if (k < s_.size() && (s_[k] == '+' || s_[k] == '-')) ++k;
-      if (digitos(k) > k) fin = digitos(k);
-    }
-    if (fin < s_.size() && EsDeNombre(s_[fin])) Rechaza(s_, i_, "número mal escrito");
-    return Toma(Clase::Numero, fin);
-  }
-
-  Ficha LeeSigno() {
-    const std::string_view resto = s_.substr(i_);
-    for (const auto& ajeno : kSignosAjenos)
-      if (resto.starts_with(ajeno)) Rechaza(s_, i_, "no se admite " + std::string(ajeno));
-    for (const auto& signo : kSignos) {
-      if (!resto.starts_with(signo.texto)) continue;
-      if (signo.clase == Clase::Pregunta && !modo_.admitePreguntas) break;
-      return Toma(signo.clase, i_ + signo.texto.size());
-    }
-    const bool visible = s_[i_] > ' ' && s_[i_] < 0x7F;
-    Rechaza(s_, i_,
-            visible ? "no se admite el signo " + std::string(1, s_[i_]) : "no se admite un carácter de control");
-  }
-
-  std::string_view s_;
-  ModoTraduccion modo_;
-  std::size_t i_ = 0;
-};
-
-// --- translator
 
 // Half-open range of tokens.
 struct Rango {
@@ -347,7 +26,7 @@ constexpr int kLugarDeOrden = 1, kLugarDeLimite = 2;
 class Traductor {
  public:
   Traductor(std::string_view s, Motor motor, ModoTraduccion modo)
-      : s_(s), d_(DialectoDe(motor)), modo_(modo), f_(Lector(s, modo).Lee()) {}
+      : s_(s), d_(DialectoDe(motor)), modo_(modo), f_(LeeFichas(s, modo.admitePreguntas)) {}
 
   Traduccion Hace() {
     Empareja();
@@ -483,7 +162,7 @@ class Traductor {
   }
 
   void CambiaPalabra(std::size_t i) {
-    const auto& palabra = *std::ranges::find(kPalabras, f_[i].texto, &Palabra::texto);
+    const Palabra& palabra = *BuscaPalabra(f_[i].texto);
     if (Es(i + 1, Clase::Abre) && !palabra.antesDeGrupo) {
       RechazaFicha(i, (palabra.texto == "TOP" ? "solo se admite un número después de " : "no se admite la función ") +
                           f_[i].texto);
@@ -528,8 +207,7 @@ class Traductor {
     const Funcion* funcion = llamada ? BuscaFuncion(f_[i].texto) : nullptr;
     if (llamada && (funcion == nullptr || Es(i - 1, Clase::Punto)))
       RechazaFicha(i, "no se admite la función " + f_[i].texto);
-    if (!llamada && std::ranges::find(kPalabrasAjenas, f_[i].texto) != kPalabrasAjenas.end())
-      RechazaFicha(i, "no se admite la palabra " + f_[i].texto);
+    if (!llamada && EsPalabraAjena(f_[i].texto)) RechazaFicha(i, "no se admite la palabra " + f_[i].texto);
     if (funcion != nullptr) CambiaFuncion(i, *funcion);
   }
 
@@ -789,13 +467,6 @@ class Traductor {
 };
 
 }  // namespace
-
-std::string Lugar(std::string_view sentencia, std::size_t byte) {
-  const std::string_view antes = sentencia.substr(0, byte);
-  const auto linea = std::count(antes.begin(), antes.end(), '\n') + 1;
-  const std::size_t columna = com::LargoUtf8(antes.substr(antes.rfind('\n') + 1)) + 1;
-  return "Línea " + std::to_string(linea) + ", columna " + std::to_string(columna) + ": ";
-}
 
 Traduccion Traduce(std::string_view sentencia, Motor motor, ModoTraduccion modo) {
   return Traductor(sentencia, motor, modo).Hace();

@@ -35,7 +35,4 @@ struct Traduccion {
 // com::Error kSentencia, with line, column (both from 1, in characters) and construct, for what it does not know.
 Traduccion Traduce(std::string_view sentencia, esquema::Motor motor, ModoTraduccion modo = {});
 
-// "Línea 1, columna 8: " of a byte of the statement.
-std::string Lugar(std::string_view sentencia, std::size_t byte);
-
 }  // namespace autonomo
