@@ -1,7 +1,6 @@
 #include "desktop/programa.h"
 
 #include <QCursor>
-#include <QDir>
 #include <QFileInfo>
 #include <QInputDialog>
 #include <QMessageBox>
@@ -15,31 +14,26 @@
 #include <memory>
 #include <vector>
 
-#include "component/precios.h"
 #include "desktop/acceso.h"
 #include "desktop/ajustes.h"
 #include "desktop/asistente.h"
-#include "desktop/catalogos.h"
+#include "desktop/conexiones.h"
 #include "desktop/cuida_captura.h"
 #include "desktop/despues.h"
 #include "desktop/dialogos.h"
 #include "desktop/editor_catalogos.h"
 #include "desktop/escala.h"
 #include "desktop/escritorio_qt.h"
-#include "desktop/exportar.h"
-#include "desktop/fechas.h"
 #include "desktop/guarda.h"
 #include "desktop/guia.h"
 #include "desktop/hoteles.h"
 #include "desktop/idioma.h"
-#include "desktop/impresion.h"
 #include "desktop/manos_qt.h"
 #include "desktop/mostrador.h"
 #include "desktop/pantallas.h"
 #include "desktop/preguntas.h"
 #include "desktop/reparto.h"
 #include "desktop/senales.h"
-#include "desktop/ventana_pendientes.h"
 #include "desktop/vigia.h"
 #include "desktop/vista.h"
 #include "guion/componente.h"
@@ -47,12 +41,9 @@
 #include "guion/opciones.h"
 #include "guion/respuestas.h"
 #include "guion/vigilados.h"
-#include "host/standalone/busquedas.h"
-#include "host/standalone/documento.h"
 #include "host/standalone/hotel_nuevo.h"
 #include "host/standalone/parametros.h"
 #include "host/standalone/permisos.h"
-#include "host/standalone/postgres.h"
 #include "host/standalone/registro.h"
 #include "host/standalone/respaldo_diario.h"
 #include "host/standalone/usuarios.h"
@@ -60,133 +51,14 @@
 #include "platform/com/error.h"
 #include "platform/controls/barra.h"
 #include "publico/publico.h"
-#include "recepcion/explicacion.h"
-#include "recepcion/porque.h"
 
 namespace vista {
 
 namespace {
 
-constexpr const char* kUso =
-    "Uso: reservas [--base RUTA.db | --conexion DIRECCION] [--demo] [--ahora AAAA-MM-DDTHH:MM[:SS]] [--usuario LOGIN]\n"
-    "              [--por-celda] [--tema claro|oscuro|sistema] [--guion GUION] [--registro ARCHIVO]\n"
-    "\n"
-    "  --base RUTA.db     base SQLite; se crea vacía si no existe. Sin ella se abre el último hotel que se eligió en "
-    "el\n"
-    "                     menú, o la base del usuario, que la primera vez se llena con el hotel de demostración\n"
-    "  --conexion DIRECCION  base PostgreSQL, postgresql://usuario@servidor/base; la contraseña sale de ~/.pgpass,\n"
-    "                     PGPASSWORD o un servicio, o se pide\n"
-    "  --demo             llena una base vacía con el hotel de demostración\n"
-    "  --ahora FECHA      fija el reloj del servidor\n"
-    "  --usuario LOGIN    usuario del sistema\n"
-    "  --contrasena-de ARCHIVO  con --guion, archivo con la contraseña del usuario; sin ella, la de la variable\n"
-    "                     RESERVAS_CONTRASENA\n"
-    "  --por-celda        el tablero pregunta celda por celda\n"
-    "  --tema TEMA        colores claros, oscuros o los del sistema\n"
-    "  --guion GUION      un guion maneja las ventanas; - es la entrada estándar\n"
-    "  --registro ARCHIVO diario de fallas y escrituras; sin ella, el de la carpeta de estado del usuario\n"
-    "  --version          versión, motor, esquema y base\n"
-    "  -h, --help, --ayuda  esta ayuda\n";
-
-// Exit status of a session after which another one begins: at another hotel, what was in capture having been asked
-// about; or another user's, who came to a locked screen.
-constexpr int kOtraSesion = 64, kOtroUsuario = 65;
-constexpr const char* kAyuda = "Ay&uda";  // part of the menu
-
-struct MalUso {
-  std::string motivo;
-};
-
-Tema TemaDe(const std::string& nombre) {
-  if (nombre == "claro") return Tema::Claro;
-  if (nombre == "oscuro") return Tema::Oscuro;
-  if (nombre == "sistema") return Tema::Sistema;
-  throw MalUso{"No existe el tema " + nombre};
-}
-
-void FijaHotel(autonomo::OpcionesConexion& base, const std::string& hotel) {
-  const bool direccion = autonomo::EsDireccion(hotel);
-  base.conexion = direccion ? hotel : "";
-  base.ruta = direccion ? autonomo::OpcionesConexion().ruta : hotel;
-}
-
-// Where the command line names no hotel.
-void EligeBase(autonomo::Opciones& anfitrion) {
-  const std::string propio = ajustes::HotelPropio();
-  if (autonomo::EsDireccion(propio) || (!propio.empty() && QFileInfo::exists(Q(propio)))) {
-    return FijaHotel(anfitrion.base, propio);
-  }
-  anfitrion.base.ruta = BaseDelUsuario();
-  if (!QFileInfo::exists(Q(anfitrion.base.ruta))) anfitrion.demo = true;
-}
-
-// texto takes what was asked for instead of the program: its usage or its version.
-OpcionesPrograma LeeOpcionesPrograma(const std::vector<std::string>& argumentos, std::string& texto) {
-  OpcionesPrograma opciones;
-  try {
-    std::vector<guion::Opcion> propias = guion::OpcionesDeAnfitrion();
-    propias.push_back({"tema", true});
-    propias.push_back({"guion", true});
-    const guion::Argumentos leidos(argumentos, propias, 0);
-    if (leidos.PideAyuda()) {
-      texto = kUso;
-      return opciones;
-    }
-    opciones.anfitrion = guion::LeeAnfitrion(leidos);
-    opciones.guion = leidos.Valor("guion");
-    // A script finds the same empty database with and without windows.
-    opciones.anfitrion.sinSobreventa = !opciones.guion;
-    opciones.tema = TemaDe(leidos.Valor("tema").value_or("sistema"));
-    opciones.registro = leidos.Valor("registro");
-    if (!leidos.Hay("base") && !leidos.Hay("conexion") && !opciones.guion) EligeBase(opciones.anfitrion);
-    if (leidos.PideVersion()) texto = autonomo::TextoVersion("reservas", opciones.anfitrion.base.Nombre());
-  } catch (const com::Error& e) {
-    if (e.Numero() == com::error::kArgumento) throw MalUso{e.Descripcion()};
-    throw;
-  }
-  return opciones;
-}
-
 void MuestraFalla(const std::string& texto) {
   std::cerr << "reservas: " << texto << '\n';
   Avisa(texto, 16, nullptr);
-}
-
-// The branch's field has no lookup of its own.
-std::string CatalogoDe(const controles::LookupField& campo) {
-  return campo.nombre() == "txtSucursal" ? "SUCURSAL" : campo.diseno().idconsulta;
-}
-
-// Names of keys, shown to whoever works the windows.
-void ConectaNombres(Contexto& contexto, autonomo::Anfitrion& anfitrion) {
-  contexto.catalogo = CatalogoDe;
-  contexto.nombre = [&anfitrion](const std::string& catalogo, const std::string& clave) -> std::optional<QString> {
-    try {
-      autonomo::Conexion& conexion = *anfitrion.conexion();
-      const autonomo::Busqueda& busqueda = autonomo::BusquedaDe(catalogo);
-      if (const auto nombre = autonomo::NombreDe(conexion, busqueda, clave)) return Q(*nombre);
-      if (!autonomo::HayFilas(conexion, busqueda)) return QString();
-      return std::nullopt;
-    } catch (const com::Error&) {  // a caption more; the key can be used without it
-      return QString();
-    }
-  };
-}
-
-// The search of a field's keys; a client's is the front desk's, which types him.
-std::string BuscaClave(const controles::LookupField& campo, const QString& filtro, autonomo::Anfitrion& anfitrion,
-                       EscritorioQt& escritorio, Mostrador& mostrador) {
-  autonomo::Conexion& conexion = *anfitrion.conexion();
-  const std::string catalogo = CatalogoDe(campo);
-  if (com::IgualSinCaja(catalogo, "Cliente")) {
-    mostrador.BuscaHuesped(campo.nombre(), filtro.toStdString());
-    return {};
-  }
-  if (catalogo == "RESERVACION") return BuscaReservacion(conexion, escritorio);
-  const autonomo::Busqueda& busqueda = autonomo::BusquedaDe(catalogo);
-  Busqueda dialogo(Q(busqueda.titulo), autonomo::LeeFilas(conexion, busqueda), escritorio.Frente());
-  dialogo.Filtra(filtro);
-  return Atiende(dialogo) == QDialog::Accepted ? dialogo.Elegida() : std::string();
 }
 
 // A stored parameter that cannot be read is corrected before the screens read it; one that is not ends the load with
@@ -252,22 +124,6 @@ void AlMensajeFatal(QtMsgType tipo, const QMessageLogContext&, const QString& te
   if (tipo != QtDebugMsg) std::cerr << texto.toStdString() << '\n';
 }
 
-// What the toolbar and the calendars tell of the host, to a person and in a script's pictures.
-void DiceLoHecho(Contexto& contexto, autonomo::Anfitrion& anfitrion) {
-  contexto.demo = autonomo::EsDemo(*anfitrion.conexion());
-  contexto.estado = [&anfitrion](const std::string& folio) {
-    const auto filas =
-        anfitrion.conexion()->Consulta("SELECT Es_Cve_Estado FROM Reservacion WHERE Rs_Folio = ?", {folio});
-    const bool dice = !filas->Eof() && !filas->Fields(0).Value().EsNulo();
-    return dice ? Q(autonomo::EstadoLegible(com::CStr(filas->Fields(0).Value()))) : QString();
-  };
-  contexto.hoy = [&anfitrion] { return ADate(anfitrion.reloj().Ahora()); };
-  contexto.novedad = [&anfitrion] {
-    const auto& ultima = anfitrion.novedades().Ultima();
-    return ultima ? Contexto::Novedad{Q(ultima->Texto()), Q(ultima->folio)} : Contexto::Novedad();
-  };
-}
-
 // Every window's title ends in the program's name; at a hotel to practise in, in what it is.
 void FirmaVentanas(bool demo) {
   QApplication::setApplicationDisplayName(demo ? QStringLiteral("DEMO") : QStringLiteral("Reservaciones"));
@@ -278,15 +134,6 @@ bool AtiendeHotelNuevo(autonomo::Anfitrion& anfitrion) {
   autonomo::Conexion& conexion = *anfitrion.conexion();
   if (!autonomo::SinHotel(conexion) || !autonomo::PuedeConfigurar(conexion, anfitrion.usuario())) return false;
   return OfreceHotel(anfitrion, nullptr);
-}
-
-void MuestraPendientes(autonomo::Anfitrion& anfitrion, EscritorioQt& escritorio) {
-  VentanaPendientes ventana(anfitrion, escritorio.Frente());
-  const int salida = Atiende(ventana);
-  escritorio.VuelveAlFrente();
-  const controles::Formulario* principal = escritorio.Principal();
-  if (salida != VentanaPendientes::kHecho || principal == nullptr || !escritorio.PermiteSalir(*principal)) return;
-  QApplication::exit(kOtraSesion);
 }
 
 // What comes up first: what a new hotel lacks, the tour of the demo hotel, or the day.
@@ -308,80 +155,7 @@ void Comienza(autonomo::Anfitrion& anfitrion, EscritorioQt& escritorio, Mostrado
   mostrador.AbreHoy();
 }
 
-// How the prices of the lines came about, and which of them were agreed.
-void DiceLosPrecios(Contexto& contexto, EscritorioQt& escritorio) {
-  contexto.explica = [&escritorio](int fila) {
-    const controles::Formulario* principal = escritorio.Principal();
-    if (principal == nullptr) return QString();
-    return Q(recepcion::TextoDe(
-        fila < 0 ? recepcion::ExplicaTotal(*principal)
-                 : recepcion::ExplicaRenglon(*principal, fila, kv207::OrigenDelPrecio(*principal, fila))));
-  };
-  contexto.acordado = [&escritorio, acordados = std::make_shared<recepcion::Acordados>()](int fila) {
-    const controles::Formulario* principal = escritorio.Principal();
-    return principal != nullptr && acordados->Es(*principal, fila, kv207::OrigenDelPrecio(*principal, fila));
-  };
-  contexto.avisoDePrecio = [&escritorio] {
-    const controles::Formulario* principal = escritorio.Principal();
-    return principal == nullptr ? QString() : Q(kv207::AvisoDePrecio(*principal));
-  };
-}
-
 }  // namespace
-
-void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion, Mostrador& mostrador) {
-  RegistraPantallas(escritorio, anfitrion,
-                    [&mostrador](const std::string& folio) { mostrador.AbreReservacion(folio); });
-  escritorio.Conserva(InstalaImpresion(anfitrion, [&escritorio] { return escritorio.Frente(); }));
-  Contexto& contexto = escritorio.contexto();
-  ConectaNombres(contexto, anfitrion);
-  contexto.busca = [&](const controles::LookupField& campo, const QString& filtro) {
-    return BuscaClave(campo, filtro, anfitrion, escritorio, mostrador);
-  };
-  DiceLoHecho(contexto, anfitrion);
-  DiceLosPrecios(contexto, escritorio);
-  contexto.abreCatalogo = [&](const controles::LookupField& campo) {
-    escritorio.AbrePantalla(campo.diseno().transaccion, {});
-  };
-  contexto.menu.push_back({QStringLiteral("Ho&y"), [&mostrador] { mostrador.AbreHoy(); }, Qt::Key_F5});
-  contexto.menu.push_back(
-      {QStringLiteral("Cua&dro de habitaciones"), [&mostrador] { mostrador.AbreCuadro(); }, Qt::Key_F7});
-  contexto.menu.push_back({QStringLiteral("Coti&zar…"), [&mostrador] { mostrador.AbreCotizacion(); }, Qt::Key_F8});
-  contexto.menu.push_back(
-      {QStringLiteral("Repon&er habitaciones"), [&mostrador] { mostrador.ReponeHabitaciones(); }, 0});
-  contexto.porque = [](const controles::Grid& grid, int fila, int columna) {
-    return Q(recepcion::EnLineas(recepcion::PorQue(grid.formulario(), fila, columna)));
-  };
-  contexto.menu.push_back({QStringLiteral("Hué&sped…"), [&mostrador] { mostrador.AbreHuesped(); }, Qt::Key_F9});
-  contexto.menu.push_back({QStringLiteral("De dónde sale el &total…"), [&mostrador] { mostrador.Explica(); },
-                           QKeyCombination(Qt::ControlModifier, Qt::Key_T).toCombined()});
-  contexto.menu.push_back({QStringLiteral("Cifr&as"), [&mostrador] { mostrador.AbreCifras(); }, Qt::Key_F11});
-  const auto opcion = [&](const char* titulo, const char* codigo) {
-    contexto.menu.push_back(
-        {QString::fromUtf8(titulo), [&escritorio, codigo] { escritorio.AbrePantalla(codigo, {}); }, 0});
-  };
-  const auto sale = [&](const char* titulo, void (*hace)(autonomo::Anfitrion&, QWidget*)) {
-    contexto.menu.push_back(
-        {QString::fromUtf8(titulo), [&escritorio, &anfitrion, hace] { hace(anfitrion, escritorio.Frente()); }, 0});
-  };
-  sale("&Parte del día…", MuestraParte);
-  sale("Ca&lendario de una habitación…", ExportaCalendario);
-  opcion("&Clientes…", "CA014");
-  opcion("&Formas de pago…", "CA016");
-  opcion("&Monedas y tipos de cambio…", "CA039");
-  opcion("&Habitaciones, tipos y tarifas…", "CA153");
-  opcion("&Bitácora…", "BITACORA");
-  opcion("Co&rreos…", "CORREOS");
-  opcion("C&onfiguración…", "CONFIG");
-  contexto.menu.push_back({QStringLiteral("Lista de &pendientes…"),
-                           [&escritorio, &anfitrion] { MuestraPendientes(anfitrion, escritorio); }, 0});
-  contexto.menu.push_back({QStringLiteral("Ay&uda"), [&mostrador] { mostrador.AbreAyuda(); }, Qt::Key_F1});
-  contexto.menu.push_back({QStringLiteral("&Acerca de este programa"),
-                           [&escritorio, &anfitrion] {
-                             Avisa(autonomo::TextoVersion("Reservaciones", anfitrion.base()), 64, escritorio.Frente());
-                           },
-                           0, kAyuda});
-}
 
 int RevisaPantalla(int argc, char** argv) {
   qInstallMessageHandler(AlMensajeFatal);
@@ -405,16 +179,6 @@ int RevisaPantalla(int argc, char** argv) {
 #else
   return argc < 0 || argv == nullptr ? kFalla : kBien;
 #endif
-}
-
-std::string BaseDelUsuario() {
-  const QString ruta = Q(guion::RutaBaseDelUsuario());
-  const QString carpeta = QFileInfo(ruta).path();
-  if (!QDir().mkpath(carpeta)) {
-    throw com::Error(com::error::kSoloLectura, "No se puede crear la carpeta de datos " + carpeta.toStdString() +
-                                                   ". Revise los permisos o indique otra base con --base.");
-  }
-  return ruta.toStdString();
 }
 
 int Programa::Corre() {
@@ -601,9 +365,7 @@ int Programa::CorreGuion(const OpcionesPrograma& opciones) {
   guion::Vigilancia vigilancia(anfitrion);
   guion::Respuestas respuestas;
   EscritorioQt escritorio;
-  DiceLoHecho(escritorio.contexto(), anfitrion);
-  DiceLosPrecios(escritorio.contexto(), escritorio);
-  ConectaNombres(escritorio.contexto(), anfitrion);
+  DiceDelAnfitrion(escritorio, anfitrion);
   ManosQt manos(escritorio);
   controles::FijaEscritorio(&escritorio);
   guion::Componente componente;

@@ -9,11 +9,12 @@
 #include <memory>
 #include <string>
 
+#include "desktop/conexiones.h"
 #include "desktop/escritorio_qt.h"
 #include "desktop/mostrador.h"
-#include "desktop/programa.h"
 #include "desktop/vista_grid.h"
 #include "guion/componente.h"
+#include "host/standalone/anfitrion.h"
 #include "publico/publico.h"
 
 namespace pruebas {

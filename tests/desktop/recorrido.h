@@ -20,13 +20,14 @@
 #include <map>
 
 #include "desktop/ayuda.h"
+#include "desktop/conexiones.h"
 #include "desktop/dialogos.h"
 #include "desktop/escritorio_qt.h"
 #include "desktop/mostrador.h"
-#include "desktop/programa.h"
 #include "desktop/vista_barra.h"
 #include "desktop/vista_grid.h"
 #include "guion/componente.h"
+#include "host/standalone/anfitrion.h"
 #include "platform/com/error.h"
 #include "publico/publico.h"
 
