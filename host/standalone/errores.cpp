@@ -5,6 +5,8 @@
 #include <array>
 #include <cerrno>
 
+#include "host/standalone/registro.h"
+
 namespace autonomo {
 namespace {
 
@@ -94,6 +96,7 @@ com::Error ErrorSqlite(sqlite3* base, int codigo, std::string_view sentencia) {
   const std::string_view mensaje = base != nullptr ? sqlite3_errmsg(base) : sqlite3_errstr(codigo);
   // Of a byte of the file's head that no version of the engine writes.
   const int dice = mensaje == "unsupported file format" ? SQLITE_CORRUPT : completo;
+  registro::AnotaMotor(std::to_string(completo) + ", errno " + std::to_string(errnoSistema));
   return {CategoriaSqlite(dice, errnoSistema), DescribeSqlite(dice, errnoSistema, mensaje), std::string(sentencia)};
 }
 

@@ -6,6 +6,7 @@
 #include "host/standalone/anfitrion.h"
 #include "host/standalone/fabricas.h"
 #include "host/standalone/precios.h"
+#include "host/standalone/registro.h"
 #include "platform/regional/regional.h"
 
 namespace autonomo {
@@ -48,6 +49,7 @@ class ServicioExplicacion : public com::Objeto<anfitrion::ExplicaPrecios> {
   anfitrion::ExplicacionPrecio ExplicaHabitacion(const std::string& habitacion, com::Fecha inicio, com::Fecha fin,
                                                  int adultos, int menores, const std::string& moneda,
                                                  double tipoCambio) override {
+    const registro::Operacion operacion("ExplicaPrecios.ExplicaHabitacion");
     const Cotizado c =
         CotizaEstancia(*host_.conexion(), habitacion, inicio, fin, {adultos, menores}, moneda, tipoCambio);
     anfitrion::ExplicacionPrecio e;

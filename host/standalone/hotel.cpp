@@ -100,7 +100,7 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
     precioExtra = 0;
     personasExtra = 0;
     PrecioEstancia precio;
-    const bool ok = Intenta([&] {
+    const bool ok = Intenta(operacion, [&] {
       precio = Cotiza(habitacion, inicio, fin, {adultos, menores}, moneda, tipoCambio, personasExtra);
     });
     if (!ok) return 0;
@@ -143,7 +143,7 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
     renglones_ = 0;
     cortesias_.clear();
     guardado_.clear();
-    return Intenta([this] {
+    return Intenta(operacion, [this] {
       const std::string folio = com::Recorta(encabezado_.folio.Texto());
       guardado_ = folio.empty() ? Inserta() : Actualiza(folio);
       encabezado_.folio = guardado_;
@@ -154,25 +154,30 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
   bool GuardaDetalle(bool puedeCambiarPrecio) override {
     const registro::Operacion operacion("Hotel.GuardaDetalle");
     ExigeTransaccion();
-    return Intenta([&] { GuardaRenglon(puedeCambiarPrecio); });
+    return Intenta(operacion, [&] { GuardaRenglon(puedeCambiarPrecio); });
   }
 
   std::string ErrorHotel() override { return error_; }
 
-  void MuestraPrecios(com::Fecha fecha) override { Abre("MuestraPrecios", {fecha}); }
+  void MuestraPrecios(com::Fecha fecha) override {
+    const registro::Operacion operacion("Hotel.MuestraPrecios");
+    Abre("MuestraPrecios", {fecha});
+  }
   void MuestraCliente(const std::string& clave, int tipo, const std::string& folio) override {
+    const registro::Operacion operacion("Hotel.MuestraCliente");
     Abre("MuestraCliente", {clave, tipo, folio});
   }
 
  private:
   // Runs an operation; its refusal becomes the text of ErrorHotel.
-  template <class Operacion>
-  bool Intenta(Operacion operacion) {
+  template <class Cuerpo>
+  bool Intenta(const registro::Operacion& operacion, Cuerpo&& cuerpo) {
     error_.clear();
     try {
-      operacion();
+      cuerpo();
     } catch (const Rechazo& rechazo) {
       error_ = rechazo.texto;
+      operacion.AnotaRechazo();
     }
     return error_.empty();
   }

@@ -55,8 +55,10 @@ class ConexionPostgres final : public ConexionDeMotor {
   ~ConexionPostgres() override;
 
   ado::RecordsetPtr Execute(const ado::TextoSQL& sentencia) override {
-    sentencia.Verifica();
-    return registro::Mide(sentencia.Texto(), [&] { return Ejecuta(sentencia.Texto(), false, {}); });
+    return registro::Mide(sentencia, [&] {
+      sentencia.Verifica();
+      return Ejecuta(sentencia.Texto(), false, {});
+    });
   }
   ado::RecordsetPtr Consulta(std::string_view sentencia, const Parametros& parametros) override {
     return registro::Mide(sentencia, [&] { return Ejecuta(sentencia, true, parametros); });

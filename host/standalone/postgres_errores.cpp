@@ -4,6 +4,7 @@
 
 #include "host/standalone/conexion.h"
 #include "host/standalone/palabras.h"
+#include "host/standalone/registro.h"
 #include "platform/com/texto.h"
 
 namespace autonomo {
@@ -106,7 +107,9 @@ std::string CodigoDe(const PGresult* resultado) { return Campo(resultado, PG_DIA
 
 com::Error ErrorPostgres(const PGresult* resultado, std::string_view sentencia) {
   const std::string mensaje = Campo(resultado, PG_DIAG_MESSAGE_PRIMARY);
-  const Categoria* categoria = BuscaCategoria(CodigoDe(resultado));
+  const std::string codigo = CodigoDe(resultado);
+  registro::AnotaMotor(codigo);
+  const Categoria* categoria = BuscaCategoria(codigo);
   const std::string original(sentencia);
   if (categoria == nullptr)
     return {kBaseDatos, "La base de datos no pudo ejecutar la sentencia" + Palabras(mensaje), original};

@@ -64,6 +64,9 @@ std::string Milisegundos(Instante desde) {
 
 bool EsDePalabra(char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || (c & 0x80) != 0; }
 
+std::string_view TextoDe(std::string_view sentencia) { return sentencia; }
+std::string_view TextoDe(const ado::TextoSQL& sentencia) { return sentencia.Texto(); }
+
 bool Lee(std::string_view sentencia) {
   const std::size_t i = sentencia.find_first_not_of(" \t\r\n");
   return i != std::string_view::npos && (sentencia[i] == 'S' || sentencia[i] == 's');
@@ -139,6 +142,8 @@ Operacion::~Operacion() {
   if (std::uncaught_exceptions() > antes_) Anota(std::string("falla la operación ") + nombre_);
 }
 
+void Operacion::AnotaRechazo() const { Anota(std::string("rechaza la operación ") + nombre_); }
+
 std::string SinValores(std::string_view sentencia) {
   std::string s;
   for (std::size_t i = 0; i < sentencia.size();) {
@@ -161,6 +166,16 @@ std::string SinValores(std::string_view sentencia) {
   return s;
 }
 
+std::string SinValores(const ado::TextoSQL& sentencia) {
+  std::string fijo;
+  std::size_t hasta = 0;
+  for (const ado::Tramo& valor : sentencia.Valores()) {
+    fijo.append(sentencia.Texto(), hasta, valor.inicio - hasta).append("?");
+    hasta = valor.fin;
+  }
+  return SinValores(fijo.append(sentencia.Texto(), hasta));
+}
+
 Sesion::~Sesion() {
   Anota("fin");
   Cierra();
@@ -175,13 +190,35 @@ void Sesion::Comienza(const std::string& programa, const std::string& base, cons
   Anota("inicio " + TextoVersion(programa, base));
 }
 
-void AnotaSentencia(std::string_view sentencia, Instante desde) {
+template <class Sentencia>
+void AnotaSentencia(const Sentencia& sentencia, Instante desde) {
   const bool lenta = std::chrono::steady_clock::now() - desde >= kLenta;
-  if (lenta || !Lee(sentencia)) Anota(Milisegundos(desde) + (lenta ? ", lenta: " : ": ") + SinValores(sentencia));
+  if (lenta || !Lee(TextoDe(sentencia)))
+    Anota(Milisegundos(desde) + (lenta ? ", lenta: " : ": ") + SinValores(sentencia));
 }
 
-void AnotaFalla(std::string_view sentencia, Instante desde, const std::exception& falla) {
+template <class Sentencia>
+void AnotaFalla(const Sentencia& sentencia, Instante desde, const std::exception& falla) {
   Anota("falla " + NumeroDe(falla) + " en " + Milisegundos(desde) + ": " + SinValores(sentencia));
+}
+
+template void AnotaSentencia(const std::string_view& sentencia, Instante desde);
+template void AnotaSentencia(const ado::TextoSQL& sentencia, Instante desde);
+template void AnotaFalla(const std::string_view& sentencia, Instante desde, const std::exception& falla);
+template void AnotaFalla(const ado::TextoSQL& sentencia, Instante desde, const std::exception& falla);
+
+void AnotaMotor(std::string_view codigo) { Anota(std::string("el motor dice ").append(codigo)); }
+
+std::string PorLaFalla() {
+  const std::exception_ptr falla = std::current_exception();
+  if (!falla) return {};
+  try {
+    std::rethrow_exception(falla);
+  } catch (const std::exception& e) {
+    return " por la falla " + NumeroDe(e);
+  } catch (...) {
+    return " por una falla desconocida";
+  }
 }
 
 void AnotaFalla(const std::exception& falla) { Anota("falla que nadie atendió: " + NumeroDe(falla)); }

@@ -12,6 +12,8 @@
 #include <string_view>
 #include <type_traits>
 
+#include "platform/ado/texto_sql.h"
+
 namespace autonomo::registro {
 
 // Where the user's programs keep what is no data: this log, drafts.
@@ -39,18 +41,27 @@ class Sesion {
 // One line, with date, time and process before it; nothing without a log. Line breaks become blanks.
 void Anota(std::string_view texto);
 
-// The statement with "?" for each literal and number.
+// The statement with "?" for each literal and number; where it is known which parts are values, for these whatever they
+// hold.
 std::string SinValores(std::string_view sentencia);
+std::string SinValores(const ado::TextoSQL& sentencia);
 
 using Instante = std::chrono::steady_clock::time_point;
-void AnotaSentencia(std::string_view sentencia, Instante desde);
-void AnotaFalla(std::string_view sentencia, Instante desde, const std::exception& falla);
+// Sentencia: std::string_view or ado::TextoSQL.
+template <class Sentencia>
+void AnotaSentencia(const Sentencia& sentencia, Instante desde);
+template <class Sentencia>
+void AnotaFalla(const Sentencia& sentencia, Instante desde, const std::exception& falla);
 // A failure that nothing trapped.
 void AnotaFalla(const std::exception& falla);
+// What the engine itself says of a failure, by its own codes.
+void AnotaMotor(std::string_view codigo);
 
-// Runs what a statement asks for, and notes it when it fails, writes or takes long.
-template <class Accion>
-auto Mide(std::string_view sentencia, Accion&& accion) {
+// " por la falla N" inside the handler of a failure, else "".
+std::string PorLaFalla();
+
+template <class Sentencia, class Accion>
+auto MideUna(const Sentencia& sentencia, Accion&& accion) {
   if (!Abierto()) return accion();
   const Instante desde = std::chrono::steady_clock::now();
   try {
@@ -68,13 +79,25 @@ auto Mide(std::string_view sentencia, Accion&& accion) {
   }
 }
 
-// Stands at the beginning of an operation of the host; notes its name when an error leaves it.
+// Runs what a statement asks for, and notes it when it fails, writes or takes long.
+template <class Accion>
+auto Mide(std::string_view sentencia, Accion&& accion) {
+  return MideUna(sentencia, accion);
+}
+template <class Accion>
+auto Mide(const ado::TextoSQL& sentencia, Accion&& accion) {
+  return MideUna(sentencia, accion);
+}
+
+// Stands at the beginning of an operation of the host; notes its name when an error leaves it, and when it refuses what
+// it was asked for.
 class Operacion {
  public:
   explicit Operacion(const char* nombre) : nombre_(nombre) {}
   ~Operacion();
   Operacion(const Operacion&) = delete;
   Operacion& operator=(const Operacion&) = delete;
+  void AnotaRechazo() const;
 
  private:
   const char* nombre_;

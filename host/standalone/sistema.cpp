@@ -50,7 +50,8 @@ class ServicioSistema : public com::Objeto<anfitrion::Sistema> {
     caja.pantalla = com::CStr(pantalla);
     caja.id = com::CStr(id);
     caja.detalle = controles::DetalleActual();
-    registro::Anota("aviso " + caja.id + ", estilo " + std::to_string(estilo) + ", " + caja.titulo);
+    registro::Anota("aviso " + caja.id + ", estilo " + std::to_string(estilo) + ", " + caja.titulo +
+                    registro::PorLaFalla());
     // No other desk waits while this one thinks.
     const SinBloqueo pausa(*host_.conexion());
     const int respuesta = controles::EscritorioActual().Mensaje(caja);

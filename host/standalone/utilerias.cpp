@@ -57,6 +57,7 @@ class ServicioUtilerias : public com::Objeto<anfitrion::Utilerias> {
   }
 
   std::string FormateaFolio(const std::string& folio) override {
+    const registro::Operacion operacion("Utilerias.FormateaFolio");
     return regional::ConMascara(com::Recorta(folio), MascaraDeFolio(*host_.conexion()));
   }
 

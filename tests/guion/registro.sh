@@ -6,7 +6,7 @@ export XDG_STATE_HOME=$CARPETA/estado
 registro=$CARPETA/estado/reservas/reservas.log
 corre() { "$RESERVAS_GUION" --base="$1" --demo --ahora 2026-03-09T10:00 "$2" >/dev/null 2>&1 || true; }
 
-for guion in tarjeta camino_de_una_reservacion correo_e_impresion guardar_fallas; do
+for guion in tarjeta camino_de_una_reservacion correo_e_impresion guardar_fallas comillas; do
   base=$CARPETA/$guion.db
   corre "$base" "$GUIONES/$guion.guion"
   sqlite3 "$base" "
@@ -23,14 +23,27 @@ abre
 FIN
 corre "$CARPETA/fallas.db" "$CARPETA/fallas.guion"
 
+cat >"$CARPETA/rechazo.guion" <<'FIN'
+abre
+accion nuevo
+campo txtHuesped 3
+campo txtForma_Pago 1
+celda nueva Clave 102
+celda 0 Adultos 1
+sql UPDATE Habitacion SET Es_Cve_Estado = 'BA' WHERE Hb_Cve_Habitacion = '0102'
+accion aceptar
+FIN
+corre "$CARPETA/rechazo.db" "$CARPETA/rechazo.guion"
+
 ! grep -qaF 4000123412341234 "$CARPETA"/*.db* || { echo "a card is in clear in a file" >&2; exit 1; }
 valores=$(grep -c . "$CARPETA/valores")
 [ "$valores" -gt 20 ]
-if grep -E '.{4}' "$CARPETA/valores" | grep -nF -f - "$registro" || grep -nE "Hara|Secreta|4111|4000123412341234" "$registro"; then
+if grep -E '.{4}' "$CARPETA/valores" | grep -nF -f - "$registro" || grep -nE "Hara|Secreta|Brien|Higgins|4111|4000123412341234" "$registro"; then
   echo "the log tells a guest's or a card's data" >&2
   exit 1
 fi
-for esperado in 'inicio reservas-guion [0-9.]+ Motor: SQLite' 'aviso ERR-ID:7500021, estilo 16' ' ms: COMMIT' \
+for esperado in 'inicio reservas-guion [0-9.]+ Motor: SQLite' 'aviso ERR-ID:7500021, estilo 16, .* por la falla 9999$' ' ms: COMMIT' \
+  'el motor dice 1555, errno' 'falla 102 en [0-9.]+ ms: SELECT' 'rechaza la operación Hotel.GuardaDetalle' \
   'falla 3022 en [0-9.]+ ms: INSERT INTO Cliente .* VALUES \(\?, \?+, \?\)' \
   'falla 3146 en .* FROM Permiso' 'falla la operación Sistema.TienePermiso' '\] fin$'; do
   grep -qE "$esperado" "$registro" || { echo "the log lacks $esperado" >&2; exit 1; }
