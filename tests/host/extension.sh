@@ -17,4 +17,14 @@ con "INSERT OR REPLACE INTO Parametro (Pm_Clave, Pm_Valor) VALUES ('HT_OVER_BOOK
 [[ $(con "INSERT INTO Reservacion_Detalle SELECT D.* FROM Reservacion_Detalle D
           INNER JOIN Reservacion R ON R.Rs_Folio = D.Rs_Folio WHERE Es_Cve_Estado = 'AC' LIMIT 1" || true) == \
   *"ya está reservada la noche del"* ]]
+# A day compares with the moments in it, whoever loads the extension.
+igual "$(/usr/bin/python3 - "$base" "$EXTENSION" <<'FIN'
+import sqlite3, sys
+base = sqlite3.connect(sys.argv[1])
+base.enable_load_extension(True)
+base.load_extension(sys.argv[2])
+(llegada,) = base.execute("SELECT MIN(Rs_Llegada) FROM Reservacion").fetchone()
+print(base.execute("SELECT COUNT(*) > 0 FROM Reservacion WHERE Rs_Llegada = ?", (llegada[:10],)).fetchone()[0])
+FIN
+)" 1
 igual "$(con "PRAGMA integrity_check")" ok
