@@ -143,7 +143,7 @@ void frmKV207::Controles_B1Click() {
     transaccion.Comienza();
     ArmaConfirmacion(publico::NuevaSentencia(), sello.usuario, sello.ahora, folio);
     publico::Ejecuta();
-    publico::Utilerias().RegistraBitacora(anfitrion::kModulo, folio, "CONFIRMADO");
+    publico::Utilerias().RegistraBitacora(anfitrion::kModulo, folio, anfitrion::kBitacoraConfirma);
     // The mail is part of the confirmation: one that fails undoes it.
     if (Avisa(*this, mensaje::kPreguntaCorreoAlConfirmar) == controles::kAceptar &&
         !EnviaCorreo(*this, folio, kPlantillaConfirmada, mensaje::kPlantillaAlConfirmar, mensaje::kCorreoAlConfirmar)) {
@@ -164,7 +164,7 @@ void frmKV207::Controles_Eliminar() {
     transaccion.Comienza();
     ArmaCancelacion(publico::NuevaSentencia(), sello.usuario, sello.ahora, folio);
     publico::Ejecuta();
-    publico::Utilerias().RegistraBitacora(anfitrion::kModulo, folio, "Baja");
+    publico::Utilerias().RegistraBitacora(anfitrion::kModulo, folio, anfitrion::kBitacoraCancela);
     transaccion.Confirma(folio, "cancelada");
     Controles_Limpiar();
   };
@@ -178,7 +178,7 @@ void frmKV207::Controles_Reactivar() {
     transaccion.Comienza();
     ArmaReactivacion(publico::NuevaSentencia(), sello.usuario, sello.ahora, folio);
     publico::Ejecuta();
-    publico::Utilerias().RegistraBitacora(anfitrion::kModulo, folio, "Reactivación");
+    publico::Utilerias().RegistraBitacora(anfitrion::kModulo, folio, anfitrion::kBitacoraReactiva);
     transaccion.Confirma(folio, "reactivada");
     Controles_Limpiar();
   };

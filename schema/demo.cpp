@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "host/contract/parametros.h"
+#include "host/contract/servicios.h"
 #include "platform/com/fecha.h"
 #include "platform/com/variant.h"
 #include "schema/esquema.h"
@@ -498,7 +499,8 @@ void Hotel::EscribeReservas() {
     if (r.cliente == kClienteWeb) EscribeTarjeta(folio);
     if (baja || r.estado == kConfirmada) {
       Fila("Bitacora (Bt_Modulo, Bt_Clave, Bt_Texto, Bt_Usuario, Bt_Fecha)",
-           {Lit("RESERVACION"), Lit(folio), Lit(baja ? "Baja" : "CONFIRMADO"), Lit("RECEPCION"), Lit(cambio)});
+           {Lit(anfitrion::kModulo), Lit(folio), Lit(baja ? anfitrion::kBitacoraCancela : anfitrion::kBitacoraConfirma),
+            Lit("RECEPCION"), Lit(cambio)});
     }
   }
   Fila("Folio_Consecutivo (Fc_Serie, Fc_Ultimo)", {Lit("RESERVACION"), Lit(numero)});

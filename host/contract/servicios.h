@@ -20,6 +20,10 @@ inline constexpr const char* kPantalla = "KV207";      // screen code of every m
 inline constexpr const char* kProducto = "Vormalix";   // product title
 inline constexpr const char* kModulo = "RESERVACION";  // module of change log and mail
 
+// What the change log is told of a reservation's changes of state.
+inline constexpr const char *kBitacoraConfirma = "CONFIRMADO", *kBitacoraCancela = "Baja",
+                            *kBitacoraReactiva = "Reactivación";
+
 // System services.
 class Sistema : public com::Desconocido {
  public:
@@ -54,6 +58,7 @@ class Utilerias : public com::Desconocido {
   // Search dialog; the chosen key, empty when cancelled. fuente is no object.
   virtual com::Variant BuscaEnCatalogo(const std::string& catalogo, int tamanio, const std::string& filtro,
                                        const com::Variant& fuente) = 0;
+  // A typed folio as it is stored: "46" is "0000000046". What is no number comes back as it was.
   virtual std::string FormateaFolio(const std::string& folio) = 0;
   // Local currency for one unit of the given one, in force on that day; 1 for the local currency. Error when there is
   // none.
@@ -61,14 +66,19 @@ class Utilerias : public com::Desconocido {
   // Clears / makes editable every input of the form that is tagged with the group (1, 2 or 4).
   virtual void LimpiaGrupo(controles::Formulario& formulario, int grupo) = 0;
   virtual void HabilitaGrupo(controles::Formulario& formulario, int grupo) = 0;
-  // ancho: characters a line.
+  // Notes editor, ancho characters a line; the edited text, or the given one when the clerk gives up.
   virtual std::string EditaNotas(const std::string& titulo, const std::string& texto, int ancho) = 0;
+  // Adds a line to the change log of the module's record, with the user and the server's time; within the caller's
+  // transaction where there is one.
   virtual void RegistraBitacora(const std::string& modulo, const std::string& clave, const std::string& texto) = 0;
+  // Mails a record by a template; consulta: the host's query for what stands in it. cero is always 0, e1 and e2 empty.
   // False when it could not be sent; ErrorCorreo says why ("" when the template is the reason).
   virtual bool EnviaCorreo(const std::string& modulo, const std::string& clave, const std::string& plantilla,
                            const std::string& consulta, int cero, const std::string& e1, const std::string& e2) = 0;
   virtual std::string ErrorCorreo() = 0;
+  // As if the user had pressed them in the window that has the keyboard; the screens send "\t".
   virtual void EnviaTeclas(const std::string& teclas) = 0;
+  // The host's transaction as the screen's transaction code, which it hands out unchanged.
   virtual std::string ResuelveTransaccion(const std::string& transaccion, const std::string& producto) = 0;
 };
 
@@ -92,7 +102,9 @@ struct Desglose {
 class Hotel : public com::Desconocido {
  public:
   static constexpr com::Guid kId{0x5A1B0003, 0x7A11, 0x4C0E, {0x9B, 0x20, 0x4B, 0x56, 0x32, 0x30, 0x37, 0x03}};
-  // Room price of the stay, tax included, in the given currency. A failure leaves a text in ErrorHotel and gives 0.
+  // Room price of the stay from the first night to the day of departure, in the given currency, tax included.
+  // precioExtra: price of the extra persons that is in it; personasExtra: how many they are. captura: day on which it
+  // is sold. tipoCambio: local currency for one unit. A failure leaves a text in ErrorHotel and gives 0.
   virtual double PrecioHabitacion(const std::string& habitacion, com::Fecha inicio, com::Fecha fin, int adultos,
                                   int menores, int infantes, double& precioExtra, int& personasExtra,
                                   const std::string& moneda, com::Fecha captura, double tipoCambio) = 0;
@@ -101,14 +113,19 @@ class Hotel : public com::Desconocido {
                                 double& descuentoImporte, double& precioDescontado, double& precioDescontadoImporte,
                                 double& globalFactor, double& globalImporte, double& impuestoFactor,
                                 double& impuestoImporte, double& precioNeto, double& total) = 0;
-  // The store: header in, header as stored out, line in; each Guarda runs inside the caller's transaction.
+  // The store: header in, header as stored out, line in. Each Guarda runs inside the caller's transaction; false is a
+  // refusal, whose text is in ErrorHotel. A header without folio is a new reservation, which gets one.
   virtual void Encabezado(const DatosReservacion& datos) = 0;
   virtual DatosReservacion Encabezado() = 0;
   virtual void Detalle(const DatosDetalle& datos) = 0;
   virtual bool GuardaReservacion() = 0;
+  // One line of the header stored last. puedeCambiarPrecio: the clerk's right; without it a line left without
+  // its price is refused.
   virtual bool GuardaDetalle(bool puedeCambiarPrecio) = 0;
   // Text of the last failure of an operation of this object, "" when it succeeded.
   virtual std::string ErrorHotel() = 0;
+  // Windows of the host, shown until the user closes them: the prices in force that day, and the record of a client;
+  // tipo is always 1.
   virtual void MuestraPrecios(com::Fecha fecha) = 0;
   virtual void MuestraCliente(const std::string& clave, int tipo, const std::string& folio) = 0;
 };
@@ -123,6 +140,7 @@ class CalculoImpuesto : public com::Desconocido {
 class Impresion : public com::Desconocido {
  public:
   static constexpr com::Guid kId{0x5A1B0005, 0x7A11, 0x4C0E, {0x9B, 0x20, 0x4B, 0x56, 0x32, 0x30, 0x37, 0x05}};
+  // Prints the record of that key by a print format; the rest is always empty and 0.
   virtual void ImprimeFormato(const std::string& formato, const std::string& clave, const std::string& e1, int c1,
                               int c2, const std::string& e2) = 0;
 };
@@ -130,6 +148,7 @@ class Impresion : public com::Desconocido {
 class VisorRegistro : public com::Desconocido {
  public:
   static constexpr com::Guid kId{0x5A1B0006, 0x7A11, 0x4C0E, {0x9B, 0x20, 0x4B, 0x56, 0x32, 0x30, 0x37, 0x06}};
+  // Viewer of the row whose column holds the key, shown until the user closes it; the rest is always empty.
   virtual void MuestraRegistro(const std::string& tabla, const std::string& columna, const std::string& clave,
                                const std::string& e1, const std::string& e2, const std::string& e3,
                                const std::string& e4) = 0;

@@ -4,6 +4,8 @@
 #include <iterator>
 #include <utility>
 
+#include "host/contract/servicios.h"
+
 namespace autonomo {
 
 namespace {
@@ -71,8 +73,9 @@ void Novedades::Anota(Novedad::Hecho hecho, const std::string& folio) {
 
 std::optional<Novedad::Hecho> Novedades::HechoDe(const std::string& textoDeBitacora) {
   using Hecho = Novedad::Hecho;
-  constexpr std::pair<const char*, Hecho> kTextos[] = {
-      {"CONFIRMADO", Hecho::Confirmada}, {"Baja", Hecho::Cancelada}, {"Reactivación", Hecho::Reactivada}};
+  constexpr std::pair<const char*, Hecho> kTextos[] = {{anfitrion::kBitacoraConfirma, Hecho::Confirmada},
+                                                       {anfitrion::kBitacoraCancela, Hecho::Cancelada},
+                                                       {anfitrion::kBitacoraReactiva, Hecho::Reactivada}};
   const auto* texto = std::ranges::find_if(kTextos, [&](const auto& t) { return t.first == textoDeBitacora; });
   return texto == std::end(kTextos) ? std::nullopt : std::optional(texto->second);
 }
