@@ -134,10 +134,17 @@ Suma Copia(ConexionDeMotor& de, ConexionDeMotor& a, const esquema::Tabla& tabla)
   return suma;
 }
 
-// A transaction of one database, undone unless it is concluded.
+// A transaction of one database, undone unless it is concluded. What it reads is of one moment, whoever writes
+// meanwhile.
 class Tramo {
  public:
-  explicit Tramo(ConexionDeMotor& base) : base_(base) { base_.BeginTrans(); }
+  explicit Tramo(ConexionDeMotor& base) : base_(base) {
+    if (base_.Motor() == esquema::Motor::PostgreSQL) {
+      base_.Directa("BEGIN ISOLATION LEVEL REPEATABLE READ");
+    } else {
+      base_.BeginTrans();
+    }
+  }
   ~Tramo() {
     try {
       if (base_.EnTransaccion()) base_.RollbackTrans();
@@ -164,6 +171,11 @@ bool EsNueva(ConexionDeMotor& base) {
 }
 
 std::vector<std::pair<std::string_view, std::int64_t>> Traslada(ConexionDeMotor& de, ConexionDeMotor& a) {
+  if (de.OcultaTarjetas() || a.OcultaTarjetas()) {
+    throw com::Error(com::error::kSoloLectura,
+                     "El usuario de la base de datos no puede ver las tarjetas, y la copia las perdería: cópiela con "
+                     "uno que tenga ese derecho");
+  }
   const Tramo lectura(de), escritura(a);
   if (!EsNueva(a)) throw com::Error(com::error::kArgumento, "La base de destino no está vacía: ya tiene un hotel");
   a.Consulta("DELETE FROM Parametro");

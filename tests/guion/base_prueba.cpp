@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <thread>
 
 #include "tests/guion/proceso.h"
 
@@ -145,6 +146,24 @@ TEST_F(Base, CopiaDeIdaYVueltaPorPostgres) {
   EXPECT_EQ(psql("DELETE FROM Bitacora WHERE Bt_Texto = 'nueva'", "copiada"), 0);
   EXPECT_EQ(Di({"copia", direccion, vuelta}).errores, "");
   EXPECT_EQ(Tablas(vuelta), Tablas(hotel));
+
+  // A reservation saved while the copy waits for the lines is in it whole or not at all.
+  std::thread escribe([&] {
+    psql(
+        "DO $$ BEGIN LOCK TABLE Reservacion_Detalle; "
+        "FOR i IN 1..400 LOOP PERFORM pg_sleep(0.05); EXIT WHEN EXISTS (SELECT 1 FROM pg_locks WHERE NOT granted); "
+        "END LOOP; INSERT INTO Reservacion (Rs_Folio) VALUES ('X9'); "
+        "INSERT INTO Reservacion_Detalle (Rs_Folio, Rsd_Id) VALUES ('X9', 1); END $$",
+        "copiada");
+  });
+  while (psql("DO $$ BEGIN ASSERT EXISTS (SELECT 1 FROM pg_locks WHERE mode = 'AccessExclusiveLock' AND relation = "
+              "'reservacion_detalle'::regclass); END $$",
+              "copiada") != 0) {
+  }
+  const std::string aMedias = carpeta.Ruta("mientras.db");
+  EXPECT_EQ(Di({"copia", direccion, aMedias}).errores, "");
+  escribe.join();
+  EXPECT_EQ(Tablas(aMedias), Tablas(hotel));
 }
 
 // Where users have passwords the programs that ask nobody need one too, but not on the command line.
