@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/contract/estados_legibles.h"
+#include "host/standalone/palabras.h"
 #include "host/standalone/parametros.h"
 #include "platform/com/variant.h"
 #include "platform/regional/regional.h"
@@ -170,12 +171,13 @@ Campos CamposDe(const Documento& d) {
 }
 
 CamposNombrados NombradosEn(std::string_view plantilla) {
-  constexpr std::string_view kDeNombre = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_";
   static const Campos kConocidos = CamposDe({});
   CamposNombrados nombrados;
   for (std::size_t i = plantilla.find('{'); i != std::string_view::npos; i = plantilla.find('{', i + 1)) {
-    const std::size_t fin = plantilla.find_first_not_of(kDeNombre, i + 1);
+    // What stands in braces on one line and could be a slip of a field's name; a style sheet's braces hold ":" or ";".
+    const std::size_t fin = plantilla.find_first_of("{}:;\r\n", i + 1);
     if (fin == std::string_view::npos || fin == i + 1 || plantilla[fin] != '}') continue;
+    if (!std::ranges::any_of(plantilla.substr(i + 1, fin - i - 1), EsInicioDeNombre)) continue;
     auto& lista = kConocidos.contains(plantilla.substr(i + 1, fin - i - 1)) ? nombrados.conocidos : nombrados.ajenos;
     const std::string campo(plantilla.substr(i, fin - i + 1));
     if (std::ranges::find(lista, campo) == lista.end()) lista.push_back(campo);

@@ -44,7 +44,7 @@ campo txtFolio 5
 FIN
 for _ in $(seq 12); do printf 'responde ERR-ID:7500053 6\naccion correo\n'; done >>cola.guion
 cat >>cola.guion <<'FIN'
-plantilla PL16 "{folio}" "{huespd} {huesped} p{a: b}"
+plantilla PL16 "{folio}" "{huespd} {nombre del huésped} {huesped} p{a: b} {tel2} { }"
 responde ERR-ID:7500053 6
 accion correo
 plantilla PL16 "{folio}" "x"
@@ -53,7 +53,7 @@ responde ERR-ID:7500053 6
 accion correo
 FIN
 guion 10:00 <cola.guion
-grep -q 'La plantilla de correo PL16 tiene campos que no existen: {huespd}"' "$CARPETA/dicho"
+grep -q 'La plantilla de correo PL16 tiene campos que no existen: {huespd}, {nombre del huésped}, {tel2}"' "$CARPETA/dicho"
 grep -q 'no es válida: ana@ejemplo"' "$CARPETA/dicho"
 espera 10:00 '"En espera"' 12
 
