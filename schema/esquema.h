@@ -66,7 +66,7 @@ struct Referencia {
 };
 const std::vector<Referencia>& Referencias();
 // Version of the definition, kept in the database. An earlier database gets what it lacks when it is opened.
-inline constexpr int kVersion = 7;
+inline constexpr int kVersion = 8;
 
 // Statements (plain inserts with literals, SQL Server text) that fill an empty database with the demo hotel around the
 // given day, "AAAA-MM-DD".

@@ -75,6 +75,28 @@ std::vector<Objeto> SobreventaSqlite() {
   };
 }
 
+// The guard compares days by their texts: a day in another spelling would hold no night.
+constexpr std::string_view kFechasSqlite = R"(CREATE TRIGGER {nombre}
+AFTER {suceso}
+WHEN strftime('%Y-%m-%d', NEW.Rsd_Fecha_Inicio) IS NOT substr(NEW.Rsd_Fecha_Inicio, 1, 10)
+  OR strftime('%Y-%m-%d', NEW.Rsd_Fecha_Fin) IS NOT substr(NEW.Rsd_Fecha_Fin, 1, 10)
+BEGIN
+  SELECT CASE WHEN rechaza('Las fechas de la habitación ' || IFNULL(NEW.Hb_Cve_Habitacion, '')
+                           || ' no se entienden: se escriben AAAA-MM-DD')
+              THEN RAISE(ABORT, 'fechas') END;
+END)";
+
+std::vector<Objeto> FechasSqlite() {
+  std::vector<Objeto> guardas;
+  for (const auto& [nombre, suceso] :
+       {std::pair<std::string_view, std::string_view>{"Fechas_Alta_Linea", "INSERT ON Reservacion_Detalle"},
+        {"Fechas_Cambio_Linea", "UPDATE OF Rsd_Fecha_Inicio, Rsd_Fecha_Fin ON Reservacion_Detalle"}}) {
+    const std::string sql = Reemplaza(std::string(kFechasSqlite), "{nombre}", nombre);
+    guardas.push_back({Objeto::Clase::Guarda, std::string(nombre), Reemplaza(sql, "{suceso}", suceso)});
+  }
+  return guardas;
+}
+
 // --- versions
 //
 // Every write to a reservation, its rooms or its card moves its version on. A security code alone is no change: the
@@ -306,6 +328,7 @@ std::vector<Objeto> Guardas(Motor motor) {
   switch (motor) {
     case Motor::Sqlite: {
       std::vector<Objeto> guardas = SobreventaSqlite();
+      for (Objeto& fechas : FechasSqlite()) guardas.push_back(std::move(fechas));
       for (Objeto& version : VersionesSqlite()) guardas.push_back(std::move(version));
       return guardas;
     }

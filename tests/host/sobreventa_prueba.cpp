@@ -104,6 +104,12 @@ TEST_P(SobreventaPrueba, TodosLosCaminosEstanGuardados) {
   EXPECT_EQ(Rechazo([&] { Linea("0000000022", "0101", "2026-03-10", "2026-03-20"); }), "");
   EXPECT_EQ(Rechazo([&] { Reservacion("0000000022", "CO"); }), choque);
   EXPECT_EQ(corre("UPDATE Reservacion SET Rs_Folio = '0000000022' WHERE Rs_Folio = '0000000020'"), choque);
+  // A day in another spelling is refused, or holds its night.
+  for (const char* dia : {"20261225", "2026/12/25", "25/12/2026", "2026-02-30"}) {
+    for (const char* folio : {"0000000012", "0000000020"}) ErrorDe([&] { Linea(folio, "0103", dia, "2026-12-27"); });
+    EXPECT_LE(Uno(*c, "SELECT COUNT(*) FROM Reservacion_Detalle WHERE Hb_Cve_Habitacion = '0103'"), "1") << dia;
+    c->Execute("DELETE FROM Reservacion_Detalle WHERE Hb_Cve_Habitacion = '0103'");
+  }
   // The holder may go on being changed, cancelled and reactivated.
   EXPECT_EQ(corre("UPDATE Reservacion SET Es_Cve_Estado = 'CO' WHERE Rs_Folio = '0000000012'"), "");
   EXPECT_EQ(corre("UPDATE Reservacion SET Es_Cve_Estado = 'CA' WHERE Rs_Folio = '0000000012'"), "");
