@@ -3,11 +3,16 @@
 with what each of them was told.
 
     tests/estres/estres.py --binarios build/dev [--motor sqlite|postgres] [--empleados 8] [--operaciones 500]
-                           [--muertes 0] [--apagones 0] [--semilla N] [--carpeta FOLDER]
+                           [--guardadas 0] [--muertes 0] [--apagones 0] [--roles] [--semilla N] [--carpeta FOLDER]
 
---muertes: how many clerks are killed (kill -9), --apagones: how often the database server is (PostgreSQL alone, which
-runs in FOLDER, whose name ends in "-PORT"). The seed decides what each clerk does, not how their processes meet. Ends
-with 0 when nothing was lost, doubled, half-made or told wrong, and with 1 and the list of faults when something was.
+--guardadas: goes on until that many reservations are stored, whatever --operaciones says. --muertes: how many clerks
+are killed (kill -9), --apagones: how often the database server is (PostgreSQL alone, which runs in FOLDER, whose name
+ends in "-PORT"). --roles: each clerk logs in with a password, at the server too, by a role that neither sees cards nor
+administers. The seed decides what each clerk does, not how their processes meet. Ends with 0 when nothing was lost,
+doubled, half-made or told wrong, and with 1 and the list of faults when something was.
+
+The nights asked for move on with what is stored, so that the hotel stays as full however long the run is. Where a kill
+met a clerk is read in the clerk's log: the last statement that it had written by then.
 
 Each save adds a mark to the reservation's notes, "CLERK-NUMBER:ROOMS", and sets the first room's infants to the number
 of marks but one. So notes, lines and change log must tell one story: each save that a clerk was told of is there once,
@@ -16,6 +21,7 @@ each refused one is not, one cut short is there whole or not at all.
 import argparse
 import collections
 import csv
+import datetime
 import io
 import itertools
 import json
@@ -33,7 +39,10 @@ import time
 
 SERVIDOR = pathlib.Path(__file__).resolve().parent.parent / "postgres" / "servidor"
 HABITACIONES = ["0101", "0102", "0103", "0104", "0201", "0202"]
-NOCHES = 24
+# Nights that are asked for at a time, and how many stored reservations move them on by one: more than fit into it.
+NOCHES, POR_NOCHE = 24, 3
+PRIMERA = datetime.date(2026, 4, 1)
+CLAVE = "una frase larga"
 LLEVA = {"confirmar": "CONFIRMADO", "eliminar": "Baja", "reactivar": "Reactivación"}
 PASOS = {("AC", "CONFIRMADO"): "CO", ("AC", "Baja"): "CA", ("CO", "Baja"): "CA", ("CA", "Reactivación"): "AC"}
 # What a clerk may be told, and nothing else.
@@ -51,6 +60,8 @@ ESPERADOS = [
     r"La reservación especificada no existe",
     r"Otro programa guardó al mismo tiempo",
 ]
+# A line of the log that tells a statement: time of the day, seconds, and what it did.
+ESCRITA = r"(?m)^\S+ \d+:(\d+:\d+\.\d+) \[\d+\] [\d.]+ ms[^:]*: ((?:INSERT INTO|UPDATE|DELETE FROM) \w+|BEGIN|COMMIT|ROLLBACK)"
 NO_SE_SABE = r"no se sabe si|puede haber quedado"
 # Behind the commit: what a box says below its text.
 YA_QUEDO = r"La reservación (\d+) ya quedó (guardada|confirmada|cancelada|reactivada)"
@@ -75,14 +86,17 @@ class Empleado(threading.Thread):
         # number of the mark -> folio that a failure behind the commit told
         self.folios, self.tras_guardar = {}, 0
         self.mensajes, self.hechas = collections.Counter(), collections.Counter()
+        self.procesos, self.desde, self.decide_ya = 0, 0, False
 
     # --- the process
 
     def abre(self):
         while True:
             self.matado = False
-            self.proceso = subprocess.Popen(self.prueba.programa(self.name), stdin=subprocess.PIPE, text=True,
-                                            stdout=subprocess.PIPE, stderr=self.prueba.errores)
+            self.procesos += 1
+            self.diario = self.prueba.carpeta / f"{self.name}-{self.procesos}.log"
+            self.proceso = subprocess.Popen([*self.prueba.programa(self.name), "--registro", self.diario], text=True,
+                                            stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=self.prueba.errores)
             try:
                 if self.di("abre")["ok"]:
                     return
@@ -121,23 +135,52 @@ class Empleado(threading.Thread):
     def valor(self, control):
         return self.di(f"muestra {control}").get("valor")
 
+    # The statements that the order under way has written by now, with their times.
+    def escritas(self):
+        with open(self.diario, encoding="utf-8") as diario:
+            diario.seek(self.desde if self.desde <= os.stat(self.diario).st_size else 0)
+            return re.findall(ESCRITA, diario.read())
+
+    def fase(self):
+        hechas = [hecho for _, hecho in self.escritas()]
+        if "COMMIT" in hechas or "ROLLBACK" in hechas:
+            return f"after its transaction, behind {hechas[-1]}"
+        return f"in its transaction, behind {hechas[-1]}" if hechas else "before its transaction"
+
+    # Half of the kills come anywhere in the order, half anywhere in its transaction.
+    def mata(self):
+        if self.azar.random() < 0.5:
+            time.sleep(self.azar.random() * self.prueba.demora)
+        else:
+            limite = time.monotonic() + 2 * self.prueba.demora
+            while not self.escritas() and time.monotonic() < limite:
+                time.sleep(0.0005)
+            time.sleep(self.azar.random() * self.prueba.dentro)
+        self.proceso.kill()
+        self.matado = True
+
     # The order that writes, with a kill in it when one is due: True stored, False refused, None nobody knows.
     def decide(self, orden):
-        if self.prueba.toca_matar(self.azar):
-            self.escribe(orden)
-            time.sleep(self.azar.random() * self.prueba.demora)
-            self.proceso.kill()
-            self.matado = True
-            try:
+        self.desde = os.stat(self.diario).st_size
+        self.decide_ya = True
+        try:
+            if self.prueba.toca_matar(self.azar):
+                self.escribe(orden)
+                self.mata()
+                try:
+                    respuesta = self.oye()
+                except Muerto:
+                    return None
+                finally:
+                    self.proceso.wait()
+                    self.prueba.muertos[self.fase()] += 1
+            else:
+                inicio = time.monotonic()
+                self.escribe(orden)
                 respuesta = self.oye()
-            except Muerto:
-                return None
-        else:
-            inicio = time.monotonic()
-            self.escribe(orden)
-            respuesta = self.oye()
-            # A little more than what a write takes by now, so that kills meet it anywhere.
-            self.prueba.demora = 0.9 * self.prueba.demora + 0.12 * (time.monotonic() - inicio)
+                self.prueba.mide(time.monotonic() - inicio, self.escritas())
+        finally:
+            self.decide_ya = False
         if not respuesta["ok"]:
             return False
         textos = [f"{m['id']} {m['texto']} {m.get('detalle', '')}" for m in respuesta["mensajes"]
@@ -166,8 +209,8 @@ class Empleado(threading.Thread):
         return self.marcas[marca]
 
     def noche(self):
-        desde = self.azar.randrange(NOCHES)
-        return [f"2026-04-{1 + desde:02}", f"2026-04-{2 + desde + self.azar.randrange(3):02}"]
+        llega = PRIMERA + datetime.timedelta(self.prueba.creadas // POR_NOCHE + self.azar.randrange(NOCHES))
+        return llega, llega + datetime.timedelta(1 + self.azar.randrange(3))
 
     def nueva(self):
         llega, sale = self.noche()
@@ -178,7 +221,7 @@ class Empleado(threading.Thread):
         for fila, cuarto in enumerate(cuartos):
             self.di(f"celda nueva Clave {cuarto}", f"celda {fila} Adultos 1")
         if len(self.valor("renglones") or ()) == len(cuartos):
-            self.prueba.creadas += self.guarda("nueva", marca) is True
+            self.prueba.cuenta(self.guarda("nueva", marca))
 
     # Loads one of the last reservations, which the others are at too; its folio, None when it is not there.
     def carga(self):
@@ -230,7 +273,7 @@ class Empleado(threading.Thread):
                     if not self.matado:
                         raise
                 if self.matado:
-                    self.proceso.wait()
+                    self.diario.unlink()
                     self.abre()
             self.proceso.stdin.close()
             self.proceso.wait()
@@ -248,15 +291,20 @@ class Prueba:
         if self.enServidor:
             puerto = str(self.carpeta).rpartition("-")[2]
             self.base = f"postgresql://hotel@/estres?port={puerto}&host={self.carpeta}"
-        self.demora, self.operaciones, self.cerrojo = 0.02, 0, threading.Lock()
-        self.errores = None
+        self.operaciones, self.cerrojo = 0, threading.Lock()
+        # Seconds that an order takes that writes, and its transaction.
+        self.demora, self.dentro = 0.02, 0.005
+        # Last statement -> kills behind it.
+        self.muertos, self.apagados = collections.Counter(), collections.Counter()
+        self.errores, self.conContrasena = None, False
 
     def programa(self, empleado):
-        return [self.opciones.binarios / "reservas-guion", "--conexion" if self.enServidor else "--base", self.base,
+        base = self.base.replace("hotel@", empleado.lower() + "@") if self.conContrasena else self.base
+        return [self.opciones.binarios / "reservas-guion", "--conexion" if self.enServidor else "--base", base,
                 "--usuario", empleado, "--ahora", "2026-03-09T10:00"]
 
-    def reservas_base(self, orden):
-        return subprocess.run([self.opciones.binarios / "reservas-base", orden, self.base], text=True,
+    def reservas_base(self, orden, *resto):
+        return subprocess.run([self.opciones.binarios / "reservas-base", orden, self.base, *resto], text=True,
                               capture_output=True)
 
     def servidor(self, orden):
@@ -275,23 +323,46 @@ class Prueba:
 
     # --- what the clerks share
 
+    # How much of the run is done, 0 to 1.
+    def avance(self):
+        if self.opciones.guardadas:
+            return self.creadas / self.opciones.guardadas
+        return self.operaciones / self.opciones.operaciones
+
     def sigue(self):
         with self.cerrojo:
             self.operaciones += 1
-            return self.operaciones <= self.opciones.operaciones
+            return self.avance() <= 1
 
     # What came to nothing because the server was away, so that work goes on between two of its ends.
     def no_cuenta(self):
         with self.cerrojo:
             self.operaciones -= 1
 
-    # Kills are spread over the run; not every operation comes to write, hence the factor.
+    # Kills are spread over the run.
     def toca_matar(self, azar):
         with self.cerrojo:
-            quedan = max(1, self.opciones.operaciones - self.operaciones)
-            toca = azar.random() < 2.5 * self.mata / quedan
+            hechas = self.opciones.muertes - self.mata
+            toca = self.mata > 0 and hechas + azar.random() < self.opciones.muertes * self.avance()
             self.mata -= toca
             return toca
+
+    # A little more than what a write takes by now, so that kills meet it anywhere.
+    def mide(self, demora, escritas):
+        self.demora = 0.9 * self.demora + 0.12 * demora
+        if len(escritas) > 1:
+            minutos, segundos = zip(*(map(float, hora.split(":")) for hora, _ in escritas))
+            self.dentro = 0.9 * self.dentro + 0.12 * (60 * (minutos[-1] - minutos[0]) + segundos[-1] - segundos[0]) % 3600
+
+    # After each try to store a new one. Nobody knows of one that was cut short: it is looked for.
+    def cuenta(self, quedo):
+        if quedo is None:
+            try:
+                ultimo = self.filas("SELECT MAX(Rs_Folio) FROM Reservacion")[0][0]
+            except subprocess.CalledProcessError:  # the server is away
+                return
+        with self.cerrojo:
+            self.creadas = int(ultimo) - self.primero + 1 if quedo is None else self.creadas + quedo
 
     def folio(self, azar):
         return f"{self.primero + max(0, self.creadas - 1 - azar.randrange(10)):010}"
@@ -311,6 +382,28 @@ class Prueba:
                        input="sql UPDATE Tipo_Habitacion SET Th_Num_Personas_Maximo = 9999\n")
         self.primero = 1 + int(self.filas("SELECT MAX(Rs_Folio) FROM Reservacion")[0][0])
         self.creadas = 0
+        if self.opciones.roles:
+            self.hace_usuarios()
+
+    # Who is made by hand administers: the clerks, who are made before their boss, lose that again.
+    def hace_usuarios(self):
+        clave = self.carpeta / "clave"
+        clave.write_text(CLAVE)
+        clave.chmod(0o600)
+        empleados = [f"E{1 + n}" for n in range(self.opciones.empleados)]
+        for nombre in [*empleados, "JEFE"]:
+            if nombre == "JEFE":
+                self.filas(f"DELETE FROM Permiso WHERE Pe_Usuario = ANY ('{{{','.join(empleados)}}}'); "
+                           "INSERT INTO Permiso (Pe_Usuario, Pe_Pantalla, Pe_Opcion) VALUES ('JEFE', 'KV207', 'CHTARJ')")
+            hecho = self.reservas_base("usuario", nombre, "--contrasena-de", clave, "--servidor")
+            if hecho.returncode != 0:
+                sys.exit(hecho.stderr)
+        self.conContrasena = True
+        os.environ["PGPASSWORD"] = os.environ["RESERVAS_CONTRASENA"] = CLAVE
+        que = self.filas("SELECT bool_or(has_table_privilege(r.oid, 'Cliente', 'SELECT') OR "
+                         "has_table_privilege(r.oid, 'Parametro', 'UPDATE')) FROM pg_roles r WHERE rolname LIKE 'e_'")
+        if que != [["f"]]:
+            sys.exit("a clerk's role sees cards or administers")
 
     def corre(self):
         with open(self.carpeta / "errores", "w", encoding="utf-8") as self.errores:
@@ -320,9 +413,9 @@ class Prueba:
             apagados = 0
             while any(e.is_alive() for e in empleados):
                 time.sleep(0.01)
-                if apagados < self.apagones and self.operaciones * (self.apagones + 1) > (
-                        apagados + 1) * self.opciones.operaciones:
+                if apagados < self.apagones and self.avance() * (self.apagones + 1) > apagados + 1:
                     self.servidor("mata")
+                    self.apagados.update(e.fase() for e in empleados if e.decide_ya)
                     self.servidor("sigue")
                     apagados += 1
             for e in empleados:
@@ -419,13 +512,14 @@ def main():
     p = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     p.add_argument("--binarios", type=pathlib.Path, required=True)
     p.add_argument("--motor", choices=["sqlite", "postgres"], default="sqlite")
-    for nombre, valor in (("empleados", 8), ("operaciones", 500), ("muertes", 0), ("apagones", 0),
+    for nombre, valor in (("empleados", 8), ("operaciones", 500), ("guardadas", 0), ("muertes", 0), ("apagones", 0),
                           ("semilla", int(time.time()))):
         p.add_argument(f"--{nombre}", type=int, default=valor)
+    p.add_argument("--roles", action="store_true")
     p.add_argument("--carpeta", type=pathlib.Path)
     opciones = p.parse_args()
-    if opciones.apagones and opciones.motor == "sqlite":
-        p.error("--apagones: only a server goes down")
+    if (opciones.apagones or opciones.roles) and opciones.motor == "sqlite":
+        p.error("--apagones, --roles: only a server goes down and has roles")
     if opciones.carpeta is None:
         opciones.carpeta = pathlib.Path(tempfile.gettempdir()) / f"kv207-estres-{8000 + os.getpid() % 12000}"
     shutil.rmtree(opciones.carpeta, ignore_errors=True)
@@ -450,8 +544,11 @@ def main():
         print(f"{clase}: {hechas[clase, True]} stored, {hechas[clase, False]} refused, {hechas[clase, None]} cut short")
     for clase, veces in prueba.oidos.most_common():
         print(f"{veces:6} messages like {clase}")
+    for cual, donde in (("killed", prueba.muertos), ("writing when the server was", prueba.apagados)):
+        for fase, veces in donde.most_common():
+            print(f"{veces:6} clerks {cual} {fase}")
     print(f"{sum(e.tras_guardar for e in empleados)} failures behind a commit")
-    print(f"{len(prueba.reservas)} reservations, {opciones.muertes - prueba.mata} clerks killed, "
+    print(f"{len(prueba.reservas)} reservations in {prueba.operaciones} operations, {opciones.muertes - prueba.mata} clerks killed, "
           f"{opciones.apagones} times the server, {tiempo:.1f} s, {len(fallas)} faults")
     print("\n".join(fallas))
     if not fallas:
