@@ -99,6 +99,89 @@ std::string DefineIndice(const Tabla& t, std::size_t i) {
   return "CREATE INDEX " + NombreIndice(t, i) + " ON " + std::string(t.nombre) + " (" + Lista(t.indices[i]) + ")";
 }
 
+// --- LIKE of PostgreSQL with the sets that the statements' LIKE knows, as host/standalone/colaciones.cpp matches them
+//
+// Letters and accents compare as the columns' collation does. The server's own LIKE knows no such collation, and no
+// sets; its backslash is a character like others. A pattern that is known when the statement is planned and holds no
+// set leaves nothing but the server's own. For one that does the characters of a set are those of the text that it
+// holds, so that a regular expression need not know their order.
+
+constexpr std::string_view kOrdenLetra = R"(CREATE OR REPLACE FUNCTION orden_letra(letra text) RETURNS integer
+LANGUAGE sql IMMUTABLE AS $$
+  SELECT CASE WHEN lower(letra COLLATE "es-x-icu") = 'ñ' THEN 2 * ascii('N') + 1
+              ELSE 2 * ascii(upper(left(normalize(letra, NFD), 1) COLLATE "es-x-icu")) END
+$$)";
+
+constexpr std::string_view kParecidoConjunto =
+    R"(CREATE OR REPLACE FUNCTION parecido_conjunto(texto bpchar, patron bpchar)
+RETURNS boolean LANGUAGE plpgsql IMMUTABLE STRICT AS $$
+DECLARE
+  t text COLLATE "C" := lower(format('%s', texto) COLLATE "es-x-icu");
+  p text COLLATE "C" := lower(format('%s', patron) COLLATE "es-x-icu");
+  letras text[] COLLATE "C" := ARRAY(SELECT DISTINCT unnest(string_to_array(t, NULL)));
+  dentro text[] COLLATE "C";
+  regla text COLLATE "C" := '';
+  letra text COLLATE "C";
+  hasta text COLLATE "C";
+  negado boolean;
+  primera integer;
+  i integer := 1;
+BEGIN
+  WHILE i <= length(p) LOOP
+    letra := substr(p, i, 1);
+    i := i + 1;
+    IF letra <> '[' THEN
+      regla := regla || CASE letra WHEN '%' THEN '.*' WHEN '_' THEN '.'
+                                   ELSE regexp_replace(letra, '([!-/:-@[-`{-~])', '\\\1') END;
+      CONTINUE;
+    END IF;
+    negado := substr(p, i, 1) = '^';
+    i := i + negado::integer;
+    primera := i;
+    dentro := '{}';
+    LOOP
+      IF i > length(p) THEN RETURN false; END IF;  -- a set without an end
+      letra := substr(p, i, 1);
+      i := i + 1;
+      EXIT WHEN letra = ']' AND i - 1 > primera;
+      hasta := substr(p, i + 1, 1);
+      IF substr(p, i, 1) = '-' AND hasta NOT IN ('', ']') THEN
+        i := i + 2;
+        dentro := dentro || ARRAY(SELECT l FROM unnest(letras) l
+                                  WHERE orden_letra(l) BETWEEN orden_letra(letra) AND orden_letra(hasta));
+      ELSE
+        dentro := dentro || letra;
+      END IF;
+    END LOOP;
+    SELECT string_agg(regexp_replace(l, '([!-/:-@[-`{-~])', '\\\1'), '|') INTO letra
+    FROM unnest(letras) l WHERE (l = ANY (dentro)) <> negado;
+    IF letra IS NULL THEN RETURN false; END IF;
+    regla := regla || '(' || letra || ')';
+  END LOOP;
+  RETURN t ~ ('^' || regla || '$');
+END $$)";
+
+constexpr std::string_view kParecido =
+    R"(CREATE OR REPLACE FUNCTION parecido(texto bpchar, patron bpchar) RETURNS boolean
+LANGUAGE sql IMMUTABLE AS $$
+  SELECT CASE WHEN strpos(patron COLLATE "C", '[') = 0 THEN texto ILIKE patron COLLATE "es-x-icu" ESCAPE ''
+              ELSE parecido_conjunto(texto, patron) END
+$$)";
+
+constexpr std::string_view kDistinto =
+    R"(CREATE OR REPLACE FUNCTION no_parecido(texto bpchar, patron bpchar) RETURNS boolean
+LANGUAGE sql IMMUTABLE AS $$SELECT NOT parecido(texto, patron)$$)";
+
+std::vector<Objeto> Parecidos() {
+  using Clase = Objeto::Clase;
+  return {{Clase::Funcion, "orden_letra", std::string(kOrdenLetra)},
+          {Clase::Funcion, "parecido_conjunto", std::string(kParecidoConjunto)},
+          {Clase::Funcion, "parecido", std::string(kParecido)},
+          {Clase::Funcion, "no_parecido", std::string(kDistinto)},
+          {Clase::Otro, "~@", "CREATE OPERATOR ~@ (LEFTARG = bpchar, RIGHTARG = bpchar, FUNCTION = parecido)"},
+          {Clase::Otro, "!~@", "CREATE OPERATOR !~@ (LEFTARG = bpchar, RIGHTARG = bpchar, FUNCTION = no_parecido)"}};
+}
+
 }  // namespace
 
 std::vector<Objeto> Objetos(Motor motor) {
@@ -117,6 +200,7 @@ std::vector<Objeto> Objetos(Motor motor) {
                  "LANGUAGE sql IMMUTABLE STRICT AS $$SELECT format('%s%s', $1, $2)::bpchar$$"});
     o.push_back({Objeto::Clase::Otro, "||",
                  "CREATE OPERATOR || (LEFTARG = bpchar, RIGHTARG = bpchar, FUNCTION = suma_textos)"});
+    for (Objeto& p : Parecidos()) o.push_back(std::move(p));
     // The last transaction that a session committed, while it is open (host/standalone/postgres.cpp). Whoever writes
     // anything leaves one.
     o.push_back({Objeto::Clase::Otro, "Transaccion_Hecha",

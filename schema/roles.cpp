@@ -11,7 +11,7 @@ namespace esquema {
 namespace {
 
 // What PoneRoles makes; a server with another one gets it made anew.
-constexpr std::string_view kVersionRoles = "1";
+constexpr std::string_view kVersionRoles = "2";
 // The longest name that the server takes, bytes.
 constexpr std::size_t kLargoNombre = 63;
 
@@ -29,9 +29,10 @@ constexpr std::string_view kRoles = R"(DO $roles$ BEGIN
 END $roles$;
 GRANT {recepcion}, {tarjetas}, {administra} TO CURRENT_USER WITH ADMIN OPTION;
 GRANT {recepcion} TO {tarjetas}, {administra};
-DROP SCHEMA IF EXISTS kv207_mostrador, kv207_bitacora CASCADE;
+DROP SCHEMA IF EXISTS kv207_mostrador, kv207_bitacora, kv207_usuarios CASCADE;
 CREATE SCHEMA kv207_mostrador;
 CREATE SCHEMA kv207_bitacora;
+CREATE SCHEMA kv207_usuarios;
 COMMENT ON SCHEMA kv207_mostrador IS {'version};
 )";
 
@@ -158,6 +159,16 @@ CREATE TRIGGER Anota INSTEAD OF INSERT ON kv207_bitacora.Bitacora
   FOR EACH ROW EXECUTE FUNCTION kv207_bitacora.anota();
 )";
 
+// Of what is kept of a password the session works out the last part from the others: they say how, and with what salt.
+constexpr std::string_view kContrasenas = R"(
+CREATE VIEW kv207_usuarios.Usuario AS SELECT {columnas Usuario} FROM {esquema}.Usuario;
+CREATE FUNCTION kv207_usuarios.es_suya(quien bpchar, resumen text) RETURNS boolean LANGUAGE sql STABLE SECURITY DEFINER
+SET search_path = {esquema}, pg_temp AS $$
+  SELECT EXISTS (SELECT FROM Usuario
+                 WHERE Us_Cve_Usuario = quien AND Us_Contrasena::text COLLATE "C" = resumen COLLATE "C")
+$$;
+)";
+
 // Who administers the hotel need not be one who may give roles.
 constexpr std::string_view kAjusta = R"(
 CREATE FUNCTION kv207_mostrador.ajusta_rol(usuario text, entra boolean, tarjetas boolean, administra boolean)
@@ -184,21 +195,30 @@ GRANT EXECUTE ON FUNCTION kv207_mostrador.ajusta_rol TO {administra};
 )";
 
 constexpr std::string_view kDerechos = R"(
-GRANT USAGE ON SCHEMA {esquema}, kv207_mostrador, kv207_bitacora TO {recepcion};
+GRANT USAGE ON SCHEMA {esquema}, kv207_mostrador, kv207_bitacora, kv207_usuarios TO {recepcion};
 GRANT SELECT ON ALL TABLES IN SCHEMA {esquema} TO {recepcion};
-REVOKE ALL ON Cliente, Reservacion_Datos_Tarjeta FROM {recepcion};
+REVOKE ALL ON Cliente, Reservacion_Datos_Tarjeta, Usuario FROM {recepcion};
+REVOKE UPDATE (Us_Fallas, Us_Espera) ON Usuario FROM {recepcion};
 GRANT SELECT, INSERT, UPDATE ON kv207_mostrador.Cliente TO {recepcion};
 GRANT SELECT, INSERT, UPDATE, DELETE ON kv207_mostrador.Reservacion_Datos_Tarjeta TO {recepcion};
 GRANT SELECT, INSERT ON kv207_bitacora.Bitacora TO {recepcion};
 GRANT INSERT, UPDATE, DELETE ON Reservacion, Reservacion_Detalle, Habitacion_Bloqueo, Check_In, Check_In_Detalle,
   Correo_Salida, Impreso, Folio_Consecutivo TO {recepcion};
 GRANT UPDATE ON Reservacion_Version TO {recepcion};
-GRANT UPDATE (Us_Fallas, Us_Espera) ON Usuario TO {recepcion};
+GRANT SELECT, UPDATE (Us_Fallas, Us_Espera) ON kv207_usuarios.Usuario TO {recepcion};
 GRANT SELECT, INSERT, UPDATE ON Cliente TO {tarjetas};
 GRANT SELECT, INSERT, UPDATE, DELETE ON Reservacion_Datos_Tarjeta TO {tarjetas};
 GRANT DELETE ON kv207_mostrador.Cliente TO {administra};
+GRANT SELECT ON Usuario TO {administra};
 GRANT INSERT, UPDATE, DELETE ON {administradas} TO {administra};
 )";
+
+// Of the passwords, which stand behind "$", all but what the last part is worked out from.
+std::string OcultaContrasena(std::string_view columna) {
+  const std::string nombre(columna);
+  if (!nombre.ends_with("_Contrasena")) return nombre;
+  return "regexp_replace(" + nombre + "::text COLLATE \"C\", '[^$]*$', '')::bpchar AS " + nombre;
+}
 
 // Of the card's columns, how each is hidden.
 std::string Oculta(std::string_view columna) {
@@ -256,8 +276,8 @@ Roles RolesDe(std::string_view base) {
 
 std::string PoneRoles(const Roles& roles, std::string_view esquema) {
   std::string s = std::string(kRoles) + std::string(kOcultas) + Vista("Cliente", "cambia_cliente") +
-                  Vista("Reservacion_Datos_Tarjeta", "cambia_tarjeta") + std::string(kBitacora) + std::string(kAjusta) +
-                  std::string(kDerechos);
+                  Vista("Reservacion_Datos_Tarjeta", "cambia_tarjeta") + std::string(kBitacora) +
+                  std::string(kContrasenas) + std::string(kAjusta) + std::string(kDerechos);
   for (const char* funcion :
        {"sobreventa_linea", "sobreventa_reservacion", "sobreventa_parametro", "version_reservacion"})
     s += "ALTER FUNCTION " + std::string(funcion) + " SECURITY DEFINER SET search_path = {esquema}, pg_temp;\n";
@@ -274,6 +294,7 @@ std::string PoneRoles(const Roles& roles, std::string_view esquema) {
            {"{'nombre administra}", Literal(roles.administra)},
            {"{'version}", Literal(kVersionRoles)},
            {"{administradas}", Administradas()},
+           {"{columnas Usuario}", Columnas("Usuario", OcultaContrasena)},
            {"{columnas Cliente}", Columnas("Cliente", TalCual)},
            {"{nuevas Cliente}", Columnas("Cliente", Nueva)},
            {"{columnas Reservacion_Datos_Tarjeta}", Columnas("Reservacion_Datos_Tarjeta", TalCual)},
@@ -281,6 +302,10 @@ std::string PoneRoles(const Roles& roles, std::string_view esquema) {
        })
     s = Reemplaza(std::move(s), clave, valor);
   return s;
+}
+
+std::string EsContrasenaDe(std::string_view usuario, std::string_view resumen) {
+  return "SELECT kv207_usuarios.es_suya(" + Literal(usuario) + ", " + Literal(resumen) + ") AS Es";
 }
 
 std::string HayRoles(const Roles& roles) {

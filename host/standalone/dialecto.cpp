@@ -32,13 +32,13 @@ constexpr std::array kFunciones{
 };
 
 constexpr Dialecto kSqlite{
-    &Funcion::sqlite,  "?", "||", "LIKE", "", true, false, false, " COLLATE ESPANOL", " COLLATE FECHA",
+    &Funcion::sqlite,  "?", "||", "LIKE", "NOT LIKE", true, false, false, " COLLATE ESPANOL", " COLLATE FECHA",
     "CHECK_IN_DETALLE"};
-constexpr Dialecto kPostgres{&Funcion::postgres, "CAST(? AS timestamp)", "||", "ILIKE",
-                             // The columns' collation knows no LIKE; and the backslash is a character like others.
-                             " COLLATE \"es-x-icu\" ESCAPE ''", true, false, true, "::bpchar", "", ""};
+// Its LIKE knows neither sets nor the columns' collation: the schema has operators that do.
+constexpr Dialecto kPostgres{
+    &Funcion::postgres, "CAST(? AS timestamp)", "||", "~@", "!~@", true, false, true, "::bpchar", "", ""};
 constexpr Dialecto kSqlServer{
-    &Funcion::sqlServer, "CAST(? AS datetime)", "+", "LIKE", "", false, true, false, "", "", ""};
+    &Funcion::sqlServer, "CAST(? AS datetime)", "+", "LIKE", "NOT LIKE", false, true, false, "", "", ""};
 
 }  // namespace
 

@@ -29,12 +29,11 @@ const Funcion* BuscaFuncion(std::string_view nombre);
 
 struct Dialecto {
   Forma Funcion::*forma;
-  std::string_view ahora;       // the clock's value
-  std::string_view concatena;   // text + text
-  std::string_view like;        // LIKE, case-blind
-  std::string_view trasPatron;  // put after the pattern of a LIKE
-  bool limitaAlFinal;           // TOP n is LIMIT n at the end of the select
-  bool omiteFromInto;           // DELETE without FROM and INSERT without INTO
+  std::string_view ahora;         // the clock's value
+  std::string_view concatena;     // text + text
+  std::string_view like, noLike;  // case-blind, with sets
+  bool limitaAlFinal;             // TOP n is LIMIT n at the end of the select
+  bool omiteFromInto;             // DELETE without FROM and INSERT without INTO
   // Rows without an order of their own come in the order of their tables' keys, as the statement names the tables: so
   // they come from the embedded engine, and a clerk's lines and rooms stay where they were.
   bool ordenaPorLlaves;

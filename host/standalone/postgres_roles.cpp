@@ -43,7 +43,8 @@ void SesionPostgres::AplicaAlcance() {
   const std::string ve = puede("Reservacion_Datos_Tarjeta", "SELECT");
   const Resultado r = Corre("SELECT set_config('search_path', concat_ws(', ', " + vistas(esquema::kMostrador, ve) +
                             ", " + vistas(esquema::kEsquemaBitacora, puede("Bitacora", "INSERT")) + ", " +
-                            Literal(camino_) + "), false), " + ve);
+                            vistas(esquema::kEsquemaUsuarios, puede("Usuario", "SELECT")) + ", " + Literal(camino_) +
+                            "), false), " + ve);
   ocultaTarjetas_ = *PQgetvalue(r.get(), 0, 1) == 'f';
 }
 

@@ -178,11 +178,14 @@ class Traductor {
   }
 
   void CambiaLike(std::size_t i) {
-    Cambia(f_[i].inicio, f_[i].fin, std::string(d_.like));
+    const bool no = i > 0 && EsPalabra(i - 1, "NOT");
+    Cambia(f_[no ? i - 1 : i].inicio, f_[i].fin, std::string(no ? d_.noLike : d_.like));
     std::size_t fin = FinDe(i + 1);
     while (Es(fin, Clase::Suma)) fin = FinDe(fin + 1);
     fin = std::min(fin, f_.size());
-    Cambia(f_[fin - 1].fin, f_[fin - 1].fin, std::string(d_.trasPatron));
+    if (fin <= i + 2) return;
+    Cambia(f_[i + 1].inicio, f_[i + 1].inicio, "(");
+    Cambia(f_[fin - 1].fin, f_[fin - 1].fin, ")");
   }
 
   // TOP n goes to the end of its select.

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
+#include <string_view>
 
 #include "host/contract/servicios.h"
 #include "host/standalone/permisos.h"
@@ -13,6 +15,7 @@
 #include "platform/com/texto.h"
 #include "platform/com/variant.h"
 #include "schema/esquema.h"
+#include "schema/roles.h"
 
 namespace autonomo {
 namespace {
@@ -41,9 +44,43 @@ std::string Resumen(const std::string& contrasena) {
   return texto.data();
 }
 
-bool EsSuya(const std::string& resumen, const std::string& contrasena) {
+// A part of the text without padding; empty for one that is no such part.
+std::vector<unsigned char> DeBase64(std::string_view texto) {
+  std::vector<unsigned char> bytes(texto.size());
+  std::size_t largo = 0;
+  if (sodium_base642bin(bytes.data(), bytes.size(), texto.data(), texto.size(), nullptr, &largo, nullptr,
+                        sodium_base64_VARIANT_ORIGINAL_NO_PADDING) != 0)
+    largo = 0;
+  bytes.resize(largo);
+  return bytes;
+}
+
+// What a server that keeps the end of the text to itself (schema/roles.h) keeps if that is the password: worked out
+// from its beginning, "$argon2id$v=19$m=KIB,t=ROUNDS,p=1$SALT$". Nothing for another beginning.
+std::optional<std::string> Completa(const std::string& comienzo, const std::string& contrasena) {
+  unsigned long kib = 0, vueltas = 0;
+  int leidos = 0;
+  if (std::sscanf(comienzo.c_str(), "$argon2id$v=19$m=%lu,t=%lu,p=1$%n", &kib, &vueltas, &leidos) != 2 || leidos == 0)
+    return std::nullopt;
+  std::string_view sal = std::string_view(comienzo).substr(static_cast<std::size_t>(leidos));
+  sal.remove_suffix(1);
+  const std::vector<unsigned char> bytes = DeBase64(sal);
+  std::array<unsigned char, 32> suya{};
+  if (bytes.size() != crypto_pwhash_SALTBYTES ||
+      crypto_pwhash(suya.data(), suya.size(), contrasena.data(), contrasena.size(), bytes.data(), vueltas,
+                    std::size_t{kib} * 1024, crypto_pwhash_ALG_ARGON2ID13) != 0)
+    return std::nullopt;
+  std::array<char, sodium_base64_ENCODED_LEN(suya.size(), sodium_base64_VARIANT_ORIGINAL_NO_PADDING)> texto{};
+  sodium_bin2base64(texto.data(), texto.size(), suya.data(), suya.size(), sodium_base64_VARIANT_ORIGINAL_NO_PADDING);
+  return comienzo + texto.data();
+}
+
+bool EsSuya(Conexion& conexion, const std::string& usuario, const std::string& resumen, const std::string& contrasena) {
   Prepara();
-  return crypto_pwhash_str_verify(resumen.c_str(), contrasena.data(), contrasena.size()) == 0;
+  if (!resumen.ends_with('$'))
+    return crypto_pwhash_str_verify(resumen.c_str(), contrasena.data(), contrasena.size()) == 0;
+  const auto completo = Completa(resumen, contrasena);
+  return completo && com::CBool(conexion.Directa(esquema::EsContrasenaDe(usuario, *completo))->Fields(0).Value());
 }
 
 // Seconds that the user still waits. A wait beyond the longest one comes from a clock that was off.
@@ -177,7 +214,7 @@ Acceso Accede(Conexion& conexion, const std::string& usuario, const std::string&
     Resumen(contrasena);  // as long as for one who exists
     return {usuario, kNoEntra};
   }
-  if (!EsSuya(resumen, contrasena)) return {propio, kNoEntra};
+  if (!EsSuya(conexion, propio, resumen, contrasena)) return {propio, kNoEntra};
   conexion.Consulta("UPDATE Usuario SET Us_Fallas = 0, Us_Espera = NULL WHERE Us_Cve_Usuario = ?", {propio});
   return {propio, ""};
 }

@@ -264,7 +264,7 @@ class Empleado(threading.Thread):
             self.abre()
             while self.prueba.sigue():
                 try:
-                    self.azar.choices([self.nueva, self.edita, self.cambia], [3, 4, 3])[0]()
+                    self.azar.choices([self.nueva, self.edita, self.cambia], [5, 3, 3])[0]()
                     self.di("accion limpiar")
                 except Perdida:
                     self.prueba.no_cuenta()
@@ -351,8 +351,8 @@ class Prueba:
     def mide(self, demora, escritas):
         self.demora = 0.9 * self.demora + 0.12 * demora
         if len(escritas) > 1:
-            minutos, segundos = zip(*(map(float, hora.split(":")) for hora, _ in escritas))
-            self.dentro = 0.9 * self.dentro + 0.12 * (60 * (minutos[-1] - minutos[0]) + segundos[-1] - segundos[0]) % 3600
+            desde, hasta = (60 * float(hora[:2]) + float(hora[3:]) for hora, _ in (escritas[0], escritas[-1]))
+            self.dentro = 0.9 * self.dentro + 0.12 * ((hasta - desde) % 3600)
 
     # After each try to store a new one. Nobody knows of one that was cut short: it is looked for.
     def cuenta(self, quedo):

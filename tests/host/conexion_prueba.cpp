@@ -207,6 +207,67 @@ TEST_P(ConexionPrueba, LosTextosComparanComoEnElServidor) {
   EXPECT_EQ(ErrorDe([&] { c->Execute("INSERT INTO Cliente (Cl_Cve_Cliente) VALUES ('A1 ')"); }).Numero(), kRestriccion);
 }
 
+// The server's LIKE, sets and all: each text that a pattern takes, whether the pattern is a literal, a value or a
+// column.
+TEST_P(ConexionPrueba, LikeTomaLosMismosTextosEnCadaMotor) {
+  const std::vector<std::string> textos{"",        "Muñoz",  "MUNOZ",   "nube", "Ñandú", "oca",   "Ángel",
+                                        "Hotel 5", "a]b",    "a-b",     "a^b",  "[x]",   "100%",  "a_b",
+                                        "c:\\d",   "día\nb", "(x|y).*", "b  ",  "Šimek", "日本 5"};
+  for (std::size_t i = 0; i < textos.size(); ++i)
+    c->Consulta("INSERT INTO Cliente (Cl_Cve_Cliente, Cl_Razon_Social_1) VALUES (?, ?)",
+                {std::to_string(100 + i), textos[i]});
+  const std::vector<std::pair<std::string, std::string>> casos{
+      {"%", "Muñoz,MUNOZ,nube,Ñandú,oca,Ángel,Hotel 5,a]b,a-b,a^b,[x],100%,a_b,c:\\d,día\nb,(x|y).*,b  ,Šimek,日本 5,"},
+      {"[m-n]u%", "Muñoz,MUNOZ,nube,"},
+      {"mu[ñ]oz", "Muñoz,"},
+      {"mu[n-o]oz", "Muñoz,MUNOZ,"},
+      {"[^a-n]%", "Ñandú,oca,[x],100%,(x|y).*,Šimek,日本 5,"},
+      {"[ñ-o]%", "Ñandú,oca,"},
+      {"[a]%", "a]b,a-b,a^b,a_b,"},
+      {"[á]%", "Ángel,"},
+      {"[A-C]%", "Ángel,a]b,a-b,a^b,a_b,c:\\d,b  ,"},
+      {"%[0-9]", "Hotel 5,日本 5,"},
+      {"%[^0-9]", "Muñoz,MUNOZ,nube,Ñandú,oca,Ángel,a]b,a-b,a^b,[x],100%,a_b,c:\\d,día\nb,(x|y).*,b  ,Šimek,"},
+      {"a[]]b", "a]b,"},
+      {"a[-^]b", "a-b,a^b,"},
+      {"a[^^]b", "a]b,a-b,a_b,"},
+      {"a[_]b", "a_b,"},
+      {"a_b", "a]b,a-b,a^b,a_b,"},
+      {"100[%]", "100%,"},
+      {"[[]x]", "[x],"},
+      {"c:\\[d]", "c:\\d,"},
+      {"[c]:\\_", "c:\\d,"},
+      {"día_[b]", "día\nb,"},
+      {"[(]x|y).*", "(x|y).*,"},
+      {"(x|y).[*]", "(x|y).*,"},
+      {"[b]", ""},
+      {"[b] _", "b  ,"},
+      {"[a", ""},
+      {"%[x", ""},
+      {"%[]", ""},
+      {"[z-a]%", ""},
+      {"[本-日]%", ""},
+      {"[š]%", "Šimek,"},
+  };
+  const auto toma = [&](const ado::RecordsetPtr& r) {
+    std::string tomados;
+    for (; !r->Eof(); r->MoveNext())
+      if (const auto t = com::TextoDe(r->Fields(0).Value()); !t.empty()) tomados += t + ",";
+    return tomados;
+  };
+  const std::string lee = "SELECT Cl_Razon_Social_1 FROM Cliente WHERE Cl_Razon_Social_1 ";
+  for (const auto& [patron, tomados] : casos) {
+    EXPECT_EQ(toma(c->Execute(lee + "LIKE '" + patron + "' ORDER BY Cl_Cve_Cliente")), tomados) << patron;
+    EXPECT_EQ(toma(c->Consulta(lee + "LIKE ? + '' ORDER BY Cl_Cve_Cliente", {patron})), tomados) << patron;
+    const int todos = static_cast<int>(textos.size());
+    EXPECT_EQ(c->Execute(lee + "NOT LIKE '" + patron + "'")->RecordCount(),
+              todos - c->Execute(lee + "LIKE '" + patron + "'")->RecordCount())
+        << patron;
+  }
+  c->Execute("UPDATE Cliente SET Cl_Correo = '[m-n]u%'");
+  EXPECT_EQ(toma(c->Execute(lee + "LIKE Cl_Correo ORDER BY Cl_Cve_Cliente")), "Muñoz,MUNOZ,nube,");
+}
+
 // --- literals
 
 TEST_P(ConexionPrueba, CualquierLiteralLlegaComoEs) {

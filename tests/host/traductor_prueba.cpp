@@ -56,8 +56,8 @@ const std::vector<Caso> kCasos{
     // Rows without an order: one that the server would choose anew each time is given; none to a row that sums up.
     {"SELECT DISTINCT TOP 9 a, b FROM Reservacion RS JOIN Reservacion_Detalle AS RSd ON 1=1 WHERE a LIKE 'x' + b",
      "SELECT DISTINCT a, b FROM Reservacion RS JOIN Reservacion_Detalle AS RSd ON 1=1 WHERE a LIKE 'x' || b LIMIT 9",
-     "SELECT DISTINCT a, b FROM Reservacion RS JOIN Reservacion_Detalle AS RSd ON 1=1 WHERE a ILIKE 'x' || b "
-     "COLLATE \"es-x-icu\" ESCAPE '' ORDER BY 1, 2 LIMIT 9",
+     "SELECT DISTINCT a, b FROM Reservacion RS JOIN Reservacion_Detalle AS RSd ON 1=1 WHERE a ~@ ('x' || b) "
+     "ORDER BY 1, 2 LIMIT 9",
      "SELECT DISTINCT TOP 9 a, b FROM Reservacion RS JOIN Reservacion_Detalle AS RSd ON 1=1 WHERE a LIKE 'x' + b"},
     {"SELECT RS.*, (SELECT 1) FROM Reservacion RS, Reservacion_Detalle WHERE ISNULL(a,0) IN (SELECT MAX(b) FROM c)",
      "SELECT RS.*, (SELECT 1) FROM Reservacion RS, Reservacion_Detalle WHERE IFNULL(a,0) IN (SELECT MAX(b) FROM c)",
@@ -74,9 +74,9 @@ const std::vector<Caso> kCasos{
      "SELECT a FROM (SELECT DISTINCT Rs_Folio AS a FROM Reservacion LIMIT 2) x",
      "SELECT a FROM (SELECT DISTINCT Rs_Folio AS a FROM Reservacion LIMIT 2) x",
      "SELECT a FROM (SELECT DISTINCT TOP 2 Rs_Folio AS a FROM Reservacion) x"},
-    {"DELETE Reservacion WHERE Rs_Referencia LIKE 'x%'", "DELETE FROM Reservacion WHERE Rs_Referencia LIKE 'x%'",
-     "DELETE FROM Reservacion WHERE Rs_Referencia ILIKE 'x%' COLLATE \"es-x-icu\" ESCAPE ''",
-     "DELETE Reservacion WHERE Rs_Referencia LIKE 'x%'"},
+    {"DELETE Reservacion WHERE Rs_Referencia NOT LIKE 'x%'",
+     "DELETE FROM Reservacion WHERE Rs_Referencia NOT LIKE 'x%'",
+     "DELETE FROM Reservacion WHERE Rs_Referencia !~@ 'x%'", "DELETE Reservacion WHERE Rs_Referencia NOT LIKE 'x%'"},
     {"SELECT COUNT(*) FROM Check_In C Inner Join Check_In_Detalle D ON D.Ci_Folio = C.Ci_Folio",
      "SELECT COUNT(*) FROM Check_In C CROSS Join Check_In_Detalle D ON D.Ci_Folio = C.Ci_Folio",
      "SELECT COUNT(*) FROM Check_In C Inner Join Check_In_Detalle D ON D.Ci_Folio = C.Ci_Folio",

@@ -28,12 +28,12 @@ constexpr const char* kDeNadie[] = {
     "DELETE FROM public.Bitacora",
     "DELETE FROM Noche_Vendida",
     "SELECT * FROM kv207_mostrador.Retirada",
+    "UPDATE kv207_usuarios.Usuario SET Us_Nombre = ''",
     "DROP TRIGGER Sobreventa_Linea ON Reservacion_Detalle",
 };
 constexpr const char* kDeAdministra[] = {
-    "UPDATE Parametro SET Pm_Valor = Pm_Valor",
-    "UPDATE Permiso SET Pe_Opcion = Pe_Opcion",
-    "UPDATE Usuario SET Us_Nombre = Us_Nombre",
+    "UPDATE Parametro SET Pm_Valor = Pm_Valor", "UPDATE Permiso SET Pe_Opcion = Pe_Opcion",
+    "UPDATE Usuario SET Us_Nombre = Us_Nombre", "SELECT Us_Contrasena FROM public.Usuario",
     "UPDATE Tarifa SET Tf_Precio = Tf_Precio",
 };
 
@@ -128,6 +128,13 @@ TEST_F(RolesPostgres, LaSesionDeUnRecepcionistaNoPuedeMasQueEl) {
     EXPECT_NE(error.find("ya está reservada la noche"), std::string::npos) << error;
     CreaUtilerias(ana)->RegistraBitacora("RESERVACION", "77", "anotado");
     EXPECT_EQ(EnPostgres(ruta, "SELECT Bt_Texto || Bt_Usuario FROM Bitacora"), "anotadoANA");
+    // Whoever knows a password gets in by it, and no more of it is to be seen than how it is worked out.
+    const com::Fecha ahora = com::FechaDe(2026, 3, 9, 10);
+    EXPECT_TRUE(Accede(*ana.conexion(), "JEFE", "bastante larga", ahora).Bien());
+    EXPECT_FALSE(Accede(*ana.conexion(), "JEFE", "bastante larda", ahora).Bien());
+    EXPECT_EQ(EnPostgres(ruta, "SELECT Us_Fallas FROM Usuario"), "1");
+    const std::string resumen = EnPostgres(ruta, "SELECT Us_Contrasena FROM Usuario");
+    EXPECT_EQ(Uno(ana, "SELECT Us_Contrasena FROM Usuario"), resumen.substr(0, resumen.rfind('$') + 1));
     // A connection that is made anew is hers too.
     EnPostgres(ruta,
                "SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity "
