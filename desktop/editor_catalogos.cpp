@@ -10,7 +10,6 @@
 #include <map>
 
 #include "desktop/archivos.h"
-#include "desktop/catalogos.h"
 #include "desktop/dialogos.h"
 #include "desktop/estilo.h"
 #include "desktop/exportar.h"
@@ -21,6 +20,7 @@
 #include "desktop/tablas.h"
 #include "desktop/vista.h"
 #include "guion/habitaciones_csv.h"
+#include "host/standalone/catalogos.h"
 #include "platform/com/error.h"
 
 namespace vista {
@@ -95,37 +95,39 @@ namespace {
 
 std::string ConNombre(const std::string& clave, const std::string& nombre) { return clave + "  " + nombre; }
 
-Entrada EntradaDe(autonomo::Conexion& conexion, const CampoCatalogo& campo, const QString& texto, QWidget* padre) {
+Entrada EntradaDe(autonomo::Conexion& conexion, const autonomo::CampoCatalogo& campo, const QString& texto,
+                  QWidget* padre) {
   switch (campo.tipo) {
-    case TipoCampo::Referencia: {
+    case autonomo::TipoCampo::Referencia: {
       Opciones opciones;
       if (!campo.vacio.empty()) opciones.emplace_back("", campo.vacio);
       for (const auto& [clave, nombre] : LeeReferencia(conexion, campo.referencia))
         opciones.emplace_back(clave, ConNombre(clave, nombre));
       return EntradaLista(texto, opciones, padre);
     }
-    case TipoCampo::Nota:
+    case autonomo::TipoCampo::Nota:
       return EntradaNota(texto, padre);
-    case TipoCampo::Fecha:
+    case autonomo::TipoCampo::Fecha:
       return EntradaFecha(texto, Q(campo.ayuda), padre);
     default:
       return EntradaTexto(texto, Q(campo.ayuda), EsNumero(campo), padre);
   }
 }
 
-void Advierte(autonomo::Conexion& conexion, const Catalogo& catalogo, const std::vector<com::Variant>& valores,
-              QWidget* padre) {
+void Advierte(autonomo::Conexion& conexion, const autonomo::Catalogo& catalogo,
+              const std::vector<com::Variant>& valores, QWidget* padre) {
   std::string aviso;
   Corre([&] { aviso = Advertencia(conexion, catalogo, valores); });
   if (!aviso.empty()) Avisa(aviso, 48, padre);
 }
 
 // antes: the row to change; null for a new one. False when nothing was stored.
-bool EditaFila(autonomo::Conexion& conexion, const Catalogo& catalogo, const FilaCatalogo* antes, QWidget* padre) {
+bool EditaFila(autonomo::Conexion& conexion, const autonomo::Catalogo& catalogo, const autonomo::FilaCatalogo* antes,
+               QWidget* padre) {
   Editor editor(Q(catalogo.titulo) + (antes == nullptr ? QStringLiteral(" · Nuevo") : QStringLiteral(" · Editar")),
                 padre);
   for (std::size_t i = 0; i < catalogo.campos.size(); ++i) {
-    const CampoCatalogo& campo = catalogo.campos[i];
+    const autonomo::CampoCatalogo& campo = catalogo.campos[i];
     const bool consecutivo = campo.columna == catalogo.consecutivo;
     const QString texto = antes != nullptr ? Q(TextoDe(campo, antes->valores[i])) : QString();
     const Entrada entrada = EntradaDe(conexion, campo, texto, &editor);
@@ -155,7 +157,7 @@ bool EditaFila(autonomo::Conexion& conexion, const Catalogo& catalogo, const Fil
 
 class Lista : public QWidget {
  public:
-  Lista(autonomo::Conexion& conexion, const Catalogo& catalogo, QWidget* padre)
+  Lista(autonomo::Conexion& conexion, const autonomo::Catalogo& catalogo, QWidget* padre)
       : QWidget(padre), conexion_(conexion), catalogo_(catalogo) {
     auto* caja = new QVBoxLayout(this);
     QStringList titulos;
@@ -196,9 +198,9 @@ class Lista : public QWidget {
 
  private:
   // Names of the rows that a column refers to, by key.
-  std::map<QString, QString> Nombres(const CampoCatalogo& campo) {
+  std::map<QString, QString> Nombres(const autonomo::CampoCatalogo& campo) {
     std::map<QString, QString> nombres;
-    if (campo.tipo != TipoCampo::Referencia) return nombres;
+    if (campo.tipo != autonomo::TipoCampo::Referencia) return nombres;
     for (const auto& [clave, nombre] : LeeReferencia(conexion_, campo.referencia)) nombres[Q(clave)] = Q(nombre);
     return nombres;
   }
@@ -211,7 +213,7 @@ class Lista : public QWidget {
     });
     QTableWidget* tabla = lista_->tabla();
     tabla->setRowCount(0);
-    for (const FilaCatalogo& fila : filas_) {
+    for (const autonomo::FilaCatalogo& fila : filas_) {
       QStringList textos;
       for (std::size_t i = 0; i < catalogo_.campos.size(); ++i) {
         QString texto = Q(TextoDe(catalogo_.campos[i], fila.valores[i])).simplified();
@@ -238,14 +240,14 @@ class Lista : public QWidget {
                                              : QStringLiteral("Dar de &baja"));
   }
 
-  void Edita(const FilaCatalogo* fila) {
+  void Edita(const autonomo::FilaCatalogo* fila) {
     if (EditaFila(conexion_, catalogo_, fila, window())) Carga();
   }
 
   void EditaActual() {
     const int f = lista_->Actual();
     if (f < 0) return;
-    const FilaCatalogo fila = filas_[static_cast<std::size_t>(f)];
+    const autonomo::FilaCatalogo fila = filas_[static_cast<std::size_t>(f)];
     Edita(&fila);
     if (f < lista_->tabla()->rowCount()) lista_->tabla()->selectRow(f);
   }
@@ -286,7 +288,7 @@ class Lista : public QWidget {
   void RetiraActual() {
     const int f = lista_->Actual();
     if (f < 0) return;
-    const FilaCatalogo fila = filas_[static_cast<std::size_t>(f)];
+    const autonomo::FilaCatalogo fila = filas_[static_cast<std::size_t>(f)];
     const std::string nombre = lista_->tabla()->item(f, 0)->text().toStdString();
     if (!fila.deBaja && !Confirma((catalogo_.todoEsLlave ? "¿Desea levantar «"
                                    : catalogo_.conEstado ? "¿Desea dar de baja «"
@@ -304,18 +306,18 @@ class Lista : public QWidget {
   }
 
   autonomo::Conexion& conexion_;
-  const Catalogo& catalogo_;
+  const autonomo::Catalogo& catalogo_;
   TablaFiltrada* lista_;
   QPushButton *edita_, *retira_;
   std::vector<int> derecha_;
-  std::vector<FilaCatalogo> filas_;
+  std::vector<autonomo::FilaCatalogo> filas_;
 };
 
 }  // namespace
 
 void AbreCatalogos(autonomo::Conexion& conexion, const std::string& codigo, QWidget* padre,
                    const HojaInicial& inicial) {
-  const auto catalogos = CatalogosDe(codigo);
+  const auto catalogos = autonomo::CatalogosDe(codigo);
   if (catalogos.empty()) return;
   const bool configuracion = codigo == "CONFIG";
   Ficha ficha(configuracion ? QStringLiteral("Configuración") : Q(catalogos.front()->titulo), padre);
@@ -334,7 +336,7 @@ void AbreCatalogos(autonomo::Conexion& conexion, const std::string& codigo, QWid
       parametros->Elige(inicial.parametro);
       agrega(new HojaUsuarios(conexion, hojas), QStringLiteral("Usuarios"), "Usuario");
     }
-    for (const Catalogo* c : catalogos) agrega(new Lista(conexion, *c, hojas), Q(c->titulo), c->tabla);
+    for (const autonomo::Catalogo* c : catalogos) agrega(new Lista(conexion, *c, hojas), Q(c->titulo), c->tabla);
     ficha.caja()->addWidget(hojas);
     hojas->currentWidget()->setFocus();
   }

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "desktop/catalogos.h"
+#include "host/standalone/catalogos.h"
 
 namespace vista {
 

@@ -9,7 +9,6 @@
 #include <QVBoxLayout>
 
 #include "desktop/asistente.h"
-#include "desktop/catalogos.h"
 #include "desktop/dialogos.h"
 #include "desktop/editor_catalogos.h"
 #include "desktop/estilo.h"
@@ -18,6 +17,7 @@
 #include "desktop/pantallas.h"
 #include "desktop/tablas.h"
 #include "desktop/vista.h"
+#include "host/standalone/catalogos.h"
 
 namespace vista {
 
@@ -28,7 +28,7 @@ QString Lugar(const autonomo::Pendiente& p) {
   if (p.tabla == autonomo::kAsistente) return QStringLiteral("Asistente de hotel nuevo");
   if (p.tabla == "Parametro") return QStringLiteral("Configuración · ") + Q(p.parametro);
   if (p.tabla == "Usuario") return QStringLiteral("Configuración · Usuarios");
-  const Catalogo* catalogo = BuscaCatalogo(p.tabla);
+  const autonomo::Catalogo* catalogo = autonomo::BuscaCatalogo(p.tabla);
   return catalogo == nullptr ? QString() : Q(catalogo->titulo);
 }
 
@@ -107,7 +107,7 @@ void VentanaPendientes::Arregla() {
     if (OfreceHotel(anfitrion_, this)) return done(kHecho);
     return activateWindow();
   }
-  const std::string codigo(PantallaDe(p.tabla));
+  const std::string codigo(autonomo::PantallaDe(p.tabla));
   const HojaInicial hoja{p.tabla, p.parametro};
   Corre([&] {
     if (codigo == "CONFIG") {

@@ -74,7 +74,7 @@ const std::vector<Interprete::DatosOrden>& Interprete::Ordenes() {
        &Interprete::Cotiza},
       {"cifras", 2, 3, "cifras DESDE HASTA [SUCURSAL]", &Interprete::Cifras},
       {"exporta", 2, 3,
-       "exporta hoy|cuadro|cotizacion|cifras|meses|bitacora|correos|usuarios ARCHIVO.csv|ARCHIVO.pdf "
+       "exporta hoy|cuadro|cotizacion|cifras|meses|bitacora|correos|usuarios|CATALOGO ARCHIVO.csv|ARCHIVO.pdf "
        "[comas|puntoycoma]",
        &Interprete::Exporta},
       {"agenda", 2, 3, "agenda HABITACION|todas ARCHIVO.ics [nombres]", &Interprete::Agenda},

@@ -9,6 +9,7 @@
 #include "guion/muestra_recepcion.h"
 #include "guion/parte_diario.h"
 #include "guion/salidas.h"
+#include "host/standalone/catalogos.h"
 #include "host/standalone/exportacion.h"
 #include "host/standalone/listados.h"
 #include "host/standalone/parametros.h"
@@ -243,6 +244,8 @@ listado::Listado Interprete::ListadoDe(const std::string& que) {
   if (que == "usuarios") return autonomo::ListadoDeUsuarios(conexion);
   Error("No hay una lista «" + que + "»");
 }
+  if (const autonomo::Catalogo* catalogo = autonomo::BuscaCatalogo(que))
+    return autonomo::ListadoDe(conexion, *catalogo);
 
 void Interprete::Exporta(const Palabras& p) {
   listado::FormatoCsv formato = listado::kConComas;

@@ -6,6 +6,7 @@
 #include <map>
 #include <set>
 
+#include "host/standalone/impuestos.h"
 #include "host/standalone/parametros.h"
 #include "host/standalone/permisos.h"
 #include "host/standalone/transaccion.h"
@@ -22,7 +23,6 @@ namespace parametro = anfitrion::parametro;
 
 namespace {
 
-constexpr double kPrecioMaximo = 999'999'999;
 constexpr int kPersonasMaximas = 99;
 
 [[noreturn]] void Error(const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); }
@@ -114,7 +114,7 @@ double Importe(const char* titulo, const std::string& texto) {
     Error("«" + std::string(titulo) + "» no admite «" + texto + "»: escriba una cantidad");
   }
   if (!std::isfinite(importe) || importe < 0) Error("«" + std::string(titulo) + "» no puede ser negativo");
-  if (importe > kPrecioMaximo) Error("«" + std::string(titulo) + "» es demasiado grande");
+  if (importe > kImporteMaximo) Error("«" + std::string(titulo) + "» es demasiado grande");
   return importe;
 }
 

@@ -8,6 +8,8 @@
 
 namespace autonomo {
 
+inline constexpr double kImporteMaximo = 999'999'999;  // of a price or of a line
+
 // Fills the results of a line's breakdown from its factors.
 //
 // Forward (total is 0): from the gross amount in precioNeto (tax included, undiscounted), the discount and then the

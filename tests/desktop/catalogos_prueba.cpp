@@ -1,8 +1,8 @@
 // Catalogues: what can be typed, and a hotel that is set up from nothing without SQL.
 #include <gtest/gtest.h>
 
-#include "desktop/catalogos.h"
 #include "host/standalone/anfitrion.h"
+#include "host/standalone/catalogos.h"
 #include "host/standalone/impuestos.h"
 #include "host/standalone/precios.h"
 #include "platform/com/error.h"
@@ -19,18 +19,18 @@ class CatalogosPrueba : public testing::Test {
   autonomo::Conexion& Base() { return *anfitrion_.conexion(); }
   // Types a new row; the reason when it is refused.
   std::string Nueva(const char* tabla, const Textos& textos) {
-    const vista::Catalogo& c = *vista::BuscaCatalogo(tabla);
+    const autonomo::Catalogo& c = *autonomo::BuscaCatalogo(tabla);
     std::vector<com::Variant> valores;
-    std::string motivo = vista::Valida(c, textos, vista::MascaraDe(Base(), c), valores);
-    if (motivo.empty()) vista::Inserta(Base(), c, valores);
+    std::string motivo = autonomo::Valida(c, textos, autonomo::MascaraDe(Base(), c), valores);
+    if (motivo.empty()) autonomo::Inserta(Base(), c, valores);
     return motivo;
   }
   Textos Fila(const char* tabla, std::size_t fila) {
-    const vista::Catalogo& c = *vista::BuscaCatalogo(tabla);
-    const auto filas = vista::LeeCatalogo(Base(), c);
+    const autonomo::Catalogo& c = *autonomo::BuscaCatalogo(tabla);
+    const auto filas = autonomo::LeeCatalogo(Base(), c);
     Textos textos;
     for (std::size_t i = 0; i < c.campos.size(); ++i)
-      textos.push_back(vista::TextoDe(c.campos[i], filas.at(fila).valores[i]));
+      textos.push_back(autonomo::TextoDe(c.campos[i], filas.at(fila).valores[i]));
     return textos;
   }
 
@@ -90,8 +90,8 @@ TEST_F(CatalogosPrueba, LoMalEscritoSeExplicaYNadaSeGuarda) {
             "«Por ciento» va en por ciento: 16 es 16 %; si es menor que uno, escríbalo con el signo: 0.16 %");
   EXPECT_EQ(Nueva("Cliente", {"9", "Ana", "", "ana@hotel"}),
             "«Correo electrónico» no es una dirección de correo, como ana@hotel.com: ana@hotel");
-  EXPECT_TRUE(vista::LeeCatalogo(Base(), *vista::BuscaCatalogo("Tarifa")).empty());
-  EXPECT_TRUE(vista::LeeCatalogo(Base(), *vista::BuscaCatalogo("Moneda")).empty());
+  EXPECT_TRUE(autonomo::LeeCatalogo(Base(), *autonomo::BuscaCatalogo("Tarifa")).empty());
+  EXPECT_TRUE(autonomo::LeeCatalogo(Base(), *autonomo::BuscaCatalogo("Moneda")).empty());
   EXPECT_EQ(Nueva("Moneda", {"MXN", "Peso"}), "");
   EXPECT_THROW(Nueva("Moneda", {"mxn", "Otro"}), com::Error) << "keys compare case-blind";
   EXPECT_EQ(Fila("Moneda", 0), (Textos{"MXN", "Peso"}));
@@ -102,48 +102,48 @@ TEST_F(CatalogosPrueba, LoMalEscritoSeExplicaYNadaSeGuarda) {
 TEST_F(CatalogosPrueba, CambiaYRetiraSoloSuFila) {
   Nueva("Moneda", {"MXN", "Peso"});
   Nueva("Moneda", {"USD", "Dolar"});
-  const vista::Catalogo& monedas = *vista::BuscaCatalogo("Moneda");
-  auto filas = vista::LeeCatalogo(Base(), monedas);
-  vista::Cambia(Base(), monedas, filas.at(1), {"USD", "Dólar"});
+  const autonomo::Catalogo& monedas = *autonomo::BuscaCatalogo("Moneda");
+  auto filas = autonomo::LeeCatalogo(Base(), monedas);
+  autonomo::Cambia(Base(), monedas, filas.at(1), {"USD", "Dólar"});
   EXPECT_EQ(Fila("Moneda", 0), (Textos{"MXN", "Peso"}));
   EXPECT_EQ(Fila("Moneda", 1), (Textos{"USD", "Dólar"}));
-  vista::Retira(Base(), monedas, filas.at(0));
-  filas = vista::LeeCatalogo(Base(), monedas);
+  autonomo::Retira(Base(), monedas, filas.at(0));
+  filas = autonomo::LeeCatalogo(Base(), monedas);
   EXPECT_TRUE(filas.at(0).deBaja);
   EXPECT_FALSE(filas.at(1).deBaja);
-  EXPECT_EQ(vista::LeeReferencia(Base(), "Moneda").size(), 1U) << "withdrawn rows are not offered";
-  vista::Retira(Base(), monedas, filas.at(0));
-  EXPECT_FALSE(vista::LeeCatalogo(Base(), monedas).at(0).deBaja);
+  EXPECT_EQ(autonomo::LeeReferencia(Base(), "Moneda").size(), 1U) << "withdrawn rows are not offered";
+  autonomo::Retira(Base(), monedas, filas.at(0));
+  EXPECT_FALSE(autonomo::LeeCatalogo(Base(), monedas).at(0).deBaja);
 
   // A row without a state is deleted, by its whole key.
   Nueva("Tipo_Cambio", {"USD", "01/01/2026", "17"});
   Nueva("Tipo_Cambio", {"USD", "01/02/2026", "18.5"});
-  const vista::Catalogo& tasas = *vista::BuscaCatalogo("Tipo_Cambio");
-  vista::Retira(Base(), tasas, vista::LeeCatalogo(Base(), tasas).at(0));
-  ASSERT_EQ(vista::LeeCatalogo(Base(), tasas).size(), 1U);
+  const autonomo::Catalogo& tasas = *autonomo::BuscaCatalogo("Tipo_Cambio");
+  autonomo::Retira(Base(), tasas, autonomo::LeeCatalogo(Base(), tasas).at(0));
+  ASSERT_EQ(autonomo::LeeCatalogo(Base(), tasas).size(), 1U);
   EXPECT_EQ(Fila("Tipo_Cambio", 0), (Textos{"USD", "01/02/2026", "18.5"}));
 
   // Not while another catalogue needs it.
   Nueva("Producto", {"HAB1", "Noche", ""});
   Nueva("Tipo_Habitacion", {"0001", "Sencilla", "2", "3", "HAB1"});
-  const vista::Catalogo& productos = *vista::BuscaCatalogo("Producto");
-  const auto producto = vista::LeeCatalogo(Base(), productos).at(0);
-  EXPECT_THROW(vista::Retira(Base(), productos, producto), com::Error);
-  EXPECT_EQ(vista::LeeCatalogo(Base(), productos).size(), 1U);
+  const autonomo::Catalogo& productos = *autonomo::BuscaCatalogo("Producto");
+  const auto producto = autonomo::LeeCatalogo(Base(), productos).at(0);
+  EXPECT_THROW(autonomo::Retira(Base(), productos, producto), com::Error);
+  EXPECT_EQ(autonomo::LeeCatalogo(Base(), productos).size(), 1U);
 }
 
 TEST_F(CatalogosPrueba, LoQueSeVendeSinImpuestoSeDiceAlGuardar) {
-  const vista::Catalogo& tipos = *vista::BuscaCatalogo("Tipo_Habitacion");
+  const autonomo::Catalogo& tipos = *autonomo::BuscaCatalogo("Tipo_Habitacion");
   Nueva("Sucursal", {"1", "Centro"});
   Nueva("Sucursal", {"2", "Playa"});
   Nueva("Producto", {"HAB1", "Noche", ""});
   Nueva("Tipo_Habitacion", {"1", "Sencilla", "2", "3", "HAB1"});
   Nueva("Impuesto", {"1", "HAB1", "0"});
-  EXPECT_EQ(vista::Advertencia(Base(), tipos, {}),
+  EXPECT_EQ(autonomo::Advertencia(Base(), tipos, {}),
             "Sin renglón en «Impuestos» se venden sin impuesto:\r\nHAB1 en 2 Playa")
       << "a row of 0 says so";
   Nueva("Impuesto", {"", "HAB1", "16"});
-  EXPECT_EQ(vista::Advertencia(Base(), tipos, {}), "");
+  EXPECT_EQ(autonomo::Advertencia(Base(), tipos, {}), "");
 }
 
 TEST_F(CatalogosPrueba, UnProductoTieneUnSoloPrecioDeLista) {
@@ -155,25 +155,25 @@ TEST_F(CatalogosPrueba, UnProductoTieneUnSoloPrecioDeLista) {
   } catch (const com::Error& e) {
     EXPECT_EQ(e.Descripcion(), "Ese producto ya tiene precio de lista: edite su fila");
   }
-  const vista::Catalogo& precios = *vista::BuscaCatalogo("Producto_Precio");
+  const autonomo::Catalogo& precios = *autonomo::BuscaCatalogo("Producto_Precio");
   // A database that holds two already: each is changed and removed alone.
   Base().Consulta("INSERT INTO Producto_Precio (Pr_Cve_Producto, Pp_Precio_1) VALUES ('HAB1', 1200)");
-  const auto filas = vista::LeeCatalogo(Base(), precios);
-  vista::Cambia(Base(), precios, filas.at(0), {"OTRO", 1100});
+  const auto filas = autonomo::LeeCatalogo(Base(), precios);
+  autonomo::Cambia(Base(), precios, filas.at(0), {"OTRO", 1100});
   EXPECT_EQ(Fila("Producto_Precio", 0), (Textos{"HAB1", "1,100.00"})) << "the key stays";
   EXPECT_EQ(Fila("Producto_Precio", 1), (Textos{"HAB1", "1,200.00"}));
-  vista::Retira(Base(), precios, filas.at(1));
-  EXPECT_EQ(vista::LeeCatalogo(Base(), precios).size(), 1U);
-  EXPECT_THROW(vista::Cambia(Base(), precios, filas.at(1), {"HAB1", 900}), com::Error) << "removed meanwhile";
+  autonomo::Retira(Base(), precios, filas.at(1));
+  EXPECT_EQ(autonomo::LeeCatalogo(Base(), precios).size(), 1U);
+  EXPECT_THROW(autonomo::Cambia(Base(), precios, filas.at(1), {"HAB1", 900}), com::Error) << "removed meanwhile";
 }
 
 TEST_F(CatalogosPrueba, CadaPantallaTieneCatalogosYCadaColumnaExiste) {
   for (const char* codigo : {"CA014", "CA016", "CA039", "CA153", "CONFIG"}) {
-    const auto catalogos = vista::CatalogosDe(codigo);
+    const auto catalogos = autonomo::CatalogosDe(codigo);
     EXPECT_FALSE(catalogos.empty()) << codigo;
-    for (const vista::Catalogo* c : catalogos) EXPECT_NO_THROW(vista::LeeCatalogo(Base(), *c)) << c->tabla;
+    for (const autonomo::Catalogo* c : catalogos) EXPECT_NO_THROW(autonomo::LeeCatalogo(Base(), *c)) << c->tabla;
   }
-  EXPECT_TRUE(vista::CatalogosDe("CA999").empty());
+  EXPECT_TRUE(autonomo::CatalogosDe("CA999").empty());
 }
 
 }  // namespace

@@ -5,9 +5,9 @@
 #include <QTableWidget>
 #include <QTemporaryDir>
 
-#include "desktop/catalogos.h"
 #include "desktop/exportar.h"
 #include "desktop/grafica.h"
+#include "host/standalone/catalogos.h"
 #include "tests/desktop/recorrido.h"
 
 namespace pruebas {
@@ -134,10 +134,11 @@ TEST_F(CifrasVentanaPrueba, ElCalendarioYElParteSalenDelMenu) {
 TEST_F(CifrasVentanaPrueba, LosCatalogosSonListas) {
   Sql("UPDATE Forma_Pago SET Es_Cve_Estado = 'BA' WHERE Fp_Cve_Forma_Pago = '0001'");
   const auto csv = [this](const char* tabla) {
-    return listado::Csv(vista::ListadoDe(*anfitrion_.conexion(), *vista::BuscaCatalogo(tabla)), listado::kConComas);
+    return listado::Csv(autonomo::ListadoDe(*anfitrion_.conexion(), *autonomo::BuscaCatalogo(tabla)),
+                        listado::kConComas);
   };
   EXPECT_NE(csv("Forma_Pago").find("De baja\r\n"), std::string::npos);
-  for (const vista::Catalogo& catalogo : vista::Catalogos()) {
+  for (const autonomo::Catalogo& catalogo : autonomo::Catalogos()) {
     const std::string texto = csv(std::string(catalogo.tabla).c_str());
     EXPECT_GE(std::ranges::count(texto, '\n'),
               1 + std::stoi(Sql("SELECT COUNT(*) FROM " + std::string(catalogo.tabla))))

@@ -1,14 +1,15 @@
 // Rows of the catalogues as they are typed and shown.
 #include <algorithm>
 
-#include "desktop/catalogos.h"
+#include "host/standalone/catalogos.h"
 #include "host/standalone/correo.h"
 #include "host/standalone/hotel_nuevo.h"
+#include "host/standalone/impuestos.h"
 #include "platform/com/error.h"
 #include "platform/regional/regional.h"
 #include "schema/esquema.h"
 
-namespace vista {
+namespace autonomo {
 
 using enum TipoCampo;
 
@@ -33,10 +34,9 @@ std::string RevisaTexto(const CampoCatalogo& campo, const std::string& texto) {
 
 // Why a number cannot stand in its column; "" it can.
 std::string RevisaNumero(const CampoCatalogo& campo, double numero, double escrito) {
-  constexpr double kMaximo = 999'999'999;
   const std::string titulo = "«" + std::string(campo.titulo) + "»";
   if (numero < 0) return titulo + " no puede ser negativo";
-  if (numero > kMaximo) return titulo + " es demasiado grande: el máximo es 999,999,999";
+  if (numero > kImporteMaximo) return titulo + " es demasiado grande: el máximo es 999,999,999";
   if (numero != escrito) return titulo + " lleva un número entero";
   if (campo.tipo == Factor && numero == 0) return titulo + " debe ser mayor que cero";
   if (campo.tipo == Fraccion && numero >= 1) return titulo + " debe ser menor que 100";
@@ -44,9 +44,9 @@ std::string RevisaNumero(const CampoCatalogo& campo, double numero, double escri
 }
 
 // "16" or "16 %" as 0.16.
-std::string LeePorCiento(const std::string& titulo, const std::string& texto, com::Variant& valor) {
+std::string TomaPorCiento(const std::string& titulo, const std::string& texto, com::Variant& valor) {
   try {
-    valor = autonomo::LeePorCiento(titulo, texto);
+    valor = LeePorCiento(titulo, texto);
     return {};
   } catch (const com::Error& e) {
     return e.Descripcion();
@@ -71,13 +71,13 @@ std::string Lee(const CampoCatalogo& campo, const std::string& texto, com::Varia
         valor = com::CDbl(texto);
         break;
       case Fraccion:
-        if (std::string motivo = LeePorCiento(titulo, texto, valor); !motivo.empty()) return motivo;
+        if (std::string motivo = TomaPorCiento(titulo, texto, valor); !motivo.empty()) return motivo;
         break;
       case Fecha:
         valor = com::SoloFecha(com::CDate(texto));
         break;
       case Correo:
-        if (!autonomo::DireccionValida(texto))
+        if (!DireccionValida(texto))
           return "«" + titulo + "» no es una dirección de correo, como ana@hotel.com: " + texto;
         valor = texto;
         return RevisaTexto(campo, texto);
@@ -156,4 +156,4 @@ std::string TextoDe(const CampoCatalogo& campo, const com::Variant& valor) {
   return com::RecortaDerecha(com::CStr(valor));
 }
 
-}  // namespace vista
+}  // namespace autonomo

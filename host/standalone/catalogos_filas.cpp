@@ -1,13 +1,13 @@
 // The statements that list, insert, change and withdraw rows of the catalogues.
 #include <algorithm>
 
-#include "desktop/catalogos.h"
+#include "host/standalone/catalogos.h"
 #include "host/standalone/parametros.h"
 #include "platform/com/error.h"
 #include "platform/regional/regional.h"
 #include "schema/esquema.h"
 
-namespace vista {
+namespace autonomo {
 
 namespace {
 
@@ -22,7 +22,7 @@ std::string Lista(const Catalogo& c, std::string_view separador, const char* suf
 
 // Condition that finds a row, and the values in it: the key, and with `entera` what tells rows of one key apart.
 std::string Condicion(const Catalogo& c, const std::vector<com::Variant>& fila, bool entera,
-                      autonomo::Conexion::Parametros& valores) {
+                      Conexion::Parametros& valores) {
   std::string condicion;
   for (std::size_t i = 0; i < c.campos.size(); ++i) {
     if (!c.campos[i].llave && !(entera && c.campos[i].columna == c.distingue)) continue;
@@ -33,8 +33,8 @@ std::string Condicion(const Catalogo& c, const std::vector<com::Variant>& fila, 
   return condicion;
 }
 
-bool Existe(autonomo::Conexion& conexion, const Catalogo& c, const std::vector<com::Variant>& valores, bool entera) {
-  autonomo::Conexion::Parametros llave;
+bool Existe(Conexion& conexion, const Catalogo& c, const std::vector<com::Variant>& valores, bool entera) {
+  Conexion::Parametros llave;
   const std::string condicion = Condicion(c, valores, entera, llave);
   const std::string sentencia =
       "SELECT " + std::string(c.campos.front().columna) + " FROM " + std::string(c.tabla) + " WHERE " + condicion;
@@ -42,7 +42,7 @@ bool Existe(autonomo::Conexion& conexion, const Catalogo& c, const std::vector<c
 }
 
 // Title of the first catalogue with a row that names this one; "" none.
-std::string UsadaEn(autonomo::Conexion& conexion, const Catalogo& c, const FilaCatalogo& fila) {
+std::string UsadaEn(Conexion& conexion, const Catalogo& c, const FilaCatalogo& fila) {
   for (const Catalogo& otro : Catalogos()) {
     for (const CampoCatalogo& campo : otro.campos) {
       if (campo.referencia != c.tabla) continue;
@@ -56,7 +56,7 @@ std::string UsadaEn(autonomo::Conexion& conexion, const Catalogo& c, const FilaC
 }
 
 // Products of the room types that are offered and branches where none of them pays a tax, not even one of 0.
-std::string SinImpuesto(autonomo::Conexion& conexion) {
+std::string SinImpuesto(Conexion& conexion) {
   const auto rs = conexion.Consulta(
       "SELECT DISTINCT T.Pr_Cve_Producto, S.Sc_Cve_Sucursal, S.Sc_Descripcion FROM Tipo_Habitacion T, Sucursal S "
       "WHERE T.Es_Cve_Estado <> 'BA' AND S.Es_Cve_Estado <> 'BA' AND NOT EXISTS (SELECT I.Pr_Cve_Producto FROM "
@@ -71,7 +71,7 @@ std::string SinImpuesto(autonomo::Conexion& conexion) {
 }
 
 // Live reservations of the room on the nights of a block, the first and the last included.
-std::string ReservadasEn(autonomo::Conexion& conexion, const std::vector<com::Variant>& bloqueo) {
+std::string ReservadasEn(Conexion& conexion, const std::vector<com::Variant>& bloqueo) {
   const auto rs = conexion.Consulta(
       "SELECT R.Rs_Folio, D.Rsd_Fecha_Inicio, D.Rsd_Fecha_Fin FROM Reservacion_Detalle D INNER JOIN Reservacion R "
       "ON R.Rs_Folio = D.Rs_Folio WHERE D.Hb_Cve_Habitacion = ? AND R.Es_Cve_Estado <> 'CA' AND "
@@ -88,13 +88,13 @@ std::string ReservadasEn(autonomo::Conexion& conexion, const std::vector<com::Va
 
 }  // namespace
 
-std::string Advertencia(autonomo::Conexion& conexion, const Catalogo& c, const std::vector<com::Variant>& valores) {
+std::string Advertencia(Conexion& conexion, const Catalogo& c, const std::vector<com::Variant>& valores) {
   if (c.tabla == "Habitacion_Bloqueo") return ReservadasEn(conexion, valores);
   const bool vende = c.tabla == "Tipo_Habitacion" || c.tabla == "Sucursal" || c.tabla == "Impuesto";
   return vende ? SinImpuesto(conexion) : std::string();
 }
 
-std::vector<FilaCatalogo> LeeCatalogo(autonomo::Conexion& conexion, const Catalogo& c) {
+std::vector<FilaCatalogo> LeeCatalogo(Conexion& conexion, const Catalogo& c) {
   const std::string sentencia = "SELECT " + Lista(c, ", ", "") + (c.conEstado ? ", Es_Cve_Estado" : "") + " FROM " +
                                 std::string(c.tabla) + " ORDER BY " + std::string(c.campos.front().columna);
   std::vector<FilaCatalogo> filas;
@@ -113,7 +113,7 @@ std::vector<FilaCatalogo> LeeCatalogo(autonomo::Conexion& conexion, const Catalo
   return filas;
 }
 
-std::vector<std::pair<std::string, std::string>> LeeReferencia(autonomo::Conexion& conexion, std::string_view tabla) {
+std::vector<std::pair<std::string, std::string>> LeeReferencia(Conexion& conexion, std::string_view tabla) {
   std::vector<std::pair<std::string, std::string>> filas;
   const Catalogo* c = BuscaCatalogo(tabla);
   if (c == nullptr) return filas;
@@ -124,12 +124,12 @@ std::vector<std::pair<std::string, std::string>> LeeReferencia(autonomo::Conexio
   return filas;
 }
 
-std::string MascaraDe(autonomo::Conexion& conexion, const Catalogo& c) {
+std::string MascaraDe(Conexion& conexion, const Catalogo& c) {
   if (c.mascara.empty()) return {};
-  return autonomo::ValorParametro(conexion, c.mascara);
+  return ValorParametro(conexion, c.mascara);
 }
 
-void Inserta(autonomo::Conexion& conexion, const Catalogo& c, std::vector<com::Variant> valores) {
+void Inserta(Conexion& conexion, const Catalogo& c, std::vector<com::Variant> valores) {
   if (!c.consecutivo.empty()) {
     const auto rs = conexion.Consulta("SELECT MAX(" + std::string(c.consecutivo) + ") FROM " + std::string(c.tabla));
     const com::Variant ultimo = rs->Eof() ? com::Variant::Null() : rs->Fields(0).Value();
@@ -153,8 +153,7 @@ void Inserta(autonomo::Conexion& conexion, const Catalogo& c, std::vector<com::V
   conexion.Consulta(sentencia, valores);
 }
 
-void Cambia(autonomo::Conexion& conexion, const Catalogo& c, const FilaCatalogo& antes,
-            std::vector<com::Variant> valores) {
+void Cambia(Conexion& conexion, const Catalogo& c, const FilaCatalogo& antes, std::vector<com::Variant> valores) {
   if (!Existe(conexion, c, antes.valores, true)) {
     throw com::Error(com::error::kRestriccion,
                      "Esa fila de «" + std::string(c.titulo) + "» ya no existe: alguien la cambió o la quitó");
@@ -162,19 +161,19 @@ void Cambia(autonomo::Conexion& conexion, const Catalogo& c, const FilaCatalogo&
   for (std::size_t i = 0; i < c.campos.size(); ++i) {
     if (c.campos[i].llave && !c.todoEsLlave) valores[i] = antes.valores[i];
   }
-  autonomo::Conexion::Parametros parametros(valores.begin(), valores.end());
+  Conexion::Parametros parametros(valores.begin(), valores.end());
   const std::string condicion = Condicion(c, antes.valores, true, parametros);
   const std::string sentencia =
       "UPDATE " + std::string(c.tabla) + " SET " + Lista(c, ", ", " = ?") + " WHERE " + condicion;
   conexion.Consulta(sentencia, parametros);
 }
 
-void Retira(autonomo::Conexion& conexion, const Catalogo& c, const FilaCatalogo& fila) {
+void Retira(Conexion& conexion, const Catalogo& c, const FilaCatalogo& fila) {
   if (!c.conEstado) {
     if (const std::string donde = UsadaEn(conexion, c, fila); !donde.empty())
       throw com::Error(com::error::kRestriccion, "No se puede quitar: se usa en «" + donde + "»");
   }
-  autonomo::Conexion::Parametros parametros;
+  Conexion::Parametros parametros;
   const std::string_view retirada = c.todoEsLlave ? esquema::kCancelada : esquema::kBaja;
   if (c.conEstado) parametros.emplace_back(std::string(fila.deBaja ? esquema::kActiva : retirada));
   const std::string condicion = Condicion(c, fila.valores, true, parametros);
@@ -184,4 +183,4 @@ void Retira(autonomo::Conexion& conexion, const Catalogo& c, const FilaCatalogo&
   conexion.Consulta(sentencia, parametros);
 }
 
-}  // namespace vista
+}  // namespace autonomo

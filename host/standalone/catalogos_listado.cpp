@@ -1,9 +1,9 @@
 // The catalogues as tables of typed cells.
 #include <map>
 
-#include "desktop/catalogos.h"
+#include "host/standalone/catalogos.h"
 
-namespace vista {
+namespace autonomo {
 
 namespace {
 
@@ -29,7 +29,7 @@ std::string_view EstadoDe(const Catalogo& catalogo, const FilaCatalogo& fila) {
   return fila.deBaja ? "De baja" : "";
 }
 
-listado::Listado ListadoDe(autonomo::Conexion& conexion, const Catalogo& catalogo) {
+listado::Listado ListadoDe(Conexion& conexion, const Catalogo& catalogo) {
   listado::Listado lista{std::string(catalogo.titulo), "", {}, {}};
   std::vector<std::map<std::string, std::string>> nombres;
   for (const CampoCatalogo& campo : catalogo.campos) {
@@ -55,4 +55,4 @@ listado::Listado ListadoDe(autonomo::Conexion& conexion, const Catalogo& catalog
   return lista;
 }
 
-}  // namespace vista
+}  // namespace autonomo

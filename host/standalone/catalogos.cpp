@@ -1,11 +1,11 @@
-#include "desktop/catalogos.h"
+#include "host/standalone/catalogos.h"
 
 #include <algorithm>
 
 #include "host/standalone/parametros.h"
 #include "platform/com/variant.h"
 
-namespace vista {
+namespace autonomo {
 
 namespace parametro = anfitrion::parametro;
 
@@ -149,4 +149,4 @@ const Catalogo* BuscaCatalogo(std::string_view tabla) {
   return c == todos.end() ? nullptr : &*c;
 }
 
-}  // namespace vista
+}  // namespace autonomo
