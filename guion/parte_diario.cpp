@@ -40,8 +40,14 @@ bool YaSalio(autonomo::Conexion& conexion, com::Fecha dia) {
               ->Eof();
 }
 
+// Whose report is due last: today's from its hour on, before that yesterday's.
+com::Fecha DiaQueToca(autonomo::Conexion& conexion, com::Fecha ahora) {
+  const int hora = com::CInt(Valor(conexion, parametro::kParteHora));
+  return com::ACivil(ahora).hora < hora ? com::MasDias(com::SoloFecha(ahora), -1) : ahora;
+}
+
 void Encola(autonomo::Conexion& conexion, const recepcion::Parte& parte, const std::vector<std::string>& direcciones,
-            const std::string& consulta, const std::string& usuario) {
+            const std::string& consulta, const std::string& usuario, com::Fecha ahora) {
   autonomo::CorreoNuevo correo{.folio = "",
                                .plantilla = kPlantilla,
                                .consulta = consulta,
@@ -50,7 +56,7 @@ void Encola(autonomo::Conexion& conexion, const recepcion::Parte& parte, const s
                                .cuerpo = recepcion::TextoDe(parte),
                                .adjunto = recepcion::HtmlDe(parte),
                                .usuario = usuario,
-                               .fecha = parte.momento};
+                               .fecha = ahora};
   for (const std::string& direccion : direcciones) {
     correo.para = direccion;
     autonomo::Encola(conexion, correo);
@@ -72,20 +78,22 @@ int EnviaParte(const Base& conexion, com::Fecha ahora, const std::string& usuari
   }
   const recepcion::Parte parte = LeeParteDe(conexion, ahora);
   autonomo::Transaccion t(*conexion);
-  Encola(*conexion, parte, direcciones, "", usuario);
+  Encola(*conexion, parte, direcciones, "", usuario, ahora);
   t.Concluye();
   return static_cast<int>(direcciones.size());
 }
 
 int EnviaParteDelDia(const Base& conexion, com::Fecha ahora) {
   const std::vector<std::string> direcciones = Destinatarios(*conexion);
-  const int hora = com::CInt(Valor(*conexion, parametro::kParteHora));
-  if (direcciones.empty() || com::ACivil(ahora).hora < hora || YaSalio(*conexion, ahora)) return 0;
-  const recepcion::Parte parte = LeeParteDe(conexion, ahora);  // before the turn is taken: it may take a while
+  const com::Fecha dia = DiaQueToca(*conexion, ahora);
+  if (direcciones.empty() || YaSalio(*conexion, dia)) return 0;
+  // Before the turn is taken: it may take a while.
+  recepcion::Parte parte = LeeParteDe(conexion, dia);
+  if (dia < com::SoloFecha(ahora)) parte.hecho = ahora;
   autonomo::Transaccion t(*conexion);
   conexion->EsperaTurno("parte");
-  if (YaSalio(*conexion, ahora)) return 0;
-  Encola(*conexion, parte, direcciones, Marca(ahora), "");
+  if (YaSalio(*conexion, dia)) return 0;
+  Encola(*conexion, parte, direcciones, Marca(dia), "", ahora);
   t.Concluye();
   return static_cast<int>(direcciones.size());
 }
@@ -93,8 +101,10 @@ int EnviaParteDelDia(const Base& conexion, com::Fecha ahora) {
 std::function<void(const Base&, com::Fecha)> ParteDeCadaDia() {
   return [listo = com::Fecha{}](const Base& conexion, com::Fecha ahora) mutable {
     if (listo == com::SoloFecha(ahora)) return;
+    const com::Fecha dia = com::SoloFecha(DiaQueToca(*conexion, ahora));
+    if (listo == dia) return;
     EnviaParteDelDia(conexion, ahora);
-    if (YaSalio(*conexion, ahora)) listo = com::SoloFecha(ahora);
+    if (YaSalio(*conexion, dia)) listo = dia;
   };
 }
 

@@ -17,9 +17,11 @@ recepcion::Parte LeeParteDe(const std::shared_ptr<autonomo::Conexion>& conexion,
 // that is no address.
 int EnviaParte(const std::shared_ptr<autonomo::Conexion>& conexion, com::Fecha ahora, const std::string& usuario);
 
-// Queues the day's report when its hour has come and no program has done so yet; gives for how many addresses, 0 when
-// nothing was to be done; com::Error kArgumento for parameters that cannot be read. Of two programs one queues it: the
-// outbox itself tells which days have theirs.
+// Queues the report that was due last, when no program has done so yet: today's from its hour on, before that
+// yesterday's, which is missing where no program ran between its hour and midnight (a report that tells when it was
+// made; those of days before are not made up for). Gives for how many addresses, 0 when nothing was to be done;
+// com::Error kArgumento for parameters that cannot be read. Of two programs one queues it: the outbox itself tells
+// which days have theirs.
 int EnviaParteDelDia(const std::shared_ptr<autonomo::Conexion>& conexion, com::Fecha ahora);
 
 // The same for a carrier's rounds, which come every few seconds: a day that has its report is not looked up again.

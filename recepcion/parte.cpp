@@ -174,19 +174,22 @@ std::string TextoDe(const Tabla& tabla) {
 }
 
 std::string AlPie(const Parte& parte) {
-  return "Importes sin impuestos, en " + parte.moneda + ". Hace un año a estas alturas: lo reservado al " +
-         regional::FechaCorta(UnAnoAntes(parte.momento)) + ".";
+  std::string texto = "Importes sin impuestos, en " + parte.moneda + ". Hace un año a estas alturas: lo reservado al " +
+                      regional::FechaCorta(UnAnoAntes(parte.momento)) + ".";
+  if (parte.hecho != com::Fecha{})
+    texto += " Se hizo el " + regional::TextoFecha(parte.hecho) + ", con lo que había entonces.";
+  return texto;
 }
 
 }  // namespace
 
-Parte LeeParte(const Fuente& fuente, com::Fecha ahora, std::string hotel, std::string moneda) {
-  const com::Fecha hoy = com::SoloFecha(ahora);
+Parte LeeParte(const Fuente& fuente, com::Fecha momento, std::string hotel, std::string moneda) {
+  const com::Fecha hoy = com::SoloFecha(momento);
   const com::Civil c = com::ACivil(hoy);
   Parte parte;
   parte.hotel = std::move(hotel);
   parte.moneda = std::move(moneda);
-  parte.momento = ahora;
+  parte.momento = momento;
   parte.dia = LeeListas(fuente, hoy);
   parte.noches = LeeCifras(fuente, {hoy, com::MasDias(hoy, kNochesDelParte - 1), ""}, hoy);
   parte.mes = CuentaDelMes(fuente, com::FechaDe(c.anio, c.mes, 1), hoy);

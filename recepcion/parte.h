@@ -16,14 +16,15 @@ inline constexpr int kNochesDelParte = 8;
 
 struct Parte {
   std::string hotel, moneda;
-  com::Fecha momento;            // when it was made
+  com::Fecha momento;            // of what moment it tells
+  com::Fecha hecho;              // when it was made, where that was on a later day; none otherwise
   Dia dia;                       // its lists
   std::vector<CuentaDe> noches;  // tonight and seven more
   CuentaDe mes, siguiente;       // the whole month and the next one
 };
 
-// com::Error for database failures.
-Parte LeeParte(const Fuente& fuente, com::Fecha ahora, std::string hotel, std::string moneda);
+// As things stand now, whatever the moment. com::Error for database failures.
+Parte LeeParte(const Fuente& fuente, com::Fecha momento, std::string hotel, std::string moneda);
 
 // "Parte del 09/03/2026 · Hotel Bahía".
 std::string TituloDe(const Parte& parte);

@@ -91,6 +91,13 @@ for fila, cuenta in zip(filas[1:], cifras["noches"] + [cifras["total"]]):
 assert abs(float(hoja("meses.csv", ";")[1][6].replace(",", ".")) - cifras["meses"][0]["ingreso"]) < 0.006
 for nombre in "bitacora", "correos", "usuarios":
     hoja(nombre + ".csv")
+catalogos = ("Cliente Forma_Pago Moneda Tipo_Cambio Habitacion Habitacion_Bloqueo Tipo_Habitacion Grupo_Habitacion "
+             "Area_Habitacion Producto Producto_Precio Tarifa Impuesto Sucursal Permiso Plantilla Formato").split()
+cuentas = guion("".join(f"exporta {c} {c}.csv\nexporta {c} {c}.pdf\nsql \"SELECT COUNT(*) AS n FROM {c}\"\n" for c in catalogos))
+for catalogo, cuenta in zip(catalogos, cuentas[2::3]):
+    assert len(hoja(catalogo + ".csv")) == cuenta["valor"][0]["n"] + 1, catalogo
+    assert paginas(catalogo + ".pdf") >= 1, catalogo
+assert ["0101", "101 Jardín", "0001 Sencilla"] == hoja("Habitacion.csv")[1][:3], hoja("Habitacion.csv")[1]
 
 # --- on paper: whose it is, what, when, which page; nothing is cut
 for nombre, titulo in ("hoy", "Reservaciones halladas"), ("cuadro", "Cuadro de habitaciones"), ("cifras", "Cifras por"):
@@ -133,16 +140,28 @@ for dice in ("llena.csv: el disco está lleno", "no_hay/cuadro.csv: la carpeta n
 
 def poco_sitio():
     signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
-    resource.setrlimit(resource.RLIMIT_FSIZE, (2000, 2000))
+    resource.setrlimit(resource.RLIMIT_FSIZE, (1000, 1000))
 
 
-shutil.copy("hotel.db", "pequeno.db")
+# Every way out of the program, over a file that is there and as a new one.
+salidas = [orden + " %s" + fin for orden, fines in
+           (("exporta cuadro", (".csv", ".pdf")), ("exporta Habitacion", (".csv", ".pdf")), ("agenda todas", (".ics",)),
+            ("parte", (".pdf", ".txt"))) for fin in fines]
+for orden in salidas:
+    shutil.copy("cuadro.csv", orden.split()[-1] % "hay")
+todas = "".join(orden % nombre + "\n" for orden in salidas for nombre in ("hay", "nuevo"))
 hecho = subprocess.run([GUION, "--demo", "--ahora", "2026-03-09T10:00", "--registro", "/dev/null", "-"], text=True,
-                       input="abre\ncuadro 2026-03-08 60\nexporta cuadro cuadro.csv\nexporta cuadro nuevo.csv\n",
-                       capture_output=True, preexec_fn=poco_sitio, restore_signals=False)
-assert hecho.stdout.count("No se puede escribir") == 2, hecho.stdout + hecho.stderr
-assert open("cuadro.csv", "rb").read() == antes
-assert not [f for f in os.listdir() if f.startswith(("cuadro.csv.", "nuevo.csv"))], os.listdir()
+                       input="abre\ncuadro 2026-03-08 60\n" + todas, capture_output=True, preexec_fn=poco_sitio,
+                       restore_signals=False)
+for linea in hecho.stdout.splitlines()[2:]:
+    assert "No se puede escribir" in linea and "demasiado grande" in linea, linea
+for orden in salidas:
+    assert open(orden.split()[-1] % "hay", "rb").read() == antes, orden
+assert not [f for f in os.listdir() if f.startswith(("hay.", "nuevo.")) and f.count(".") != 1 or f.startswith("nuevo.")], os.listdir()
+for fin in "pdf", "ics", "txt":
+    os.symlink("/dev/full", "llena." + fin)
+llenas = guion("abre\ncuadro 2026-03-08 14\n" + "".join(orden % "llena" + "\n" for orden in salidas), mal=True)
+assert all("el disco está lleno" in r["error"] for r in llenas[2:]) and len(llenas) == len(salidas) + 2, llenas
 
 
 # --- calendars: the nights that hold each room, by a reader of others
@@ -220,7 +239,7 @@ assert len(fallas) == 2 and "separadas por comas" in fallas[0] and "una hora de 
 assert paginas("parte.pdf") == 1 and "más" in texto_pdf("parte.pdf"), texto_pdf("parte.pdf")
 parte = next(r["valor"] for r in partes if r["orden"] == "muestra parte")
 assert open("parte.txt", encoding="utf-8").read() == parte and "Llegadas: 27, " in parte and parte.count("y 14 más") == 2, parte
-assert [r.get("valor") for r in partes[-2:]] == [0, 2], partes[-2:]
+assert [r.get("valor") for r in partes[-2:]] == [2, 2], "yesterday's, then by hand: %s" % partes[-2:]
 cuantos = [subprocess.Popen([GUION, "--base", "hotel.db", "--ahora", "2026-03-09T21:00", "-"], text=True,
                             stdin=subprocess.PIPE, stdout=subprocess.PIPE) for _ in range(6)]
 salidas = [json.loads(p.communicate("parte deldia\n")[0])["valor"] for p in cuantos]
@@ -228,4 +247,84 @@ assert sorted(salidas) == [0, 0, 0, 0, 0, 2], salidas
 respuestas = guion("parte deldia\nlista correos\n", "2026-03-10T22:30")
 assert respuestas[0]["valor"] == 2
 asuntos = [c["asunto"] for c in respuestas[1]["valor"]]
-assert asuntos.count(asuntos[0]) == 2 and len(asuntos) == 6 and asuntos[0].startswith("Parte del 10/03/2026"), asuntos
+assert asuntos.count(asuntos[0]) == 2 and len(asuntos) == 8 and asuntos[0].startswith("Parte del 10/03/2026"), asuntos
+
+
+# Nobody was there on the night of the 11th: of those who come in the morning one makes up for it, and tells.
+def al_dia(hora, cuantos=1):
+    programas = [subprocess.Popen([GUION, "--base", "hotel.db", "--ahora", hora, "-"], text=True, stdin=subprocess.PIPE,
+                                  stdout=subprocess.PIPE) for _ in range(cuantos)]
+    return sorted(json.loads(p.communicate("parte deldia\n")[0])["valor"] for p in programas)
+
+
+assert al_dia("2026-03-12T07:00", 4) == [0, 0, 0, 2]
+assert al_dia("2026-03-12T21:30") == [2] and al_dia("2026-03-13T06:00") == [0]
+cuerpos = [v["c"] for v in guion("sql \"SELECT Cs_Cuerpo AS c FROM Correo_Salida WHERE Cs_Plantilla = 'PARTE' ORDER BY Cs_Id\"\n",
+                                 "2026-03-13T06:30")[0]["valor"]]
+assert cuerpos[-4].startswith("Parte del 11/03/2026") and "Se hizo el 12/03/2026 07:00" in cuerpos[-4], cuerpos[-4]
+assert cuerpos[-1].startswith("Parte del 12/03/2026") and "Se hizo" not in cuerpos[-1], cuerpos[-1]
+
+# --- one hotel full of names that mean something to databases, spreadsheets, calendars and pages
+def orden(*palabras):
+    return " ".join('"' + p.replace("\\", "\\\\").replace('"', '\\"') + '"' for p in palabras) + "\n"
+
+
+def sql(sentencia, *valores):
+    return orden("sql", sentencia % tuple("'" + v.replace("'", "''") + "'" for v in valores))
+
+
+nombres = ["O'Higgins Ñuñoa", 'Ana "Nena" Ruiz', "100% Real", "Su_ana Paz", "Caso [a] Bis", "A;B, C\\D",
+           "<b>Neg</b> & Cía", "=1+1 Uno", "x' OR '1'='1"]
+dias = ["2027-05-10"] * 5 + ["2027-05-11"] * 4  # the report names six of a list
+raros = "abre\n"
+for i, (nombre, llegada) in enumerate(zip(nombres, dias)):
+    clave, folio = "00000005%02d" % i, "00000006%02d" % i
+    raros += sql("INSERT INTO Cliente (Cl_Cve_Cliente, Cl_Razon_Social_1, Es_Cve_Estado) VALUES (%s, %s, 'AC')", clave, nombre)
+    raros += sql("INSERT INTO Reservacion (Rs_Folio, Rs_Llegada, Rs_Salida, Rs_Huesped, Rs_Referencia, Es_Cve_Estado) "
+                 "VALUES (%s, %s, '2027-05-13', %s, %s, 'AC')", folio, llegada, clave, nombre)
+    raros += sql("INSERT INTO Reservacion_Detalle (Rs_Folio, Rsd_Id, Hb_Cve_Habitacion, Rsd_Fecha_Inicio, Rsd_Fecha_Fin, "
+                 "Rsd_Adultos) VALUES (%s, 1, %s, %s, '2027-05-13', 1)", folio, "010%d" % (i + 1), llegada)
+guion(raros, "2027-05-10T10:00")
+buscas = "abre\nhoy\nhuesped\n" + "".join(
+    orden("hoy", "busca", n) + "muestra hoy\n" + orden("huesped", "busca", n) + "muestra huesped\n" for n in nombres)
+vistos = [r["valor"] for r in guion(buscas, "2027-05-10T10:00") if r["orden"].startswith("muestra")]
+for i, nombre in enumerate(nombres):
+    assert [f["folio"] for f in vistos[2 * i]["filas"]] == ["00000006%02d" % i], (nombre, vistos[2 * i])
+    assert [p["nombre"] for p in vistos[2 * i + 1]["personas"]] == [nombre], (nombre, vistos[2 * i + 1])
+# Signs alone are no name; what fits everybody is cut, and says how many there are.
+todos = [r["valor"] for r in guion("""abre
+hoy
+huesped
+hoy busca "% _ [a-z]"
+muestra hoy
+hoy busca 0
+muestra hoy
+huesped busca ""
+muestra huesped
+""", "2027-05-10T10:00") if r["orden"].startswith("muestra")]
+assert todos[0]["total"] == 0 and todos[1]["total"] > len(todos[1]["filas"]) > 50, todos[1]["total"]
+assert todos[2]["total"] == len(todos[2]["personas"]) > 30, todos[2]["total"]
+for dia in sorted(set(dias)):
+    guion(f"""abre
+hoy
+hoy busca "2027"
+hoy busca "10 al 11 may 2027"
+exporta hoy raros.csv
+exporta hoy raros_pc.csv puntoycoma
+exporta hoy raros.pdf
+cuadro 2027-05-09 14
+exporta cuadro raros_cuadro.csv
+exporta Cliente raros_clientes.csv
+agenda todas raros.ics nombres
+parte parte{dia}.pdf
+parte parte{dia}.txt
+""", dia + "T10:00")
+for ruta, columna, separador in (("raros.csv", 1, ","), ("raros_pc.csv", 1, ";"), ("raros_cuadro.csv", 6, ","),
+                                 ("raros_clientes.csv", 1, ",")):
+    vistos = [fila[columna] for fila in hoja(ruta, separador)]
+    assert all(("'" if n[0] == "=" else "") + n in vistos for n in nombres), (ruta, vistos)
+eventos = icalendar.Calendar.from_ical(open("raros.ics", encoding="utf-8").read()).walk("VEVENT")
+for nombre, dia in zip(nombres, dias):
+    assert any(nombre + " (" in str(e["SUMMARY"]) for e in eventos), nombre
+    assert nombre in open(f"parte{dia}.txt", encoding="utf-8").read(), nombre
+    assert nombre in texto_pdf("raros.pdf") and nombre in texto_pdf(f"parte{dia}.pdf"), nombre
