@@ -84,9 +84,12 @@ class Foliador {
 com::Fecha Dia(double diasCom) { return com::SoloFecha(com::DeDiasCom(diasCom)); }
 
 // Nights of a room that a stored reservation has for nothing.
-struct Cortesia {
+// A line as it was stored before an edit.
+struct Anterior {
   std::string habitacion;
   com::Fecha inicio, fin;
+  double impuesto = 0;    // tax factor
+  bool cortesia = false;  // it cost nothing
 };
 
 class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
@@ -141,7 +144,7 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
     const registro::Operacion operacion("Hotel.GuardaReservacion");
     ExigeTransaccion();
     renglones_ = 0;
-    cortesias_.clear();
+    anteriores_.clear();
     guardado_.clear();
     return Intenta(operacion, [this] {
       const std::string folio = com::Recorta(encabezado_.folio.Texto());
@@ -239,8 +242,8 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
 
   // The state stays; the lines go and come again one by one.
   std::string Actualiza(const std::string& pedido) {
-    const ado::RecordsetPtr rs =
-        Base().Consulta("SELECT Rs_Folio, Es_Cve_Estado FROM Reservacion WHERE Rs_Folio = ?", {pedido});
+    const ado::RecordsetPtr rs = Base().Consulta(
+        "SELECT Rs_Folio, Es_Cve_Estado, Sc_Cve_Sucursal FROM Reservacion WHERE Rs_Folio = ?", {pedido});
     if (rs->Eof()) throw Rechazo{"La reservación " + pedido + " no existe"};
     std::string folio = com::CStr(rs->Fields(0).Value());
     const std::string estado = com::Recorta(com::CStr(rs->Fields(1).Value()));
@@ -262,21 +265,23 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
         {Dia(e.fecha), Dia(e.llegada), Dia(e.salida), e.sucursal.Texto(), e.cliente.Texto(), e.huesped.Texto(),
          e.moneda.Texto(), e.tipoCambio, e.formaPago.Texto(), e.referencia.Texto(), e.comentario.Texto(),
          e.notas.Texto(), host_.usuario(), host_.reloj().Ahora(), folio});
-    LeeCortesias(folio);
+    LeeAnteriores(folio);
+    mismaSucursal_ =
+        com::IgualSinCaja(com::Recorta(com::CStr(rs->Fields(2).Value())), com::Recorta(e.sucursal.Texto()));
     Base().Consulta("DELETE FROM Reservacion_Detalle WHERE Rs_Folio = ?", {folio});
     return folio;
   }
 
-  // The lines that cost nothing before the edit.
-  void LeeCortesias(const std::string& folio) {
+  void LeeAnteriores(const std::string& folio) {
     const ado::RecordsetPtr rs = Base().Consulta(
-        "SELECT Hb_Cve_Habitacion, Rsd_Fecha_Inicio, Rsd_Fecha_Fin FROM Reservacion_Detalle "
-        "WHERE Rs_Folio = ? AND Rsd_Precio = 0 AND Rsd_Precio_Personas_Extra = 0",
+        "SELECT Hb_Cve_Habitacion, Rsd_Fecha_Inicio, Rsd_Fecha_Fin, Rsd_Impuesto_Factor, Rsd_Precio, "
+        "Rsd_Precio_Personas_Extra FROM Reservacion_Detalle WHERE Rs_Folio = ? ORDER BY Rsd_Id",
         {folio});
     for (; !rs->Eof(); rs->MoveNext()) {
-      cortesias_.push_back({com::Recorta(com::CStr(rs->Fields(0).Value())),
-                            com::SoloFecha(com::CDate(rs->Fields(1).Value())),
-                            com::SoloFecha(com::CDate(rs->Fields(2).Value()))});
+      const auto importe = [&](std::size_t i) { return com::CDbl(rs->Fields(i).Value()); };
+      anteriores_.push_back(
+          {com::Recorta(com::CStr(rs->Fields(0).Value())), com::SoloFecha(com::CDate(rs->Fields(1).Value())),
+           com::SoloFecha(com::CDate(rs->Fields(2).Value())), importe(3), importe(4) == 0 && importe(5) == 0});
     }
   }
 
@@ -344,6 +349,9 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
     for (const double importe : {l.precio, l.precioPersonasExtra, l.descuentoFactor, l.personasExtra, l.total}) {
       if (!std::isfinite(importe)) rechaza("tiene un importe que no es un número");
     }
+    for (const double importe : {l.precio, l.precioPersonasExtra, l.total}) {
+      if (importe > kImporteMaximo) rechaza("su importe es demasiado grande: el máximo es 999,999,999");
+    }
     if (l.total < 0) rechaza("el importe total es menor a cero");
     if (l.adultos < 0 || l.menores < 0 || l.infantes < 0) rechaza("el número de personas es negativo");
   }
@@ -360,8 +368,8 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
   void RevisaQueTengaPrecio(const CuartoConTipo& cuarto, com::Fecha inicio, com::Fecha fin) {
     const anfitrion::DatosDetalle& l = detalle_;
     if (l.precio != 0 || l.precioPersonasExtra != 0) return;
-    for (const Cortesia& c : cortesias_) {
-      if (c.habitacion == cuarto.habitacion && c.inicio <= inicio && fin <= c.fin) return;
+    for (const Anterior& a : anteriores_) {
+      if (a.cortesia && a.habitacion == cuarto.habitacion && a.inicio <= inicio && fin <= a.fin) return;
     }
     int personasExtra = 0;
     PrecioEstancia precio;
@@ -377,11 +385,23 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
     }
   }
 
+  // A line keeps the tax that it was sold with, as the screen shows it, while its room and branch stay.
+  double FactorDeImpuesto(const CuartoConTipo& cuarto) {
+    const Anterior* suya = nullptr;
+    for (const Anterior& a : anteriores_) {
+      if (!mismaSucursal_ || a.habitacion != cuarto.habitacion) continue;
+      const bool mismasNoches = a.inicio == Dia(detalle_.inicio) && a.fin == Dia(detalle_.fin);
+      if (suya == nullptr || mismasNoches) suya = &a;
+      if (mismasNoches) break;
+    }
+    return suya != nullptr ? suya->impuesto : TasaDeImpuesto(Base(), encabezado_.sucursal.Texto(), cuarto.producto);
+  }
+
   // The amounts that the screen does not hand over, by the breakdown that it shows.
   anfitrion::Desglose Deriva(const CuartoConTipo& cuarto) {
     anfitrion::Desglose d;
     d.descuentoFactor = detalle_.descuentoFactor;
-    d.impuestoFactor = TasaDeImpuesto(Base(), encabezado_.sucursal.Texto(), cuarto.producto);
+    d.impuestoFactor = FactorDeImpuesto(cuarto);
     d.precioNeto = detalle_.total;
     d.total = detalle_.total;
     Desglosa(d);
@@ -393,7 +413,8 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
   anfitrion::DatosDetalle detalle_;
   std::string guardado_;        // folio of the header saved last
   std::int32_t renglones_ = 0;  // lines saved with it
-  std::vector<Cortesia> cortesias_;
+  std::vector<Anterior> anteriores_;
+  bool mismaSucursal_ = false;  // as before the edit
   std::string error_;
 };
 

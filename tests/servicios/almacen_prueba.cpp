@@ -131,6 +131,31 @@ TEST_F(Almacen, EdicionReemplazaRenglonesYConservaEstado) {
   EXPECT_EQ(com::CLng(rs->Fields(0).Value()), 2);
 }
 
+// As the screen shows it: what was sold before the rate changed keeps its tax, a new line has today's; another branch
+// has its own.
+TEST_F(Almacen, UnRenglonConservaElImpuestoConQueSeVendio) {
+  const std::string folio = GuardaUna(host, "0101", "2026-03-10", "2026-03-12", 1160);
+  host.Impuesto("", "HAB1", 0.10);
+  host.Impuesto("0002", "HAB1", 0.08);
+  const auto guarda = [&](const char* sucursal) {
+    base().BeginTrans();
+    anfitrion::DatosReservacion e = EncabezadoDe(folio, "2026-03-10", "2026-03-12");
+    e.sucursal = sucursal;
+    hotel->Encabezado(e);
+    EXPECT_TRUE(hotel->GuardaReservacion()) << hotel->ErrorHotel();
+    EXPECT_TRUE(Renglon(RenglonDe("0102", "2026-03-10", "2026-03-12", 1100))) << hotel->ErrorHotel();
+    EXPECT_TRUE(Renglon(RenglonDe("0101", "2026-03-10", "2026-03-11", 580))) << hotel->ErrorHotel();
+    EXPECT_TRUE(Renglon(RenglonDe("0101", "2026-03-11", "2026-03-12", 580))) << hotel->ErrorHotel();
+    base().CommitTrans();
+  };
+  guarda("0001");
+  EXPECT_NEAR(Importe("Rsd_Impuesto_Importe", 1), 100, 1e-9);
+  EXPECT_NEAR(Importe("Rsd_Impuesto_Importe", 2), 80, 1e-9);
+  EXPECT_NEAR(Importe("Rsd_Impuesto_Factor", 3), 0.16, 1e-9);
+  guarda("0002");
+  EXPECT_NEAR(Importe("Rsd_Impuesto_Factor", 2), 0.08, 1e-9);
+}
+
 TEST_F(Almacen, SoloSeEditanActivasYConfirmadas) {
   const std::string folio = GuardaUna(host, "0101", "2026-03-10", "2026-03-12", 2320);
   for (const char* estado : {"CA", "CE", "AP"}) {
@@ -181,6 +206,10 @@ TEST_F(Almacen, RenglonesQueSeRechazan) {
             "La habitación 0101 no se puede guardar: el importe total es menor a cero");
   EXPECT_EQ(rechaza(RenglonDe("0101", "2026-03-10", "2026-03-12", std::numeric_limits<double>::quiet_NaN())),
             "La habitación 0101 no se puede guardar: tiene un importe que no es un número");
+  anfitrion::DatosDetalle cara = RenglonDe("0101", "2026-03-10", "2026-03-12", 100);
+  cara.precio = 1e15;
+  EXPECT_EQ(rechaza(cara),
+            "La habitación 0101 no se puede guardar: su importe es demasiado grande: el máximo es 999,999,999");
   // After refusals the numbering has no holes and the error is gone.
   ASSERT_TRUE(Renglon(RenglonDe("0101", "2026-03-10", "2026-03-12", 100)));
   EXPECT_EQ(hotel->ErrorHotel(), "");
