@@ -142,7 +142,7 @@ CeldaTablero CalculaCelda(ModoVista modo, int total, const Ocupacion& ocupacion)
   if (modo == ModoVista::PorTipo && celda.libres > 0) celda.estado = EstadoCelda::Disponible;
   if (celda.libres < std::numeric_limits<std::int16_t>::min() ||
       celda.libres > std::numeric_limits<std::int16_t>::max()) {
-    throw com::Error(com::error::kDesbordamiento, "Desbordamiento");
+    throw com::Error(com::error::kDesbordamiento, "Son demasiadas habitaciones para contarlas en el tablero");
   }
   return celda;
 }

@@ -77,7 +77,7 @@ double ADiasCom(Fecha f) {
 Fecha DeDiasCom(double dias) {
   // 01/01/0100 and the last second of 31/12/9999.
   if (!(dias > -657435.0 && dias < 2958466.0)) {
-    throw Error(error::kDesbordamiento, "Desbordamiento: la fecha queda fuera del calendario");
+    throw Error(error::kDesbordamiento, "La fecha queda fuera del calendario");
   }
   const double entero = std::trunc(dias);
   Fecha f;

@@ -86,7 +86,7 @@ double NumeroDeVariant(const Variant& v, const char* destino) {
   if (const auto* f = std::get_if<Fecha>(&c)) return ADiasCom(*f);
   if (const auto* s = std::get_if<std::string>(&c)) {
     if (const auto n = NumeroDe(*s)) {
-      if (std::isinf(*n)) throw Error(error::kDesbordamiento, "Desbordamiento: «" + *s + "»");
+      if (std::isinf(*n)) throw Error(error::kDesbordamiento, "«" + *s + "» es un número demasiado grande");
       return *n;
     }
   }
@@ -97,7 +97,12 @@ template <class Entero>
 Entero EnteroDeVariant(const Variant& v) {
   const double redondo = std::nearbyint(NumeroDeVariant(v, "un número"));
   if (!(redondo >= std::numeric_limits<Entero>::min() && redondo <= std::numeric_limits<Entero>::max())) {
-    throw Error(error::kDesbordamiento, "Desbordamiento: " + CStr(Variant(redondo)) + " no cabe en un entero");
+    const bool grande = redondo > 0;
+    const double limite = grande ? std::numeric_limits<Entero>::max() : std::numeric_limits<Entero>::min();
+    throw Error(error::kDesbordamiento,
+                "El número " + CStr(Variant(redondo)) +
+                    (grande ? " es demasiado grande: el máximo es " : " es demasiado pequeño: el mínimo es ") +
+                    CStr(Variant(limite)));
   }
   return static_cast<Entero>(redondo);
 }

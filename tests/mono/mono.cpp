@@ -40,7 +40,7 @@ constexpr const char* kNoProcede[] = {
     "No hay lugar",           "No hay una oferta",
     "No hay tarifa",          "No hay tipo de cambio",
     "falla inyectada",        "Comilla sin cerrar",
-    "Desbordamiento",         "No coinciden los tipos",
+    "es demasiado grande",    "No coinciden los tipos",
     "no puede ser negativo",  "corrija ",
 };
 
