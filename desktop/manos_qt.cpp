@@ -444,7 +444,7 @@ VentanaHuesped& ManosQt::HuespedALaVista(recepcion::Huespedes& huespedes) {
 }
 
 void ManosQt::AbreHuespedes(recepcion::Huespedes& huespedes, const std::string& campo,
-                            const std::optional<recepcion::Periodo>& estancia) {
+                            const std::optional<recepcion::EstanciaCaptada>& estancia) {
   HazAlFrente([&] {
     huespedes.Abre(campo, estancia);
     delete huesped_;

@@ -46,7 +46,7 @@ class ManosQt : public guion::Manos {
   void ReservaOferta(recepcion::Cotizacion& cotizacion, int oferta) override;
   void ReservaNoches(recepcion::Cuadro& cuadro, int fila, com::Fecha desde, com::Fecha hasta) override;
   void AbreHuespedes(recepcion::Huespedes& huespedes, const std::string& campo,
-                     const std::optional<recepcion::Periodo>& estancia) override;
+                     const std::optional<recepcion::EstanciaCaptada>& estancia) override;
   void BuscaHuesped(recepcion::Huespedes& huespedes, const std::string& texto) override;
   void SenalaHuesped(recepcion::Huespedes& huespedes, int fila) override;
   void EligeHuesped(recepcion::Huespedes& huespedes, bool conHabitacion, bool conNotas) override;

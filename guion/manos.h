@@ -62,7 +62,7 @@ class Manos {
   // --- the guest's search: opened for a field, a text typed, a row pointed at, taken, one of his reservations opened;
   // a new client's data typed and stored
   virtual void AbreHuespedes(recepcion::Huespedes& huespedes, const std::string& campo,
-                             const std::optional<recepcion::Periodo>& estancia) = 0;
+                             const std::optional<recepcion::EstanciaCaptada>& estancia) = 0;
   virtual void BuscaHuesped(recepcion::Huespedes& huespedes, const std::string& texto) = 0;
   virtual void SenalaHuesped(recepcion::Huespedes& huespedes, int fila) = 0;
   virtual void EligeHuesped(recepcion::Huespedes& huespedes, bool conHabitacion, bool conNotas) = 0;

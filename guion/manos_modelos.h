@@ -37,7 +37,7 @@ class ManosModelos : public Manos {
     cuadro.Reserva(fila, desde, hasta);
   }
   void AbreHuespedes(recepcion::Huespedes& huespedes, const std::string& campo,
-                     const std::optional<recepcion::Periodo>& estancia) override {
+                     const std::optional<recepcion::EstanciaCaptada>& estancia) override {
     huespedes.Abre(campo, estancia);
   }
   void BuscaHuesped(recepcion::Huespedes& huespedes, const std::string& texto) override { huespedes.Busca(texto); }

@@ -145,7 +145,7 @@ void Huespedes::Lee() {
   });
 }
 
-void Huespedes::Abre(const std::string& campo, const std::optional<Periodo>& estancia) {
+void Huespedes::Abre(const std::string& campo, const std::optional<EstanciaCaptada>& estancia) {
   Lee();
   campo_ = campo;
   estancia_ = estancia;
@@ -191,14 +191,14 @@ std::string Huespedes::HabitacionDeSiempre(std::string& ocupada) const {
   if (!ultima_ || ultima_->habitaciones.empty()) return {};
   const std::string& habitacion = ultima_->habitaciones.front();
   if (!estancia_) return habitacion;
-  const auto& [llegada, salida] = *estancia_;
+  const auto& [llegada, salida] = estancia_->periodo;
   const int noches = com::DiasEntre(llegada, salida);
   if (noches < 1 || noches > kNochesMaximas) return habitacion;
   Cuadro cuadro;
   cuadro.Abre(llegada, std::max(noches, kNochesMinimas));
   const int fila = cuadro.FilaDe(habitacion);
   for (com::Fecha noche = llegada; fila >= 0 && noche < salida; noche = com::MasDias(noche, 1)) {
-    const Barra* barra = cuadro.En(fila, noche);
+    const Barra* barra = cuadro.En(fila, noche, estancia_->folio);
     if (barra == nullptr) continue;
     ocupada = "la noche del " + regional::FechaCorta(noche);
     ocupada += barra->huesped.empty() ? " está bloqueada" : " es de " + barra->huesped;

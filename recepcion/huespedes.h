@@ -9,7 +9,7 @@
 
 #include "platform/com/fecha.h"
 #include "recepcion/hoy.h"
-#include "recepcion/periodo.h"
+#include "recepcion/pasos.h"
 #include "recepcion/plano.h"
 
 namespace recepcion {
@@ -42,9 +42,9 @@ class Huespedes {
   // direccionValida: whether a text is a mail address.
   Huespedes(SinAcento sinAcento, bool (*direccionValida)(const std::string&));
 
-  // Reads the clients, for the screen's field txtHuesped or txtCliente; the search is emptied. estancia: arrival and
-  // departure of the capture, none outside one. Database failures raise com::Error, here and below.
-  void Abre(const std::string& campo, const std::optional<Periodo>& estancia);
+  // Reads the clients, for the screen's field txtHuesped or txtCliente; the search is emptied. estancia: that of
+  // the capture, none outside one. Database failures raise com::Error, here and below.
+  void Abre(const std::string& campo, const std::optional<EstanciaCaptada>& estancia);
   // Clients whose words begin with all words of the text, in any order, by name; "" finds all. A number of four digits
   // or more is found anywhere in a telephone. The first of them is pointed at.
   void Busca(const std::string& texto);
@@ -105,7 +105,7 @@ class Huespedes {
   SinAcento sinAcento_;
   bool (*direccionValida_)(const std::string&);
   std::string campo_, busqueda_;
-  std::optional<Periodo> estancia_;
+  std::optional<EstanciaCaptada> estancia_;
   std::vector<Entrada> entradas_;  // by plain name
   std::size_t total_ = 0;
   std::vector<Persona> hallados_;

@@ -91,13 +91,14 @@ void TecleaMoneda(controles::Formulario& principal, const std::string& moneda) {
   static_cast<void>(TecleaClave(principal, "txtMoneda", moneda));
 }
 
-std::optional<Periodo> EstanciaEnCaptura(const controles::Formulario& principal) {
+std::optional<EstanciaCaptada> EstanciaEnCaptura(const controles::Formulario& principal) {
   const auto* barra = principal.Primero<controles::ScreenToolbar>();
   const auto* llegada = controles::Como<controles::DateField>(principal.Busca("dpFecha_llegada"));
   const auto* salida = controles::Como<controles::DateField>(principal.Busca("dpFecha_salida"));
   if (barra == nullptr || !barra->EnEdicion() || llegada == nullptr || salida == nullptr) return std::nullopt;
   if (llegada->Vacio() || salida->Vacio()) return std::nullopt;
-  return Periodo{com::SoloFecha(llegada->valor()), com::SoloFecha(salida->valor())};
+  return EstanciaCaptada{{com::SoloFecha(llegada->valor()), com::SoloFecha(salida->valor())},
+                         barra->EsNuevo() ? std::string() : barra->ClaveActual()};
 }
 
 bool TecleaClave(controles::Formulario& principal, const std::string& campo, const std::string& clave) {

@@ -33,8 +33,13 @@ std::string MarcaTramos(controles::Formulario& tablero, com::Fecha llegada, cons
 // The currency of a New that has begun, when it is another one.
 void TecleaMoneda(controles::Formulario& principal, const std::string& moneda);
 
-// Arrival and departure of the capture; nothing outside one, or without dates.
-std::optional<Periodo> EstanciaEnCaptura(const controles::Formulario& principal);
+// The stay that is being captured.
+struct EstanciaCaptada {
+  Periodo periodo;    // arrival and departure
+  std::string folio;  // of the reservation that is edited, whose own nights are no obstacle; "" for a new one
+};
+// Nothing outside a capture, or without dates.
+std::optional<EstanciaCaptada> EstanciaEnCaptura(const controles::Formulario& principal);
 // Types a key in a field and confirms it. False when the field takes none.
 bool TecleaClave(controles::Formulario& principal, const std::string& campo, const std::string& clave);
 // What was chosen for the client's or the guest's field, in a capture: the key; the payment form where none is typed
