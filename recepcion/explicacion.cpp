@@ -26,7 +26,7 @@ struct Renglon {
   double tipoCambio = 0;
   double precio = 0, extra = 0;
   double descuento = 0, descuentoImporte = 0;  // per cent
-  double base = 0, impuesto = 0, impuestoImporte = 0, total = 0;
+  double base = 0, impuesto = 0, total = 0;
 };
 
 double Numero(const com::Variant& valor) {
@@ -77,7 +77,6 @@ Renglon Lee(const Formulario& principal, int fila) {
   r.descuentoImporte = numero(col::kDescuentoImporte);
   r.base = numero(col::kPrecioDescontadoImporte);
   r.impuesto = numero(col::kImpuesto);
-  r.impuestoImporte = numero(col::kImpuestoImporte);
   r.total = numero(col::kTotal);
   r.moneda = Texto(principal, "txtMoneda");
   if (const auto* cambio = Campo(principal, "txtTipoCambio")) r.tipoCambio = Numero(cambio->valor());
@@ -155,6 +154,20 @@ void AgregaPrecio(CuentaExplicada& e, const Renglon& r, const anfitrion::Explica
   }
 }
 
+// From the price to the total, in whole cents: discount and tax are what lies between the amounts of the screen, so
+// that the rows add up as they are read. The screen's own discount stays 0 where it takes the whole price.
+void AgregaCuenta(CuentaExplicada& e, const Renglon& r) {
+  const double precio = r.precio + r.extra, base = com::Redondea(r.base, 2), total = com::Redondea(r.total, 2);
+  const bool conDescuento = r.descuento != 0 || r.descuentoImporte != 0;
+  const double sinImpuesto = conDescuento ? com::Redondea(precio / (1 + r.impuesto), 2) : base;
+  e.pasos.push_back({"Antes de impuestos", Pesos(precio) + " ÷ " + PorCiento(100 + 100 * r.impuesto), sinImpuesto});
+  if (conDescuento) {
+    e.pasos.push_back({"Descuento", PorCiento(r.descuento) + " de " + Pesos(sinImpuesto), base - sinImpuesto});
+  }
+  e.pasos.push_back({"Impuesto", PorCiento(100 * r.impuesto) + " de " + Pesos(base), total - base});
+  e.pasos.push_back({"Total", "", total, true});
+}
+
 }  // namespace
 
 CuentaExplicada ExplicaRenglon(const Formulario& principal, int fila, OrigenPrecio origen) {
@@ -170,14 +183,7 @@ CuentaExplicada ExplicaRenglon(const Formulario& principal, int fila, OrigenPrec
   AgregaPrecio(e, r,
                fuente->ExplicaHabitacion(r.habitacion, r.inicio, r.fin, r.adultos, r.menores, r.moneda, r.tipoCambio),
                origen);
-  const double sinImpuesto = (r.precio + r.extra) / (1 + r.impuesto);
-  e.pasos.push_back(
-      {"Antes de impuestos", Pesos(r.precio + r.extra) + " ÷ " + PorCiento(100 + 100 * r.impuesto), sinImpuesto});
-  if (r.descuento != 0 || r.descuentoImporte != 0) {
-    e.pasos.push_back({"Descuento", PorCiento(r.descuento) + " de " + Pesos(sinImpuesto), -r.descuentoImporte});
-  }
-  e.pasos.push_back({"Impuesto", PorCiento(100 * r.impuesto) + " de " + Pesos(r.base), r.impuestoImporte});
-  e.pasos.push_back({"Total", "", r.total, true});
+  AgregaCuenta(e, r);
   return e;
 }
 
