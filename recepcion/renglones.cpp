@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <map>
 #include <optional>
 #include <set>
 #include <utility>
@@ -109,11 +110,11 @@ void Quita(Grid& grid, int fila) {
   static_cast<void>(Escribe(grid, fila, col::kClave, ""));
 }
 
-// A discount was typed as the shorter of its two numbers.
+// A discount was typed as the shorter of its two numbers; the whole price has no amount on the screen.
 void EscribeDescuento(Grid& grid, int fila, const Renglon& r) {
   const std::string porciento = com::CStr(com::Variant(r.descuento)),
                     importe = com::CStr(com::Variant(r.descuentoImporte));
-  const bool enPorciento = porciento.size() <= importe.size();
+  const bool enPorciento = r.descuentoImporte == 0 || porciento.size() <= importe.size();
   static_cast<void>(
       Escribe(grid, fila, enPorciento ? col::kDescuento : col::kDescuentoImporte, enPorciento ? porciento : importe));
 }
@@ -127,7 +128,8 @@ void EscribeAcuerdo(controles::Formulario& principal, Grid& grid, int fila, cons
   };
   if (!MismoImporte(importe(col::kPrecio), r.precio)) escribe(col::kPrecio, r.precio);
   if (!MismoImporte(importe(col::kPrecioExtra), r.personaExtra)) escribe(col::kPrecioExtra, r.personaExtra);
-  if (!MismoImporte(importe(col::kDescuentoImporte), r.descuentoImporte)) {
+  if (!MismoImporte(importe(col::kDescuentoImporte), r.descuentoImporte) ||
+      !MismoImporte(importe(col::kDescuento), r.descuento)) {
     EscribeDescuento(grid, fila, r);
     static_cast<void>(grid.Deja());
   }
@@ -176,18 +178,72 @@ std::string Personas(const std::string& cuantas, const char* una, const char* va
   return ", " + cuantas + (cuantas == "1" ? una : varias);
 }
 
-// --- lines that were taken away
-
-struct Estancia {
-  com::Fecha llegada{}, salida{};
+struct Falta {
+  std::size_t cual;  // of the wanted lines
+  bool fuera;        // the screen has no line of that room for it
+  std::string dice;
 };
 
-Estancia EstanciaDe(const controles::Formulario& principal) {
+// What of these lines the screen does not hold.  Amounts of the lines named are not compared.
+std::vector<Falta> Faltan(const controles::Formulario& principal, const std::vector<Renglon>& renglones,
+                          const std::set<std::size_t>& aOtroPrecio = {}) {
+  std::vector<Falta> faltan;
+  const std::vector<Renglon> hay = LeeRenglones(principal);
+  const std::vector<int> pares = Empareja(renglones, hay);
+  for (std::size_t i = 0; i < renglones.size(); ++i) {
+    const Renglon& r = renglones[i];
+    const Renglon* h = pares[i] < 0 ? nullptr : &hay[static_cast<std::size_t>(pares[i])];
+    const bool iguales = h != nullptr && MismasNoches(*h, r) && h->adultos == r.adultos && h->menores == r.menores &&
+                         h->infantes == r.infantes && (aOtroPrecio.contains(i) || MismoImporte(h->total, r.total));
+    if (iguales) continue;
+    faltan.push_back(
+        {i, h == nullptr, "Habitación " + EnPalabras(r) + (h == nullptr ? "" : "; ahora " + EnPalabras(*h))});
+  }
+  return faltan;
+}
+
+// --- lines that were taken away
+
+struct Noches {
+  com::Fecha desde{}, hasta{};  // the day of departure
+  bool operator==(const Noches&) const = default;
+};
+
+Noches EstanciaDe(const controles::Formulario& principal) {
   const auto dia = [&](const char* campo) {
     const auto* fecha = controles::Como<controles::DateField>(principal.Busca(campo));
     return fecha == nullptr ? com::Fecha{} : com::SoloFecha(fecha->valor());
   };
   return {dia("dpFecha_llegada"), dia("dpFecha_salida")};
+}
+
+// First and last day of the lines.
+Noches DiasDe(const std::vector<Renglon>& renglones) {
+  std::optional<com::Fecha> primero, ultimo;
+  for (const Renglon& r : renglones) {
+    if (const auto dia = DiaDe(r.inicio); dia && (!primero || *dia < *primero)) primero = dia;
+    if (const auto dia = DiaDe(r.fin); dia && (!ultimo || *dia > *ultimo)) ultimo = dia;
+  }
+  return {primero.value_or(com::Fecha{}), ultimo.value_or(com::Fecha{})};
+}
+
+// The nights that a line may have in the stay, the best first: those of the stay where it began or ended with the
+// lines, else its own.
+std::vector<Noches> NochesEn(const Noches& estancia, const Renglon& r, const Noches& lineas) {
+  const com::Fecha inicio = DiaDe(r.inicio).value_or(lineas.desde), fin = DiaDe(r.fin).value_or(lineas.hasta);
+  const Noches suyas{std::max(inicio, estancia.desde), std::min(fin, estancia.hasta)};
+  std::vector<Noches> noches{
+      {inicio == lineas.desde ? estancia.desde : suyas.desde, fin == lineas.hasta ? estancia.hasta : suyas.hasta}};
+  if (noches.front() != suyas) noches.push_back(suyas);
+  std::erase_if(noches, [](const Noches& n) { return n.desde >= n.hasta; });
+  return noches;
+}
+
+bool Incluye(const std::vector<Renglon>& renglones, const Renglon& r, const Noches& n) {
+  return std::ranges::any_of(renglones, [&](const Renglon& otro) {
+    const auto inicio = DiaDe(otro.inicio), fin = DiaDe(otro.fin);
+    return MismaHabitacion(otro, r) && inicio && fin && *inicio < n.hasta && n.desde < *fin;
+  });
 }
 
 std::string FolioDe(const controles::Formulario& principal) {
@@ -196,18 +252,41 @@ std::string FolioDe(const controles::Formulario& principal) {
 }
 
 // Why the room is not free on these nights for the reservation of this folio; "" when it is.
-std::string Ocupada(const Renglon& r, com::Fecha desde, com::Fecha hasta, const std::string& folio) {
+std::string Ocupada(const Renglon& r, const Noches& n, const std::string& folio) {
   Cuadro cuadro;
-  for (com::Fecha dia = desde; dia < hasta; dia = com::MasDias(dia, kNochesMaximas)) {
-    const int noches = std::min(com::DiasEntre(dia, hasta), kNochesMaximas);
+  for (com::Fecha dia = n.desde; dia < n.hasta; dia = com::MasDias(dia, kNochesMaximas)) {
+    const int noches = std::min(com::DiasEntre(dia, n.hasta), kNochesMaximas);
     cuadro.Abre(dia, std::max(noches, kNochesMinimas));
     const int fila = cuadro.FilaDe(r.habitacion);
     if (fila < 0) return "está de baja";
-    for (int n = 0; n < noches; ++n) {
-      if (const Barra* b = cuadro.En(fila, com::MasDias(dia, n), folio)) return QuienLaTiene(*b);
+    for (int i = 0; i < noches; ++i) {
+      if (const Barra* b = cuadro.En(fila, com::MasDias(dia, i), folio)) return QuienLaTiene(*b);
     }
   }
   return {};
+}
+
+// Where a line may come back, or why it may not; both where it may on its own nights only.
+struct Lugar {
+  std::optional<Noches> noches;
+  std::string motivo;
+  bool yaEsta = false;
+};
+
+Lugar LugarDe(const Renglon& r, const std::vector<Noches>& posibles, const std::vector<Renglon>& hay,
+              const std::string& folio) {
+  Lugar lugar;
+  if (posibles.empty()) lugar.motivo = "no tiene noches en la estancia";
+  for (const Noches& n : posibles) {
+    lugar.yaEsta = Incluye(hay, r, n);
+    const std::string ocupada = lugar.yaEsta ? "la tiene otro renglón" : Ocupada(r, n, folio);
+    if (ocupada.empty()) {
+      lugar.noches = n;
+      break;
+    }
+    if (lugar.motivo.empty()) lugar.motivo = "no está libre: " + ocupada;
+  }
+  return lugar;
 }
 
 }  // namespace
@@ -254,18 +333,9 @@ void TecleaRenglones(controles::Formulario& principal, const std::vector<Renglon
 
 std::vector<std::string> RenglonesQueFaltan(const controles::Formulario& principal,
                                             const std::vector<Renglon>& renglones) {
-  std::vector<std::string> faltan;
-  const std::vector<Renglon> hay = LeeRenglones(principal);
-  const std::vector<int> pares = Empareja(renglones, hay);
-  for (std::size_t i = 0; i < renglones.size(); ++i) {
-    const Renglon& r = renglones[i];
-    const Renglon* h = pares[i] < 0 ? nullptr : &hay[static_cast<std::size_t>(pares[i])];
-    const bool iguales = h != nullptr && MismasNoches(*h, r) && h->adultos == r.adultos && h->menores == r.menores &&
-                         h->infantes == r.infantes && MismoImporte(h->total, r.total);
-    if (iguales) continue;
-    faltan.push_back("Habitación " + EnPalabras(r) + (h == nullptr ? "" : "; ahora " + EnPalabras(*h)));
-  }
-  return faltan;
+  std::vector<std::string> dice;
+  for (const Falta& f : Faltan(principal, renglones)) dice.push_back(f.dice);
+  return dice;
 }
 
 void RenglonesQuitados::Vigila(controles::Formulario& principal) {
@@ -287,53 +357,42 @@ std::vector<std::string> RenglonesQuitados::Repone(controles::Formulario& princi
                      "No hay habitaciones que reponer: se guardan las que quita un cambio de noches, mientras dura la "
                      "captura");
   }
-  const Estancia estancia = EstanciaDe(principal);
-  std::optional<com::Fecha> primera, ultima;
-  for (const Renglon& r : renglones()) {
-    if (const auto dia = DiaDe(r.inicio); dia && (!primera || *dia < *primera)) primera = dia;
-    if (const auto dia = DiaDe(r.fin); dia && (!ultima || *dia > *ultima)) ultima = dia;
-  }
+  const Noches estancia = EstanciaDe(principal), lineas = DiasDe(renglones());
   std::vector<Renglon> quiere = LeeRenglones(principal), siguen;
-  const auto yaEsta = [&](const Renglon& r, com::Fecha desde, com::Fecha hasta) {
-    return std::ranges::any_of(quiere, [&](const Renglon& q) {
-      const auto suInicio = DiaDe(q.inicio), suFin = DiaDe(q.fin);
-      return MismaHabitacion(q, r) && suInicio && suFin && *suInicio < hasta && desde < *suFin;
-    });
-  };
   std::vector<std::string> dice;
-  const auto deja = [&](const Renglon& r, const std::string& motivo) {
-    dice.push_back("Habitación " + EnPalabras(r) + ": " + motivo);
-    siguen.push_back(r);
+  const auto di = [&](const Renglon& r, const std::string& que) {
+    dice.push_back("Habitación " + EnPalabras(r) + ": " + que);
   };
-  std::vector<Renglon> nuevos;
-  for (Renglon r : renglones()) {
-    const Renglon antes = r;
-    const auto inicio = DiaDe(r.inicio), fin = DiaDe(r.fin);
-    const com::Fecha desde = !inicio || inicio == primera ? estancia.llegada : std::max(*inicio, estancia.llegada);
-    const com::Fecha hasta = !fin || fin == ultima ? estancia.salida : std::min(*fin, estancia.salida);
-    if (desde >= hasta) {
-      deja(antes, "no tiene noches en la estancia");
+  std::map<std::size_t, Renglon> vuelven;  // as they were, by their place among the wanted ones
+  std::set<std::size_t> aOtroPrecio;
+  for (const Renglon& antes : renglones()) {
+    const Lugar lugar = LugarDe(antes, NochesEn(estancia, antes, lineas), quiere, FolioDe(principal));
+    if (lugar.yaEsta) continue;
+    if (!lugar.motivo.empty())
+      di(antes, (lugar.noches ? "vuelve con sus noches; con la estancia " : "") + lugar.motivo);
+    if (!lugar.noches) {
+      siguen.push_back(antes);
       continue;
     }
-    if (yaEsta(r, desde, hasta)) continue;
-    if (const std::string motivo = Ocupada(r, desde, hasta, FolioDe(principal)); !motivo.empty()) {
-      deja(antes, "no está libre: " + motivo);
-      continue;
-    }
-    r.inicio = regional::FechaCorta(desde);
-    r.fin = regional::FechaCorta(hasta);
+    Renglon r = antes;
+    r.inicio = regional::FechaCorta(lugar.noches->desde);
+    r.fin = regional::FechaCorta(lugar.noches->hasta);
+    if (!MismasNoches(r, antes)) aOtroPrecio.insert(quiere.size());
     if (r.acordado && !MismasNoches(r, antes)) {
       r.acordado = false;
-      dice.push_back("Habitación " + EnPalabras(antes) + ": el precio acordado era por otras noches");
+      di(antes, "el precio acordado era por otras noches");
     }
+    vuelven[quiere.size()] = antes;
     quiere.push_back(r);
-    nuevos.push_back(r);
   }
-  if (!nuevos.empty()) TecleaRenglones(principal, quiere);
-  const std::vector<Renglon> hay = LeeRenglones(principal);
-  for (const Renglon& r : nuevos) {
-    const auto esta = [&](const Renglon& h) { return MismaHabitacion(h, r) && MismasNoches(h, r); };
-    if (std::ranges::none_of(hay, esta)) deja(r, "la pantalla no la admitió");
+  if (!vuelven.empty()) TecleaRenglones(principal, quiere);
+  for (const Falta& f : Faltan(principal, quiere, aOtroPrecio)) {
+    if (!f.fuera) {
+      dice.push_back(f.dice);
+      continue;
+    }
+    di(quiere[f.cual], "la pantalla no la admitió");
+    if (vuelven.contains(f.cual)) siguen.push_back(vuelven[f.cual]);
   }
   *estado_ = {std::move(siguen), true};
   return dice;

@@ -44,9 +44,10 @@ class RenglonesQuitados {
   const std::vector<Renglon>& renglones() const { return estado_->renglones; }
   void Fija(std::vector<Renglon> renglones) { *estado_ = {std::move(renglones), false}; }
   // Types those that fit the stay as it is now. A line that began or ended with the lines' first or last day does so
-  // with the stay; rooms that somebody else holds, and lines without nights in the stay, stay out; an agreed price
-  // comes back with the nights that it was agreed for. Gives a text for each line that is not as it was. com::Error
-  // kArgumento outside a capture, and when no line was taken away.
+  // with the stay, or where somebody else holds these nights keeps its own; rooms that somebody else holds on those
+  // too, and lines without nights in the stay, stay out; an agreed price comes back with the nights that it was agreed
+  // for. Gives a text for each line that is not as it was, or whose price is not. com::Error kArgumento outside a
+  // capture, and when no line was taken away.
   std::vector<std::string> Repone(controles::Formulario& principal);
 
  private:
