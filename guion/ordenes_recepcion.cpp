@@ -242,10 +242,10 @@ listado::Listado Interprete::ListadoDe(const std::string& que) {
   if (que == "bitacora") return autonomo::ListadoDe(autonomo::LeeBitacora(conexion, {}));
   if (que == "correos") return autonomo::ListadoDe(autonomo::LeeBandeja(conexion, {}));
   if (que == "usuarios") return autonomo::ListadoDeUsuarios(conexion);
-  Error("No hay una lista «" + que + "»");
-}
   if (const autonomo::Catalogo* catalogo = autonomo::BuscaCatalogo(que))
     return autonomo::ListadoDe(conexion, *catalogo);
+  Error("No hay una lista «" + que + "»");
+}
 
 void Interprete::Exporta(const Palabras& p) {
   listado::FormatoCsv formato = listado::kConComas;

@@ -83,7 +83,6 @@ class Foliador {
 
 com::Fecha Dia(double diasCom) { return com::SoloFecha(com::DeDiasCom(diasCom)); }
 
-// Nights of a room that a stored reservation has for nothing.
 // A line as it was stored before an edit.
 struct Anterior {
   std::string habitacion;
