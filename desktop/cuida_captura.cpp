@@ -25,6 +25,28 @@ std::string NombreDe(const autonomo::Anfitrion& anfitrion) {
   return ec ? anfitrion.base() : ruta.string();
 }
 
+// What a view holds and its control does not know.
+void TomaLoTecleado(const EscritorioQt& escritorio, recepcion::Borrador& borrador) {
+  const Ventana& ventana = *escritorio.ventana(*escritorio.Principal());
+  for (const recepcion::CampoCaptado& campo : borrador.campos) {
+    const Vista* vista = ventana.vista(*escritorio.Principal()->Busca(campo.nombre));
+    const auto tecleado = vista == nullptr ? std::nullopt : vista->Tecleado();
+    if (!tecleado) continue;
+    borrador.aMedias = campo.nombre;
+    borrador.tecleado = tecleado->toStdString();
+  }
+}
+
+// The clerk goes on where she was.
+void TecleaLoTecleado(const EscritorioQt& escritorio, const recepcion::Borrador& borrador) {
+  controles::Formulario& principal = *escritorio.Principal();
+  controles::Control* campo = principal.Busca(borrador.aMedias);
+  Vista* vista = campo == nullptr ? nullptr : escritorio.ventana(principal)->vista(*campo);
+  if (vista == nullptr || !campo->PuedeEnfocarse()) return;
+  principal.Enfoca(*campo);
+  vista->Teclea(Q(borrador.tecleado));
+}
+
 std::string EnLista(const std::vector<std::string>& textos) {
   std::string lista;
   for (const std::string& texto : textos) lista += "\r\n- " + texto;
@@ -42,7 +64,10 @@ CuidaCaptura::CuidaCaptura(EscritorioQt& escritorio, autonomo::Anfitrion& anfitr
   auto* reloj = new QTimer(this);
   QObject::connect(reloj, &QTimer::timeout, this, [this] { Corre([this] { Guarda(); }); });
   reloj->start(cadaMs);
+  escritorio_.contexto().sinBorrador = [this] { return Q(motivo_); };
 }
+
+CuidaCaptura::~CuidaCaptura() { escritorio_.contexto().sinBorrador = nullptr; }
 
 void CuidaCaptura::Guarda() {
   const controles::Formulario* principal = escritorio_.Principal();
@@ -51,24 +76,31 @@ void CuidaCaptura::Guarda() {
   recepcion::Borrador borrador = recepcion::TomaBorrador(*principal);
   borrador.visto = anfitrion_.conexion()->LoVisto(borrador.folio);
   borrador.quitados = quitados_.renglones();
+  TomaLoTecleado(escritorio_, borrador);
   std::string texto = recepcion::EnTexto(borrador);
   if (texto == escrito_) return;
   try {
     borradores_.Guarda(texto, anfitrion_.reloj().Ahora());
     escrito_ = std::move(texto);
-    fallo_ = false;
+    Impedido("");
   } catch (const com::Error& e) {
-    if (!std::exchange(fallo_, true)) noticias_.push_back(e.Descripcion());
+    if (e.Descripcion() != motivo_) autonomo::registro::AnotaFalla(e);
+    Impedido(e.Descripcion());
   }
 }
 
 void CuidaCaptura::Olvida() {
+  Impedido("");
   if (escrito_.empty()) return;
   borradores_.Olvida();
   escrito_.clear();
 }
 
-std::vector<std::string> CuidaCaptura::TomaNoticias() { return std::exchange(noticias_, {}); }
+void CuidaCaptura::Impedido(const std::string& motivo) {
+  if (motivo == motivo_) return;
+  motivo_ = motivo;
+  escritorio_.DiceDelBorrador();
+}
 
 bool CuidaCaptura::Ofrece() {
   ocupada_ = true;
@@ -95,7 +127,7 @@ bool CuidaCaptura::Ofrece() {
       case Respuesta::Si:
         break;
     }
-    repuesto = Repone(borrador);
+    repuesto = Repone(borrador, hallado);
     if (!repuesto) return borradores_.Suelta();
     escrito_ = hallado.contenido;
   };
@@ -116,7 +148,7 @@ CuidaCaptura::Respuesta CuidaCaptura::Pregunta(const recepcion::Borrador& borrad
   std::string texto = "Quedó una captura sin guardar, del " + regional::TextoFecha(hallado.cuando) + ":\r\n\r\n" +
                       recepcion::Resumen(borrador) + "\r\n";
   if (hallado.esquema != esquema::kVersion) {
-    texto += "\r\nLa dejó otra versión del programa: lo que ya no sirva se dirá.";
+    texto += "\r\nLa dejó otra versión del programa: vuelve entera o no vuelve.";
   }
   const std::string guardada = recepcion::YaGuardada(borrador, hallado.cuando);
   if (!guardada.empty()) {
@@ -136,8 +168,7 @@ CuidaCaptura::Respuesta CuidaCaptura::Pregunta(const recepcion::Borrador& borrad
   return caja.clickedButton() == caja.Boton(controles::kNo) ? Respuesta::No : Respuesta::Despues;
 }
 
-// False when it could not even begin.
-bool CuidaCaptura::Repone(const recepcion::Borrador& borrador) {
+bool CuidaCaptura::Repone(const recepcion::Borrador& borrador, const autonomo::BorradorHallado& hallado) {
   controles::Formulario* principal = escritorio_.Principal();
   if (principal == nullptr) return false;
   std::vector<std::string> faltan;
@@ -153,11 +184,23 @@ bool CuidaCaptura::Repone(const recepcion::Borrador& borrador) {
           48, escritorio_.Frente());
     return false;
   }
+  // What another version wrote may mean something else there: no part of it alone.
+  if (hallado.esquema != esquema::kVersion && !faltan.empty()) {
+    principal->Primero<controles::ScreenToolbar>()->Pulsa(controles::Accion::Limpiar);
+    const std::string ruta = borradores_.ApartaIlegible();
+    Avisa("La captura la dejó otra versión del programa y no vuelve entera:\r\n" + EnLista(faltan) +
+              "\r\n\r\nNo se repuso nada; el borrador se conserva en\r\n" + ruta,
+          48, escritorio_.Frente());
+    escritorio_.VuelveAlFrente();
+    return false;
+  }
   quitados_.Fija(borrador.quitados);
+  if (std::string tarjeta = recepcion::FaltaTarjeta(borrador); !tarjeta.empty()) faltan.push_back(std::move(tarjeta));
   if (!faltan.empty()) {
     Avisa("La captura se recuperó, menos esto:\r\n" + EnLista(faltan), 48, escritorio_.Frente());
     escritorio_.VuelveAlFrente();
   }
+  if (!borrador.aMedias.empty()) TecleaLoTecleado(escritorio_, borrador);
   return true;
 }
 

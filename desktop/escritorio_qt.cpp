@@ -10,6 +10,7 @@
 #include "desktop/dialogos.h"
 #include "desktop/escala.h"
 #include "desktop/guarda.h"
+#include "desktop/vista_barra.h"
 #include "platform/com/error.h"
 #include "platform/com/texto.h"
 #include "platform/controls/barra.h"
@@ -232,6 +233,13 @@ void EscritorioQt::VuelveAlFrente() const {
 bool EscritorioQt::Pulsa(controles::Accion accion) const {
   Ventana* v = abiertas_.empty() ? nullptr : ventana(*abiertas_.front());
   return v != nullptr && v->Pulsa(accion);
+}
+
+void EscritorioQt::DiceDelBorrador() const {
+  const Ventana* v = abiertas_.empty() ? nullptr : ventana(*abiertas_.front());
+  const auto* barra = v == nullptr ? nullptr : abiertas_.front()->Primero<controles::ScreenToolbar>();
+  if (barra == nullptr) return;
+  if (auto* suya = dynamic_cast<VistaBarra*>(v->vista(*barra))) suya->RefrescaBorrador();
 }
 
 int EscritorioQt::Mensaje(const controles::CajaMensaje& caja) {

@@ -49,6 +49,8 @@ class EscritorioQt : public controles::Escritorio {
   bool Pulsa(controles::Accion accion) const;
   // Whether the program may end, with the main screen as it is; a person is asked about an open capture.
   bool PermiteSalir(const controles::Formulario& principal) { return resguardo_.PermiteSalir(principal, Frente()); }
+  // Whether a draft of the capture can be kept has changed (Contexto::sinBorrador).
+  void DiceDelBorrador() const;
   // The person has entered something in the capture since it began.
   bool HayCaptura() const { return Principal() != nullptr && resguardo_.HayCaptura(*Principal()); }
   // What is done in the next window that waits for an answer, as soon as it is there; null for nothing.

@@ -59,6 +59,7 @@ QString PalabraDe(const QString& estilo) {
 Tono TonoDe(const QString& estado) {
   const auto es = [&](std::string_view codigo) { return estado == Q(autonomo::EstadoLegible(std::string(codigo))); };
   if (estado == QLatin1String(kMarcaDemo)) return Tono::Aviso;
+  if (estado == QLatin1String(kMarcaSinBorrador)) return Tono::Peligro;
   if (es(esquema::kActiva)) return Tono::Borde;
   if (es(esquema::kConfirmada)) return Tono::Lleno;
   return es(esquema::kCancelada) ? Tono::Peligro : Tono::Discreto;

@@ -14,9 +14,10 @@ QString LetraDe(const QString& estilo);
 // The word that the screen's legend uses, in small letters.
 QString PalabraDe(const QString& estilo);
 
-// How a reservation's state stands out, by the host's word for it ("Activa"), or the mark of a hotel to practise in.
+// How a reservation's state stands out, by the host's word for it ("Activa"), or the mark of a hotel to practise in and
+// of a capture without a draft.
 enum class Tono { Discreto, Borde, Lleno, Peligro, Aviso };
-inline constexpr char kMarcaDemo[] = "DEMO";
+inline constexpr char kMarcaDemo[] = "DEMO", kMarcaSinBorrador[] = "SIN BORRADOR";
 Tono TonoDe(const QString& estado);
 
 }  // namespace vista

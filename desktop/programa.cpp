@@ -10,7 +10,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
-#include <iterator>
 #include <memory>
 #include <vector>
 
@@ -325,14 +324,9 @@ int Programa::CorreVentana(OpcionesPrograma opciones) {
   });
   std::optional<autonomo::RespaldoDiario> diario;
   if (opciones.anfitrion.base.conexion.empty() && anfitrion.base() != ":memory:") diario.emplace(anfitrion.base());
-  const auto noticias = [&] {
-    auto todas = TomaNoticias(anfitrion, diario);
-    if (cuida) std::ranges::move(cuida->TomaNoticias(), std::back_inserter(todas));
-    return todas;
-  };
-  const Vigia vigia(
-      noticias, [&] { return QApplication::activeModalWidget() != nullptr || EnCaptura(componente.formulario()); },
-      [&](const std::string& noticia) { Avisa(noticia, 48, escritorio.Frente()); });
+  const Vigia vigia([&] { return TomaNoticias(anfitrion, diario); },
+                    [&] { return QApplication::activeModalWidget() != nullptr || EnCaptura(componente.formulario()); },
+                    [&](const std::string& noticia) { Avisa(noticia, 48, escritorio.Frente()); });
   QTimer::singleShot(0, &vida, [&] {
     vista::Corre([&] {
       if (!cuida || !cuida->Ofrece()) Comienza(anfitrion, escritorio, mostrador, guia, recien);

@@ -60,6 +60,8 @@ struct Contexto {
   // after that, "" nothing.
   std::function<bool(int fila)> acordado;
   std::function<QString()> avisoDePrecio;
+  // Why no draft of what is captured can be kept, to be seen as long as it cannot; "" it can.
+  std::function<QString()> sinBorrador;
   // A person works at the window, no script.
   bool interactivo = true;
 };
@@ -99,6 +101,10 @@ class Vista {
   virtual bool Entrega() { return true; }
   // Forgets it.
   virtual void Descarta() {}
+  // The text that is pending and that the control knows nothing of; nothing where there is none. And typed again, to be
+  // handed over when the field is left.
+  virtual std::optional<QString> Tecleado() const { return std::nullopt; }
+  virtual void Teclea(const QString& /*texto*/) {}
   // Whether what the control holds may be stored. False when it may not: the user is told, and goes there.
   virtual bool Admite() { return true; }
   // What a press at that point of one of the view's widgets acts on, settled before anything moves; run once what was

@@ -9,6 +9,7 @@
 #include <QPainter>
 #include <QResizeEvent>
 #include <QShortcut>
+#include <QToolTip>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <iterator>
@@ -273,7 +274,15 @@ QWidget* VistaBarra::CreaLado() {
   registro_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   registro_->setMinimumWidth(1);
   auto* arriba = new QHBoxLayout;
+  arriba->setSpacing(espacio::kChico);
   arriba->addWidget(registro_, 1);
+  sinBorrador_ = new Distintivo(lado);
+  sinBorrador_->setObjectName(QStringLiteral("sin_borrador"));
+  sinBorrador_->setText(QLatin1String(kMarcaSinBorrador));
+  sinBorrador_->setFont(Fuente(Letra::Fuerte));
+  sinBorrador_->setContentsMargins(espacio::kChico, 0, espacio::kChico, 0);
+  sinBorrador_->hide();
+  arriba->addWidget(sinBorrador_, 0, Qt::AlignVCenter);
   if (contexto().demo) {
     auto* demo = new Distintivo(lado);
     demo->setObjectName(QStringLiteral("demo"));
@@ -341,7 +350,22 @@ QString VistaBarra::Abreviada(const QString& texto, const QFontMetrics& medidas,
   return medidas.elidedText(partes.join(QStringLiteral(" · ")), Qt::ElideMiddle, ancho);
 }
 
+// Told at once, where it takes nothing out of the clerk's hands; the mark stays as long as it cannot be kept.
+void VistaBarra::RefrescaBorrador() {
+  const QString texto = contexto().sinBorrador ? contexto().sinBorrador() : QString();
+  if (texto == sinBorrador_->toolTip()) return;
+  sinBorrador_->setToolTip(texto);
+  sinBorrador_->setAccessibleName(texto);
+  sinBorrador_->setVisible(!texto.isEmpty());
+  if (texto.isEmpty()) return;
+  constexpr int kDura = 20000;  // ms
+  QToolTip::showText(sinBorrador_->mapToGlobal(QPoint(0, widget()->height())), texto, sinBorrador_, {}, kDura);
+  QAccessibleEvent aviso(sinBorrador_, QAccessible::Alert);
+  QAccessible::updateAccessibility(&aviso);
+}
+
 void VistaBarra::RefrescaLado() {
+  RefrescaBorrador();
   const bool conFolio = !barra_.EsNuevo() && !barra_.ClaveActual().empty();
   QString registro = barra_.EsNuevo() ? QStringLiteral("Nueva reservación") : QString();
   if (conFolio) {

@@ -26,6 +26,8 @@ class VistaBarra : public Vista {
   VistaBarra(controles::ScreenToolbar& barra, QWidget* padre, const Contexto& contexto);
   void Refresca() override;
   QToolButton* boton(controles::Accion accion) const;
+  // Shows whether a draft can be kept; why not is told when that begins.
+  void RefrescaBorrador();
   // Presses a button as the user does. False when it is not offered, or was kept from acting.
   bool Pulsa(controles::Accion accion);
   // Asked before an action: what is half typed is ended there; false keeps the action from running.
@@ -52,6 +54,7 @@ class VistaBarra : public Vista {
   QLabel* distintivo_ = nullptr;    // the record's state
   QToolButton* novedad_ = nullptr;  // what was done last
   QAction* abre_ = nullptr;
+  QLabel* sinBorrador_ = nullptr;  // no draft can be kept
 };
 
 }  // namespace vista

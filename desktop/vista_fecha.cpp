@@ -84,6 +84,15 @@ void VistaFecha::Descarta() {
   Refresca();
 }
 
+std::optional<QString> VistaFecha::Tecleado() const {
+  return tecleada_ ? std::optional(edicion_->text()) : std::nullopt;
+}
+
+void VistaFecha::Teclea(const QString& texto) {
+  edicion_->setText(texto);
+  tecleada_ = true;
+}
+
 void VistaFecha::Deja(Qt::FocusReason motivo) {
   if (!tecleada_ || motivo == Qt::PopupFocusReason || motivo == Qt::ActiveWindowFocusReason) return;
   Despues(*edicion_, [this] {

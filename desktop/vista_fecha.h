@@ -19,6 +19,8 @@ class VistaFecha : public Vista {
   // False when what was typed is no date: the field says so and keeps it.
   bool Entrega() override;
   void Descarta() override;
+  std::optional<QString> Tecleado() const override;
+  void Teclea(const QString& texto) override;
   void Deja(Qt::FocusReason motivo) override;
   void AbreCalendario();
 

@@ -202,7 +202,9 @@ void Interprete::Borrador(const Palabras& p) {
   const auto retoma = [&](const std::string& folio, const std::string& visto) {
     piezas_.anfitrion.conexion()->RetomaLoVisto(folio, visto);
   };
-  actual_.valor = ListaDe(recepcion::ReponeBorrador(pantalla, borrador, {pulsa, retoma}));
+  std::vector<std::string> faltan = recepcion::ReponeBorrador(pantalla, borrador, {pulsa, retoma});
+  if (std::string tarjeta = recepcion::FaltaTarjeta(borrador); !tarjeta.empty()) faltan.push_back(std::move(tarjeta));
+  actual_.valor = ListaDe(faltan);
   quitados_.Fija(borrador.quitados);
 }
 

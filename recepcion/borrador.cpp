@@ -223,6 +223,7 @@ std::string EnTexto(const Borrador& borrador) {
   Escritor(texto, "huesped") << borrador.huesped;
   Escritor(texto, "tarjeta") << borrador.tarjeta;
   for (const CampoCaptado& c : borrador.campos) Escritor(texto, "campo") << c.pendiente << c.nombre << c.texto;
+  if (!borrador.aMedias.empty()) Escritor(texto, "amedias") << borrador.aMedias << borrador.tecleado;
   for (const Renglon& r : borrador.renglones) Escribe(texto, "renglon", r);
   for (const Renglon& r : borrador.quitados) Escribe(texto, "quitado", r);
   return texto;
@@ -249,6 +250,9 @@ Borrador DeTexto(std::string_view texto) {
       campo.nombre = linea.Texto();
       campo.texto = linea.Texto();
       borrador.campos.push_back(std::move(campo));
+    } else if (linea.palabra() == "amedias") {
+      borrador.aMedias = linea.Texto();
+      borrador.tecleado = linea.Texto();
     } else if (linea.palabra() == "renglon") {
       borrador.renglones.push_back(LeeRenglon(linea));
     } else if (linea.palabra() == "quitado") {
@@ -294,9 +298,11 @@ std::vector<std::string> ReponeBorrador(controles::Formulario& principal, const 
   TecleaRenglones(principal, borrador.renglones);
   std::vector<std::string> faltan = CamposQueFaltan(principal, borrador);
   std::ranges::move(RenglonesQueFaltan(principal, borrador.renglones), std::back_inserter(faltan));
-  if (borrador.tarjeta)
-    faltan.emplace_back("Datos de la tarjeta: no se guardan en el borrador; captúrelos o revíselos");
   return faltan;
+}
+
+std::string FaltaTarjeta(const Borrador& borrador) {
+  return borrador.tarjeta ? "Datos de la tarjeta: no se guardan en el borrador; captúrelos o revíselos" : "";
 }
 
 }  // namespace recepcion

@@ -28,11 +28,13 @@ struct Borrador {
   std::string huesped;   // name, for whoever is asked
   bool tarjeta = false;  // card data had been entered
   std::vector<CampoCaptado> campos;
+  // Name and text of a field that holds input which its control does not know yet, as a date half typed; "" none.
+  std::string aMedias, tecleado;
   std::vector<Renglon> renglones, quitados;
 };
 
-// What the screen's capture holds; com::Error kArgumento when there is none. visto and quitados are the caller's to
-// add.
+// What the screen's capture holds; com::Error kArgumento when there is none. visto, aMedias and quitados are the
+// caller's to add.
 Borrador TomaBorrador(const controles::Formulario& principal);
 
 // A draft as text and back; com::Error kArgumento, with the reason in Spanish, for a text that is none.
@@ -52,10 +54,13 @@ struct ManosDelBorrador {
   // An edit has begun: what has changed since the version that it started from counts as not seen.
   std::function<void(const std::string& folio, const std::string& visto)> retoma;
 };
-// Begins the New or the Edit and types what differs, field by field and line by line. Gives a text for each thing that
-// is not as it was. com::Error kArgumento, and nothing is begun, while something is captured and for a reservation that
-// can no longer be edited.
+// Begins the New or the Edit and types what differs, field by field and line by line; what was half typed is the
+// caller's. Gives a text for each thing that is not as it was, but for the card (FaltaTarjeta). com::Error kArgumento,
+// and nothing is begun, while something is captured and for a reservation that can no longer be edited.
 std::vector<std::string> ReponeBorrador(controles::Formulario& principal, const Borrador& borrador,
                                         const ManosDelBorrador& manos);
+
+// What is to be said of the card's data, which no draft holds; "" nothing was entered.
+std::string FaltaTarjeta(const Borrador& borrador);
 
 }  // namespace recepcion

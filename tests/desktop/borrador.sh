@@ -28,6 +28,17 @@ escribe 'agencia 7'
 espera 'no draft was written' en_borrador 'agencia 7'
 muere
 
+# While one program asks, another that starts has nothing to offer.
+lanza
+dialogo 'Recuperar captura'
+primera=$programa
+lanza
+abierta
+teclas ctrl+q
+terminado 0
+programa=$primera
+muere
+
 vuelve Escape
 abierta
 # Another program at the same draft: it is the first one's until that ends.

@@ -1,8 +1,11 @@
 // What is captured survives its program, and room lines a change of nights, at the windows.
 #include <QDir>
+#include <QFile>
 #include <QTemporaryDir>
+#include <QToolTip>
 
 #include "desktop/cuida_captura.h"
+#include "schema/esquema.h"
 #include "tests/desktop/recorrido.h"
 
 namespace pruebas {
@@ -11,11 +14,24 @@ namespace {
 class CapturaPrueba : public RecorridoPrueba {
  protected:
   static constexpr int kNunca = 3600000;  // ms: the test says when
-  std::unique_ptr<vista::CuidaCaptura> Cuida() {
+  std::unique_ptr<vista::CuidaCaptura> Cuida(const char* carpeta = "") {
     return std::make_unique<vista::CuidaCaptura>(escritorio_, anfitrion_, mostrador_.quitados(),
-                                                 carpeta_.path().toStdString(), kNunca);
+                                                 carpeta_.path().toStdString() + carpeta, kNunca);
   }
-  QStringList Borradores() const { return QDir(carpeta_.path()).entryList({QStringLiteral("*.borrador")}); }
+  QStringList Archivos(const char* cuales) const { return QDir(carpeta_.path()).entryList({QLatin1String(cuales)}); }
+  QStringList Borradores() const { return Archivos("*.borrador"); }
+  // Gives the draft that is there another version of the database's definition.
+  void CambiaVersion(int version) {
+    QFile archivo(carpeta_.filePath(Borradores().front()));
+    ASSERT_TRUE(archivo.open(QIODevice::ReadWrite));
+    QByteArrayList lineas = archivo.readAll().split('\n');
+    ASSERT_EQ(lineas[2], QByteArray::number(esquema::kVersion));
+    lineas[2] = QByteArray::number(version);
+    quint64 suma = 14695981039346656037ULL;
+    for (const char c : lineas.mid(2).join('\n')) suma = (suma ^ static_cast<unsigned char>(c)) * 1099511628211ULL;
+    lineas[1] = QByteArray::number(suma, 16).rightJustified(16, '0');
+    ASSERT_TRUE(archivo.resize(0) && archivo.seek(0) && archivo.write(lineas.join('\n')) > 0);
+  }
   std::string Texto(const char* campo) { return Control<controles::LookupField>(Forma(), campo).text(); }
   controles::Grid& Renglones() { return Control<controles::Grid>(Forma(), "ssReservaciones"); }
   void Limpia() {
@@ -88,6 +104,99 @@ TEST_F(CapturaPrueba, SinCapturaNoHayBorradorYLoQueNoSePuedeSeConserva) {
   EsperaMensaje("ya no se puede editar", "Aceptar");
   EXPECT_FALSE(cuida->Ofrece());
   EXPECT_EQ(Borradores().size(), 1);
+}
+
+// What is typed and no date yet is there again as it was typed, over the date that Esc brings back.
+TEST_F(CapturaPrueba, UnaFechaAMediasVuelveComoSeTecleo) {
+  auto cuida = Cuida();
+  CapturaEncabezado();
+  Forma().Enfoca(*Forma().Busca("dpFecha_salida"));
+  Escribe("3x");
+  cuida->Guarda();
+  cuida.reset();
+  Limpia();
+  cuida = Cuida();
+  EsperaMensaje("11/03/2026 – 14/03/2026", "Sí");
+  EXPECT_TRUE(cuida->Ofrece());
+  EXPECT_EQ(Foco(), "dpFecha_salida");
+  auto& campo = dynamic_cast<QLineEdit&>(*ConFoco());
+  EXPECT_EQ(campo.text(), QStringLiteral("3x"));
+  Tecla(Qt::Key_Tab);
+  EXPECT_EQ(Foco(), "dpFecha_salida") << "it is no date";
+  Tecla(Qt::Key_Escape);
+  EXPECT_EQ(campo.text(), QStringLiteral("14/03/2026"));
+  cuida.reset();
+  Limpia();
+}
+
+// Told at once, while the clerk types on, and once; the mark is there as long as it is so.
+TEST_F(CapturaPrueba, SinDondeGuardarElBorradorSeDiceEnLaVentana) {
+  const QString estorbo = carpeta_.filePath(QStringLiteral("estado"));
+  ASSERT_TRUE(QFile(estorbo).open(QIODevice::WriteOnly));
+  auto cuida = Cuida("/estado");
+  CapturaEncabezado();
+  const auto& marca = *escritorio_.ventana(Forma())->findChild<QLabel*>(QStringLiteral("sin_borrador"));
+  const auto escribe = [&](const char* texto) {
+    Control<controles::LookupField>(Forma(), "txtReferencia").Teclea(texto);
+    QToolTip::hideText();
+    QTest::qWait(400);  // a tip goes slowly
+    cuida->Guarda();
+  };
+  EXPECT_FALSE(marca.isVisible());
+  escribe("a");
+  EXPECT_TRUE(marca.isVisible());
+  EXPECT_TRUE(QToolTip::text().contains(QStringLiteral("borrador de lo capturado"))) << QToolTip::text().toStdString();
+  EXPECT_EQ(Foco(), "txtDias") << "nothing is taken out of her hands";
+  escribe("b");
+  EXPECT_FALSE(QToolTip::isVisible());
+  EXPECT_TRUE(marca.isVisible());
+  ASSERT_TRUE(QFile::remove(estorbo));
+  escribe("c");
+  EXPECT_FALSE(marca.isVisible());
+
+  // A full disk: the draft of before stays, and is told why.
+  const QString borrador = QDir(estorbo).filePath(QDir(estorbo).entryList({QStringLiteral("*.borrador")}).front());
+  ASSERT_TRUE(QFile::link(QStringLiteral("/dev/full"), borrador + QStringLiteral(".nuevo")));
+  escribe("d");
+  EXPECT_TRUE(marca.toolTip().endsWith(QStringLiteral("el disco está lleno"))) << marca.toolTip().toStdString();
+  EXPECT_TRUE(QFile::exists(borrador));
+  Limpia();
+  cuida->Guarda();
+  EXPECT_FALSE(marca.isVisible());
+}
+
+// Older or newer: the draft comes back whole, or stays where it is told.
+TEST_F(CapturaPrueba, ElDeOtraVersionVuelveEnteroONoVuelve) {
+  auto cuida = Cuida();
+  const auto deja = [&](int version) {
+    CapturaEncabezado();
+    Espera("frmDisponibilidad", [this](QWidget& w) { MarcaDosNoches(w); });
+    Tecla(Qt::Key_F6);
+    CapturaPersonas("2");
+    cuida->Guarda();
+    cuida.reset();
+    Limpia();
+    CambiaVersion(version);
+    cuida = Cuida();
+  };
+  deja(esquema::kVersion - 1);
+  EsperaMensaje("otra versión del programa: vuelve entera o no vuelve", "Sí");
+  EXPECT_TRUE(cuida->Ofrece());
+  EXPECT_EQ(Renglones().Texto(0, "Clave") + Texto("txtHuesped"), habitacion_ + "0000000002");
+  Limpia();
+  cuida->Guarda();
+  for (const int version : {esquema::kVersion - 1, esquema::kVersion + 1}) {
+    deja(version);
+    Sql("UPDATE Habitacion SET Es_Cve_Estado = 'BA' WHERE Hb_Cve_Habitacion = '" + habitacion_ + "'");
+    EsperaMensaje("otra versión del programa", "Sí");
+    EsperaMensaje("no existe", "Aceptar");
+    EsperaMensaje("No se repuso nada; el borrador se conserva en", "Aceptar");
+    EXPECT_FALSE(cuida->Ofrece());
+    EXPECT_EQ(Foco(), "txtFolio");
+    EXPECT_EQ(Renglones().Filas(), 0);
+    EXPECT_EQ(Borradores().size(), 0);
+  }
+  EXPECT_EQ(Archivos("*.ilegible*").size(), 2);
 }
 
 // By the menu of the main window.
