@@ -33,7 +33,6 @@ Mostrador::Mostrador(EscritorioQt& escritorio)
   };
   cotizacion_.alReservar = [this](const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos) {
     Reserva(pedido, tramos);
-    if (!tramos_.empty()) BuscaHuesped("txtHuesped", "");
   };
 }
 
@@ -99,7 +98,7 @@ void Mostrador::AbreCifras() {
   escritorio_.VuelveAlFrente();
 }
 
-// Clear first: it also forgets what was marked on the board before.
+// Clear first: it also forgets what was marked on the board before. With rooms, only the guest is missing.
 void Mostrador::Reserva(const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos) {
   controles::Formulario* principal = escritorio_.Principal();
   tramos_.clear();
@@ -119,6 +118,7 @@ void Mostrador::Reserva(const recepcion::Pedido& pedido, const std::vector<recep
   if (renglones == nullptr || renglones->Filas() == 0) return;  // the board was left without a room
   pedido_ = pedido;
   tramos_ = tramos;
+  BuscaHuesped("txtHuesped", "");
 }
 
 void Mostrador::Explica() {

@@ -30,6 +30,10 @@ class CuadroVentanaPrueba : public RecorridoPrueba {
     QTest::mouseMove(Lienzo(w), hasta);
     QTest::mouseRelease(Lienzo(w), Qt::LeftButton, Qt::NoModifier, hasta);
   }
+  // The guest is asked for, and left open.
+  void EsperaNadie() {
+    Espera("huesped", [](QWidget& w) { QTest::keyClick(&w, Qt::Key_Escape); });
+  }
   std::string Renglones() {
     auto& grid = Control<controles::Grid>(Forma(), "ssReservaciones");
     std::string todos;
@@ -58,10 +62,17 @@ TEST_F(CuadroVentanaPrueba, UnClicAbreYUnArrastreReserva) {
   Tecla(Qt::Key_F7);
   EXPECT_EQ(Barra().ClaveActual(), "0000000016");
 
-  // A drag that runs into a taken night ends before it; one from right to left is the same nights.
+  // A drag that runs into a taken night ends before it; one from right to left is the same nights. The guest is asked
+  // for as after a quote.
   EsperaCuadro([](vista::VentanaCuadro& w) { Arrastra(w, Noche(w, 15, 13), Noche(w, 15, 10)); });
+  Espera("huesped", [](QWidget& w) {
+    QTest::keyClicks(w.focusWidget(), QStringLiteral("sofia ram"));
+    QTest::keyClick(w.focusWidget(), Qt::Key_Return);
+  });
   Tecla(Qt::Key_F7);
   EXPECT_TRUE(Barra().EsNuevo());
+  EXPECT_EQ(Control<controles::LookupField>(Forma(), "txtHuesped").text(), "0000000003");
+  EXPECT_EQ(Control<controles::LookupField>(Forma(), "txtForma_Pago").text(), "0001");
   EXPECT_EQ(Renglones(), "0202 10/03/2026 14/03/2026;");
   EXPECT_EQ(Foco(), "ssReservaciones");
 
@@ -75,6 +86,7 @@ TEST_F(CuadroVentanaPrueba, UnClicAbreYUnArrastreReserva) {
     Arrastra(w, Noche(w, 14, 14), Noche(w, 14, 8));
   });
   EsperaMensaje("en captura", "Sí");
+  EsperaNadie();
   Tecla(Qt::Key_F7);
   EXPECT_EQ(Renglones(), "0201 11/03/2026 15/03/2026;");
 }
@@ -96,7 +108,7 @@ TEST_F(CuadroVentanaPrueba, SeCotizaYEnterReserva) {
     ofertas.selectRow(1);
     QTest::keyClick(&ofertas, Qt::Key_Return);
   });
-  Espera("huesped", [](QWidget& w) { QTest::keyClick(&w, Qt::Key_Escape); });
+  EsperaNadie();
   Tecla(Qt::Key_F8);
   EXPECT_TRUE(Barra().EsNuevo());
   EXPECT_EQ(Renglones(), "0108 10/03/2026 12/03/2026;");
@@ -160,6 +172,7 @@ TEST_F(CuadroVentanaPrueba, ElTecladoRecorreTomaYReserva) {
     EXPECT_TRUE(w.Nota().contains(QStringLiteral("2 noches"))) << w.Nota().toStdString();
     QTest::keyClick(w.focusWidget(), Qt::Key_Return);
   });
+  EsperaNadie();
   Tecla(Qt::Key_F7);
   EXPECT_EQ(Renglones(), "0202 10/03/2026 12/03/2026;");
   EsperaMensaje("en captura", "Sí");
