@@ -12,6 +12,7 @@
 #include "desktop/guarda.h"
 #include "desktop/iconos.h"
 #include "desktop/pintura.h"
+#include "host/standalone/impuestos.h"
 
 namespace vista {
 
@@ -179,6 +180,24 @@ VistaGrid::~VistaGrid() { VistaGrid::Suelta(); }
 void VistaGrid::Suelta() {
   modelo_->Suelta();
   Vista::Suelta();
+}
+
+// An amount that no store would take is told at its cell.
+bool VistaGrid::Admite() {
+  if (EsTablero(grid_) || !contexto().interactivo) return true;
+  for (int fila = 0; fila < grid_.Filas(); ++fila) {
+    for (const std::string& clave : pistas().explicadas) {
+      const com::Variant& importe = grid_.celda(fila, clave);
+      if (importe.EsVacio() || importe.EsNulo() || com::CDbl(importe) <= autonomo::kImporteMaximo) continue;
+      Corre([&] {
+        formulario().Enfoca(grid_);
+        grid_.VaA(fila, grid_.IndiceColumna(clave));
+      });
+      Dice(QStringLiteral("«%1» es demasiado grande: el máximo es 999,999,999").arg(Q(grid_.columna(clave).titulo)));
+      return false;
+    }
+  }
+  return true;
 }
 
 QWidget* VistaGrid::foco() const { return movil_; }

@@ -33,6 +33,7 @@ class VistaGrid : public Vista {
   void Refresca() override;
   void Suelta() override;
   QWidget* foco() const override;
+  bool Admite() override;
   bool Tecla(const QKeyEvent& evento) override;
   std::function<void()> Blanco(QWidget& donde, const QMouseEvent& evento) override;
 

@@ -76,6 +76,18 @@ TEST_F(PreciosVentanaPrueba, UnPrecioAcordadoSeVeYSeDiceAntesYDespues) {
   Tecla(Qt::Key_Escape);
 }
 
+// Told at the cell when it would be stored; the capture goes on.
+TEST_F(PreciosVentanaPrueba, UnPrecioDesmedidoSeDiceEnSuCelda) {
+  UnRenglon();
+  Lineas().VaA(0, Lineas().IndiceColumna("Precio"));
+  Enter("1000000000000000");
+  Forma().Enfoca(*Forma().Busca("txtReferencia"));
+  Tecla(Qt::Key_Return, Qt::ControlModifier);
+  EXPECT_TRUE(QToolTip::text().contains(QStringLiteral("el máximo es 999,999,999"))) << QToolTip::text().toStdString();
+  EXPECT_EQ(Foco() + Lineas().ClaveColumna(), "ssReservacionesPrecio");
+  QToolTip::hideText();
+}
+
 TEST_F(PreciosVentanaPrueba, ElTotalSeExplicaConElPunteroYConUnaTecla) {
   UnRenglon();
   QWidget* total = escritorio_.ventana(Forma())->vista(*Forma().Busca("txtTotal"))->foco();
