@@ -1,8 +1,8 @@
 // The tape chart: rooms by nights, and what holds them.
 //
-// A bar is a reservation's line, a stay or a block. A reservation that is cancelled or closed has none. A stay that
-// shares a room and a night with a reservation is one bar with it: the reservation's folio and guest, the stay's days.
-// A bar lies from the middle of its first day to the middle of the day on which it ends.
+// A bar is a reservation's line, a stay or a block. A reservation that is cancelled or closed has none. A stay is one
+// bar with the line that it belongs to (alojamiento.h): the reservation's folio and guest, the nights of both, for both
+// hold the room. A bar lies from the middle of its first day to the middle of the day on which it ends.
 #pragma once
 
 #include <functional>
@@ -61,8 +61,9 @@ class Cuadro {
   // The room is free on all nights from desde up to the one before hasta.
   bool Libre(int fila, com::Fecha desde, com::Fecha hasta) const;
 
-  // Opens the reservation that holds the room that night; starts a New for nights of a room. com::Error kArgumento,
-  // with what holds them, when that cannot be.
+  // Opens a bar's reservation, of one bar or the first that holds the room that night; starts a New for nights of a
+  // room. com::Error kArgumento, with what holds them, when that cannot be.
+  void AbreBarra(const Barra& barra) const;
   void AbreBarra(int fila, com::Fecha noche) const;
   void Reserva(int fila, com::Fecha desde, com::Fecha hasta) const;
   // Set by whoever shows the chart.
