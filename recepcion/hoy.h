@@ -2,16 +2,19 @@
 // the search over all reservations.
 //
 // What the lists rest on. A reservation counts unless it is cancelled or closed (CA, CE). A stay is a check-in that is
-// neither; it belongs to the reservation that holds one of its rooms. A reservation has arrived when a stay belongs to
-// it or when it is applied (AP). A hotel that has never registered a check-in keeps no stays: there everyone who was to
+// not cancelled; the guests of a closed one have left. It belongs to a reservation's line (alojamiento.h), of a closed
+// reservation too, which counts as long as its guests are here. A reservation has arrived when a stay belongs to it or
+// when it is applied (AP). A hotel that has never registered a check-in keeps no stays: there everyone who was to
 // arrive before today has arrived, and nobody is missing.
 //   arrivals    reservations whose arrival is today, arrived or not
-//   departures  who has arrived and leaves today, as the stay says, or the reservation that has none
-//   in house    who has arrived and sleeps here tonight
+//   departures  who has arrived and leaves or left today, as the last of the stays says, or the reservation that has
+//               none; a line without a stay that begins that day is a change of room, and no departure
+//   in house    who has arrived, has not left and sleeps here tonight
 //   no-shows    active and confirmed reservations that were to arrive before today, do not end before today and have
 //               not arrived
-// Stays without a reservation are among the departures and in the house; they have no folio. The free rooms are the
-// board's own counts by room type.
+// Stays without a reservation are among the departures and in the house; they have no folio. Persons are those of the
+// lines of a night: of tonight in the house, of last night for departures, of the fullest night elsewhere. The free
+// rooms are the board's own counts by room type.
 #pragma once
 
 #include <array>

@@ -17,7 +17,7 @@ class HoyPrueba : public HotelPrueba {
   std::string Iso(int dia) { return com::AIso(com::MasDias(Dia(2026, 3, 1), dia)); }
 
   // Rooms one after the other through the month: reservations of every state, some with a stay that ends earlier or
-  // later than was booked, stays of walk-ins, blocks.
+  // later than was booked, over the next ones too; stays of walk-ins, blocks.
   void LlenaMes(std::mt19937& azar, bool conEstancias) {
     const auto entre = [&](int a, int b) { return std::uniform_int_distribution<int>(a, b)(azar); };
     const char* estados[] = {"AC", "CO", "AP", "CE", "CA", "ac"};
@@ -38,7 +38,8 @@ class HoyPrueba : public HotelPrueba {
         }
         if (estancia) {
           Sql("INSERT INTO Check_In (Ci_Folio, Ci_Llegada, Ci_Salida, Es_Cve_Estado) VALUES ('" + folio + "', '" +
-              Iso(dia) + " 15:00:00', '" + Iso(dia + entre(1, noches)) + " 12:00:00', '" + estados[entre(0, 4)] + "')");
+              Iso(dia) + " 15:00:00', '" + Iso(dia + entre(1, noches + 2)) + " 12:00:00', '" + estados[entre(0, 4)] +
+              "')");
           Sql("INSERT INTO Check_In_Detalle VALUES ('" + folio + "', '" + habitacion + "')");
         }
         dia += noches;
@@ -56,28 +57,40 @@ class HoyPrueba : public HotelPrueba {
   }
 };
 
-// A stay that touches the day and shares a room and a night with the reservation.
-constexpr const char* kSuEstancia =
-    "EXISTS (SELECT 1 FROM Reservacion_Detalle D JOIN Check_In_Detalle CD ON CD.Hb_Cve_Habitacion = "
-    "D.Hb_Cve_Habitacion "
-    "JOIN Check_In C ON C.Ci_Folio = CD.Ci_Folio WHERE D.Rs_Folio = R.Rs_Folio AND C.Es_Cve_Estado NOT IN ('CA','CE') "
-    "AND date(C.Ci_Llegada) < R.Rs_Salida AND date(C.Ci_Salida) > R.Rs_Llegada "
-    "AND date(C.Ci_Llegada) <= @ AND date(C.Ci_Salida) >= @)";
+// Stays begun that belong to the reservation: of the lines of their room on whose nights they are, it has the first.
+const std::string kSuyas =
+    "FROM Reservacion_Detalle D JOIN Check_In_Detalle CD ON CD.Hb_Cve_Habitacion = D.Hb_Cve_Habitacion JOIN Check_In C "
+    "ON C.Ci_Folio = CD.Ci_Folio WHERE D.Rs_Folio = R.Rs_Folio AND C.Es_Cve_Estado <> 'CA' AND date(C.Ci_Llegada) <= @ "
+    "AND date(C.Ci_Llegada) < D.Rsd_Fecha_Fin AND date(C.Ci_Salida) > D.Rsd_Fecha_Inicio AND NOT EXISTS (SELECT 1 FROM "
+    "Reservacion_Detalle D2 JOIN Reservacion R2 ON R2.Rs_Folio = D2.Rs_Folio WHERE R2.Es_Cve_Estado <> 'CA' AND "
+    "D2.Hb_Cve_Habitacion = D.Hb_Cve_Habitacion AND D2.Rsd_Fecha_Inicio < D.Rsd_Fecha_Inicio AND "
+    "date(C.Ci_Llegada) < D2.Rsd_Fecha_Fin AND date(C.Ci_Salida) > D2.Rsd_Fecha_Inicio)";
+const std::string kLlego = "EXISTS (SELECT 1 " + kSuyas + ")";
+const std::string kSalidaAbierta =
+    "(SELECT MAX(date(C.Ci_Salida)) " + kSuyas + " AND C.Es_Cve_Estado <> 'CE' AND date(C.Ci_Salida) >= @)";
+const std::string kSalida = "(SELECT MAX(date(C.Ci_Salida)) " + kSuyas + " AND date(C.Ci_Salida) >= @)";
+const std::string kSinEstancia =
+    "CASE WHEN R.Es_Cve_Estado = 'AP' AND R.Rs_Llegada <= @ AND NOT " + kLlego + " THEN R.Rs_Salida END";
+// Who came without a reservation.
+const std::string kSinReservacion =
+    "SELECT COUNT(*) FROM Check_In C JOIN Check_In_Detalle CD ON CD.Ci_Folio = C.Ci_Folio WHERE C.Es_Cve_Estado <> "
+    "'CA' "
+    "AND date(C.Ci_Llegada) <= @ AND NOT EXISTS (SELECT 1 FROM Reservacion_Detalle D JOIN Reservacion R ON R.Rs_Folio "
+    "= "
+    "D.Rs_Folio WHERE R.Es_Cve_Estado <> 'CA' AND D.Hb_Cve_Habitacion = CD.Hb_Cve_Habitacion AND date(C.Ci_Llegada) < "
+    "D.Rsd_Fecha_Fin AND date(C.Ci_Salida) > D.Rsd_Fecha_Inicio) AND ";
 
 TEST_F(HoyPrueba, LasCuentasSonLasDeLaBase) {
   Abre();
   const std::string viva = "SELECT COUNT(*) FROM Reservacion R WHERE R.Es_Cve_Estado NOT IN ('CA','CE') AND ";
-  const std::string estancia(kSuEstancia), deAntes = "R.Rs_Llegada < @ AND R.Rs_Salida >= @ AND ";
-  // Nights that a check-in or, without one, an applied reservation says; a stay is somebody's or a walk-in's.
-  const auto enCasa = [&](const std::string& salida) {
-    return "SELECT (SELECT COUNT(*) FROM Check_In C WHERE C.Es_Cve_Estado NOT IN ('CA','CE') AND date(C.Ci_Llegada) <= "
-           "@ "
-           "AND date(C.Ci_Salida) " +
-           salida + " @) + (" + viva +
-           "R.Es_Cve_Estado = 'AP' AND R.Rs_Llegada <= @ AND "
-           "R.Rs_Salida " +
-           salida + " @ AND NOT " + estancia + ")";
-  };
+  const std::string deAntes = "R.Rs_Llegada < @ AND R.Rs_Salida >= @ AND ";
+  const std::string conReservacion = "SELECT COUNT(*) FROM Reservacion R WHERE R.Es_Cve_Estado <> 'CA' AND ";
+  const auto mas = [](const std::string& a, const std::string& b) { return "SELECT (" + a + ") + (" + b + ")"; };
+  const std::string enCasa = mas(conReservacion + "COALESCE(" + kSalidaAbierta + ", " + kSinEstancia + ") > @",
+                                 kSinReservacion + "C.Es_Cve_Estado <> 'CE' AND date(C.Ci_Salida) > @");
+  const std::string salen =
+      mas(conReservacion + "COALESCE(" + kSalidaAbierta + ", " + kSalida + ", " + kSinEstancia + ") = @",
+          kSinReservacion + "date(C.Ci_Salida) = @");
   int faltan = 0, casa = 0;
   for (unsigned semilla = 1; semilla <= 6; ++semilla) {
     SCOPED_TRACE(semilla);
@@ -96,14 +109,14 @@ TEST_F(HoyPrueba, LasCuentasSonLasDeLaBase) {
       };
       EXPECT_EQ(hoy.llevaEstancias, conEstancias);
       EXPECT_EQ(cuenta(Lista::Llegadas), Cuenta(viva + "R.Rs_Llegada = @", dia));
-      // Nobody has arrived because somebody else left the room today.
+      // Nobody has arrived because somebody else left the room today, or stays in it longer than was booked.
       EXPECT_EQ(std::ranges::count(hoy.listas[0], true, &recepcion::Fila::llego),
-                Cuenta(viva + "R.Rs_Llegada = @ AND (R.Es_Cve_Estado = 'AP' OR " + estancia + ")", dia));
+                Cuenta(viva + "R.Rs_Llegada = @ AND (R.Es_Cve_Estado = 'AP' OR " + kLlego + ")", dia));
       if (conEstancias) {
-        EXPECT_EQ(cuenta(Lista::EnCasa), Cuenta(enCasa(">"), dia));
-        EXPECT_EQ(cuenta(Lista::Salidas), Cuenta(enCasa("="), dia));
+        EXPECT_EQ(cuenta(Lista::EnCasa), Cuenta(enCasa, dia));
+        EXPECT_EQ(cuenta(Lista::Salidas), Cuenta(salen, dia));
         EXPECT_EQ(cuenta(Lista::NoLlegaron),
-                  Cuenta(viva + deAntes + "R.Es_Cve_Estado IN ('AC','CO') AND NOT " + estancia, dia));
+                  Cuenta(viva + deAntes + "R.Es_Cve_Estado IN ('AC','CO') AND NOT " + kLlego, dia));
       } else {
         EXPECT_EQ(cuenta(Lista::EnCasa),
                   Cuenta(viva + "(R.Rs_Llegada < @ OR R.Es_Cve_Estado = 'AP' AND R.Rs_Llegada = @) AND R.Rs_Salida > @",
