@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <numeric>
+#include <set>
+#include <utility>
 
 #include "host/contract/estados.h"
 #include "host/contract/parametros.h"
@@ -10,6 +12,7 @@
 #include "platform/com/texto.h"
 #include "platform/regional/regional.h"
 #include "publico/publico.h"
+#include "recepcion/alojamiento.h"
 #include "recepcion/cuadro.h"
 #include "recepcion/lectura.h"
 #include "schema/esquema.h"
@@ -23,9 +26,20 @@ constexpr std::string_view kClientes =
 constexpr std::string_view kReservaciones =
     "SELECT TOP 200 Rs_Folio FROM Reservacion WHERE Cl_Cve_Cliente = '?' OR Rs_Huesped = '?' "
     "ORDER BY Rs_Llegada DESC, Rs_Folio DESC";
-constexpr std::string_view kUltima =
-    "SELECT TOP 1 Rs_Folio, Rs_Llegada, Rs_Salida, Rs_Notas FROM Reservacion WHERE Rs_Huesped = '?' AND "
-    "Rs_Llegada <= '?' AND Es_Cve_Estado <> 'CA' AND Es_Cve_Estado <> 'CE' ORDER BY Rs_Llegada DESC, Rs_Folio DESC";
+constexpr std::string_view kPasadas =
+    "SELECT TOP 50 Rs_Folio, Rs_Llegada, Rs_Salida, Rs_Notas FROM Reservacion WHERE Rs_Huesped = '?' AND "
+    "Rs_Llegada <= '?' AND Es_Cve_Estado <> 'CA' ORDER BY Rs_Llegada DESC, Rs_Folio DESC";
+// The stays that meet a reservation's lines, each with all lines that it meets. CROSS JOIN keeps the order that the
+// indexes serve.
+constexpr std::string_view kEstancias =
+    "SELECT D.Hb_Cve_Habitacion, CI.Ci_Folio, CI.Ci_Llegada, CI.Ci_Salida, L.Rs_Folio, L.Rsd_Fecha_Inicio, "
+    "L.Rsd_Fecha_Fin FROM Reservacion_Detalle D CROSS JOIN Check_In_Detalle CID CROSS JOIN Check_In CI "
+    "CROSS JOIN Reservacion_Detalle L CROSS JOIN Reservacion R WHERE D.Rs_Folio = '?' "
+    "AND CID.Hb_Cve_Habitacion = D.Hb_Cve_Habitacion AND CI.Ci_Folio = CID.Ci_Folio AND CI.Es_Cve_Estado <> 'CA' "
+    "AND CI.Ci_Salida > D.Rsd_Fecha_Inicio AND CI.Ci_Llegada < D.Rsd_Fecha_Fin "
+    "AND L.Hb_Cve_Habitacion = D.Hb_Cve_Habitacion AND L.Rsd_Fecha_Fin > CI.Ci_Llegada "
+    "AND L.Rsd_Fecha_Inicio < CI.Ci_Salida AND R.Rs_Folio = L.Rs_Folio AND R.Es_Cve_Estado <> 'CA' "
+    "ORDER BY D.Hb_Cve_Habitacion, CI.Ci_Folio, L.Rs_Folio, L.Rsd_Id";
 constexpr std::string_view kHabitaciones =
     "SELECT D.Hb_Cve_Habitacion FROM Reservacion_Detalle D INNER JOIN Habitacion H ON H.Hb_Cve_Habitacion = "
     "D.Hb_Cve_Habitacion WHERE D.Rs_Folio = '?' AND H.Es_Cve_Estado <> 'BA' ORDER BY D.Rsd_Id";
@@ -104,6 +118,39 @@ std::string ConMayuscula(const std::string& palabra) {
     grande = letra == "'" || letra == "-";
   }
   return nueva;
+}
+
+// The rooms that the reservation's guests slept in: those whose stays belong to it (alojamiento.h).
+std::set<std::string> Dormidas(const std::string& folio) {
+  std::set<std::string> dormidas;
+  ado::TextoSQL sql;
+  sql.Agrega(kEstancias, {Literal(folio)});
+  const ado::RecordsetPtr rs = Ejecuta(sql);
+  while (!rs->Eof()) {
+    const std::string habitacion = Celda(*rs, 0), estancia = Celda(*rs, 1);
+    const Noches noches{CeldaDia(*rs, 2), CeldaDia(*rs, 3)};
+    std::string suya;
+    std::optional<int> cerca;
+    for (; !rs->Eof() && Celda(*rs, 0) == habitacion && Celda(*rs, 1) == estancia; rs->MoveNext()) {
+      const auto lejos = Lejania({CeldaDia(*rs, 5), CeldaDia(*rs, 6)}, noches);
+      if (!lejos || (cerca && *cerca <= *lejos)) continue;
+      cerca = lejos;
+      suya = Celda(*rs, 4);
+    }
+    if (suya == folio) dormidas.insert(habitacion);
+  }
+  return dormidas;
+}
+
+// With the rooms that are in service, those that were slept in first.
+UltimaEstancia ConHabitaciones(UltimaEstancia ultima, const std::set<std::string>& dormidas) {
+  ado::TextoSQL sql;
+  sql.Agrega(kHabitaciones, {Literal(ultima.folio)});
+  const ado::RecordsetPtr rs = Ejecuta(sql);
+  for (; !rs->Eof(); rs->MoveNext()) ultima.habitaciones.push_back(Celda(*rs, 0));
+  std::stable_partition(ultima.habitaciones.begin(), ultima.habitaciones.end(),
+                        [&](const std::string& h) { return dormidas.contains(h); });
+  return ultima;
 }
 
 bool Cabe(const std::string& texto, std::size_t largo) { return com::LargoUtf8(texto) <= largo; }
@@ -356,15 +403,17 @@ std::vector<Fila> ReservacionesDe(const std::string& cliente) {
 
 std::optional<UltimaEstancia> UltimaEstanciaDe(const std::string& huesped, com::Fecha hoy) {
   ado::TextoSQL sql;
-  sql.Agrega(kUltima, {Literal(huesped), DiaSql(hoy)});
+  sql.Agrega(kPasadas, {Literal(huesped), DiaSql(hoy)});
   const ado::RecordsetPtr rs = Ejecuta(sql);
-  if (rs->Eof()) return std::nullopt;
-  UltimaEstancia ultima{Celda(*rs, 0), CeldaDia(*rs, 1), CeldaDia(*rs, 2), {}, Celda(*rs, 3)};
-  ado::TextoSQL renglones;
-  renglones.Agrega(kHabitaciones, {Literal(ultima.folio)});
-  const ado::RecordsetPtr cuartos = Ejecuta(renglones);
-  for (; !cuartos->Eof(); cuartos->MoveNext()) ultima.habitaciones.push_back(Celda(*cuartos, 0));
-  return ultima;
+  std::optional<UltimaEstancia> primera;
+  for (; !rs->Eof(); rs->MoveNext()) {
+    UltimaEstancia esta{Celda(*rs, 0), CeldaDia(*rs, 1), CeldaDia(*rs, 2), {}, Celda(*rs, 3)};
+    const std::set<std::string> dormidas = Dormidas(esta.folio);
+    if (!dormidas.empty()) return ConHabitaciones(std::move(esta), dormidas);
+    if (!primera) primera = std::move(esta);
+  }
+  if (!primera) return std::nullopt;
+  return ConHabitaciones(std::move(*primera), {});
 }
 
 std::string NombrePropio(const std::string& escrito) {
