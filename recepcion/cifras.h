@@ -17,7 +17,8 @@
 //   occupancy   (sold + unpriced) / available
 //   rate        revenue / (sold - courtesy)
 //   per room    revenue / available; occupancy times rate where no night is courtesy or unpriced
-//   pace        each night beside the same date a year before (29 February has none), twice: as the books stood then,
+//   pace        each night beside the same date a year before (29 February has none, and is nobody's in the year behind
+//               a leap year: a month is compared by as many nights as it has), twice: as the books stood then,
 //               that is with what had been captured (Rs_Fecha) by the day a year before today and not been cancelled
 //               (Fecha_Baja) by its end, and as it ended. What a reservation was before it was changed is not kept: it
 //               counts with the nights and amounts that it has now.

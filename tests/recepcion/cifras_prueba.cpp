@@ -167,6 +167,10 @@ TEST_F(CifrasPrueba, LoQueSeDivideYLoQueSeRechaza) {
   std::string alFinal;
   for (const auto& de : cifras.noches()) alFinal += std::to_string(de.cuenta.vendidasAlFinal) + " ";
   EXPECT_EQ(alFinal, "3 0 3 0 ");
+  // The year behind it is compared by as many nights as it has.
+  Sql("UPDATE Reservacion_Detalle SET Rsd_Fecha_Inicio = '2028-02-28', Rsd_Fecha_Fin = '2028-03-02'");
+  cifras.Abre({Dia(2029, 2, 28), Dia(2029, 3, 1), ""});
+  EXPECT_EQ(cifras.total().vendidasAlFinal, 6);
 }
 
 TEST(ListadoPrueba, LaHojaDeCalculoLoAbreSinSorpresas) {
