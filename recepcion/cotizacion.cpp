@@ -23,6 +23,19 @@ double TasaImpuesto(const std::string& producto) {
   return calculo->TasaImpuesto(publico::LeeTexto(anfitrion::parametro::kSucursal), "", producto);
 }
 
+// Adds up what the rooms cost, each on its nights; why one has no price.
+void Cotiza(Oferta& oferta, const Pedido& pedido, double tipoCambio) {
+  for (const Tramo& t : oferta.tramos) {
+    double extra = 0;
+    int personasExtra = 0;
+    const double precio = publico::Hotel().PrecioHabitacion(
+        t.habitacion, t.desde, t.hasta, pedido.adultos, pedido.menores, pedido.infantes, extra, personasExtra,
+        pedido.moneda, publico::Utilerias().FechaServidor(), tipoCambio);
+    if (oferta.motivo.empty()) oferta.motivo = publico::Hotel().ErrorHotel();
+    oferta.total += com::Redondea(precio + extra, 2);
+  }
+}
+
 }  // namespace
 
 std::vector<std::string> Monedas() {
@@ -56,12 +69,12 @@ void Cotizacion::Calcula(const Pedido& pedido) {
   if (noches < 1) Rechaza("La salida debe ser posterior a la llegada");
   if (noches > kNochesMaximas) Rechaza("Se cotizan hasta " + std::to_string(kNochesMaximas) + " noches");
   if (pedido.adultos < 1 || pedido.menores < 0 || pedido.infantes < 0) Rechaza("Se necesita un adulto al menos");
-  pedido_ = pedido;
-  if (pedido_.moneda.empty()) pedido_.moneda = publico::LeeTexto(anfitrion::parametro::kMonedaLocal);
-  const double cambio = publico::Utilerias().TipoCambio(pedido_.moneda, publico::Utilerias().FechaServidor());
+  Pedido nuevo = pedido;
+  if (nuevo.moneda.empty()) nuevo.moneda = publico::LeeTexto(anfitrion::parametro::kMonedaLocal);
+  const double cambio = publico::Utilerias().TipoCambio(nuevo.moneda, publico::Utilerias().FechaServidor());
   Cuadro cuadro;
   cuadro.Abre(pedido.llegada, std::max(noches, kNochesMinimas));
-  ofertas_.clear();
+  std::vector<Oferta> ofertas;
   const ado::RecordsetPtr tipos = Ejecuta(ado::TextoSQL(kTipos));
   for (; !tipos->Eof(); tipos->MoveNext()) {
     Oferta oferta;
@@ -81,24 +94,15 @@ void Cotizacion::Calcula(const Pedido& pedido) {
     } else if (pedido.adultos + pedido.menores + pedido.infantes > maximo) {
       oferta.motivo = "Caben " + std::to_string(maximo) + " personas";
     } else {
-      Cotiza(oferta, cambio);
+      Cotiza(oferta, nuevo, cambio);
       const double factor = TasaImpuesto(Celda(*tipos, 3));
       oferta.impuestos = com::Redondea(oferta.total - oferta.total / (1 + factor), 2);
     }
-    ofertas_.push_back(std::move(oferta));
+    ofertas.push_back(std::move(oferta));
   }
-}
-
-void Cotizacion::Cotiza(Oferta& oferta, double tipoCambio) const {
-  for (const Tramo& t : oferta.tramos) {
-    double extra = 0;
-    int personasExtra = 0;
-    const double precio = publico::Hotel().PrecioHabitacion(
-        t.habitacion, t.desde, t.hasta, pedido_.adultos, pedido_.menores, pedido_.infantes, extra, personasExtra,
-        pedido_.moneda, publico::Utilerias().FechaServidor(), tipoCambio);
-    if (oferta.motivo.empty()) oferta.motivo = publico::Hotel().ErrorHotel();
-    oferta.total += com::Redondea(precio + extra, 2);
-  }
+  // All was read and priced: what failed before leaves the quote that was there.
+  pedido_ = std::move(nuevo);
+  ofertas_ = std::move(ofertas);
 }
 
 void Cotizacion::Reserva(int oferta) const {

@@ -34,7 +34,7 @@ struct Oferta {
 class Cotizacion {
  public:
   // com::Error kArgumento for a stay without nights or longer than kNochesMaximas, without adults, in a currency that
-  // the hotel has no rate for; database failures.
+  // the hotel has no rate for; database failures. The quote before stays then.
   void Calcula(const Pedido& pedido);
   // As it was calculated: with the currency that holds.
   const Pedido& pedido() const { return pedido_; }
@@ -48,8 +48,6 @@ class Cotizacion {
   std::function<void(const Pedido& pedido, const std::vector<Tramo>& tramos)> alReservar;
 
  private:
-  void Cotiza(Oferta& oferta, double tipoCambio) const;
-
   Pedido pedido_;
   std::vector<Oferta> ofertas_;
 };
