@@ -163,9 +163,14 @@ void TecleaPersonas(controles::Formulario& principal, const Pedido& pedido, cons
   auto* grid = principal.Primero<controles::Grid>();
   if (tramos.empty() || grid == nullptr || !grid->PuedeEnfocarse()) return;
   if (grid->Filas() != static_cast<int>(tramos.size())) return;
-  for (std::size_t i = 0; i < tramos.size(); ++i) {
-    if (!EsSinPersonas(*grid, static_cast<int>(i), tramos[i])) return;
-  }
+  // The board hands its rooms over in its own order.
+  const auto tieneRenglon = [&](const Tramo& t) {
+    for (int fila = 0; fila < grid->Filas(); ++fila) {
+      if (EsSinPersonas(*grid, fila, t)) return true;
+    }
+    return false;
+  };
+  if (!std::ranges::all_of(tramos, tieneRenglon)) return;
   const std::pair<std::string_view, int> personas[] = {{kv207::col::kAdultos, pedido.adultos},
                                                        {kv207::col::kMenores, pedido.menores},
                                                        {kv207::col::kInfantes, pedido.infantes}};
