@@ -17,12 +17,6 @@ ado::RecordsetPtr Ejecuta(const Fuente& fuente, const ado::TextoSQL& sql) { retu
 
 ado::RecordsetPtr Ejecuta(const ado::TextoSQL& sql) { return publico::Sistema().ObtenConexion()->Execute(sql); }
 
-std::string Literal(std::string_view valor) {
-  std::string literal;
-  for (const char c : valor) literal.append(c == '\'' ? 2 : 1, c);
-  return literal;
-}
-
 std::string DiaSql(com::Fecha dia) { return publico::Utilerias().FechaSQL(com::SoloFecha(dia)); }
 
 std::string Celda(const ado::Recordset& rs, std::size_t columna) {

@@ -3,12 +3,14 @@
 
 #include <functional>
 #include <string>
-#include <string_view>
 
 #include "platform/ado/ado.h"
+#include "platform/ado/literal.h"
 #include "platform/com/fecha.h"
 
 namespace recepcion {
+
+using ado::Literal;
 
 // Where a model reads: gives the connection for a statement, and how the host behind it writes days.
 struct Fuente {
@@ -23,8 +25,6 @@ Fuente FuenteDe(ado::ConnectionPtr conexion);
 // Runs a statement; without a source on the connection fetched for it.
 ado::RecordsetPtr Ejecuta(const Fuente& fuente, const ado::TextoSQL& sql);
 ado::RecordsetPtr Ejecuta(const ado::TextoSQL& sql);
-// A value to stand between quotes: its own quotes become pairs.
-std::string Literal(std::string_view valor);
 // The day as the host writes it in statements.
 std::string DiaSql(com::Fecha dia);
 // A column as text without blanks at the end, "" for NULL; as a day or a number, of which NULL is the first.

@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/ado/literal.h"
 #include "schema/esquema.h"
 #include "schema/guardas.h"
 
@@ -15,12 +16,8 @@ constexpr std::string_view kVersionRoles = "2";
 // The longest name that the server takes, bytes.
 constexpr std::size_t kLargoNombre = 63;
 
-std::string Entre(std::string_view comilla, std::string_view texto) {
-  std::string s(comilla);
-  for (const char c : texto) s += c == comilla.front() ? std::string(comilla) + c : std::string(1, c);
-  return s.append(comilla);
-}
-std::string Literal(std::string_view texto) { return Entre("'", texto); }
+std::string Entre(char comilla, std::string_view texto) { return comilla + ado::Literal(texto, comilla) + comilla; }
+std::string Literal(std::string_view texto) { return Entre('\'', texto); }
 
 constexpr std::string_view kRoles = R"(DO $roles$ BEGIN
   IF to_regrole({'recepcion}) IS NULL THEN CREATE ROLE {recepcion}; END IF;
@@ -263,7 +260,7 @@ std::string Administradas() {
 
 }  // namespace
 
-std::string Citado(std::string_view nombre) { return Entre("\"", nombre); }
+std::string Citado(std::string_view nombre) { return Entre('"', nombre); }
 
 Roles RolesDe(std::string_view base) {
   const auto nombre = [&](std::string_view rol) {

@@ -11,6 +11,7 @@
 #include <string>
 
 #include "host/contract/parametros.h"
+#include "platform/ado/literal.h"
 #include "platform/com/error.h"
 #include "platform/com/variant.h"
 #include "schema/esquema.h"
@@ -34,11 +35,7 @@ std::string Guia(const esquema::Tabla& tabla) {
   return std::string(tabla.llave.empty() ? tabla.indices.front().front() : tabla.llave.front());
 }
 
-std::string Literal(const com::Variant& valor) {
-  std::string s = "'";
-  for (const char c : com::CStr(valor)) s.append(c == '\'' ? "''" : std::string(1, c));
-  return s + "'";
-}
+std::string Literal(const com::Variant& valor) { return "'" + ado::Literal(com::CStr(valor)) + "'"; }
 
 // Hands on a table's rows, page by page. A page ends with the last row of a key: in the engine's own order, so that
 // nothing rests on how texts compare.
