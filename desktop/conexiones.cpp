@@ -3,7 +3,6 @@
 #include <memory>
 #include <optional>
 
-#include "component/precios.h"
 #include "desktop/dialogos.h"
 #include "desktop/escritorio_qt.h"
 #include "desktop/exportar.h"
@@ -69,17 +68,16 @@ void DiceLosPrecios(Contexto& contexto, EscritorioQt& escritorio) {
   contexto.explica = [&escritorio](int fila) {
     const controles::Formulario* principal = escritorio.Principal();
     if (principal == nullptr) return QString();
-    return Q(recepcion::TextoDe(
-        fila < 0 ? recepcion::ExplicaTotal(*principal)
-                 : recepcion::ExplicaRenglon(*principal, fila, kv207::OrigenDelPrecio(*principal, fila))));
+    return Q(recepcion::TextoDe(fila < 0 ? recepcion::ExplicaTotal(*principal)
+                                         : recepcion::ExplicaRenglon(*principal, fila)));
   };
   contexto.acordado = [&escritorio, acordados = std::make_shared<recepcion::Acordados>()](int fila) {
     const controles::Formulario* principal = escritorio.Principal();
-    return principal != nullptr && acordados->Es(*principal, fila, kv207::OrigenDelPrecio(*principal, fila));
+    return principal != nullptr && acordados->Es(*principal, fila);
   };
   contexto.avisoDePrecio = [&escritorio] {
     const controles::Formulario* principal = escritorio.Principal();
-    return principal == nullptr ? QString() : Q(kv207::AvisoDePrecio(*principal));
+    return principal == nullptr ? QString() : Q(recepcion::AvisoDePrecio(*principal));
   };
 }
 

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "component/precios.h"
 #include "desktop/dialogos.h"
 #include "desktop/escritorio_qt.h"
 #include "desktop/ventana_cifras.h"
@@ -127,7 +126,7 @@ void Mostrador::Explica() {
   if (renglones == nullptr) return;
   std::vector<recepcion::CuentaExplicada> todas;
   for (int fila = 0; fila < renglones->Filas(); ++fila) {
-    todas.push_back(recepcion::ExplicaRenglon(*principal, fila, kv207::OrigenDelPrecio(*principal, fila)));
+    todas.push_back(recepcion::ExplicaRenglon(*principal, fila));
   }
   todas.push_back(recepcion::ExplicaTotal(*principal));
   const bool enRenglon = principal->foco() == renglones && renglones->fila() >= 0;

@@ -2,13 +2,13 @@
 #include <charconv>
 #include <memory>
 
-#include "component/precios.h"
 #include "guion/interprete.h"
 #include "guion/muestra.h"
 #include "guion/muestra_hotel.h"
 #include "guion/muestra_recepcion.h"
 #include "guion/usable.h"
 #include "platform/com/error.h"
+#include "recepcion/explicacion.h"
 
 namespace guion {
 
@@ -223,7 +223,7 @@ Json Interprete::ValorDe(const std::string& que) {
   if (que == "parte") return parte_;
   if (que == "borrador") return borrador_.empty() ? Json() : MuestraBorrador(recepcion::DeTexto(borrador_));
   if (que == "quitados") return MuestraLineas(quitados_.renglones());
-  if (que == "aviso") return kv207::AvisoDePrecio(piezas_.componente.formulario());
+  if (que == "aviso") return recepcion::AvisoDePrecio(piezas_.componente.formulario());
   if (que == "huesped") return MuestraHuesped(huespedes_, parecidas_);
   if (que == "renglones") return MuestraRenglones(GridDe(piezas_.componente.formulario()));
   if (que == "tablero") return MuestraTablero(GridDe(piezas_.componente.tablero()));

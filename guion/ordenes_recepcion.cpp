@@ -3,7 +3,6 @@
 #include <charconv>
 #include <utility>
 
-#include "component/precios.h"
 #include "guion/interprete.h"
 #include "guion/muestra.h"
 #include "guion/muestra_recepcion.h"
@@ -15,6 +14,7 @@
 #include "host/standalone/parametros.h"
 #include "platform/com/error.h"
 #include "recepcion/borrador.h"
+#include "recepcion/explicacion.h"
 #include "recepcion/listados.h"
 #include "recepcion/pasos.h"
 
@@ -122,8 +122,7 @@ void Interprete::Explica(const Palabras& p) {
   const int fila = p.size() > 1 ? NumeroDe(p[1]) : -1;
   if (p.size() > 1 && (fila < 0 || fila >= GridDe(pantalla).Filas())) Error("No hay un renglón " + p[1]);
   const recepcion::CuentaExplicada e =
-      fila < 0 ? recepcion::ExplicaTotal(pantalla)
-               : recepcion::ExplicaRenglon(pantalla, fila, kv207::OrigenDelPrecio(pantalla, fila));
+      fila < 0 ? recepcion::ExplicaTotal(pantalla) : recepcion::ExplicaRenglon(pantalla, fila);
   piezas_.manos.Explica({e});
   actual_.valor = MuestraExplicacion(e);
 }

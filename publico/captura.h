@@ -2,14 +2,22 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 namespace publico {
+
+// What the price of a room line rests on. Acordado: typed by the clerk, or with a discount. Guardado: read with a
+// stored reservation. Ninguno: not priced.
+enum class OrigenPrecio { Ninguno, Hotel, Acordado, Guardado };
 
 class Captura {
  public:
   virtual ~Captura() = default;
-  // The amounts of the room line rest on a price that was agreed: typed, discounted, or stored.
-  [[nodiscard]] virtual bool PrecioAcordado(int fila) const = 0;
+  // Ninguno for a line that is not there, too.
+  [[nodiscard]] virtual OrigenPrecio OrigenDe(int fila) const = 0;
+  // What a clerk is to know before and after an agreed price is lost: the current cell is a date or the persons of a
+  // line whose price would be asked for again; or it was. "" nothing.
+  [[nodiscard]] virtual std::string AvisoDePrecio() const = 0;
   // Called when a New or an Edit has begun. Must not raise, nor may the next one.
   std::function<void()> alEmpezar;
   // Called before another number of nights takes the room lines away.

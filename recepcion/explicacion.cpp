@@ -17,6 +17,7 @@ namespace {
 namespace col = kv207::col;
 using controles::Formulario;
 using controles::Grid;
+using publico::OrigenPrecio;
 
 // What a room line and its header hold.
 struct Renglon {
@@ -170,7 +171,18 @@ void AgregaCuenta(CuentaExplicada& e, const Renglon& r) {
 
 }  // namespace
 
-CuentaExplicada ExplicaRenglon(const Formulario& principal, int fila, OrigenPrecio origen) {
+publico::OrigenPrecio OrigenDelPrecio(const Formulario& principal, int fila) {
+  const auto* captura = dynamic_cast<const publico::Captura*>(&principal);
+  return captura == nullptr ? OrigenPrecio::Ninguno : captura->OrigenDe(fila);
+}
+
+std::string AvisoDePrecio(const Formulario& principal) {
+  const auto* captura = dynamic_cast<const publico::Captura*>(&principal);
+  return captura == nullptr ? std::string() : captura->AvisoDePrecio();
+}
+
+CuentaExplicada ExplicaRenglon(const Formulario& principal, int fila) {
+  const OrigenPrecio origen = OrigenDelPrecio(principal, fila);
   const Renglon r = Lee(principal, fila);
   CuentaExplicada e;
   e.titulo = r.nombre + ", " + regional::FechaCorta(r.inicio) + " – " + regional::FechaCorta(r.fin);
@@ -210,7 +222,8 @@ CuentaExplicada ExplicaTotal(const Formulario& principal) {
   return e;
 }
 
-bool Acordados::Es(const Formulario& principal, int fila, OrigenPrecio origen) {
+bool Acordados::Es(const Formulario& principal, int fila) {
+  const OrigenPrecio origen = OrigenDelPrecio(principal, fila);
   if (origen == OrigenPrecio::Acordado) return true;
   const Grid* grid = principal.Primero<Grid>();
   if (origen != OrigenPrecio::Guardado || grid == nullptr || fila < 0 || fila >= grid->Filas()) return false;
@@ -225,7 +238,7 @@ bool Acordados::Es(const Formulario& principal, int fila, OrigenPrecio origen) {
   if (dichos_.size() >= kMasLineas) dichos_.clear();
   bool es = false;
   try {
-    es = ExplicaRenglon(principal, fila, origen).acordado;
+    es = ExplicaRenglon(principal, fila).acordado;
   } catch (const com::Error&) {  // a mark more; the line is what it is without it
   }
   return dichos_[llave] = es;

@@ -7,11 +7,9 @@
 #include <vector>
 
 #include "platform/controls/formulario.h"
-#include "publico/origen_precio.h"
+#include "publico/captura.h"
 
 namespace recepcion {
-
-using kv207::OrigenPrecio;
 
 struct CuentaExplicada {
   struct Paso {
@@ -27,7 +25,7 @@ struct CuentaExplicada {
 };
 
 // A room line of the reservation screen, from 0. com::Error kSubindice for one that is not there; the host's failures.
-CuentaExplicada ExplicaRenglon(const controles::Formulario& principal, int fila, OrigenPrecio origen);
+CuentaExplicada ExplicaRenglon(const controles::Formulario& principal, int fila);
 // Sub-total, taxes and total of the footer, line by line.
 CuentaExplicada ExplicaTotal(const controles::Formulario& principal);
 // Which lines have a price that was agreed, asked often: what the price source said is kept as long as a line stays as
@@ -35,11 +33,14 @@ CuentaExplicada ExplicaTotal(const controles::Formulario& principal);
 class Acordados {
  public:
   // False for a line that is not there, or about which the source fails.
-  bool Es(const controles::Formulario& principal, int fila, OrigenPrecio origen);
+  bool Es(const controles::Formulario& principal, int fila);
 
  private:
   std::unordered_map<std::string, bool> dichos_;  // by all that a line's price depends on
 };
+// As the screen tells them (publico/captura.h); of another form Ninguno and "".
+publico::OrigenPrecio OrigenDelPrecio(const controles::Formulario& principal, int fila);
+std::string AvisoDePrecio(const controles::Formulario& principal);
 // As a tip shows it: a step a line.
 std::string TextoDe(const CuentaExplicada& explicacion);
 

@@ -15,6 +15,7 @@
 #include "platform/regional/regional.h"
 #include "publico/captura.h"
 #include "publico/columnas.h"
+#include "recepcion/explicacion.h"
 #include "recepcion/cuadro.h"
 
 namespace recepcion {
@@ -29,8 +30,8 @@ constexpr double kCentavo = 0.005;
 bool MismoImporte(double a, double b) { return std::abs(a - b) < kCentavo; }
 
 bool Acordado(const controles::Formulario& principal, int fila) {
-  const auto* captura = dynamic_cast<const publico::Captura*>(&principal);
-  return captura != nullptr && captura->PrecioAcordado(fila);
+  const publico::OrigenPrecio origen = OrigenDelPrecio(principal, fila);
+  return origen == publico::OrigenPrecio::Acordado || origen == publico::OrigenPrecio::Guardado;
 }
 
 std::string TextoDe(const Grid& grid, int fila, std::string_view columna) {

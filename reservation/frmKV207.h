@@ -20,10 +20,11 @@
 #include "platform/controls/formulario.h"
 #include "platform/controls/grid.h"
 #include "publico/captura.h"
-#include "publico/origen_precio.h"
 #include "reservation/tasacion.h"
 
 namespace kv207 {
+
+using publico::OrigenPrecio;
 
 class frmDisponibilidad;
 
@@ -172,7 +173,6 @@ class frmKV207 : public controles::Formulario, public publico::Captura {
   bool CalculaRenglon(int fila, bool soloRecalcular);
 
   // --- tasacion.cpp: what the amounts of the lines rest on
-  [[nodiscard]] bool PrecioAcordado(int fila) const override;
   // The line shows the hotel's price (conError: the hotel had none); a price that was agreed, under the header's
   // currency and rate (incompleto: not broken down; tecleado: by the clerk, now); no price.
   void AnotaTarifa(int fila, bool conError);
@@ -186,9 +186,8 @@ class frmKV207 : public controles::Formulario, public publico::Captura {
   // and accepts again.
   [[nodiscard]] bool RevisaPrecios();
 
-  [[nodiscard]] OrigenPrecio OrigenDe(int fila) const;
-  // What the clerk is to know before the price that was agreed for the current line is lost, or after one was.
-  [[nodiscard]] std::string AvisoDePrecio() const;
+  [[nodiscard]] OrigenPrecio OrigenDe(int fila) const override;
+  [[nodiscard]] std::string AvisoDePrecio() const override;
 
   // --- guardar.cpp: saving
   void Controles_Aceptar(bool nuevo);

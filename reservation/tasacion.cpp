@@ -82,11 +82,6 @@ const PrecioRenglon* frmKV207::PrecioDe(int fila) const {
   return precio == precios_.end() ? nullptr : &precio->second;
 }
 
-bool frmKV207::PrecioAcordado(int fila) const {
-  const OrigenPrecio origen = OrigenDe(fila);
-  return origen == OrigenPrecio::Acordado || origen == OrigenPrecio::Guardado;
-}
-
 void frmKV207::OlvidaPrecio(int fila) { precios_.erase(ssReservaciones.Marcador(fila)); }
 
 void frmKV207::AnotaTarifa(int fila, bool conError) {
