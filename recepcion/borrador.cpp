@@ -98,8 +98,10 @@ class Escritor {
 };
 
 void Escribe(std::string& texto, std::string_view palabra, const Renglon& r) {
-  Escritor(texto, palabra) << r.acordado << r.habitacion << r.nombre << r.inicio << r.fin << r.adultos << r.menores
-                           << r.infantes << r.precio << r.personaExtra << r.descuento << r.descuentoImporte << r.total;
+  Escritor escritor(texto, palabra);
+  escritor << r.acordado;
+  for (const auto& celda : kTextosDeRenglon) escritor << r.*celda.dato;
+  for (const auto& celda : kImportesDeRenglon) escritor << r.*celda.dato;
 }
 
 std::string SinEscape(std::string_view parte) {
@@ -144,12 +146,8 @@ class Lector {
 Renglon LeeRenglon(Lector& linea) {
   Renglon r;
   r.acordado = linea.SiNo();
-  for (std::string* parte : {&r.habitacion, &r.nombre, &r.inicio, &r.fin, &r.adultos, &r.menores, &r.infantes}) {
-    *parte = linea.Texto();
-  }
-  for (double* parte : {&r.precio, &r.personaExtra, &r.descuento, &r.descuentoImporte, &r.total}) {
-    *parte = linea.Numero();
-  }
+  for (const auto& celda : kTextosDeRenglon) r.*celda.dato = linea.Texto();
+  for (const auto& celda : kImportesDeRenglon) r.*celda.dato = linea.Numero();
   return r;
 }
 

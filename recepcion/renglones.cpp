@@ -14,9 +14,8 @@
 #include "platform/controls/barra.h"
 #include "platform/regional/regional.h"
 #include "publico/captura.h"
-#include "publico/columnas.h"
-#include "recepcion/explicacion.h"
 #include "recepcion/cuadro.h"
+#include "recepcion/explicacion.h"
 
 namespace recepcion {
 
@@ -58,18 +57,8 @@ std::optional<com::Fecha> DiaDe(const std::string& texto) {
 
 Renglon LeeRenglon(const controles::Formulario& principal, const Grid& grid, int fila) {
   Renglon r;
-  r.habitacion = TextoDe(grid, fila, col::kClave);
-  r.nombre = TextoDe(grid, fila, col::kNombre);
-  r.inicio = TextoDe(grid, fila, col::kInicio);
-  r.fin = TextoDe(grid, fila, col::kFin);
-  r.adultos = TextoDe(grid, fila, col::kAdultos);
-  r.menores = TextoDe(grid, fila, col::kMenores);
-  r.infantes = TextoDe(grid, fila, col::kInfantes);
-  r.precio = ImporteDe(grid, fila, col::kPrecio);
-  r.personaExtra = ImporteDe(grid, fila, col::kPrecioExtra);
-  r.descuento = ImporteDe(grid, fila, col::kDescuento);
-  r.descuentoImporte = ImporteDe(grid, fila, col::kDescuentoImporte);
-  r.total = ImporteDe(grid, fila, col::kTotal);
+  for (const auto& [columna, dato] : kTextosDeRenglon) r.*dato = TextoDe(grid, fila, columna);
+  for (const auto& [columna, dato] : kImportesDeRenglon) r.*dato = ImporteDe(grid, fila, columna);
   r.acordado = Acordado(principal, fila);
   return r;
 }
@@ -139,17 +128,10 @@ void EscribeAcuerdo(controles::Formulario& principal, Grid& grid, int fila, cons
 
 // What differs in a line whose room is there.
 void Completa(controles::Formulario& principal, Grid& grid, int fila, const Renglon& r) {
-  struct Celda {
-    std::string_view columna;
-    const std::string& texto;
-  };
-  const Celda celdas[] = {{col::kInicio, r.inicio},
-                          {col::kFin, r.fin},
-                          {col::kAdultos, r.adultos},
-                          {col::kMenores, r.menores},
-                          {col::kInfantes, r.infantes}};
-  for (const auto& [columna, texto] : celdas) {
-    if (!texto.empty() && TextoDe(grid, fila, columna) != texto) static_cast<void>(Escribe(grid, fila, columna, texto));
+  for (const auto& [columna, dato] : kTextosDeRenglon) {
+    const std::string& texto = r.*dato;
+    const bool seTeclea = columna != col::kClave && columna != col::kNombre && !texto.empty();
+    if (seTeclea && TextoDe(grid, fila, columna) != texto) static_cast<void>(Escribe(grid, fila, columna, texto));
   }
   static_cast<void>(grid.Deja());
   if (r.acordado) return EscribeAcuerdo(principal, grid, fila, r);

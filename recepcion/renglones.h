@@ -10,6 +10,7 @@
 #include "platform/com/fecha.h"
 #include "platform/controls/formulario.h"
 #include "platform/controls/grid.h"
+#include "publico/columnas.h"
 
 namespace recepcion {
 
@@ -23,6 +24,26 @@ struct Renglon {
   double descuentoImporte = 0, total = 0;
   bool acordado = false;  // a price that was agreed: typed, discounted or stored
 };
+
+// Which cell of the grid each of them is, in the order of the columns.
+struct CeldaDeTexto {
+  std::string_view columna;
+  std::string Renglon::*dato;
+};
+inline constexpr CeldaDeTexto kTextosDeRenglon[] = {
+    {kv207::col::kClave, &Renglon::habitacion}, {kv207::col::kNombre, &Renglon::nombre},
+    {kv207::col::kInicio, &Renglon::inicio},    {kv207::col::kFin, &Renglon::fin},
+    {kv207::col::kAdultos, &Renglon::adultos},  {kv207::col::kMenores, &Renglon::menores},
+    {kv207::col::kInfantes, &Renglon::infantes}};
+struct CeldaDeImporte {
+  std::string_view columna;
+  double Renglon::*dato;
+};
+inline constexpr CeldaDeImporte kImportesDeRenglon[] = {{kv207::col::kPrecio, &Renglon::precio},
+                                                        {kv207::col::kPrecioExtra, &Renglon::personaExtra},
+                                                        {kv207::col::kDescuento, &Renglon::descuento},
+                                                        {kv207::col::kDescuentoImporte, &Renglon::descuentoImporte},
+                                                        {kv207::col::kTotal, &Renglon::total}};
 
 // "0101 Doble / Vista, 10/03/2026 – 12/03/2026, 2 adultos, $2,500.00": for messages.
 std::string EnPalabras(const Renglon& renglon);
