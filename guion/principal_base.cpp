@@ -159,7 +159,7 @@ int Usuario(const Palabras& palabras, const guion::Argumentos& argumentos) {
   const std::string contrasena = guion::LeeContrasena(argumentos.Valor("contrasena-de"));
   const auto conexion = autonomo::AbreConexion(Existente(palabras[0]), kReloj);
   guion::DiceAvisos(kPrograma, *conexion);
-  if (const std::string sinRoles = conexion->PreparaRoles(); !sinRoles.empty()) std::cout << sinRoles << '\n';
+  if (const std::string sinRoles = conexion->roles().PreparaRoles(); !sinRoles.empty()) std::cout << sinRoles << '\n';
   const bool enServidor = argumentos.Hay("servidor");
   if (enServidor && conexion->Motor() != esquema::Motor::PostgreSQL)
     throw com::Error(com::error::kArgumento, "--servidor es para un hotel en un servidor PostgreSQL");
@@ -174,9 +174,9 @@ int Usuario(const Palabras& palabras, const guion::Argumentos& argumentos) {
   derechos.erase(std::unique(derechos.begin(), derechos.end()), derechos.end());
   autonomo::GuardaUsuario(*conexion, usuario, contrasena, derechos);
   std::cout << "El usuario " << usuario.clave << " tiene esa contraseña y administra el hotel\n";
-  if (!enServidor) return kTodoBien;
-  conexion->AdmiteRol(usuario.clave, contrasena);
-  conexion->AjustaRol(usuario.clave, autonomo::AlcanceDe(*conexion, usuario.clave));
+  if (!enServidor) return guion::kTodoBien;
+  conexion->roles().AdmiteRol(usuario.clave, contrasena);
+  conexion->roles().AjustaRol(usuario.clave, autonomo::AlcanceDe(*conexion, usuario.clave));
   std::cout << "Su rol en el servidor es " << com::Minusculas(usuario.clave) << " y tiene ahí los mismos derechos\n";
   return kTodoBien;
 }

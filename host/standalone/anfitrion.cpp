@@ -127,7 +127,7 @@ Anfitrion::Anfitrion(const Opciones& opciones) : usuario_(opciones.usuario), bas
   if (!PideContrasena(*conexion_)) return;
   if (!opciones.identifica) throw com::Error(com::error::kArgumento, "Este hotel pide usuario y contraseña");
   usuario_ = opciones.identifica(*conexion_);
-  conexion_->Limita(AlcanceDe(*conexion_, usuario_));
+  conexion_->roles().Limita(AlcanceDe(*conexion_, usuario_));
 }
 
 Anfitrion::~Anfitrion() = default;
@@ -180,7 +180,8 @@ void Anfitrion::Permiso(const std::string& opcion, bool concedido) {
                         {usuario_, anfitrion::kPantalla, opcion});
   }
   t.Concluye();
-  if (!conexion_->EnTransaccion() && PideContrasena(*conexion_)) conexion_->Limita(AlcanceDe(*conexion_, usuario_));
+  if (!conexion_->EnTransaccion() && PideContrasena(*conexion_))
+    conexion_->roles().Limita(AlcanceDe(*conexion_, usuario_));
 }
 
 void Anfitrion::Cambio(const std::string& moneda, double tasa) {

@@ -68,15 +68,7 @@ class ConexionCifrada final : public ConexionDeMotor {
   bool TomaTurno(const std::string& trabajo) override { return motor_->TomaTurno(trabajo); }
   void EsperaTurno(const std::string& trabajo) override { motor_->EsperaTurno(trabajo); }
   std::vector<std::string> TomaAvisos() override { return motor_->TomaAvisos(); }
-  void Limita(const Alcance& alcance) override { motor_->Limita(alcance); }
-  bool OcultaTarjetas() const override { return motor_->OcultaTarjetas(); }
-  std::string PreparaRoles() override { return motor_->PreparaRoles(); }
-  bool AjustaRol(const std::string& usuario, const Alcance& alcance) override {
-    return motor_->AjustaRol(usuario, alcance);
-  }
-  void AdmiteRol(const std::string& usuario, const std::string& contrasena) override {
-    motor_->AdmiteRol(usuario, contrasena);
-  }
+  RolesDeLaBase& roles() override { return motor_->roles(); }
 
  private:
   // The statement as it goes to the engine; parametros likewise.
@@ -144,7 +136,8 @@ std::string ConexionCifrada::HuellaDelTestigo() {
 
 // The card that was found first is asked again, since another program may have changed the key.
 std::string ConexionCifrada::HuellaDeLaBase() {
-  if (motor_->OcultaTarjetas()) return com::TextoDe(motor_->Directa(esquema::kHuellaDeTarjetas)->Fields(0).Value());
+  if (motor_->roles().OcultaTarjetas())
+    return com::TextoDe(motor_->Directa(esquema::kHuellaDeTarjetas)->Fields(0).Value());
   if (std::string huella = HuellaDelTestigo(); !huella.empty()) return huella;
   const std::string como = std::string(kInicioMarca) + "%";
   for (const ColumnaDeTarjeta& c : ColumnasDeTarjeta()) {
@@ -176,7 +169,7 @@ std::string ConexionCifrada::Cifrado(const std::string& texto, Llave::Clase clas
   const std::string limpio = com::Recorta(texto);
   if (limpio.empty()) return texto;
   const auto oculta = ocultas_.find(limpio);
-  if (oculta == ocultas_.end() && EsOculto(limpio) && motor_->OcultaTarjetas()) return texto;
+  if (oculta == ocultas_.end() && EsOculto(limpio) && motor_->roles().OcultaTarjetas()) return texto;
   if (oculta == ocultas_.end() && EsOculto(limpio))
     throw com::Error(com::error::kArgumento, "Escriba completo el dato de la tarjeta: no se conoce el que se ocultó");
   const Llave& llave = LlaveParaCifrar();
@@ -298,7 +291,7 @@ void OlvidaCodigos(ConexionDeMotor& conexion, const std::string& folio, com::Fec
 }
 
 void SellaTarjetas(ConexionDeMotor& conexion) {
-  if (conexion.OcultaTarjetas()) return;  // they are not this session's to see
+  if (conexion.roles().OcultaTarjetas()) return;  // they are not this session's to see
   const std::string marca = std::string(kInicioMarca) + "%", numero = std::string(kInicioMarca) + "n:%";
   // Rows are written only as they were found: they may have been changed since.
   const auto sella = [&](const ColumnaDeTarjeta& c, const std::string& cuales,

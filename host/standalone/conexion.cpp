@@ -59,6 +59,7 @@ class ConexionSqlite final : public ConexionDeMotor {
   bool TomaTurno(const std::string& trabajo) override { return base_.TomaTurno(trabajo); }
   void EsperaTurno(const std::string& /*trabajo*/) override {}
   std::vector<std::string> TomaAvisos() override { return base_.TomaAvisos(); }
+  RolesDeLaBase& roles() override { return roles_; }
 
  private:
   using Lista = std::list<Preparada>;
@@ -76,6 +77,7 @@ class ConexionSqlite final : public ConexionDeMotor {
   bool leeConjuntos_;
   bool enTransaccion_ = false;
   BaseSqlite base_;
+  RolesDeLaBase roles_;
   Lista preparadas_;  // most recently used first; closed before the database
   std::unordered_map<std::string_view, Lista::iterator> porPlantilla_;
   Partida partida_;

@@ -57,6 +57,23 @@ struct Alcance {
   bool administra = true;  // change catalogues, parameters, rights and users
 };
 
+// Rights in the database itself (schema/roles.h); an engine without them does nothing.
+class RolesDeLaBase {
+ public:
+  virtual ~RolesDeLaBase() = default;
+  // From here on the session may do no more than that, as far as the server has the roles for it.
+  virtual void Limita(const Alcance& /*alcance*/) {}
+  // Whether the server hides card data from this session. It takes what it has hidden for what was there.
+  virtual bool OcultaTarjetas() const { return false; }
+  // Makes the roles that Limita needs, or what they lack; why not, for whoever looks after the server, "" done.
+  virtual std::string PreparaRoles() { return {}; }
+  // AdmiteRol: makes a role of the server's own for a user of this hotel, with that password when there is none of her
+  // name. AjustaRol: gives that role, where there is one, those rights and no more; whether there is. com::Error
+  // kSoloLectura when this session may not.
+  virtual bool AjustaRol(const std::string& /*usuario*/, const Alcance& /*alcance*/) { return false; }
+  virtual void AdmiteRol(const std::string& /*usuario*/, const std::string& /*contrasena*/) {}
+};
+
 // What an engine offers.
 class ConexionDeMotor : public ado::Connection {
  public:
@@ -82,19 +99,8 @@ class ConexionDeMotor : public ado::Connection {
   // What the clerk is to know about the database that was opened (guards put back, a check that failed behind her
   // back); each notice is given once.
   virtual std::vector<std::string> TomaAvisos() { return {}; }
-
-  // --- rights in the database (schema/roles.h); an engine without them does nothing
-  // From here on the session may do no more than that, as far as the server has the roles for it.
-  virtual void Limita(const Alcance& /*alcance*/) {}
-  // Whether the server hides card data from this session. It takes what it has hidden for what was there.
-  virtual bool OcultaTarjetas() const { return false; }
-  // Makes the roles that Limita needs, or what they lack; why not, for whoever looks after the server, "" done.
-  virtual std::string PreparaRoles() { return {}; }
-  // AdmiteRol: makes a role of the server's own for a user of this hotel, with that password when there is none of her
-  // name. AjustaRol: gives that role, where there is one, those rights and no more; whether there is. com::Error
-  // kSoloLectura when this session may not.
-  virtual bool AjustaRol(const std::string& /*usuario*/, const Alcance& /*alcance*/) { return false; }
-  virtual void AdmiteRol(const std::string& /*usuario*/, const std::string& /*contrasena*/) {}
+  // The rights in the database, whose may be changed or limited.
+  virtual RolesDeLaBase& roles() = 0;
 };
 
 // The connection of the services: the engine's, with what the host watches over (vigilante.h).

@@ -44,7 +44,7 @@ struct Preparada {
   int sesion = 0;                                            // connection in which it is prepared
 };
 
-class ConexionPostgres final : public ConexionDeMotor {
+class ConexionPostgres final : public ConexionDeMotor, private RolesDeLaBase {
  public:
   ConexionPostgres(const OpcionesConexion& opciones, const Reloj& reloj)
       : reloj_(reloj),
@@ -79,6 +79,7 @@ class ConexionPostgres final : public ConexionDeMotor {
   }
   std::vector<std::string> TomaAvisos() override { return sesion_.TomaAvisos(); }
   bool TomaTurno(const std::string& nombre) override { return sesion_.TomaTurno(nombre); }
+  RolesDeLaBase& roles() override { return *this; }
   void Limita(const Alcance& alcance) override { sesion_.Limita(alcance); }
   bool OcultaTarjetas() const override { return sesion_.OcultaTarjetas(); }
   std::string PreparaRoles() override { return sesion_.PreparaRoles(); }

@@ -126,7 +126,7 @@ void AjustaRoles(Conexion& conexion) {
   for (const Usuario& usuario : Usuarios(conexion)) {
     Alcance alcance = AlcanceDe(conexion, usuario.clave);
     alcance.entra = !usuario.deBaja;
-    conexion.AjustaRol(usuario.clave, alcance);
+    conexion.roles().AjustaRol(usuario.clave, alcance);
   }
 }
 

@@ -232,15 +232,7 @@ class ConexionVigilada final : public Conexion {
     Insiste([&] { motor_->EsperaTurno(trabajo); });
   }
   std::vector<std::string> TomaAvisos() override { return motor_->TomaAvisos(); }
-  void Limita(const Alcance& alcance) override { motor_->Limita(alcance); }
-  bool OcultaTarjetas() const override { return motor_->OcultaTarjetas(); }
-  std::string PreparaRoles() override { return motor_->PreparaRoles(); }
-  bool AjustaRol(const std::string& usuario, const Alcance& alcance) override {
-    return motor_->AjustaRol(usuario, alcance);
-  }
-  void AdmiteRol(const std::string& usuario, const std::string& contrasena) override {
-    motor_->AdmiteRol(usuario, contrasena);
-  }
+  RolesDeLaBase& roles() override { return motor_->roles(); }
 
  private:
   // --- transactions that met another one

@@ -161,8 +161,8 @@ TEST_F(RolesPostgres, ElRolPropioDeUnUsuarioTieneSusDerechos) {
   Anfitrion jefe(Como("JEFE"));
   Conexion& base = *jefe.conexion();
   GuardaUsuario(base, {rol, ""}, "bastante larga", {});
-  EXPECT_FALSE(base.AjustaRol(rol, {})) << "nobody has let it in";
-  base.AdmiteRol(rol, "bastante larga");
+  EXPECT_FALSE(base.roles().AjustaRol(rol, {})) << "nobody has let it in";
+  base.roles().AdmiteRol(rol, "bastante larga");
   for (const bool ve : {false, true, false}) {
     GuardaUsuario(base, {rol, ""}, std::nullopt,
                   ve ? std::vector<std::string>{kPermisoTarjetas} : std::vector<std::string>{});
@@ -200,7 +200,7 @@ TEST_F(RolesPostgres, SinRolesSeTrabajaYSeDice) {
   // Once he may, they are made, and hold for one who is no superuser either.
   EnPostgres(ruta, "ALTER ROLE " + dueno + " CREATEROLE");
   Anfitrion host(Como("EVA", suya));
-  EXPECT_EQ(host.conexion()->PreparaRoles(), "");
+  EXPECT_EQ(host.conexion()->roles().PreparaRoles(), "");
   Anfitrion eva(Como("EVA", suya));
   Puede(eva, kDeTarjetas, false);
   Puede(eva, kDeAdministra, false);
