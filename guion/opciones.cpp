@@ -37,8 +37,6 @@ const char* const kUsoGuion =
 
 namespace {
 
-[[noreturn]] void UsoErroneo(const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); }
-
 // What stands between the first quotes of the toolkit's text.
 std::string Nombrada(const QString& texto) { return texto.section(QLatin1Char('\''), 1, 1).toStdString(); }
 
@@ -64,6 +62,8 @@ std::optional<std::string> PideEnLaTerminal(const std::string& pregunta) {
   std::fclose(terminal);
   return respuesta;
 }
+
+void UsoErroneo(const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); }
 
 Argumentos::Argumentos(const std::vector<std::string>& argumentos, const std::vector<Opcion>& opciones, int sueltos) {
   QStringList textos{QString()};

@@ -40,6 +40,11 @@ class Argumentos {
 
 extern const char* const kUsoGuion;
 
+// What a program ends with.
+inline constexpr int kTodoBien = 0, kConFallas = 1, kUsoErroneo = 2;
+// The command line was not understood: com::Error kArgumento.
+[[noreturn]] void UsoErroneo(const std::string& motivo);
+
 // Whether an argument asks for the usage or the version: nobody needs to look on.
 bool PideTexto(std::string_view argumento);
 

@@ -71,9 +71,6 @@ constexpr const char* kUso =
     "Termina con 0 si todo salió bien, 1 si no, 2 si no se entendió la orden.\n";
 
 constexpr const char* kPrograma = "reservas-base";
-constexpr int kTodoBien = 0, kConFallas = 1, kUsoErroneo = 2;
-
-[[noreturn]] void UsoErroneo(const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); }
 
 std::string Cuanto(const autonomo::Respaldo& r) {
   return std::to_string(r.reservaciones) + " reservaciones, " + std::to_string(r.filas) + " renglones en total";
@@ -124,7 +121,7 @@ int Crea(const Palabras& palabras, const guion::Argumentos&) {
   opciones.sinSobreventa = true;
   const autonomo::Anfitrion anfitrion(opciones);
   std::cout << "Hotel vacío en " << palabras[0] << '\n';
-  return kTodoBien;
+  return guion::kTodoBien;
 }
 
 com::Fecha DiaDado(const std::string& texto) {
@@ -139,7 +136,7 @@ int Demo(const Palabras& palabras, const guion::Argumentos& argumentos) {
   if (const auto dia = argumentos.Valor("ahora")) opciones.ahora = DiaDado(*dia);
   const autonomo::Anfitrion anfitrion(opciones);
   std::cout << "Hotel de demostración en " << palabras[0] << '\n';
-  return kTodoBien;
+  return guion::kTodoBien;
 }
 
 int Habitaciones(const Palabras& palabras, const guion::Argumentos&) {
@@ -147,11 +144,11 @@ int Habitaciones(const Palabras& palabras, const guion::Argumentos&) {
   const guion::AltaHabitaciones alta = guion::RevisaHabitaciones(*conexion, palabras[1]);
   if (!alta.malas.empty()) {
     std::cerr << guion::Dice(alta) << "\nNo se agregó ninguna habitación\n";
-    return kConFallas;
+    return guion::kConFallas;
   }
   guion::GuardaHabitaciones(*conexion, alta);
   std::cout << "Agregadas: " << guion::Dice(alta) << '\n';
-  return kTodoBien;
+  return guion::kTodoBien;
 }
 
 // Whoever may write the hotel's file may let himself in: a forgotten password is no end.
@@ -178,7 +175,7 @@ int Usuario(const Palabras& palabras, const guion::Argumentos& argumentos) {
   conexion->roles().AdmiteRol(usuario.clave, contrasena);
   conexion->roles().AjustaRol(usuario.clave, autonomo::AlcanceDe(*conexion, usuario.clave));
   std::cout << "Su rol en el servidor es " << com::Minusculas(usuario.clave) << " y tiene ahí los mismos derechos\n";
-  return kTodoBien;
+  return guion::kTodoBien;
 }
 
 int Revisa(const Palabras& palabras, const guion::Argumentos&) {
@@ -188,7 +185,7 @@ int Revisa(const Palabras& palabras, const guion::Argumentos&) {
     malos += hallazgo.mal ? 1 : 0;
   }
   std::cout << (malos == 0 ? std::string("La base está bien") : "Cosas por atender: " + std::to_string(malos)) << '\n';
-  return malos == 0 ? kTodoBien : kConFallas;
+  return malos == 0 ? guion::kTodoBien : guion::kConFallas;
 }
 
 int Copia(const Palabras& palabras, const guion::Argumentos&) {
@@ -210,7 +207,7 @@ int Copia(const Palabras& palabras, const guion::Argumentos&) {
   }
   std::cout << std::setw(9) << total << "  renglones copiados y comparados, de " << palabras[0] << " a " << palabras[1]
             << '\n';
-  return kTodoBien;
+  return guion::kTodoBien;
 }
 
 // --- the keys of the card data: their texts name them by fingerprint
@@ -259,7 +256,7 @@ int MuestraClaves(const Tarjetas& t, const std::string&) {
   }
   if (t.sellos.danados > 0) std::cout << "MAL   Dañados, ninguna los abre: " << Datos(t.sellos.danados) << '\n';
   if (t.sellos.enClaro > 0) std::cout << "Sin cifrar hasta que se abra el hotel: " << Datos(t.sellos.enClaro) << '\n';
-  return t.Falta().empty() && t.sellos.danados == 0 ? kTodoBien : kConFallas;
+  return t.Falta().empty() && t.sellos.danados == 0 ? guion::kTodoBien : guion::kConFallas;
 }
 
 // What opens this hotel's cards, or will: not the keys of others.
@@ -273,7 +270,7 @@ int ExportaClaves(const Tarjetas& t, const std::string& archivo) {
   for (const autonomo::Llave& llave : suyas)
     std::cout << "Llave " << llave.Huella() << " copiada a " << archivo << '\n';
   std::cout << "Quien tenga ese archivo y el hotel lee las tarjetas: guárdelo aparte\n";
-  return kTodoBien;
+  return guion::kTodoBien;
 }
 
 int ImportaClaves(const Tarjetas& t, const std::string& archivo) {
@@ -300,7 +297,7 @@ int CambiaClave(const Tarjetas& t, const std::string&) {
       << Datos(cuantos) << " con la llave nueva, " << nueva.Huella() << ", que está en " << t.ruta
       << "\nCópiela con --exporta: la necesitan los demás equipos. La anterior sigue ahí: la necesitan las copias "
          "de respaldo de antes\n";
-  return kTodoBien;
+  return guion::kTodoBien;
 }
 
 struct AccionDeClave {
@@ -340,7 +337,7 @@ int Respalda(const Palabras& palabras, const guion::Argumentos& argumentos) {
   const auto r = palabras.size() > 1 ? autonomo::Respalda(hotel, palabras[1], opciones)
                                      : autonomo::RespaldaEnSuCarpeta(hotel, autonomo::Momento(), opciones);
   std::cout << "Copia hecha y revisada: " << r.ruta << " (" << Cuanto(r) << ")\n";
-  return kTodoBien;
+  return guion::kTodoBien;
 }
 
 int Repone(const Palabras& palabras, const guion::Argumentos&) {
@@ -355,7 +352,7 @@ int Repone(const Palabras& palabras, const guion::Argumentos&) {
   const autonomo::Repuesto r = autonomo::Repone(hotel, *copia);
   std::cout << hotel << " es ahora la copia " << r.respaldo.ruta << " (" << Cuanto(r.respaldo) << ")\n";
   for (const std::string& apartado : r.apartados) std::cout << "Lo que había quedó en " << apartado << '\n';
-  return kTodoBien;
+  return guion::kTodoBien;
 }
 
 int EscribeAgendas(const Palabras& palabras, const guion::Argumentos& argumentos) {
@@ -367,7 +364,7 @@ int EscribeAgendas(const Palabras& palabras, const guion::Argumentos& argumentos
   if (const auto dia = argumentos.Valor("ahora")) reloj.Fija(DiaDado(*dia));
   const guion::Agendas a = guion::ExportaAgendas(conexion, argumentos.Hay("nombres"), reloj.Ahora(), palabras[1]);
   std::cout << "Calendarios: " << a.habitaciones << ", cambiados: " << a.escritas << '\n';
-  return kTodoBien;
+  return guion::kTodoBien;
 }
 
 struct Orden {
@@ -391,14 +388,14 @@ constexpr Orden kOrdenes[] = {
 };
 
 const Orden& BuscaOrden(const Palabras& sueltos) {
-  if (sueltos.empty()) UsoErroneo("Falta la orden");
+  if (sueltos.empty()) guion::UsoErroneo("Falta la orden");
   for (const Orden& orden : kOrdenes) {
     if (sueltos[0] != orden.nombre) continue;
-    if (sueltos.size() - 1 < orden.minimo) UsoErroneo("A la orden " + sueltos[0] + " le falta con qué archivo");
-    if (sueltos.size() - 1 > orden.maximo) UsoErroneo("Sobra «" + sueltos[orden.maximo + 1] + "»");
+    if (sueltos.size() - 1 < orden.minimo) guion::UsoErroneo("A la orden " + sueltos[0] + " le falta con qué archivo");
+    if (sueltos.size() - 1 > orden.maximo) guion::UsoErroneo("Sobra «" + sueltos[orden.maximo + 1] + "»");
     return orden;
   }
-  UsoErroneo("No existe la orden " + sueltos[0]);
+  guion::UsoErroneo("No existe la orden " + sueltos[0]);
 }
 
 int Corre(const Orden& orden, const Palabras& palabras, const guion::Argumentos& argumentos) {
@@ -413,7 +410,7 @@ int Corre(const Orden& orden, const Palabras& palabras, const guion::Argumentos&
         std::ranges::any_of(palabras, [&](const std::string& palabra) { return texto.starts_with(palabra + ": "); });
     if (!dicho && !EsDireccion(palabras[0])) texto = guion::ConArchivo(palabras[0], texto);
     std::cerr << kPrograma << ": " << texto << '\n';
-    return kConFallas;
+    return guion::kConFallas;
   }
 }
 
@@ -436,12 +433,12 @@ int main(int argc, char** argv) {
                                        3);
     if (argumentos.PideAyuda()) {
       std::cout << kUso;
-      return kTodoBien;
+      return guion::kTodoBien;
     }
     Palabras palabras = argumentos.Sueltos();
     if (argumentos.PideVersion()) {
       std::cout << autonomo::TextoVersion(kPrograma, palabras.size() > 1 ? palabras[1] : "");
-      return kTodoBien;
+      return guion::kTodoBien;
     }
     const Orden& orden = BuscaOrden(palabras);
     // Before an address is written anywhere: it holds no password.
@@ -452,6 +449,6 @@ int main(int argc, char** argv) {
     return Corre(orden, palabras, argumentos);
   } catch (const com::Error& e) {
     std::cerr << kPrograma << ": " << e.Descripcion() << "\n\n" << kUso;
-    return kUsoErroneo;
+    return guion::kUsoErroneo;
   }
 }

@@ -37,7 +37,6 @@ constexpr const char* kUso =
     "  -h, --help, --ayuda   esta ayuda\n";
 
 constexpr const char* kPrograma = "reservas-correo";
-constexpr int kTodoBien = 0, kConFallas = 1, kUsoErroneo = 2;
 
 struct Opciones {
   autonomo::Cartero::Opciones cartero;
@@ -78,7 +77,7 @@ int UnaVez(const autonomo::Cartero::Opciones& opciones) {
   const autonomo::Ronda ronda = autonomo::Reparte(*conexion, opciones.reloj, *servidor, [] { return true; });
   std::cout << "Enviados: " << ronda.enviados << ". Para otro intento: " << ronda.pendientes
             << ". Con problemas: " << ronda.fallidos << ".\n";
-  return ronda.pendientes + ronda.fallidos == 0 ? kTodoBien : kConFallas;
+  return ronda.pendientes + ronda.fallidos == 0 ? guion::kTodoBien : guion::kConFallas;
 }
 
 // Until it is told to end. Signals are blocked in every thread, and waited for here.
@@ -90,7 +89,7 @@ int Servicio(const autonomo::Cartero::Opciones& opciones) {
   autonomo::Cartero cartero(opciones);
   int cual = 0;
   sigwait(&fin, &cual);
-  return kTodoBien;
+  return guion::kTodoBien;
 }
 
 }  // namespace
@@ -107,17 +106,17 @@ int main(int argc, char** argv) {
         {{"base", true}, {"conexion", true}, {"contrasena", true}, {"una-vez"}, {"ahora", true}}, 0);
     if (argumentos.PideAyuda()) {
       std::cout << kUso;
-      return kTodoBien;
+      return guion::kTodoBien;
     }
     opciones = LeeOpciones(argumentos);
     if (argumentos.PideVersion()) {
       std::cout << autonomo::TextoVersion(kPrograma, opciones.cartero.base.Nombre());
-      return kTodoBien;
+      return guion::kTodoBien;
     }
     registro = argumentos.Valor("registro");
   } catch (const com::Error& e) {
     std::cerr << kPrograma << ": " << e.Descripcion() << "\n\n" << kUso;
-    return kUsoErroneo;
+    return guion::kUsoErroneo;
   }
   autonomo::registro::Sesion sesion;
   try {
@@ -127,6 +126,6 @@ int main(int argc, char** argv) {
   } catch (const std::exception& e) {
     autonomo::registro::AnotaFalla(e);
     std::cerr << kPrograma << ": " << e.what() << '\n';
-    return kConFallas;
+    return guion::kConFallas;
   }
 }

@@ -18,7 +18,6 @@
 namespace {
 
 constexpr const char* kPrograma = "reservas-guion";
-constexpr int kTodoBien = 0, kConFallas = 1, kUsoErroneo = 2;
 
 std::unique_ptr<autonomo::Anfitrion> AbreAnfitrion(const autonomo::Opciones& opciones) {
   try {
@@ -44,7 +43,7 @@ int Corre(const autonomo::Opciones& opciones, const std::string& guion) {
   guion::Interprete interprete({anfitrion, vigilancia, respuestas, manos, componente}, std::cout, std::cerr);
   escritorio.AlAbrirModal([&](controles::Formulario& formulario) { interprete.AtiendeModal(formulario); });
   std::istream& entrada = deArchivo ? static_cast<std::istream&>(archivo) : std::cin;
-  return interprete.Corre(entrada, deArchivo ? guion : "(entrada)") == 0 ? kTodoBien : kConFallas;
+  return interprete.Corre(entrada, deArchivo ? guion : "(entrada)") == 0 ? guion::kTodoBien : guion::kConFallas;
 }
 
 // Nothing for whoever runs a script: told wherever no session runs.
@@ -66,18 +65,18 @@ int main(int argc, char** argv) {
     const guion::Argumentos argumentos({argv + 1, argv + argc}, guion::OpcionesDeAnfitrion(), 1);
     if (argumentos.PideAyuda()) {
       std::cout << guion::kUsoGuion;
-      return kTodoBien;
+      return guion::kTodoBien;
     }
     opciones = guion::LeeAnfitrion(argumentos);
     if (argumentos.PideVersion()) {
       std::cout << autonomo::TextoVersion(kPrograma, opciones.base.Nombre());
-      return kTodoBien;
+      return guion::kTodoBien;
     }
     if (const auto sueltos = argumentos.Sueltos(); !sueltos.empty()) guion = sueltos.front();
     registro = argumentos.Valor("registro");
   } catch (const com::Error& e) {
     std::cerr << kPrograma << ": " << e.Descripcion() << "\n\n" << guion::kUsoGuion;
-    return kUsoErroneo;
+    return guion::kUsoErroneo;
   }
   autonomo::registro::Sesion sesion;
   try {
@@ -86,6 +85,6 @@ int main(int argc, char** argv) {
   } catch (const std::exception& e) {
     autonomo::registro::AnotaFalla(e);
     std::cerr << kPrograma << ": " << e.what() << '\n';
-    return kConFallas;
+    return guion::kConFallas;
   }
 }

@@ -43,7 +43,6 @@ constexpr const char* kUso =
 
 constexpr const char* kPrograma = "reservas-importa";
 constexpr const char* kUsuario = "IMPORTACION";
-constexpr int kTodoBien = 0, kConFallas = 1, kUsoErroneo = 2;
 
 struct Opciones {
   autonomo::OpcionesConexion base;
@@ -53,8 +52,6 @@ struct Opciones {
   bool estricto = false;
   std::optional<std::string> registro;
 };
-
-[[noreturn]] void UsoErroneo(const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); }
 
 Opciones LeeOpciones(const guion::Argumentos& argumentos) {
   Opciones o;
@@ -66,11 +63,12 @@ Opciones LeeOpciones(const guion::Argumentos& argumentos) {
   o.usuario = argumentos.Valor("usuario").value_or(kUsuario);
   o.contrasena = argumentos.Valor("contrasena-de");
   if (const auto sueltos = argumentos.Sueltos(); !sueltos.empty()) o.reservas = sueltos.front();
-  if (!argumentos.Hay("base") && !argumentos.Hay("conexion")) UsoErroneo("Falta --base");
-  if (o.base.Nombre() == ":memory:") UsoErroneo("--base debe ser un archivo: lo importado en memoria se perdería");
-  if (o.habitaciones.empty()) UsoErroneo("Falta --habitaciones");
-  if (o.reservas.empty()) UsoErroneo("Falta el archivo de reservas");
-  if (o.rechazadas.empty() && !o.base.conexion.empty()) UsoErroneo("Con --conexion falta --rechazadas");
+  if (!argumentos.Hay("base") && !argumentos.Hay("conexion")) guion::UsoErroneo("Falta --base");
+  if (o.base.Nombre() == ":memory:")
+    guion::UsoErroneo("--base debe ser un archivo: lo importado en memoria se perdería");
+  if (o.habitaciones.empty()) guion::UsoErroneo("Falta --habitaciones");
+  if (o.reservas.empty()) guion::UsoErroneo("Falta el archivo de reservas");
+  if (o.rechazadas.empty() && !o.base.conexion.empty()) guion::UsoErroneo("Con --conexion falta --rechazadas");
   if (o.rechazadas.empty()) o.rechazadas = o.base.ruta + ".rechazadas.csv";
   return o;
 }
@@ -156,26 +154,26 @@ int main(int argc, char** argv) {
                                        1);
     if (argumentos.PideAyuda()) {
       std::cout << kUso;
-      return kTodoBien;
+      return guion::kTodoBien;
     }
     if (argumentos.PideVersion()) {
       std::cout << autonomo::TextoVersion(kPrograma,
                                           argumentos.Valor("base").value_or(argumentos.Valor("conexion").value_or("")));
-      return kTodoBien;
+      return guion::kTodoBien;
     }
     opciones = LeeOpciones(argumentos);
   } catch (const com::Error& e) {
     std::cerr << kPrograma << ": " << e.Descripcion() << "\n\n" << kUso;
-    return kUsoErroneo;
+    return guion::kUsoErroneo;
   }
   autonomo::registro::Sesion sesion;
   try {
     sesion.Comienza(kPrograma, opciones.base.Nombre(), opciones.registro);
     Importa(opciones);
-    return kTodoBien;
+    return guion::kTodoBien;
   } catch (const std::exception& e) {
     autonomo::registro::AnotaFalla(e);
     std::cerr << kPrograma << ": " << e.what() << '\n';
-    return kConFallas;
+    return guion::kConFallas;
   }
 }
