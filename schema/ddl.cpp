@@ -50,17 +50,7 @@ constexpr Dialecto kSqlServer{
      "varchar(max) COLLATE Modern_Spanish_CI_AS", "int", "float", "money", "float", "datetime", "datetime"},
     "int IDENTITY PRIMARY KEY"};
 
-const Dialecto& DialectoDe(Motor motor) {
-  switch (motor) {
-    case Motor::PostgreSQL:
-      return kPostgres;
-    case Motor::SqlServer:
-      return kSqlServer;
-    case Motor::Sqlite:
-      break;
-  }
-  return kSqlite;
-}
+const Dialecto& DialectoDe(Motor motor) { return DelMotor(motor, kSqlite, kPostgres, kSqlServer); }
 
 bool EnLlave(const Tabla& t, std::string_view columna) { return std::ranges::find(t.llave, columna) != t.llave.end(); }
 

@@ -41,6 +41,19 @@ using anfitrion::estado::kActiva, anfitrion::estado::kConfirmada, anfitrion::est
 
 // Dialects of the data definition.
 enum class Motor { Sqlite, PostgreSQL, SqlServer };
+// The engine's one of the three.
+template <class T>
+const T& DelMotor(Motor motor, const T& sqlite, const T& postgres, const T& sqlServer) {
+  switch (motor) {
+    case Motor::PostgreSQL:
+      return postgres;
+    case Motor::SqlServer:
+      return sqlServer;
+    case Motor::Sqlite:
+      break;
+  }
+  return sqlite;
+}
 // Statements that create tables, indexes and guards, in order. Columns but keys have neutral defaults ('' and 0; dates
 // NULL; states 'AC').
 std::vector<std::string> Ddl(Motor motor);

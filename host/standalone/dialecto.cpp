@@ -47,16 +47,6 @@ const Funcion* BuscaFuncion(std::string_view nombre) {
   return it == kFunciones.end() ? nullptr : &*it;
 }
 
-const Dialecto& DialectoDe(Motor motor) {
-  switch (motor) {
-    case Motor::PostgreSQL:
-      return kPostgres;
-    case Motor::SqlServer:
-      return kSqlServer;
-    case Motor::Sqlite:
-      break;
-  }
-  return kSqlite;
-}
+const Dialecto& DialectoDe(Motor motor) { return esquema::DelMotor(motor, kSqlite, kPostgres, kSqlServer); }
 
 }  // namespace autonomo
