@@ -27,18 +27,21 @@ struct CuentaObjeto {
   throw com::Error(com::error::kMiembro, "El objeto no admite esta propiedad o método: «" + std::string(nombre) + "»");
 }
 
-// A screen object and the two forms behind it.
-class PantallaReservacionImpl final : public com::Objeto<PantallaReservacion> {
+// An object whose interface is reached by name too.
+template <class Interfaz>
+class ConDespacho : public com::Objeto<Interfaz> {
  public:
   com::HResult QueryInterface(const com::Guid& id, void** salida) override {
-    if (salida != nullptr && id == com::Despacho::kId) {
-      *salida = static_cast<com::Despacho*>(this);
-      AddRef();
-      return com::kOk;
-    }
-    return Objeto::QueryInterface(id, salida);
+    if (salida == nullptr || id != com::Despacho::kId) return com::Objeto<Interfaz>::QueryInterface(id, salida);
+    *salida = static_cast<com::Despacho*>(this);
+    this->AddRef();
+    return com::kOk;
   }
+};
 
+// A screen object and the two forms behind it.
+class PantallaReservacionImpl final : public ConDespacho<PantallaReservacion> {
+ public:
   com::Variant Lee(std::string_view propiedad) override {
     if (com::IgualSinCaja(propiedad, "Padre")) return com::Variant(com::Ptr<com::Desconocido>(Padre()));
     if (com::IgualSinCaja(propiedad, "Transaccion")) return Transaccion();
@@ -87,17 +90,8 @@ com::Ptr<PantallaReservacion>& LaPantalla() {
   return pantalla;
 }
 
-class PantallaImpl final : public com::Objeto<Pantalla> {
+class PantallaImpl final : public ConDespacho<Pantalla> {
  public:
-  com::HResult QueryInterface(const com::Guid& id, void** salida) override {
-    if (salida != nullptr && id == com::Despacho::kId) {
-      *salida = static_cast<com::Despacho*>(this);
-      AddRef();
-      return com::kOk;
-    }
-    return Objeto::QueryInterface(id, salida);
-  }
-
   com::Variant GetPantalla() override {
     com::Ptr<com::Desconocido> pantalla;
     try {

@@ -188,8 +188,14 @@ std::int32_t AnchoNecesario(const controles::Formulario& formulario, std::string
   return std::max(ancho, controles::EscritorioActual().AnchoTexto(formulario, nombre));
 }
 
-void EnsanchaNombre(controles::Grid& grid, std::int32_t ancho) {
-  if (ancho > grid.columna(col::kNombre).ancho) grid.ancho(col::kNombre, ancho);
+// Takes the name and what goes with the room of the current line from the catalogue; false when it is not there.
+bool HallaHabitacion(frmKV207& formulario) {
+  controles::Grid& grid = formulario.ssReservaciones;
+  std::int32_t ancho = grid.columna(col::kNombre).ancho;
+  bool hallada = false;
+  formulario.Busca_Habitacion(ancho, hallada);
+  if (hallada && ancho > grid.columna(col::kNombre).ancho) grid.ancho(col::kNombre, ancho);
+  return hallada;
 }
 
 // Columns that the user's rights open.
@@ -209,15 +215,9 @@ void AplicaPermisos(frmKV207& formulario) {
 void SaleDeClave(frmKV207& formulario, bool& cancela) {
   controles::Grid& grid = formulario.ssReservaciones;
   if (TextoDelRenglon(grid, col::kClave).empty() || !TextoDelRenglon(grid, col::kNombre).empty()) return;
-  std::int32_t ancho = grid.columna(col::kNombre).ancho;
-  bool hallada = false;
-  formulario.Busca_Habitacion(ancho, hallada);
-  if (hallada) {
-    EnsanchaNombre(grid, ancho);
-  } else {
-    formulario.LimpiaRenglon();
-    cancela = true;
-  }
+  if (HallaHabitacion(formulario)) return;
+  formulario.LimpiaRenglon();
+  cancela = true;
 }
 
 void SaleDeFecha(frmKV207& formulario, bool tecleada) {
@@ -314,15 +314,9 @@ void EligeHabitacion(frmKV207& formulario) {
   const com::Variant clave = publico::Utilerias().BuscaEnCatalogo("Habitacion", kTamanioCatalogo, "", com::Variant());
   Pon(grid, col::kClave, clave);
   if (CeldaVacia(clave)) return formulario.LimpiaRenglon();
-  std::int32_t ancho = grid.columna(col::kNombre).ancho;
-  bool hallada = false;
-  formulario.Busca_Habitacion(ancho, hallada);
-  if (hallada) {
-    EnsanchaNombre(grid, ancho);
-  } else {
-    Pon(grid, col::kClave, "");
-    formulario.LimpiaRenglon();
-  }
+  if (HallaHabitacion(formulario)) return;
+  Pon(grid, col::kClave, "");
+  formulario.LimpiaRenglon();
 }
 
 bool EsCifra(int caracter) { return caracter >= '0' && caracter <= '9'; }
