@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -135,7 +136,11 @@ void DialogoAcceso::Acepta() {
 }
 
 std::string PideAcceso(autonomo::Conexion& conexion, const std::string& usuario) {
-  DialogoAcceso dialogo(QStringLiteral("Escriba su usuario y su contraseña."), usuario, nullptr);
+  // Whoever is no user of this hotel is not proposed.
+  const bool suyo = std::ranges::any_of(autonomo::Usuarios(conexion), [&](const autonomo::Usuario& u) {
+    return com::IgualSinCaja(com::Recorta(u.clave), com::Recorta(usuario));
+  });
+  DialogoAcceso dialogo(QStringLiteral("Escriba su usuario y su contraseña."), suyo ? usuario : "", nullptr);
   std::string propio;
   dialogo.revisa = [&](const std::string& quien, const std::string& contrasena) {
     const autonomo::Acceso acceso = autonomo::Accede(conexion, quien, contrasena, autonomo::Reloj().Ahora());

@@ -128,11 +128,16 @@ void FirmaVentanas(bool demo) {
   QApplication::setApplicationDisplayName(demo ? QStringLiteral("DEMO") : QStringLiteral("Reservaciones"));
 }
 
+// A database without a hotel was chosen in the menu, and its assistant was left.
+struct SinHacer {};
+
 // The assistant, where nobody has set a hotel up; whether one was made.
-bool AtiendeHotelNuevo(autonomo::Anfitrion& anfitrion) {
+bool AtiendeHotelNuevo(autonomo::Anfitrion& anfitrion, bool elegido) {
   autonomo::Conexion& conexion = *anfitrion.conexion();
   if (!autonomo::SinHotel(conexion) || !autonomo::PuedeConfigurar(conexion, anfitrion.usuario())) return false;
-  return OfreceHotel(anfitrion, nullptr);
+  if (OfreceHotel(anfitrion, nullptr)) return true;
+  if (elegido) throw SinHacer{};
+  return false;
 }
 
 // What comes up first: what a new hotel lacks, the tour of the demo hotel, or the day.
@@ -233,7 +238,7 @@ int Programa::CorreAnotando(const OpcionesPrograma& opciones) {
   }
 }
 
-// A hotel that cannot be opened, or that its clerk does not enter, leaves the one before it.
+// A hotel that cannot be opened, that its clerk does not enter, or that is not made leaves the one before it.
 int Programa::CorreSesiones(const OpcionesPrograma& opciones) {
   OpcionesPrograma actuales = opciones;
   std::optional<OpcionesPrograma> anteriores;
@@ -244,6 +249,8 @@ int Programa::CorreSesiones(const OpcionesPrograma& opciones) {
       anteriores.reset();
     } catch (const SinAcceso&) {
       if (!anteriores) throw;
+    } catch (const SinHacer&) {
+      if (!anteriores) return kBien;
     } catch (const com::Error& e) {
       if (!anteriores) throw;
       autonomo::registro::AnotaFalla(e);
@@ -286,9 +293,9 @@ int Programa::CorreVentana(OpcionesPrograma opciones) {
     return PideAcceso(conexion, usuario);
   };
   autonomo::Anfitrion anfitrion(opciones.anfitrion);
+  const bool recien = AtiendeHotelNuevo(anfitrion, opciones.elegido);
   if (anfitrion.base() != ":memory:") ajustes::AnotaReciente(NombreEntero(anfitrion.base()));
   if (opciones.elegido) ajustes::FijaHotelPropio(NombreEntero(anfitrion.base()));
-  const bool recien = AtiendeHotelNuevo(anfitrion);
   anfitrion.RegistraClases();
   const Olvido olvido;  // after the screens, before the host
   EscritorioQt escritorio;

@@ -12,6 +12,17 @@ filas='SELECT (SELECT COUNT(*) FROM Moneda) AS Monedas, (SELECT COUNT(*) FROM Su
 '(SELECT COUNT(*) FROM Tipo_Habitacion) AS Tipos, (SELECT COUNT(*) FROM Habitacion) AS Habitaciones, '\
 '(SELECT COUNT(*) FROM Usuario) AS Usuarios'
 
+# Nobody is proposed who is no user of the hotel.
+entra() {
+  dialogo Acceso
+  escribe ana
+  teclas Tab
+  escribe 'clave larga'
+  teclas Return
+  principal=
+  abierta
+}
+
 # Half-way: asked first, and what was typed is still there; then nothing of it is.
 empieza
 dialogo 'Hotel nuevo'
@@ -89,8 +100,8 @@ dialogo 'Nuevo hotel'
 campo "$CARPETA/otro.db"
 dialogo 'Hotel nuevo'
 teclas Escape
-principal=
-abierta
+entra
+! grep -q otro.db "$XDG_CONFIG_HOME/reservas/reservas.ini" || falla 'a hotel that was not made is remembered'
 teclas F10 i
 dialogo 'Abrir un hotel'
 teclas alt+v ctrl+a
@@ -98,20 +109,18 @@ echo 'esto no es un hotel' >"$CARPETA/ajeno.db"
 campo "$CARPETA/ajeno.db"
 dialogo Reservaciones
 teclas Return
-dialogo 'Hotel nuevo'
-teclas Escape
+entra
+"$RESERVAS_GUION" --base "$CARPETA/muestra.db" --demo /dev/null
+teclas F10 i
+dialogo 'Abrir un hotel'
+teclas alt+v ctrl+a
+campo "$CARPETA/muestra.db"
 principal=
 abierta
 teclas F10 i
 dialogo 'Abrir un hotel'
 teclas Return  # the last one before it
-dialogo Acceso
-escribe 'clave larga'
-teclas shift+Tab ctrl+a
-escribe ana
-teclas Return
-principal=
-abierta
+entra
 guardado 'SELECT COUNT(*) AS Reservaciones FROM Reservacion' '{"Reservaciones":1}'
 teclas ctrl+q
 terminado 0
