@@ -124,9 +124,9 @@ void PoneMenu(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion, Mostrado
   opcion("&Bitácora…", "BITACORA");
   opcion("Co&rreos…", "CORREOS");
   opcion("C&onfiguración…", "CONFIG");
-  menu.push_back({QStringLiteral("Lista de &pendientes…"),
+  menu.push_back({QStringLiteral("&Ver la lista de pendientes…"),
                   [&escritorio, &anfitrion] { MuestraPendientes(anfitrion, escritorio); }, 0});
-  menu.push_back({QStringLiteral("Ay&uda"), [&mostrador] { mostrador.AbreAyuda(); }, Qt::Key_F1});
+  menu.push_back({QStringLiteral("&Manual"), [&mostrador] { mostrador.AbreAyuda(); }, Qt::Key_F1, kAyuda});
   menu.push_back({QStringLiteral("&Acerca de este programa"),
                   [&escritorio, &anfitrion] {
                     Avisa(autonomo::TextoVersion("Reservaciones", anfitrion.base()), 64, escritorio.Frente());

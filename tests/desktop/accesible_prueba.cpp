@@ -2,7 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QAction>
 #include <QApplication>
+#include <QKeySequence>
+#include <QMenu>
+#include <QSet>
 #include <QTableView>
 #include <QTest>
 #include <QTimer>
@@ -103,6 +107,22 @@ TEST_F(AccesiblePrueba, LaPantallaDeReservaciones) {
   QAccessibleInterface* llegada = Busca(Principal(), "dpFecha_llegada");
   EXPECT_EQ(llegada->text(QAccessible::Name), QStringLiteral("Fecha de llegada"));
   EXPECT_EQ(llegada->text(QAccessible::Value), QStringLiteral("10/03/2026"));
+}
+
+// A letter that two entries share chooses neither.
+TEST_F(AccesiblePrueba, CadaEntradaDelMenuTieneSuLetra) {
+  int letras = 0;
+  for (const QMenu* menu : Principal().findChildren<QMenu*>()) {
+    QSet<QKeySequence> vistas;
+    for (const QAction* entrada : menu->actions()) {
+      const QKeySequence letra = QKeySequence::mnemonic(entrada->text());
+      if (letra.isEmpty()) continue;
+      EXPECT_FALSE(vistas.contains(letra)) << entrada->text().toStdString();
+      vistas.insert(letra);
+      ++letras;
+    }
+  }
+  EXPECT_GT(letras, 15);
 }
 
 TEST_F(AccesiblePrueba, ElTableroSeLeeCeldaPorCelda) {
