@@ -168,7 +168,7 @@ bool EsNueva(ConexionDeMotor& base) {
 }
 
 std::vector<std::pair<std::string_view, std::int64_t>> Traslada(ConexionDeMotor& de, ConexionDeMotor& a) {
-  if (de.OcultaTarjetas() || a.OcultaTarjetas()) {
+  if (de.roles().OcultaTarjetas() || a.roles().OcultaTarjetas()) {
     throw com::Error(com::error::kSoloLectura,
                      "El usuario de la base de datos no puede ver las tarjetas, y la copia las perdería: cópiela con "
                      "uno que tenga ese derecho");

@@ -209,7 +209,8 @@ TEST_F(Base, RevisaDiceCadaCosaQueEstaMal) {
   for (int vez = 0; vez < 2; ++vez) dice(0, "Versión del esquema: 1; se pone al día");
   EXPECT_EQ(Di({"clave", hotel}).estado, 0);
   dice(0, "Copias de respaldo: 1 en ");  // made before it was brought forward
-  for (const char* guarda : {"Linea", "Reservacion"}) Sql(hotel, std::string("DROP TRIGGER Sobreventa_Alta_") + guarda);
+  for (const char* guarda : {"Sobreventa_Alta_Linea", "Sobreventa_Alta_Reservacion", "Fechas_Alta_Linea"})
+    Sql(hotel, std::string("DROP TRIGGER ") + guarda);
   Sql(hotel, "DROP INDEX Reservacion_Detalle_2");
   Sql(hotel, "INSERT INTO Reservacion (Rs_Folio, Rs_Huesped) VALUES ('Z1', 'nadie'), ('Z2', '')");
   for (const char* folio : {"Z1", "Z2"}) {
@@ -219,7 +220,7 @@ TEST_F(Base, RevisaDiceCadaCosaQueEstaMal) {
             folio + "', '0999', '2029-03-10', '2029-03-12')");
   }
   Sql(hotel, "UPDATE Parametro SET Pm_Valor = 'a ratos' WHERE Pm_Clave = 'HT_DIAS_RESERVACION'");
-  dice(1, "(Sobreventa_Alta_Linea, Sobreventa_Alta_Reservacion)");
+  dice(1, "(Sobreventa_Alta_Linea, Sobreventa_Alta_Reservacion, Fechas_Alta_Linea)");
   dice(1, "MAL   1 renglones de Reservacion con una clave de Cliente que no existe (Rs_Huesped, por ejemplo «nadie»)");
   dice(1, "2 renglones de Reservacion_Detalle con una clave de Habitacion");
   dice(1, "Habitación 0999: reservaciones Z1 y Z2");

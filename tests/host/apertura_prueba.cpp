@@ -227,7 +227,7 @@ TEST_F(AperturaPrueba, MuertaAlCrearQuedaEnteraONada) {
   EXPECT_GT(creadas, 0);
   for (int vuelta = 0; vuelta < 8; ++vuelta)
     for (int i = 0; std::filesystem::exists(nombre(vuelta, i)); ++i)
-      EXPECT_EQ(Uno(*Abre(nombre(vuelta, i)), "SELECT COUNT(*) FROM sqlite_master WHERE type='trigger'"), "13");
+      EXPECT_EQ(Uno(*Abre(nombre(vuelta, i)), "SELECT COUNT(*) FROM sqlite_master WHERE type='trigger'"), "15");
 }
 
 TEST_F(AperturaPrueba, MuertaAlGuardarQuedaTodoONada) {
@@ -503,7 +503,7 @@ TEST_F(AperturaPrueba, LoQueLeQuitaronSePoneYSeDice) {
   EXPECT_NE(avisos[0].find("(Sobreventa_Alta_Linea, Version_Cambio_Reservacion)"), std::string::npos) << avisos[0];
   EXPECT_NE(avisos[0].find("Habitación 0101: reservaciones 1 y 2"), std::string::npos) << avisos[0];
   EXPECT_EQ(Uno(*c, "SELECT COUNT(*) FROM sqlite_master WHERE type = 'trigger' OR name = 'Reservacion_Detalle_2'"),
-            "14");
+            "16");
   EXPECT_TRUE(Abre()->TomaAvisos().empty());
   c->Directa("DROP TABLE Tarifa");
   EXPECT_EQ(Numero(ruta), kDanada);

@@ -274,7 +274,7 @@ TEST_F(PostgresPrueba, UnaVersionAnteriorSePoneAlDia) {
   Abre()->Execute("INSERT INTO Correo_Salida (Cs_Asunto) VALUES ('carta')");
   const std::string nueva = definicion();
   for (const char* sql :
-       {"DROP TABLE Usuario", "ALTER TABLE Correo_Salida DROP Cs_Usuario, DROP Cs_Adjunto, DROP Cs_Intentos",
+       {"DROP TABLE Usuario CASCADE", "ALTER TABLE Correo_Salida DROP Cs_Usuario, DROP Cs_Adjunto, DROP Cs_Intentos",
         "DROP INDEX Correo_Salida_1", "ALTER FUNCTION vende RESET ALL", "DROP FUNCTION hay_sobreventa",
         "DROP TRIGGER Version_Reservacion ON Reservacion", "UPDATE Esquema_Version SET Ev_Version = 2",
         "GRANT ALL ON SCHEMA public TO conclave", "GRANT ALL ON ALL TABLES IN SCHEMA public TO conclave"})
