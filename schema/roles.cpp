@@ -2,6 +2,7 @@
 
 #include <initializer_list>
 #include <string>
+#include <tuple>
 #include <utility>
 
 #include "platform/ado/literal.h"
@@ -308,8 +309,13 @@ std::string EsContrasenaDe(std::string_view usuario, std::string_view resumen) {
 std::string HayRoles(const Roles& roles) {
   std::string s =
       "SELECT obj_description(to_regnamespace('kv207_mostrador'), 'pg_namespace') = " + Literal(kVersionRoles);
-  for (const std::string& rol : {roles.recepcion, roles.tarjetas, roles.administra})
-    s += " AND to_regrole(" + Literal(Citado(rol)) + ") IS NOT NULL";
+  // A database that came from elsewhere under a name that another one had finds that one's roles, which may do nothing
+  // in it.
+  for (const auto& [rol, tabla, derecho] : {std::tuple(roles.recepcion, "kv207_bitacora.bitacora", "INSERT"),
+                                            std::tuple(roles.tarjetas, "reservacion_datos_tarjeta", "SELECT"),
+                                            std::tuple(roles.administra, "parametro", "UPDATE")})
+    s += " AND has_table_privilege(to_regrole(" + Literal(Citado(rol)) + ")::oid, to_regclass('" + tabla +
+         "')::oid, '" + derecho + "')";
   return s;
 }
 

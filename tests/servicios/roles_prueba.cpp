@@ -5,6 +5,7 @@
 #include "host/standalone/permisos.h"
 #include "host/standalone/usuarios.h"
 #include "platform/com/error.h"
+#include "schema/roles.h"
 #include "tests/comun/base_postgres.h"
 #include "tests/comun/error_de.h"
 #include "tests/servicios/hotel_prueba.h"
@@ -171,6 +172,10 @@ TEST_F(RolesPostgres, ElRolPropioDeUnUsuarioTieneSusDerechos) {
     for (const char* sentencia : kDeAdministra) EXPECT_FALSE(deja(sentencia)) << sentencia;
     EXPECT_TRUE(deja("INSERT INTO kv207_bitacora.Bitacora (Bt_Texto) VALUES ('por la función')"));
   }
+  // As in a database that was brought here: the roles are the server's, what they may do is not.
+  EnPostgres(ruta, "DROP OWNED BY " + esquema::RolesDe(rol.substr(4)).recepcion);
+  EXPECT_FALSE(deja("SELECT Rs_Folio FROM public.Reservacion"));
+  EXPECT_EQ(base.PreparaRoles(), "");
   // She works with it, whatever the program would grant her.
   Anfitrion ana(Como(rol, Con(rol)));
   EXPECT_EQ(Uno(ana, "SELECT Rdt_Numero FROM Reservacion_Datos_Tarjeta"), "************1111");
