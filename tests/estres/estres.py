@@ -53,7 +53,7 @@ PERDIDAS = (r"(Valida_Disponibilidad\(\) - )?(Se perdió la conexión|La conexi�
             r"Debe especificar un")
 ESPERADOS = [
     PREGUNTAS,
-    r"la habitación '.*'\s+está reservado para la fecha",
+    r"la habitación '.*'\s+(está reservado para|se encuentra ocupada en) la fecha",
     r"La habitación \w+ ya está reservada la noche del \S+ por la reservación \d+$",
     r"La reservación \d+ cambió después de que usted la abrió.*está .*no se puede",
     r"La reservación \d+ cambió después de que usted la abrió.*Si vuelve a",
