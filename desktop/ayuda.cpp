@@ -50,10 +50,15 @@ constexpr Lugar kLugares[] = {
     {"notas", "una-reservación-nueva"},
     {"registro", "una-reservación-guardada"},
     {"impreso", "una-reservación-guardada"},
-    {"asistente", "el-hotel"},
-    {"pendientes", "el-hotel"},
-    {"otro_hotel", "el-hotel"},
-    {"malas", "el-hotel"},
+    {"cifras", "las-cifras"},
+    {"guardar", "listas-a-hojas-de-cálculo-y-pdf"},
+    {"QFileDialog", "el-primer-hotel"},
+    {"calendario", "calendarios-de-las-habitaciones"},
+    {"parte", "el-parte-del-día"},
+    {"asistente", "el-primer-hotel"},
+    {"pendientes", "el-primer-hotel"},
+    {"otro_hotel", "el-primer-hotel"},
+    {"malas", "el-primer-hotel"},
     {"catalogos", "el-hotel"},
     {"editor_fila", "el-hotel"},
     {"bitacora", "los-correos"},
@@ -178,7 +183,7 @@ class Ayuda : public QDialog {
 }  // namespace
 
 QString LugarDelManual(const QWidget* widget) {
-  for (; widget != nullptr; widget = widget->parentWidget()) {
+  for (; widget != nullptr; widget = widget->isWindow() ? nullptr : widget->parentWidget()) {
     const QString nombre = widget->objectName();
     for (const Lugar& lugar : kLugares) {
       if (nombre == QLatin1String(lugar.objeto)) return QString::fromUtf8(lugar.capitulo);
@@ -214,7 +219,13 @@ void TeclaAyuda::Abre() {
   abierta_ = true;
   QWidget* ventana = QApplication::activeWindow();
   const QWidget* foco = QApplication::focusWidget();
-  Corre([&] { AbreManual(LugarDelManual(foco != nullptr ? foco : ventana), teclas_(), ventana); });
+  // That of whose window it is, where it has none.
+  QString lugar;
+  for (const QWidget* w = foco != nullptr ? foco : ventana; w != nullptr && lugar.isEmpty();
+       w = w->window()->parentWidget()) {
+    lugar = LugarDelManual(w);
+  }
+  Corre([&] { AbreManual(lugar, teclas_(), ventana); });
   abierta_ = false;
 }
 

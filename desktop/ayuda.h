@@ -13,8 +13,8 @@
 
 namespace vista {
 
-// Chapter of the manual for a widget: that of the nearest of its ancestors, itself included, that has one, else of its
-// window's owner; "" none. As an anchor ("el-día").
+// Chapter of the manual for a widget: that of the nearest of its ancestors up to its window, itself included, that has
+// one; "" none. As an anchor ("el-día").
 QString LugarDelManual(const QWidget* widget);
 // Anchors of the manual's chapters, in order.
 QStringList CapitulosDelManual();

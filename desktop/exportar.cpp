@@ -109,6 +109,7 @@ void MuestraParte(autonomo::Anfitrion& anfitrion, QWidget* padre) {
   const recepcion::Parte parte = guion::LeeParteDe(anfitrion.conexion(), anfitrion.reloj().Ahora());
   const QString nombre = QStringLiteral("Parte ") + Q(com::AIso(com::SoloFecha(parte.momento)));
   const auto vista = CreaVistaPrevia(Q(recepcion::HtmlDe(parte)), nombre, {}, padre);
+  vista->setObjectName(QStringLiteral("parte"));
   vista->setWindowTitle(Q(recepcion::TituloDe(parte)));
   if (auto* botones = vista->findChild<QDialogButtonBox*>()) {
     auto* envia = botones->addButton(QStringLiteral("&Enviar por correo"), QDialogButtonBox::ActionRole);

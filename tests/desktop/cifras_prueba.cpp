@@ -116,7 +116,7 @@ TEST_F(CifrasVentanaPrueba, ElCalendarioYElParteSalenDelMenu) {
   EXPECT_FALSE(calendario.contains("Ram\xc3\xadrez")) << "nobody is named who was not asked for";
 
   const auto envia = [this](const char* dice) {
-    Espera("impreso", [=, this](QWidget& w) {
+    Espera("parte", [=, this](QWidget& w) {
       EsperaMensaje(dice, "Aceptar");
       QTest::mouseClick(&Hijo<QPushButton>(w, "enviar"), Qt::LeftButton);
       QTest::keyClick(&w, Qt::Key_Escape);
