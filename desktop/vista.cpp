@@ -1,8 +1,8 @@
 #include "desktop/vista.h"
 
-#include <QToolTip>
 #include <algorithm>
 
+#include "desktop/consejo.h"
 #include "desktop/guarda.h"
 #include "desktop/teclas.h"
 
@@ -31,7 +31,7 @@ void Vista::Adopta(QWidget* widget) {
 void Vista::Dice(const QString& texto) const {
   constexpr int kDura = 8000;  // ms
   QWidget* w = foco();
-  QToolTip::showText(w->mapToGlobal(QPoint(0, w->height())), texto, w, {}, kDura);
+  MuestraConsejo(*w, w->rect(), texto, kDura);
 }
 
 void Vista::PasaTecla(int codigo, int mayus) {

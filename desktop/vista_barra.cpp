@@ -9,12 +9,12 @@
 #include <QPainter>
 #include <QResizeEvent>
 #include <QShortcut>
-#include <QToolTip>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <iterator>
 
 #include "desktop/accesible.h"
+#include "desktop/consejo.h"
 #include "desktop/escala.h"
 #include "desktop/estados.h"
 #include "desktop/estilo.h"
@@ -359,7 +359,7 @@ void VistaBarra::RefrescaBorrador() {
   sinBorrador_->setVisible(!texto.isEmpty());
   if (texto.isEmpty()) return;
   constexpr int kDura = 20000;  // ms
-  QToolTip::showText(sinBorrador_->mapToGlobal(QPoint(0, widget()->height())), texto, sinBorrador_, {}, kDura);
+  MuestraConsejo(*sinBorrador_, sinBorrador_->rect(), texto, kDura);
   QAccessibleEvent aviso(sinBorrador_, QAccessible::Alert);
   QAccessible::updateAccessibility(&aviso);
 }

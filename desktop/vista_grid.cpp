@@ -4,10 +4,10 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QTimer>
-#include <QToolTip>
 #include <algorithm>
 
 #include "desktop/accesible.h"
+#include "desktop/consejo.h"
 #include "desktop/estilo.h"
 #include "desktop/guarda.h"
 #include "desktop/iconos.h"
@@ -327,7 +327,7 @@ bool VistaGrid::Explica(int fila, int columna) {
   Corre([&] { texto = contexto().porque(grid_, fila, columna); });
   if (texto.isEmpty()) return false;
   const QRect zona = ZonaCelda(fila, columna);
-  QToolTip::showText(marco_->mapToGlobal(zona.bottomLeft()), texto, marco_, zona);
+  MuestraConsejo(*marco_, zona, texto);
   return true;
 }
 

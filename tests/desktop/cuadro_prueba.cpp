@@ -142,9 +142,22 @@ TEST_F(CuadroVentanaPrueba, SeDicePorQueNoEstaLibre) {
               std::string::npos)
         << consejo();
     QToolTip::hideText();
+    // By the keyboard, with the pointer where the tip would come up.
     grid.VaA(15, 3);
+    const QPoint antes = QCursor::pos();
+    const QPoint estorba = vista.widget()->mapToGlobal(vista.ZonaCelda(15, 3).bottomLeft() + QPoint(40, 40));
+    QCursor::setPos(estorba);
+    EXPECT_EQ(QCursor::pos(), estorba);
     QTest::keyClick(tablero.focusWidget(), Qt::Key_F1, Qt::ShiftModifier);
     EXPECT_NE(consejo().find("0202"), std::string::npos) << consejo();
+    int vistos = 0;
+    for (const QWidget* w : QApplication::topLevelWidgets()) {
+      if (!w->inherits("QTipLabel") || !w->isVisible()) continue;
+      ++vistos;
+      EXPECT_FALSE(w->geometry().contains(QCursor::pos())) << "it would go at once";
+    }
+    EXPECT_EQ(vistos, 1);
+    QCursor::setPos(antes);
     QToolTip::hideText();
     QTest::keyClick(tablero.focusWidget(), Qt::Key_Escape);
   });
