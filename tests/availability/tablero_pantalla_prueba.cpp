@@ -220,8 +220,7 @@ TEST_F(Tablero, UnaCargaVuelveALaVistaPorTipoSalvoQueSeConserve) {
 TEST_F(Tablero, UnCambioDeVistaQueFallaNoDejaMarcas) {
   AbrePorHabitacion();
   Clic(1, 0);
-  conexion->falla = "as Total";
-  conexion->faltan = 1;
+  conexion->Falla("as Total");
   escritorio.Responde("ERR-ID:7500061", controles::kSi);
   tablero.opTipoHabitacion.Pulsa();
   EXPECT_EQ(escritorio.Ids(), (std::vector<std::string>{"ERR-ID:7500061", "ERR-ID:7500057"}));
@@ -235,7 +234,7 @@ TEST_F(Tablero, UnCambioDeVistaQueFallaNoDejaMarcas) {
   tablero.opHabitacion.Pulsa();
   escritorio.Olvida();
   tablero.ConservarVista = false;
-  conexion->faltan = 1;
+  conexion->Falla("as Total");
   EXPECT_TRUE(tablero.CargarDatos());
   EXPECT_EQ(escritorio.Ids(), (std::vector<std::string>{"ERR-ID:7500057"}));
   EXPECT_EQ(tablero.MensajeError, "");
@@ -247,20 +246,17 @@ TEST_F(Tablero, CadaFuenteQueFallaDejaElMarcoApagadoYNadaMarcable) {
     for (const char* fuente : {"FROM Tipo_Habitacion THb", "Rsd_Fecha_Fin", "CI.Ci_Salida", "Hbb_Fecha_Fin"}) {
       conexion->conjuntos = conjuntos;
       ASSERT_TRUE(Abre(kMiercoles, 3));
-      conexion->falla = fuente;
-      conexion->faltan = 1;
+      conexion->Falla(fuente);
       EXPECT_FALSE(tablero.CargarDatos()) << fuente;
       EXPECT_EQ(tablero.MensajeError, "frmDisponibilidad.CargarDatos() - falla inyectada");
       EXPECT_FALSE(tablero.frFrame.enabled());
-      conexion->falla.clear();
     }
   }
   // Two whole rows and a part of the third: they stay, the part cannot be marked.
   AbrePorHabitacion();
   Clic(1, 0);
   conexion->conjuntos = false;
-  conexion->falla = "Hbb_Fecha_Fin";
-  conexion->faltan = 8;
+  conexion->Falla("Hbb_Fecha_Fin", com::error::kInyectada, 8);
   EXPECT_FALSE(tablero.CargarDatos());
   EXPECT_EQ(tablero.NumeroFilas, 2);
   EXPECT_EQ(tablero.ssDisponibilidad.Filas(), 3);

@@ -10,35 +10,10 @@
 #include "availability/frmDisponibilidad.h"
 #include "host/standalone/anfitrion.h"
 #include "publico/publico.h"
+#include "tests/comun/conexion_vigilada.h"
 #include "tests/comun/escritorio_prueba.h"
 
 namespace pruebas {
-
-// Hands the statements on; says what the test wants about whole sets, keeps the texts, fails on demand.
-class ConexionVigilada : public ado::Connection {
- public:
-  explicit ConexionVigilada(ado::ConnectionPtr real) : real_(std::move(real)) {}
-  ado::RecordsetPtr Execute(const ado::TextoSQL& sentencia) override {
-    sentencias.push_back(sentencia.Texto());
-    if (!falla.empty() && sentencia.Texto().find(falla) != std::string::npos && --faltan == 0) {
-      throw com::Error(com::error::kInyectada, "falla inyectada");
-    }
-    return real_->Execute(sentencia);
-  }
-  using ado::Connection::Execute;
-  void BeginTrans() override { real_->BeginTrans(); }
-  void CommitTrans() override { real_->CommitTrans(); }
-  void RollbackTrans() override { real_->RollbackTrans(); }
-  bool LeeConjuntos() const override { return conjuntos; }
-
-  bool conjuntos = true;
-  std::vector<std::string> sentencias;
-  std::string falla;  // the faltan-th statement with this text fails
-  int faltan = 0;
-
- private:
-  ado::ConnectionPtr real_;
-};
 
 // One cell as the clerk sees it, with the state behind it.
 struct CeldaVista {

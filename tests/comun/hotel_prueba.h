@@ -18,54 +18,10 @@
 #include "platform/com/error.h"
 #include "publico/publico.h"
 #include "reservation/frmKV207.h"
+#include "tests/comun/conexion_vigilada.h"
 #include "tests/comun/escritorio_prueba.h"
 
 namespace pruebas {
-
-// Passes everything on to the host's connection; notes the statements as given (BeginTrans, CommitTrans, RollbackTrans
-// among them) and makes the next one that contains a text fail.
-class ConexionVigilada : public ado::Connection {
- public:
-  explicit ConexionVigilada(ado::ConnectionPtr real) : real_(std::move(real)) {}
-
-  ado::RecordsetPtr Execute(const ado::TextoSQL& sentencia) override {
-    Anota(sentencia.Texto());
-    return real_->Execute(sentencia);
-  }
-  using ado::Connection::Execute;
-  void BeginTrans() override {
-    Anota("BeginTrans");
-    real_->BeginTrans();
-  }
-  void CommitTrans() override {
-    Anota("CommitTrans");
-    real_->CommitTrans();
-  }
-  void RollbackTrans() override {
-    Anota("RollbackTrans");
-    real_->RollbackTrans();
-  }
-  bool LeeConjuntos() const override { return real_->LeeConjuntos(); }
-
-  // Fails once, with the description "falla inyectada".
-  void Falla(std::string texto, int numero = com::error::kInyectada) {
-    falla_ = std::move(texto);
-    numero_ = numero;
-  }
-  std::vector<std::string> sentencias;
-
- private:
-  void Anota(const std::string& texto) {
-    sentencias.push_back(texto);
-    if (falla_.empty() || texto.find(falla_) == std::string::npos) return;
-    falla_.clear();
-    throw com::Error(numero_, "falla inyectada", texto);
-  }
-
-  ado::ConnectionPtr real_;
-  std::string falla_;
-  int numero_ = com::error::kInyectada;
-};
 
 class HotelPrueba : public ::testing::Test {
  protected:
