@@ -3,6 +3,7 @@
 #include <array>
 
 #include "platform/listado/listado.h"
+#include "platform/regional/nombres.h"
 #include "platform/regional/regional.h"
 
 namespace recepcion {
@@ -13,9 +14,6 @@ using listado::Clase;
 
 // What the page holds: names of a list, letters of a name and of its rooms.
 constexpr std::size_t kNombres = 6, kLetras = 36;
-constexpr std::array kMeses{"enero", "febrero", "marzo",      "abril",   "mayo",      "junio",
-                            "julio", "agosto",  "septiembre", "octubre", "noviembre", "diciembre"};
-constexpr std::array kDias{"lunes", "martes", "miércoles", "jueves", "viernes", "sábado", "domingo"};
 
 // First day of the month after that of the date.
 com::Fecha MesSiguiente(com::Fecha fecha) {
@@ -30,11 +28,12 @@ CuentaDe CuentaDelMes(const Fuente& fuente, com::Fecha primero, com::Fecha hoy) 
 
 std::string Mes(com::Fecha fecha) {
   const com::Civil c = com::ACivil(fecha);
-  return std::string(kMeses[static_cast<std::size_t>(c.mes - 1)]) + " de " + std::to_string(c.anio);
+  return std::string(regional::kMeses[static_cast<std::size_t>(c.mes - 1)]) + " de " + std::to_string(c.anio);
 }
 
 std::string NombreDelDia(com::Fecha fecha) {
-  return std::string(kDias[static_cast<std::size_t>(com::DiaSemana(fecha) - 1)]) + " " + regional::FechaCorta(fecha);
+  return std::string(regional::kDias[static_cast<std::size_t>(com::DiaSemana(fecha) - 1)]) + " " +
+         regional::FechaCorta(fecha);
 }
 
 int Personas(const std::vector<Fila>& filas) {

@@ -1,12 +1,11 @@
 // The steps of the price source, as the front desk tells them.
 #include "host/contract/explicacion.h"
 
-#include <array>
-
 #include "host/standalone/anfitrion.h"
 #include "host/standalone/fabricas.h"
 #include "host/standalone/precios.h"
 #include "host/standalone/registro.h"
+#include "platform/regional/nombres.h"
 #include "platform/regional/regional.h"
 
 namespace autonomo {
@@ -14,13 +13,11 @@ namespace autonomo {
 namespace {
 
 std::string Dias(const std::string& dias) {
-  constexpr std::array<const char*, 7> kDias = {"lunes",   "martes", "miércoles", "jueves",
-                                                "viernes", "sábado", "domingo"};
   std::string texto;
   for (std::size_t i = 0; i < dias.size(); ++i) {
     const std::size_t dia = static_cast<std::size_t>(dias[i] - '1');
-    if (dia >= kDias.size()) continue;
-    texto += (texto.empty() ? "" : i + 1 == dias.size() ? " y " : ", ") + std::string(kDias[dia]);
+    if (dia >= regional::kDias.size()) continue;
+    texto += (texto.empty() ? "" : i + 1 == dias.size() ? " y " : ", ") + std::string(regional::kDias[dia]);
   }
   return texto;
 }
