@@ -20,7 +20,7 @@ void Dia(benchmark::State& estado) {
 void Preparacion(benchmark::State& estado) {
   const Sesion sesion(RutaHotel());
   for (auto _ : estado) {
-    recepcion::Indice indice(autonomo::SinAcentos);
+    recepcion::Indice indice(autonomo::LetraBuscada);
     while (indice.Adelanta()) {
     }
     estado.counters["reservaciones"] = static_cast<double>(indice.Reservaciones());
@@ -29,7 +29,7 @@ void Preparacion(benchmark::State& estado) {
 
 void Busqueda(benchmark::State& estado, const char* texto) {
   const Sesion sesion(RutaHotel());
-  recepcion::Hoy hoy(autonomo::SinAcentos);
+  recepcion::Hoy hoy(autonomo::LetraBuscada);
   hoy.Abre();
   hoy.Busca("x");
   for (auto _ : estado) {

@@ -20,8 +20,8 @@ namespace vista {
 
 Mostrador::Mostrador(EscritorioQt& escritorio)
     : escritorio_(escritorio),
-      hoy_(autonomo::SinAcentos),
-      huespedes_(autonomo::SinAcentos, autonomo::DireccionValida),
+      hoy_(autonomo::LetraBuscada),
+      huespedes_(autonomo::LetraBuscada, autonomo::DireccionValida),
       ayuda_([&escritorio] { return TeclasDelPrograma(escritorio.contexto()); }) {
   hoy_.alAbrir = [this](const std::string& folio) { AbreReservacion(folio); };
   cuadro_.alAbrir = hoy_.alAbrir;

@@ -19,8 +19,8 @@ Interprete::Interprete(const Piezas& piezas, std::ostream& salida, std::ostream&
     : piezas_(piezas),
       salida_(salida),
       errores_(errores),
-      hoy_(autonomo::SinAcentos),
-      huespedes_(autonomo::SinAcentos, autonomo::DireccionValida) {
+      hoy_(autonomo::LetraBuscada),
+      huespedes_(autonomo::LetraBuscada, autonomo::DireccionValida) {
   hoy_.alAbrir = [this](const std::string& folio) { AbreReservacion(folio); };
   cuadro_.alAbrir = hoy_.alAbrir;
   huespedes_.alAbrir = hoy_.alAbrir;

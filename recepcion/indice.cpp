@@ -177,51 +177,100 @@ void Indice::Relee() {
 
 // --- the search ------------------------------------------------------------------------------------------------------
 
-// The words of a text and, for each, which clients have it.
+namespace {
+
+// Digits that stand together are a telephone too, however it is cut: "+52 (55) 1234-5678". The words with such runs as
+// one word each; nothing where there is none.
+std::vector<std::string> ConTelefonos(const std::vector<std::string>& palabras) {
+  std::vector<std::string> juntas;
+  bool telefono = false;
+  for (std::size_t i = 0; i < palabras.size();) {
+    std::size_t fin = i;
+    std::string digitos;
+    while (fin < palabras.size() && SoloDigitos(palabras[fin])) digitos += palabras[fin++];
+    if (fin - i > 1 && EsTelefono(digitos)) {
+      telefono = true;
+      juntas.push_back(digitos);
+      i = fin;
+    } else {
+      juntas.push_back(palabras[i++]);
+    }
+  }
+  return telefono ? juntas : std::vector<std::string>();
+}
+
+}  // namespace
+
+// The ways to understand a text: days, and words of which each stands once among all ways.
 struct Indice::Consulta {
-  Consulta(const Indice& indice, const std::vector<std::string>& buscadas) {
-    for (const std::string& buscada : buscadas) {
-      palabras.push_back(" " + buscada);
-      const bool digitos = SoloDigitos(buscada) && buscada.size() >= kDigitosDeTelefono;
-      std::vector<char>& tienen = clientes.emplace_back(indice.clientes_.size(), 0);
-      for (std::size_t c = 1; c < tienen.size(); ++c) {
-        const Cliente& cliente = indice.clientes_[c];
-        const bool tiene = cliente.palabras.find(palabras.back()) != std::string::npos ||
-                           (digitos && cliente.telefono.find(buscada) != std::string::npos);
-        tienen[c] = tiene ? 1 : 0;
-      }
+  struct Palabra {
+    std::string texto;
+    std::vector<char> clientes;  // which ones have it
+  };
+  struct Manera {
+    std::optional<Periodo> periodo;
+    std::vector<std::size_t> palabras;
+  };
+
+  Consulta(const Indice& indice, const std::vector<Lectura>& lecturas) : indice_(indice) {
+    for (const Lectura& lectura : lecturas) {
+      Agrega(lectura.periodo, lectura.palabras);
+      const std::vector<std::string> juntas = ConTelefonos(lectura.palabras);
+      if (!juntas.empty()) Agrega(lectura.periodo, juntas);
     }
   }
 
   bool Cumple(const Entrada& e) const {
-    for (std::size_t i = 0; i < palabras.size(); ++i) {
-      if (clientes[i][e.huesped] == 0 && clientes[i][e.cliente] == 0 &&
-          e.palabras.find(palabras[i]) == std::string::npos) {
-        return false;
-      }
-    }
-    return true;
+    return std::ranges::any_of(maneras_, [&](const Manera& m) {
+      if (m.periodo && (e.llegada > m.periodo->hasta || e.salida < m.periodo->desde)) return false;
+      return std::ranges::all_of(m.palabras, [&](std::size_t i) {
+        const Palabra& p = palabras_[i];
+        return p.clientes[e.huesped] != 0 || p.clientes[e.cliente] != 0 ||
+               e.palabras.find(p.texto) != std::string::npos;
+      });
+    });
   }
 
-  std::vector<std::string> palabras;
-  std::vector<std::vector<char>> clientes;
+ private:
+  void Agrega(const std::optional<Periodo>& periodo, const std::vector<std::string>& buscadas) {
+    Manera manera{periodo, {}};
+    for (const std::string& buscada : buscadas) manera.palabras.push_back(LugarDe(buscada));
+    maneras_.push_back(std::move(manera));
+  }
+
+  std::size_t LugarDe(const std::string& buscada) {
+    const auto ya = std::ranges::find(palabras_, " " + buscada, &Palabra::texto);
+    if (ya != palabras_.end()) return static_cast<std::size_t>(ya - palabras_.begin());
+    Palabra& p = palabras_.emplace_back(" " + buscada, std::vector<char>(indice_.clientes_.size(), 0));
+    const bool digitos = SoloDigitos(buscada) && buscada.size() >= kDigitosDeTelefono;
+    for (std::size_t c = 1; c < p.clientes.size(); ++c) {
+      const Cliente& cliente = indice_.clientes_[c];
+      const bool tiene = cliente.palabras.find(p.texto) != std::string::npos ||
+                         (digitos && (cliente.telefono.find(buscada) != std::string::npos ||
+                                      TieneTelefono(cliente.telefono, buscada)));
+      p.clientes[c] = tiene ? 1 : 0;
+    }
+    return palabras_.size() - 1;
+  }
+
+  const Indice& indice_;
+  std::vector<Palabra> palabras_;
+  std::vector<Manera> maneras_;
 };
 
 Hallazgo Indice::Busca(std::string_view texto, com::Fecha hoy, std::size_t limite) {
   PonAlDia();
-  const TextoLeido leido = LeeTexto(texto, hoy, sinAcento_);
+  const std::vector<Lectura> lecturas = LeeTexto(texto, hoy, sinAcento_);
   Hallazgo hallazgo;
-  hallazgo.periodo = leido.periodo;
-  if (leido.todas.empty()) return hallazgo;
-  const Consulta todas(*this, leido.todas), resto(*this, leido.resto);
-  const auto& dias = leido.periodo;
+  const auto& dias = hallazgo.periodo = lecturas.front().periodo;
+  if (lecturas.back().palabras.empty()) return hallazgo;
+  const Consulta consulta(*this, lecturas);
   const com::Fecha base = dias ? dias->desde : com::SoloFecha(hoy);
   using Orden = std::array<std::int32_t, 3>;  // group, distance in days, entry
   std::vector<Orden> halladas;
   for (std::size_t i = 0; i < entradas_.size(); ++i) {
     const Entrada& e = entradas_[i];
-    const bool tocan = dias && e.llegada <= dias->hasta && e.salida >= dias->desde;
-    if (!(tocan && resto.Cumple(e)) && !todas.Cumple(e)) continue;
+    if (!consulta.Cumple(e)) continue;
     const int faltan = com::DiasEntre(base, e.llegada);
     halladas.push_back(
         {(e.libera ? 2 : 0) + (faltan < 0 ? 1 : 0), faltan < 0 ? -faltan : faltan, static_cast<std::int32_t>(i)});

@@ -36,9 +36,10 @@ class Indice {
   void Relee();
 
   // The reservations whose words begin with all words of the text, in any order; a number of four digits or more is
-  // found anywhere in a telephone. Days find the stays that touch them. Those that arrive from the first of these days
-  // on (without days: from today on) come first, the next one first; then the earlier ones, the last one first;
-  // cancelled and closed ones at the end. limite: most folios given. A text without words finds nothing.
+  // found anywhere in a telephone, a whole one with and without its country's code. Days find the stays that touch
+  // them. Those that arrive from the first of these days on (without days: from today on) come first, the next one
+  // first; then the earlier ones, the last one first; cancelled and closed ones at the end. limite: most folios given.
+  // A text without words finds nothing.
   Hallazgo Busca(std::string_view texto, com::Fecha hoy, std::size_t limite);
 
   std::size_t Reservaciones() const { return entradas_.size(); }

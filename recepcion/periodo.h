@@ -1,4 +1,5 @@
-// Days as a clerk writes them in a search: "mañana", "próxima semana", "viernes", "12 al 15 mar", "12/03", "marzo".
+// Days as a clerk writes them in a search: "mañana", "próxima semana", "viernes", "sábado 14 de marzo", "12 al 15 mar",
+// "hoy al domingo", "12/03", "marzo".
 #pragma once
 
 #include <optional>
@@ -17,14 +18,20 @@ struct Periodo {
   bool operator==(const Periodo&) const = default;
 };
 
-struct TextoLeido {
-  std::optional<Periodo> periodo;  // the first that stands in the text
-  std::vector<std::string> resto;  // words beside it, plain
-  std::vector<std::string> todas;  // all words, plain: a name may be a month's
+// A way to understand a text.
+struct Lectura {
+  std::optional<Periodo> periodo;     // the first days that stand in it
+  std::vector<std::string> palabras;  // those beside it, plain
+  bool operator==(const Lectura&) const = default;
 };
 
+// The ways to understand a text, the likeliest first; the last one is without days, as a name may be a month's. A
+// number alone behind a weekday ("viernes 14") may be a room too.
+//
 // A week is Monday to Sunday; a weekend is Friday to Sunday, the nights that a hotel sells as such. A day without a
-// year is the one that lies between 30 days ago and eleven months ahead; a weekday is the next one, today included.
-TextoLeido LeeTexto(std::string_view texto, com::Fecha hoy, SinAcento sinAcento);
+// year is the one that lies between 30 days ago and eleven months ahead; one without a month, and a weekday, are the
+// next one, today included, both together the nearest one. In a range each day takes from the other what it lacks: the
+// second follows the first.
+std::vector<Lectura> LeeTexto(std::string_view texto, com::Fecha hoy, SinAcento sinAcento);
 
 }  // namespace recepcion

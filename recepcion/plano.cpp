@@ -9,12 +9,13 @@ namespace recepcion {
 namespace {
 
 bool EsDigito(char c) { return c >= '0' && c <= '9'; }
-// Plain text has no small ASCII letters; what is not ASCII is a letter of some alphabet.
+
+}  // namespace
+
+// Plain text has no small ASCII letters; what is not ASCII in it is a letter of some alphabet.
 bool EsDePalabra(char c) {
   return EsDigito(c) || (c >= 'A' && c <= 'Z') || (static_cast<unsigned char>(c) & 0x80U) != 0;
 }
-
-}  // namespace
 
 std::string Plano(std::string_view texto, SinAcento sinAcento) {
   std::string plano;
@@ -24,8 +25,8 @@ std::string Plano(std::string_view texto, SinAcento sinAcento) {
     if ((static_cast<unsigned char>(c) & 0x80U) == 0) {
       plano += c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
       ++i;
-    } else {
-      com::AgregaUtf8(plano, com::LetraPlegada(sinAcento(com::LeeUtf8(texto, i))));
+    } else if (const char32_t letra = sinAcento(com::LeeUtf8(texto, i)); letra != 0) {
+      com::AgregaUtf8(plano, com::LetraPlegada(letra));
     }
   }
   return plano;
@@ -52,5 +53,17 @@ std::string_view SinCeros(std::string_view clave) {
 }
 
 bool SoloDigitos(std::string_view texto) { return !texto.empty() && std::ranges::all_of(texto, EsDigito); }
+
+bool EsTelefono(std::string_view digitos) {
+  constexpr std::size_t kMinimo = 7;
+  return digitos.size() >= kMinimo;
+}
+
+bool TieneTelefono(std::string_view digitos, std::string_view otros) {
+  constexpr std::size_t kLocal = 10;  // the longest number without a country's code
+  if (!EsTelefono(digitos) || !EsTelefono(otros)) return false;
+  if (otros.size() > kLocal && otros.ends_with(digitos)) return true;
+  return digitos.find(otros.substr(otros.size() > kLocal ? otros.size() - kLocal : 0)) != std::string_view::npos;
+}
 
 }  // namespace recepcion

@@ -7,15 +7,23 @@
 
 namespace recepcion {
 
-// Gives a letter without its accents ("é" gives "e"); the host's, which knows every alphabet.
+// Gives a letter or digit without its accents ("é" gives "e"), 0 for an accent that stands behind its letter, "-" for a
+// dash and a blank for every other sign; the host's, which knows every alphabet. ASCII is not asked for.
 using SinAcento = char32_t (*)(char32_t);
 
-// Letters without case and accents (ASCII ones in capitals); every other sign stays.
+// Letters without case and accents (ASCII ones in capitals); of the other signs those of ASCII stay, the others become
+// what sinAcento gives.
 std::string Plano(std::string_view texto, SinAcento sinAcento);
+bool EsDePalabra(char c);
 // The words of a plain text: runs of letters and digits. "ana.lopez@x.mx" has four.
 std::vector<std::string> Palabras(std::string_view plano);
 // A key without the zeros before it, "0" for nothing but zeros.
 std::string_view SinCeros(std::string_view clave);
 bool SoloDigitos(std::string_view texto);
+
+// Whether a telephone's digits are those of another or hold them, with and without the code of a country.
+bool TieneTelefono(std::string_view digitos, std::string_view otros);
+// Whether digits are enough for one.
+bool EsTelefono(std::string_view digitos);
 
 }  // namespace recepcion

@@ -154,7 +154,7 @@ void SinPalabreria(QtMsgType tipo, const QMessageLogContext&, const QString& tex
 
 // The day's window: opened, and each key of a search to its painted rows.
 void MideHoy() {
-  recepcion::Hoy hoy(autonomo::SinAcentos);
+  recepcion::Hoy hoy(autonomo::LetraBuscada);
   while (hoy.Prepara()) {
   }
   const vista::Contexto contexto;

@@ -4,6 +4,7 @@
 #include <unicode/unorm2.h>
 
 #include <array>
+#include <cstdint>
 
 #include "platform/com/texto.h"
 
@@ -16,6 +17,18 @@ char32_t Plegada(char32_t letra) {
   return static_cast<char32_t>(u_foldCase(static_cast<UChar32>(letra), U_FOLD_CASE_DEFAULT));
 }
 
+// First code point of what a normaliser takes the letter apart into; the letter where it does not.
+char32_t Principio(const UNormalizer2* normalizador, char32_t letra) {
+  UErrorCode estado = U_ZERO_ERROR;
+  std::array<UChar, 32> partes{};  // the longest decomposition of one code point has eighteen units
+  const int largo = normalizador == nullptr ? -1
+                                            : unorm2_getDecomposition(normalizador, static_cast<UChar32>(letra),
+                                                                      partes.data(), partes.size(), &estado);
+  if (largo <= 0 || U_FAILURE(estado)) return letra;
+  const UChar alta = partes[0];
+  return U16_IS_LEAD(alta) && largo > 1 ? static_cast<char32_t>(U16_GET_SUPPLEMENTARY(alta, partes[1])) : alta;
+}
+
 }  // namespace
 
 void UsaLetrasUnicode() { com::FijaLetras({Mayuscula, Minuscula, Plegada}); }
@@ -23,14 +36,19 @@ void UsaLetrasUnicode() { com::FijaLetras({Mayuscula, Minuscula, Plegada}); }
 char32_t SinAcentos(char32_t letra) {
   UErrorCode estado = U_ZERO_ERROR;
   static const UNormalizer2* const normalizador = unorm2_getNFDInstance(&estado);
-  // Eight units hold every canonical decomposition of one code point.
-  std::array<UChar, 8> partes{};
-  const int largo = normalizador == nullptr ? -1
-                                            : unorm2_getDecomposition(normalizador, static_cast<UChar32>(letra),
-                                                                      partes.data(), partes.size(), &estado);
-  if (largo <= 0 || U_FAILURE(estado)) return letra;
-  const UChar alta = partes[0];
-  return U16_IS_LEAD(alta) && largo > 1 ? static_cast<char32_t>(U16_GET_SUPPLEMENTARY(alta, partes[1])) : alta;
+  return Principio(normalizador, letra);
+}
+
+char32_t LetraBuscada(char32_t letra) {
+  UErrorCode estado = U_ZERO_ERROR;
+  static const UNormalizer2* const normalizador = unorm2_getNFKDInstance(&estado);
+  constexpr char32_t kModificadoras = 0x2B0, kTrasModificadoras = 0x300;  // "ʼ" for an apostrophe
+  const std::uint32_t clase = U_GET_GC_MASK(static_cast<UChar32>(letra));
+  if ((clase & (U_GC_MN_MASK | U_GC_ME_MASK | U_GC_CF_MASK)) != 0) return 0;
+  if ((clase & U_GC_PD_MASK) != 0) return U'-';
+  const bool modifica = letra >= kModificadoras && letra < kTrasModificadoras;
+  if ((clase & (U_GC_L_MASK | U_GC_N_MASK | U_GC_MC_MASK)) == 0 || modifica) return U' ';
+  return Principio(normalizador, letra);
 }
 
 }  // namespace autonomo

@@ -168,7 +168,7 @@ TEST_F(HoyPrueba, LaBusquedaVeLoQueHayAhora) {
     }
   }
   host.conexion()->CommitTrans();
-  recepcion::Indice indice(autonomo::SinAcentos);
+  recepcion::Indice indice(autonomo::LetraBuscada);
   const com::Fecha hoy = Dia(2026, 3, 9);
   const auto busca = [&](std::string_view texto) { return indice.Busca(texto, hoy, 5); };
   EXPECT_EQ(busca("lopez").total, 1500U);
@@ -191,9 +191,11 @@ TEST_F(HoyPrueba, LaBusquedaVeLoQueHayAhora) {
   Sql("DELETE FROM Reservacion WHERE Rs_Folio = '104499'");
   EXPECT_EQ(busca("ref104499").total, 0U);
   Sql("INSERT INTO Cliente (Cl_Cve_Cliente, Cl_Razon_Social_1, Cl_Telefono, Cl_Correo) VALUES "
-      "('77', 'O''Brien', '+52 (55) 1234-5678', 'pat.obrien@x.example')");
+      "('77', 'O’Brien Nun\u0303ez', '(55) 1234-5678', 'pat.obrien@x.example')");
   Sql("UPDATE Reservacion SET Rs_Huesped = '77', Fecha_Ult_Modif = '2026-03-09 10:31:00' WHERE Rs_Folio = '103000'");
-  for (const char* texto : {"o'brien", "pat.obrien@x", "345678", "55 1234 5678", "brien 101", "103000 brien"})
+  for (const char* texto :
+       {"o'brien", "pat.obrien@x", "345678", "55 1234 5678", "brien 101", "103000 brien", "«O´Brien»", "¿nunez?",
+        "nuñez", "NUN\u0303EZ", "55-12345678 brien", "+52 (55) 1234-5678", "+5215512345678", "101 +52 55 1234 5678"})
     EXPECT_EQ(busca(texto).folios, std::vector<std::string>{"103000"}) << texto;
   EXPECT_EQ(busca("34567 8 9").total, 0U);
   // A renamed client is found after the day was read again.
