@@ -175,7 +175,7 @@ TEST_F(RolesPostgres, ElRolPropioDeUnUsuarioTieneSusDerechos) {
   // As in a database that was brought here: the roles are the server's, what they may do is not.
   EnPostgres(ruta, "DROP OWNED BY " + esquema::RolesDe(rol.substr(4)).recepcion);
   EXPECT_FALSE(deja("SELECT Rs_Folio FROM public.Reservacion"));
-  EXPECT_EQ(base.PreparaRoles(), "");
+  EXPECT_EQ(base.roles().PreparaRoles(), "");
   // She works with it, whatever the program would grant her.
   Anfitrion ana(Como(rol, Con(rol)));
   EXPECT_EQ(Uno(ana, "SELECT Rdt_Numero FROM Reservacion_Datos_Tarjeta"), "************1111");
