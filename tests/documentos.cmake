@@ -1,9 +1,12 @@
 # Every path that README.md, ARCHITECTURE.md, CONTRIBUTING.md, docs/manual.md and the rooms' own pages name must exist:
-# `folder/...` in back quotes and linked pictures. Paths under build/ come from a build and are left out.
+# `folder/...` in back quotes and linked pictures. Paths under build/ come from a build and are left out. Every picture is
+# shown by one of them, light or dark.
 set(malas "")
+set(todo "")
 foreach(documento README.md ARCHITECTURE.md CONTRIBUTING.md docs/manual.md desktop/README.md host/standalone/README.md)
   get_filename_component(carpeta ${RAIZ}/${documento} DIRECTORY)
   file(READ ${RAIZ}/${documento} texto)
+  string(APPEND todo "${texto}")
   string(REGEX MATCHALL "`[a-z]+/[A-Za-z0-9_./]*`" nombradas "${texto}")
   foreach(ruta ${nombradas})
     string(REPLACE "`" "" ruta ${ruta})
@@ -27,6 +30,16 @@ foreach(documento README.md ARCHITECTURE.md CONTRIBUTING.md docs/manual.md deskt
     message(FATAL_ERROR "${documento} names ${n} paths: is this check still reading it?")
   endif()
 endforeach()
+file(GLOB imagenes RELATIVE ${RAIZ}/docs ${RAIZ}/docs/imagenes/*.png)
+foreach(imagen ${imagenes})
+  string(REGEX REPLACE "(_oscuro)?[.]png$" "" clara ${imagen})
+  if(NOT todo MATCHES "${clara}(_oscuro)?[.]png")
+    list(APPEND sobran ${imagen})
+  endif()
+endforeach()
+if(sobran)
+  message(FATAL_ERROR "No document shows ${sobran}")
+endif()
 if(malas)
   message(FATAL_ERROR "Documents name what does not exist: ${malas}")
 endif()
