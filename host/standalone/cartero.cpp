@@ -112,7 +112,10 @@ Ronda Reparte(Conexion& conexion, const Reloj& reloj, const ServidorCorreo& serv
         ++ronda.pendientes;
         break;
       default:
-        ++ronda.fallidos;
+        if (ronda.fallidos++ == 0)
+          ronda.falla = "El correo «" + correo->asunto + "» a " + correo->para +
+                        (resultado.desenlace == Desenlace::Nunca ? " no salió: " : " no se sabe si salió: ") +
+                        resultado.error;
     }
   }
   return ronda;
@@ -159,10 +162,13 @@ void Cartero::Vuelta(std::shared_ptr<Conexion>& conexion) {
   if (!servidor) return Apunta("Falta el parámetro CORREO_SERVIDOR: no sale ningún correo");
   Apunta("");
   EncolaAntes(conexion);
-  Reparte(*conexion, opciones_.reloj, *servidor, [this] {
+  const Ronda ronda = Reparte(*conexion, opciones_.reloj, *servidor, [this] {
     const std::lock_guard guarda(candado_);
     return !termina_;
   });
+  if (ronda.fallidos == 0 || !opciones_.avisa) return;
+  opciones_.avisa((ronda.fallidos == 1 ? "" : "No salieron " + std::to_string(ronda.fallidos) + " correos. ") +
+                  ronda.falla + ". Está en Hotel · Correos, de donde se puede enviar otra vez");
 }
 
 void Cartero::EncolaAntes(const std::shared_ptr<Conexion>& conexion) {

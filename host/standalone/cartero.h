@@ -19,6 +19,7 @@ struct Ronda {
   int enviados = 0;
   int pendientes = 0;  // to be tried again
   int fallidos = 0;    // refused, or nobody knows
+  std::string falla;   // what became of the first of those, in Spanish
 };
 // Tries each mail whose time has come, while sigue says so. Letters are drawn: needs a QGuiApplication.
 Ronda Reparte(Conexion& conexion, const Reloj& reloj, const ServidorCorreo& servidor,
@@ -30,7 +31,8 @@ class Cartero {
     OpcionesConexion base;
     Reloj reloj;
     std::optional<std::string> contrasena;  // file of the password (servidor_correo.h)
-    // What is to be known about the database (ConexionDeMotor::TomaAvisos); called in the thread.
+    // What is to be known about the database (ConexionDeMotor::TomaAvisos), and of mails that nobody tries again;
+    // called in the thread.
     std::function<void(const std::string&)> avisa;
     // What else is to be queued before a round, by whoever is to do it; a failure keeps no mail back, and it is not
     // called again for an hour.
