@@ -41,11 +41,11 @@ constexpr std::string_view kLineasPasadas =
     "AND CID.Ci_Folio = CI.Ci_Folio AND D.Hb_Cve_Habitacion = CID.Hb_Cve_Habitacion AND D.Rsd_Fecha_Fin <= '?' "
     "AND D.Rsd_Fecha_Fin > CI.Ci_Llegada AND D.Rsd_Fecha_Inicio < CI.Ci_Salida AND R.Rs_Folio = D.Rs_Folio "
     "AND R.Es_Cve_Estado <> 'CA'";
+// In no order: one by folio would have the database walk through all stays that there ever were.
 constexpr std::string_view kEstancias =
     "SELECT CID.Hb_Cve_Habitacion, CI.Ci_Folio, CI.Ci_Llegada, CI.Ci_Salida FROM Check_In CI "
     "INNER JOIN Check_In_Detalle CID ON CID.Ci_Folio = CI.Ci_Folio "
-    "WHERE CI.Es_Cve_Estado NOT IN ('CA','CE') AND CI.Ci_Salida > '?' AND CI.Ci_Llegada < '?' "
-    "ORDER BY CI.Ci_Folio";
+    "WHERE CI.Es_Cve_Estado NOT IN ('CA','CE') AND CI.Ci_Salida > '?' AND CI.Ci_Llegada < '?'";
 constexpr std::string_view kBloqueos =
     "SELECT Hb_Cve_Habitacion, Hbb_Fecha_Inicio, Hbb_Fecha_Fin FROM Habitacion_Bloqueo WHERE Es_Cve_Estado = 'AC' AND "
     "Hbb_Fecha_Fin >= '?' AND Hbb_Fecha_Inicio < '?'";

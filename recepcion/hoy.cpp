@@ -147,17 +147,21 @@ struct Estancia {
 
 std::vector<Estancia> LeeEstancias(const Fuente& fuente, std::string_view cuales, com::Fecha desde, com::Fecha hasta) {
   ado::TextoSQL sql(kEstancias);
-  sql.Agrega(cuales, {fuente.dia(desde), fuente.dia(hasta)}).Agrega(" ORDER BY CI.Ci_Folio");
+  sql.Agrega(cuales, {fuente.dia(desde), fuente.dia(hasta)});
   const ado::RecordsetPtr rs = Ejecuta(fuente, sql);
-  std::vector<Estancia> estancias;
+  // Put in order here: asked for an order by folio, the database would walk through all stays that there ever were.
+  std::map<std::string, Estancia> porFolio;
   for (; !rs->Eof(); rs->MoveNext()) {
     const std::string folio = Celda(*rs, 0);
-    if (estancias.empty() || estancias.back().folio != folio) {
+    const auto [suya, nueva] = porFolio.try_emplace(folio);
+    if (nueva) {
       const bool cerrada = com::IgualSinCaja(Celda(*rs, 4), anfitrion::estado::kCerrada);
-      estancias.push_back({folio, "", {CeldaDia(*rs, 1), CeldaDia(*rs, 2)}, cerrada, false});
+      suya->second = {folio, "", {CeldaDia(*rs, 1), CeldaDia(*rs, 2)}, cerrada, false};
     }
-    AgregaHabitacion(estancias.back().habitaciones, Celda(*rs, 3));
+    AgregaHabitacion(suya->second.habitaciones, Celda(*rs, 3));
   }
+  std::vector<Estancia> estancias;
+  for (auto& [folio, estancia] : porFolio) estancias.push_back(std::move(estancia));
   return estancias;
 }
 
