@@ -1,6 +1,8 @@
 #include "recepcion/cotizacion.h"
 
 #include <algorithm>
+#include <limits>
+#include <map>
 
 #include "host/contract/parametros.h"
 #include "platform/com/error.h"
@@ -23,18 +25,100 @@ double TasaImpuesto(const std::string& producto) {
   return calculo->TasaImpuesto(publico::LeeTexto(anfitrion::parametro::kSucursal), "", producto);
 }
 
-// Adds up what the rooms cost, each on its nights; why one has no price.
-void Cotiza(Oferta& oferta, const Pedido& pedido, double tipoCambio) {
-  for (const Tramo& t : oferta.tramos) {
-    double extra = 0;
-    int personasExtra = 0;
-    const double precio = publico::Hotel().PrecioHabitacion(
-        t.habitacion, t.desde, t.hasta, pedido.adultos, pedido.menores, pedido.infantes, extra, personasExtra,
-        pedido.moneda, publico::Utilerias().FechaServidor(), tipoCambio);
-    if (oferta.motivo.empty()) oferta.motivo = publico::Hotel().ErrorHotel();
-    oferta.total += com::Redondea(precio + extra, 2);
+struct Tipo {
+  std::string clave, nombre, producto;
+  int maximo = 0;          // persons
+  std::vector<int> filas;  // of its rooms in the chart
+};
+
+std::vector<Tipo> LeeTipos(const Cuadro& cuadro) {
+  std::vector<Tipo> tipos;
+  const ado::RecordsetPtr rs = Ejecuta(ado::TextoSQL(kTipos));
+  for (; !rs->Eof(); rs->MoveNext()) {
+    Tipo tipo{Celda(*rs, 0), Celda(*rs, 1), Celda(*rs, 3), static_cast<int>(CeldaNumero(*rs, 2)), {}};
+    for (std::size_t f = 0; f < cuadro.habitaciones().size(); ++f) {
+      if (com::IgualSinCaja(cuadro.habitaciones()[f].claveTipo, tipo.clave)) tipo.filas.push_back(static_cast<int>(f));
+    }
+    if (!tipo.filas.empty()) tipos.push_back(std::move(tipo));
   }
+  return tipos;
 }
+
+// Offers for a stay in a hotel as the chart shows it.
+class Cotizador {
+ public:
+  Cotizador(const Cuadro& cuadro, const Pedido& pedido, double tipoCambio)
+      : cuadro_(cuadro), pedido_(pedido), tipoCambio_(tipoCambio), tipos_(LeeTipos(cuadro)) {}
+
+  std::vector<Oferta> Ofertas() {
+    std::vector<Oferta> ofertas;
+    std::size_t menos = std::numeric_limits<std::size_t>::max();  // rooms of the best offer
+    std::vector<int> caben;                                       // rooms of the types that hold the persons
+    for (const Tipo& tipo : tipos_) {
+      const Oferta& oferta = ofertas.emplace_back(DeTipo(tipo));
+      if (oferta.motivo.empty()) menos = std::min(menos, oferta.tramos.size());
+      if (Caben(tipo)) caben.insert(caben.end(), tipo.filas.begin(), tipo.filas.end());
+    }
+    Oferta mixta{"", "Varios tipos", 0, MenosCambios(cuadro_, caben, pedido_.llegada, pedido_.salida), 0, 0, ""};
+    if (mixta.tramos.size() < 2 || mixta.tramos.size() >= menos) return ofertas;
+    Cotiza(mixta);
+    ofertas.push_back(std::move(mixta));
+    return ofertas;
+  }
+
+ private:
+  bool Caben(const Tipo& tipo) const { return pedido_.adultos + pedido_.menores + pedido_.infantes <= tipo.maximo; }
+
+  Oferta DeTipo(const Tipo& tipo) {
+    Oferta oferta;
+    oferta.tipo = tipo.clave;
+    oferta.nombre = tipo.nombre;
+    oferta.libres = static_cast<int>(std::ranges::count_if(
+        tipo.filas, [&](int fila) { return cuadro_.Libre(fila, pedido_.llegada, pedido_.salida); }));
+    oferta.tramos = MenosCambios(cuadro_, tipo.filas, pedido_.llegada, pedido_.salida);
+    if (oferta.tramos.empty()) {
+      oferta.motivo = "No hay lugar";
+    } else if (!Caben(tipo)) {
+      oferta.motivo = "Caben " + std::to_string(tipo.maximo) + " personas";
+    } else {
+      Cotiza(oferta);
+    }
+    return oferta;
+  }
+
+  // Adds up what the rooms cost, each on its nights; why one has no price.
+  void Cotiza(Oferta& oferta) {
+    double impuestos = 0;
+    for (const Tramo& t : oferta.tramos) {
+      double extra = 0;
+      int personasExtra = 0;
+      const double precio = publico::Hotel().PrecioHabitacion(
+          t.habitacion, t.desde, t.hasta, pedido_.adultos, pedido_.menores, pedido_.infantes, extra, personasExtra,
+          pedido_.moneda, publico::Utilerias().FechaServidor(), tipoCambio_);
+      if (oferta.motivo.empty()) oferta.motivo = publico::Hotel().ErrorHotel();
+      const double total = com::Redondea(precio + extra, 2);
+      oferta.total += total;
+      impuestos += total - total / (1 + Tasa(t.habitacion));
+    }
+    oferta.impuestos = com::Redondea(impuestos, 2);
+  }
+
+  // The tax factor of a room's type, asked for once.
+  double Tasa(const std::string& habitacion) {
+    const int fila = cuadro_.FilaDe(habitacion);
+    const auto tipo =
+        std::ranges::find_if(tipos_, [&](const Tipo& t) { return std::ranges::find(t.filas, fila) != t.filas.end(); });
+    const auto [tasa, nueva] = tasas_.try_emplace(tipo->clave, 0);
+    if (nueva) tasa->second = TasaImpuesto(tipo->producto);
+    return tasa->second;
+  }
+
+  const Cuadro& cuadro_;
+  const Pedido& pedido_;
+  double tipoCambio_;
+  std::vector<Tipo> tipos_;
+  std::map<std::string, double> tasas_;  // by type
+};
 
 }  // namespace
 
@@ -74,32 +158,7 @@ void Cotizacion::Calcula(const Pedido& pedido) {
   const double cambio = publico::Utilerias().TipoCambio(nuevo.moneda, publico::Utilerias().FechaServidor());
   Cuadro cuadro;
   cuadro.Abre(pedido.llegada, std::max(noches, kNochesMinimas));
-  std::vector<Oferta> ofertas;
-  const ado::RecordsetPtr tipos = Ejecuta(ado::TextoSQL(kTipos));
-  for (; !tipos->Eof(); tipos->MoveNext()) {
-    Oferta oferta;
-    oferta.tipo = Celda(*tipos, 0);
-    oferta.nombre = Celda(*tipos, 1);
-    std::vector<int> filas;
-    for (std::size_t f = 0; f < cuadro.habitaciones().size(); ++f) {
-      if (com::IgualSinCaja(cuadro.habitaciones()[f].claveTipo, oferta.tipo)) filas.push_back(static_cast<int>(f));
-    }
-    if (filas.empty()) continue;
-    oferta.libres = static_cast<int>(
-        std::ranges::count_if(filas, [&](int fila) { return cuadro.Libre(fila, pedido.llegada, pedido.salida); }));
-    oferta.tramos = MenosCambios(cuadro, filas, pedido.llegada, pedido.salida);
-    const int maximo = static_cast<int>(CeldaNumero(*tipos, 2));
-    if (oferta.tramos.empty()) {
-      oferta.motivo = "No hay lugar";
-    } else if (pedido.adultos + pedido.menores + pedido.infantes > maximo) {
-      oferta.motivo = "Caben " + std::to_string(maximo) + " personas";
-    } else {
-      Cotiza(oferta, nuevo, cambio);
-      const double factor = TasaImpuesto(Celda(*tipos, 3));
-      oferta.impuestos = com::Redondea(oferta.total - oferta.total / (1 + factor), 2);
-    }
-    ofertas.push_back(std::move(oferta));
-  }
+  std::vector<Oferta> ofertas = Cotizador(cuadro, nuevo, cambio).Ofertas();
   // All was read and priced: what failed before leaves the quote that was there.
   pedido_ = std::move(nuevo);
   ofertas_ = std::move(ofertas);

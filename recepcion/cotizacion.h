@@ -2,7 +2,8 @@
 //
 // Prices are the hotel's own (Hotel.PrecioHabitacion, with the tax factor of the default branch), in the currency asked
 // for, so that the room lines of the reservation cost what was said. Where no room of a type is free on all nights, the
-// stay is offered in the fewest rooms, one after the other.
+// stay is offered in the fewest rooms, one after the other; where rooms of several types are fewer than those of any
+// one, that is the last offer.
 #pragma once
 
 #include <functional>
@@ -22,8 +23,8 @@ struct Pedido {
 };
 
 struct Oferta {
-  std::string tipo, nombre;
-  int libres = 0;  // rooms that are free on all nights
+  std::string tipo, nombre;  // no type for an offer of several
+  int libres = 0;            // rooms that are free on all nights
   std::vector<Tramo>
       tramos;            // what would be sold: one room, or several one after the other; empty when there is nothing
   double total = 0;      // of the stay, tax included
