@@ -40,7 +40,8 @@ constexpr const char* kNoProcede[] = {
     "No hay lugar",           "No hay una oferta",
     "No hay tarifa",          "No hay tipo de cambio",
     "falla inyectada",        "Comilla sin cerrar",
-    "es demasiado grande",    "No coinciden los tipos",
+    "demasiado grande",       "No coinciden los tipos",
+    "fuera del calendario",   "demasiado pequeño",
     "no puede ser negativo",  "corrija ",
 };
 
