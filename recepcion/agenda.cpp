@@ -1,6 +1,7 @@
 #include "recepcion/agenda.h"
 
 #include <ctime>
+#include <map>
 
 #include "host/contract/estados.h"
 #include "platform/com/error.h"
@@ -79,29 +80,32 @@ std::string Sello(com::Fecha local) {
   return texto;
 }
 
-std::string Identidad(const Barra& b, const Habitacion& h, const std::string& hotel) {
+// What a bar is for as long as it holds the room from that night on, however often it is stored; the name of the hotel
+// may change, so that it has no part in it.
+std::string Identidad(const Barra& b, const Habitacion& h) {
   std::string quien;
   switch (b.clase) {
     case Barra::Clase::Reservacion:
-      quien = "reservacion-" + Llano(b.folio) + "-" + std::to_string(b.linea);
+      quien = "reservacion-" + Llano(b.folio);
       break;
     case Barra::Clase::Estancia:
-      quien = Llano(b.huesped) + "-" + NombreDeArchivo(h.clave);
+      quien = Llano(b.huesped);
       break;
     case Barra::Clase::Bloqueo:
-      quien = "bloqueo-" + NombreDeArchivo(h.clave) + "-" + Dia(b.inicio);
+      quien = "bloqueo";
       break;
   }
-  return quien + "@" + (hotel.empty() ? "reservas" : Llano(hotel) + ".reservas");
+  return quien + "-" + NombreDeArchivo(h.clave) + "-" + Dia(b.inicio);
 }
 
-void Evento(std::string& ics, const Barra& b, const Habitacion& h, const PedidoAgenda& pedido, bool todas) {
+void Evento(std::string& ics, const std::string& identidad, const Barra& b, const Habitacion& h,
+            const PedidoAgenda& pedido, bool todas) {
   std::string dice = EstadoDe(b);
   if (b.clase == Barra::Clase::Reservacion && !b.enCasa) dice = "Reservada";
   if (pedido.conNombres && !b.folio.empty()) dice = b.huesped + " (" + EstadoDe(b) + ")";
   if (todas) dice = h.clave + " " + dice;
   Linea(ics, "BEGIN:VEVENT");
-  Linea(ics, "UID:" + Identidad(b, h, pedido.hotel));
+  Linea(ics, "UID:" + identidad + "@reservas");
   Linea(ics, "DTSTAMP:" + Sello(b.modificada == com::Fecha{} ? b.inicio : b.modificada));
   Linea(ics, "DTSTART;VALUE=DATE:" + Dia(b.inicio));
   Linea(ics, "DTEND;VALUE=DATE:" + Dia(b.fin));
@@ -121,19 +125,34 @@ void Abre(std::string& ics, const std::string& nombre) {
 }
 
 void EventosDe(std::string& ics, const Cuadro& cuadro, int fila, const PedidoAgenda& pedido, bool todas) {
+  const Habitacion& h = cuadro.habitaciones()[static_cast<std::size_t>(fila)];
   const auto [primera, fin] = cuadro.BarrasDe(fila);
-  for (std::size_t b = primera; b < fin; ++b) {
-    // A stay of no night holds no day.
-    if (cuadro.barras()[b].inicio < cuadro.barras()[b].fin)
-      Evento(ics, cuadro.barras()[b], cuadro.habitaciones()[static_cast<std::size_t>(fila)], pedido, todas);
+  std::map<std::string, int> veces;
+  for (std::size_t i = primera; i < fin; ++i) {
+    const Barra& b = cuadro.barras()[i];
+    if (b.inicio >= b.fin) continue;  // a stay of no night holds no day
+    std::string identidad = Identidad(b, h);
+    if (const int vez = ++veces[identidad]; vez > 1) identidad += "-" + std::to_string(vez);
+    Evento(ics, identidad, b, h, pedido, todas);
   }
+}
+
+// A calendar has one component at least: where nothing holds a room that is the time that the stamps are in.
+void Cierra(std::string& ics) {
+  if (ics.find("BEGIN:VEVENT") == std::string::npos) {
+    for (const char* linea : {"BEGIN:VTIMEZONE", "TZID:UTC", "BEGIN:STANDARD", "DTSTART:19700101T000000",
+                              "TZOFFSETFROM:+0000", "TZOFFSETTO:+0000", "END:STANDARD", "END:VTIMEZONE"}) {
+      Linea(ics, linea);
+    }
+  }
+  Linea(ics, "END:VCALENDAR");
 }
 
 std::string AgendaDe(const Cuadro& cuadro, int fila, const PedidoAgenda& pedido) {
   std::string ics;
   Abre(ics, "Habitación " + cuadro.habitaciones()[static_cast<std::size_t>(fila)].clave);
   EventosDe(ics, cuadro, fila, pedido, false);
-  Linea(ics, "END:VCALENDAR");
+  Cierra(ics);
   return ics;
 }
 
@@ -162,7 +181,7 @@ std::string LeeAgenda(const Fuente& fuente, const std::string& habitacion, const
     Abre(ics, pedido.hotel.empty() ? "Habitaciones" : pedido.hotel);
     for (std::size_t f = 0; f < cuadro.habitaciones().size(); ++f)
       EventosDe(ics, cuadro, static_cast<int>(f), pedido, true);
-    Linea(ics, "END:VCALENDAR");
+    Cierra(ics);
     return ics;
   }
   const int fila = cuadro.FilaDe(habitacion);

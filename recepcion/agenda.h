@@ -1,9 +1,9 @@
 // A room's nights as a calendar (iCalendar, RFC 5545) that other programs read: what holds the room, as whole days from
 // the arrival up to the departure, which is free again.
 //
-// An event keeps its identity (UID) while its reservation keeps the line: whoever reads the calendar again moves the
-// event instead of adding another. Its stamp is when the reservation was changed last, so that the same nights give the
-// same text. No guest is named unless that is asked for.
+// An event keeps its identity (UID) while its reservation keeps the room from that first night on: whoever reads the
+// calendar again changes the event instead of adding another. Its stamp is when the reservation was changed last, so
+// that the same nights give the same text. No guest is named unless that is asked for.
 #pragma once
 
 #include <string>

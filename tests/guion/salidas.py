@@ -176,6 +176,7 @@ def agendas(*opciones):
         assert datos.replace(b"\r\n", b"").find(b"\n") < 0 and max(map(len, datos.split(b"\r\n"))) <= 75, nombre
         calendario = icalendar.Calendar.from_ical(datos.decode())
         assert calendario["VERSION"] == "2.0" and not calendario.errors
+        assert calendario.subcomponents, "a calendar of nothing is none"
         eventos[nombre[:-4]] = calendario.walk("VEVENT")
         for evento in eventos[nombre[:-4]]:
             assert not evento.errors and evento["DTSTAMP"].dt.tzinfo is not None, evento
@@ -202,7 +203,13 @@ identidades = [str(e["UID"]) for lista in eventos.values() for e in lista]
 assert len(set(identidades)) == len(identidades)
 todo = "".join(open("agendas/" + n, encoding="utf-8", newline="").read().replace("\r\n ", "") for n in os.listdir("agendas"))
 assert not [v["n"] for v in valores[1]["valor"] if v["n"] in todo], "nobody is named who was not asked for"
-# The same again touches nothing; a stay that moves is the same event.
+assert any(not lista for lista in eventos.values()), "a room without nights"
+# The same again touches nothing; a stay that ends on another day is the same event, and so are the other lines of a
+# reservation that is stored again, and all of a hotel with another name. What is held twice from one night on are two.
+assert agendas()[1].endswith("cambiados: 0\n")
+guion("""sql "UPDATE Reservacion_Detalle SET Rsd_Id = Rsd_Id + 7"
+parametro HT_NOMBRE "Hotel Peñón"
+""")
 assert agendas()[1].endswith("cambiados: 0\n")
 habitacion, llegada, salida = next(n for n in noches if n[1] > "2026-03-10")
 quien = next(e for e in eventos[habitacion] if str(e["DTSTART"].dt) == llegada)
@@ -211,6 +218,12 @@ guion(f"""sql "UPDATE Reservacion_Detalle SET Rsd_Fecha_Fin = '{date.fromisoform
 otra, dice = agendas()
 assert dice.endswith("cambiados: 1\n"), dice
 assert str(quien["UID"]) in [str(e["UID"]) for e in otra[habitacion]]
+guion(f"""sql "INSERT INTO Habitacion_Bloqueo (Hb_Cve_Habitacion, Hbb_Fecha_Inicio, Hbb_Fecha_Fin) VALUES ('{habitacion}', '2026-12-01', '2026-12-02')"
+sql "INSERT INTO Habitacion_Bloqueo (Hb_Cve_Habitacion, Hbb_Fecha_Inicio, Hbb_Fecha_Fin) VALUES ('{habitacion}', '2026-12-01', '2026-12-05')"
+""")
+otra = agendas()[0]
+assert len({str(e["UID"]) for e in otra[habitacion]}) == len(eventos[habitacion]) + 2
+identidades += ["bloqueo", "bloqueo"]
 con_nombres = agendas("--nombres")[0]
 dichos = [str(e["SUMMARY"]) for lista in con_nombres.values() for e in lista]
 assert any(d.startswith("Ñandú; García, \\ de la Peña y Ordóñez de Montalvo de los Ríos Áéíóú (") for d in dichos), dichos
