@@ -82,7 +82,7 @@ std::string MotivoIlegible(const DefinicionParametro& definicion, const std::str
         break;
       case Numero:
         lleva = "un número entero de 0 a 32767";
-        com::CInt(valor);
+        if (com::CInt(valor) < 0) throw com::Error(com::error::kTipos, valor);
         break;
       case Color:
         lleva = "un color";
@@ -151,8 +151,9 @@ void GuardaParametro(Conexion& conexion, const std::string& clave, const std::st
   const DefinicionParametro* d = BuscaParametro(clave);
   if (d == nullptr) return rechaza("El parámetro " + clave + " no existe");
   if (const std::string motivo = MotivoIlegible(*d, valor); !motivo.empty()) return rechaza(motivo);
-  const bool numero = d->tipo == Numero || (d->tipo == Color && !com::Recorta(valor).empty());
-  if (numero && com::CLng(valor) < 0) return rechaza("El parámetro " + clave + " no admite números negativos");
+  if (d->tipo == Color && !com::Recorta(valor).empty() && com::CLng(valor) < 0) {
+    return rechaza("El parámetro " + clave + " no admite números negativos");
+  }
   if (valor.size() > esquema::kLargoTexto) {
     return rechaza("El parámetro " + clave + " admite " + std::to_string(esquema::kLargoTexto) + " caracteres");
   }

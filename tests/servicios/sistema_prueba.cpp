@@ -37,6 +37,9 @@ TEST_F(Servicios, UnValorQueNoSeLeeDiceSuClave) {
   EXPECT_EQ(pruebas::TextoDeError([&] { sistema->LeeParametro("HT_OVER_BOOKING", 0, "B", "1"); }),
             "El parámetro HT_OVER_BOOKING lleva sí o no (1 o 0) y dice «no»");
   EXPECT_THROW(sistema->LeeParametro("HT_DIAS_RESERVACION", 0, "N", "1"), com::Error);
+  host.Parametro("HT_DIAS_RESERVACION", "-5");
+  EXPECT_EQ(pruebas::TextoDeError([&] { sistema->LeeParametro("HT_DIAS_RESERVACION", 0, "N", "1"); }),
+            "El parámetro HT_DIAS_RESERVACION lleva un número entero de 0 a 32767 y dice «-5»");
   EXPECT_EQ(sistema->LeeParametro("HT_COLOR_OCUPADO", 0, "", ""), com::Variant("azul")) << "the board has its own";
   EXPECT_EQ(ParametrosIlegibles(base()).size(), 3U);
   EXPECT_EQ(pruebas::TextoDeError([&] { GuardaParametro(base(), "HT_OVERBOKING", "1"); }),
