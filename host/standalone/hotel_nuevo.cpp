@@ -173,6 +173,10 @@ TipoLeido LeeTipo(const TipoNuevo& t, Sitio& sitio) {
   leido.adultoExtra = ImporteO("Adulto extra", t.adultoExtra, 0);
   sitio.campo = "menorExtra";
   leido.menorExtra = ImporteO("Menor extra", t.menorExtra, 0);
+  if (!leido.precio && (leido.adultoExtra > 0 || leido.menorExtra > 0)) {
+    sitio.campo = "precio";
+    Error("Falta «Precio por noche»: lo que paga una persona extra se suma a él");
+  }
   return leido;
 }
 
@@ -214,19 +218,44 @@ void RevisaTipos(const HotelNuevo& hotel, Sitio& sitio) {
   Error("Escriba al menos un tipo de habitación, como Sencilla o Doble");
 }
 
-void RevisaHabitaciones(const HotelNuevo& hotel, Sitio& sitio) {
-  std::map<std::string, std::string> tipoDe;
-  sitio.campo = "habitaciones";
-  for (std::size_t i = 0; i < hotel.tipos.size(); ++i) {
-    sitio.fila = static_cast<int>(i);
-    for (const std::string& clave : HabitacionesDe(hotel.tipos[i].habitaciones)) {
-      const auto [antes, nueva] = tipoDe.emplace(clave, Texto(hotel.tipos[i].nombre));
-      if (!nueva) Error("La habitación " + clave + " ya está en «" + antes->second + "»");
+// Keys as on the doors; where numbers have more digits than others, with the zeros that keep them in order.
+std::string MascaraDeHabitacion(const HotelNuevo& hotel) {
+  std::set<std::size_t> largos;
+  for (const TipoNuevo& tipo : hotel.tipos) {
+    for (const std::string& clave : HabitacionesDe(tipo.habitaciones)) {
+      if (std::ranges::all_of(clave, Cifra)) largos.insert(clave.size());
     }
   }
-  if (tipoDe.size() > static_cast<std::size_t>(kHabitacionesMaximas)) {
+  return largos.size() > 1 ? std::string(*largos.rbegin(), '0') : "";
+}
+
+void RevisaHabitaciones(const HotelNuevo& hotel, Sitio& sitio) {
+  struct Escrita {
+    std::string clave, tipo;
+  };
+  const auto todas = [&](const auto& con) {
+    for (std::size_t i = 0; i < hotel.tipos.size(); ++i) {
+      sitio = {"habitaciones", static_cast<int>(i)};
+      for (const std::string& clave : HabitacionesDe(hotel.tipos[i].habitaciones)) {
+        con(Escrita{clave, Texto(hotel.tipos[i].nombre)});
+      }
+    }
+  };
+  std::size_t cuantas = 0;
+  todas([&](const Escrita&) { ++cuantas; });
+  if (cuantas > static_cast<std::size_t>(kHabitacionesMaximas)) {
     Error("Son más de " + std::to_string(kHabitacionesMaximas) + " habitaciones");
   }
+  const std::string mascara = MascaraDeHabitacion(hotel);
+  std::map<std::string, Escrita> guardadas;
+  todas([&](const Escrita& e) {
+    const auto [antes, nueva] = guardadas.emplace(regional::ConMascara(e.clave, mascara), e);
+    if (nueva) return;
+    const auto& [guardada, otra] = *antes;
+    if (otra.clave == e.clave) Error("La habitación " + e.clave + " ya está en «" + otra.tipo + "»");
+    Error("Las habitaciones " + otra.clave + " y " + e.clave + " serían la misma, la " + guardada +
+          ": los números se igualan con ceros");
+  });
 }
 
 void RevisaUsuarios(const HotelNuevo& hotel, Sitio& sitio) {
@@ -283,19 +312,8 @@ class Alta {
     anfitrion_.Parametro(parametro::kMonedaLocal.clave, com::Mayusculas(Texto(hotel_.moneda)));
     anfitrion_.Parametro(parametro::kSucursal.clave, kSucursal);
     anfitrion_.Parametro(parametro::kSobreventa.clave, "0");
-    anfitrion_.Parametro(parametro::kFormatoHabitacion.clave, MascaraDeHabitacion());
+    anfitrion_.Parametro(parametro::kFormatoHabitacion.clave, MascaraDeHabitacion(hotel_));
     anfitrion_.Parametro(parametro::kMayusculas.clave, "0");
-  }
-
-  // Keys as on the doors; where numbers have more digits than others, with the zeros that keep them in order.
-  std::string MascaraDeHabitacion() const {
-    std::set<std::size_t> largos;
-    for (const TipoNuevo& tipo : hotel_.tipos) {
-      for (const std::string& clave : HabitacionesDe(tipo.habitaciones)) {
-        if (std::ranges::all_of(clave, Cifra)) largos.insert(clave.size());
-      }
-    }
-    return largos.size() > 1 ? std::string(*largos.rbegin(), '0') : "";
   }
 
   void Moneda(const std::string& clave, const std::string& nombre) {
