@@ -4,16 +4,24 @@
 
 #include "guion/archivos.h"
 #include "guion/lineas.h"
+#include "host/standalone/letras.h"
 #include "platform/com/error.h"
+#include "recepcion/plano.h"
 
 namespace guion {
 
 namespace {
 
+constexpr const char* kNoEsUtf8 =
+    "no está en UTF-8: guarde el archivo otra vez, en la hoja de cálculo como «CSV UTF-8»";
+
+bool EsBlanco(char c) { return c == ' ' || c == '\t'; }
+
 // Splits the text into records.
 class Lector {
  public:
-  Lector(std::string_view texto, std::size_t columnas) : texto_(texto), columnas_(columnas) {}
+  Lector(std::string_view texto, char separador, std::size_t columnas)
+      : texto_(texto), separador_(separador), columnas_(columnas) {}
 
   bool Lee(RegistroCsv& registro) {
     if (pos_ >= texto_.size()) return false;
@@ -21,10 +29,10 @@ class Lector {
     registro = RegistroCsv{linea_, {}, {}};
     do {
       registro.campos.push_back(Campo(registro.defecto));
-    } while (registro.defecto.empty() && Toma(','));
+    } while (registro.defecto.empty() && Toma(separador_));
     Toma('\r');
     if (pos_ < texto_.size() && !Toma('\n')) Defecto(registro.defecto, "hay texto después de las comillas");
-    if (!EsUtf8(texto_.substr(inicio, pos_ - inicio))) Defecto(registro.defecto, "la línea no es UTF-8 válido");
+    if (!EsUtf8(texto_.substr(inicio, pos_ - inicio))) Defecto(registro.defecto, kNoEsUtf8);
     RevisaCampos(registro);
     if (registro.defecto.empty()) {
       ++linea_;
@@ -45,17 +53,28 @@ class Lector {
     return true;
   }
 
+  void SaltaBlancos() {
+    while (pos_ < texto_.size() && texto_[pos_] != separador_ && EsBlanco(texto_[pos_])) ++pos_;
+  }
+
+  // Blanks around it are no part of it, those between its quotes are.
   std::string Campo(std::string& defecto) {
     std::string campo;
+    SaltaBlancos();
     if (!Toma('"')) {
-      const std::size_t fin = std::min(texto_.find_first_of(",\r\n", pos_), texto_.size());
+      const char hasta[] = {separador_, '\r', '\n'};
+      const std::size_t fin = std::min(texto_.find_first_of({hasta, sizeof hasta}, pos_), texto_.size());
       campo = texto_.substr(pos_, fin - pos_);
+      while (!campo.empty() && EsBlanco(campo.back())) campo.pop_back();
       pos_ = fin;
       return campo;
     }
     while (pos_ < texto_.size()) {
       const char c = texto_[pos_++];
-      if (c == '"' && !Toma('"')) return campo;
+      if (c == '"' && !Toma('"')) {
+        SaltaBlancos();
+        return campo;
+      }
       if (c == '\n') ++linea_;
       campo += c;
     }
@@ -81,6 +100,7 @@ class Lector {
   }
 
   std::string_view texto_;
+  char separador_;
   std::size_t columnas_;
   std::size_t pos_ = 0;
   int linea_ = 1;
@@ -90,6 +110,23 @@ std::string Une(const std::vector<std::string>& campos) {
   std::string s;
   for (const std::string& c : campos) s += (s.empty() ? "" : ",") + c;
   return s;
+}
+
+// What stands first between the columns' names.
+char SeparadorDe(std::string_view texto) {
+  const std::size_t i = texto.find_first_of(",;\t\r\n");
+  return i == std::string_view::npos || texto[i] == '\r' || texto[i] == '\n' ? ',' : texto[i];
+}
+
+bool SonLasColumnas(const std::vector<std::string>& campos, const std::vector<std::string>& columnas) {
+  const auto iguales = [](const std::string& a, const std::string& b) {
+    return recepcion::Plano(a, autonomo::LetraBuscada) == recepcion::Plano(b, autonomo::LetraBuscada);
+  };
+  return std::ranges::equal(campos, columnas, iguales);
+}
+
+bool EnBlanco(const RegistroCsv& registro) {
+  return registro.defecto.empty() && std::ranges::all_of(registro.campos, &std::string::empty);
 }
 
 }  // namespace
@@ -106,14 +143,16 @@ std::vector<RegistroCsv> DivideCsv(const std::string& ruta, std::string_view con
                                    const std::vector<std::string>& columnas) {
   std::string_view texto = contenido;
   if (texto.starts_with("\xEF\xBB\xBF")) texto.remove_prefix(3);
-  Lector lector(texto, columnas.size());
+  const std::string_view primera = texto.substr(0, texto.find('\n'));
+  if (!EsUtf8(primera) || primera.find('\0') != std::string_view::npos) RechazaLinea(ruta, 1, kNoEsUtf8);
+  Lector lector(texto, SeparadorDe(primera), columnas.size());
   RegistroCsv registro;
-  if (!lector.Lee(registro) || registro.campos != columnas) {
+  if (!lector.Lee(registro) || !SonLasColumnas(registro.campos, columnas)) {
     RechazaLinea(ruta, 1, "se esperan las columnas " + Une(columnas));
   }
   std::vector<RegistroCsv> registros;
   while (lector.Lee(registro)) {
-    if (registro.campos.size() > 1 || !registro.defecto.empty()) registros.push_back(std::move(registro));
+    if (!EnBlanco(registro)) registros.push_back(std::move(registro));
   }
   return registros;
 }
@@ -132,7 +171,8 @@ std::string LineaCsv(const std::vector<std::string>& campos) {
     bool comillas = false;
     for (const char c : campos[i]) {
       if (c == '\r') continue;
-      comillas = comillas || c == ',' || c == '"';
+      comillas =
+          comillas || c == ',' || c == '"' || (EsBlanco(c) && (&c == &campos[i].front() || &c == &campos[i].back()));
       if (c == '\n') {
         campo += " / ";
       } else {

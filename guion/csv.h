@@ -1,4 +1,4 @@
-// Comma-separated files with a header line: read whole, checked, written field by field.
+// Files of separated values with a header line: read whole, checked, written field by field.
 #pragma once
 
 #include <string>
@@ -15,10 +15,11 @@ struct RegistroCsv {
   std::string defecto;
 };
 
-// Reads a file with exactly these columns. Fields may stand in double quotes (doubled inside). A line with more or
-// fewer fields, a quote that is not closed, text after one or bytes that are not UTF-8 is a record with a defect; the
-// next line is read on its own. com::Error kArgumento, its text beginning with "file:line: ", for a file that cannot be
-// read or that has other columns.
+// Reads a file with exactly these columns, whatever their case and accents, separated by commas, semicolons or tabs as
+// they are. Fields may stand in double quotes (doubled inside); blanks around them do not count, nor do records without
+// text. A line with more or fewer fields, a quote that is not closed, text after one or bytes that are not UTF-8 is a
+// record with a defect; the next line is read on its own. com::Error kArgumento, its text beginning with "file:line: ",
+// for a file that cannot be read, that is no UTF-8 from its first line on or that has other columns.
 std::vector<RegistroCsv> LeeCsv(const std::string& ruta, const std::vector<std::string>& columnas);
 
 // The same for a file's bytes.

@@ -108,7 +108,15 @@ TEST_F(Base, TraeHabitacionesDeUnArchivo) {
   }
   EXPECT_EQ(Di({"habitaciones", hotel, carpeta.Escribe("otro.csv", "habitacion,tipo\n401,1\n")}).estado, 1);
   EXPECT_EQ(Sql(hotel, cuantas).at(0), antes);
-  s = Di({"habitaciones", hotel, carpeta.Escribe("buenas.csv", columnas + "401,Mirador,doble,Mar,Azotea\n402,,1,,\n")});
+  // As spreadsheets write it: what is no UTF-8 is told, the rest is taken.
+  for (const std::string& otra : std::vector<std::string>{columnas + "401,Jard\xEDn,1,,\n",
+                                                          "Habitaci\xF3n,tipo\n401,1\n", std::string("\xFF\xFEh\0", 4)})
+    EXPECT_NE(Di({"habitaciones", hotel, carpeta.Escribe("otra.csv", otra)}).errores.find("CSV UTF-8"),
+              std::string::npos);
+  s = Di({"habitaciones", hotel,
+          carpeta.Escribe("buenas.csv",
+                          "\xEF\xBB\xBFHabitación; Descripcion;TIPO;Grupo ;Área\r\n"
+                          "401; Mirador, al fondo;\"doble\" ; Mar;Azotea\r\n;;;;\r\n402;;1;;\r\n")});
   EXPECT_EQ(s.estado, 0) << s.errores;
   EXPECT_EQ(Sql(hotel,
                 "SELECT Ah_Descripcion FROM Habitacion H INNER JOIN Area_Habitacion A ON "

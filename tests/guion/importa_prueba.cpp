@@ -81,22 +81,23 @@ TEST(ImportaArchivos, LosErroresDicenArchivoYLinea) {
     malas +=
         std::to_string(m.linea) + " " + (m.texto.empty() ? m.campos[0] : "[" + m.texto + "]") + ": " + m.motivo + "\n";
   }
-  EXPECT_EQ(malas,
-            "3 2: captura «2026-02-30» no es una fecha AAAA-MM-DD\n"
-            "4 3: llegada «01/02/2026» no es una fecha AAAA-MM-DD\n"
-            "5 4: noches «dos» no es un número\n"
-            "6 5: noches «-2» debe estar entre 0 y 3650\n"
-            "7 6: la salida no tiene fecha\n"
-            "8 7: tarifa «nan» debe estar entre 0 y mil millones\n"
-            "9 8: estado «Perdida» no es Check-Out, No-Show ni Canceled\n"
-            "10 9: ninguna habitación es del tipo «Z»\n"
-            "12 1: el id «1» se repite\n"
-            "14  X1 : el id «X1» se repite\n"
-            "15 : falta id\n"
-            "16 [10,2026-01-01]: no tiene los 11 campos: tiene 2\n"
-            "17 [11,\"2026-01-01,2026-02-01,2,2,0,0,A,90,Check-Out,2026-02-03]: hay texto después de las comillas\n"
-            "19 [12,caf\xEF\xBF\xBD]: la línea no es UTF-8 válido\n"
-            "20 [\"13]: faltan las comillas de cierre\n");
+  EXPECT_EQ(
+      malas,
+      "3 2: captura «2026-02-30» no es una fecha AAAA-MM-DD\n"
+      "4 3: llegada «01/02/2026» no es una fecha AAAA-MM-DD\n"
+      "5 4: noches «dos» no es un número\n"
+      "6 5: noches «-2» debe estar entre 0 y 3650\n"
+      "7 6: la salida no tiene fecha\n"
+      "8 7: tarifa «nan» debe estar entre 0 y mil millones\n"
+      "9 8: estado «Perdida» no es Check-Out, No-Show ni Canceled\n"
+      "10 9: ninguna habitación es del tipo «Z»\n"
+      "12 1: el id «1» se repite\n"
+      "14 X1: el id «X1» se repite\n"
+      "15 : falta id\n"
+      "16 [10,2026-01-01]: no tiene los 11 campos: tiene 2\n"
+      "17 [11,\"2026-01-01,2026-02-01,2,2,0,0,A,90,Check-Out,2026-02-03]: hay texto después de las comillas\n"
+      "19 [12,caf\xEF\xBF\xBD]: no está en UTF-8: guarde el archivo otra vez, en la hoja de cálculo como «CSV UTF-8»\n"
+      "20 [\"13]: faltan las comillas de cierre\n");
   std::string buenas;
   for (const guion::ReservaCsv& r : leidas.reservas) buenas += std::to_string(r.linea) + " " + r.id + "\n";
   EXPECT_EQ(buenas, "2 1\n11 2\n13 x1\n18 1,1\n21 fin\n");
