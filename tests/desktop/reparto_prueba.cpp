@@ -139,7 +139,7 @@ TEST_F(RepartoPrueba, LoQueFueDeUnCorreoEstaEnLaListaYElRechazadoSeDiceDespues) 
     QTest::mouseClick(caja->Boton(controles::kAceptar), Qt::LeftButton);
   });
   mira.start(20);
-  QTest::qWaitFor([&] { return !leido.isEmpty(); }, 5000);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !leido.isEmpty(); }, 5000));
   EXPECT_TRUE(leido.contains(QStringLiteral(
       "El correo «Confirmación» a ana@ejemplo.mx no salió: El servidor de correo contestó «550 no existe»")))
       << leido.toStdString();
