@@ -2,9 +2,9 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <memory>
 
+#include "host/standalone/motivo_archivo.h"
 #include "platform/com/error.h"
 
 namespace guion {
@@ -12,7 +12,8 @@ namespace guion {
 namespace {
 
 [[noreturn]] void NoSeLee(const std::string& ruta, int motivo) {
-  throw com::Error(com::error::kArgumento, ruta + ": no se puede leer el archivo (" + std::strerror(motivo) + ")");
+  throw com::Error(com::error::kArgumento,
+                   ruta + ": no se puede leer el archivo (" + autonomo::MotivoAlLeer(motivo) + ")");
 }
 
 }  // namespace

@@ -5,12 +5,12 @@
 
 #include <cerrno>
 #include <cstddef>
-#include <cstring>
 #include <filesystem>
 
 #include "guion/archivos.h"
 #include "guion/csv.h"
 #include "guion/reservas_csv.h"
+#include "host/standalone/motivo_archivo.h"
 #include "platform/com/error.h"
 
 namespace guion {
@@ -40,7 +40,7 @@ Rechazadas::Rechazadas(std::string ruta) : ruta_(std::move(ruta)) {
 }
 
 void Rechazadas::NoSeEscribe() const {
-  throw com::Error(com::error::kBaseDatos, ruta_ + ": no se puede escribir (" + std::strerror(errno) + ")");
+  throw com::Error(com::error::kBaseDatos, ruta_ + ": no se puede escribir (" + autonomo::MotivoDeArchivo(errno) + ")");
 }
 
 void Rechazadas::Abre() {

@@ -7,9 +7,9 @@
 #include <array>
 #include <cerrno>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 
+#include "host/standalone/motivo_archivo.h"
 #include "platform/com/error.h"
 
 namespace autonomo {
@@ -49,29 +49,6 @@ std::string LineaPrivada(const std::string& ruta, const std::string& que) {
 
 namespace {
 
-// Why the system refused, for a clerk.
-std::string Motivo(int error) {
-  switch (error) {
-    case ENOSPC:
-    case EDQUOT:
-      return "el disco está lleno";
-    case EFBIG:
-      return "el archivo es demasiado grande";
-    case EACCES:
-    case EPERM:
-      return "no hay permiso para escribir ahí";
-    case ENOENT:
-    case ENOTDIR:
-      return "la carpeta no existe";
-    case EISDIR:
-      return "es una carpeta";
-    case EROFS:
-      return "ese disco es de solo lectura";
-    default:
-      return std::strerror(error);
-  }
-}
-
 bool EscribeTodo(int archivo, std::string_view contenido) {
   while (!contenido.empty()) {
     const ssize_t escritos = write(archivo, contenido.data(), contenido.size());
@@ -93,7 +70,7 @@ std::string Destino(const std::string& ruta) {
 
 void EscribePrivado(const std::string& ruta, std::string_view contenido) {
   const auto falla = [&](int error) {
-    throw com::Error(com::error::kSoloLectura, "No se puede escribir " + ruta + ": " + Motivo(error));
+    throw com::Error(com::error::kSoloLectura, "No se puede escribir " + ruta + ": " + MotivoDeArchivo(error));
   };
   const std::string destino = Destino(ruta);
   struct stat datos {};

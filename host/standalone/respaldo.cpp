@@ -10,7 +10,6 @@
 #include <charconv>
 #include <chrono>
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -22,6 +21,7 @@
 #include "host/standalone/errores.h"
 #include "host/standalone/integridad.h"
 #include "host/standalone/manija.h"
+#include "host/standalone/motivo_archivo.h"
 #include "host/standalone/parametros.h"
 #include "host/standalone/sentencia.h"
 #include "host/standalone/sumas.h"
@@ -41,25 +41,9 @@ constexpr auto kAbandonada = std::chrono::hours(24);
 
 [[noreturn]] void Rechaza(int numero, const std::string& texto) { throw com::Error(numero, texto); }
 
-std::string Motivo(int errnoSistema) {
-  switch (errnoSistema) {
-    case ENOENT:
-    case ENOTDIR:
-      return "no existe la carpeta";
-    case EACCES:
-    case EPERM:
-    case EROFS:
-      return "sin permiso para escribir ahí";
-    case ENOSPC:
-    case EDQUOT:
-      return "no hay espacio en el disco";
-    default:
-      return std::strerror(errnoSistema);
-  }
-}
-
 [[noreturn]] void RechazaArchivo(const std::string& ruta, int errnoSistema) {
-  Rechaza(CategoriaSqlite(SQLITE_CANTOPEN, errnoSistema), "No se puede escribir " + ruta + ": " + Motivo(errnoSistema));
+  Rechaza(CategoriaSqlite(SQLITE_CANTOPEN, errnoSistema),
+          "No se puede escribir " + ruta + ": " + MotivoDeArchivo(errnoSistema));
 }
 
 // --- one copy
@@ -256,7 +240,8 @@ constexpr char kInacabada[] = R"(-\d{4}-\d{2}-\d{2}(_\d{6})?\.db\.[A-Za-z0-9]{6}
 // "hotel" of "/srv/hotel.db".
 std::string Tronco(const std::string& hotel) { return fs::path(hotel).stem().string(); }
 
-// The newest first: their names hold the moment.
+// The newest first: their names hold the moment. One that a desk ahead of its time named goes last: nobody can tell
+// what is newer than it.
 std::vector<std::string> Archivos(const std::string& carpeta, const std::string& hotel, const char* patron) {
   const std::string tronco = Tronco(hotel);
   const std::regex resto(patron);
@@ -269,7 +254,8 @@ std::vector<std::string> Archivos(const std::string& carpeta, const std::string&
       rutas.push_back(archivo->path().string());
     }
   }
-  std::ranges::sort(rutas, std::greater<>());
+  const std::string hoy = (fs::path(carpeta) / (tronco + "-" + Momento())).string();
+  std::ranges::sort(rutas, std::greater<>(), [&](const std::string& ruta) { return std::pair(ruta <= hoy, ruta); });
   return rutas;
 }
 
@@ -290,11 +276,12 @@ void CreaCarpeta(const fs::path& carpeta, const std::string& hotel) {
 }
 
 // Days are counted by the copies that are there, not by the calendar: a hotel that was closed for a month, or a desk
-// whose clock is off, loses none of them.
-void Depura(const std::string& carpeta, const std::string& hotel, int dias) {
+// whose clock is off, loses none of them; nor the one that it just made.
+void Depura(const std::string& carpeta, const std::string& hotel, int dias, const std::string& recien) {
   const auto delDia = Archivos(carpeta, hotel, kDelDia);
   std::error_code ec;
   for (std::size_t i = static_cast<std::size_t>(dias); i < delDia.size(); ++i) {
+    if (delDia[i] == recien) continue;
     for (const char* cola : {"", "-suma"}) fs::remove(delDia[i] + cola, ec);
   }
   for (const std::string& ruta : Archivos(carpeta, hotel, kInacabada)) {
@@ -443,7 +430,7 @@ std::optional<Respaldo> RespaldaDia(const std::string& hotel, std::string_view d
   if (cuidado.dias < 1 || fs::exists(NombreDeCopia(hotel, dia), ec)) return std::nullopt;
   try {
     Respaldo r = RespaldaEnSuCarpeta(hotel, dia, opciones);
-    Depura(cuidado.carpeta, hotel, cuidado.dias);
+    Depura(cuidado.carpeta, hotel, cuidado.dias, r.ruta);
     return r;
   } catch (const com::Error& e) {
     if (e.Numero() == com::error::kArgumento) return std::nullopt;  // another desk was first

@@ -117,6 +117,13 @@ TEST_F(RespaldoPrueba, CadaDiaUnaCopiaYLaUltimaBuenaNoSeVa) {
     const std::vector<std::string> quedan{"hotel-2026-01-01.db.Ab12Cd", "hotel-2026-03-11.db", "hotel-2026-03-12.db",
                                           "hotel-2026-03-12_170000.db", "hotel-2026-03-13.db", "hotel2-2026-01-01.db"};
     EXPECT_EQ(Nombres("otra/copias"), quedan);
+    // A desk behind its time keeps what it just made; one ahead of it makes no last good copy for years.
+    EXPECT_TRUE(autonomo::RespaldaDia(ruta, "2016-03-13", {}));
+    EXPECT_TRUE(fs::remove(carpeta / "otra/copias/hotel-2016-03-13.db"));
+    fs::copy_file(carpeta / "otra/copias/hotel-2026-03-11.db", carpeta / "otra/copias/hotel-2099-03-11.db");
+    EXPECT_EQ(autonomo::UltimaBuena(ruta), Archivo("otra/copias/hotel-2026-03-13.db"));
+    fs::remove(carpeta / "otra/copias/hotel-2099-03-11.db");
+    fs::remove(carpeta / "otra/copias/hotel-2016-03-13.db-suma");
   }
   EXPECT_TRUE(fs::exists(carpeta / "otra/copias/hotel-2026-03-13.db-suma"));
   EXPECT_FALSE(fs::exists(carpeta / "otra/copias/hotel-2026-02-28.db-suma")) << "it goes with its copy";
