@@ -20,7 +20,9 @@ Reparto::Reparto(autonomo::Anfitrion& anfitrion, const autonomo::OpcionesConexio
 
 // Not in an open transaction: a question may stand in it.
 void Reparto::Revisa() {
-  if (cartero_ != nullptr || anfitrion_.conexion()->EnTransaccion()) return;
+  if (anfitrion_.conexion()->EnTransaccion()) return;
+  anfitrion_.CambiaElDia();
+  if (cartero_ != nullptr) return;
   try {
     if (com::Recorta(autonomo::ValorParametro(*anfitrion_.conexion(), anfitrion::parametro::kCorreoServidor.clave))
             .empty())

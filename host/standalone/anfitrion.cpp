@@ -10,6 +10,7 @@
 #include "host/standalone/fabricas.h"
 #include "host/standalone/permisos.h"
 #include "host/standalone/registro.h"
+#include "host/standalone/reloj_dudoso.h"
 #include "host/standalone/transaccion.h"
 #include "host/standalone/usuarios.h"
 #include "platform/com/texto.h"
@@ -90,18 +91,21 @@ void ExigeNoNegativo(double valor, const char* que) {
   }
 }
 
-// Codes that no stay needs are forgotten, cards in clear are sealed. Who cannot do it now works on: it is done by the
-// next program that opens the hotel.
-void CuidaTarjetas(Conexion& conexion, com::Fecha hoy) {
+// Codes that no stay needs are forgotten, unless the desk's clock is in doubt; cards in clear are sealed. Who cannot do
+// it now works on: it is done by the next program that opens the hotel. Gives the doubt.
+std::string CuidaTarjetas(Conexion& conexion, com::Fecha hoy) {
   const auto hay = [&](const char* sentencia) { return !conexion.Consulta(sentencia)->Eof(); };
+  std::string duda;
   try {
-    if (hay("SELECT TOP 1 Cl_Cve_Cliente FROM Cliente WHERE Cl_Tarjeta_Codigo_Seguridad <> ''") ||
-        hay("SELECT TOP 1 Rs_Folio FROM Reservacion_Datos_Tarjeta WHERE Rdt_Codigo_Seguridad <> ''"))
+    duda = DudaDelReloj(conexion, hoy);
+    if (duda.empty() && (hay("SELECT TOP 1 Cl_Cve_Cliente FROM Cliente WHERE Cl_Tarjeta_Codigo_Seguridad <> ''") ||
+                         hay("SELECT TOP 1 Rs_Folio FROM Reservacion_Datos_Tarjeta WHERE Rdt_Codigo_Seguridad <> ''")))
       OlvidaCodigos(conexion, "", hoy);
     SellaTarjetas(conexion);
   } catch (const com::Error& e) {
     registro::AnotaFalla(e);
   }
+  return duda;
 }
 
 void RevisaUsuario(const std::string& usuario) {
@@ -120,7 +124,7 @@ Anfitrion::Anfitrion(const Opciones& opciones) : usuario_(opciones.usuario), bas
   OpcionesConexion base = opciones.base;
   base.veTarjetas = [this] { return conexion_ == nullptr || PuedeVerTarjetas(*conexion_, usuario_); };
   conexion_ = AbreConexion(base, reloj_);
-  CuidaTarjetas(*conexion_, reloj_.Ahora());
+  CambiaElDia();
   novedades_ = std::make_unique<Novedades>(*conexion_);
   if (opciones.demo) LlenaConDemo(*conexion_, reloj_.Ahora());
   if (opciones.sinSobreventa && EstaVacia(*conexion_)) Parametro(anfitrion::parametro::kSobreventa.clave, "0");
@@ -131,6 +135,12 @@ Anfitrion::Anfitrion(const Opciones& opciones) : usuario_(opciones.usuario), bas
 }
 
 Anfitrion::~Anfitrion() = default;
+
+void Anfitrion::CambiaElDia() {
+  const com::Fecha hoy = com::SoloFecha(reloj_.Ahora());
+  if (std::exchange(dia_, hoy) == hoy) return;
+  if (const std::string duda = CuidaTarjetas(*conexion_, hoy); !duda.empty()) Avisa(duda);
+}
 
 std::vector<std::string> Anfitrion::TomaAvisos() {
   std::vector<std::string> avisos = conexion_->TomaAvisos();

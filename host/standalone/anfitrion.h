@@ -72,6 +72,9 @@ class Anfitrion {
   std::vector<std::string> TomaAvisos();
   void Avisa(const std::string& aviso);
   Reloj& reloj() { return reloj_; }
+  // What each new day asks for, and the opening: codes of cards that no stay needs any more are forgotten. Not in an
+  // open transaction; nothing more on the same day.
+  void CambiaElDia();
   const std::string& usuario() const { return usuario_; }
   void usuario(const std::string& usuario) { usuario_ = usuario; }
   const std::string& base() const { return base_; }  // path or address of the database
@@ -117,6 +120,7 @@ class Anfitrion {
   std::set<std::string> dichos_;
   std::string usuario_;
   std::string base_;
+  std::optional<com::Fecha> dia_;  // that was begun
   std::optional<std::string> fallaCorreo_;
   std::vector<RegistroVisto> vistos_;
   std::vector<PantallaAbierta> pantallas_;

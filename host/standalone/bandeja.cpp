@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/standalone/reloj_dudoso.h"
 #include "host/standalone/segundos.h"
 #include "platform/com/error.h"
 #include "platform/com/texto.h"
@@ -131,6 +132,19 @@ int PausaTras(std::int32_t intentos) {
   return std::min(kMinuto << std::clamp(intentos - 1, 0, kDoblan), kHora);
 }
 
+namespace {
+
+// A mail waits from the day on which it, or one before it, was queued: a desk behind its time dates it wrongly.
+bool Vencido(Conexion& conexion, std::int32_t id, std::optional<com::Fecha> fecha, com::Fecha ahora) {
+  const auto vence = [&](std::optional<com::Fecha> f) { return !f || com::MasDias(*f, kDiasDeEspera) < ahora; };
+  if (!vence(fecha)) return false;
+  const ado::RecordsetPtr rs =
+      conexion.Consulta("SELECT MAX(Cs_Fecha) AS Ultima FROM Correo_Salida WHERE Cs_Id <= ?", {id});
+  return vence(Momento(*rs, "Ultima")) && DudaDelReloj(conexion, ahora).empty();
+}
+
+}  // namespace
+
 std::vector<std::int32_t> PorEnviar(Conexion& conexion, com::Fecha ahora) {
   const ado::RecordsetPtr rs = conexion.Consulta(
       "SELECT Cs_Id, Cs_Estado, Cs_Fecha, Cs_Proximo, Cs_Error FROM Correo_Salida WHERE Cs_Estado IN (?, ?) "
@@ -146,7 +160,7 @@ std::vector<std::int32_t> PorEnviar(Conexion& conexion, com::Fecha ahora) {
         CambiaEstado(conexion, id, correo::kEnviando, correo::kIncierto,
                      "el programa que lo enviaba se cerró a medio envío");
       }
-    } else if (!fecha || com::MasDias(*fecha, kDiasDeEspera) < ahora) {
+    } else if (Vencido(conexion, id, fecha, ahora)) {
       CambiaEstado(conexion, id, correo::kPendiente, correo::kVencido, Texto(*rs, "Cs_Error"));
     } else if (toca) {
       ids.push_back(id);

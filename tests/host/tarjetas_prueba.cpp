@@ -7,8 +7,10 @@
 #include <iterator>
 
 #include "host/standalone/anfitrion.h"
+#include "host/standalone/bandeja.h"
 #include "host/standalone/cambio_llave.h"
 #include "host/standalone/conexion.h"
+#include "platform/regional/regional.h"
 #include "tests/comun/error_de.h"
 
 namespace autonomo {
@@ -185,6 +187,27 @@ TEST_F(Tarjetas, ElCodigoSeOlvidaAlCancelarYAlTerminarLaEstancia) {
   reserva("F4", "C9", com::AIso(com::MasDias(Reloj().Ahora(), 30)).c_str());
   Abre("ANA", com::FechaDe(2126, 3, 9));
   EXPECT_EQ(codigos(), ";;;846;;") << "a clock that was put forward to try something";
+}
+
+// What cannot be taken back waits while the desk's clock does not fit what was done in the hotel.
+TEST_F(Tarjetas, ConElRelojEnDudaNoSeOlvidaNiSeVenceNada) {
+  const com::Fecha ahora = Reloj().Ahora();
+  base().Consulta("INSERT INTO Reservacion (Rs_Folio, Rs_Salida) VALUES ('F1', ?)", {com::MasDias(ahora, -20)});
+  base().Execute("INSERT INTO Reservacion_Datos_Tarjeta (Rs_Folio, Rdt_Codigo_Seguridad) VALUES ('F1', '846')");
+  base().Consulta("INSERT INTO Correo_Salida (Cs_Estado, Cs_Fecha) VALUES ('PENDIENTE', ?)",
+                  {com::MasDias(ahora, -20)});
+  for (const int dias : {-3650, 3, 0}) {
+    base().Execute("DELETE FROM Bitacora");
+    base().Consulta("INSERT INTO Bitacora (Bt_Fecha) VALUES (?)", {com::MasDias(ahora, dias)});
+    Abre("ANA", ahora);
+    const auto avisos = host->TomaAvisos();
+    const bool duda =
+        !avisos.empty() && avisos[0].starts_with("El reloj de este equipo dice " + regional::FechaCorta(ahora));
+    EXPECT_EQ(duda, dias != 0) << dias;
+    EXPECT_EQ(Lee("Rdt_Codigo_Seguridad", "Reservacion_Datos_Tarjeta"), duda ? "846" : "") << dias;
+    PorEnviar(base(), ahora);
+    EXPECT_EQ(Lee("Cs_Estado", "Correo_Salida"), duda ? "PENDIENTE" : "VENCIDO") << dias;
+  }
 }
 
 }  // namespace

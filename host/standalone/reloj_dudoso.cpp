@@ -1,0 +1,59 @@
+#include "host/standalone/reloj_dudoso.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <optional>
+
+#include "host/standalone/segundos.h"
+#include "platform/com/variant.h"
+#include "platform/regional/regional.h"
+
+namespace autonomo {
+
+namespace {
+
+constexpr int kAusencia = 180;  // days without any work after which a clock is doubted
+
+std::string NoSeBorra(com::Fecha ahora, const std::string& contra) {
+  return "El reloj de este equipo dice " + regional::FechaCorta(ahora) + ", y " + contra +
+         ". Si la fecha del equipo está mal, corríjala y vuelva a abrir el programa. Mientras tanto no se borra ningún "
+         "código de tarjeta ni se vence ningún correo.";
+}
+
+// Of the change log and of the reservations, by the keys that grow.
+std::optional<com::Fecha> UltimoTrabajo(Conexion& conexion) {
+  std::optional<com::Fecha> ultimo;
+  for (const char* sentencia : {"SELECT TOP 1 Bt_Fecha FROM Bitacora ORDER BY Bt_Id DESC",
+                                "SELECT TOP 1 Fecha_Ult_Modif FROM Reservacion ORDER BY Rs_Folio DESC"}) {
+    const ado::RecordsetPtr rs = conexion.Consulta(sentencia);
+    if (rs->Eof() || rs->Fields(0).Value().EsNulo()) continue;
+    const com::Fecha fecha = com::CDate(rs->Fields(0).Value());
+    if (!ultimo || *ultimo < fecha) ultimo = fecha;
+  }
+  return ultimo;
+}
+
+std::string DudaDelServidor(Conexion& conexion, com::Fecha ahora) {
+  const ado::RecordsetPtr rs = conexion.Directa("SELECT CAST(EXTRACT(EPOCH FROM now()) AS bigint)");
+  const double suyo = com::CDbl(rs->Fields(0).Value());
+  const auto mio =
+      std::chrono::duration_cast<std::chrono::seconds>(std::chrono::system_clock::now().time_since_epoch());
+  const auto dias = static_cast<int>((suyo - static_cast<double>(mio.count())) / kSegundosDia);
+  if (dias == 0) return {};
+  return NoSeBorra(ahora, "el del servidor, " + regional::FechaCorta(com::MasDias(ahora, dias)));
+}
+
+}  // namespace
+
+std::string DudaDelReloj(Conexion& conexion, com::Fecha ahora) {
+  if (com::DiasEntre(ahora, Reloj().Ahora()) != 0) return {};
+  if (conexion.Motor() == esquema::Motor::PostgreSQL) return DudaDelServidor(conexion, ahora);
+  const std::optional<com::Fecha> ultimo = UltimoTrabajo(conexion);
+  if (!ultimo) return {};
+  const int dias = com::DiasEntre(*ultimo, ahora);
+  if (dias >= -1 && dias <= kAusencia) return {};
+  return NoSeBorra(ahora, "lo último que se guardó en este hotel es del " + regional::FechaCorta(*ultimo));
+}
+
+}  // namespace autonomo
