@@ -79,14 +79,14 @@ VentanaCotizacion::VentanaCotizacion(recepcion::Cotizacion& cotizacion, QWidget*
   for (QWidget* w : std::initializer_list<QWidget*>{llegada_, noches_, adultos_, menores_, infantes_})
     w->installEventFilter(this);
   AjustaAPantalla(*this, {760, 420});
-  Corre([this] {
-    // What was asked for last, or tomorrow's night.
-    recepcion::Pedido pedido = cotizacion_.pedido();
+  // What was asked for last, or tomorrow's night.
+  recepcion::Pedido pedido = cotizacion_.pedido();
+  Corre([&] {
     if (pedido.llegada == com::Fecha{}) {
       pedido.llegada = com::MasDias(com::SoloFecha(publico::Utilerias().FechaServidor()), 1);
       pedido.salida = com::MasDias(pedido.llegada, 1);
     }
-    Pide(pedido);
+    Intenta(pedido);
   });
 }
 
@@ -96,7 +96,7 @@ QSpinBox* VentanaCotizacion::Numero(QBoxLayout& fila, const QString& titulo, con
   numero->setObjectName(QLatin1String(nombre));
   numero->setAccessibleName(titulo);
   numero->setRange(menor, mayor);
-  connect(numero, &QSpinBox::valueChanged, this, [this] { Calcula(); });
+  connect(numero, &QSpinBox::valueChanged, this, [this] { Intenta(Leido()); });
   caja->addWidget(new QLabel(titulo, this));
   caja->addWidget(numero);
   fila.addLayout(caja);
@@ -111,7 +111,7 @@ void VentanaCotizacion::CreaPedido(QBoxLayout& caja) {
   llegada_->setAccessibleName(QStringLiteral("Llegada"));
   llegada_->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
   llegada_->setCalendarPopup(true);
-  connect(llegada_, &QDateEdit::dateChanged, this, [this] { Calcula(); });
+  connect(llegada_, &QDateEdit::dateChanged, this, [this] { Intenta(Leido()); });
   columna->addWidget(new QLabel(QStringLiteral("Llegada"), this));
   columna->addWidget(llegada_);
   fila->addLayout(columna);
@@ -124,7 +124,7 @@ void VentanaCotizacion::CreaPedido(QBoxLayout& caja) {
   moneda_->setObjectName(QStringLiteral("moneda"));
   moneda_->setAccessibleName(QStringLiteral("Moneda"));
   for (const std::string& clave : recepcion::Monedas()) moneda_->addItem(Q(clave));
-  connect(moneda_, &QComboBox::activated, this, [this] { Calcula(); });
+  connect(moneda_, &QComboBox::activated, this, [this] { Intenta(Leido()); });
   monedas->addWidget(new QLabel(QStringLiteral("Moneda"), this));
   monedas->addWidget(moneda_);
   fila->addLayout(monedas);
@@ -142,9 +142,7 @@ recepcion::Pedido VentanaCotizacion::Leido() const {
           moneda_->currentText().toStdString()};
 }
 
-void VentanaCotizacion::Pide(const recepcion::Pedido& pedido) {
-  cotizacion_.Calcula(pedido);
-  const recepcion::Pedido& p = cotizacion_.pedido();
+void VentanaCotizacion::Llena(const recepcion::Pedido& p) {
   for (QWidget* w : std::initializer_list<QWidget*>{llegada_, noches_, adultos_, menores_, infantes_})
     w->blockSignals(true);
   llegada_->setDate(ADate(p.llegada));
@@ -155,6 +153,12 @@ void VentanaCotizacion::Pide(const recepcion::Pedido& pedido) {
   moneda_->setCurrentText(Q(p.moneda));
   for (QWidget* w : std::initializer_list<QWidget*>{llegada_, noches_, adultos_, menores_, infantes_})
     w->blockSignals(false);
+}
+
+void VentanaCotizacion::Pide(const recepcion::Pedido& pedido) {
+  cotizacion_.Calcula(pedido);
+  const recepcion::Pedido& p = cotizacion_.pedido();
+  Llena(p);
   const int noches = com::DiasEntre(p.llegada, p.salida);
   // The type that was chosen stays, whatever else is asked for.
   const QString tipo = tabla_->currentRow() < 0 ? QString() : tabla_->item(tabla_->currentRow(), 0)->text();
@@ -175,11 +179,12 @@ void VentanaCotizacion::Pide(const recepcion::Pedido& pedido) {
 }
 
 // What cannot be quoted is told where the answer would stand.
-void VentanaCotizacion::Calcula() {
-  Corre([this] {
+void VentanaCotizacion::Intenta(const recepcion::Pedido& pedido) {
+  Corre([&] {
     try {
-      Pide(Leido());
+      Pide(pedido);
     } catch (const com::Error& e) {
+      Llena(pedido);
       tabla_->setRowCount(0);
       nota_->setText(Q(e.Descripcion()));
     }

@@ -29,7 +29,8 @@ class VentanaCotizacion : public QDialog {
   void CreaPedido(QBoxLayout& caja);
   QSpinBox* Numero(QBoxLayout& fila, const QString& titulo, const char* nombre, int menor, int mayor);
   recepcion::Pedido Leido() const;
-  void Calcula();
+  void Llena(const recepcion::Pedido& pedido);
+  void Intenta(const recepcion::Pedido& pedido);
   void Vende();
   void Recorre(int paso);
 
