@@ -381,8 +381,7 @@ void ManosQt::AbreBarra(recepcion::Cuadro& cuadro, int fila, com::Fecha noche) {
     QApplication::processEvents();                                                       // it has its size
     ventana.tabla().Descubre(fila);
     EnviaClic(ventana.tabla().viewport(), ventana.tabla().ZonaBarra(*barra).center());
-    const VentanaCuadro::Eleccion& elegida = ventana.eleccion();
-    if (!ventana.isVisible()) cuadro.AbreBarra(elegida.fila, elegida.desde);
+    if (!ventana.isVisible()) cuadro.AbreBarra(ventana.eleccion().barra);
   });
 }
 

@@ -58,9 +58,9 @@ void Mostrador::AbreCuadro() {
     escritorio_.VuelveAlFrente();
     if (salida == VentanaCuadro::kCierra) return;
     if (!DejaCaptura()) continue;
-    const auto& [fila, desde, hasta] = ventana.eleccion();
-    if (salida == VentanaCuadro::kAbre) return cuadro_.AbreBarra(fila, desde);
-    return cuadro_.Reserva(fila, desde, hasta);
+    const VentanaCuadro::Eleccion& elegida = ventana.eleccion();
+    if (salida == VentanaCuadro::kAbre) return cuadro_.AbreBarra(elegida.barra);
+    return cuadro_.Reserva(elegida.fila, elegida.desde, elegida.hasta);
   }
 }
 

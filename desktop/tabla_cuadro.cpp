@@ -116,11 +116,15 @@ int TablaCuadro::FilaEn(const QPoint& punto) const {
   return fila < static_cast<int>(cuadro_.habitaciones().size()) ? fila : -1;
 }
 
-// A free night that begins in the middle of its day is meant by that day as well as by the morning after.
-int TablaCuadro::ColumnaEn(const QPoint& punto) const {
+// A night begins in the middle of its day: a free one is meant by that day as well as by the morning after, when
+// somebody arrives then.
+int TablaCuadro::ColumnaEn(int fila, const QPoint& punto) const {
   if (punto.x() < kLado) return -1;
-  const int columna = static_cast<int>((punto.x() - kLado) / AnchoNoche());
-  return std::min(columna, cuadro_.noches() - 1);
+  const double dia = (punto.x() - kLado) / AnchoNoche();
+  const int columna = std::min(static_cast<int>(dia), cuadro_.noches() - 1);
+  const bool deManana = columna > 0 && dia - columna < kMedio;
+  const auto tomada = [&](int noche) { return cuadro_.En(fila, NocheDe(noche)) != nullptr; };
+  return deManana && tomada(columna) && !tomada(columna - 1) ? columna - 1 : columna;
 }
 
 QRect TablaCuadro::ZonaNoche(int fila, com::Fecha noche) const {
@@ -145,8 +149,8 @@ QRect TablaCuadro::ZonaBarra(const recepcion::Barra& barra) const {
 const recepcion::Barra* TablaCuadro::BarraEn(const QPoint& punto) const {
   if (punto.x() < kLado) return nullptr;
   const auto [desde, hasta] = cuadro_.BarrasDe(FilaEn(punto));
-  for (std::size_t b = desde; b < hasta; ++b) {
-    if (ZonaBarra(cuadro_.barras()[b]).contains(punto)) return &cuadro_.barras()[b];
+  for (std::size_t b = hasta; b > desde; --b) {  // of two the one that was painted over the other
+    if (ZonaBarra(cuadro_.barras()[b - 1]).contains(punto)) return &cuadro_.barras()[b - 1];
   }
   return nullptr;
 }
@@ -310,7 +314,7 @@ bool TablaCuadro::viewportEvent(QEvent* evento) {
 void TablaCuadro::mousePressEvent(QMouseEvent* evento) {
   pulsado_.reset();
   if (evento->button() != Qt::LeftButton) return;
-  const int fila = FilaEn(evento->pos()), columna = ColumnaEn(evento->pos());
+  const int fila = FilaEn(evento->pos()), columna = ColumnaEn(fila, evento->pos());
   if (fila < 0 || columna < 0) return;
   pulsado_ = evento->pos();
   Mueve(fila, columna, false);
@@ -319,7 +323,7 @@ void TablaCuadro::mousePressEvent(QMouseEvent* evento) {
 // A drag stays in its room and ends before the first night that is taken.
 void TablaCuadro::mouseMoveEvent(QMouseEvent* evento) {
   if (!pulsado_ || BarraEn(*pulsado_) != nullptr) return;
-  const int meta = std::clamp(ColumnaEn(evento->pos()), 0, cuadro_.noches() - 1);
+  const int meta = std::clamp(ColumnaEn(actual_.fila, evento->pos()), 0, cuadro_.noches() - 1);
   int columna = actual_.desde;
   const int paso = meta < columna ? -1 : 1;
   while (columna != meta && cuadro_.En(actual_.fila, NocheDe(columna + paso)) == nullptr) columna += paso;
@@ -332,8 +336,7 @@ void TablaCuadro::mouseReleaseEvent(QMouseEvent* evento) {
   const QPoint desde = *std::exchange(pulsado_, std::nullopt);
   constexpr int kArrastre = 8;  // pixels
   if (const recepcion::Barra* barra = BarraEn(desde)) {
-    const com::Fecha noche = std::max(barra->inicio, cuadro_.desde());
-    if (barra == BarraEn(evento->pos()) && alAbrir) Corre([&] { alAbrir(barra->fila, noche); });
+    if (barra == BarraEn(evento->pos()) && alAbrir) Corre([&] { alAbrir(*barra); });
   } else if ((evento->pos() - desde).manhattanLength() >= kArrastre) {
     Acepta();
   }
@@ -342,8 +345,8 @@ void TablaCuadro::mouseReleaseEvent(QMouseEvent* evento) {
 void TablaCuadro::Acepta() {
   const int a = std::min(actual_.desde, actual_.hasta), b = std::max(actual_.desde, actual_.hasta);
   Corre([&] {
-    if (cuadro_.En(actual_.fila, NocheDe(actual_.hasta)) != nullptr) {
-      if (alAbrir) alAbrir(actual_.fila, NocheDe(actual_.hasta));
+    if (const recepcion::Barra* barra = cuadro_.En(actual_.fila, NocheDe(actual_.hasta))) {
+      if (alAbrir) alAbrir(*barra);
     } else if (alReservar) {
       alReservar(actual_.fila, NocheDe(a), NocheDe(b + 1));
     }

@@ -24,8 +24,8 @@ class TablaCuadro : public QAbstractScrollArea {
   QRect ZonaNoche(int fila, com::Fecha noche) const;
   void Descubre(int fila);
 
-  // The user picked what holds a room a night, or free nights of a room.
-  std::function<void(int fila, com::Fecha noche)> alAbrir;
+  // The user picked a bar, or free nights of a room.
+  std::function<void(const recepcion::Barra& barra)> alAbrir;
   std::function<void(int fila, com::Fecha desde, com::Fecha hasta)> alReservar;
   // Where the keyboard stands, in words.
   std::function<void(const QString& texto)> alMover;
@@ -51,7 +51,7 @@ class TablaCuadro : public QAbstractScrollArea {
   int X(double noche) const;
   com::Fecha NocheDe(int columna) const { return com::MasDias(cuadro_.desde(), columna); }
   int FilaEn(const QPoint& punto) const;
-  int ColumnaEn(const QPoint& punto) const;
+  int ColumnaEn(int fila, const QPoint& punto) const;
   const recepcion::Barra* BarraEn(const QPoint& punto) const;
   int Y(int fila) const;  // top of a row in the viewport
   QRect ZonaDe(const Seleccion& seleccion) const;

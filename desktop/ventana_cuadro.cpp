@@ -32,8 +32,11 @@ VentanaCuadro::VentanaCuadro(recepcion::Cuadro& cuadro, QWidget* padre) : QDialo
   auto* caja = new QVBoxLayout(this);
   CreaCabeza(*caja);
   tabla_ = new TablaCuadro(cuadro_, this);
-  tabla_->alAbrir = [this](int fila, com::Fecha noche) { Elige(fila, noche, noche, kAbre); };
-  tabla_->alReservar = [this](int fila, com::Fecha desde, com::Fecha hasta) { Elige(fila, desde, hasta, kReserva); };
+  tabla_->alAbrir = [this](const recepcion::Barra& barra) { Elige(barra); };
+  tabla_->alReservar = [this](int fila, com::Fecha desde, com::Fecha hasta) {
+    eleccion_ = {{}, fila, desde, hasta};
+    done(kReserva);
+  };
   tabla_->alMover = [this](const QString& dice) { nota_->setText(dice); };
   caja->addWidget(tabla_, 1);
   nota_ = new QLabel(
@@ -97,14 +100,13 @@ void VentanaCuadro::Muestra(com::Fecha desde, int noches) {
 void VentanaCuadro::Mueve(int dias) { Muestra(com::MasDias(cuadro_.desde(), dias), cuadro_.noches()); }
 
 // A stay without a reservation, or a block: told, and the window stays.
-void VentanaCuadro::Elige(int fila, com::Fecha desde, com::Fecha hasta, Salida salida) {
-  const recepcion::Barra* barra = salida == kAbre ? cuadro_.En(fila, desde) : nullptr;
-  if (barra != nullptr && barra->folio.empty()) {
-    const QString quien = barra->huesped.empty() ? QStringLiteral("Un bloqueo") : Q(barra->huesped);
+void VentanaCuadro::Elige(const recepcion::Barra& barra) {
+  if (barra.folio.empty()) {
+    const QString quien = barra.huesped.empty() ? QStringLiteral("Un bloqueo") : Q(barra.huesped);
     return nota_->setText(quien + QStringLiteral(" no tiene reservación"));
   }
-  eleccion_ = {fila, desde, hasta};
-  done(salida);
+  eleccion_ = {barra, barra.fila, {}, {}};
+  done(kAbre);
 }
 
 void VentanaCuadro::keyPressEvent(QKeyEvent* evento) {

@@ -15,8 +15,9 @@ class VentanaCuadro : public QDialog {
  public:
   // How it is left.
   enum Salida { kCierra = QDialog::Rejected, kAbre = QDialog::Accepted, kReserva };
-  // What was picked: a night that something holds, or free nights.
+  // What was picked: a bar, or free nights of a room.
   struct Eleccion {
+    recepcion::Barra barra;
     int fila = -1;
     com::Fecha desde, hasta;
   };
@@ -34,7 +35,7 @@ class VentanaCuadro : public QDialog {
  private:
   void CreaCabeza(QBoxLayout& caja);
   void Mueve(int dias);
-  void Elige(int fila, com::Fecha desde, com::Fecha hasta, Salida salida);
+  void Elige(const recepcion::Barra& barra);
 
   recepcion::Cuadro& cuadro_;
   QLabel* titulo_ = nullptr;

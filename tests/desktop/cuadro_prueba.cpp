@@ -91,6 +91,39 @@ TEST_F(CuadroVentanaPrueba, UnClicAbreYUnArrastreReserva) {
   EXPECT_EQ(Renglones(), "0201 11/03/2026 15/03/2026;");
 }
 
+// Who has room 0201 stays a night longer than booked, into the next guest's: each half of that day opens its own bar.
+// The morning of a day on which somebody arrives is still the free night before it.
+TEST_F(CuadroVentanaPrueba, CadaMitadDelDiaEsDeSuNoche) {
+  const auto cambia = [this](const std::string& folio, const std::string& cuarto, const std::string& inicio) {
+    const std::string suya = " WHERE Rs_Folio = '" + folio + "'";
+    Sql("UPDATE Reservacion SET Rs_Llegada = '" + inicio + "', Rs_Salida = '2026-03-14'" + suya);
+    Sql("UPDATE Reservacion_Detalle SET Hb_Cve_Habitacion = '" + cuarto + "', Rsd_Fecha_Inicio = '" + inicio +
+        "', Rsd_Fecha_Fin = '2026-03-14'" + suya);
+  };
+  cambia("0000000028", "0201", "2026-03-11");
+  cambia("0000000045", "0202", "2026-03-12");
+  Sql("INSERT INTO Check_In (Ci_Folio, Ci_Llegada, Ci_Salida, Es_Cve_Estado) VALUES "
+      "('S1', '2026-03-09 15:00:00', '2026-03-12 12:00:00', 'AC')");
+  Sql("INSERT INTO Check_In_Detalle (Ci_Folio, Hb_Cve_Habitacion) VALUES ('S1', '0201')");
+  const auto abre = [this](int dia, int lado) {
+    EsperaCuadro([=](vista::VentanaCuadro& w) {
+      const QRect zona = w.tabla().ZonaNoche(14, Marzo(dia));
+      const QPoint donde = zona.center() + QPoint(lado * zona.width() / 4, 0);
+      QTest::mouseClick(Lienzo(w), Qt::LeftButton, Qt::NoModifier, donde);
+    });
+    Tecla(Qt::Key_F7);
+    return Barra().ClaveActual();
+  };
+  EXPECT_EQ(abre(11, -1), "0000000016");
+  EXPECT_EQ(abre(11, 1), "0000000028");
+  EXPECT_EQ(abre(12, 1), "0000000028");
+  EsperaCuadro([](vista::VentanaCuadro& w) {
+    Arrastra(w, w.tabla().ZonaNoche(15, Marzo(12)).topLeft() + QPoint(4, 8), Noche(w, 15, 10));
+  });
+  Tecla(Qt::Key_F7);
+  EXPECT_EQ(Renglones(), "0202 10/03/2026 12/03/2026;");
+}
+
 // A quote: each change is answered at once; Enter sells what is chosen.
 TEST_F(CuadroVentanaPrueba, SeCotizaYEnterReserva) {
   Espera("cotizacion", [](QWidget& w) {
@@ -112,6 +145,22 @@ TEST_F(CuadroVentanaPrueba, SeCotizaYEnterReserva) {
   Tecla(Qt::Key_F8);
   EXPECT_TRUE(Barra().EsNuevo());
   EXPECT_EQ(Renglones(), "0108 10/03/2026 12/03/2026;");
+
+  // What cannot be quoted any more when the window comes back is told there, beside what was asked for.
+  Espera("cotizacion", [](QWidget& w) {
+    QTest::keyClick(w.findChild<QComboBox*>(QStringLiteral("moneda")), Qt::Key_Down);
+    QTest::keyClick(&w, Qt::Key_Escape);
+  });
+  Tecla(Qt::Key_F8);
+  Sql("DELETE FROM Tipo_Cambio");
+  Espera("cotizacion", [](QWidget& w) {
+    EXPECT_EQ(w.findChild<QSpinBox*>(QStringLiteral("adultos"))->value(), 3);
+    EXPECT_EQ(w.findChild<QTableWidget*>(QStringLiteral("ofertas"))->rowCount(), 0);
+    const QString nota = w.findChild<QLabel*>(QStringLiteral("nota"))->text();
+    EXPECT_TRUE(nota.startsWith(QStringLiteral("No hay tipo de cambio de la moneda USD"))) << nota.toStdString();
+    QTest::keyClick(&w, Qt::Key_Escape);
+  });
+  Tecla(Qt::Key_F8);
 }
 
 // A room that was sold while the chart was looked at: told over the board, whose cells say the same when asked.
