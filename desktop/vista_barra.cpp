@@ -358,7 +358,7 @@ void VistaBarra::RefrescaBorrador() {
   sinBorrador_->setAccessibleName(texto);
   sinBorrador_->setVisible(!texto.isEmpty());
   if (texto.isEmpty()) return;
-  constexpr int kDura = 20000;  // ms
+  constexpr int kDura = 10000;  // ms
   MuestraConsejo(*sinBorrador_, sinBorrador_->rect(), texto, kDura);
   QAccessibleEvent aviso(sinBorrador_, QAccessible::Alert);
   QAccessible::updateAccessibility(&aviso);
