@@ -247,24 +247,18 @@ BEGIN
 END $$)";
 
 // The guard comes into force or goes: what is sold by then is entered, but for nights that are sold twice already.
-constexpr std::string_view kSobreventaParametro =
-    R"(CREATE OR REPLACE FUNCTION sobreventa_parametro() RETURNS trigger LANGUAGE plpgsql AS $$
+std::string SobreventaParametro() {
+  return R"(CREATE OR REPLACE FUNCTION sobreventa_parametro() RETURNS trigger LANGUAGE plpgsql AS $$
 BEGIN
   IF NOT COALESCE(OLD.Pm_Clave = 'HT_OVER_BOOKING', FALSE)
      AND NOT COALESCE(NEW.Pm_Clave = 'HT_OVER_BOOKING', FALSE) THEN
     RETURN NULL;
   END IF;
-  DELETE FROM Noche_Vendida;
-  INSERT INTO Noche_Vendida (Rs_Folio, Nv_Habitacion, Nv_Noches)
-    SELECT linea.Rs_Folio, rango_clave(linea.Hb_Cve_Habitacion, linea.Hb_Cve_Habitacion, '[]'),
-           noches(linea.Rsd_Fecha_Inicio, linea.Rsd_Fecha_Fin)
-    FROM Reservacion_Detalle linea
-      INNER JOIN Reservacion
-        ON Reservacion.Rs_Folio = linea.Rs_Folio AND Reservacion.Es_Cve_Estado NOT IN ('CA', 'CE')
-    WHERE NOT hay_sobreventa() AND NOT isempty(noches(linea.Rsd_Fecha_Inicio, linea.Rsd_Fecha_Fin))
-    ON CONFLICT DO NOTHING;
+  )" + std::string(kOlvidaNoches) +
+         ";\n  " + std::string(kApartaNoches) + R"(;
   RETURN NULL;
 END $$)";
+}
 
 // Takes the row of the reservation's version, so that writers of one reservation wait for one another.
 constexpr std::string_view kVersionPostgres =
@@ -294,16 +288,16 @@ std::vector<Objeto> GuardasPostgres() {
        }) {
     guardas.push_back({Objeto::Clase::Otro, nombre, std::string(sql)});
   }
-  for (const auto& [nombre, sql] : std::initializer_list<std::pair<const char*, std::string_view>>{
-           {"noches", kNoches},
-           {"hay_sobreventa", kHaySobreventa},
-           {"vende", kVende},
-           {"sobreventa_linea", kSobreventaLinea},
-           {"sobreventa_reservacion", kSobreventaReservacion},
-           {"sobreventa_parametro", kSobreventaParametro},
-           {"version_reservacion", kVersionPostgres},
+  for (const auto& [nombre, sql] : std::initializer_list<std::pair<const char*, std::string>>{
+           {"noches", std::string(kNoches)},
+           {"hay_sobreventa", std::string(kHaySobreventa)},
+           {"vende", std::string(kVende)},
+           {"sobreventa_linea", std::string(kSobreventaLinea)},
+           {"sobreventa_reservacion", std::string(kSobreventaReservacion)},
+           {"sobreventa_parametro", SobreventaParametro()},
+           {"version_reservacion", std::string(kVersionPostgres)},
        }) {
-    guardas.push_back({Objeto::Clase::Funcion, nombre, std::string(sql)});
+    guardas.push_back({Objeto::Clase::Funcion, nombre, sql});
   }
   guardas.push_back(Guarda("Sobreventa_Linea",
                            "AFTER INSERT OR DELETE OR UPDATE OF Rs_Folio, Hb_Cve_Habitacion, Rsd_Fecha_Inicio, "

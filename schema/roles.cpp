@@ -24,8 +24,9 @@ constexpr std::string_view kRoles = R"(DO $roles$ BEGIN
   IF to_regrole({'recepcion}) IS NULL THEN CREATE ROLE {recepcion}; END IF;
   IF to_regrole({'tarjetas}) IS NULL THEN CREATE ROLE {tarjetas}; END IF;
   IF to_regrole({'administra}) IS NULL THEN CREATE ROLE {administra}; END IF;
+  IF to_regrole({'usuarios}) IS NULL THEN CREATE ROLE {usuarios}; END IF;
 END $roles$;
-GRANT {recepcion}, {tarjetas}, {administra} TO CURRENT_USER WITH ADMIN OPTION;
+GRANT {recepcion}, {tarjetas}, {administra}, {usuarios} TO CURRENT_USER WITH ADMIN OPTION;
 GRANT {recepcion} TO {tarjetas}, {administra};
 DROP SCHEMA IF EXISTS kv207_mostrador, kv207_bitacora, kv207_usuarios CASCADE;
 CREATE SCHEMA kv207_mostrador;
@@ -167,19 +168,25 @@ SET search_path = {esquema}, pg_temp AS $$
 $$;
 )";
 
-// Who administers the hotel need not be one who may give roles.
+// Who administers the hotel need not be one who may give roles. A user's own role stays in usuarios while it has no
+// rights, so that it can be given them again.
 constexpr std::string_view kAjusta = R"(
+CREATE FUNCTION kv207_mostrador.rol_suyo(usuario text) RETURNS name LANGUAGE sql STABLE
+SET search_path = pg_catalog, pg_temp AS $$
+  SELECT rolname FROM pg_roles
+  WHERE rolname = lower(usuario) AND rolcanlogin AND NOT rolsuper
+    AND oid <> (SELECT nspowner FROM pg_namespace WHERE nspname = 'kv207_mostrador')
+    AND EXISTS (SELECT FROM pg_auth_members WHERE member = pg_roles.oid
+                  AND roleid IN (to_regrole({'recepcion}), to_regrole({'tarjetas}), to_regrole({'administra}),
+                                 to_regrole({'usuarios})))
+$$;
 CREATE FUNCTION kv207_mostrador.ajusta_rol(usuario text, entra boolean, tarjetas boolean, administra boolean)
 RETURNS boolean LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog, pg_temp AS $$
-DECLARE suyo name; rol text; toca boolean;
+DECLARE suyo name := kv207_mostrador.rol_suyo(usuario); rol text; toca boolean;
 BEGIN
-  SELECT rolname INTO suyo FROM pg_roles
-  WHERE rolname = lower(usuario) AND rolcanlogin AND NOT rolsuper AND rolname <> current_user
-    AND EXISTS (SELECT FROM pg_auth_members WHERE member = pg_roles.oid
-                  AND roleid IN (to_regrole({'recepcion}), to_regrole({'tarjetas}), to_regrole({'administra})));
-  IF NOT FOUND THEN RETURN false; END IF;
-  FOR rol, toca IN VALUES ({'nombre recepcion}, entra), ({'nombre tarjetas}, entra AND tarjetas),
-                          ({'nombre administra}, entra AND administra) LOOP
+  IF suyo IS NULL THEN RETURN false; END IF;
+  FOR rol, toca IN VALUES ({'nombre usuarios}, true), ({'nombre recepcion}, entra),
+                          ({'nombre tarjetas}, entra AND tarjetas), ({'nombre administra}, entra AND administra) LOOP
     IF toca THEN
       EXECUTE format('GRANT %I TO %I', rol, suyo);
     ELSE
@@ -269,7 +276,7 @@ Roles RolesDe(std::string_view base) {
     // One that would be cut off keeps its end, where such names differ.
     return s.size() <= kLargoNombre ? s : s.substr(0, 20) + s.substr(s.size() - (kLargoNombre - 20));
   };
-  return {nombre("recepcion"), nombre("tarjetas"), nombre("administra")};
+  return {nombre("recepcion"), nombre("tarjetas"), nombre("administra"), nombre("usuarios")};
 }
 
 std::string PoneRoles(const Roles& roles, std::string_view esquema) {
@@ -284,12 +291,15 @@ std::string PoneRoles(const Roles& roles, std::string_view esquema) {
            {"{recepcion}", Citado(roles.recepcion)},
            {"{tarjetas}", Citado(roles.tarjetas)},
            {"{administra}", Citado(roles.administra)},
+           {"{usuarios}", Citado(roles.usuarios)},
            {"{'recepcion}", Literal(Citado(roles.recepcion))},
            {"{'tarjetas}", Literal(Citado(roles.tarjetas))},
            {"{'administra}", Literal(Citado(roles.administra))},
+           {"{'usuarios}", Literal(Citado(roles.usuarios))},
            {"{'nombre recepcion}", Literal(roles.recepcion)},
            {"{'nombre tarjetas}", Literal(roles.tarjetas)},
            {"{'nombre administra}", Literal(roles.administra)},
+           {"{'nombre usuarios}", Literal(roles.usuarios)},
            {"{'version}", Literal(kVersionRoles)},
            {"{administradas}", Administradas()},
            {"{columnas Usuario}", Columnas("Usuario", OcultaContrasena)},
@@ -316,6 +326,7 @@ std::string HayRoles(const Roles& roles) {
                                             std::tuple(roles.administra, "parametro", "UPDATE")})
     s += " AND has_table_privilege(to_regrole(" + Literal(Citado(rol)) + ")::oid, to_regclass('" + tabla +
          "')::oid, '" + derecho + "')";
+  s += " AND to_regrole(" + Literal(Citado(roles.usuarios)) + ") IS NOT NULL";
   return s;
 }
 

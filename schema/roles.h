@@ -1,11 +1,12 @@
-// Rights in a PostgreSQL server. A hotel has three roles there; a session takes the one that fits its user, and a
-// user's own role may be a member of them:
+// Rights in a PostgreSQL server. A hotel has roles there; a session takes the one that fits its user, and a user's
+// own role may be a member of them:
 //
 // - recepcion works with reservations. Card data reach it hidden, through views of a schema that stands before the
 //   tables' own; what is hidden may be written back and stands for what was there. It adds to the change log by a
 //   function alone, and cannot change catalogues, parameters, rights or users. Of a password it sees what one needs to
 //   work out what is kept of it, and asks a function whether that is it.
 // - tarjetas also reads and writes card data; administra also changes the others. Both are recepcion as well.
+// - usuarios gives no right: its members are the roles of this hotel's users, those of withdrawn ones too.
 //
 // The guards' functions run with their owner's rights, so that nobody else needs rights to what they keep.
 #pragma once
@@ -16,7 +17,7 @@
 namespace esquema {
 
 struct Roles {
-  std::string recepcion, tarjetas, administra;
+  std::string recepcion, tarjetas, administra, usuarios;
 };
 // Their names: roles are the whole server's, so a database has its own.
 Roles RolesDe(std::string_view base);

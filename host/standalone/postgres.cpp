@@ -1,5 +1,6 @@
 #include "host/standalone/postgres.h"
 
+#include <algorithm>
 #include <chrono>
 #include <random>
 #include <thread>
@@ -292,12 +293,28 @@ Resultado ConexionPostgres::Corre(Preparada& p, const Valores& valores, std::str
     p.columnas = nullptr;
     return Corre(p, valores, original);
   }
-  throw ErrorPostgres(falla.get(), original);
+  throw sesion_.ErrorDe(falla.get(), original);
 }
 
 // --- a tester's statement
 
+// A session that took the rights of its user could lay them down again: by an order to the session, and by what runs a
+// text or sets a variable inside a statement. So only reads and writes of rows go to the server.
+void ExigeSinSalida(std::string_view sentencia) {
+  const std::string texto = com::Mayusculas(std::string(sentencia));
+  const std::size_t inicio = std::min(texto.find_first_not_of(" \t\r\n"), texto.size());
+  const std::size_t fin = std::min(texto.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ", inicio), texto.size());
+  constexpr std::string_view kDeFilas[] = {"SELECT", "WITH", "VALUES", "INSERT", "UPDATE", "DELETE"};
+  constexpr std::string_view kSalidas[] = {"SET_CONFIG", "PG_SETTINGS", "_TO_XML", "TS_STAT", "TS_REWRITE", "U&\""};
+  const bool deFilas = std::ranges::find(kDeFilas, texto.substr(inicio, fin - inicio)) != std::end(kDeFilas);
+  if (deFilas && std::ranges::none_of(kSalidas, [&](std::string_view s) { return texto.find(s) != std::string::npos; }))
+    return;
+  throw com::Error(com::error::kSoloLectura, "Con los derechos de este usuario sólo se leen y escriben renglones",
+                   std::string(sentencia));
+}
+
 ado::RecordsetPtr ConexionPostgres::EjecutaTal(std::string_view sentencia) {
+  if (sesion_.Limitada()) ExigeSinSalida(sentencia);
   try {
     Traduce(sentencia, esquema::Motor::PostgreSQL, {.literalesSonParametros = true});
   } catch (const com::Error& e) {

@@ -105,6 +105,37 @@ bool IgualLetra(char a, char b) {
 
 std::string CodigoDe(const PGresult* resultado) { return Campo(resultado, PG_DIAG_SQLSTATE); }
 
+// The detail, in whatever language: "(columns)=(room, nights) ... (columns)=(room, nights)". A room's text is quoted
+// where it holds what ends a range.
+std::optional<NochesQueChocan> NochesEnChoque(const PGresult* resultado) {
+  if (CodigoDe(resultado) != "23P01") return std::nullopt;
+  const std::string detalle = Campo(resultado, PG_DIAG_MESSAGE_DETAIL);
+  std::size_t i = 0;
+  const auto rango = [&](std::string_view antes, char cierre) -> std::string {
+    const std::size_t desde = detalle.find(antes, i);
+    if (desde == std::string::npos) return {};
+    const std::size_t inicio = desde + antes.size();
+    bool citado = false;
+    for (i = inicio; i < detalle.size(); ++i) {
+      if (detalle[i] == '\\') {
+        ++i;
+      } else if (detalle[i] == '"') {
+        citado = !citado;
+      } else if (!citado && detalle[i] == cierre) {
+        return detalle.substr(inicio, ++i - inicio);
+      }
+    }
+    return {};
+  };
+  NochesQueChocan n;
+  n.habitacion = rango(")=(", ']');
+  n.nuevas = rango(", ", ')');
+  rango(")=(", ']');
+  n.vendidas = rango(", ", ')');
+  if (n.vendidas.empty()) return std::nullopt;
+  return n;
+}
+
 com::Error ErrorPostgres(const PGresult* resultado, std::string_view sentencia) {
   const std::string mensaje = Campo(resultado, PG_DIAG_MESSAGE_PRIMARY);
   const std::string codigo = CodigoDe(resultado);

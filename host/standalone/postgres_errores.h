@@ -4,6 +4,7 @@
 #include <libpq-fe.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -18,6 +19,13 @@ using Resultado = std::unique_ptr<PGresult, LiberaResultado>;
 
 // SQLSTATE of a failed result; "" without one.
 std::string CodigoDe(const PGresult* resultado);
+
+// What an exclusion constraint on room and nights kept apart, as the server writes ranges.
+struct NochesQueChocan {
+  std::string habitacion, nuevas, vendidas;
+};
+// Nothing for another failure.
+std::optional<NochesQueChocan> NochesEnChoque(const PGresult* resultado);
 
 // The error of a failed result.
 com::Error ErrorPostgres(const PGresult* resultado, std::string_view sentencia);

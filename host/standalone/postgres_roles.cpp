@@ -48,9 +48,18 @@ void SesionPostgres::AplicaAlcance() {
   ocultaTarjetas_ = *PQgetvalue(r.get(), 0, 1) == 'f';
 }
 
+// What was asked for and what holds are compared by what the session may do, whatever the reason that it may.
 void SesionPostgres::Limita(const Alcance& alcance) {
   alcance_ = alcance;
   AplicaAlcance();
+  const Resultado r =
+      Corre("SELECT has_table_privilege(" + Literal(esquema::Citado(esquema_) + ".parametro") + ", 'UPDATE')");
+  const bool administra = *PQgetvalue(r.get(), 0, 0) == 't';
+  if ((alcance_.tarjetas || ocultaTarjetas_) && (alcance_.administra || !administra)) return;
+  avisos_.push_back(!sinRoles_.empty() ? sinRoles_
+                                       : "El servidor no limita lo que puede hacer esta sesión: " + propio_ +
+                                             " no es de los roles de este hotel. Los derechos los cuida sólo el "
+                                             "programa; avise a quien cuida la base de datos.");
 }
 
 std::string SesionPostgres::SinRoles(const com::Error& e) const {
@@ -61,16 +70,18 @@ std::string SesionPostgres::SinRoles(const com::Error& e) const {
 }
 
 std::string SesionPostgres::PreparaRoles() {
+  const auto hay = [this] { return *PQgetvalue(Corre(esquema::HayRoles(roles_)).get(), 0, 0) == 't'; };
+  sinRoles_.clear();
   try {
-    if (*PQgetvalue(Corre(esquema::HayRoles(roles_)).get(), 0, 0) == 't') return {};
+    if (hay()) return {};
     Corre("BEGIN; SELECT pg_advisory_xact_lock(207, 0)");
-    Corre(esquema::PoneRoles(roles_, esquema_));
+    if (!hay()) Corre(esquema::PoneRoles(roles_, esquema_));  // of two programs one makes them
     Corre("COMMIT");
-    return {};
   } catch (const com::Error& e) {
     PQclear(PQexec(c_.get(), "ROLLBACK"));
-    return SinRoles(e);
+    sinRoles_ = SinRoles(e);
   }
+  return sinRoles_;
 }
 
 // In the transaction that makes the schema, which goes on without them.
@@ -85,19 +96,29 @@ void SesionPostgres::PoneRoles() {
   }
 }
 
-// The password goes to the server as what it would keep of it.
+// The password goes to the server as what it would keep of it. The server says which letters are the small ones: a name
+// that it folds otherwise than this program would be nobody's.
 void SesionPostgres::AdmiteRol(const std::string& usuario, const std::string& contrasena) {
-  const std::string rol = com::Minusculas(com::Recorta(usuario));
-  if (rol == propio_)
-    throw com::Error(com::error::kArgumento, "El rol " + rol + " del servidor es el dueño de la base: use otra clave");
-  if (PQntuples(Corre("SELECT FROM pg_roles WHERE rolname = $1", {rol.c_str()}).get()) == 0) {
-    char* cifrada = PQencryptPasswordConn(c_.get(), contrasena.c_str(), rol.c_str(), nullptr);
-    if (cifrada == nullptr) throw com::Error(com::error::kBaseDatos, "El servidor no dice cómo guarda las contraseñas");
-    const std::string guardada = cifrada;
-    PQfreemem(cifrada);
-    Corre("CREATE ROLE " + esquema::Citado(rol) + " LOGIN PASSWORD " + Literal(guardada));
-  }
-  Corre("GRANT " + esquema::Citado(roles_.recepcion) + " TO " + esquema::Citado(rol));
+  const std::string clave = com::Recorta(usuario);
+  const Resultado r = Corre(
+      "SELECT lower($1), to_regrole(quote_ident(lower($1))) IS NOT NULL, kv207_mostrador.rol_suyo($1) IS NOT NULL",
+      {clave.c_str()});
+  const std::string rol = PQgetvalue(r.get(), 0, 0);
+  const bool existe = *PQgetvalue(r.get(), 0, 1) == 't', suyo = *PQgetvalue(r.get(), 0, 2) == 't';
+  const auto rechaza = [](const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); };
+  if (rol == propio_) rechaza("El rol " + rol + " del servidor es el dueño de la base: use otra clave");
+  if (existe && !suyo)
+    rechaza("En el servidor ya hay un rol " + rol +
+            ", que no es de un usuario de este hotel: use otra clave. Si es de " + clave +
+            ", quien administra el servidor corre antes GRANT " + esquema::Citado(roles_.usuarios) + " TO " +
+            esquema::Citado(rol));
+  char* cifrada = PQencryptPasswordConn(c_.get(), contrasena.c_str(), rol.c_str(), nullptr);
+  if (cifrada == nullptr) throw com::Error(com::error::kBaseDatos, "El servidor no dice cómo guarda las contraseñas");
+  const std::string guardada = cifrada;
+  PQfreemem(cifrada);
+  Corre((existe ? "ALTER ROLE " : "CREATE ROLE ") + esquema::Citado(rol) + " LOGIN PASSWORD " + Literal(guardada));
+  Corre("GRANT " + esquema::Citado(roles_.usuarios) + ", " + esquema::Citado(roles_.recepcion) + " TO " +
+        esquema::Citado(rol));
 }
 
 std::string SesionPostgres::SentenciaAjustaRol(const std::string& usuario, const Alcance& alcance) const {

@@ -14,6 +14,7 @@
 #include "host/standalone/postgres.h"
 #include "host/standalone/red.h"
 #include "platform/com/texto.h"
+#include "schema/guardas.h"
 
 namespace autonomo {
 namespace {
@@ -57,19 +58,43 @@ bool EsDeAqui(const std::string& servidor) {
   return servidor.empty() || servidor.starts_with('/') || servidor.starts_with('@') || EsDeEsteEquipo(servidor);
 }
 
-// Whether this machine holds certificates of authorities for servers.
-bool HayAutoridad(const std::map<std::string, std::string>& dice) {
-  if (dice.contains("sslrootcert") || !DelEntorno("PGSSLROOTCERT").empty()) return true;
-  return access((DelEntorno("HOME") + "/.postgresql/root.crt").c_str(), R_OK) == 0;
+// What the client library makes of the address with services, environment and defaults: the options that it would
+// connect with. One whose value it does not know keeps it from doing so.
+std::map<std::string, std::string> Resuelve(const std::string& direccion) {
+  const char* const claves[] = {"dbname", "channel_binding", nullptr};
+  const char* const valores[] = {direccion.c_str(), "ninguno de los que hay", nullptr};
+  const std::unique_ptr<PGconn, decltype(&PQfinish)> c(PQconnectStartParams(claves, valores, 1), &PQfinish);
+  const std::unique_ptr<PQconninfoOption, LiberaOpciones> opciones(PQconninfo(c.get()));
+  std::map<std::string, std::string> hay;
+  for (const PQconninfoOption* o = opciones.get(); o != nullptr && o->keyword != nullptr; ++o)
+    if (o->val != nullptr) hay[o->keyword] = o->val;
+  return hay;
 }
 
-// Off this machine always encrypted; the server's certificate is checked, name and all, where an authority to check it
-// by has been put in place. A server as it comes from its package has a certificate that nobody signed: asking for one
-// that can be checked would leave most hotels without encryption, since they would turn all of it off.
-std::string ModoDeCifrado(const std::map<std::string, std::string>& dice, const std::string& servidor) {
-  if (dice.contains("sslmode") || dice.contains("service") || !DelEntorno("PGSSLMODE").empty()) return {};
-  if (EsDeAqui(servidor)) return {};
-  return HayAutoridad(dice) ? "verify-full" : "require";
+std::vector<std::string> PorComas(const std::string& texto) {
+  std::vector<std::string> partes(1);
+  for (const char c : texto) {
+    if (c == ',') {
+      partes.emplace_back();
+    } else {
+      partes.back() += c;
+    }
+  }
+  return partes;
+}
+
+// The servers that these options lead to, each by what is connected to: an address stands before a name.
+std::vector<std::string> Servidores(std::map<std::string, std::string>& opciones) {
+  std::vector<std::string> nombres = PorComas(opciones["host"]), numeros = PorComas(opciones["hostaddr"]);
+  nombres.resize(std::max(nombres.size(), numeros.size()));
+  for (std::size_t i = 0; i < numeros.size(); ++i)
+    if (!numeros[i].empty()) nombres[i] = numeros[i];
+  return nombres;
+}
+
+// Whether this machine holds certificates of authorities for servers.
+bool HayAutoridad(const std::string& rootcert) {
+  return !rootcert.empty() || access((DelEntorno("HOME") + "/.postgresql/root.crt").c_str(), R_OK) == 0;
 }
 
 }  // namespace
@@ -94,46 +119,61 @@ SesionPostgres::SesionPostgres(const OpcionesConexion& opciones) : SesionPostgre
 }
 
 SesionPostgres::SesionPostgres(const OpcionesConexion& opciones, SoloMira /*mira*/) : opciones_(opciones) {
-  const auto dice = LeeDireccion(opciones.conexion);
-  const auto valor = [&](const char* clave, const char* entorno) {
-    const auto it = dice.find(clave);
-    return it == dice.end() ? DelEntorno(entorno) : it->second;
-  };
-  const std::string servidor = valor("host", "PGHOST"), usuario = valor("user", "PGUSER");
-  sslmode_ = ModoDeCifrado(dice, servidor);
-  quien_ = (usuario.empty() ? "" : usuario + " en ") + (EsDeAqui(servidor) ? "esta máquina" : servidor);
+  DecideCifrado(LeeDireccion(opciones.conexion));
   Enlaza();
   LeeRoles();
+}
+
+// Off this machine always encrypted; the server's certificate is checked, name and all, where an authority to check it
+// by has been put in place. A server as it comes from its package has a certificate that nobody signed: asking for one
+// that can be checked would leave most hotels without encryption, since they would turn all of it off.
+//
+// Who says how, in the address, the service or the environment, is listened to. "prefer" is what the client library
+// takes when nobody does.
+void SesionPostgres::DecideCifrado(const std::map<std::string, std::string>& dice) {
+  auto opciones = Resuelve(opciones_.conexion);
+  const std::vector<std::string> servidores = Servidores(opciones);
+  const auto ajeno = std::ranges::find_if_not(servidores, EsDeAqui);
+  const std::string usuario = opciones["user"];
+  quien_ = (usuario.empty() ? "" : usuario + " en ") + (ajeno == servidores.end() ? "esta máquina" : *ajeno);
+  const std::string modo = opciones["sslmode"];
+  cifra_ = !dice.contains("sslmode") && DelEntorno("PGSSLMODE").empty() && (modo.empty() || modo == "prefer");
+  if (cifra_ && ajeno != servidores.end()) sslmode_ = HayAutoridad(opciones["sslrootcert"]) ? "verify-full" : "require";
 }
 
 int SesionPostgres::VersionDe(const OpcionesConexion& opciones) {
   return SesionPostgres(opciones, SoloMira()).Version();
 }
 
+// Calls the server with that password, "" none: what comes back may be no connection.
+SesionPostgres::Manija SesionPostgres::Marca(const std::string& contrasena) const {
+  std::vector<const char*> claves, valores;
+  // What the address says itself stands.
+  for (const auto& [clave, valor] : std::initializer_list<std::pair<const char*, const char*>>{
+           {"client_encoding", "UTF8"},
+           {"application_name", "reservas"},
+           {"connect_timeout", kEsperaDeConexion},
+           {"keepalives_idle", "10"},
+           {"keepalives_interval", "5"},
+           {"keepalives_count", "3"},
+           {"tcp_user_timeout", "15000"},
+           {"sslmode", sslmode_.c_str()},
+           {"password", contrasena.c_str()},
+           {"dbname", opciones_.conexion.c_str()},
+       }) {
+    if (*valor == '\0') continue;
+    claves.push_back(clave);
+    valores.push_back(valor);
+  }
+  claves.push_back(nullptr);
+  valores.push_back(nullptr);
+  return Manija(PQconnectdbParams(claves.data(), valores.data(), 1));
+}
+
 // Asks for the password when the server wants one and none of the usual places holds it.
 void SesionPostgres::Enlaza() {
   for (bool corrige = false;; corrige = true) {
-    std::vector<const char*> claves, valores;
-    // What the address says itself stands.
-    for (const auto& [clave, valor] : std::initializer_list<std::pair<const char*, const char*>>{
-             {"client_encoding", "UTF8"},
-             {"application_name", "reservas"},
-             {"connect_timeout", kEsperaDeConexion},
-             {"keepalives_idle", "10"},
-             {"keepalives_interval", "5"},
-             {"keepalives_count", "3"},
-             {"tcp_user_timeout", "15000"},
-             {"sslmode", sslmode_.c_str()},
-             {"password", contrasena_.c_str()},
-             {"dbname", opciones_.conexion.c_str()},
-         }) {
-      if (*valor == '\0') continue;
-      claves.push_back(clave);
-      valores.push_back(valor);
-    }
-    claves.push_back(nullptr);
-    valores.push_back(nullptr);
-    c_.reset(PQconnectdbParams(claves.data(), valores.data(), 1));
+    c_ = Marca(contrasena_);
     if (PQstatus(c_.get()) == CONNECTION_OK) break;
     const bool falta = PQconnectionNeedsPassword(c_.get()) != 0,
                mala = corrige && PQconnectionUsedPassword(c_.get()) != 0;
@@ -143,6 +183,14 @@ void SesionPostgres::Enlaza() {
                                                ("Contraseña de la base de datos de " + quien_));
     if (!dada || dada->empty()) throw error;
     contrasena_ = *dada;
+  }
+  // A name of this machine that leads to another one, by whatever its tables of names say.
+  const char* adonde = PQhostaddr(c_.get());
+  if (cifra_ && adonde != nullptr && !EsDeAqui(adonde) && PQsslInUse(c_.get()) == 0 && PQgssEncInUse(c_.get()) == 0) {
+    c_.reset();
+    throw com::Error(kBaseDatos, "La conexión con el servidor de la base de datos, " + quien_ +
+                                     ", salió de esta máquina sin cifrar: escriba en la dirección el nombre del "
+                                     "servidor");
   }
   PQsetNoticeReceiver(
       c_.get(), [](void*, const PGresult*) {}, nullptr);
@@ -173,8 +221,34 @@ Resultado SesionPostgres::Revisa(PGresult* resultado, const std::string& sql) {
   Resultado r(resultado);
   if (PQstatus(c_.get()) != CONNECTION_OK) throw ErrorDePerdida(sql, false);
   const auto estado = PQresultStatus(r.get());
-  if (estado != PGRES_COMMAND_OK && estado != PGRES_TUPLES_OK) throw ErrorPostgres(r.get(), sql);
+  if (estado != PGRES_COMMAND_OK && estado != PGRES_TUPLES_OK) throw ErrorDe(r.get(), sql);
   return r;
+}
+
+// Of two nights that the constraint kept apart its detail tells room and nights. Whose the other one is another session
+// is asked: this one may be in a transaction that does not see it.
+com::Error SesionPostgres::ErrorDe(const PGresult* resultado, std::string_view sentencia) {
+  com::Error error = ErrorPostgres(resultado, sentencia);
+  const auto choque = NochesEnChoque(resultado);
+  if (!choque) return error;
+  const Manija otra = Marca(contrasena_);
+  const std::string consulta =
+      "SELECT rtrim(lower($1::rango_clave)), "
+      "to_char(GREATEST(lower($2::daterange), lower($3::daterange)), 'DD/MM/YYYY'), vendida.Rs_Folio, "
+      "EXISTS (SELECT FROM Reservacion_Detalle linea WHERE linea.Rs_Folio = vendida.Rs_Folio "
+      "AND linea.Hb_Cve_Habitacion = lower($1::rango_clave) "
+      "AND noches(linea.Rsd_Fecha_Inicio, linea.Rsd_Fecha_Fin) = Nv_Noches) "
+      "FROM Noche_Vendida vendida WHERE Nv_Habitacion = $1::rango_clave AND Nv_Noches = $3::daterange";
+  const char* const valores[] = {choque->habitacion.c_str(), choque->nuevas.c_str(), choque->vendidas.c_str()};
+  const Resultado r(PQexecParams(otra.get(), consulta.c_str(), 3, nullptr, valores, nullptr, nullptr, 0));
+  if (PQntuples(r.get()) == 0) return error;  // gone by now, or nobody may be asked
+  const auto campo = [&](int cual) { return std::string(PQgetvalue(r.get(), 0, cual)); };
+  const std::string vana =
+      campo(3) == "t" ? "" : ", que ya no la tiene: quien cuida la base corre reservas-base revisa";
+  return {error.Numero(),
+          "La habitación " + campo(0) + " ya está reservada la noche del " + campo(1) + " por la reservación " +
+              com::RecortaDerecha(campo(2)) + vana,
+          std::string(sentencia)};
 }
 
 Resultado SesionPostgres::Corre(const std::string& sql) { return Revisa(PQexec(c_.get(), sql.c_str()), sql); }
@@ -196,24 +270,44 @@ bool SesionPostgres::TomaTurno(const std::string& nombre) {
   return mio;
 }
 
-// Puts back guards that somebody has dropped.
+// Puts back guards that somebody has dropped, disabled or changed, and with them what they keep.
 void SesionPostgres::PoneGuardas() {
-  const Resultado hay = Corre("SELECT tgname FROM pg_trigger WHERE NOT tgisinternal");
+  const Resultado hay = Corre(
+      "SELECT tgname, pg_get_triggerdef(pg_trigger.oid, true) FROM pg_trigger "
+      "INNER JOIN pg_class ON pg_class.oid = tgrelid "
+      "WHERE NOT tgisinternal AND tgenabled IN ('O', 'A') AND relnamespace = current_schema()::regnamespace "
+      "UNION ALL SELECT proname, prosrc FROM pg_proc WHERE pronamespace = current_schema()::regnamespace");
+  std::multimap<std::string, std::string> dicen;
+  for (int i = 0; i < PQntuples(hay.get()); ++i)
+    dicen.emplace(PQgetvalue(hay.get(), i, 0), PQgetvalue(hay.get(), i, 1));
+  // A function is kept as the text between its marks, a trigger as the server would write it.
+  const auto dice = [](const esquema::Objeto& o) {
+    if (o.clase == esquema::Objeto::Clase::Guarda) return com::Minusculas(o.sql);
+    const std::size_t desde = o.sql.find("$$") + 2;
+    return o.sql.substr(desde, o.sql.rfind("$$") - desde);
+  };
   std::vector<std::string> faltan;
   std::string sentencias;
-  for (const esquema::Objeto& o : esquema::Objetos(esquema::Motor::PostgreSQL)) {
-    if (o.clase != esquema::Objeto::Clase::Guarda) continue;
-    const std::string nombre = com::Minusculas(o.nombre);
-    bool esta = false;
-    for (int i = 0; i < PQntuples(hay.get()); ++i) esta = esta || nombre == PQgetvalue(hay.get(), i, 0);
-    if (esta) continue;
+  for (const esquema::Objeto& o : esquema::Guardas(esquema::Motor::PostgreSQL)) {
+    using Clase = esquema::Objeto::Clase;
+    if (o.clase != Clase::Guarda && o.clase != Clase::Funcion) continue;
+    const auto [desde, hasta] = dicen.equal_range(com::Minusculas(o.nombre));
+    const std::string debe = dice(o);
+    if (std::any_of(desde, hasta, [&](const auto& h) {
+          return (o.clase == Clase::Guarda ? com::Minusculas(h.second) : h.second) == debe;
+        }))
+      continue;
     faltan.push_back(o.nombre);
-    sentencias += o.sql + ";\n";
+    sentencias += esquema::Reemplaza(o.sql, "CREATE TRIGGER", "CREATE OR REPLACE TRIGGER") + ";\n";
   }
   if (faltan.empty()) return;
   try {
-    Corre(sentencias);
+    Corre("BEGIN; SELECT pg_advisory_xact_lock(207, 0);" + sentencias + std::string(esquema::kDetieneNoches) + ";" +
+          std::string(esquema::kOlvidaNoches) + ";" + std::string(esquema::kApartaNoches));
+    PoneRoles();  // a function that is made anew runs with its caller's rights until then
+    Corre("COMMIT");
   } catch (const com::Error& e) {
+    PQclear(PQexec(c_.get(), "ROLLBACK"));
     throw com::Error(e.Numero(),
                      FaltabanGuardas(faltan) +
                          "Este usuario no las puede poner otra vez: avise a quien cuida la base de datos. " +
@@ -270,7 +364,11 @@ int SesionPostgres::Version() {
 
 // Of two programs that meet at an empty database the second finds the schema made.
 void SesionPostgres::PreparaEsquema() {
-  if (Version() == esquema::kVersion) return PoneGuardas();
+  if (Version() == esquema::kVersion) {
+    PoneGuardas();
+    PreparaRoles();  // why not is told when they are needed
+    return;
+  }
   Corre("BEGIN; SET LOCAL lock_timeout = '1min'; SELECT pg_advisory_xact_lock(207, 0)");
   try {
     const int tiene = Version();

@@ -1,6 +1,7 @@
 // A session with a PostgreSQL server: address, password, encryption, schema, and its being made again.
 #pragma once
 
+#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -32,12 +33,15 @@ class SesionPostgres {
   // lost, ErrorPostgres otherwise.
   Resultado Corre(const std::string& sql);
   Resultado Corre(const std::string& sql, const std::vector<const char*>& valores);
+  // The error of a statement that the server refused.
+  com::Error ErrorDe(const PGresult* resultado, std::string_view sentencia);
   // ConexionDeMotor::TomaAvisos.
   std::vector<std::string> TomaAvisos() { return std::exchange(avisos_, {}); }
   // Lock of this session, kept when it is made anew; false when another session has it.
   bool TomaTurno(const std::string& nombre);
   // ConexionDeMotor's of the same names.
   void Limita(const Alcance& alcance);
+  bool Limitada() const { return !alcance_.tarjetas || !alcance_.administra; }
   bool OcultaTarjetas() const { return ocultaTarjetas_; }
   std::string PreparaRoles();
   void AdmiteRol(const std::string& usuario, const std::string& contrasena);
@@ -50,6 +54,9 @@ class SesionPostgres {
   struct Cierra {
     void operator()(PGconn* c) const { PQfinish(c); }
   };
+  using Manija = std::unique_ptr<PGconn, Cierra>;
+  void DecideCifrado(const std::map<std::string, std::string>& dice);
+  Manija Marca(const std::string& contrasena) const;
   void Enlaza();
   int Numero(const char* sql);
   int Version();
@@ -65,14 +72,16 @@ class SesionPostgres {
   Resultado Revisa(PGresult* resultado, const std::string& sql);
 
   OpcionesConexion opciones_;
-  std::string sslmode_;  // "" as the address or the environment say
+  std::string sslmode_;  // "" as the address, the service or the environment say
+  bool cifra_ = false;   // nobody asked for less than an encrypted line to another machine
   std::string quien_;    // user and server, for whoever is asked for a password
   std::string contrasena_;
   std::vector<std::string> turnos_, avisos_;
-  std::unique_ptr<PGconn, Cierra> c_;
+  Manija c_;
   int cual_ = 0;
   std::string esquema_, camino_, propio_;  // schema of the tables, path of the schemas, role that connected
   esquema::Roles roles_;
+  std::string sinRoles_;  // why the roles could not be made; "" they are there
   Alcance alcance_;
   bool ocultaTarjetas_ = false;
 };

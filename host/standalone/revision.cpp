@@ -10,9 +10,11 @@
 #include "host/standalone/postgres_sesion.h"
 #include "host/standalone/respaldo.h"
 #include "host/standalone/sentencia.h"
+#include "host/standalone/transaccion.h"
 #include "platform/com/error.h"
 #include "platform/com/variant.h"
 #include "schema/esquema.h"
+#include "schema/guardas.h"
 
 namespace autonomo {
 namespace {
@@ -117,10 +119,33 @@ void RevisaNoches(Conexion& base, Hallazgos& h) {
                                                      (admite ? ", que la sobreventa permite:" : ":") + dobles});
 }
 
+// What the server keeps as sold and no line holds is refused to everybody: it is set free.
+void RevisaNochesApartadas(Conexion& base, Hallazgos& h) {
+  if (base.Motor() != esquema::Motor::PostgreSQL) return;
+  const auto filas = base.Directa(esquema::kNochesSinRenglon);
+  if (filas->Eof()) return h.push_back({false, "Noches apartadas: todas son de un renglón"});
+  std::string cuales;
+  for (; !filas->Eof(); filas->MoveNext()) {
+    const auto campo = [&](std::size_t cual) { return com::RecortaDerecha(com::CStr(filas->Fields(cual).Value())); };
+    cuales += "\n    habitación " + campo(0) + ", del " + campo(1) + " al " + campo(2) + ", reservación " + campo(3);
+  }
+  h.push_back({true, "Noches apartadas que ninguna reservación tiene, y que no se podían vender:" + cuales});
+  try {
+    Transaccion t(base);
+    for (const auto sentencia : {esquema::kDetieneNoches, esquema::kOlvidaNoches, esquema::kApartaNoches})
+      base.Directa(sentencia);
+    t.Concluye();
+    h.push_back({false, "Esas noches ya se pueden vender"});
+  } catch (const com::Error& e) {
+    h.push_back({true, "Esas noches no se pudieron liberar: " + e.Descripcion()});
+  }
+}
+
 void RevisaContenido(Conexion& base, Hallazgos& h) {
   for (const std::string& aviso : base.TomaAvisos()) h.push_back({true, aviso});
   RevisaReferencias(base, h);
   RevisaNoches(base, h);
+  RevisaNochesApartadas(base, h);
   for (const std::string& motivo : ParametrosIlegibles(base)) h.push_back({true, motivo});
 }
 

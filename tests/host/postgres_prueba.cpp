@@ -1,10 +1,12 @@
 // What is PostgreSQL's alone: a server that goes away, locks, whose database it is, passwords, encryption.
 #include <atomic>
 #include <barrier>
+#include <fstream>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include "host/standalone/revision.h"
 #include "tests/comun/puente.h"
 #include "tests/host/base_prueba.h"
 
@@ -154,10 +156,48 @@ TEST_F(ChoquesDePostgres, NingunAislamientoVendeDosVeces) {
     otra->Directa(std::string("BEGIN ISOLATION LEVEL ") + nivel);
     EXPECT_EQ(Uno(*otra, "SELECT COUNT(*) FROM Reservacion_Detalle"), "0");
     Vende(*c, "1", nivel, "2026-03-12");
-    EXPECT_EQ(ErrorDe([&] { Vende(*otra, "2", nivel, "2026-03-12"); }).Numero(), kRestriccion) << nivel;
+    const auto e = ErrorDe([&] { Vende(*otra, "2", nivel, "2026-03-12"); });
+    EXPECT_EQ(e.Numero(), kRestriccion) << nivel;
+    EXPECT_EQ(e.Descripcion(), "La habitación " + std::string(nivel) +
+                                   " ya está reservada la noche del 10/03/2026 por la reservación 1");
     otra->RollbackTrans();
     c->Execute("DELETE FROM Reservacion_Detalle");
   }
+}
+
+// A guard that is off, changed or on another table guards nothing; and what it missed meanwhile is caught up with.
+TEST_F(ChoquesDePostgres, UnaGuardaQueNoCuidaSePoneYConEllaSusNoches) {
+  const auto revisa = [&] {
+    autonomo::OpcionesConexion opciones;
+    opciones.conexion = ruta;
+    std::string texto;
+    for (const autonomo::Hallazgo& h : autonomo::Revisa(opciones, reloj))
+      texto += (h.mal ? "MAL " : "") + h.texto + "\n";
+    return texto;
+  };
+  for (const char* folio : {"1", "2"}) Encabeza(*c, folio);
+  EnPostgres(ruta, "INSERT INTO Habitacion (Hb_Cve_Habitacion) VALUES ('0302'), ('0303')");
+  for (const char* mal :
+       {"ALTER TABLE Reservacion_Detalle DISABLE TRIGGER USER", "DROP TRIGGER Sobreventa_Linea ON Reservacion_Detalle",
+        "CREATE OR REPLACE TRIGGER Sobreventa_Linea AFTER UPDATE ON Reservacion_Detalle FOR EACH ROW "
+        "EXECUTE FUNCTION sobreventa_linea()",
+        "CREATE OR REPLACE FUNCTION sobreventa_linea() RETURNS trigger LANGUAGE plpgsql AS 'BEGIN RETURN NULL; END'"}) {
+    Vende(*c, "1", "0302", "2026-03-12");
+    EnPostgres(ruta, mal);
+    EnPostgres(ruta, "UPDATE Reservacion_Detalle SET Hb_Cve_Habitacion = '0303'");
+    EXPECT_NE(revisa().find("MAL A la base de datos le faltaban guardas"), std::string::npos) << mal;
+    EXPECT_EQ(revisa().find("MAL"), std::string::npos) << mal << revisa();
+    Vende(*c, "2", "0302", "2026-03-12");  // free
+    EXPECT_EQ(ErrorDe([&] { Vende(*c, "2", "0303", "2026-03-12"); }).Numero(), kRestriccion) << mal;
+    c->Execute("DELETE FROM Reservacion_Detalle");
+  }
+  // Nights whose lines went by a way that no guard sees.
+  Vende(*c, "1", "0302", "2026-03-12");
+  EnPostgres(ruta, "TRUNCATE Reservacion_Detalle");
+  EXPECT_TRUE(Dice(ErrorDe([&] { Vende(*c, "2", "0302", "2026-03-11"); }), "por la reservación 1, que ya no la tiene"));
+  EXPECT_NE(revisa().find("habitación 0302, del 10/03/2026 al 12/03/2026, reservación 1"), std::string::npos);
+  EXPECT_EQ(revisa().find("MAL"), std::string::npos);
+  Vende(*c, "2", "0302", "2026-03-11");
 }
 
 // Each holds the room that the other one wants: one is undone by the server and runs again.
@@ -381,7 +421,33 @@ TEST_F(PostgresPrueba, ConOtraMaquinaSeHablaCifrado) {
   EXPECT_TRUE(Dice(vencido, "El certificado del servidor de la base de datos no vale: venció"))
       << vencido.Descripcion();
   ajusta("ssl = off");
-  EXPECT_TRUE(Dice(ErrorDe([&] { AbreCon(sola); }), "no cifra la conexión"));
+  // By whatever words another machine is named; who says himself that he wants no encryption is listened to.
+  const std::string base = ruta.substr(ruta.find("@/") + 2, ruta.find('?') - ruta.find("@/") - 2),
+                    puerto = sola.substr(sola.find("port=")), servicios = (carpeta / "servicios").string();
+  std::ofstream(servicios) << "[lejos]\nhost=127.0.0.2\nuser=hotel\n" + puerto + "\ndbname=" + base +
+                                  "\n[claro]\nsslmode=disable\nhost=127.0.0.2\nuser=hotel\n" + puerto +
+                                  "\ndbname=" + base + "\n";
+  setenv("PGSERVICEFILE", servicios.c_str(), 1);
+  struct Camino {
+    const char *variable, *valor;
+    std::string direccion;
+    const char* dice = "no cifra la conexión";
+  };
+  for (const Camino& camino :
+       {Camino{nullptr, nullptr, sola},
+        {nullptr, nullptr, "postgresql:///?service=lejos"},
+        {"PGSERVICE", "lejos", "postgresql://"},
+        {nullptr, nullptr, "postgresql://hotel@localhost/" + base + "?hostaddr=127.0.0.2&" + puerto},
+        {"PGHOSTADDR", "127.0.0.2", "postgresql://hotel@/" + base + "?" + puerto},
+        {"PGHOST", "127.0.0.2", "postgresql://hotel@/" + base + "?" + puerto},
+        {nullptr, nullptr, "postgresql:///?service=claro", "(sin error)"},
+        {"PGSSLMODE", "disable", sola, "(sin error)"}}) {
+    if (camino.variable != nullptr) setenv(camino.variable, camino.valor, 1);
+    const auto e = ErrorDe([&] { AbreCon(camino.direccion); });
+    EXPECT_TRUE(Dice(e, camino.dice)) << camino.direccion << ": " << e.Descripcion();
+    if (camino.variable != nullptr) unsetenv(camino.variable);
+  }
+  unsetenv("PGSERVICEFILE");
   ajusta("ssl = on");
   ajusta("ssl_cert_file = '" + delServidor + "/servidor9.crt'");
   // Another name for the same server is not the one in its certificate.
