@@ -45,6 +45,13 @@ QString Nombres(const std::vector<std::string>& derechos) {
   return nombres.join(QStringLiteral(", "));
 }
 
+std::string Dice(const autonomo::FichaUsuario& ficha) {
+  if (ficha.usuario.deBaja) return "está de baja";
+  const QString puede = Nombres(ficha.derechos);
+  return "se llama «" + ficha.usuario.nombre +
+         "» y puede: " + (puede.isEmpty() ? "nada de la lista" : puede.toStdString());
+}
+
 // User, name, password and the password again, in this order; a stored user's key stays.
 void AgregaContrasena(Editor& editor, const autonomo::Usuario& usuario, const QString& ayuda) {
   const Entrada clave = EntradaTexto(Q(usuario.clave), {}, false, &editor);
@@ -101,34 +108,42 @@ void HojaUsuarios::Carga() {
 void HojaUsuarios::EditaActual() {
   const int fila = lista_->Actual();
   if (fila < 0) return;
-  Corre([this, fila] {
-    const auto usuarios = autonomo::Usuarios(conexion_);
-    if (static_cast<std::size_t>(fila) < usuarios.size()) Edita(usuarios[static_cast<std::size_t>(fila)]);
+  const std::string clave = lista_->tabla()->item(fila, 0)->text().toStdString();
+  Corre([this, clave] {
+    const autonomo::FichaUsuario ficha = autonomo::FichaDe(conexion_, clave);
+    if (!ficha.usuario.clave.empty()) return Edita(ficha);
+    Carga();
+    throw com::Error(com::error::kArgumento, "El usuario " + clave + " ya no está");
   });
 }
 
-void HojaUsuarios::Edita(const autonomo::Usuario& usuario) {
-  const bool nuevo = usuario.clave.empty();
-  Editor editor(nuevo ? QStringLiteral("Usuarios · Nuevo") : Q("Usuarios · " + usuario.clave), window());
-  AgregaContrasena(editor, usuario, nuevo ? QString() : QStringLiteral("vacía: la que tiene"));
-  const auto tiene = autonomo::DerechosDe(conexion_, usuario.clave);
+void HojaUsuarios::Edita(autonomo::FichaUsuario vista) {
+  const bool nuevo = vista.usuario.clave.empty();
+  Editor editor(nuevo ? QStringLiteral("Usuarios · Nuevo") : Q("Usuarios · " + vista.usuario.clave), window());
+  AgregaContrasena(editor, vista.usuario, nuevo ? QString() : QStringLiteral("vacía: la que tiene"));
   for (const autonomo::Derecho& d : autonomo::Derechos()) {
     editor.Agrega(QString::fromUtf8(d.nombre), QString::fromUtf8(d.opcion),
-                  EntradaCasilla(std::ranges::find(tiene, d.opcion) != tiene.end(), &editor));
+                  EntradaCasilla(std::ranges::find(vista.derechos, d.opcion) != vista.derechos.end(), &editor));
   }
-  editor.Agrega(QStringLiteral("De baja"), QStringLiteral("baja"), EntradaCasilla(usuario.deBaja, &editor));
+  editor.Agrega(QStringLiteral("De baja"), QStringLiteral("baja"), EntradaCasilla(vista.usuario.deBaja, &editor));
   editor.guarda = [&](const std::vector<std::string>& textos) -> std::optional<Editor::Rechazo> {
     if (textos[2] != textos[3]) return Editor::Rechazo{"Las dos contraseñas no son iguales", 3};
     const std::string clave = com::Recorta(textos[0]);
-    const auto otros = autonomo::Usuarios(conexion_);
-    const bool existe = std::ranges::any_of(otros, [&](const auto& u) { return com::IgualSinCaja(u.clave, clave); });
-    if (nuevo && existe) return Editor::Rechazo{"El usuario " + clave + " ya existe", 0};
+    const autonomo::FichaUsuario ahora = autonomo::FichaDe(conexion_, clave);
+    if (nuevo && !ahora.usuario.clave.empty()) return Editor::Rechazo{"El usuario " + clave + " ya existe", 0};
+    if (!nuevo && ahora != vista) {
+      vista = ahora;
+      return Editor::Rechazo{"Alguien cambió mientras tanto a " + clave + ": ahora " + Dice(ahora) +
+                                 ". Al aceptar otra vez queda lo que está aquí",
+                             4};
+    }
     std::vector<std::string> derechos;
     for (std::size_t i = 0; i < autonomo::Derechos().size(); ++i) {
       if (!textos[4 + i].empty()) derechos.emplace_back(autonomo::Derechos()[i].opcion);
     }
     autonomo::GuardaUsuario(conexion_, {clave, textos[1], !textos.back().empty()},
-                            textos[2].empty() ? std::nullopt : std::make_optional(textos[2]), derechos);
+                            textos[2].empty() ? std::nullopt : std::make_optional(textos[2]), derechos,
+                            nuevo ? nullptr : &vista);
     return std::nullopt;
   };
   if (editor.Edita()) Carga();

@@ -18,7 +18,7 @@ class HojaUsuarios : public QWidget {
 
  private:
   void Carga();
-  void Edita(const autonomo::Usuario& usuario);
+  void Edita(autonomo::FichaUsuario vista);  // an empty one: a new user
   void EditaActual();
 
   autonomo::Conexion& conexion_;

@@ -11,7 +11,7 @@
 #include "host/contract/estados.h"
 #include "host/contract/mensajes.h"
 #include "host/standalone/conexion.h"
-#include "host/standalone/parametros.h"
+#include "host/standalone/transaccion.h"
 #include "platform/com/error.h"
 
 namespace guion {
@@ -24,7 +24,7 @@ namespace {
 // Reference of an imported booking: this and its id.
 constexpr std::string_view kReferencia = "IMP-";
 constexpr int kCritico = 16;
-constexpr const char* kParametroMoneda = anfitrion::parametro::kMonedaLocal.clave;
+constexpr const char* kSeriePrueba = "IMPORTACION";
 
 template <class T>
 T& Toma(controles::Formulario& formulario, const char* nombre) {
@@ -214,8 +214,12 @@ Importador::Intento Importador::Intenta(const std::function<void()>& pasos) {
 
 void Importador::ExigeBase(const std::string& falla) {
   try {
-    const std::string local = autonomo::LeeParametro(*anfitrion_.conexion(), kParametroMoneda).value_or("");
-    anfitrion_.Parametro(kParametroMoneda, local);
+    // A write that whoever captures may do, and that leaves nothing.
+    autonomo::Conexion& base = *anfitrion_.conexion();
+    autonomo::Transaccion t(base);
+    base.Consulta("INSERT INTO Folio_Consecutivo (Fc_Serie, Fc_Ultimo) VALUES (?, ?)", {kSeriePrueba, 0});
+    base.Consulta("DELETE FROM Folio_Consecutivo WHERE Fc_Serie = ?", {kSeriePrueba});
+    t.Concluye();
   } catch (const com::Error& e) {
     throw com::Error(com::error::kBaseDatos, falla + ": " + e.Descripcion());
   }

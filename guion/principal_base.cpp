@@ -23,6 +23,7 @@
 #include "host/standalone/registro.h"
 #include "host/standalone/respaldo.h"
 #include "host/standalone/revision.h"
+#include "host/standalone/transaccion.h"
 #include "host/standalone/traslado.h"
 #include "host/standalone/usuarios.h"
 #include "host/standalone/version.h"
@@ -44,10 +45,12 @@ constexpr const char* kUso =
     "  revisa HOTEL       busca daños y lo que no cuadra\n"
     "  copia HOTEL DESTINO\n"
     "                     pasa el hotel a otra base, vacía, y compara cada renglón. Mientras, nadie captura\n"
-    "  usuario HOTEL LOGIN [--contrasena-de ARCHIVO] [--servidor]\n"
-    "                     le pone la contraseña del archivo, o la de la variable RESERVAS_CONTRASENA, y lo deja\n"
-    "                     administrar el hotel; desde entonces todos la necesitan. Con --servidor entra además al\n"
-    "                     servidor PostgreSQL con un rol suyo, que tiene ahí los mismos derechos\n"
+    "  usuario HOTEL LOGIN [--contrasena-de ARCHIVO] [--administra] [--servidor]\n"
+    "                     le pone la contraseña del archivo, o la de la variable RESERVAS_CONTRASENA; desde la "
+    "primera\n"
+    "                     todos la necesitan. El primer usuario administra el hotel, los demás con --administra. Con\n"
+    "                     --servidor entra además al servidor PostgreSQL con un rol suyo, que tiene ahí la misma\n"
+    "                     contraseña y los mismos derechos\n"
     "  clave HOTEL        dice dónde están las llaves de las tarjetas y cuál abre las de ese hotel; con\n"
     "    --exporta ARCHIVO  copia esa llave a un archivo nuevo, para otro equipo o para guardarla\n"
     "    --importa ARCHIVO  trae las de un archivo así\n"
@@ -151,30 +154,43 @@ int Habitaciones(const Palabras& palabras, const guion::Argumentos&) {
   return guion::kTodoBien;
 }
 
-// Whoever may write the hotel's file may let himself in: a forgotten password is no end.
+// Whoever may write the hotel's file may let himself in: a forgotten password is no end. The first one with a password
+// goes on with what everybody could do until then, which is then hers.
 int Usuario(const Palabras& palabras, const guion::Argumentos& argumentos) {
   const std::string contrasena = guion::LeeContrasena(argumentos.Valor("contrasena-de"));
   const auto conexion = autonomo::AbreConexion(Existente(palabras[0]), kReloj);
   guion::DiceAvisos(kPrograma, *conexion);
-  if (const std::string sinRoles = conexion->roles().PreparaRoles(); !sinRoles.empty()) std::cout << sinRoles << '\n';
+  const std::string sinRoles = conexion->roles().PreparaRoles();
+  if (!sinRoles.empty()) std::cout << sinRoles << '\n';
   const bool enServidor = argumentos.Hay("servidor");
   if (enServidor && conexion->Motor() != esquema::Motor::PostgreSQL)
     throw com::Error(com::error::kArgumento, "--servidor es para un hotel en un servidor PostgreSQL");
-  autonomo::Usuario usuario{palabras[1], ""};
-  for (const autonomo::Usuario& u : autonomo::Usuarios(*conexion)) {
-    if (com::IgualSinCaja(u.clave, palabras[1])) usuario = u;
+  if (enServidor && !sinRoles.empty())
+    throw com::Error(com::error::kArgumento, "Sin los roles del hotel en el servidor nadie entra a él con uno suyo");
+  autonomo::FichaUsuario ficha = autonomo::FichaDe(*conexion, palabras[1]);
+  if (ficha.usuario.clave.empty()) ficha.usuario.clave = palabras[1];
+  ficha.usuario.deBaja = false;
+  const auto puede = [&](const char* opcion) {
+    if (std::ranges::find(ficha.derechos, opcion) == ficha.derechos.end()) ficha.derechos.emplace_back(opcion);
+  };
+  const bool primera = !autonomo::HayQuienAdministre(*conexion);
+  if (primera || argumentos.Hay("administra")) puede(autonomo::kPermisoConfiguracion);
+  if (primera && autonomo::PuedeVerTarjetas(*conexion, ficha.usuario.clave)) puede(autonomo::kPermisoTarjetas);
+  autonomo::Transaccion t(*conexion);
+  autonomo::GuardaUsuario(*conexion, ficha.usuario, contrasena, ficha.derechos);
+  const std::string& clave = ficha.usuario.clave;
+  std::string rol;
+  if (enServidor) {
+    conexion->roles().AdmiteRol(clave, contrasena);
+    rol = com::RecortaDerecha(com::CStr(conexion->Consulta("SELECT LOWER(?) AS Rol", {clave})->Fields(0).Value()));
+    if (!conexion->roles().AjustaRol(clave, autonomo::AlcanceDe(*conexion, clave)))
+      throw com::Error(com::error::kBaseDatos, "El rol " + rol + " del servidor no tomó los derechos de " + clave);
   }
-  usuario.deBaja = false;
-  auto derechos = autonomo::DerechosDe(*conexion, usuario.clave);
-  derechos.emplace_back(autonomo::kPermisoConfiguracion);
-  std::sort(derechos.begin(), derechos.end());
-  derechos.erase(std::unique(derechos.begin(), derechos.end()), derechos.end());
-  autonomo::GuardaUsuario(*conexion, usuario, contrasena, derechos);
-  std::cout << "El usuario " << usuario.clave << " tiene esa contraseña y administra el hotel\n";
-  if (!enServidor) return guion::kTodoBien;
-  conexion->roles().AdmiteRol(usuario.clave, contrasena);
-  conexion->roles().AjustaRol(usuario.clave, autonomo::AlcanceDe(*conexion, usuario.clave));
-  std::cout << "Su rol en el servidor es " << com::Minusculas(usuario.clave) << " y tiene ahí los mismos derechos\n";
+  t.Concluye();
+  std::cout << "El usuario " << clave << " tiene esa contraseña"
+            << (autonomo::Administra(*conexion, clave) ? " y administra el hotel\n" : "\n");
+  if (enServidor)
+    std::cout << "Su rol en el servidor es " << rol << " y tiene ahí la misma contraseña y los mismos derechos\n";
   return guion::kTodoBien;
 }
 
@@ -425,6 +441,7 @@ int main(int argc, char** argv) {
                                         {"nombres"},
                                         {"ahora", true},
                                         {"contrasena-de", true},
+                                        {"administra"},
                                         {"servidor"},
                                         {"exporta", true},
                                         {"importa", true},

@@ -114,6 +114,12 @@ void RevisaUsuario(const std::string& usuario) {
   throw com::Error(com::error::kArgumento, "El usuario «" + usuario + "» no puede entrar: " + motivo);
 }
 
+void ExigeConfigurar(Conexion& conexion, const std::string& usuario) {
+  if (PuedeConfigurar(conexion, usuario)) return;
+  if (PideContrasena(conexion))
+    throw com::Error(com::error::kSoloLectura, "El usuario " + usuario + " no puede configurar el hotel");
+}
+
 std::string TextoDe(const ado::Recordset& rs, std::size_t columna) { return com::TextoDe(rs.Fields(columna).Value()); }
 
 }  // namespace
@@ -174,6 +180,7 @@ void Anfitrion::RegistraClases() {
 com::Ptr<com::Despacho> Anfitrion::Padre() { return com::Ptr<com::Despacho>(new PadreDePantalla(*this)); }
 
 void Anfitrion::Parametro(const std::string& clave, const std::string& valor) {
+  ExigeConfigurar(*conexion_, usuario_);
   Transaccion t(*conexion_);
   conexion_->EsperaTurno("parametros");
   conexion_->Consulta("DELETE FROM Parametro WHERE Pm_Clave = ?", {clave});
@@ -182,22 +189,23 @@ void Anfitrion::Parametro(const std::string& clave, const std::string& valor) {
 }
 
 void Anfitrion::Permiso(const std::string& opcion, bool concedido) {
-  Transaccion t(*conexion_);
-  conexion_->Consulta("DELETE FROM Permiso WHERE Pe_Usuario = ? AND Pe_Pantalla = ? AND Pe_Opcion = ?",
-                      {usuario_, anfitrion::kPantalla, opcion});
-  if (concedido) {
-    conexion_->Consulta("INSERT INTO Permiso (Pe_Usuario, Pe_Pantalla, Pe_Opcion) VALUES (?, ?, ?)",
+  ExigeConfigurar(*conexion_, usuario_);
+  CambiaDerechos(*conexion_, [&] {
+    conexion_->Consulta("DELETE FROM Permiso WHERE Pe_Usuario = ? AND Pe_Pantalla = ? AND Pe_Opcion = ?",
                         {usuario_, anfitrion::kPantalla, opcion});
-  }
-  t.Concluye();
-  if (!conexion_->EnTransaccion() && PideContrasena(*conexion_))
-    conexion_->roles().Limita(AlcanceDe(*conexion_, usuario_));
+    if (concedido) {
+      conexion_->Consulta("INSERT INTO Permiso (Pe_Usuario, Pe_Pantalla, Pe_Opcion) VALUES (?, ?, ?)",
+                          {usuario_, anfitrion::kPantalla, opcion});
+    }
+  });
+  if (!conexion_->EnTransaccion() && PideContrasena(*conexion_)) conexion_->roles().Limita(AlcanceDe(*conexion_, usuario_));
 }
 
 void Anfitrion::Cambio(const std::string& moneda, double tasa) {
   if (!(tasa > 0) || !std::isfinite(tasa)) {
     throw com::Error(com::error::kArgumento, "El tipo de cambio debe ser mayor a 0");
   }
+  ExigeConfigurar(*conexion_, usuario_);
   Transaccion t(*conexion_);
   conexion_->Consulta("DELETE FROM Tipo_Cambio WHERE Mn_Cve_Moneda = ?", {moneda});
   conexion_->Consulta("INSERT INTO Tipo_Cambio (Mn_Cve_Moneda, Tc_Fecha, Tc_Tasa) VALUES (?, ?, ?)",
@@ -207,6 +215,7 @@ void Anfitrion::Cambio(const std::string& moneda, double tasa) {
 
 void Anfitrion::Impuesto(const std::string& sucursal, const std::string& producto, double factor) {
   ExigeNoNegativo(factor, "El factor de impuesto");
+  ExigeConfigurar(*conexion_, usuario_);
   Transaccion t(*conexion_);
   conexion_->Consulta("DELETE FROM Impuesto WHERE Sc_Cve_Sucursal = ? AND Pr_Cve_Producto = ?", {sucursal, producto});
   conexion_->Consulta("INSERT INTO Impuesto (Sc_Cve_Sucursal, Pr_Cve_Producto, Im_Factor) VALUES (?, ?, ?)",
@@ -218,6 +227,7 @@ void Anfitrion::Tarifa(const std::string& tipo, double precio, double adultoExtr
   ExigeNoNegativo(precio, "El precio");
   ExigeNoNegativo(adultoExtra, "El precio del adulto extra");
   ExigeNoNegativo(menorExtra, "El precio del menor extra");
+  ExigeConfigurar(*conexion_, usuario_);
   Transaccion t(*conexion_);
   conexion_->Consulta(
       "DELETE FROM Tarifa WHERE Th_Cve_Tipo_Habitacion = ? AND Tf_Inicio IS NULL AND Tf_Fin IS NULL AND Tf_Dias = ''",
@@ -231,6 +241,7 @@ void Anfitrion::Tarifa(const std::string& tipo, double precio, double adultoExtr
 
 void Anfitrion::Plantilla(const std::string& codigo, const std::string& asunto, const std::string& cuerpo,
                           const std::string& formato) {
+  ExigeConfigurar(*conexion_, usuario_);
   Transaccion t(*conexion_);
   conexion_->Consulta("DELETE FROM Plantilla WHERE Pt_Cve_Plantilla = ?", {codigo});
   conexion_->Consulta("INSERT INTO Plantilla (Pt_Cve_Plantilla, Pt_Asunto, Pt_Cuerpo, Pt_Formato) VALUES (?, ?, ?, ?)",

@@ -3,6 +3,7 @@
 
 #include "host/standalone/catalogos.h"
 #include "host/standalone/parametros.h"
+#include "host/standalone/usuarios.h"
 #include "platform/com/error.h"
 #include "platform/regional/regional.h"
 #include "schema/esquema.h"
@@ -129,6 +130,17 @@ std::string MascaraDe(Conexion& conexion, const Catalogo& c) {
   return ValorParametro(conexion, c.mascara);
 }
 
+namespace {
+
+// Rights have rules of their own.
+void Escribe(Conexion& conexion, const Catalogo& c, const std::string& sentencia,
+             const Conexion::Parametros& valores) {
+  const auto escribe = [&] { conexion.Consulta(sentencia, valores); };
+  c.tabla == "Permiso" ? CambiaDerechos(conexion, escribe) : escribe();
+}
+
+}  // namespace
+
 void Inserta(Conexion& conexion, const Catalogo& c, std::vector<com::Variant> valores) {
   if (!c.consecutivo.empty()) {
     const auto rs = conexion.Consulta("SELECT MAX(" + std::string(c.consecutivo) + ") FROM " + std::string(c.tabla));
@@ -150,7 +162,7 @@ void Inserta(Conexion& conexion, const Catalogo& c, std::vector<com::Variant> va
   }
   const std::string sentencia =
       "INSERT INTO " + std::string(c.tabla) + " (" + Lista(c, ", ", "") + estado + ") VALUES (" + marcas + ")";
-  conexion.Consulta(sentencia, valores);
+  Escribe(conexion, c, sentencia, valores);
 }
 
 void Cambia(Conexion& conexion, const Catalogo& c, const FilaCatalogo& antes, std::vector<com::Variant> valores) {
@@ -165,7 +177,7 @@ void Cambia(Conexion& conexion, const Catalogo& c, const FilaCatalogo& antes, st
   const std::string condicion = Condicion(c, antes.valores, true, parametros);
   const std::string sentencia =
       "UPDATE " + std::string(c.tabla) + " SET " + Lista(c, ", ", " = ?") + " WHERE " + condicion;
-  conexion.Consulta(sentencia, parametros);
+  Escribe(conexion, c, sentencia, parametros);
 }
 
 void Retira(Conexion& conexion, const Catalogo& c, const FilaCatalogo& fila) {
@@ -180,7 +192,7 @@ void Retira(Conexion& conexion, const Catalogo& c, const FilaCatalogo& fila) {
   const std::string tabla(c.tabla);
   const std::string sentencia = c.conEstado ? "UPDATE " + tabla + " SET Es_Cve_Estado = ? WHERE " + condicion
                                             : "DELETE FROM " + tabla + " WHERE " + condicion;
-  conexion.Consulta(sentencia, parametros);
+  Escribe(conexion, c, sentencia, parametros);
 }
 
 }  // namespace autonomo

@@ -21,6 +21,10 @@ const std::vector<Derecho>& Derechos() {
 std::string MotivoUsuario(const std::string& usuario) {
   if (com::Recorta(usuario).empty()) return "su clave está vacía";
   if (usuario.find('\'') != std::string::npos) return "una clave de usuario no lleva apóstrofos";
+  for (std::size_t i = 0; i < usuario.size();) {
+    const char32_t c = com::LeeUtf8(usuario, i);
+    if (c < 0x20 || (c >= 0x7F && c < 0xA0)) return "una clave de usuario no lleva saltos de línea ni otros controles";
+  }
   if (com::LargoUtf8(usuario) <= esquema::kLargoClave) return {};
   return "una clave de usuario lleva hasta " + std::to_string(esquema::kLargoClave) + " caracteres";
 }
@@ -33,10 +37,12 @@ bool TienePermiso(Conexion& conexion, const std::string& usuario, const std::str
 
 namespace {
 
-// Who was granted it, and everybody while nobody was.
+// Who was granted it; and where users have no passwords, everybody while nobody was.
 bool PuedeMientrasNadie(Conexion& conexion, const std::string& usuario, const char* opcion) {
   return TienePermiso(conexion, usuario, anfitrion::kPantalla, opcion) ||
-         !Hay(conexion, "SELECT Pe_Opcion FROM Permiso WHERE Pe_Pantalla = ? AND Pe_Opcion = ?",
+         !Hay(conexion,
+              "SELECT Pe_Opcion FROM Permiso WHERE Pe_Pantalla = ? AND Pe_Opcion = ? "
+              "UNION ALL SELECT Us_Cve_Usuario FROM Usuario WHERE Us_Contrasena <> ''",
               {anfitrion::kPantalla, opcion});
 }
 

@@ -24,11 +24,11 @@ std::string MotivoUsuario(const std::string& usuario);
 
 bool TienePermiso(Conexion& conexion, const std::string& usuario, const std::string& pantalla,
                   const std::string& opcion);
-// Whether the user may open the configuration: who was granted CHCONF, and everybody while nobody was, so that a new
-// database can be set up and none can be locked for good.
+// Whether the user may open the configuration: who was granted CHCONF; and where users have no passwords everybody
+// while nobody was, so that a new database can be set up.
 bool PuedeConfigurar(Conexion& conexion, const std::string& usuario);
 
-// Right to read card numbers and codes in clear; likewise everybody's while nobody was granted it.
+// Right to read card numbers and codes in clear; likewise everybody's without passwords while nobody was granted it.
 inline constexpr const char* kPermisoTarjetas = anfitrion::permiso::kTarjetas;
 bool PuedeVerTarjetas(Conexion& conexion, const std::string& usuario);
 

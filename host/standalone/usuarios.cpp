@@ -99,13 +99,6 @@ std::string Legible(std::int64_t segundos) {
   return segundos < 120 ? std::to_string(segundos) + " segundos" : std::to_string((segundos + 59) / 60) + " minutos";
 }
 
-bool QuedaQuienAdministre(Conexion& conexion) {
-  return Hay(conexion,
-             "SELECT 1 AS Uno FROM Usuario INNER JOIN Permiso ON Pe_Usuario = Us_Cve_Usuario "
-             "WHERE Es_Cve_Estado = 'AC' AND Us_Contrasena <> '' AND Pe_Pantalla = ? AND Pe_Opcion = ?",
-             {anfitrion::kPantalla, kPermisoConfiguracion});
-}
-
 bool Existe(Conexion& conexion, const std::string& usuario) {
   return Hay(conexion, "SELECT Us_Cve_Usuario FROM Usuario WHERE Us_Cve_Usuario = ?", {usuario});
 }
@@ -155,14 +148,41 @@ bool PideContrasena(Conexion& conexion) {
   return Hay(conexion, "SELECT Us_Cve_Usuario FROM Usuario WHERE Us_Contrasena <> ''", {});
 }
 
+bool HayQuienAdministre(Conexion& conexion) {
+  return Hay(conexion,
+             "SELECT 1 AS Uno FROM Usuario INNER JOIN Permiso ON Pe_Usuario = Us_Cve_Usuario "
+             "WHERE Es_Cve_Estado = 'AC' AND Us_Contrasena <> '' AND Pe_Pantalla = ? AND Pe_Opcion = ?",
+             {anfitrion::kPantalla, kPermisoConfiguracion});
+}
+
+void CambiaDerechos(Conexion& conexion, const std::function<void()>& cambia) {
+  Transaccion t(conexion);
+  conexion.EsperaTurno("usuarios");
+  cambia();
+  if (PideContrasena(conexion) && !HayQuienAdministre(conexion)) {
+    Rechaza("Debe quedar un usuario con contraseña que pueda abrir la configuración");
+  }
+  AjustaRoles(conexion);
+  t.Concluye();
+}
+
 std::string MotivoContrasena(const std::string& contrasena) {
   return com::LargoUtf8(contrasena) >= kLargoMenor
              ? ""
              : "La contraseña lleva al menos " + std::to_string(kLargoMenor) + " caracteres";
 }
 
+FichaUsuario FichaDe(Conexion& conexion, const std::string& usuario) {
+  FichaUsuario ficha;
+  for (const Usuario& u : Usuarios(conexion)) {
+    if (com::IgualSinCaja(u.clave, usuario)) ficha.usuario = u;
+  }
+  if (!ficha.usuario.clave.empty()) ficha.derechos = DerechosDe(conexion, usuario);
+  return ficha;
+}
+
 void GuardaUsuario(Conexion& conexion, const Usuario& usuario, const std::optional<std::string>& contrasena,
-                   const std::vector<std::string>& derechos) {
+                   const std::vector<std::string>& derechos, const FichaUsuario* vista) {
   if (const std::string motivo = MotivoUsuario(usuario.clave); !motivo.empty()) {
     Rechaza("El usuario no se puede guardar: " + motivo);
   }
@@ -170,30 +190,35 @@ void GuardaUsuario(Conexion& conexion, const Usuario& usuario, const std::option
     if (const std::string motivo = MotivoContrasena(*contrasena); !motivo.empty()) Rechaza(motivo);
   }
   const std::string resumen = contrasena ? Resumen(*contrasena) : "";  // takes its time: before the transaction
-  Transaccion t(conexion);
-  if (!Existe(conexion, usuario.clave)) {
-    if (!contrasena) Rechaza("Falta la contraseña");
-    conexion.Consulta("INSERT INTO Usuario (Us_Cve_Usuario) VALUES (?)", {usuario.clave});
-  }
-  conexion.Consulta("UPDATE Usuario SET Us_Nombre = ?, Es_Cve_Estado = ? WHERE Us_Cve_Usuario = ?",
-                    {usuario.nombre, usuario.deBaja ? esquema::kBaja : esquema::kActiva, usuario.clave});
-  if (contrasena) {
-    conexion.Consulta("UPDATE Usuario SET Us_Contrasena = ?, Us_Fallas = 0, Us_Espera = NULL WHERE Us_Cve_Usuario = ?",
-                      {resumen, usuario.clave});
-  }
-  GuardaDerechos(conexion, usuario.clave, derechos);
-  if (!QuedaQuienAdministre(conexion)) {
-    Rechaza("Debe quedar un usuario con contraseña que pueda abrir la configuración");
-  }
-  AjustaRoles(conexion);
-  t.Concluye();
+  CambiaDerechos(conexion, [&] {
+    if (vista != nullptr && FichaDe(conexion, usuario.clave) != *vista) {
+      Rechaza("Alguien cambió mientras tanto al usuario " + usuario.clave + ": revíselo y acepte otra vez");
+    }
+    if (!Existe(conexion, usuario.clave)) {
+      if (!contrasena) Rechaza("Falta la contraseña");
+      conexion.Consulta("INSERT INTO Usuario (Us_Cve_Usuario) VALUES (?)", {usuario.clave});
+    }
+    conexion.Consulta("UPDATE Usuario SET Us_Nombre = ?, Es_Cve_Estado = ? WHERE Us_Cve_Usuario = ?",
+                      {usuario.nombre, usuario.deBaja ? esquema::kBaja : esquema::kActiva, usuario.clave});
+    if (contrasena) {
+      conexion.Consulta(
+          "UPDATE Usuario SET Us_Contrasena = ?, Us_Fallas = 0, Us_Espera = NULL WHERE Us_Cve_Usuario = ?",
+          {resumen, usuario.clave});
+    }
+    GuardaDerechos(conexion, usuario.clave, derechos);
+  });
 }
 
-// A try is counted before the password is looked at, so that many at once are no way around the wait.
+// A try is counted before the password is looked at, and the count is what makes others wait that come at the same
+// time: so many at once are no way around the wait.
 Acceso Accede(Conexion& conexion, const std::string& usuario, const std::string& contrasena, com::Fecha ahora) {
   std::string propio, resumen;
   {
     Transaccion t(conexion);
+    conexion.Consulta(
+        "UPDATE Usuario SET Us_Fallas = Us_Fallas + 1 "
+        "WHERE Us_Cve_Usuario = ? AND Es_Cve_Estado = 'AC' AND Us_Contrasena <> ''",
+        {usuario});
     const auto rs = conexion.Consulta(
         "SELECT Us_Cve_Usuario, Us_Contrasena, Us_Fallas, Us_Espera FROM Usuario "
         "WHERE Us_Cve_Usuario = ? AND Es_Cve_Estado = 'AC' AND Us_Contrasena <> ''",
@@ -202,11 +227,10 @@ Acceso Accede(Conexion& conexion, const std::string& usuario, const std::string&
       propio = com::TextoDe(rs->Fields(0).Value());
       resumen = com::TextoDe(rs->Fields(1).Value());
       if (const auto falta = Espera(rs->Fields(3).Value(), ahora); falta > 0) {
-        return {propio, "Demasiados intentos: espere " + Legible(falta)};
+        return {propio, "Demasiados intentos: espere " + Legible(falta)};  // one that waits counts for nothing
       }
-      const int fallas = com::CLng(rs->Fields(2).Value()) + 1;
-      conexion.Consulta("UPDATE Usuario SET Us_Fallas = ?, Us_Espera = ? WHERE Us_Cve_Usuario = ?",
-                        {fallas, MasSegundos(ahora, EsperaTras(fallas)), propio});
+      conexion.Consulta("UPDATE Usuario SET Us_Espera = ? WHERE Us_Cve_Usuario = ?",
+                        {MasSegundos(ahora, EsperaTras(com::CLng(rs->Fields(2).Value()))), propio});
     }
     t.Concluye();
   }

@@ -1,6 +1,7 @@
 // Users with passwords. A hotel in which nobody has one asks for none; with the first one everybody needs one.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -12,7 +13,16 @@ namespace autonomo {
 struct Usuario {
   std::string clave, nombre;
   bool deBaja = false;
+  bool operator==(const Usuario&) const = default;
 };
+// A user as an administrator is shown her.
+struct FichaUsuario {
+  Usuario usuario;
+  std::vector<std::string> derechos;  // DerechosDe
+  bool operator==(const FichaUsuario&) const = default;
+};
+// Of one that is not there an empty one.
+FichaUsuario FichaDe(Conexion& conexion, const std::string& usuario);
 
 std::vector<Usuario> Usuarios(Conexion& conexion);
 // Rights of screen "KV207" that the user has, by their keys.
@@ -21,11 +31,17 @@ bool PideContrasena(Conexion& conexion);
 
 // Why a password is not taken; "" it is. At least eight characters.
 std::string MotivoContrasena(const std::string& contrasena);
+// Somebody who is active, has a password and was granted CHCONF.
+bool HayQuienAdministre(Conexion& conexion);
+// Does what changes users or rights, whole or not at all, one program after the other; the roles in the server follow.
+// com::Error kArgumento when in a hotel with passwords nobody would be left who may configure it.
+void CambiaDerechos(Conexion& conexion, const std::function<void()>& cambia);
+
 // Stores the user, new or not, with these rights of the list Derechos and no other of it; without a password the old
 // one stays. com::Error kArgumento for a login or password that cannot be taken, a new user without one, and when
-// nobody would be left who may configure the hotel.
+// nobody would be left who may configure the hotel, and when she is no longer as she was shown, if vista says how.
 void GuardaUsuario(Conexion& conexion, const Usuario& usuario, const std::optional<std::string>& contrasena,
-                   const std::vector<std::string>& derechos);
+                   const std::vector<std::string>& derechos, const FichaUsuario* vista = nullptr);
 
 struct Acceso {
   std::string usuario;  // as it is stored

@@ -180,6 +180,29 @@ TEST_F(AccesoPrueba, QuienAdministraDaDeAltaALosDemas) {
       guarda(w);
     });
     QTest::mouseClick(hoja->findChild<QPushButton*>(QStringLiteral("nuevo")), Qt::LeftButton);
+    auto* tabla = hoja->findChild<QTableWidget*>(QStringLiteral("Usuario"));
+    const auto edita = [&](const char* quien) {
+      const auto filas = tabla->findItems(QString::fromUtf8(quien), Qt::MatchExactly);
+      ASSERT_FALSE(filas.isEmpty()) << quien;
+      QTest::mouseClick(tabla->viewport(), Qt::LeftButton, {}, tabla->visualItemRect(filas.first()).center());
+      QTest::mouseClick(hoja->findChild<QPushButton*>(QStringLiteral("editar")), Qt::LeftButton);
+    };
+    // Another administrator works too: who was chosen is edited, and what he changed is told before it is replaced.
+    autonomo::Conexion& otro = *anfitrion_.conexion();
+    autonomo::GuardaUsuario(otro, {"beto", ""}, "la de beto", {});
+    Espera("editor_fila", [&](QWidget& w) {
+      EXPECT_EQ(w.findChild<QLineEdit*>(QStringLiteral("Us_Cve_Usuario"))->text(), QStringLiteral("luis"));
+      autonomo::GuardaUsuario(otro, {"luis", ""}, std::nullopt, {"CHDS02", "CHPR02"});
+      guarda(w);
+      EXPECT_TRUE(w.isVisible());
+      const auto letreros = w.findChildren<QLabel*>();
+      EXPECT_TRUE(std::ranges::any_of(letreros, [](const QLabel* l) {
+        return l->text().contains(QStringLiteral("puede: Cambiar precios, Dar descuentos"));
+      }));
+      EXPECT_EQ(Sql("SELECT Pe_Opcion FROM Permiso WHERE Pe_Usuario = 'luis' ORDER BY Pe_Opcion"), "CHDS02\nCHPR02\n");
+      guarda(w);
+    });
+    edita("luis");
     // The last who administers it cannot go.
     Espera("editor_fila", [&](QWidget& w) {
       QTest::mouseClick(w.findChild<QCheckBox*>(QStringLiteral("baja")), Qt::LeftButton, {}, {8, 8});
@@ -187,12 +210,12 @@ TEST_F(AccesoPrueba, QuienAdministraDaDeAltaALosDemas) {
       EXPECT_TRUE(w.isVisible());
       QTest::keyClick(&w, Qt::Key_Escape);
     });
-    QTest::mouseClick(hoja->findChild<QPushButton*>(QStringLiteral("editar")), Qt::LeftButton);
+    edita("ana");
     catalogos.close();
   });
   escritorio_.AbrePantalla("CONFIG", {});
   EXPECT_EQ(Sql("SELECT Pe_Opcion FROM Permiso WHERE Pe_Usuario = 'luis'"), "CHPR02\n");
-  EXPECT_EQ(Sql("SELECT Es_Cve_Estado FROM Usuario"), "AC\nAC\n");
+  EXPECT_EQ(Sql("SELECT Es_Cve_Estado FROM Usuario"), "AC\nAC\nAC\n");
   EXPECT_TRUE(autonomo::Accede(*anfitrion_.conexion(), "LUIS", "la de luis", autonomo::Reloj().Ahora()).Bien());
 }
 

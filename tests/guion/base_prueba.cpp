@@ -1,6 +1,7 @@
 // reservas-base as a process, beside clerks that are processes.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <thread>
@@ -178,10 +179,10 @@ TEST_F(Base, CopiaDeIdaYVueltaPorPostgres) {
 TEST_F(Base, ConContrasenasLosGuionesYLaImportacionLaNecesitan) {
   ASSERT_EQ(Di({"demo", hotel, "--ahora", "2026-03-09"}).estado, 0);
   const std::string buena = carpeta.Escribe("buena", "la de siempre\r\n"), mala = carpeta.Escribe("mala", "otra\n");
-  const auto guion = [&](std::vector<std::string> mas) {
-    mas.insert(mas.begin(),
-               {RESERVAS_GUION, "--registro", carpeta.Ruta("diario"), "--base", hotel, "--usuario", "luz"});
-    return Corre(mas, "sql SELECT 1 AS Uno\n");
+  const auto guion = [&](std::vector<std::string> mas, const std::string& ordenes = "sql SELECT 1 AS Uno\n") {
+    mas.insert(mas.begin(), {RESERVAS_GUION, "--registro", carpeta.Ruta("diario"), "--base", hotel});
+    if (std::ranges::find(mas, "--usuario") == mas.end()) mas.insert(mas.end(), {"--usuario", "luz"});
+    return Corre(mas, ordenes);
   };
   EXPECT_EQ(guion({}).estado, 0) << "no passwords yet";
   EXPECT_EQ(Di({"usuario", hotel, "LUZ"}).estado, 1);
@@ -191,6 +192,22 @@ TEST_F(Base, ConContrasenasLosGuionesYLaImportacionLaNecesitan) {
   EXPECT_NE(guion({}).errores.find("RESERVAS_CONTRASENA"), std::string::npos);
   EXPECT_NE(guion({"--contrasena-de", mala}).errores.find("no son correctos"), std::string::npos);
   EXPECT_EQ(guion({"--contrasena-de", buena}).estado, 0);
+  // The first one administers the hotel and sees the cards, as until then everybody; the others what they are given.
+  const auto derechos = [&](const char* quien) {
+    return guion({"--contrasena-de", buena}, "sql SELECT Pe_Opcion FROM Permiso WHERE Pe_Usuario = '" +
+                                                 std::string(quien) + "' ORDER BY Pe_Opcion\n")
+        .texto;
+  };
+  EXPECT_NE(derechos("LUZ").find(R"([{"Pe_Opcion":"CHCONF"},{"Pe_Opcion":"CHTARJ"}])"), std::string::npos);
+  EXPECT_EQ(Di({"usuario", hotel, "PACO", "--contrasena-de", buena}).estado, 0);
+  EXPECT_NE(derechos("PACO").find(R"("valor":[])"), std::string::npos);
+  for (const char* orden : {"permiso CHTARJ si", "parametro HT_OVER_BOOKING 1", "tarifa 0001 1 1 1",
+                            "impuesto 0001 HAB 0", "cambio USD 1", "plantilla X asunto cuerpo"}) {
+    const Salida s = guion({"--usuario", "PACO", "--contrasena-de", buena}, std::string(orden) + "\n");
+    EXPECT_NE(s.texto.find("El usuario PACO no puede configurar el hotel"), std::string::npos) << orden << s.texto;
+  }
+  EXPECT_EQ(Di({"usuario", hotel, "PACO", "--contrasena-de", buena, "--administra"}).estado, 0);
+  EXPECT_NE(derechos("PACO").find("CHCONF"), std::string::npos);
   const std::string cuartos =
       carpeta.Escribe("h.csv",
                       "habitacion,descripcion,tipo,tipo_descripcion,grupo,area,personas,personas_max,precio_noche\n"

@@ -1,6 +1,11 @@
 // Rights that hold in the server itself, past the program: what a clerk's session and a clerk's own role may do there.
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <barrier>
+#include <thread>
+#include <vector>
+
 #include "host/standalone/cifrado.h"
 #include "host/standalone/permisos.h"
 #include "host/standalone/usuarios.h"
@@ -59,6 +64,7 @@ class RolesPostgres : public ::testing::Test {
     opciones.identifica = [usuario](Conexion&) { return usuario; };
     return opciones;
   }
+  std::string Nombre() const { return ruta.substr(ruta.find("@/") + 2, ruta.find('?') - ruta.find("@/") - 2); }
   // The address with another role.
   std::string Con(const std::string& rol) const { return "postgresql://" + rol + ruta.substr(ruta.find('@')); }
   static std::string Uno(Anfitrion& host, const std::string& sentencia) {
@@ -136,6 +142,13 @@ TEST_F(RolesPostgres, LaSesionDeUnRecepcionistaNoPuedeMasQueEl) {
     EXPECT_EQ(EnPostgres(ruta, "SELECT Us_Fallas FROM Usuario"), "1");
     const std::string resumen = EnPostgres(ruta, "SELECT Us_Contrasena FROM Usuario");
     EXPECT_EQ(Uno(ana, "SELECT Us_Contrasena FROM Usuario"), resumen.substr(0, resumen.rfind('$') + 1));
+    // Nor does she lay them down.
+    for (const char* salida :
+         {"RESET ROLE", "/* x */ RESET ROLE", "SET SESSION AUTHORIZATION DEFAULT", "DISCARD ALL",
+          "SELECT set_config('role', 'none', false)", "UPDATE pg_settings SET setting = 'none' WHERE name = 'role'",
+          "DO $$BEGIN EXECUTE 'RESET ROLE'; END$$", "SELECT query_to_xml('RESET ROLE', true, true, '')"})
+      EXPECT_EQ(ErrorDe([&] { ana.conexion()->Directa(salida); }), com::error::kSoloLectura) << salida;
+    Puede(ana, kDeTarjetas, false);
     // A connection that is made anew is hers too.
     EnPostgres(ruta,
                "SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity "
@@ -150,7 +163,7 @@ TEST_F(RolesPostgres, LaSesionDeUnRecepcionistaNoPuedeMasQueEl) {
 }
 
 TEST_F(RolesPostgres, ElRolPropioDeUnUsuarioTieneSusDerechos) {
-  const std::string rol = "ana_" + ruta.substr(ruta.find("@/") + 2, ruta.find('?') - ruta.find("@/") - 2);
+  const std::string rol = "ñ_" + Nombre(), clave = "Ñ_" + Nombre();
   const auto deja = [&](const std::string& sentencia) {
     try {
       EnPostgres(Con(rol), sentencia);
@@ -161,11 +174,19 @@ TEST_F(RolesPostgres, ElRolPropioDeUnUsuarioTieneSusDerechos) {
   };
   Anfitrion jefe(Como("JEFE"));
   Conexion& base = *jefe.conexion();
-  GuardaUsuario(base, {rol, ""}, "bastante larga", {});
-  EXPECT_FALSE(base.roles().AjustaRol(rol, {})) << "nobody has let it in";
-  base.roles().AdmiteRol(rol, "bastante larga");
+  const auto lasClaves = [&] {
+    return EnPostgres(ruta, "SELECT rolpassword FROM pg_authid WHERE rolname = '" + rol + "'");
+  };
+  GuardaUsuario(base, {clave, ""}, "bastante larga", {});
+  EXPECT_FALSE(base.roles().AjustaRol(clave, {})) << "nobody has let it in";
+  for (const char* ajeno : {"pg_monitor", "conclave", "hotel"})
+    EXPECT_EQ(ErrorDe([&] { base.roles().AdmiteRol(ajeno, "bastante larga"); }), com::error::kArgumento) << ajeno;
+  base.roles().AdmiteRol(clave, "bastante larga");
+  const std::string laPrimera = lasClaves();
+  base.roles().AdmiteRol(clave, "otra bien larga");
+  EXPECT_NE(lasClaves(), laPrimera);
   for (const bool ve : {false, true, false}) {
-    GuardaUsuario(base, {rol, ""}, std::nullopt,
+    GuardaUsuario(base, {clave, ""}, std::nullopt,
                   ve ? std::vector<std::string>{kPermisoTarjetas} : std::vector<std::string>{});
     for (const char* sentencia : {kDeTarjetas[0], kDeTarjetas[1]}) EXPECT_EQ(deja(sentencia), ve) << sentencia;
     for (const char* sentencia : kDeNadie) EXPECT_FALSE(deja(sentencia)) << sentencia;
@@ -177,17 +198,74 @@ TEST_F(RolesPostgres, ElRolPropioDeUnUsuarioTieneSusDerechos) {
   EXPECT_FALSE(deja("SELECT Rs_Folio FROM public.Reservacion"));
   EXPECT_EQ(base.roles().PreparaRoles(), "");
   // She works with it, whatever the program would grant her.
-  Anfitrion ana(Como(rol, Con(rol)));
-  EXPECT_EQ(Uno(ana, "SELECT Rdt_Numero FROM Reservacion_Datos_Tarjeta"), "************1111");
-  std::string error;
-  EXPECT_NE(pruebas::GuardaUna(ana, "0101", "2026-04-01", "2026-04-02", 100, &error), "") << error;
-  GuardaUsuario(base, {rol, "", true}, std::nullopt, {});
-  EXPECT_FALSE(deja("SELECT Rs_Folio FROM public.Reservacion")) << "withdrawn";
+  {
+    Anfitrion ana(Como(clave, Con(rol)));
+    EXPECT_EQ(Uno(ana, "SELECT Rdt_Numero FROM Reservacion_Datos_Tarjeta"), "************1111");
+    std::string error;
+    EXPECT_NE(pruebas::GuardaUna(ana, "0101", "2026-04-01", "2026-04-02", 100, &error), "") << error;
+  }
+  for (const bool deBaja : {true, false}) {
+    GuardaUsuario(base, {clave, "", deBaja}, std::nullopt, {});
+    EXPECT_NE(deja("SELECT Rs_Folio FROM public.Reservacion"), deBaja);
+  }
+}
+
+// A copy made by the server's own means has another name, and so needs roles of its own.
+TEST_F(RolesPostgres, UnaBaseConOtroNombreHaceSusRoles) {
+  const std::string otra = pruebas::NuevaBasePostgres(), clon = Nombre() + "_clon";
+  EnPostgres(otra, "CREATE DATABASE " + clon + " TEMPLATE " + Nombre());
+  const std::string direccion = ruta.substr(0, ruta.find("@/") + 2) + clon + ruta.substr(ruta.find('?'));
+  {
+    Anfitrion ana(Como("ANA", direccion));
+    Puede(ana, kDeTarjetas, false);
+    Puede(ana, kDeAdministra, false);
+    EXPECT_TRUE(ana.conexion()->TomaAvisos().empty());
+  }
+  for (const std::string& base : {direccion, otra}) pruebas::QuitaBasePostgres(base);
+}
+
+// --- users at the same time
+
+TEST_F(RolesPostgres, MuchosIntentosALaVezEsperanComoUnoTrasOtro) {
+  constexpr int kIntentos = 8;
+  std::barrier juntos(kIntentos);
+  std::atomic<int> probadas = 0;
+  std::vector<std::thread> hilos;
+  for (int i = 0; i < kIntentos; ++i) {
+    hilos.emplace_back([&] {
+      Reloj reloj;
+      OpcionesConexion opciones;
+      opciones.conexion = ruta;
+      const auto base = AbreConexion(opciones, reloj);
+      juntos.arrive_and_wait();
+      const Acceso acceso = Accede(*base, "JEFE", "mala", com::FechaDe(2026, 3, 9, 10, 0, 0));
+      probadas += acceso.motivo.find("no son correctos") != std::string::npos ? 1 : 0;
+    });
+  }
+  for (std::thread& hilo : hilos) hilo.join();
+  EXPECT_EQ(probadas, 3);
+}
+
+TEST_F(RolesPostgres, DosQueSeQuitanElMandoNoDejanElHotelSinNadie) {
+  Anfitrion jefe(Como("JEFE")), otro(Como("JEFE"));
+  GuardaUsuario(*jefe.conexion(), {"OTRO", ""}, "bastante larga", {kPermisoConfiguracion});
+  jefe.conexion()->BeginTrans();
+  GuardaUsuario(*jefe.conexion(), {"JEFE", ""}, std::nullopt, {});
+  std::atomic<int> error = -1;
+  std::thread hilo([&] { error = ErrorDe([&] { GuardaUsuario(*otro.conexion(), {"OTRO", ""}, std::nullopt, {}); }); });
+  while (error < 0 && EnPostgres(ruta,
+                                 "SELECT COUNT(*) FROM pg_stat_activity "
+                                 "WHERE datname = current_database() AND wait_event_type = 'Lock'") == "0") {
+  }
+  jefe.conexion()->CommitTrans();
+  hilo.join();
+  EXPECT_EQ(error, com::error::kArgumento);
+  EXPECT_TRUE(Administra(*otro.conexion(), "OTRO"));
 }
 
 // An owner who may make no roles: told, and worked with as before.
 TEST_F(RolesPostgres, SinRolesSeTrabajaYSeDice) {
-  const std::string base = ruta.substr(ruta.find("@/") + 2, ruta.find('?') - ruta.find("@/") - 2), dueno = "d_" + base;
+  const std::string dueno = "d_" + Nombre();
   EnPostgres(ruta, "CREATE ROLE " + dueno + " LOGIN");
   const std::string otra = pruebas::NuevaBasePostgres(), suya = "postgresql://" + dueno + otra.substr(otra.find('@'));
   const std::string nombre = otra.substr(otra.find("@/") + 2, otra.find('?') - otra.find("@/") - 2);
@@ -202,10 +280,13 @@ TEST_F(RolesPostgres, SinRolesSeTrabajaYSeDice) {
     std::string error;
     EXPECT_NE(pruebas::GuardaUna(host, "0101", "2026-04-01", "2026-04-02", 100, &error), "") << error;
   }
+  {
+    Anfitrion ana(Como("ANA", suya));  // told to whom it concerns, each time
+    const auto avisos = ana.conexion()->TomaAvisos();
+    EXPECT_TRUE(avisos.size() == 1 && avisos[0].find("CREATEROLE") != std::string::npos);
+  }
   // Once he may, they are made, and hold for one who is no superuser either.
   EnPostgres(ruta, "ALTER ROLE " + dueno + " CREATEROLE");
-  Anfitrion host(Como("EVA", suya));
-  EXPECT_EQ(host.conexion()->roles().PreparaRoles(), "");
   Anfitrion eva(Como("EVA", suya));
   Puede(eva, kDeTarjetas, false);
   Puede(eva, kDeAdministra, false);

@@ -35,10 +35,26 @@ TEST_F(UsuariosPrueba, LaContrasenaSeComparaYNoSeGuarda) {
   EXPECT_THROW(GuardaUsuario(*base, {"Ana", "", true}, std::nullopt, {kPermisoConfiguracion}), com::Error);
   EXPECT_THROW(GuardaUsuario(*base, {"Ana", ""}, std::nullopt, {}), com::Error);
   EXPECT_THROW(GuardaUsuario(*base, {"eva", ""}, std::nullopt, {}), com::Error);
-  EXPECT_THROW(GuardaUsuario(*base, {"O'Brien", ""}, "bastante larga", {}), com::Error);
+  for (const char* mala : {"O'Brien", "dos\nrenglones", "\x7f", "\xc2\x85"})
+    EXPECT_THROW(GuardaUsuario(*base, {mala, ""}, "bastante larga", {}), com::Error) << mala;
+  // Nor is she stored over what another one has changed meanwhile.
+  const FichaUsuario vista = FichaDe(*base, "LUIS");
+  GuardaUsuario(*base, {"luis", "", true}, std::nullopt, {kPermisoTarjetas}, &vista);
+  EXPECT_THROW(GuardaUsuario(*base, {"luis", ""}, std::nullopt, {}, &vista), com::Error);
+  EXPECT_EQ(DerechosDe(*base, "luis"), std::vector<std::string>{kPermisoTarjetas});
   EXPECT_EQ(Usuarios(*base).size(), 2U);
   EXPECT_EQ(DerechosDe(*base, "ana"), std::vector<std::string>{kPermisoConfiguracion});
   EXPECT_TRUE(Entra("ñandú 2026", A(60)));
+}
+
+// While nobody has a password everybody may what nobody was granted; from then on only who was.
+TEST_F(UsuariosPrueba, ConContrasenasNadiePuedeLoQueNoSeLeDio) {
+  EXPECT_TRUE(PuedeVerTarjetas(*base, "ana") && PuedeConfigurar(*base, "ana"));
+  GuardaUsuario(*base, {"ana", ""}, "bastante larga", {kPermisoConfiguracion});
+  for (const char* quien : {"ana", "luis"}) EXPECT_FALSE(PuedeVerTarjetas(*base, quien)) << quien;
+  EXPECT_FALSE(PuedeConfigurar(*base, "luis"));
+  EXPECT_THROW(CambiaDerechos(*base, [&] { base->Consulta("DELETE FROM Permiso"); }), com::Error);
+  EXPECT_TRUE(PuedeConfigurar(*base, "ana"));
 }
 
 TEST_F(UsuariosPrueba, CadaFallaHaceEsperarMas) {
