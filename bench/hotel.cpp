@@ -1,8 +1,8 @@
 #include "bench/hotel.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
+#include <iostream>
 #include <random>
 
 #include "bench/sqlite.h"
@@ -161,7 +161,7 @@ com::Fecha Hoy() { return com::FechaDe(2026, 3, 10); }
 
 void ConstruyeHotel(const std::string& ruta, int dias) {
   if (std::filesystem::exists(ruta)) return;
-  std::fprintf(stderr, "Building the hotel in %s ...\n", ruta.c_str());
+  std::cerr << "Building the hotel in " << ruta << " ...\n";
   const std::string provisional = ruta + ".nueva";
   for (const char* cola : {"", "-wal", "-shm", "-journal"}) std::filesystem::remove(provisional + cola);
   {

@@ -1,9 +1,9 @@
 #include "bench/sqlite.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iostream>
 
 namespace banco {
 
@@ -45,7 +45,7 @@ void NoRechaza(sqlite3_context* contexto, int, sqlite3_value**) { sqlite3_result
 }  // namespace
 
 void Falla(const std::string& texto) {
-  std::fprintf(stderr, "%s\n", texto.c_str());
+  std::cerr << texto << '\n';
   std::exit(1);
 }
 

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
+#include <memory>
 
 #include "host/standalone/archivo_privado.h"
 #include "host/standalone/postgres.h"
@@ -43,7 +44,8 @@ std::string Nombrada(const QString& texto) { return texto.section(QLatin1Char('\
 }  // namespace
 
 std::optional<std::string> PideEnLaTerminal(const std::string& pregunta) {
-  std::FILE* terminal = std::fopen("/dev/tty", "r+");
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> abierta(std::fopen("/dev/tty", "r+"), std::fclose);
+  std::FILE* terminal = abierta.get();
   if (terminal == nullptr) return std::nullopt;
   termios antes{};
   std::optional<std::string> respuesta;
@@ -51,15 +53,13 @@ std::optional<std::string> PideEnLaTerminal(const std::string& pregunta) {
     termios callada = antes;
     callada.c_lflag &= ~static_cast<tcflag_t>(ECHO);
     tcsetattr(fileno(terminal), TCSAFLUSH, &callada);
-    std::fputs((pregunta + ": ").c_str(), terminal);
-    std::fflush(terminal);
     std::array<char, 256> linea{};
-    if (std::fgets(linea.data(), linea.size(), terminal) != nullptr)
+    const bool preguntada = std::fputs((pregunta + ": ").c_str(), terminal) >= 0 && std::fflush(terminal) == 0;
+    if (preguntada && std::fgets(linea.data(), linea.size(), terminal) != nullptr)
       respuesta = std::string(linea.data(), std::strcspn(linea.data(), "\n"));
     tcsetattr(fileno(terminal), TCSAFLUSH, &antes);
-    std::fputs("\n", terminal);
+    static_cast<void>(std::fputs("\n", terminal));  // what is written next begins a line
   }
-  std::fclose(terminal);
   return respuesta;
 }
 

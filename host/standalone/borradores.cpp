@@ -34,8 +34,8 @@ std::uint64_t Suma(std::string_view texto) {
 
 std::string EnHexadecimal(std::uint64_t numero) {
   std::array<char, 17> texto{};
-  std::snprintf(texto.data(), texto.size(), "%016llx", static_cast<unsigned long long>(numero));
-  return texto.data();
+  const int largo = std::snprintf(texto.data(), texto.size(), "%016llx", static_cast<unsigned long long>(numero));
+  return {texto.data(), static_cast<std::size_t>(largo)};
 }
 
 // Takes the line off the text; nothing when it does not end.

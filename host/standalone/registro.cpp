@@ -50,16 +50,16 @@ std::string Ahora() {
   std::tm local{};
   localtime_r(&segundos, &local);
   std::array<char, 32> dia{};
-  std::strftime(dia.data(), dia.size(), "%Y-%m-%d %H:%M:%S", &local);
+  const std::size_t largo = std::strftime(dia.data(), dia.size(), "%Y-%m-%d %H:%M:%S", &local);
   const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(ahora.time_since_epoch()).count() % 1000;
-  return dia.data() + ('.' + std::to_string(1000 + ms).substr(1));
+  return std::string(dia.data(), largo) + '.' + std::to_string(1000 + ms).substr(1);
 }
 
 std::string Milisegundos(Instante desde) {
   const std::chrono::duration<double, std::milli> duro = std::chrono::steady_clock::now() - desde;
   std::array<char, 32> texto{};
-  std::snprintf(texto.data(), texto.size(), "%.1f ms", duro.count());
-  return texto.data();
+  const int largo = std::snprintf(texto.data(), texto.size(), "%.1f ms", duro.count());
+  return {texto.data(), static_cast<std::size_t>(largo)};
 }
 
 bool EsDePalabra(char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || (c & 0x80) != 0; }

@@ -72,8 +72,8 @@ std::string Canonico(const com::Variant& valor, esquema::Tipo tipo) {
   if (valor.EsNulo() || valor.EsVacio()) return "nulo";
   if (valor.EsNumero()) {
     std::array<char, 64> texto{};
-    std::snprintf(texto.data(), texto.size(), tipo == Dinero ? "#%.4f" : "#%.17g", com::CDbl(valor));
-    return texto.data();
+    const int largo = std::snprintf(texto.data(), texto.size(), tipo == Dinero ? "#%.4f" : "#%.17g", com::CDbl(valor));
+    return {texto.data(), std::min(static_cast<std::size_t>(largo), texto.size() - 1)};
   }
   if (const auto* fecha = std::get_if<com::Fecha>(&valor.Contenido())) return "@" + com::AIso(*fecha);
   return "'" + com::RecortaDerecha(com::CStr(valor));

@@ -1,8 +1,7 @@
 // The import of bookings: its files, what it stores and refuses, and that it may die at any moment.
 #include <gtest/gtest.h>
 
-#include <array>
-#include <cstdio>
+#include <cmath>
 #include <cstdlib>
 #include <functional>
 #include <random>
@@ -479,9 +478,7 @@ void Importa::CuadranLasCifras() {
     const std::regex una(std::string("\"") + noches + "\":([0-9]+).*?\"" + ingreso + "\":([0-9.]+)");
     std::vector<std::string> cuentas;
     for (std::sregex_iterator m(texto.begin(), texto.end(), una), fin; m != fin; ++m) {
-      std::array<char, 64> linea{};
-      std::snprintf(linea.data(), linea.size(), "%s %.0f", (*m)[1].str().c_str(), std::stod((*m)[2].str()));
-      cuentas.emplace_back(linea.data());
+      cuentas.push_back((*m)[1].str() + ' ' + std::to_string(std::llrint(std::stod((*m)[2].str()))));
     }
     return cuentas;
   };

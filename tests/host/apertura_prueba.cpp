@@ -180,7 +180,7 @@ TEST_F(AperturaPrueba, SoloLecturaYSinPermiso) {
 
 TEST_F(AperturaPrueba, SinEspacioNoQuedaArchivo) {
   EXPECT_EQ(EnProceso([&] {
-              signal(SIGXFSZ, SIG_IGN);
+              if (signal(SIGXFSZ, SIG_IGN) == SIG_ERR) return 2;
               const rlimit limite{100000, 100000};
               setrlimit(RLIMIT_FSIZE, &limite);
               return Numero(ruta) == kLlena ? 0 : 1;

@@ -9,6 +9,7 @@
 #include <chrono>
 #include <cstring>
 #include <filesystem>
+#include <iostream>
 #include <new>
 #include <set>
 #include <thread>
@@ -64,7 +65,7 @@ class DosProgramas : public testing::TestWithParam<esquema::Motor> {
       try {
         trabajo(1);
       } catch (const std::exception& e) {
-        std::fprintf(stderr, "%s\n", e.what());
+        std::cerr << e.what() << '\n';
         salida = 1;
       }
       _exit(salida);
