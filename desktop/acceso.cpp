@@ -153,9 +153,9 @@ std::string PideAcceso(autonomo::Conexion& conexion, const std::string& usuario)
 
 // --- Bloqueo
 
-Bloqueo::Bloqueo(autonomo::Anfitrion& anfitrion, const autonomo::OpcionesConexion& base, int ms,
+Bloqueo::Bloqueo(autonomo::Anfitrion& anfitrion, autonomo::OpcionesConexion base, int ms,
                  std::function<void()> otraSesion)
-    : anfitrion_(anfitrion), base_(base), otraSesion_(std::move(otraSesion)) {
+    : anfitrion_(anfitrion), base_(std::move(base)), otraSesion_(std::move(otraSesion)) {
   reloj_.setSingleShot(true);
   connect(&reloj_, &QTimer::timeout, this, [this] { Bloquea(); });
   if (ms == 0) return;

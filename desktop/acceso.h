@@ -49,8 +49,7 @@ class Bloqueo : public QObject {
   // base: the host's database, opened anew for each password, so that a try is no part of what a question has left
   // half done; not one in memory, of which there is but the host's. ms: time without work, 0 never by itself.
   // otraSesion: somebody who administers the hotel has ended this session.
-  Bloqueo(autonomo::Anfitrion& anfitrion, const autonomo::OpcionesConexion& base, int ms,
-          std::function<void()> otraSesion);
+  Bloqueo(autonomo::Anfitrion& anfitrion, autonomo::OpcionesConexion base, int ms, std::function<void()> otraSesion);
   void Bloquea();
 
  protected:

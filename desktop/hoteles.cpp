@@ -32,7 +32,7 @@ QString CarpetaDe(const std::string& hotel) {
 // A name that no file has yet.
 QString NombreLibre(const QString& carpeta) {
   for (int n = 1;; ++n) {
-    const QString ruta = carpeta + (n == 1 ? QStringLiteral("/mi_hotel.db") : QStringLiteral("/mi_hotel%1.db").arg(n));
+    QString ruta = carpeta + (n == 1 ? QStringLiteral("/mi_hotel.db") : QStringLiteral("/mi_hotel%1.db").arg(n));
     if (!QFileInfo::exists(ruta)) return ruta;
   }
 }

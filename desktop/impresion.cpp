@@ -34,7 +34,7 @@ class ServicioImpresion : public com::Objeto<anfitrion::Impresion> {
 
 }  // namespace
 
-com::Inscripcion InstalaImpresion(autonomo::Anfitrion& anfitrion, std::function<QWidget*()> frente) {
+com::Inscripcion InstalaImpresion(autonomo::Anfitrion& anfitrion, const std::function<QWidget*()>& frente) {
   return com::RegistraClase(anfitrion::kClaseImpresion, [&anfitrion, frente] {
     return com::Ptr<com::Desconocido>(new ServicioImpresion(anfitrion, frente));
   });

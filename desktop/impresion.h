@@ -13,6 +13,7 @@ namespace vista {
 
 // Puts a print service before the host's own: the host records the print, and the confirmation is shown with a preview,
 // to be opened in the system's viewer or saved, while the entry lasts. frente: window that the dialog belongs to.
-[[nodiscard]] com::Inscripcion InstalaImpresion(autonomo::Anfitrion& anfitrion, std::function<QWidget*()> frente);
+[[nodiscard]] com::Inscripcion InstalaImpresion(autonomo::Anfitrion& anfitrion,
+                                                const std::function<QWidget*()>& frente);
 
 }  // namespace vista

@@ -125,6 +125,7 @@ void Mostrador::Explica() {
   const auto* renglones = principal == nullptr ? nullptr : principal->Primero<controles::Grid>();
   if (renglones == nullptr) return;
   std::vector<recepcion::CuentaExplicada> todas;
+  todas.reserve(static_cast<std::size_t>(renglones->Filas()) + 1);
   for (int fila = 0; fila < renglones->Filas(); ++fila) {
     todas.push_back(recepcion::ExplicaRenglon(*principal, fila));
   }

@@ -193,12 +193,12 @@ class Impreso : public QDialog {
   QString html_, nombre_;
   Hojas* hojas_;
   ZonaHojas* zona_;
-  QLabel* cual_;
+  QLabel* cual_ = nullptr;
 };
 
 }  // namespace
 
-void AbreEnVisor(const QString& ruta, QObject* duenio, std::function<void()> sinVisor) {
+void AbreEnVisor(const QString& ruta, QObject* duenio, const std::function<void()>& sinVisor) {
 #ifdef Q_OS_LINUX
   // The desktop's opener says only at its end whether a viewer was found. It outlives the dialog.
   auto* abridor = new QProcess(QCoreApplication::instance());

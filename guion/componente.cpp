@@ -42,7 +42,7 @@ Componente::~Componente() {
   }
 }
 
-void Componente::Abre(com::Ptr<com::Despacho> padre) {
+void Componente::Abre(const com::Ptr<com::Despacho>& padre) {
   if (!objeto_) objeto_ = CreaPantalla();
   auto pantalla = objeto_->Lee("GetPantalla").Objeto().Como<kv207::PantallaReservacion>();
   if (!pantalla) FallaClase("El componente no entregó su pantalla");

@@ -19,7 +19,7 @@ class Componente {
 
   // Creates Pantalla (once), reads GetPantalla, hands the screen its owner and shows it. Error kClase when the
   // component gives no screen; the load's own failures.
-  void Abre(com::Ptr<com::Despacho> padre);
+  void Abre(const com::Ptr<com::Despacho>& padre);
   void Cierra();
 
   // Whether the screen exists, shown or not.

@@ -80,7 +80,7 @@ class TurnoDeCarpeta {
 // The file itself where the name is a link to it; its folder is made.
 std::filesystem::path ConCarpeta(const std::string& ruta) {
   std::error_code ec;
-  const std::filesystem::path real = std::filesystem::canonical(ruta, ec), aqui = std::filesystem::absolute(ruta);
+  std::filesystem::path real = std::filesystem::canonical(ruta, ec), aqui = std::filesystem::absolute(ruta);
   if (!ec) return real;
   std::filesystem::create_directories(aqui.parent_path(), ec);
   return aqui;
@@ -154,7 +154,7 @@ bool Llave::Pone(const std::string& ruta, const std::vector<Llave>& llaves, bool
 Llave Llave::Crea(const std::string& ruta) {
   const std::filesystem::path real = ConCarpeta(ruta);
   const TurnoDeCarpeta turno(real.parent_path());
-  const Llave llave = Nueva();
+  Llave llave = Nueva();
   if (Pone(real, {llave}, false)) return llave;
   if (const std::vector<Llave> otras = Lee(ruta); !otras.empty()) return otras.front();
   Rechaza(ruta, "no se puede escribir");

@@ -32,7 +32,7 @@ TEST(RecorreRachas, HandsOverTheMarkedNightsWithoutAGap) {
 class Entrega : public pruebas::RenglonesPrueba {
  protected:
   // Room view, marks of the first row given by night, then the toolbar's button.
-  void AlAbrir(std::vector<std::pair<int, int>> marcas, Accion accion) {
+  void AlAbrir(const std::vector<std::pair<int, int>>& marcas, Accion accion) {
     escritorio.alModal = [this, marcas, accion](controles::Formulario&) {
       if (!tablero.opHabitacion.value()) tablero.opHabitacion.Pulsa();
       for (const auto& [fila, noche] : marcas) tablero.ssDisponibilidad.ClicCelda(fila, kv207::kColumnasFijas + noche);
