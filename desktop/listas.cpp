@@ -58,16 +58,8 @@ class Lista : public Ficha {
     busca->setDefault(true);
     filtro->addWidget(busca);
     caja()->addLayout(filtro);
-    tabla_ = CreaTabla(columnas, this);
-    tabla_->setAccessibleName(titulo);
-    tabla_->setWordWrap(true);
-    tabla_->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    caja()->addWidget(tabla_);
-    cuenta_ = new QLabel(this);
-    cuenta_->setObjectName(QStringLiteral("cuenta"));
-    Atenua(*cuenta_);
-    caja()->addWidget(cuenta_);
     connect(busca, &QPushButton::clicked, this, [this] { Busca(); });
+    PonTabla(titulo, columnas);
   }
 
   QTableWidget* tabla() { return tabla_; }
@@ -107,6 +99,18 @@ class Lista : public Ficha {
   static constexpr int kLlave = Qt::UserRole;  // of a row's first cell: which row it is
 
  private:
+  void PonTabla(const QString& titulo, const QStringList& columnas) {
+    tabla_ = CreaTabla(columnas, this);
+    tabla_->setAccessibleName(titulo);
+    tabla_->setWordWrap(true);
+    tabla_->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    caja()->addWidget(tabla_);
+    cuenta_ = new QLabel(this);
+    cuenta_->setObjectName(QStringLiteral("cuenta"));
+    Atenua(*cuenta_);
+    caja()->addWidget(cuenta_);
+  }
+
   void Llena() {
     tabla_->setRowCount(0);
     llena_(tabla_, filtro_);
@@ -133,8 +137,8 @@ class Lista : public Ficha {
   std::function<void(QTableWidget*, const FiltroLista&)> llena_;
   FiltroLista filtro_;
   Entrada folio_, usuario_, dia_;
-  QTableWidget* tabla_;
-  QLabel* cuenta_;
+  QTableWidget* tabla_ = nullptr;
+  QLabel* cuenta_ = nullptr;
 };
 
 // Why no mail leaves from this machine; "" when they do.

@@ -29,10 +29,10 @@ class TecladoGrid {
  private:
   enum class En { Tablero, Renglones, Todos };
   struct Regla {
-    En en;
-    bool (*es)(const QKeyEvent& evento);
+    En en = En::Todos;
+    bool (*es)(const QKeyEvent& evento) = nullptr;
     // True when the key is dealt with; false hands it to the rules below.
-    bool (TecladoGrid::*hace)(const QKeyEvent& evento);
+    bool (TecladoGrid::*hace)(const QKeyEvent& evento) = nullptr;
     const char* teclas = nullptr;  // as the manual writes them, and what they do; null for what serves other rules
     const char* que = nullptr;
   };

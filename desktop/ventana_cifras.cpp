@@ -94,28 +94,7 @@ VentanaCifras::VentanaCifras(recepcion::Cifras& cifras, QWidget* padre) : QDialo
   setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
   auto* caja = new QVBoxLayout(this);
   CreaPedido(*caja);
-  resumen_ = new QLabel(this);
-  resumen_->setObjectName(QStringLiteral("resumen"));
-  resumen_->setFont(Fuente(Letra::Fuerte));
-  resumen_->setWordWrap(true);
-  caja->addWidget(resumen_);
-  grafica_ = new Grafica(this);
-  grafica_->setObjectName(QStringLiteral("grafica"));
-  caja->addWidget(grafica_, 2);
-  tabla_ = CreaTabla(QStringList(13), this);
-  tabla_->setObjectName(QStringLiteral("cuentas"));
-  caja->addWidget(tabla_, 3);
-  // The table has a use of its own for these keys.
-  for (const auto& [teclas, meses] : {std::pair("Ctrl+Left", -1), {"Ctrl+Right", 1}}) {
-    const int cuantos = meses;
-    auto* atajo = new QShortcut(QKeySequence(QLatin1String(teclas)), this);
-    connect(atajo, &QShortcut::activated, this, [this, cuantos] { MueveMes(cuantos); });
-  }
-  nota_ = new QLabel(this);
-  nota_->setObjectName(QStringLiteral("nota"));
-  nota_->setWordWrap(true);
-  Atenua(*nota_);
-  caja->addWidget(nota_);
+  CreaResultado(*caja);
   auto* botones = new QHBoxLayout;
   botones->addStretch();
   botones->addWidget(BotonExportar(this, [this] { return recepcion::ListadoDe(cifras_, PorMes()); }));
@@ -157,6 +136,31 @@ QComboBox* VentanaCifras::Lista(QBoxLayout& fila, const QString& titulo, const c
   caja->addWidget(lista);
   fila.addLayout(caja);
   return lista;
+}
+
+void VentanaCifras::CreaResultado(QBoxLayout& caja) {
+  resumen_ = new QLabel(this);
+  resumen_->setObjectName(QStringLiteral("resumen"));
+  resumen_->setFont(Fuente(Letra::Fuerte));
+  resumen_->setWordWrap(true);
+  caja.addWidget(resumen_);
+  grafica_ = new Grafica(this);
+  grafica_->setObjectName(QStringLiteral("grafica"));
+  caja.addWidget(grafica_, 2);
+  tabla_ = CreaTabla(QStringList(13), this);
+  tabla_->setObjectName(QStringLiteral("cuentas"));
+  caja.addWidget(tabla_, 3);
+  // The table has a use of its own for these keys.
+  for (const auto& [teclas, meses] : {std::pair("Ctrl+Left", -1), {"Ctrl+Right", 1}}) {
+    const int cuantos = meses;
+    auto* atajo = new QShortcut(QKeySequence(QLatin1String(teclas)), this);
+    connect(atajo, &QShortcut::activated, this, [this, cuantos] { MueveMes(cuantos); });
+  }
+  nota_ = new QLabel(this);
+  nota_->setObjectName(QStringLiteral("nota"));
+  nota_->setWordWrap(true);
+  Atenua(*nota_);
+  caja.addWidget(nota_);
 }
 
 void VentanaCifras::CreaPedido(QBoxLayout& caja) {

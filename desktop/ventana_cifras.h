@@ -24,6 +24,7 @@ class VentanaCifras : public QDialog {
 
  private:
   void CreaPedido(QBoxLayout& caja);
+  void CreaResultado(QBoxLayout& caja);
   QDateEdit* Fecha(QBoxLayout& fila, const QString& titulo, const char* nombre);
   QComboBox* Lista(QBoxLayout& fila, const QString& titulo, const char* nombre);
   recepcion::PedidoCifras Leido() const;

@@ -46,7 +46,7 @@ class DiaDeLlegada : public QDateEdit {
 }  // namespace
 
 VentanaCotizacion::VentanaCotizacion(recepcion::Cotizacion& cotizacion, QWidget* padre)
-    : QDialog(padre), cotizacion_(cotizacion) {
+    : QDialog(padre), cotizacion_(cotizacion), nota_(new QLabel(this)) {
   setWindowTitle(QStringLiteral("Cotizar"));
   setObjectName(QStringLiteral("cotizacion"));
   setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
@@ -59,7 +59,6 @@ VentanaCotizacion::VentanaCotizacion(recepcion::Cotizacion& cotizacion, QWidget*
   tabla_->setAccessibleName(QStringLiteral("Ofertas por tipo de habitación"));
   connect(tabla_, &QTableWidget::cellDoubleClicked, this, [this] { Vende(); });
   caja->addWidget(tabla_, 1);
-  nota_ = new QLabel(this);
   nota_->setObjectName(QStringLiteral("nota"));
   Atenua(*nota_);
   caja->addWidget(nota_);

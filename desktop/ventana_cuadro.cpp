@@ -31,20 +31,7 @@ VentanaCuadro::VentanaCuadro(recepcion::Cuadro& cuadro, QWidget* padre) : QDialo
   setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
   auto* caja = new QVBoxLayout(this);
   CreaCabeza(*caja);
-  tabla_ = new TablaCuadro(cuadro_, this);
-  tabla_->alAbrir = [this](const recepcion::Barra& barra) { Elige(barra); };
-  tabla_->alReservar = [this](int fila, com::Fecha desde, com::Fecha hasta) {
-    eleccion_ = {{}, fila, desde, hasta};
-    done(kReserva);
-  };
-  tabla_->alMover = [this](const QString& dice) { nota_->setText(dice); };
-  caja->addWidget(tabla_, 1);
-  nota_ = new QLabel(
-      QStringLiteral("Un clic abre la reservación; al arrastrar sobre noches libres empieza una nueva con ellas"),
-      this);
-  nota_->setObjectName(QStringLiteral("nota"));
-  Atenua(*nota_);
-  caja->addWidget(nota_);
+  CreaTablaYNota(*caja);
   tabla_->setFocus();
   AjustaAPantalla(*this, {1200, 720});
   Actualiza();
@@ -80,6 +67,23 @@ void VentanaCuadro::CreaCabeza(QBoxLayout& caja) {
   fila->addWidget(zoom_);
   fila->addWidget(BotonExportar(this, [this] { return recepcion::ListadoDe(cuadro_); }));
   caja.addLayout(fila);
+}
+
+void VentanaCuadro::CreaTablaYNota(QBoxLayout& caja) {
+  tabla_ = new TablaCuadro(cuadro_, this);
+  tabla_->alAbrir = [this](const recepcion::Barra& barra) { Elige(barra); };
+  tabla_->alReservar = [this](int fila, com::Fecha desde, com::Fecha hasta) {
+    eleccion_ = {{}, fila, desde, hasta};
+    done(kReserva);
+  };
+  tabla_->alMover = [this](const QString& dice) { nota_->setText(dice); };
+  caja.addWidget(tabla_, 1);
+  nota_ = new QLabel(
+      QStringLiteral("Un clic abre la reservación; al arrastrar sobre noches libres empieza una nueva con ellas"),
+      this);
+  nota_->setObjectName(QStringLiteral("nota"));
+  Atenua(*nota_);
+  caja.addWidget(nota_);
 }
 
 void VentanaCuadro::Actualiza() {

@@ -34,6 +34,7 @@ class VentanaCuadro : public QDialog {
 
  private:
   void CreaCabeza(QBoxLayout& caja);
+  void CreaTablaYNota(QBoxLayout& caja);
   void Mueve(int dias);
   void Elige(const recepcion::Barra& barra);
 

@@ -228,23 +228,7 @@ VentanaClienteNuevo::VentanaClienteNuevo(recepcion::Huespedes& huespedes, QWidge
   setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
   auto* caja = new QVBoxLayout(this);
   CreaCampos(*caja);
-  rotulo_ = new QLabel(QStringLiteral("¿Es alguno de éstos? Enter o doble clic lo elige"), this);
-  rotulo_->setFont(Fuente(Letra::Fuerte));
-  caja->addWidget(rotulo_);
-  tabla_ = CreaTabla({QStringLiteral("Por qué"), QStringLiteral("Nombre"), QStringLiteral("Teléfono"),
-                      QStringLiteral("Correo"), QStringLiteral("Clave")},
-                     this);
-  tabla_->setObjectName(QStringLiteral("parecidas"));
-  tabla_->setAccessibleName(QStringLiteral("Clientes parecidos"));
-  connect(tabla_, &QTableWidget::cellDoubleClicked, this, [this] { EligeParecida(); });
-  caja->addWidget(tabla_, 1);
-  nota_ = new QLabel(this);
-  nota_->setObjectName(QStringLiteral("nota"));
-  nota_->setWordWrap(true);
-  QPalette tinta = nota_->palette();
-  tinta.setColor(QPalette::WindowText, Colores().peligro);
-  nota_->setPalette(tinta);
-  caja->addWidget(nota_);
+  CreaParecidas(*caja);
   CreaBotones(*caja);
   AjustaAPantalla(*this, {680, 420});
   Corre([this] { Escribe(huespedes_.Propuesta()); });
@@ -267,6 +251,26 @@ void VentanaClienteNuevo::CreaCampos(QBoxLayout& caja) {
   correo_ = campo("Correo electrónico", "correo");
   clave_ = campo("Clave", "clave");
   caja.addLayout(forma);
+}
+
+void VentanaClienteNuevo::CreaParecidas(QBoxLayout& caja) {
+  rotulo_ = new QLabel(QStringLiteral("¿Es alguno de éstos? Enter o doble clic lo elige"), this);
+  rotulo_->setFont(Fuente(Letra::Fuerte));
+  caja.addWidget(rotulo_);
+  tabla_ = CreaTabla({QStringLiteral("Por qué"), QStringLiteral("Nombre"), QStringLiteral("Teléfono"),
+                      QStringLiteral("Correo"), QStringLiteral("Clave")},
+                     this);
+  tabla_->setObjectName(QStringLiteral("parecidas"));
+  tabla_->setAccessibleName(QStringLiteral("Clientes parecidos"));
+  connect(tabla_, &QTableWidget::cellDoubleClicked, this, [this] { EligeParecida(); });
+  caja.addWidget(tabla_, 1);
+  nota_ = new QLabel(this);
+  nota_->setObjectName(QStringLiteral("nota"));
+  nota_->setWordWrap(true);
+  QPalette tinta = nota_->palette();
+  tinta.setColor(QPalette::WindowText, Colores().peligro);
+  nota_->setPalette(tinta);
+  caja.addWidget(nota_);
 }
 
 void VentanaClienteNuevo::CreaBotones(QBoxLayout& caja) {

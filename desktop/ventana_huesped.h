@@ -74,6 +74,7 @@ class VentanaClienteNuevo : public QDialog {
 
  private:
   void CreaCampos(QBoxLayout& caja);
+  void CreaParecidas(QBoxLayout& caja);
   void CreaBotones(QBoxLayout& caja);
   recepcion::Persona Escrita() const;
   void MuestraParecidas();

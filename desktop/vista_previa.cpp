@@ -98,14 +98,12 @@ class ZonaHojas : public QScrollArea {
 class Impreso : public QDialog {
  public:
   Impreso(const QString& html, const QString& nombre, const QStringList& avisos, QWidget* padre)
-      : QDialog(padre), html_(html), nombre_(nombre) {
+      : QDialog(padre), html_(html), nombre_(nombre), hojas_(new Hojas(html)), zona_(new ZonaHojas(this)) {
     setWindowTitle(nombre);
     setObjectName(QStringLiteral("impreso"));
     setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
     auto* caja = new QVBoxLayout(this);
     for (const QString& aviso : avisos) caja->addWidget(CreaAviso(aviso));
-    hojas_ = new Hojas(html);
-    zona_ = new ZonaHojas(this);
     zona_->setObjectName(QStringLiteral("hojas"));
     zona_->setWidget(hojas_);
     zona_->setAlignment(Qt::AlignCenter);

@@ -14,7 +14,7 @@ namespace guion {
 
 // An option of a program, without its dashes.
 struct Opcion {
-  const char* nombre;
+  const char* nombre = nullptr;
   bool conValor = false;
 };
 

@@ -20,10 +20,7 @@ constexpr int kPpp = 96, kMargen = 72;  // dots an inch; three quarters of an in
 
 }  // namespace
 
-Pliego::Pliego(const QString& html) : medida_(&nada_) {
-  Dispone(html);
-  paginas_ = CuentaPaginas();
-}
+Pliego::Pliego(const QString& html) : medida_(&nada_) { Dispone(html); }
 
 void Pliego::Dispone(const QString& html) {
   medida_.setResolution(kPpp * kFinura);
@@ -41,6 +38,7 @@ void Pliego::Dispone(const QString& html) {
   for (QTextFrame* marco : documento_.rootFrame()->childFrames()) {
     if (auto* tabla = qobject_cast<QTextTable*>(marco)) NoPartasFilas(*tabla);
   }
+  paginas_ = CuentaPaginas();
 }
 
 int Pliego::CuentaPaginas() const {
