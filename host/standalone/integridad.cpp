@@ -158,8 +158,8 @@ struct Remedios {
   std::vector<std::string> guardas;  // names of those of the present version
 };
 
-Remedios Busca(sqlite3* base, bool vigente) {
-  const Existentes hay = Lee(base);
+// Objects that are not there, and guards that read otherwise.
+Remedios BuscaObjetos(const Existentes& hay, bool vigente) {
   Remedios r;
   for (const esquema::Objeto& o : esquema::Objetos(esquema::Motor::Sqlite)) {
     const auto esta = hay.sql.find(o.nombre);
@@ -174,16 +174,28 @@ Remedios Busca(sqlite3* base, bool vigente) {
     }
     r.sentencias.push_back(o.sql);
   }
-  std::vector<std::string> columnas;
+  return r;
+}
+
+// Columns that the tables lack.
+std::vector<std::string> BuscaColumnas(const Existentes& hay, bool vigente) {
+  std::vector<std::string> sentencias;
   for (const esquema::Tabla& tabla : esquema::Tablas()) {
     const auto existentes = hay.columnas.find(std::string(tabla.nombre));
     if (existentes == hay.columnas.end()) continue;
     for (const esquema::Columna& columna : tabla.columnas) {
       if (existentes->second.contains(std::string(columna.nombre))) continue;
       if (vigente) RechazaDanada("Falta la columna " + std::string(columna.nombre));
-      columnas.push_back(esquema::AgregaColumna(esquema::Motor::Sqlite, tabla, columna));
+      sentencias.push_back(esquema::AgregaColumna(esquema::Motor::Sqlite, tabla, columna));
     }
   }
+  return sentencias;
+}
+
+Remedios Busca(sqlite3* base, bool vigente) {
+  const Existentes hay = Lee(base);
+  Remedios r = BuscaObjetos(hay, vigente);
+  const std::vector<std::string> columnas = BuscaColumnas(hay, vigente);
   r.sentencias.insert(r.sentencias.begin(), columnas.begin(), columnas.end());
   return r;
 }

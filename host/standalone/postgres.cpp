@@ -99,10 +99,17 @@ class ConexionPostgres final : public ConexionDeMotor, private RolesDeLaBase {
   Preparada& BuscaPreparada(std::string_view texto, bool conPreguntas);
   Valores LigaPartida(const Preparada& p, std::string_view texto, std::span<const com::Variant> parametros);
   ado::RecordsetPtr Ejecuta(std::string_view texto, bool conPreguntas, std::span<const com::Variant> parametros);
-  ado::RecordsetPtr EjecutaTal(std::string_view texto);
+  ado::RecordsetPtr EjecutaTal(std::string_view sentencia);
   ado::RecordsetPtr CorreTal(const std::string& texto);
   Resultado CorreInsistiendo(Preparada& p, const Valores& valores, std::string_view original);
   Resultado Corre(Preparada& p, const Valores& valores, std::string_view original);
+  std::vector<Paso> PasosDe(const Preparada& p) const;
+  // What a round trip brought: the rows, or what the server refused. Nothing went out when the connection is gone.
+  struct Vuelta {
+    bool enviada = true;
+    Resultado filas, falla;
+  };
+  Vuelta DaVuelta(Preparada& p, const Valores& valores);
   bool Envia(Paso paso, const Preparada& p, const Valores& valores);
   void Recibe(Paso paso, const PGresult* r);
   // A transaction that wrote: the server's number of it, and the one that this session leaves in Transaccion_Hecha.
@@ -252,48 +259,58 @@ void ConexionPostgres::AnotaNumero(const PGresult* r) {
   if (PQntuples(r) == 1) numero_ = PQgetvalue(r, 0, 0);
 }
 
-Resultado ConexionPostgres::Corre(Preparada& p, const Valores& valores, std::string_view original) {
-  const bool deAntes = p.sesion == sesion_.Cual();
+std::vector<ConexionPostgres::Paso> ConexionPostgres::PasosDe(const Preparada& p) const {
   std::vector<Paso> pasos;
   if (porComenzar_) pasos.push_back(Paso::Comienza);
   if (enTransaccion_) pasos.push_back(Paso::Salva);
-  if (!deAntes) pasos.push_back(Paso::Prepara);
+  if (p.sesion != sesion_.Cual()) pasos.push_back(Paso::Prepara);
   pasos.push_back(Paso::Corre);
   if (enTransaccion_) pasos.push_back(Paso::Libera);
   if (enTransaccion_ && numero_.empty()) pasos.push_back(Paso::Numero);
+  return pasos;
+}
 
+ConexionPostgres::Vuelta ConexionPostgres::DaVuelta(Preparada& p, const Valores& valores) {
+  const std::vector<Paso> pasos = PasosDe(p);
   PGconn* c = sesion_.manija();
   PQenterPipelineMode(c);
-  bool enviado = true;
-  for (const Paso paso : pasos) enviado = enviado && Envia(paso, p, valores);
-  enviado = enviado && PQpipelineSync(c) != 0;
-  Resultado falla, filas;
+  Vuelta v;
+  for (const Paso paso : pasos) v.enviada = v.enviada && Envia(paso, p, valores);
+  v.enviada = v.enviada && PQpipelineSync(c) != 0;
   for (const Paso paso : pasos) {
-    if (!enviado) break;
+    if (!v.enviada) break;
     Resultado r(PQgetResult(c));
     if (r == nullptr) break;
     PQclear(PQgetResult(c));  // the end of this step's results
-    const auto estado = PQresultStatus(r.get());
-    if (estado == PGRES_FATAL_ERROR) falla = std::move(r);
-    if (falla != nullptr) continue;
-    Recibe(paso, r.get());
-    if (paso == Paso::Prepara) p.sesion = sesion_.Cual();
-    if (paso == Paso::Corre) filas = std::move(r);
+    if (PQresultStatus(r.get()) == PGRES_FATAL_ERROR) {
+      v.falla = std::move(r);
+    } else if (v.falla == nullptr) {
+      Recibe(paso, r.get());
+      if (paso == Paso::Prepara) p.sesion = sesion_.Cual();
+      if (paso == Paso::Corre) v.filas = std::move(r);
+    }
   }
-  if (enviado) PQclear(PQgetResult(c));  // the synchronisation
+  if (v.enviada) PQclear(PQgetResult(c));  // the synchronisation
   PQexitPipelineMode(c);
-  if (!enviado || PQstatus(c) != CONNECTION_OK) throw ErrorDePerdida(original, enTransaccion_);
-  if (falla == nullptr) return filas;
-  if (CodigoDe(falla.get()).starts_with(kSeVa)) throw ErrorDePerdida(original, enTransaccion_);
+  return v;
+}
+
+Resultado ConexionPostgres::Corre(Preparada& p, const Valores& valores, std::string_view original) {
+  const bool deAntes = p.sesion == sesion_.Cual();
+  Vuelta vuelta = DaVuelta(p, valores);
+  const PGresult* falla = vuelta.falla.get();
+  if (!vuelta.enviada || PQstatus(sesion_.manija()) != CONNECTION_OK) throw ErrorDePerdida(original, enTransaccion_);
+  if (falla == nullptr) return std::move(vuelta.filas);
+  if (CodigoDe(falla).starts_with(kSeVa)) throw ErrorDePerdida(original, enTransaccion_);
   if (Dentro()) sesion_.Corre("ROLLBACK TO SAVEPOINT sentencia; RELEASE SAVEPOINT sentencia");
   // One that was prepared just now has no old plan: the server means something else.
-  if (CodigoDe(falla.get()) == kPlanViejo && deAntes) {
+  if (CodigoDe(falla) == kPlanViejo && deAntes) {
     sesion_.Corre("DEALLOCATE " + p.nombre);
     p.sesion = 0;
     p.columnas = nullptr;
     return Corre(p, valores, original);
   }
-  throw sesion_.ErrorDe(falla.get(), original);
+  throw sesion_.ErrorDe(falla, original);
 }
 
 // --- a tester's statement
