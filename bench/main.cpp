@@ -5,7 +5,9 @@
 
 #include <cstdio>
 #include <cstring>
+#include <exception>
 #include <filesystem>
+#include <iostream>
 
 #include "bench/hotel.h"
 #include "bench/razones.h"
@@ -25,6 +27,29 @@ void ImprimeMemoria() {
   std::printf("Peak memory %ld MB\n", uso.ru_maxrss / 1024);
 }
 
+int Mide(int argc, char** argv) {
+  int quedan = 1;
+  for (int i = 1; i < argc; ++i) {
+    if (std::strncmp(argv[i], "--hotel=", 8) == 0) {
+      Ruta() = argv[i] + 8;
+    } else {
+      argv[quedan++] = argv[i];
+    }
+  }
+  argc = quedan;
+  RegistraTablero();
+  RegistraReservacion();
+  RegistraMostrador();
+  benchmark::Initialize(&argc, argv);
+  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
+  ConstruyeHotel(RutaHotel());
+  std::printf("Hotel %s: %d room lines\n", RutaHotel().c_str(), CuentaLineas(RutaHotel()));
+  benchmark::RunSpecifiedBenchmarks();
+  ImprimeRazones();
+  ImprimeMemoria();
+  return 0;
+}
+
 }  // namespace
 
 const std::string& RutaHotel() { return Ruta(); }
@@ -32,24 +57,10 @@ const std::string& RutaHotel() { return Ruta(); }
 }  // namespace banco
 
 int main(int argc, char** argv) {
-  int quedan = 1;
-  for (int i = 1; i < argc; ++i) {
-    if (std::strncmp(argv[i], "--hotel=", 8) == 0) {
-      banco::Ruta() = argv[i] + 8;
-    } else {
-      argv[quedan++] = argv[i];
-    }
+  try {
+    return banco::Mide(argc, argv);
+  } catch (const std::exception& e) {
+    std::cerr << "bench_kv207: " << e.what() << '\n';
+    return 1;
   }
-  argc = quedan;
-  banco::RegistraTablero();
-  banco::RegistraReservacion();
-  banco::RegistraMostrador();
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
-  banco::ConstruyeHotel(banco::RutaHotel());
-  std::printf("Hotel %s: %d room lines\n", banco::RutaHotel().c_str(), banco::CuentaLineas(banco::RutaHotel()));
-  benchmark::RunSpecifiedBenchmarks();
-  banco::ImprimeRazones();
-  banco::ImprimeMemoria();
-  return 0;
 }

@@ -14,12 +14,12 @@ namespace {
 
 void Dia(benchmark::State& estado) {
   const Sesion sesion(RutaHotel());
-  for (auto _ : estado) benchmark::DoNotOptimize(recepcion::LeeDia(Hoy()));
+  for ([[maybe_unused]] auto _ : estado) benchmark::DoNotOptimize(recepcion::LeeDia(Hoy()));
 }
 
 void Preparacion(benchmark::State& estado) {
   const Sesion sesion(RutaHotel());
-  for (auto _ : estado) {
+  for ([[maybe_unused]] auto _ : estado) {
     recepcion::Indice indice(autonomo::LetraBuscada);
     while (indice.Adelanta()) {
     }
@@ -32,7 +32,7 @@ void Busqueda(benchmark::State& estado, const char* texto) {
   recepcion::Hoy hoy(autonomo::LetraBuscada);
   hoy.Abre();
   hoy.Busca("x");
-  for (auto _ : estado) {
+  for ([[maybe_unused]] auto _ : estado) {
     hoy.Busca(texto);
     estado.counters["halladas"] = static_cast<double>(hoy.hallazgo().total);
   }
@@ -43,7 +43,7 @@ void Cifras(benchmark::State& estado, int noches) {
   const Sesion sesion(RutaHotel());
   const recepcion::Fuente fuente = recepcion::DelAnfitrion();
   const com::Fecha desde = com::MasDias(Hoy(), -noches / 2);
-  for (auto _ : estado) {
+  for ([[maybe_unused]] auto _ : estado) {
     const auto cifras = recepcion::LeeCifras(fuente, {desde, com::MasDias(desde, noches - 1), ""}, Hoy());
     estado.counters["vendidas"] = recepcion::Suma(cifras).vendidas;
   }
@@ -52,7 +52,7 @@ void Cifras(benchmark::State& estado, int noches) {
 void Parte(benchmark::State& estado) {
   const Sesion sesion(RutaHotel());
   const recepcion::Fuente fuente = recepcion::DelAnfitrion();
-  for (auto _ : estado) benchmark::DoNotOptimize(recepcion::LeeParte(fuente, Hoy(), "", ""));
+  for ([[maybe_unused]] auto _ : estado) benchmark::DoNotOptimize(recepcion::LeeParte(fuente, Hoy(), "", ""));
 }
 
 }  // namespace

@@ -224,6 +224,11 @@ int main(int argc, char** argv) {
     std::cerr << "Usage: bench_pedidos HOTEL [CLERK]\n";
     return 2;
   }
-  banco::Pedidos(argv[1], argc > 2 ? std::stoi(argv[2]) : 0).Corre();
-  return 0;
+  try {
+    banco::Pedidos(argv[1], argc > 2 ? std::stoi(argv[2]) : 0).Corre();
+    return 0;
+  } catch (const std::exception& e) {
+    std::cerr << "bench_pedidos: " << e.what() << '\n';
+    return 1;
+  }
 }

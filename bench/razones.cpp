@@ -35,7 +35,7 @@ double Cronometra(const std::function<void()>& trabajo) {
 void MidePorTurnos(benchmark::State& estado, const Comparacion& comparacion, const Lado& medida,
                    const Lado& referencia) {
   std::vector<double> tiempos, tiemposReferencia;
-  for (auto _ : estado) {
+  for ([[maybe_unused]] auto _ : estado) {
     tiempos.push_back(medida());
     tiemposReferencia.push_back(referencia());
     estado.SetIterationTime(tiempos.back());

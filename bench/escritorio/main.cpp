@@ -205,9 +205,7 @@ void MideCuadro() {
   std::printf("%-44s %8.1f ms\n", "tape chart painted whole", entera);
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int Mide(int argc, char** argv) {
   QElapsedTimer desdeElInicio;
   desdeElInicio.start();
   setenv("QT_QPA_PLATFORM", "offscreen", 0);
@@ -307,4 +305,15 @@ int main(int argc, char** argv) {
   reservacion.Descarga();
   controles::FijaEscritorio(nullptr);
   return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return Mide(argc, argv);
+  } catch (const std::exception& e) {
+    std::cerr << "bench_escritorio: " << e.what() << '\n';
+    return 1;
+  }
 }
