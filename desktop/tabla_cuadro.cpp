@@ -383,7 +383,7 @@ QString TablaCuadro::Dice(int fila, int columna) const {
 }
 
 void TablaCuadro::keyPressEvent(QKeyEvent* evento) {
-  if (evento->modifiers().testFlag(Qt::ControlModifier)) return QWidget::keyPressEvent(evento);
+  if (evento->modifiers().testFlag(Qt::ControlModifier)) return evento->ignore();
   const bool extiende = evento->modifiers().testFlag(Qt::ShiftModifier);
   const int pagina = verticalScrollBar()->pageStep();
   switch (evento->key()) {

@@ -40,6 +40,7 @@ class DiaDeLlegada : public QDateEdit {
   using QDateEdit::QDateEdit;
 
  protected:
+  // NOLINTNEXTLINE(bugprone-parent-virtual-call): what the date's own class does with Tab is what is passed over
   bool focusNextPrevChild(bool siguiente) override { return QWidget::focusNextPrevChild(siguiente); }
 };
 

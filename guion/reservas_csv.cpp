@@ -53,7 +53,7 @@ class Campos {
   }
 
   double Importe(std::size_t i) const {
-    const double n = Numero<double>(i);
+    const auto n = Numero<double>(i);
     if (!std::isfinite(n) || n < 0 || n > kMaxImporte) {
       Rechaza(columnas_[i] + " «" + registro_.campos[i] + "» debe estar entre 0 y mil millones");
     }

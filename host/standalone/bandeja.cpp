@@ -38,7 +38,8 @@ std::string Intentos(std::int32_t cuantos) {
 
 // Whether the time has come. A desk whose clock is off by years must not put a mail off by years.
 bool YaToca(const std::optional<com::Fecha>& proximo, com::Fecha ahora) {
-  return !proximo || *proximo <= ahora || *proximo > MasSegundos(ahora, 2 * kHora);
+  constexpr int kMasLejos = 2 * kHora;
+  return !proximo || *proximo <= ahora || *proximo > MasSegundos(ahora, kMasLejos);
 }
 
 // Of a mail that waits.

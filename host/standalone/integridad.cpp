@@ -261,6 +261,7 @@ void Marca(sqlite3* base, int esperaMs) {
     Corre(base, "PRAGMA wal_checkpoint(PASSIVE)");
   }
   if (marca != kMarcaBitacora) Corre(base, "PRAGMA application_id=" + std::to_string(kMarcaBitacora));
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): the hook takes it for the number that it is
   sqlite3_wal_hook(base, AlConfirmar, reinterpret_cast<void*>(static_cast<std::intptr_t>(esperaMs)));
 }
 

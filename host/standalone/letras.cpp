@@ -24,7 +24,7 @@ char32_t Principio(const UNormalizer2* normalizador, char32_t letra) {
   const int largo = normalizador == nullptr ? -1
                                             : unorm2_getDecomposition(normalizador, static_cast<UChar32>(letra),
                                                                       partes.data(), partes.size(), &estado);
-  if (largo <= 0 || U_FAILURE(estado)) return letra;
+  if (largo <= 0 || U_FAILURE(estado) != 0) return letra;
   const UChar alta = partes[0];
   return U16_IS_LEAD(alta) && largo > 1 ? static_cast<char32_t>(U16_GET_SUPPLEMENTARY(alta, partes[1])) : alta;
 }

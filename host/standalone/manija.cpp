@@ -26,7 +26,7 @@ Manija AbreManija(const std::string& ruta, int modo) {
 void TerminaCon(sqlite3* base, const std::atomic<bool>& termina) {
   sqlite3_progress_handler(
       base, kPasos, [](void* t) { return static_cast<const std::atomic<bool>*>(t)->load() ? 1 : 0; },
-      const_cast<std::atomic<bool>*>(&termina));
+      const_cast<std::atomic<bool>*>(&termina));  // NOLINT(*-const-cast): the engine only hands it back
 }
 
 }  // namespace autonomo
