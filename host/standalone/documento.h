@@ -57,8 +57,8 @@ using Campos = std::map<std::string, std::string, std::less<>>;
 Campos CamposDe(const Documento& documento);
 // Replaces each {field}; braces around anything else stay as they are, and values are not looked into again.
 std::string Rellena(std::string_view plantilla, const Campos& campos);
-// The fields that a template names, each once: those above, and whatever else stands in braces on one line with a letter
-// in it, but for a style sheet's rules.
+// The fields that a template names, each once: those above, and whatever else stands in braces on one line with a
+// letter in it, but for a style sheet's rules.
 struct CamposNombrados {
   std::vector<std::string> conocidos, ajenos;  // "{folio}"
 };

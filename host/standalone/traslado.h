@@ -14,8 +14,9 @@ namespace autonomo {
 bool EsNueva(ConexionDeMotor& base);
 
 // Copies every row, in one transaction of each database, and compares all rows of both before it commits; gives the
-// rows of each table. What is written to the source meanwhile is not in it. com::Error kArgumento when the target is not new, kSoloLectura
-// for a session that cards are hidden from, kBaseDatos when a row did not arrive as it was; the engines' own errors. Nothing stays of a copy that failed.
+// rows of each table. What is written to the source meanwhile is not in it. com::Error kArgumento when the target is
+// not new, kSoloLectura for a session that cards are hidden from, kBaseDatos when a row did not arrive as it was; the
+// engines' own errors. Nothing stays of a copy that failed.
 std::vector<std::pair<std::string_view, std::int64_t>> Traslada(ConexionDeMotor& de, ConexionDeMotor& a);
 
 }  // namespace autonomo
