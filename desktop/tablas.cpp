@@ -50,6 +50,20 @@ void AgregaFila(QTableWidget* tabla, const QStringList& textos, bool apagada, co
   }
 }
 
+bool RecorreTabla(QEvent* evento, QTableWidget* tabla) {
+  if (evento->type() != QEvent::KeyPress) return false;
+  switch (static_cast<QKeyEvent*>(evento)->key()) {
+    case Qt::Key_Down:
+    case Qt::Key_Up:
+    case Qt::Key_PageDown:
+    case Qt::Key_PageUp:
+      QApplication::sendEvent(tabla, evento);
+      return true;
+    default:
+      return false;
+  }
+}
+
 // --- Ficha
 
 Ficha::Ficha(const QString& titulo, QWidget* padre) : QDialog(padre), caja_(new QVBoxLayout(this)) {
@@ -123,14 +137,7 @@ void TablaFiltrada::Filtra() {
 }
 
 bool TablaFiltrada::eventFilter(QObject* objeto, QEvent* evento) {
-  if (objeto == filtro_ && evento->type() == QEvent::KeyPress) {
-    const int tecla = static_cast<QKeyEvent*>(evento)->key();
-    if (tecla == Qt::Key_Down || tecla == Qt::Key_Up) {
-      QApplication::sendEvent(tabla_, evento);
-      return true;
-    }
-  }
-  return QWidget::eventFilter(objeto, evento);
+  return (objeto == filtro_ && RecorreTabla(evento, tabla_)) || QWidget::eventFilter(objeto, evento);
 }
 
 }  // namespace vista

@@ -22,6 +22,10 @@ QTableWidget* CreaTabla(const QStringList& titulos, QWidget* padre);
 void AgregaFila(QTableWidget* tabla, const QStringList& textos, bool apagada = false,
                 const std::vector<int>& derecha = {});
 
+// For the event filter of a line that filters a table: hands on to the table the keys that walk it; whether this was
+// one.
+bool RecorreTabla(QEvent* evento, QTableWidget* tabla);
+
 // A dialog with a close button.
 class Ficha : public QDialog {
  public:

@@ -44,6 +44,8 @@ bool TeclaDeCampo::Es(const QKeyEvent& evento) const {
                               (modificador == Qt::NoModifier ? Qt::KeyboardModifiers() : modificador);
 }
 
+bool EsEnter(const QKeyEvent& evento) { return evento.key() == Qt::Key_Return || evento.key() == Qt::Key_Enter; }
+
 bool SinModificadores(const QKeyEvent& evento) {
   return (evento.modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier)) == Qt::NoModifier;
 }

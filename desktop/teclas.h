@@ -27,6 +27,8 @@ inline constexpr TeclaDeCampo kTeclaCalendario{Qt::Key_F4, Qt::NoModifier, "abri
 inline constexpr const TeclaDeCampo* kTeclasDeCampo[] = {&kTeclaBusca, &kTeclaCatalogo, &kTeclaFicha,
                                                          &kTeclaCalendario};
 
+// One of both.
+bool EsEnter(const QKeyEvent& evento);
 // No Shift, Ctrl, Alt or the like; the keypad's keys are keys like the others.
 bool SinModificadores(const QKeyEvent& evento);
 // 1 Shift, 2 Ctrl.

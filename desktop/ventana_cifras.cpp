@@ -15,6 +15,7 @@
 #include "desktop/guarda.h"
 #include "desktop/iconos.h"
 #include "desktop/tablas.h"
+#include "desktop/teclas.h"
 #include "desktop/vista.h"
 #include "platform/com/error.h"
 #include "platform/regional/regional.h"
@@ -298,7 +299,7 @@ void VentanaCifras::MuestraGrafica() {
 void VentanaCifras::keyPressEvent(QKeyEvent* evento) {
   if (evento->key() == Qt::Key_F5) return Calcula();
   if (evento->key() == Qt::Key_F11) return reject();
-  if (evento->key() == Qt::Key_Return || evento->key() == Qt::Key_Enter) return;
+  if (EsEnter(*evento)) return;
   QDialog::keyPressEvent(evento);
 }
 

@@ -11,6 +11,7 @@
 #include "desktop/fechas.h"
 #include "desktop/guarda.h"
 #include "desktop/tablas.h"
+#include "desktop/teclas.h"
 #include "desktop/vista.h"
 #include "platform/com/error.h"
 #include "platform/regional/regional.h"
@@ -217,7 +218,7 @@ bool VentanaCotizacion::eventFilter(QObject* objeto, QEvent* evento) {
 }
 
 void VentanaCotizacion::keyPressEvent(QKeyEvent* evento) {
-  if (evento->key() == Qt::Key_Return || evento->key() == Qt::Key_Enter) return Vende();
+  if (EsEnter(*evento)) return Vende();
   if (evento->key() == Qt::Key_Down || evento->key() == Qt::Key_Up) {
     return Recorre(evento->key() == Qt::Key_Down ? 1 : -1);
   }

@@ -17,6 +17,7 @@
 #include "desktop/guarda.h"
 #include "desktop/iconos.h"
 #include "desktop/tablas.h"
+#include "desktop/teclas.h"
 #include "desktop/vista_campos.h"
 #include "host/standalone/documento.h"
 #include "platform/com/error.h"
@@ -271,24 +272,11 @@ void VentanaHoy::Abre() {
 }
 
 bool VentanaHoy::eventFilter(QObject* objeto, QEvent* evento) {
-  if (objeto == busqueda_ && evento->type() == QEvent::KeyPress) {
-    const auto* tecla = static_cast<QKeyEvent*>(evento);
-    switch (tecla->key()) {
-      case Qt::Key_Down:
-      case Qt::Key_Up:
-      case Qt::Key_PageDown:
-      case Qt::Key_PageUp:
-        QApplication::sendEvent(tabla_, evento);
-        return true;
-      default:
-        break;
-    }
-  }
-  return QDialog::eventFilter(objeto, evento);
+  return (objeto == busqueda_ && RecorreTabla(evento, tabla_)) || QDialog::eventFilter(objeto, evento);
 }
 
 void VentanaHoy::keyPressEvent(QKeyEvent* evento) {
-  if (evento->key() == Qt::Key_Return || evento->key() == Qt::Key_Enter) return Abre();
+  if (EsEnter(*evento)) return Abre();
   if (evento->key() == Qt::Key_F5) return Corre([this] { Actualiza(); });
   if (evento->key() == Qt::Key_Escape && !busqueda_->text().isEmpty()) return busqueda_->clear();
   QDialog::keyPressEvent(evento);

@@ -12,6 +12,7 @@
 #include "desktop/guarda.h"
 #include "desktop/iconos.h"
 #include "desktop/tablas.h"
+#include "desktop/teclas.h"
 #include "desktop/vista.h"
 #include "host/standalone/documento.h"
 #include "platform/com/error.h"
@@ -20,8 +21,6 @@
 namespace vista {
 
 namespace {
-
-bool EsEnter(const QKeyEvent& evento) { return evento.key() == Qt::Key_Return || evento.key() == Qt::Key_Enter; }
 
 QString Cuenta(const recepcion::Huespedes& huespedes) {
   const std::size_t hay = huespedes.hallados().size(), total = huespedes.total();
@@ -198,19 +197,7 @@ void VentanaHuesped::AbreVisita() {
 }
 
 bool VentanaHuesped::eventFilter(QObject* objeto, QEvent* evento) {
-  if (objeto == busqueda_ && evento->type() == QEvent::KeyPress) {
-    switch (static_cast<QKeyEvent*>(evento)->key()) {
-      case Qt::Key_Down:
-      case Qt::Key_Up:
-      case Qt::Key_PageDown:
-      case Qt::Key_PageUp:
-        QApplication::sendEvent(personas_, evento);
-        return true;
-      default:
-        break;
-    }
-  }
-  return QDialog::eventFilter(objeto, evento);
+  return (objeto == busqueda_ && RecorreTabla(evento, personas_)) || QDialog::eventFilter(objeto, evento);
 }
 
 void VentanaHuesped::keyPressEvent(QKeyEvent* evento) {

@@ -200,7 +200,7 @@ bool VistaLookup::Retiene() {
 }
 
 bool VistaLookup::Tecla(const QKeyEvent& evento) {
-  const bool enter = evento.key() == Qt::Key_Return || evento.key() == Qt::Key_Enter;
+  const bool enter = EsEnter(evento);
   if (kTeclaFicha.Es(evento) && AbreFicha()) return true;
   if (lupa_ != nullptr && contexto().interactivo && kTeclaCatalogo.Es(evento)) {
     AbreCatalogo();
