@@ -17,6 +17,8 @@
 #include "desktop/estilo.h"
 #include "desktop/iconos.h"
 #include "desktop/vista.h"
+#include "host/standalone/letras.h"
+#include "recepcion/plano.h"
 
 namespace vista {
 
@@ -188,12 +190,25 @@ QString EditorNotas::Texto() const { return edicion_->toPlainText(); }
 
 // --- Busqueda
 
+namespace {
+
+// Its words with a blank between them.
 QString ParaBuscar(const QString& texto) {
-  QString plano;
-  for (const QChar c : texto.normalized(QString::NormalizationForm_D)) {
-    if (c.category() != QChar::Mark_NonSpacing) plano += c.toLower();
-  }
-  return plano;
+  QStringList palabras;
+  for (const std::string& palabra : recepcion::Palabras(recepcion::Plano(texto.toStdString(), autonomo::LetraBuscada)))
+    palabras << Q(palabra);
+  return palabras.join(QLatin1Char(' '));
+}
+
+}  // namespace
+
+Buscado::Buscado(const QString& texto) {
+  for (const QString& parte : texto.split(QLatin1Char(' '), Qt::SkipEmptyParts)) partes_ << ParaBuscar(parte);
+}
+
+bool Buscado::Esta(const QString& texto) const {
+  const QString plano = ParaBuscar(texto);
+  return std::all_of(partes_.begin(), partes_.end(), [&](const QString& p) { return plano.contains(p); });
 }
 
 Busqueda::Busqueda(const QString& titulo, Filas filas, QWidget* padre)
@@ -233,14 +248,11 @@ void Busqueda::Filtra(const QString& texto) { filtro_->setText(texto); }
 
 // Every word must be found in key or name.
 void Busqueda::Lista(const QString& texto) {
-  const QStringList palabras = ParaBuscar(texto).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+  const Buscado buscado(texto);
   lista_->clear();
   for (const auto& [clave, nombre] : filas_) {
     const QString fila = Q(clave) + QStringLiteral("   ") + Q(nombre);
-    const QString plano = ParaBuscar(fila);
-    const bool entra =
-        std::all_of(palabras.begin(), palabras.end(), [&](const QString& p) { return plano.contains(p); });
-    if (!entra) continue;
+    if (!buscado.Esta(fila)) continue;
     auto* renglon = new QListWidgetItem(fila, lista_);
     renglon->setData(Qt::UserRole, Q(clave));
   }

@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <QMessageBox>
 #include <QString>
+#include <QStringList>
 #include <functional>
 #include <string>
 #include <utility>
@@ -84,7 +85,15 @@ bool Confirma(const std::string& pregunta, int estilo, QWidget* padre);
 // Gives a dialog this size, or what the screen has room for.
 void AjustaAPantalla(QDialog& dialogo, QSize deseado);
 
-// Text without accents, in lower case, for searching.
-QString ParaBuscar(const QString& texto);
+// What a filter holds, to be found in rows as the front desk's search finds it, without case, accents and signs: each
+// part between blanks anywhere in the row.
+class Buscado {
+ public:
+  explicit Buscado(const QString& texto);
+  bool Esta(const QString& fila) const;
+
+ private:
+  QStringList partes_;
+};
 
 }  // namespace vista

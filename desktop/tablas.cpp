@@ -121,14 +121,12 @@ int TablaFiltrada::Actual() const {
 }
 
 void TablaFiltrada::Filtra() {
-  const QStringList palabras = ParaBuscar(filtro_->text()).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+  const Buscado buscado(filtro_->text());
   int primera = -1;
   for (int f = 0; f < tabla_->rowCount(); ++f) {
     QString fila;
     for (int c = 0; c < tabla_->columnCount(); ++c) fila += tabla_->item(f, c)->text() + QLatin1Char(' ');
-    const QString plano = ParaBuscar(fila);
-    const bool entra =
-        std::all_of(palabras.begin(), palabras.end(), [&](const QString& p) { return plano.contains(p); });
+    const bool entra = buscado.Esta(fila);
     tabla_->setRowHidden(f, !entra);
     if (entra && primera < 0) primera = f;
   }

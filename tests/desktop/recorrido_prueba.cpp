@@ -202,6 +202,15 @@ TEST_F(RecorridoPrueba, LaLupaEncuentraPorNombreSinAcentos) {
   EXPECT_EQ(Control<controles::LookupField>(Forma(), "txtCliente").text(), "0000000002");
   EXPECT_EQ(Control<controles::LookupField>(Forma(), "txtNCliente").text(), "José Luis Martínez García");
   EXPECT_EQ(Foco(), "txtHuesped");
+  // The other catalogues' window finds as that one does.
+  auto& forma = Control<controles::LookupField>(Forma(), "txtForma_Pago");
+  Forma().Enfoca(forma);
+  Espera("busqueda", [](QWidget& w) {
+    QTest::keyClicks(w.focusWidget(), QStringLiteral("(CREDITO), tarj"));
+    QTest::keyClick(w.focusWidget(), Qt::Key_Return);
+  });
+  Tecla(Qt::Key_F2);
+  EXPECT_EQ(forma.text(), "0004");
 }
 
 // Accepted while the rate's field still holds what was typed.
