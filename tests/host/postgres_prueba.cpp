@@ -6,6 +6,7 @@
 #include <thread>
 #include <vector>
 
+#include "host/standalone/postgres_errores.h"
 #include "host/standalone/revision.h"
 #include "tests/comun/puente.h"
 #include "tests/host/base_prueba.h"
@@ -332,6 +333,28 @@ TEST_F(PostgresPrueba, UnaVersionAnteriorSePoneAlDia) {
   for (const char* cambio : {"Rdt_Codigo_Seguridad = ''", "Rdt_Banco = 'B'"})
     EnPostgres(ruta, std::string("UPDATE Reservacion_Datos_Tarjeta SET ") + cambio);
   EXPECT_EQ(EnPostgres(ruta, "SELECT Rv_Version FROM Reservacion_Version"), "2");
+}
+
+// The client library's words, each told in Spanish by what it means; the first words of several fit more than one.
+TEST(ErroresPostgres, PorQueNoSeConectaSeDiceEnEspanol) {
+  for (const auto& [mensaje, dicho] : std::vector<std::pair<const char*, const char*>>{
+           {"connection to server on socket \"/tmp/.s.PGSQL.5432\" failed: No such file or directory\n\tIs the server "
+            "running locally and accepting connections on that socket?",
+            "puede estar apagado"},
+           {"FATAL:  permission denied for database \"h\"", "no tiene permiso para esa base"},
+           {"FATAL:  database \"h\" is not currently accepting connections", "no admite conexiones ahora"},
+           {"FATAL:  database \"h\" does not exist", "no existe en el servidor"},
+           {"FATAL:  role \"ana\" is not permitted to log in", "no puede entrar"},
+           {"FATAL:  too many connections for role \"ana\"", "no admite más conexiones"},
+           {"root certificate file \"/nada.crt\" does not exist", "Falta en esta máquina"},
+           {"server closed the connection unexpectedly", "cortó la conexión"},
+           {"connection to server at \"10.0.0.1\" failed: Network is unreachable", "No hay red"},
+           {"invalid port number: \"x\"", "no está bien escrita"},
+           {"FATAL:  the database system is shutting down", "se está apagando"},
+       }) {
+    const std::string texto = autonomo::ErrorDeConexion(mensaje).Descripcion();
+    EXPECT_NE(texto.find(dicho), std::string::npos) << mensaje << ": " << texto;
+  }
 }
 
 TEST_F(PostgresPrueba, DosQueLaEstrenanALaVezLaHacenUnaVez) {
