@@ -66,7 +66,7 @@ std::string SesionPostgres::SinRoles(const com::Error& e) const {
   return "Los derechos de cada usuario los cuida el programa, pero no también el servidor: " + propio_ +
          " no puede hacer los roles que eso pide (" + e.Descripcion() +
          "). Si los quiere también en el servidor, quien lo administra corre ALTER ROLE " + esquema::Citado(propio_) +
-         " CREATEROLE y después se corre reservas-base usuario.";
+         " CREATEROLE; se hacen la próxima vez que abra el hotel.";
 }
 
 std::string SesionPostgres::PreparaRoles() {
