@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <optional>
 
+#include "host/standalone/postgres_reloj.h"
 #include "host/standalone/segundos.h"
 #include "platform/com/variant.h"
 #include "platform/regional/regional.h"
@@ -35,8 +36,7 @@ std::optional<com::Fecha> UltimoTrabajo(Conexion& conexion) {
 }
 
 std::string DudaDelServidor(Conexion& conexion, com::Fecha ahora) {
-  const ado::RecordsetPtr rs = conexion.Directa("SELECT CAST(EXTRACT(EPOCH FROM now()) AS bigint)");
-  const double suyo = com::CDbl(rs->Fields(0).Value());
+  const double suyo = EpocaDelServidor(conexion);
   const auto mio =
       std::chrono::duration_cast<std::chrono::seconds>(std::chrono::system_clock::now().time_since_epoch());
   const auto dias = static_cast<int>((suyo - static_cast<double>(mio.count())) / kSegundosDia);

@@ -5,7 +5,7 @@
 
 usuario() {  # login, password: by the program for the database, which lets both administer it
   (umask 077 && echo "$2" >"$CARPETA/contrasena")
-  "$RESERVAS_BASE" usuario "$base" "$1" --contrasena-de "$CARPETA/contrasena" --registro "$CARPETA/diario" >/dev/null
+  "$RESERVAS_BASE" usuario "$base" "$1" --administra --contrasena-de "$CARPETA/contrasena" --registro "$CARPETA/diario" >/dev/null
 }
 entra() {  # login, password
   dialogo Acceso

@@ -120,6 +120,7 @@ TEST_F(CuadroVentanaPrueba, CadaMitadDelDiaEsDeSuNoche) {
   EsperaCuadro([](vista::VentanaCuadro& w) {
     Arrastra(w, w.tabla().ZonaNoche(15, Marzo(12)).topLeft() + QPoint(4, 8), Noche(w, 15, 10));
   });
+  EsperaNadie();
   Tecla(Qt::Key_F7);
   EXPECT_EQ(Renglones(), "0202 10/03/2026 12/03/2026;");
 }

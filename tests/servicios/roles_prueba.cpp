@@ -194,7 +194,7 @@ TEST_F(RolesPostgres, ElRolPropioDeUnUsuarioTieneSusDerechos) {
     EXPECT_TRUE(deja("INSERT INTO kv207_bitacora.Bitacora (Bt_Texto) VALUES ('por la función')"));
   }
   // As in a database that was brought here: the roles are the server's, what they may do is not.
-  EnPostgres(ruta, "DROP OWNED BY " + esquema::RolesDe(rol.substr(4)).recepcion);
+  EnPostgres(ruta, "DROP OWNED BY " + esquema::RolesDe(Nombre()).recepcion);
   EXPECT_FALSE(deja("SELECT Rs_Folio FROM public.Reservacion"));
   EXPECT_EQ(base.roles().PreparaRoles(), "");
   // She works with it, whatever the program would grant her.
