@@ -133,19 +133,6 @@ int PausaTras(std::int32_t intentos) {
   return std::min(kMinuto << std::clamp(intentos - 1, 0, kDoblan), kHora);
 }
 
-namespace {
-
-// A mail waits from the day on which it, or one before it, was queued: a desk behind its time dates it wrongly.
-bool Vencido(Conexion& conexion, std::int32_t id, std::optional<com::Fecha> fecha, com::Fecha ahora) {
-  const auto vence = [&](std::optional<com::Fecha> f) { return !f || com::MasDias(*f, kDiasDeEspera) < ahora; };
-  if (!vence(fecha)) return false;
-  const ado::RecordsetPtr rs =
-      conexion.Consulta("SELECT MAX(Cs_Fecha) AS Ultima FROM Correo_Salida WHERE Cs_Id <= ?", {id});
-  return vence(Momento(*rs, "Ultima")) && DudaDelReloj(conexion, ahora).empty();
-}
-
-}  // namespace
-
 std::vector<std::int32_t> PorEnviar(Conexion& conexion, com::Fecha ahora) {
   const ado::RecordsetPtr rs = conexion.Consulta(
       "SELECT Cs_Id, Cs_Estado, Cs_Fecha, Cs_Proximo, Cs_Error FROM Correo_Salida WHERE Cs_Estado IN (?, ?) "
@@ -161,7 +148,7 @@ std::vector<std::int32_t> PorEnviar(Conexion& conexion, com::Fecha ahora) {
         CambiaEstado(conexion, id, correo::kEnviando, correo::kIncierto,
                      "el programa que lo enviaba se cerró a medio envío");
       }
-    } else if (Vencido(conexion, id, fecha, ahora)) {
+    } else if ((!fecha || com::MasDias(*fecha, kDiasDeEspera) < ahora) && DudaDelReloj(conexion, ahora).empty()) {
       CambiaEstado(conexion, id, correo::kPendiente, correo::kVencido, Texto(*rs, "Cs_Error"));
     } else if (toca) {
       ids.push_back(id);
