@@ -198,7 +198,8 @@ void Anfitrion::Permiso(const std::string& opcion, bool concedido) {
                           {usuario_, anfitrion::kPantalla, opcion});
     }
   });
-  if (!conexion_->EnTransaccion() && PideContrasena(*conexion_)) conexion_->roles().Limita(AlcanceDe(*conexion_, usuario_));
+  if (!conexion_->EnTransaccion() && PideContrasena(*conexion_))
+    conexion_->roles().Limita(AlcanceDe(*conexion_, usuario_));
 }
 
 void Anfitrion::Cambio(const std::string& moneda, double tasa) {
