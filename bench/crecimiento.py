@@ -41,7 +41,7 @@ def mide(todos, veces):
                 t = p.di(que)[-1]
                 if vez >= 2:  # the first ones prepare statements
                     tiempos[que, *cual].append(1e3 * t)
-    return {cual: statistics.quantiles(t, n=10)[0] for cual, t in tiempos.items()}
+    return {cual: statistics.quantiles(t, n=10, method="inclusive")[0] for cual, t in tiempos.items()}
 
 
 def tabla(deciles, lineas):

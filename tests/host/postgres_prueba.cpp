@@ -315,8 +315,9 @@ TEST_F(PostgresPrueba, UnaVersionAnteriorSePoneAlDia) {
   Abre()->Execute("INSERT INTO Correo_Salida (Cs_Asunto) VALUES ('carta')");
   const std::string nueva = definicion();
   for (const char* sql :
-       {"DROP TABLE Usuario CASCADE", "ALTER TABLE Correo_Salida DROP Cs_Usuario, DROP Cs_Adjunto, DROP Cs_Intentos",
-        "DROP INDEX Correo_Salida_1", "ALTER FUNCTION vende RESET ALL", "DROP FUNCTION hay_sobreventa",
+       {"DROP TABLE Usuario CASCADE", "DROP OPERATOR !~@ (bpchar, bpchar)",
+        "ALTER TABLE Correo_Salida DROP Cs_Usuario, DROP Cs_Adjunto, DROP Cs_Intentos", "DROP INDEX Correo_Salida_1",
+        "ALTER FUNCTION vende RESET ALL", "DROP FUNCTION hay_sobreventa",
         "DROP TRIGGER Version_Reservacion ON Reservacion", "UPDATE Esquema_Version SET Ev_Version = 2",
         "GRANT ALL ON SCHEMA public TO conclave", "GRANT ALL ON ALL TABLES IN SCHEMA public TO conclave"})
     EnPostgres(ruta, sql);
@@ -327,6 +328,7 @@ TEST_F(PostgresPrueba, UnaVersionAnteriorSePoneAlDia) {
   EXPECT_TRUE(Abre()->TomaAvisos().empty());
   EXPECT_EQ(definicion(), nueva);
   EXPECT_EQ(EnPostgres(ruta, "SELECT Cs_Asunto || Cs_Usuario || Cs_Intentos FROM Correo_Salida"), "carta0");
+  EXPECT_EQ(Abre()->Execute("SELECT 1 FROM Correo_Salida WHERE Cs_Asunto NOT LIKE 'c[e-i]%'")->RecordCount(), 1);
   EXPECT_EQ(EnPostgres(ruta, "SELECT MAX(Ev_Version) FROM Esquema_Version"), std::to_string(esquema::kVersion));
   // A card's code that is forgotten is no change of its reservation.
   EnPostgres(ruta, "INSERT INTO Reservacion_Datos_Tarjeta (Rs_Folio, Rdt_Codigo_Seguridad) VALUES ('1', 'x')");
