@@ -58,7 +58,7 @@ ESPERADOS = [
     r"La reservación \d+ cambió después de que usted la abrió.*está .*no se puede",
     r"La reservación \d+ cambió después de que usted la abrió.*Si vuelve a",
     r"La reservación especificada no existe",
-    r"Otro programa guardó al mismo tiempo.*\(",
+    r"Otro programa guardó al mismo tiempo",
 ]
 # A line of the log that tells a statement: time of the day, seconds, and what it did.
 ESCRITA = r"(?m)^\S+ \d+:(\d+:\d+\.\d+) \[\d+\] [\d.]+ ms[^:]*: ((?:INSERT INTO|UPDATE|DELETE FROM) \w+|BEGIN|COMMIT|ROLLBACK)"
