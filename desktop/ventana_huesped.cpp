@@ -17,6 +17,7 @@
 #include "host/standalone/documento.h"
 #include "platform/com/error.h"
 #include "platform/regional/regional.h"
+#include "schema/esquema.h"
 
 namespace vista {
 
@@ -166,7 +167,7 @@ void VentanaHuesped::MuestraSenalado() {
     AgregaFila(visitas_,
                {Q(f.folio), Q(regional::FechaCorta(f.llegada)), Q(regional::FechaCorta(f.salida)), Q(f.habitaciones),
                 Q(autonomo::EstadoLegible(f.estado))},
-               f.estado == "CA" || f.estado == "CE");
+               f.estado == esquema::kCancelada || f.estado == esquema::kCerrada);
   }
   visitas_->resizeColumnsToContents();
   elige_->setEnabled(huespedes_.senalado() >= 0);
