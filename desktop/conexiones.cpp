@@ -75,7 +75,7 @@ void DiceLosPrecios(Contexto& contexto, EscritorioQt& escritorio) {
     const controles::Formulario* principal = escritorio.Principal();
     return principal != nullptr && acordados->Es(*principal, fila);
   };
-  contexto.avisoDePrecio = [&escritorio] {
+  contexto.avisoDeRenglones = [&escritorio] {
     const controles::Formulario* principal = escritorio.Principal();
     return principal == nullptr ? QString() : Q(recepcion::AvisoDePrecio(*principal));
   };
@@ -158,6 +158,10 @@ void ConectaAnfitrion(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion, 
   escritorio.Conserva(InstalaImpresion(anfitrion, [&escritorio] { return escritorio.Frente(); }));
   DiceDelAnfitrion(escritorio, anfitrion);
   Contexto& contexto = escritorio.contexto();
+  contexto.avisoDeRenglones = [precio = contexto.avisoDeRenglones, &mostrador] {
+    const QString texto = precio();
+    return texto.isEmpty() ? mostrador.AvisoDeQuitados() : texto;
+  };
   contexto.busca = [&](const controles::LookupField& campo, const QString& filtro) {
     return BuscaClave(campo, filtro, anfitrion, escritorio, mostrador);
   };

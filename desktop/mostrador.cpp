@@ -79,6 +79,17 @@ bool Mostrador::DejaCaptura() {
   return principal == nullptr || !EnCaptura(*principal) || escritorio_.Pulsa(controles::Accion::Limpiar);
 }
 
+QString Mostrador::AvisoDeQuitados() const {
+  const controles::Formulario* principal = escritorio_.Principal();
+  const std::size_t cuantas = quitados_.renglones().size();
+  if (cuantas == 0 || principal == nullptr || !EnCaptura(*principal)) return {};
+  return (cuantas == 1 ? QStringLiteral("El cambio de noches quitó una habitación; «Reponer habitaciones», en el menú "
+                                        "Hotel, la devuelve")
+                       : QStringLiteral("El cambio de noches quitó %1 habitaciones; «Reponer habitaciones», en el menú "
+                                        "Hotel, las devuelve")
+                             .arg(cuantas));
+}
+
 void Mostrador::ReponeHabitaciones() {
   controles::Formulario* principal = escritorio_.Principal();
   if (principal == nullptr) return;

@@ -2,6 +2,7 @@
 // for her, after the questions that she gets when she does it herself.
 #pragma once
 
+#include <QString>
 #include <string>
 
 #include "desktop/ayuda.h"
@@ -30,6 +31,8 @@ class Mostrador {
   // From now on what a change of nights takes away from that screen is kept.
   void Vigila(controles::Formulario& principal) { quitados_.Vigila(principal); }
   recepcion::RenglonesQuitados& quitados() { return quitados_; }
+  // What a change of nights took away in the open capture, and how to have it back; "" nothing.
+  QString AvisoDeQuitados() const;
   // The guest's search for the field with the keyboard, or for the guest's; what is picked is typed there, in a New
   // when nothing is being captured.
   void AbreHuesped();

@@ -56,10 +56,10 @@ struct Contexto {
   QDate Hoy() const { return hoy ? hoy() : QDate::currentDate(); }
   // How the amounts of a room line came about, as a tip; of the footer with -1. "" where nothing can be said.
   std::function<QString(int fila)> explica;
-  // The line's price was agreed: it would be lost when dates or persons are typed. And what is to be known before and
-  // after that, "" nothing.
+  // The line's price was agreed: it would be lost when dates or persons are typed.
   std::function<bool(int fila)> acordado;
-  std::function<QString()> avisoDePrecio;
+  // What is to be known before and after that, and of lines that were taken away; "" nothing.
+  std::function<QString()> avisoDeRenglones;
   // Why no draft of what is captured can be kept, to be seen as long as it cannot; "" it can.
   std::function<QString()> sinBorrador;
   // A person works at the window, no script.

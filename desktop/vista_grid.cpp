@@ -167,7 +167,7 @@ bool VistaGrid::EsAcordada(int fila, int columna) const {
 
 void VistaGrid::DiceDelPrecio() {
   if (EsTablero(grid_)) return;
-  const QString texto = contexto().avisoDePrecio ? contexto().avisoDePrecio() : QString();
+  const QString texto = contexto().avisoDeRenglones ? contexto().avisoDeRenglones() : QString();
   if (texto != aviso_->text()) {
     aviso_->setText(texto);
     aviso_->setAccessibleName(texto);

@@ -217,8 +217,12 @@ TEST_F(CapturaPrueba, LasHabitacionesQuitadasVuelvenPorElMenu) {
   Forma().Enfoca(*Forma().Busca("dpFecha_salida"));
   Enter("13/3");
   EXPECT_EQ(Renglones().Filas(), 0);
+  const auto* dicho = escritorio_.ventana(Forma())->findChild<QLabel*>(QStringLiteral("aviso_precio"));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return dicho->text().contains(QStringLiteral("quitó una habitación")); }))
+      << dicho->text().toStdString();
   menu("Repon&er habitaciones");
   ASSERT_EQ(Renglones().Filas(), 1);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return dicho->text().isEmpty(); })) << dicho->text().toStdString();
   EXPECT_EQ(Renglones().Texto(0, "Clave") + Renglones().Texto(0, "FECHAF"), habitacion_ + "13/03/2026");
   EXPECT_EQ(Renglones().Texto(0, "Adultos"), "2");
 }
