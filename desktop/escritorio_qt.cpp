@@ -141,25 +141,36 @@ void EscritorioQt::CierraPrincipal(controles::Formulario& formulario) {
   });
 }
 
-void EscritorioQt::Abre(controles::Formulario& formulario, bool modal) {
+Ventana& EscritorioQt::Prepara(controles::Formulario& formulario, bool modal) {
   Ventana& v = VentanaDe(formulario, modal);
   std::erase(abiertas_, &formulario);
   abiertas_.push_back(&formulario);
   v.Refresca();
+  return v;
+}
+
+void EscritorioQt::Abre(Ventana& v) {
   v.show();
   v.raise();
   v.activateWindow();
-  formulario.Activa();
+  v.formulario().Activa();
   v.SigueFoco();
   // What is typed first replaces the field's text, as when it is entered by Tab.
   if (auto* linea = qobject_cast<QLineEdit*>(v.focusWidget())) linea->selectAll();
 }
 
-void EscritorioQt::Muestra(controles::Formulario& formulario) { Abre(formulario, false); }
+void EscritorioQt::Muestra(controles::Formulario& formulario) { Abre(Prepara(formulario, false)); }
 
+// A window that comes and goes within one event leaves the one below without the keyboard: the window manager's word
+// about the two arrives when both have changed again.
 void EscritorioQt::MuestraModal(controles::Formulario& formulario) {
-  Abre(formulario, true);
-  if (const auto pasos = std::exchange(pasos_, nullptr)) Corre([&] { pasos(formulario); });
+  Ventana& nueva = Prepara(formulario, true);
+  const auto pasos = std::exchange(pasos_, {});
+  if (pasos.antes) Corre([&] { pasos.antes(formulario); });
+  if (formulario.visible()) {
+    Abre(nueva);
+    if (pasos.abierta) Corre([&] { pasos.abierta(formulario); });
+  }
   if (piloto_.modal) {
     piloto_.modal(formulario);
   } else {

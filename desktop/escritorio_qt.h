@@ -53,8 +53,10 @@ class EscritorioQt : public controles::Escritorio {
   void DiceDelBorrador() const;
   // The person has entered something in the capture since it began.
   bool HayCaptura() const { return Principal() != nullptr && resguardo_.HayCaptura(*Principal()); }
-  // What is done in the next window that waits for an answer, as soon as it is there; null for nothing.
-  void AlAbrirModal(std::function<void(controles::Formulario&)> pasos) { pasos_ = std::move(pasos); }
+  // What is done in the next window that waits for an answer; null for nothing. antes: before it is on the screen,
+  // where it does not come at all when these steps end it. abierta: as soon as it is there.
+  using Pasos = std::function<void(controles::Formulario&)>;
+  void AlAbrirModal(Pasos antes, Pasos abierta) { pasos_ = {std::move(antes), std::move(abierta)}; }
   // The main window is gone.
   std::function<void()> alTerminar;
 
@@ -77,7 +79,9 @@ class EscritorioQt : public controles::Escritorio {
   Ventana& VentanaDe(controles::Formulario& formulario, bool modal);
   void AtiendeDialogo(Ventana& ventana);
   void AtiendePrincipal(Ventana& ventana);
-  void Abre(controles::Formulario& formulario, bool modal);
+  // The window, to be worked by program; not on the screen yet.
+  Ventana& Prepara(controles::Formulario& formulario, bool modal);
+  void Abre(Ventana& ventana);
   // Asked before a button of the main toolbar and before the main window closes; false leaves everything as it is.
   bool DejaPulsar(const controles::Formulario& formulario, controles::Accion accion);
   void CierraPrincipal(controles::Formulario& formulario);
@@ -92,7 +96,9 @@ class EscritorioQt : public controles::Escritorio {
   // What ends the wait of a modal form.
   std::map<const controles::Formulario*, std::function<void()>> esperas_;
   std::vector<com::Inscripcion> inscripciones_;
-  std::function<void(controles::Formulario&)> pasos_;
+  struct {
+    Pasos antes, abierta;
+  } pasos_;
 };
 
 }  // namespace vista

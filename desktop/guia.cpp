@@ -212,7 +212,7 @@ void Guia::Teclea(const char* campo, const std::string& texto) const {
 }
 
 void Guia::AbreTablero() {
-  escritorio_.AlAbrirModal([this](controles::Formulario& tablero) {
+  escritorio_.AlAbrirModal(nullptr, [this](controles::Formulario& tablero) {
     tablero_ = &tablero;
     // By rooms, as it is told.
     if (auto* porHabitacion = controles::Como<controles::Opcion>(tablero.Busca("opHabitacion"))) {
@@ -222,7 +222,7 @@ void Guia::AbreTablero() {
     Muestra();
   });
   Principal().PulsaTecla(controles::tecla::kF6);
-  escritorio_.AlAbrirModal(nullptr);
+  escritorio_.AlAbrirModal(nullptr, nullptr);
   tablero_ = nullptr;
   // It did not come up, and has said why; or it was closed.
   if (!pasos_[actual_].enTablero) return;

@@ -116,14 +116,17 @@ void Mostrador::Reserva(const recepcion::Pedido& pedido, const std::vector<recep
   if (!escritorio_.Pulsa(controles::Accion::Nuevo)) return;
   if (!pedido.moneda.empty()) recepcion::TecleaMoneda(*principal, pedido.moneda);
   if (!recepcion::TecleaEstancia(*principal, pedido.llegada, pedido.salida)) return;
-  escritorio_.AlAbrirModal([&](controles::Formulario& tablero) {
-    const std::string motivo = recepcion::MarcaTramos(tablero, pedido.llegada, tramos);
+  std::string motivo;
+  const auto marca = [&](controles::Formulario& tablero) {
+    motivo = recepcion::MarcaTramos(tablero, pedido.llegada, tramos);
+  };
+  escritorio_.AlAbrirModal(marca, [&](controles::Formulario&) {
     if (motivo.empty()) return;
     Avisa("No se pudieron marcar las noches:\r\n" + motivo + "\r\nElija otra habitación en el tablero, o ciérrelo.", 48,
           escritorio_.Frente(), "Disponibilidad");
   });
   principal->PulsaTecla(controles::tecla::kF6);
-  escritorio_.AlAbrirModal(nullptr);
+  escritorio_.AlAbrirModal(nullptr, nullptr);
   const auto* renglones = principal->Primero<controles::Grid>();
   if (renglones == nullptr || renglones->Filas() == 0) return;  // the board was left without a room
   pedido_ = pedido;
