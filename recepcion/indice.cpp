@@ -241,7 +241,8 @@ struct Indice::Consulta {
   std::size_t LugarDe(const std::string& buscada) {
     const auto ya = std::ranges::find(palabras_, " " + buscada, &Palabra::texto);
     if (ya != palabras_.end()) return static_cast<std::size_t>(ya - palabras_.begin());
-    Palabra& p = palabras_.emplace_back(" " + buscada, std::vector<char>(indice_.clientes_.size(), 0));
+    palabras_.push_back({" " + buscada, std::vector<char>(indice_.clientes_.size(), 0)});
+    Palabra& p = palabras_.back();
     const bool digitos = SoloDigitos(buscada) && buscada.size() >= kDigitosDeTelefono;
     for (std::size_t c = 1; c < p.clientes.size(); ++c) {
       const Cliente& cliente = indice_.clientes_[c];

@@ -1,6 +1,7 @@
 #include "recepcion/plano.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/com/texto.h"
 
