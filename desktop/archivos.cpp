@@ -5,6 +5,7 @@
 #include <QFileIconProvider>
 #include <QFileSystemModel>
 #include <QIdentityProxyModel>
+#include <QLineEdit>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <algorithm>
@@ -76,8 +77,8 @@ QString Existente(const QString& titulo, const QString& filtro, const QString& c
 }  // namespace
 
 std::optional<RutaElegida> PreguntaRuta(const QString& titulo, const QString& nombre,
-                                        const std::vector<TipoDeArchivo>& tipos, QWidget* padre,
-                                        const QString& carpeta) {
+                                        const std::vector<TipoDeArchivo>& tipos, QWidget* padre, const QString& carpeta,
+                                        const RutaElegida* anterior) {
   Seleccion seleccion(titulo, carpeta.isEmpty() ? CarpetaDeDocumentos() : carpeta, padre);
   QFileDialog& dialogo = seleccion.dialogo;
   dialogo.setAcceptMode(QFileDialog::AcceptSave);
@@ -95,6 +96,12 @@ std::optional<RutaElegida> PreguntaRuta(const QString& titulo, const QString& no
     QString propuesto = nombre;
     dialogo.selectFile(propuesto.replace(QLatin1Char('/'), QLatin1Char('-')) + QLatin1Char('.') +
                        tipos.front().extension);
+  }
+  if (anterior != nullptr) {
+    dialogo.selectNameFilter(filtros[static_cast<qsizetype>(anterior->tipo)]);
+    dialogo.setDefaultSuffix(tipos[anterior->tipo].extension);
+    // As it was typed, even into a folder that is not there.
+    if (auto* linea = dialogo.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))) linea->setText(anterior->ruta);
   }
   const QString ruta = seleccion.Elige();
   if (ruta.isEmpty()) return std::nullopt;

@@ -18,10 +18,11 @@ struct RutaElegida {
 };
 // Asks where a file of one of these kinds is to be saved; nothing when the user wants none. An ending that was typed
 // counts before the kind that was chosen. nombre: proposed file name, without the ending; "" none. carpeta: where the
-// list begins; "" in the user's documents.
+// list begins; "" in the user's documents. anterior: what was answered last and did not do; null when it is asked
+// first.
 std::optional<RutaElegida> PreguntaRuta(const QString& titulo, const QString& nombre,
                                         const std::vector<TipoDeArchivo>& tipos, QWidget* padre,
-                                        const QString& carpeta = {});
+                                        const QString& carpeta = {}, const RutaElegida* anterior = nullptr);
 // Asks where a PDF is to be saved; gives its path, which ends in .pdf, or "" when the user wants none.
 // nombre: proposed file name, without the ending.
 QString PreguntaRutaPdf(const QString& titulo, const QString& nombre, QWidget* padre);

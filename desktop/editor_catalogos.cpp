@@ -183,8 +183,13 @@ class Lista : public QWidget {
       connect(boton(QStringLiteral("&Traer de un archivo…"), "registro", QStringLiteral("traer")),
               &QPushButton::clicked, this, [this] { TraeHabitaciones(); });
     }
-    botones->addStretch();
-    botones->addWidget(BotonExportar(this, [this] { return ListadoDe(conexion_, catalogo_); }));
+    auto* donde = new QLabel(this);
+    donde->setObjectName(QStringLiteral("donde"));
+    Atenua(*donde);
+    botones->addWidget(donde, 1);
+    botones->addWidget(BotonExportar(
+        this, [this] { return ListadoDe(conexion_, catalogo_); },
+        [donde](const QString& texto) { donde->setText(texto); }));
     caja->addWidget(lista_);
     caja->addLayout(botones);
     setFocusProxy(lista_);

@@ -1,9 +1,12 @@
 #include "desktop/exportar.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QFormLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QShortcut>
 #include <QVBoxLayout>
@@ -33,39 +36,67 @@ const std::vector<TipoDeArchivo>& TiposDeLista() {
   return tipos;
 }
 
-// Asks for a file until it is written, or none is wanted.
-void Guarda(const QString& titulo, const QString& nombre, const std::vector<TipoDeArchivo>& tipos, QWidget* padre,
-            const std::function<void(const RutaElegida&)>& escribe) {
-  while (const auto elegida = PreguntaRuta(titulo, nombre, tipos, padre)) {
+// Asks for a file until it is written, or none is wanted: "" then. What was refused is proposed again.
+QString Guarda(const QString& titulo, const QString& nombre, const std::vector<TipoDeArchivo>& tipos, QWidget* padre,
+               const std::function<void(const RutaElegida&)>& escribe) {
+  std::optional<RutaElegida> elegida;
+  while ((elegida = PreguntaRuta(titulo, nombre, tipos, padre, {}, elegida ? &*elegida : nullptr))) {
     try {
-      return escribe(*elegida);
+      escribe(*elegida);
+      return elegida->ruta;
     } catch (const com::Error& e) {
       Avisa(e.Descripcion(), 48, padre);
     }
   }
+  return {};
 }
+
+// The list's key, wherever the keyboard is in its window: a field has a use of its own for it, and gives it up.
+class AtajoExportar : public QShortcut {
+ public:
+  explicit AtajoExportar(QWidget* ventana) : QShortcut(QKeySequence(kTecla), ventana), ventana_(ventana) {
+    setContext(Qt::WidgetWithChildrenShortcut);
+    qApp->installEventFilter(this);
+  }
+
+  bool eventFilter(QObject* objeto, QEvent* evento) override {
+    if (evento->type() != QEvent::ShortcutOverride || !objeto->isWidgetType()) return false;
+    const auto* w = static_cast<QWidget*>(objeto);
+    const bool suya = static_cast<QKeyEvent*>(evento)->keyCombination() == kTecla;
+    if (!suya || (w != ventana_ && !ventana_->isAncestorOf(w))) return false;
+    evento->ignore();
+    return true;
+  }
+
+ private:
+  static constexpr QKeyCombination kTecla{Qt::ControlModifier, Qt::Key_E};
+  QWidget* ventana_;
+};
 
 }  // namespace
 
-void ExportaLista(const listado::Listado& lista, QWidget* padre) {
+QString ExportaLista(const listado::Listado& lista, QWidget* padre) {
   const autonomo::Membrete membrete{publico::LeeTexto(anfitrion::parametro::kNombreHotel),
                                     publico::Utilerias().FechaServidor()};
-  Guarda(QStringLiteral("Exportar ") + Q(lista.titulo), Q(lista.titulo), TiposDeLista(), padre,
-         [&](const RutaElegida& elegida) {
-           const auto formato = elegida.tipo == 1 ? listado::kConPuntoYComa : listado::kConComas;
-           autonomo::Exporta(lista, membrete, formato, elegida.ruta.toStdString());
-         });
+  return Guarda(QStringLiteral("Exportar ") + Q(lista.titulo), Q(lista.titulo), TiposDeLista(), padre,
+                [&](const RutaElegida& elegida) {
+                  const auto formato = elegida.tipo == 1 ? listado::kConPuntoYComa : listado::kConComas;
+                  autonomo::Exporta(lista, membrete, formato, elegida.ruta.toStdString());
+                });
 }
 
-QPushButton* BotonExportar(QWidget* ventana, std::function<listado::Listado()> lista) {
+QPushButton* BotonExportar(QWidget* ventana, std::function<listado::Listado()> lista,
+                           std::function<void(const QString&)> dice) {
   auto* boton = new QPushButton(QStringLiteral("E&xportar… (Ctrl+E)"), ventana);
   boton->setObjectName(QStringLiteral("exportar"));
   boton->setAutoDefault(false);
-  QObject::connect(boton, &QPushButton::clicked, ventana,
-                   [ventana, lista = std::move(lista)] { Corre([&] { ExportaLista(lista(), ventana); }); });
-  auto* atajo = new QShortcut(QKeySequence(QStringLiteral("Ctrl+E")), ventana);
-  atajo->setContext(Qt::WidgetWithChildrenShortcut);
-  QObject::connect(atajo, &QShortcut::activated, boton, &QPushButton::click);
+  QObject::connect(boton, &QPushButton::clicked, ventana, [ventana, lista = std::move(lista), dice = std::move(dice)] {
+    Corre([&] {
+      const QString ruta = ExportaLista(lista(), ventana);
+      if (!ruta.isEmpty()) dice(QStringLiteral("Quedó en ") + QDir::toNativeSeparators(ruta));
+    });
+  });
+  QObject::connect(new AtajoExportar(ventana), &QShortcut::activated, boton, &QPushButton::click);
   return boton;
 }
 

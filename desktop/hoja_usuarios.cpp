@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTableWidget>
@@ -12,6 +13,7 @@
 
 #include "desktop/editor_catalogos.h"
 #include "desktop/entradas.h"
+#include "desktop/estilo.h"
 #include "desktop/exportar.h"
 #include "desktop/guarda.h"
 #include "desktop/iconos.h"
@@ -81,8 +83,13 @@ HojaUsuarios::HojaUsuarios(autonomo::Conexion& conexion, QWidget* padre)
   }
   nuevo_->setObjectName(QStringLiteral("nuevo"));
   edita_->setObjectName(QStringLiteral("editar"));
-  botones->addStretch();
-  botones->addWidget(BotonExportar(this, [this] { return autonomo::ListadoDeUsuarios(conexion_); }));
+  auto* donde = new QLabel(this);
+  donde->setObjectName(QStringLiteral("donde"));
+  Atenua(*donde);
+  botones->addWidget(donde, 1);
+  botones->addWidget(BotonExportar(
+      this, [this] { return autonomo::ListadoDeUsuarios(conexion_); },
+      [donde](const QString& texto) { donde->setText(texto); }));
   caja->addLayout(botones);
   setFocusProxy(lista_);
   lista_->tabla()->setObjectName(QStringLiteral("Usuario"));

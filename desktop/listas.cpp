@@ -85,6 +85,8 @@ class Lista : public Ficha {
     });
   }
 
+  void Dice(const QString& texto) { cuenta_->setText(texto); }
+
   // Fills it again by the filter that was searched for last; row and place stay.
   void Refresca() {
     const int fila = tabla_->currentRow(), lugar = tabla_->verticalScrollBar()->value();
@@ -175,7 +177,8 @@ void MuestraBitacora(autonomo::Anfitrion& anfitrion, QWidget* padre) {
   auto* botones = new QHBoxLayout;
   botones->addStretch();
   botones->addWidget(BotonExportar(
-      &lista, [&] { return autonomo::ListadoDe(autonomo::LeeBitacora(*anfitrion.conexion(), lista.filtro())); }));
+      &lista, [&] { return autonomo::ListadoDe(autonomo::LeeBitacora(*anfitrion.conexion(), lista.filtro())); },
+      [&](const QString& texto) { lista.Dice(texto); }));
   lista.caja()->addLayout(botones);
   lista.Termina();
   AjustaAPantalla(lista, {760, 560});
@@ -244,8 +247,9 @@ void MuestraBandeja(autonomo::Anfitrion& anfitrion, QWidget* padre) {
   auto* botones = new QHBoxLayout;
   botones->addWidget(otraVez);
   botones->addStretch();
-  botones->addWidget(
-      BotonExportar(&lista, [&] { return autonomo::ListadoDe(autonomo::LeeBandeja(conexion, lista.filtro())); }));
+  botones->addWidget(BotonExportar(
+      &lista, [&] { return autonomo::ListadoDe(autonomo::LeeBandeja(conexion, lista.filtro())); },
+      [&](const QString& texto) { lista.Dice(texto); }));
   lista.caja()->addLayout(botones);
   lista.Termina();
   AjustaAPantalla(lista, {920, 560});

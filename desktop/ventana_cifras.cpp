@@ -98,7 +98,9 @@ VentanaCifras::VentanaCifras(recepcion::Cifras& cifras, QWidget* padre) : QDialo
   CreaResultado(*caja);
   auto* botones = new QHBoxLayout;
   botones->addStretch();
-  botones->addWidget(BotonExportar(this, [this] { return recepcion::ListadoDe(cifras_, PorMes()); }));
+  botones->addWidget(BotonExportar(
+      this, [this] { return recepcion::ListadoDe(cifras_, PorMes()); },
+      [this](const QString& texto) { nota_->setText(texto); }));
   auto* cierra = new QPushButton(QStringLiteral("Cerrar (Esc)"), this);
   cierra->setObjectName(QStringLiteral("cerrar"));
   cierra->setAutoDefault(false);

@@ -74,7 +74,9 @@ VentanaCotizacion::VentanaCotizacion(recepcion::Cotizacion& cotizacion, QWidget*
   connect(cierra, &QPushButton::clicked, this, &QDialog::reject);
   botones->addWidget(vende);
   botones->addStretch();
-  botones->addWidget(BotonExportar(this, [this] { return recepcion::ListadoDe(cotizacion_); }));
+  botones->addWidget(BotonExportar(
+      this, [this] { return recepcion::ListadoDe(cotizacion_); },
+      [this](const QString& texto) { nota_->setText(texto); }));
   botones->addWidget(cierra);
   caja->addLayout(botones);
   for (QWidget* w : std::initializer_list<QWidget*>{llegada_, noches_, adultos_, menores_, infantes_})

@@ -65,7 +65,8 @@ void VentanaCuadro::CreaCabeza(QBoxLayout& caja) {
   for (const int noches : kZooms) zoom_->addItem(QStringLiteral("%1 noches").arg(noches), noches);
   connect(zoom_, &QComboBox::activated, this, [this](int i) { Muestra(cuadro_.desde(), zoom_->itemData(i).toInt()); });
   fila->addWidget(zoom_);
-  fila->addWidget(BotonExportar(this, [this] { return recepcion::ListadoDe(cuadro_); }));
+  fila->addWidget(BotonExportar(
+      this, [this] { return recepcion::ListadoDe(cuadro_); }, [this](const QString& texto) { nota_->setText(texto); }));
   caja.addLayout(fila);
 }
 

@@ -161,7 +161,8 @@ void VentanaHoy::CreaBotones(QBoxLayout& caja) {
   boton("Cua&dro de habitaciones (F7)", "cuadro", kCuadro, "F7");
   boton("Coti&zar (F8)", "cotizar", kCotiza, "F8");
   fila->addStretch();
-  fila->addWidget(BotonExportar(this, [this] { return recepcion::ListadoDe(hoy_); }));
+  fila->addWidget(BotonExportar(
+      this, [this] { return recepcion::ListadoDe(hoy_); }, [this](const QString& texto) { nota_->setText(texto); }));
   boton("Cerrar (Esc)", "cerrar", kCierra, nullptr);
   caja.addLayout(fila);
 }

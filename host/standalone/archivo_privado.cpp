@@ -77,7 +77,12 @@ void EscribePrivado(const std::string& ruta, std::string_view contenido) {
   const bool aparato = stat(destino.c_str(), &datos) == 0 && !S_ISREG(datos.st_mode);
   std::string nueva = destino + ".XXXXXX";
   const int archivo = aparato ? open(destino.c_str(), O_WRONLY | O_CLOEXEC) : mkostemp(nueva.data(), O_CLOEXEC);
-  if (archivo < 0) falla(errno);
+  if (archivo < 0) {
+    const int error = errno;
+    // A folder that is there and takes no files.
+    const std::filesystem::path carpeta = std::filesystem::path(destino).parent_path();
+    falla(error == ENOENT && stat(carpeta.empty() ? "." : carpeta.c_str(), &datos) == 0 ? EACCES : error);
+  }
   const bool escrito = EscribeTodo(archivo, contenido) && (aparato || fsync(archivo) == 0);
   int error = escrito ? 0 : errno;
   if (close(archivo) != 0 && error == 0) error = errno;

@@ -95,9 +95,13 @@ TEST_F(CifrasVentanaPrueba, SePideSeVeYSeExporta) {
     EsperaGuardar(Ruta("abril.pdf"));
     QTest::mouseClick(&Hijo<QPushButton>(w, "exportar"), Qt::LeftButton);
     EXPECT_TRUE(Lee(Ruta("abril.pdf")).startsWith("%PDF"));
+    EXPECT_EQ(Hijo<QLabel>(w, "nota").text(), QStringLiteral("Quedó en ") + Ruta("abril.pdf"));
     EsperaGuardar(Ruta("no_hay/abril.csv"));
     EsperaMensaje("la carpeta no existe", "Aceptar");
-    Espera("guardar", [](QWidget& g) { QTest::keyClick(&g, Qt::Key_Escape); });
+    Espera("guardar", [this](QWidget& g) {
+      EXPECT_EQ(Hijo<QLineEdit>(g, "fileNameEdit").text(), Ruta("no_hay/abril.csv")) << "what was typed";
+      QTest::keyClick(&g, Qt::Key_Escape);
+    });
     QTest::mouseClick(&Hijo<QPushButton>(w, "exportar"), Qt::LeftButton);
     QTest::keyClick(&tabla, Qt::Key_Escape);
   });
