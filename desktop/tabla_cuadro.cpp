@@ -72,10 +72,18 @@ TablaCuadro::TablaCuadro(recepcion::Cuadro& cuadro, QWidget* padre) : QAbstractS
 void TablaCuadro::Refresca() {
   const int filas = static_cast<int>(cuadro_.habitaciones().size());
   actual_.fila = std::clamp(actual_.fila, 0, std::max(filas - 1, 0));
-  actual_.desde = actual_.hasta = std::clamp(actual_.hasta, 0, cuadro_.noches() - 1);
+  actual_.desde = ALaVista(actual_.desde);
+  actual_.hasta = ALaVista(actual_.hasta);
   AjustaBarra();
   pintadas_.clear();
   viewport()->update();
+  if (!dicho_.isEmpty()) Di();
+}
+
+void TablaCuadro::VaA(com::Fecha noche) { Mueve(actual_.fila, noche, false); }
+
+com::Fecha TablaCuadro::ALaVista(com::Fecha noche) const {
+  return std::clamp(noche, cuadro_.desde(), NocheDe(cuadro_.noches() - 1));
 }
 
 void TablaCuadro::AjustaBarra() {
@@ -133,8 +141,7 @@ QRect TablaCuadro::ZonaNoche(int fila, com::Fecha noche) const {
 }
 
 QRect TablaCuadro::ZonaDe(const Seleccion& s) const {
-  const int a = std::min(s.desde, s.hasta), b = std::max(s.desde, s.hasta);
-  return ZonaNoche(s.fila, NocheDe(a)).united(ZonaNoche(s.fila, NocheDe(b)));
+  return ZonaNoche(s.fila, s.Primera()).united(ZonaNoche(s.fila, s.Ultima()));
 }
 
 // A block ends with its last night; who stays leaves on the day after the last one.
@@ -317,17 +324,18 @@ void TablaCuadro::mousePressEvent(QMouseEvent* evento) {
   const int fila = FilaEn(evento->pos()), columna = ColumnaEn(fila, evento->pos());
   if (fila < 0 || columna < 0) return;
   pulsado_ = evento->pos();
-  Mueve(fila, columna, false);
+  Mueve(fila, NocheDe(columna), false);
 }
 
 // A drag stays in its room and ends before the first night that is taken.
 void TablaCuadro::mouseMoveEvent(QMouseEvent* evento) {
   if (!pulsado_ || BarraEn(*pulsado_) != nullptr) return;
-  const int meta = std::clamp(ColumnaEn(actual_.fila, evento->pos()), 0, cuadro_.noches() - 1);
-  int columna = actual_.desde;
-  const int paso = meta < columna ? -1 : 1;
-  while (columna != meta && cuadro_.En(actual_.fila, NocheDe(columna + paso)) == nullptr) columna += paso;
-  Mueve(actual_.fila, columna, true);
+  const com::Fecha meta = NocheDe(std::clamp(ColumnaEn(actual_.fila, evento->pos()), 0, cuadro_.noches() - 1));
+  com::Fecha noche = actual_.desde;
+  const int paso = meta < noche ? -1 : 1;
+  while (noche != meta && cuadro_.En(actual_.fila, com::MasDias(noche, paso)) == nullptr)
+    noche = com::MasDias(noche, paso);
+  Mueve(actual_.fila, noche, true);
 }
 
 // A press on a bar opens it; a drag over free nights, one at least, takes them. A mere click only goes there.
@@ -343,40 +351,43 @@ void TablaCuadro::mouseReleaseEvent(QMouseEvent* evento) {
 }
 
 void TablaCuadro::Acepta() {
-  const int a = std::min(actual_.desde, actual_.hasta), b = std::max(actual_.desde, actual_.hasta);
   Corre([&] {
-    if (const recepcion::Barra* barra = cuadro_.En(actual_.fila, NocheDe(actual_.hasta))) {
+    if (const recepcion::Barra* barra = cuadro_.En(actual_.fila, actual_.hasta)) {
       if (alAbrir) alAbrir(*barra);
     } else if (alReservar) {
-      alReservar(actual_.fila, NocheDe(a), NocheDe(b + 1));
+      alReservar(actual_.fila, actual_.Primera(), com::MasDias(actual_.Ultima(), 1));
     }
   });
 }
 
-void TablaCuadro::Mueve(int fila, int columna, bool extiende) {
+void TablaCuadro::Mueve(int fila, com::Fecha noche, bool extiende) {
   const int filas = static_cast<int>(cuadro_.habitaciones().size());
   if (filas == 0) return;
   viewport()->update(ZonaDe(actual_));
   actual_.fila = std::clamp(fila, 0, filas - 1);
-  actual_.hasta = std::clamp(columna, 0, cuadro_.noches() - 1);
+  actual_.hasta = ALaVista(noche);
   if (!extiende) actual_.desde = actual_.hasta;
   Descubre(actual_.fila);
-  const QString dice = Dice(actual_.fila, actual_.hasta);
-  setAccessibleDescription(dice);
-  if (alMover) alMover(dice);
+  Di();
   viewport()->update(ZonaDe(actual_));
 }
 
-QString TablaCuadro::Dice(int fila, int columna) const {
-  const QString cuarto = Q(cuadro_.habitaciones()[static_cast<std::size_t>(fila)].clave) + QStringLiteral(", ");
-  const int a = std::min(actual_.desde, actual_.hasta), b = std::max(actual_.desde, actual_.hasta);
-  if (a != b) {
-    return cuarto + Q(regional::FechaCorta(NocheDe(a))) + QStringLiteral(" – ") +
-           Q(regional::FechaCorta(NocheDe(b + 1))) +
-           QStringLiteral(": %1 noches. Pulse Enter para reservarlas").arg(b - a + 1);
+void TablaCuadro::Di() {
+  dicho_ = cuadro_.habitaciones().empty() ? QString() : Dice();
+  setAccessibleDescription(dicho_);
+  if (alMover) alMover(dicho_);
+}
+
+QString TablaCuadro::Dice() const {
+  const QString cuarto = Q(cuadro_.habitaciones()[static_cast<std::size_t>(actual_.fila)].clave) + QStringLiteral(", ");
+  const int noches = com::DiasEntre(actual_.Primera(), actual_.Ultima()) + 1;
+  if (noches > 1) {
+    return cuarto + Q(regional::FechaCorta(actual_.Primera())) + QStringLiteral(" – ") +
+           Q(regional::FechaCorta(com::MasDias(actual_.Ultima(), 1))) +
+           QStringLiteral(": %1 noches. Pulse Enter para reservarlas").arg(noches);
   }
-  const recepcion::Barra* barra = cuadro_.En(fila, NocheDe(columna));
-  const QString noche = cuarto + Dia(NocheDe(columna), "ddd d 'de' MMMM") + QStringLiteral(": ");
+  const recepcion::Barra* barra = cuadro_.En(actual_.fila, actual_.hasta);
+  const QString noche = cuarto + Dia(actual_.hasta, "ddd d 'de' MMMM") + QStringLiteral(": ");
   if (barra == nullptr)
     return noche + QStringLiteral("libre. Pulse Enter para reservarla; Mayús y flechas toman más noches");
   return noche + Consejo(*barra).replace(QLatin1Char('\n'), QStringLiteral(" · "));
@@ -388,9 +399,9 @@ void TablaCuadro::keyPressEvent(QKeyEvent* evento) {
   const int pagina = verticalScrollBar()->pageStep();
   switch (evento->key()) {
     case Qt::Key_Left:
-      return Mueve(actual_.fila, actual_.hasta - 1, extiende);
+      return Mueve(actual_.fila, com::MasDias(actual_.hasta, -1), extiende);
     case Qt::Key_Right:
-      return Mueve(actual_.fila, actual_.hasta + 1, extiende);
+      return Mueve(actual_.fila, com::MasDias(actual_.hasta, 1), extiende);
     case Qt::Key_Up:
       return Mueve(actual_.fila - 1, actual_.hasta, false);
     case Qt::Key_Down:
@@ -400,15 +411,21 @@ void TablaCuadro::keyPressEvent(QKeyEvent* evento) {
     case Qt::Key_PageDown:
       return Mueve(actual_.fila + pagina, actual_.hasta, false);
     case Qt::Key_Home:
-      return Mueve(actual_.fila, 0, extiende);
+      return Mueve(actual_.fila, cuadro_.desde(), extiende);
     case Qt::Key_End:
-      return Mueve(actual_.fila, cuadro_.noches() - 1, extiende);
+      return Mueve(actual_.fila, NocheDe(cuadro_.noches() - 1), extiende);
     case Qt::Key_Return:
     case Qt::Key_Enter:
       return Acepta();
+    case Qt::Key_Escape:
+      // In mid-drag it takes the drag back, and the release means nothing.
+      if (!pulsado_) break;
+      pulsado_.reset();
+      return Mueve(actual_.fila, actual_.desde, false);
     default:
-      QAbstractScrollArea::keyPressEvent(evento);
+      break;
   }
+  QAbstractScrollArea::keyPressEvent(evento);
 }
 
 }  // namespace vista

@@ -6,6 +6,7 @@
 #include <QCache>
 #include <QPainter>
 #include <QPixmap>
+#include <algorithm>
 #include <functional>
 #include <optional>
 
@@ -16,8 +17,10 @@ namespace vista {
 class TablaCuadro : public QAbstractScrollArea {
  public:
   TablaCuadro(recepcion::Cuadro& cuadro, QWidget* padre);
-  // The chart was read anew.
+  // The chart was read anew, maybe other nights of it: what is marked stays marked, as far as it is in sight.
   void Refresca();
+  // The keyboard goes to that night, of the same room.
+  void VaA(com::Fecha noche);
 
   // Places in the viewport, for whoever works it by events; a bar may lie partly out of sight.
   QRect ZonaBarra(const recepcion::Barra& barra) const;
@@ -44,12 +47,16 @@ class TablaCuadro : public QAbstractScrollArea {
  private:
   // Nights of one room, both ends in it.
   struct Seleccion {
-    int fila = 0, desde = 0, hasta = 0;
+    int fila = 0;
+    com::Fecha desde, hasta;
+    com::Fecha Primera() const { return std::min(desde, hasta); }
+    com::Fecha Ultima() const { return std::max(desde, hasta); }
   };
   int Primera() const;  // row that is topmost in sight
   double AnchoNoche() const;
   int X(double noche) const;
   com::Fecha NocheDe(int columna) const { return com::MasDias(cuadro_.desde(), columna); }
+  com::Fecha ALaVista(com::Fecha noche) const;  // the nearest night in sight
   int FilaEn(const QPoint& punto) const;
   int ColumnaEn(int fila, const QPoint& punto) const;
   const recepcion::Barra* BarraEn(const QPoint& punto) const;
@@ -62,13 +69,15 @@ class TablaCuadro : public QAbstractScrollArea {
   void PintaCabeza(QPainter& p) const;
   void PintaMes(QPainter& p, int noche) const;
   void PintaSeleccion(QPainter& p) const;
-  void Mueve(int fila, int columna, bool extiende);
+  void Mueve(int fila, com::Fecha noche, bool extiende);
   void Acepta();
-  QString Dice(int fila, int columna) const;
+  void Di();  // tells where the keyboard stands
+  QString Dice() const;
   void AjustaBarra();
 
   recepcion::Cuadro& cuadro_;
   Seleccion actual_;
+  QString dicho_;  // where the keyboard stands, as it was told last; empty when it was not
   std::optional<QPoint> pulsado_;
   QCache<int, QPixmap> pintadas_;  // rows, by their number
 };

@@ -52,8 +52,7 @@ void VentanaCuadro::CreaCabeza(QBoxLayout& caja) {
   const QString antes = QStringLiteral("Días anteriores (Ctrl+Izquierda)"),
                 despues = QStringLiteral("Días siguientes (Ctrl+Derecha)");
   boton({}, "antes", antes, [this] { Mueve(-cuadro_.noches() / 2); })->setIcon(Icono(QStringLiteral("izquierda")));
-  boton(QStringLiteral("Hoy"), "hoy", QStringLiteral("Desde hoy (Ctrl+Inicio)"),
-        [this] { Muestra(cuadro_.hoy(), cuadro_.noches()); });
+  boton(QStringLiteral("Hoy"), "hoy", QStringLiteral("Desde hoy (Ctrl+Inicio)"), [this] { VaAHoy(); });
   boton({}, "despues", despues, [this] { Mueve(cuadro_.noches() / 2); })->setIcon(Icono(QStringLiteral("derecha")));
   titulo_ = new QLabel(this);
   titulo_->setFont(Fuente(Letra::Titulo));
@@ -104,6 +103,11 @@ void VentanaCuadro::Muestra(com::Fecha desde, int noches) {
 
 void VentanaCuadro::Mueve(int dias) { Muestra(com::MasDias(cuadro_.desde(), dias), cuadro_.noches()); }
 
+void VentanaCuadro::VaAHoy() {
+  Muestra(cuadro_.hoy(), cuadro_.noches());
+  tabla_->VaA(cuadro_.hoy());
+}
+
 // A stay without a reservation, or a block: told, and the window stays.
 void VentanaCuadro::Elige(const recepcion::Barra& barra) {
   if (barra.folio.empty()) {
@@ -125,7 +129,7 @@ void VentanaCuadro::keyPressEvent(QKeyEvent* evento) {
     case Qt::Key_Right:
       return Mueve(cuadro_.noches() / 2);
     case Qt::Key_Home:
-      return Muestra(cuadro_.hoy(), cuadro_.noches());
+      return VaAHoy();
     case Qt::Key_F7:
       return reject();
     case Qt::Key_Plus:

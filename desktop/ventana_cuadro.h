@@ -36,6 +36,7 @@ class VentanaCuadro : public QDialog {
   void CreaCabeza(QBoxLayout& caja);
   void CreaTablaYNota(QBoxLayout& caja);
   void Mueve(int dias);
+  void VaAHoy();
   void Elige(const recepcion::Barra& barra);
 
   recepcion::Cuadro& cuadro_;
