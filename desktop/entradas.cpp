@@ -45,16 +45,19 @@ QLineEdit* Linea(const QString& texto, const QString& ayuda, QWidget* padre) {
   return linea;
 }
 
-// Opens the calendar by its keys.
+// Opens the calendar by its keys, and goes a day on or back by the arrows.
 class LineaFecha : public QLineEdit {
  public:
   using QLineEdit::QLineEdit;
   std::function<void()> alAbrir;
+  std::function<void(int dias)> alAndar;
 
  protected:
   void keyPressEvent(QKeyEvent* evento) override {
     const bool alt = evento->modifiers().testFlag(Qt::AltModifier);
     if (evento->key() == Qt::Key_F4 || (alt && evento->key() == Qt::Key_Down)) return alAbrir();
+    if (evento->key() == Qt::Key_Up) return alAndar(1);
+    if (evento->key() == Qt::Key_Down) return alAndar(-1);
     QLineEdit::keyPressEvent(evento);
   }
 };
@@ -110,6 +113,12 @@ Entrada EntradaFecha(const QString& texto, const QString& ayuda, QWidget* padre)
   boton->setToolTip(QStringLiteral("Calendario (F4)"));
   QObject::connect(boton, &QAction::triggered, linea, abre);
   linea->alAbrir = abre;
+  linea->alAndar = [linea, leida](int dias) {
+    const auto fecha = leida();
+    if (!fecha) return;
+    linea->setText(Q(regional::FechaCorta(com::MasDias(*fecha, dias))));
+    linea->selectAll();
+  };
   return {linea, [linea, leida] {
             const auto fecha = leida();
             return fecha ? regional::FechaCorta(*fecha) : linea->text().toStdString();

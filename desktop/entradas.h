@@ -23,7 +23,7 @@ struct Entrada {
 Entrada EntradaTexto(const QString& texto, const QString& ayuda, bool numero, QWidget* padre);
 // Several lines.
 Entrada EntradaNota(const QString& texto, QWidget* padre);
-// Date as clerks type it, with the calendar (F4).
+// Date as clerks type it, with the calendar (F4); the arrows go a day on or back.
 Entrada EntradaFecha(const QString& texto, const QString& ayuda, QWidget* padre);
 // One of a list of key and what is read; texto is the chosen key. A text that is not among them is offered too.
 using Opciones = std::vector<std::pair<std::string, std::string>>;

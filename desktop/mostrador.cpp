@@ -13,6 +13,7 @@
 #include "host/standalone/correo.h"
 #include "host/standalone/letras.h"
 #include "platform/com/error.h"
+#include "platform/controls/barra.h"
 #include "platform/controls/grid.h"
 #include "recepcion/pasos.h"
 
@@ -28,10 +29,10 @@ Mostrador::Mostrador(EscritorioQt& escritorio)
   huespedes_.alAbrir = hoy_.alAbrir;
   huespedes_.alElegir = [this](const std::string& campo, const recepcion::Toma& toma) { TomaHuesped(campo, toma); };
   cuadro_.alReservar = [this](const std::string& habitacion, com::Fecha desde, com::Fecha hasta) {
-    Reserva({desde, hasta, 0, 0, 0, ""}, {{habitacion, desde, hasta}});
+    empezada_ = Reserva({desde, hasta, 0, 0, 0, ""}, {{habitacion, desde, hasta}});
   };
   cotizacion_.alReservar = [this](const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos) {
-    Reserva(pedido, tramos);
+    empezada_ = Reserva(pedido, tramos);
   };
 }
 
@@ -60,7 +61,8 @@ void Mostrador::AbreCuadro() {
     if (!DejaCaptura()) continue;
     const VentanaCuadro::Eleccion& elegida = ventana.eleccion();
     if (salida == VentanaCuadro::kAbre) return cuadro_.AbreBarra(elegida.barra);
-    return cuadro_.Reserva(elegida.fila, elegida.desde, elegida.hasta);
+    cuadro_.Reserva(elegida.fila, elegida.desde, elegida.hasta);
+    if (empezada_) return;
   }
 }
 
@@ -70,7 +72,9 @@ void Mostrador::AbreCotizacion() {
     const int salida = Atiende(ventana);
     escritorio_.VuelveAlFrente();
     if (salida != QDialog::Accepted) return;
-    if (DejaCaptura()) return cotizacion_.Reserva(ventana.Elegida());
+    if (!DejaCaptura()) continue;
+    cotizacion_.Reserva(ventana.Elegida());
+    if (empezada_) return;
   }
 }
 
@@ -109,13 +113,16 @@ void Mostrador::AbreCifras() {
 }
 
 // Clear first: it also forgets what was marked on the board before. With rooms, only the guest is missing.
-void Mostrador::Reserva(const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos) {
+bool Mostrador::Reserva(const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos) {
   controles::Formulario* principal = escritorio_.Principal();
   tramos_.clear();
-  if (principal == nullptr || !escritorio_.Pulsa(controles::Accion::Limpiar)) return;
-  if (!escritorio_.Pulsa(controles::Accion::Nuevo)) return;
+  if (principal == nullptr || !escritorio_.Pulsa(controles::Accion::Limpiar)) return false;
+  if (!escritorio_.Pulsa(controles::Accion::Nuevo)) return false;
   if (!pedido.moneda.empty()) recepcion::TecleaMoneda(*principal, pedido.moneda);
-  if (!recepcion::TecleaEstancia(*principal, pedido.llegada, pedido.salida)) return;
+  if (!recepcion::TecleaEstancia(*principal, pedido.llegada, pedido.salida)) {
+    if (auto* barra = principal->Primero<controles::ScreenToolbar>()) barra->Pulsa(controles::Accion::Limpiar);
+    return false;
+  }
   std::string motivo;
   const auto marca = [&](controles::Formulario& tablero) {
     motivo = recepcion::MarcaTramos(tablero, pedido.llegada, tramos);
@@ -128,10 +135,11 @@ void Mostrador::Reserva(const recepcion::Pedido& pedido, const std::vector<recep
   principal->PulsaTecla(controles::tecla::kF6);
   escritorio_.AlAbrirModal(nullptr, nullptr);
   const auto* renglones = principal->Primero<controles::Grid>();
-  if (renglones == nullptr || renglones->Filas() == 0) return;  // the board was left without a room
+  if (renglones == nullptr || renglones->Filas() == 0) return true;  // the board was left without a room
   pedido_ = pedido;
   tramos_ = tramos;
   BuscaHuesped("txtHuesped", "");
+  return true;
 }
 
 void Mostrador::Explica() {

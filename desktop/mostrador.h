@@ -51,7 +51,8 @@ class Mostrador {
   // What is captured is left, after the question that a person gets; false when she keeps it.
   bool DejaCaptura();
   void TomaHuesped(const std::string& campo, const recepcion::Toma& toma);
-  void Reserva(const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos);
+  // False when the New did not begin, or refused the dates.
+  bool Reserva(const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos);
 
   EscritorioQt& escritorio_;
   recepcion::Hoy hoy_;
@@ -60,6 +61,7 @@ class Mostrador {
   recepcion::RenglonesQuitados quitados_;
   recepcion::Huespedes huespedes_;
   TeclaAyuda ayuda_;
+  bool empezada_ = false;  // what was picked last became a New
   // The quote that the capture came from: its persons are typed once there is a guest.
   recepcion::Pedido pedido_;
   std::vector<recepcion::Tramo> tramos_;

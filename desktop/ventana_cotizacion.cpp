@@ -35,16 +35,6 @@ QString Habitaciones(const recepcion::Oferta& oferta) {
   return texto;
 }
 
-// Tab leaves it at once; its parts are walked by the arrows, or by typing.
-class DiaDeLlegada : public QDateEdit {
- public:
-  using QDateEdit::QDateEdit;
-
- protected:
-  // NOLINTNEXTLINE(bugprone-parent-virtual-call): what the date's own class does with Tab is what is passed over
-  bool focusNextPrevChild(bool siguiente) override { return QWidget::focusNextPrevChild(siguiente); }
-};
-
 }  // namespace
 
 VentanaCotizacion::VentanaCotizacion(recepcion::Cotizacion& cotizacion, QWidget* padre)
@@ -79,18 +69,22 @@ VentanaCotizacion::VentanaCotizacion(recepcion::Cotizacion& cotizacion, QWidget*
       [this](const QString& texto) { nota_->setText(texto); }));
   botones->addWidget(cierra);
   caja->addLayout(botones);
-  for (QWidget* w : std::initializer_list<QWidget*>{llegada_, noches_, adultos_, menores_, infantes_})
+  for (QWidget* w : std::initializer_list<QWidget*>{linea_, noches_, adultos_, menores_, infantes_})
     w->installEventFilter(this);
   AjustaAPantalla(*this, {760, 420});
-  // What was asked for last, or tomorrow's night.
-  recepcion::Pedido pedido = cotizacion_.pedido();
   Corre([&] {
-    if (pedido.llegada == com::Fecha{}) {
-      pedido.llegada = com::MasDias(com::SoloFecha(publico::Utilerias().FechaServidor()), 1);
-      pedido.salida = com::MasDias(pedido.llegada, 1);
+    // What was asked for last, unless that day has passed; or tomorrow's night.
+    recepcion::Pedido pedido = cotizacion_.pedido();
+    const com::Fecha hoy = com::SoloFecha(publico::Utilerias().FechaServidor());
+    if (pedido.llegada == com::Fecha{} || pedido.llegada < hoy) {
+      const int noches = pedido.llegada == com::Fecha{} ? 1 : com::DiasEntre(pedido.llegada, pedido.salida);
+      pedido.llegada = com::MasDias(hoy, 1);
+      pedido.salida = com::MasDias(pedido.llegada, noches);
     }
     Intenta(pedido);
   });
+  linea_->setFocus();
+  linea_->selectAll();
 }
 
 QSpinBox* VentanaCotizacion::Numero(QBoxLayout& fila, const QString& titulo, const char* nombre, int menor, int mayor) {
@@ -99,7 +93,7 @@ QSpinBox* VentanaCotizacion::Numero(QBoxLayout& fila, const QString& titulo, con
   numero->setObjectName(QLatin1String(nombre));
   numero->setAccessibleName(titulo);
   numero->setRange(menor, mayor);
-  connect(numero, &QSpinBox::valueChanged, this, [this] { Intenta(Leido()); });
+  connect(numero, &QSpinBox::valueChanged, this, [this] { Calcula(); });
   caja->addWidget(new QLabel(titulo, this));
   caja->addWidget(numero);
   fila.addLayout(caja);
@@ -109,14 +103,15 @@ QSpinBox* VentanaCotizacion::Numero(QBoxLayout& fila, const QString& titulo, con
 void VentanaCotizacion::CreaPedido(QBoxLayout& caja) {
   auto* fila = new QHBoxLayout;
   auto* columna = new QVBoxLayout;
-  llegada_ = new DiaDeLlegada(this);
-  llegada_->setObjectName(QStringLiteral("llegada"));
-  llegada_->setAccessibleName(QStringLiteral("Llegada"));
-  llegada_->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
-  llegada_->setCalendarPopup(true);
-  connect(llegada_, &QDateEdit::dateChanged, this, [this] { Intenta(Leido()); });
+  llegada_ = EntradaFecha({}, {}, this);
+  linea_ = qobject_cast<QLineEdit*>(llegada_.widget);
+  linea_->setObjectName(QStringLiteral("llegada"));
+  linea_->setAccessibleName(QStringLiteral("Llegada"));
+  linea_->setToolTip(QStringLiteral("15, 15/3, 15/3/2026 o +3 (días desde hoy) · F4 abre el calendario"));
+  connect(linea_, &QLineEdit::textChanged, this, [this] { Calcula(); });
+  connect(linea_, &QLineEdit::editingFinished, this, [this] { MuestraLlegada(); });
   columna->addWidget(new QLabel(QStringLiteral("Llegada"), this));
-  columna->addWidget(llegada_);
+  columna->addWidget(linea_);
   fila->addLayout(columna);
   noches_ = Numero(*fila, QStringLiteral("Noches"), "noches", 1, recepcion::kNochesMaximas);
   adultos_ = Numero(*fila, QStringLiteral("Adultos"), "adultos", 1, kMaximoPersonas);
@@ -127,7 +122,7 @@ void VentanaCotizacion::CreaPedido(QBoxLayout& caja) {
   moneda_->setObjectName(QStringLiteral("moneda"));
   moneda_->setAccessibleName(QStringLiteral("Moneda"));
   for (const std::string& clave : recepcion::Monedas()) moneda_->addItem(Q(clave));
-  connect(moneda_, &QComboBox::activated, this, [this] { Intenta(Leido()); });
+  connect(moneda_, &QComboBox::activated, this, [this] { Calcula(); });
   monedas->addWidget(new QLabel(QStringLiteral("Moneda"), this));
   monedas->addWidget(moneda_);
   fila->addLayout(monedas);
@@ -135,8 +130,13 @@ void VentanaCotizacion::CreaPedido(QBoxLayout& caja) {
   caja.addLayout(fila);
 }
 
+// The entry writes a day that it can read in full.
+std::optional<com::Fecha> VentanaCotizacion::Llegada() const { return LeeFecha(Q(llegada_.texto()), com::Fecha{}); }
+
 recepcion::Pedido VentanaCotizacion::Leido() const {
-  const com::Fecha llegada = DeDate(llegada_->date());
+  const auto dia = Llegada();
+  if (!dia) throw com::Error(com::error::kArgumento, "«" + llegada_.texto() + "» no es una fecha. Escriba día/mes/año");
+  const com::Fecha llegada = *dia;
   return {llegada,
           com::MasDias(llegada, noches_->value()),
           adultos_->value(),
@@ -146,15 +146,15 @@ recepcion::Pedido VentanaCotizacion::Leido() const {
 }
 
 void VentanaCotizacion::Llena(const recepcion::Pedido& p) {
-  for (QWidget* w : std::initializer_list<QWidget*>{llegada_, noches_, adultos_, menores_, infantes_})
+  for (QWidget* w : std::initializer_list<QWidget*>{linea_, noches_, adultos_, menores_, infantes_})
     w->blockSignals(true);
-  llegada_->setDate(ADate(p.llegada));
+  if (const std::string dia = regional::FechaCorta(p.llegada); llegada_.texto() != dia) linea_->setText(Q(dia));
   noches_->setValue(com::DiasEntre(p.llegada, p.salida));
   adultos_->setValue(p.adultos);
   menores_->setValue(p.menores);
   infantes_->setValue(p.infantes);
   moneda_->setCurrentText(Q(p.moneda));
-  for (QWidget* w : std::initializer_list<QWidget*>{llegada_, noches_, adultos_, menores_, infantes_})
+  for (QWidget* w : std::initializer_list<QWidget*>{linea_, noches_, adultos_, menores_, infantes_})
     w->blockSignals(false);
 }
 
@@ -181,17 +181,38 @@ void VentanaCotizacion::Pide(const recepcion::Pedido& pedido) {
                      .arg(Q(p.moneda), Q(regional::FechaCorta(p.salida))));
 }
 
+// As it was understood, once it is left.
+void VentanaCotizacion::MuestraLlegada() {
+  const QSignalBlocker callada(linea_);
+  linea_->setText(Q(llegada_.texto()));
+}
+
 // What cannot be quoted is told where the answer would stand.
-void VentanaCotizacion::Intenta(const recepcion::Pedido& pedido) {
-  Corre([&] {
+void VentanaCotizacion::Calcula() {
+  Corre([this] {
+    Marca(*linea_, "malo", false);
     try {
-      Pide(pedido);
+      Pide(Leido());
     } catch (const com::Error& e) {
-      Llena(pedido);
-      tabla_->setRowCount(0);
-      nota_->setText(Q(e.Descripcion()));
+      const auto dia = Llegada();
+      Marca(*linea_, "malo", !dia || *dia < com::SoloFecha(publico::Utilerias().FechaServidor()));
+      DiceQueNo(e);
     }
   });
+}
+
+void VentanaCotizacion::Intenta(const recepcion::Pedido& pedido) {
+  try {
+    Pide(pedido);
+  } catch (const com::Error& e) {
+    Llena(pedido);
+    DiceQueNo(e);
+  }
+}
+
+void VentanaCotizacion::DiceQueNo(const com::Error& e) {
+  tabla_->setRowCount(0);
+  nota_->setText(Q(e.Descripcion()));
 }
 
 void VentanaCotizacion::Vende() {

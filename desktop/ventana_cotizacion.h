@@ -3,12 +3,14 @@
 
 #include <QBoxLayout>
 #include <QComboBox>
-#include <QDateEdit>
 #include <QDialog>
 #include <QLabel>
 #include <QSpinBox>
 #include <QTableWidget>
+#include <optional>
 
+#include "desktop/entradas.h"
+#include "platform/com/error.h"
 #include "recepcion/cotizacion.h"
 
 namespace vista {
@@ -28,14 +30,22 @@ class VentanaCotizacion : public QDialog {
  private:
   void CreaPedido(QBoxLayout& caja);
   QSpinBox* Numero(QBoxLayout& fila, const QString& titulo, const char* nombre, int menor, int mayor);
+  // Nothing when what was typed is no day.
+  std::optional<com::Fecha> Llegada() const;
+  // com::Error kArgumento without an arrival.
   recepcion::Pedido Leido() const;
   void Llena(const recepcion::Pedido& pedido);
+  // What comes up, and what was asked for in the fields; why it cannot be quoted stands in the answer's place.
   void Intenta(const recepcion::Pedido& pedido);
+  void Calcula();
+  void DiceQueNo(const com::Error& e);
+  void MuestraLlegada();
   void Vende();
   void Recorre(int paso);
 
   recepcion::Cotizacion& cotizacion_;
-  QDateEdit* llegada_ = nullptr;
+  Entrada llegada_;
+  QLineEdit* linea_ = nullptr;  // what the arrival is typed in
   QSpinBox *noches_ = nullptr, *adultos_ = nullptr, *menores_ = nullptr, *infantes_ = nullptr;
   QComboBox* moneda_ = nullptr;
   QTableWidget* tabla_ = nullptr;

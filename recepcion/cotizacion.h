@@ -34,8 +34,8 @@ struct Oferta {
 
 class Cotizacion {
  public:
-  // com::Error kArgumento for a stay without nights or longer than kNochesMaximas, without adults, in a currency that
-  // the hotel has no rate for; database failures. The quote before stays then.
+  // com::Error kArgumento for an arrival before today, a stay without nights or longer than kNochesMaximas, without
+  // adults, in a currency that the hotel has no rate for; database failures. The quote before stays then.
   void Calcula(const Pedido& pedido);
   // As it was calculated: with the currency that holds.
   const Pedido& pedido() const { return pedido_; }

@@ -1,6 +1,8 @@
 // The tape chart and the quote in their windows, worked by mouse and keyboard.
 #include <QComboBox>
 #include <QHelpEvent>
+#include <QLabel>
+#include <QLineEdit>
 #include <QSpinBox>
 #include <QTableWidget>
 #include <QToolTip>
@@ -250,6 +252,65 @@ TEST_F(CuadroVentanaPrueba, ElTecladoRecorreTomaYReserva) {
   });
   Tecla(Qt::Key_F5);
   EXPECT_EQ(Barra().ClaveActual(), "");
+}
+
+// What is marked stays marked as far as it is in sight, and is what Enter takes; a drag is taken back by Esc.
+TEST_F(CuadroVentanaPrueba, LoMarcadoSigueAlZoomYEscDejaElArrastre) {
+  EsperaCuadro([](vista::VentanaCuadro& w) {
+    QTest::mousePress(Lienzo(w), Qt::LeftButton, Qt::NoModifier, Noche(w, 15, 10));
+    QTest::mouseMove(Lienzo(w), Noche(w, 15, 12));
+    QTest::keyClick(w.focusWidget(), Qt::Key_Escape);
+    EXPECT_TRUE(w.Nota().startsWith(QStringLiteral("0202, mar 10"))) << w.Nota().toStdString();
+    QTest::mouseRelease(Lienzo(w), Qt::LeftButton, Qt::NoModifier, Noche(w, 15, 12));
+    EXPECT_TRUE(w.isVisible());
+    for (int i = 0; i < 9; ++i) QTest::keyClick(w.focusWidget(), Qt::Key_Right, Qt::ShiftModifier);
+    QTest::keyClick(w.focusWidget(), Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_TRUE(w.Nota().contains(QStringLiteral(": 6 noches"))) << w.Nota().toStdString();
+    QTest::keyClick(w.focusWidget(), Qt::Key_Minus, Qt::ControlModifier);
+    QTest::keyClick(w.focusWidget(), Qt::Key_Return);
+  });
+  EsperaNadie();
+  Tecla(Qt::Key_F7);
+  EXPECT_EQ(Renglones(), "0202 10/03/2026 16/03/2026;");
+}
+
+// The arrival is typed as anywhere else; a day that has passed is told at once and not quoted.
+TEST_F(CuadroVentanaPrueba, LaLlegadaSeTecleaComoEnTodasPartes) {
+  Espera("cotizacion", [this](QWidget& w) {
+    auto& llegada = *w.findChild<QLineEdit*>(QStringLiteral("llegada"));
+    auto& ofertas = *w.findChild<QTableWidget*>(QStringLiteral("ofertas"));
+    auto& nota = *w.findChild<QLabel*>(QStringLiteral("nota"));
+    EXPECT_EQ(w.focusWidget(), &llegada);
+    const auto teclea = [&](const char* texto) {
+      llegada.selectAll();
+      QTest::keyClicks(&llegada, QLatin1String(texto));
+      return nota.text();
+    };
+    for (const auto& [texto, salida] : std::initializer_list<std::pair<const char*, const char*>>{
+             {"15/12/2026", "16/12/2026"}, {"5/12", "06/12/2026"}, {"15", "16/03/2026"}, {"+3", "13/03/2026"}}) {
+      EXPECT_TRUE(teclea(texto).endsWith(QLatin1String(salida))) << texto << ": " << nota.text().toStdString();
+    }
+    QTest::keyClick(&llegada, Qt::Key_Up);
+    EXPECT_EQ(llegada.text(), QStringLiteral("13/03/2026"));
+    for (const auto& [texto, dice] : std::initializer_list<std::pair<const char*, const char*>>{
+             {"1/3/2026", "ya pasó"}, {"31/2", "«31/2» no es una fecha"}}) {
+      EXPECT_TRUE(teclea(texto).contains(QString::fromUtf8(dice))) << nota.text().toStdString();
+      EXPECT_EQ(ofertas.rowCount(), 0);
+      QTest::keyClick(&llegada, Qt::Key_Return);
+      EXPECT_TRUE(w.isVisible());
+    }
+    EXPECT_EQ(w.findChild<QSpinBox*>(QStringLiteral("noches"))->value(), 1);
+    // A field's own use of the key gives way to the list's.
+    int ofrecido = 0;
+    Espera("guardar", [&](QWidget& g) {
+      ++ofrecido;
+      QTest::keyClick(&g, Qt::Key_Escape);
+    });
+    QTest::keyClick(&llegada, Qt::Key_E, Qt::ControlModifier);
+    EXPECT_EQ(ofrecido, 1);
+    QTest::keyClick(&llegada, Qt::Key_Escape);
+  });
+  Tecla(Qt::Key_F8);
 }
 
 }  // namespace
