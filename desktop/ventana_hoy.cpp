@@ -23,6 +23,7 @@
 #include "platform/com/error.h"
 #include "platform/regional/regional.h"
 #include "recepcion/listados.h"
+#include "recepcion/periodo.h"
 #include "schema/esquema.h"
 
 namespace vista {
@@ -222,6 +223,9 @@ void VentanaHoy::MuestraFilas() {
   if (tabla_->rowCount() > 0) tabla_->selectRow(0);
   QString nota = Cuenta(hoy_);
   if (const auto& dias = hoy_.hallazgo().periodo; busca && dias) nota += QStringLiteral(" · ") + EnPalabras(*dias);
+  if (const std::string dia = recepcion::DiaInexistente(hoy_.busqueda()); hoy_.filas().empty() && !dia.empty()) {
+    nota = QStringLiteral("El día %1 no existe").arg(Q(dia));
+  }
   nota_->setText(nota);
 }
 

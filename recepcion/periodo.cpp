@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <sstream>
 
 #include "platform/com/error.h"
 #include "platform/regional/nombres.h"
@@ -413,6 +414,16 @@ std::vector<Lectura> LeeTexto(std::string_view texto, com::Fecha hoy, SinAcento 
   }
   lecturas.push_back({std::nullopt, Palabras(plano)});
   return lecturas;
+}
+
+std::string DiaInexistente(std::string_view texto) {
+  constexpr int kBisiesto = 2024;  // has every day that a year can have
+  std::istringstream pedazos{std::string(texto)};
+  for (std::string pedazo; pedazos >> pedazo;) {
+    const auto e = DeCifras(pedazo);
+    if (e && !Dia(e->anio == 0 ? kBisiesto : e->anio, e->mes, e->dia)) return pedazo;
+  }
+  return {};
 }
 
 }  // namespace recepcion

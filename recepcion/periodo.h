@@ -34,4 +34,7 @@ struct Lectura {
 // second follows the first.
 std::vector<Lectura> LeeTexto(std::string_view texto, com::Fecha hoy, SinAcento sinAcento);
 
+// The first day in figures that stands in the text and is in no calendar ("31/02"), as it was written; "" none.
+std::string DiaInexistente(std::string_view texto);
+
 }  // namespace recepcion

@@ -112,5 +112,11 @@ TEST(PeriodoPrueba, LosDiasSeDicenDeMuchasManeras) {
   for (const auto& [texto, dias] : casos) EXPECT_EQ(Lee(texto), dias) << texto;
 }
 
+TEST(PeriodoPrueba, UnDiaQueNoExisteSeConoce) {
+  EXPECT_EQ(DiaInexistente("ana 31/02"), "31/02");
+  EXPECT_EQ(DiaInexistente("29-02-2027"), "29-02-2027");
+  EXPECT_EQ(DiaInexistente("29/02 12/03 0031/44 31"), "");
+}
+
 }  // namespace
 }  // namespace recepcion
