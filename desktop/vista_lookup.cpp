@@ -105,10 +105,11 @@ void VistaLookup::Refresca() {
     texto = Q(regional::ConFormato(campo_.valor(), campo_.formato()));
   }
   if (edicion_->text() != texto) {
-    const int cursor = edicion_->cursorPosition();
+    const int cursor = edicion_->cursorPosition(), fin = static_cast<int>(texto.size());
+    const bool alFinal = cursor == edicion_->text().size();
     const QSignalBlocker calla(edicion_);
     edicion_->setText(texto);
-    edicion_->setCursorPosition(edicion_->hasFocus() ? std::min(cursor, static_cast<int>(texto.size())) : 0);
+    edicion_->setCursorPosition(!edicion_->hasFocus() ? 0 : alFinal ? fin : std::min(cursor, fin));
     // Whole, where the place is narrow.
     if (campo_.locked()) edicion_->setToolTip(texto.isEmpty() ? Q(campo_.descripcion()) : texto);
   }
