@@ -79,7 +79,10 @@ void Ficha::Titula(const QString& texto) {
 
 void Ficha::Termina() {
   auto* botones = new QDialogButtonBox(this);
-  botones->addButton(QStringLiteral("&Cerrar"), QDialogButtonBox::RejectRole)->setAutoDefault(false);
+  auto* cierra = botones->addButton(QStringLiteral("&Cerrar"), QDialogButtonBox::RejectRole);
+  cierra->setAutoDefault(false);
+  const auto otros = findChildren<QPushButton*>();
+  cierra->setDefault(std::none_of(otros.begin(), otros.end(), [](const QPushButton* b) { return b->isDefault(); }));
   connect(botones, &QDialogButtonBox::rejected, this, &QDialog::reject);
   caja_->addWidget(botones);
 }

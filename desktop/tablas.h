@@ -33,6 +33,7 @@ class Ficha : public QDialog {
   QVBoxLayout* caja() { return caja_; }
   // Text at the head, as it stands.
   void Titula(const QString& texto);
+  // The button; Enter presses it where nothing else is set to be.
   void Termina();
 
  private:
