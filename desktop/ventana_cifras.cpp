@@ -79,9 +79,19 @@ QString EnEscala(listado::Clase clase, double valor) {
   return Q(listado::Texto(clase, valor));
 }
 
+// A caption of several words stands on two lines, so that all columns are in sight.
+QString EnDosLineas(QString titulo) {
+  constexpr qsizetype kCorto = 12;  // letters
+  if (titulo.size() <= kCorto) return titulo;
+  const qsizetype medio = titulo.size() / 2, antes = titulo.lastIndexOf(QLatin1Char(' '), medio),
+                  despues = titulo.indexOf(QLatin1Char(' '), medio);
+  const qsizetype corte = antes < 0 || (despues >= 0 && despues - medio < medio - antes) ? despues : antes;
+  return corte < 0 ? titulo : titulo.replace(corte, 1, QLatin1Char('\n'));
+}
+
 // "+12 (8.1 %) contra hace un año".
 QString Contra(double ahora, double antes, const std::function<QString(double)>& escribe) {
-  if (antes == 0) return QStringLiteral("sin dato de hace un año");
+  if (antes == 0) return escribe(0) + QStringLiteral(" hace un año a estas alturas");
   const double mas = ahora - antes;
   return (mas < 0 ? QStringLiteral("−") : QStringLiteral("+")) + escribe(std::abs(mas)) + QStringLiteral(" (") +
          Q(listado::Texto(listado::Clase::PorCiento, mas / antes)) + QStringLiteral(") contra hace un año");
@@ -260,7 +270,7 @@ void VentanaCifras::MuestraTabla() {
   std::vector<int> derecha;
   for (const listado::Columna& c : lista.columnas) {
     if (listado::ALaDerecha(c.clase)) derecha.push_back(static_cast<int>(titulos.size()));
-    titulos << Q(c.titulo);
+    titulos << EnDosLineas(Q(c.titulo));
   }
   tabla_->setUpdatesEnabled(false);
   tabla_->setHorizontalHeaderLabels(titulos);
