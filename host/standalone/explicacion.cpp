@@ -15,7 +15,7 @@ namespace {
 std::string Dias(const std::string& dias) {
   std::string texto;
   for (std::size_t i = 0; i < dias.size(); ++i) {
-    const std::size_t dia = static_cast<std::size_t>(dias[i] - '1');
+    const auto dia = static_cast<std::size_t>(dias[i] - '1');
     if (dia >= regional::kDias.size()) continue;
     texto += (texto.empty() ? "" : i + 1 == dias.size() ? " y " : ", ") + std::string(regional::kDias[dia]);
   }

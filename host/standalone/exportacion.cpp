@@ -176,7 +176,7 @@ class Hoja {
     const double derecha = ancho_ - 2 * kMargen;
     const auto escribe = [&](double y, const QFont& letra, Qt::Alignment lado, const QString& texto) {
       p.setFont(letra);
-      p.drawText(QRectF(kMargen, y, derecha, 22 * kFino), lado | Qt::AlignVCenter, texto);
+      p.drawText(QRectF(kMargen, y, derecha, 22 * kFino), static_cast<int>(lado | Qt::AlignVCenter), texto);
     };
     p.setPen(Qt::black);
     escribe(kMargen, Letra(12), Qt::AlignLeft, QString::fromStdString(membrete_.hotel));
@@ -194,9 +194,9 @@ class Hoja {
     double x = kMargen;
     for (std::size_t c = 0; c < renglon.celdas.size(); ++c) {
       const Qt::Alignment lado = listado::ALaDerecha(lista_.columnas[c].clase) ? Qt::AlignRight : Qt::AlignLeft;
+      const int como = static_cast<int>(lado | Qt::AlignVCenter) | static_cast<int>(Qt::TextDontClip);
       for (int l = desde; l < hasta && l < renglon.celdas[c].size(); ++l) {
-        p.drawText(QRectF(x, y + (l - desde) * paso_, anchos_[c], paso_), lado | Qt::AlignVCenter | Qt::TextDontClip,
-                   renglon.celdas[c][l].trimmed());
+        p.drawText(QRectF(x, y + (l - desde) * paso_, anchos_[c], paso_), como, renglon.celdas[c][l].trimmed());
       }
       x += anchos_[c] + kEntre;
     }

@@ -83,7 +83,7 @@ void Pliego::PintaPie(QPainter& p, int pagina) const {
   p.setFont(letra);
   p.setPen(QColor(0x56, 0x62, 0x75));
   p.drawText(QRect(0, (kAltoHoja - kMargen) * kFinura, kAnchoHoja * kFinura, kMargen * kFinura / 2),
-             Qt::AlignHCenter | Qt::AlignBottom, NombrePagina(pagina));
+             static_cast<int>(Qt::AlignHCenter) | static_cast<int>(Qt::AlignBottom), NombrePagina(pagina));
   p.restore();
 }
 
