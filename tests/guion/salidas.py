@@ -105,6 +105,7 @@ for nombre, titulo in ("hoy", "Reservaciones halladas"), ("cuadro", "Cuadro de h
     for dice in 'Hotel "Peñón" del Mar', titulo, "09/03/2026 10:00", "Página 1 de %d" % paginas(nombre + ".pdf"):
         assert dice in texto, (nombre, dice, texto)
 texto = texto_pdf("cifras.pdf")
+assert "Del 01/03/2026 al 30/04/2026" in texto, texto
 assert paginas("cifras.pdf") > 1 and all(f[0][8:] + "/" + f[0][5:7] in texto for f in hoja("cifras.csv")[1:-1])
 larga = "palabra " * 900 + "última"
 guion(f"""abre
