@@ -152,7 +152,8 @@ std::vector<Tramo> MenosCambios(const Cuadro& cuadro, const std::vector<int>& fi
 void Cotizacion::Calcula(const Pedido& pedido) {
   const int noches = com::DiasEntre(pedido.llegada, pedido.salida);
   const com::Fecha hoy = com::SoloFecha(publico::Utilerias().FechaServidor());
-  if (pedido.llegada < hoy) Rechaza("La llegada ya pasó: hoy es " + regional::FechaCorta(hoy));
+  if (pedido.llegada < hoy)
+    Rechaza("El " + regional::FechaCorta(pedido.llegada) + " ya pasó: hoy es " + regional::FechaCorta(hoy));
   if (noches < 1) Rechaza("La salida debe ser posterior a la llegada");
   if (noches > kNochesMaximas) Rechaza("Se cotizan hasta " + std::to_string(kNochesMaximas) + " noches");
   if (pedido.adultos < 1 || pedido.menores < 0 || pedido.infantes < 0) Rechaza("Se necesita un adulto al menos");
