@@ -285,7 +285,7 @@ class Lista : public QWidget {
     }
     tabla->resizeColumnsToContents();
     ficha.caja()->addWidget(tabla);
-    ficha.Termina();
+    ficha.Termina(true);
     AjustaAPantalla(ficha, {560, 360});
     Atiende(ficha);
   }

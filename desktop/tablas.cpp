@@ -77,12 +77,11 @@ void Ficha::Titula(const QString& texto) {
   caja_->addWidget(rotulo);
 }
 
-void Ficha::Termina() {
+void Ficha::Termina(bool conEnter) {
   auto* botones = new QDialogButtonBox(this);
   auto* cierra = botones->addButton(QStringLiteral("&Cerrar"), QDialogButtonBox::RejectRole);
   cierra->setAutoDefault(false);
-  const auto otros = findChildren<QPushButton*>();
-  cierra->setDefault(std::none_of(otros.begin(), otros.end(), [](const QPushButton* b) { return b->isDefault(); }));
+  cierra->setDefault(conEnter);
   connect(botones, &QDialogButtonBox::rejected, this, &QDialog::reject);
   caja_->addWidget(botones);
 }

@@ -33,8 +33,8 @@ class Ficha : public QDialog {
   QVBoxLayout* caja() { return caja_; }
   // Text at the head, as it stands.
   void Titula(const QString& texto);
-  // The button; Enter presses it where nothing else is set to be.
-  void Termina();
+  // The button; conEnter: Enter presses it, where there is nothing else that it could mean.
+  void Termina(bool conEnter = false);
 
  private:
   QVBoxLayout* caja_;
