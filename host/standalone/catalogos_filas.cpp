@@ -133,8 +133,7 @@ std::string MascaraDe(Conexion& conexion, const Catalogo& c) {
 namespace {
 
 // Rights have rules of their own.
-void Escribe(Conexion& conexion, const Catalogo& c, const std::string& sentencia,
-             const Conexion::Parametros& valores) {
+void Escribe(Conexion& conexion, const Catalogo& c, const std::string& sentencia, const Conexion::Parametros& valores) {
   const auto escribe = [&] { conexion.Consulta(sentencia, valores); };
   c.tabla == "Permiso" ? CambiaDerechos(conexion, escribe) : escribe();
 }
