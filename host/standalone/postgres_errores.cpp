@@ -207,7 +207,8 @@ com::Error ErrorDeConexion(const std::string& mensaje) {
       {"invalid sslmode", "sslmode no es válido", "La dirección de la base de datos no está bien escrita: sslmode"},
       {"invalid connection option", "opción de conexión no válida",
        "La dirección de la base de datos no está bien escrita: tiene una opción que no existe"},
-      {"server closed the connection", "cerró la conexión", "No se pudo conectar con el servidor de la base de datos: cortó la conexión"},
+      {"server closed the connection", "cerró la conexión",
+       "No se pudo conectar con el servidor de la base de datos: cortó la conexión"},
       {"Is the server running", "¿Está el servidor en ejecución",
        "No se pudo conectar con el servidor de la base de datos: puede estar apagado; vuelva a intentarlo en un "
        "momento"},
