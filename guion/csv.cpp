@@ -168,11 +168,11 @@ std::string LineaCsv(const std::vector<std::string>& campos) {
   std::string linea;
   for (std::size_t i = 0; i < campos.size(); ++i) {
     std::string campo;
-    bool comillas = false;
+    // Blanks at an end are the field's own between quotes alone.
+    bool comillas = !campos[i].empty() && (EsBlanco(campos[i].front()) || EsBlanco(campos[i].back()));
     for (const char c : campos[i]) {
       if (c == '\r') continue;
-      comillas =
-          comillas || c == ',' || c == '"' || (EsBlanco(c) && (&c == &campos[i].front() || &c == &campos[i].back()));
+      comillas = comillas || c == ',' || c == '"';
       if (c == '\n') {
         campo += " / ";
       } else {
