@@ -154,10 +154,15 @@ bool Confirma(const std::string& pregunta, int estilo, QWidget* padre) {
   return Pregunta(pregunta, estilo, padre, "Reservaciones") == controles::kSi;
 }
 
+bool PermiteDejar(bool hayAlgo, QWidget* padre) {
+  return !hayAlgo ||
+         Confirma("Lo que escribió no se ha guardado. Con No sigue donde estaba.\r\n¿Desea perderlo?", 308, padre);
+}
+
 // --- EditorNotas
 
 EditorNotas::EditorNotas(const QString& titulo, const QString& texto, int ancho, QWidget* padre)
-    : QDialog(padre), edicion_(new QPlainTextEdit(this)), ayuda_(new QLabel(this)) {
+    : QDialog(padre), edicion_(new QPlainTextEdit(this)), ayuda_(new QLabel(this)), texto_(texto) {
   setWindowTitle(QStringLiteral("Notas · ") + titulo);
   setObjectName(QStringLiteral("notas"));
   setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
@@ -187,6 +192,11 @@ void EditorNotas::SoloLee() {
 }
 
 QString EditorNotas::Texto() const { return edicion_->toPlainText(); }
+
+void EditorNotas::reject() {
+  const auto lineas = [](QString texto) { return texto.replace(QStringLiteral("\r\n"), QStringLiteral("\n")); };
+  if (PermiteDejar(lineas(Texto()) != lineas(texto_), this)) QDialog::reject();
+}
 
 // --- Busqueda
 

@@ -42,10 +42,12 @@ class EditorNotas : public QDialog {
   // The notes are only shown.
   void SoloLee();
   QString Texto() const;
+  void reject() override;
 
  private:
   QPlainTextEdit* edicion_;
   QLabel* ayuda_;
+  QString texto_;  // as it was
 };
 
 // Search over rows of key and name: type to filter, arrows, Enter. Says so when nothing fits.
@@ -81,6 +83,8 @@ int Atiende(QDialog& dialogo);
 void Avisa(const std::string& texto, int estilo, QWidget* padre, const char* titulo = "Reservaciones");
 // One with Yes and No; estilo gives icon and default button.
 bool Confirma(const std::string& pregunta, int estilo, QWidget* padre);
+// Whether a dialog may be left: asks where something was typed in it that is stored nowhere.
+bool PermiteDejar(bool hayAlgo, QWidget* padre);
 
 // Gives a dialog this size, or what the screen has room for.
 void AjustaAPantalla(QDialog& dialogo, QSize deseado);

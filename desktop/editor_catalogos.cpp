@@ -70,14 +70,23 @@ bool Editor::Edita() {
   }
   constexpr int kAncho = 440;  // pixels
   AjustaAPantalla(*this, {std::max(kAncho, sizeHint().width()), sizeHint().height()});
+  inicio_ = Textos();
   return Atiende(*this) == QDialog::Accepted;
 }
 
-void Editor::Guarda() {
+std::vector<std::string> Editor::Textos() const {
   std::vector<std::string> textos;
   for (const Entrada& e : entradas_) textos.push_back(e.texto());
+  return textos;
+}
+
+void Editor::reject() {
+  if (PermiteDejar(Textos() != inicio_, this)) QDialog::reject();
+}
+
+void Editor::Guarda() {
   try {
-    if (const auto rechazo = guarda(textos)) return Rechaza(*rechazo);
+    if (const auto rechazo = guarda(Textos())) return Rechaza(*rechazo);
   } catch (const com::Error& e) {
     return Rechaza({e.Descripcion(), 0});
   }

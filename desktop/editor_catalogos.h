@@ -31,14 +31,17 @@ class Editor : public QDialog {
   std::function<std::optional<Rechazo>(const std::vector<std::string>&)> guarda;
   // Whether the row was stored.
   bool Edita();
+  void reject() override;
 
  private:
   void Guarda();
   void Rechaza(const Rechazo& rechazo);
+  std::vector<std::string> Textos() const;
 
   QFormLayout* forma_;
   QLabel* motivo_;
   std::vector<Entrada> entradas_;
+  std::vector<std::string> inicio_;  // as it came up
 };
 
 // The sheet that a catalogues' dialog begins with: a table, "Parametro" or "Usuario"; of the parameters a key.

@@ -230,7 +230,10 @@ void VentanaClienteNuevo::CreaCampos(QBoxLayout& caja) {
     auto* linea = new QLineEdit(this);
     linea->setObjectName(QLatin1String(nombre));
     linea->setAccessibleName(QString::fromUtf8(titulo));
-    connect(linea, &QLineEdit::textEdited, this, [this] { MuestraParecidas(); });
+    connect(linea, &QLineEdit::textEdited, this, [this] {
+      escrito_ = true;
+      MuestraParecidas();
+    });
     forma->addRow(QString::fromUtf8(titulo) + QStringLiteral(":"), linea);
     return linea;
   };
@@ -324,6 +327,10 @@ bool VentanaClienteNuevo::Guarda(bool aunqueParezca) {
     }
   });
   return hecho;
+}
+
+void VentanaClienteNuevo::reject() {
+  if (PermiteDejar(escrito_, this)) QDialog::reject();
 }
 
 void VentanaClienteNuevo::EligeParecida() {

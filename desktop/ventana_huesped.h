@@ -68,6 +68,7 @@ class VentanaClienteNuevo : public QDialog {
   bool Pregunta() const { return pregunta_; }
   // Stores; with similar ones there only when aunqueParezca. True when it is done.
   bool Guarda(bool aunqueParezca);
+  void reject() override;
 
  protected:
   void keyPressEvent(QKeyEvent* evento) override;
@@ -89,6 +90,7 @@ class VentanaClienteNuevo : public QDialog {
   QPushButton *guarda_ = nullptr, *aunque_ = nullptr;
   std::vector<recepcion::Parecida> parecidas_;
   bool pregunta_ = false;
+  bool escrito_ = false;  // by a person, since it came up
 };
 
 }  // namespace vista

@@ -208,6 +208,7 @@ TEST_F(AccesoPrueba, QuienAdministraDaDeAltaALosDemas) {
       QTest::mouseClick(w.findChild<QCheckBox*>(QStringLiteral("baja")), Qt::LeftButton, {}, {8, 8});
       guarda(w);
       EXPECT_TRUE(w.isVisible());
+      EsperaMensaje("no se ha guardado", "Sí");
       QTest::keyClick(&w, Qt::Key_Escape);
     });
     edita("ana");

@@ -55,11 +55,14 @@ TEST_F(ConfiguracionPrueba, CadaParametroSeCambiaSegunSuTipoYLoIlegibleSeRechaza
       Guarda(editor);
     });
     AbreParametro(w, "HT_OVER_BOOKING");
-    Espera("editor_fila", [](QWidget& editor) {
+    Espera("editor_fila", [this](QWidget& editor) {
       Pon(editor, "Pm_Valor", "tres");
       Guarda(editor);
       EXPECT_TRUE(editor.isVisible());
       EXPECT_TRUE(Dice(editor, "HT_DIAS_RESERVACION lleva un número entero"));
+      EsperaMensaje("no se ha guardado", "No");
+      QTest::keyClick(&editor, Qt::Key_Escape);
+      EXPECT_TRUE(editor.isVisible());
       Pon(editor, "Pm_Valor", "3");
       Guarda(editor);
     });

@@ -128,6 +128,11 @@ TEST_F(HuespedPrueba, UnNombreEnElCampoAbreLaBusquedaYUnClienteNuevoVuelveAlCamp
       EXPECT_TRUE(nuevo.isVisible());
       EXPECT_EQ(Tabla(nuevo, "parecidas").item(0, 1)->text(), QStringLiteral("José Martínez G"));
       EXPECT_TRUE(Tabla(nuevo, "parecidas").hasFocus());
+      // What was typed is not lost by a key.
+      QTest::keyClick(&Linea(nuevo, "telefono"), Qt::Key_5);
+      EsperaMensaje("no se ha guardado", "No");
+      QTest::keyClick(&nuevo, Qt::Key_Escape);
+      EXPECT_TRUE(nuevo.isVisible());
       Linea(nuevo, "nombre").setText(QStringLiteral("<i>Zoe</i> O'Hara & Cía"));
       QTest::keyClick(&Linea(nuevo, "nombre"), Qt::Key_Return, Qt::ControlModifier);
     });
