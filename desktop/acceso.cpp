@@ -19,6 +19,7 @@
 #include "desktop/hoja_usuarios.h"
 #include "desktop/vista.h"
 #include "host/standalone/permisos.h"
+#include "host/standalone/postgres_reloj.h"
 #include "host/standalone/transaccion.h"
 #include "host/standalone/usuarios.h"
 #include "platform/com/error.h"
@@ -143,7 +144,7 @@ std::string PideAcceso(autonomo::Conexion& conexion, const std::string& usuario)
   DialogoAcceso dialogo(QStringLiteral("Escriba su usuario y su contraseña."), suyo ? usuario : "", nullptr);
   std::string propio;
   dialogo.revisa = [&](const std::string& quien, const std::string& contrasena) {
-    const autonomo::Acceso acceso = autonomo::Accede(conexion, quien, contrasena, autonomo::Reloj().Ahora());
+    const autonomo::Acceso acceso = autonomo::Accede(conexion, quien, contrasena, autonomo::RelojDe(conexion).Ahora());
     propio = acceso.usuario;
     return acceso.motivo;
   };
@@ -181,7 +182,7 @@ std::shared_ptr<autonomo::Conexion> Bloqueo::ConexionPropia() const {
 std::string Bloqueo::Revisa(const std::string& usuario, const std::string& contrasena) {
   const std::shared_ptr<autonomo::Conexion> propia = ConexionPropia();
   autonomo::Conexion& conexion = *propia;
-  const autonomo::Acceso acceso = autonomo::Accede(conexion, usuario, contrasena, autonomo::Reloj().Ahora());
+  const autonomo::Acceso acceso = autonomo::Accede(conexion, usuario, contrasena, autonomo::RelojDe(conexion).Ahora());
   if (!acceso.Bien()) return acceso.motivo;
   const std::string& propio = anfitrion_.usuario();
   if (com::IgualSinCaja(acceso.usuario, propio)) return {};

@@ -12,6 +12,7 @@
 
 #include "host/standalone/archivo_privado.h"
 #include "host/standalone/postgres.h"
+#include "host/standalone/postgres_reloj.h"
 #include "host/standalone/usuarios.h"
 #include "platform/com/error.h"
 
@@ -123,7 +124,7 @@ std::function<std::string(autonomo::Conexion&)> Identifica(const std::string& us
                                                            const std::optional<std::string>& archivo) {
   return [usuario, archivo](autonomo::Conexion& conexion) {
     const autonomo::Acceso acceso =
-        autonomo::Accede(conexion, usuario, LeeContrasena(archivo), autonomo::Reloj().Ahora());
+        autonomo::Accede(conexion, usuario, LeeContrasena(archivo), autonomo::RelojDe(conexion).Ahora());
     if (!acceso.Bien()) throw com::Error(com::error::kArgumento, acceso.motivo + " (" + usuario + ")");
     return acceso.usuario;
   };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <iterator>
 #include <utility>
 
@@ -9,12 +10,15 @@
 #include "host/standalone/cifrado.h"
 #include "host/standalone/fabricas.h"
 #include "host/standalone/permisos.h"
+#include "host/standalone/postgres_reloj.h"
 #include "host/standalone/registro.h"
 #include "host/standalone/reloj_dudoso.h"
+#include "host/standalone/segundos.h"
 #include "host/standalone/transaccion.h"
 #include "host/standalone/usuarios.h"
 #include "platform/com/texto.h"
 #include "platform/controls/formulario.h"
+#include "platform/regional/regional.h"
 #include "schema/esquema.h"
 
 namespace autonomo {
@@ -130,6 +134,7 @@ Anfitrion::Anfitrion(const Opciones& opciones) : usuario_(opciones.usuario), bas
   OpcionesConexion base = opciones.base;
   base.veTarjetas = [this] { return conexion_ == nullptr || PuedeVerTarjetas(*conexion_, usuario_); };
   conexion_ = AbreConexion(base, reloj_);
+  if (!opciones.ahora) PoneEnHora();
   CambiaElDia();
   novedades_ = std::make_unique<Novedades>(*conexion_);
   if (opciones.demo) LlenaConDemo(*conexion_, reloj_.Ahora());
@@ -141,6 +146,15 @@ Anfitrion::Anfitrion(const Opciones& opciones) : usuario_(opciones.usuario), bas
 }
 
 Anfitrion::~Anfitrion() = default;
+
+void Anfitrion::PoneEnHora() {
+  const std::int64_t adelanto = AdelantoDelServidor(*conexion_);
+  const com::Fecha aqui = reloj_.Ahora();
+  reloj_.Adelanta(adelanto);
+  if (std::abs(adelanto) < kSegundosDia) return;
+  Avisa("El reloj de este equipo dice " + regional::FechaCorta(aqui) + " y el del servidor " +
+        regional::FechaCorta(reloj_.Ahora()) + ": en este hotel vale el del servidor. Corrija la fecha del equipo.");
+}
 
 void Anfitrion::CambiaElDia() {
   const com::Fecha hoy = com::SoloFecha(reloj_.Ahora());

@@ -111,6 +111,9 @@ class Anfitrion {
   std::optional<std::string> TomaFallaCorreo() { return std::exchange(fallaCorreo_, std::nullopt); }
 
  private:
+  // By the server's clock, where there is one; tells of a desk that is a day or more off.
+  void PoneEnHora();
+
   Reloj reloj_;
   std::shared_ptr<Conexion> conexion_;
   std::unique_ptr<Novedades> novedades_;

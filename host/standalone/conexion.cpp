@@ -188,7 +188,8 @@ void ConexionSqlite::RollbackTrans() {
 
 com::Fecha Reloj::Ahora() const {
   if (fijo_) return *fijo_;
-  const std::time_t t = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
+  const auto ahora = std::chrono::system_clock::now() + std::chrono::seconds(adelanto_);
+  const std::time_t t = std::chrono::system_clock::to_time_t(ahora);
   std::tm l{};
   localtime_r(&t, &l);
   return com::FechaDe(l.tm_year + 1900, l.tm_mon + 1, l.tm_mday, l.tm_hour, l.tm_min, std::min(l.tm_sec, 59));

@@ -5,6 +5,7 @@
 // statement.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -19,16 +20,19 @@
 
 namespace autonomo {
 
-// The server's clock: the real one, or fixed by a test.
+// The hotel's clock: this machine's, put forward to a server's where there is one (RelojDe), or fixed by a test.
 class Reloj {
  public:
   // Local date and time, whole seconds.
   com::Fecha Ahora() const;
   void Fija(com::Fecha ahora) { fijo_ = ahora; }
   void Libera() { fijo_.reset(); }
+  // Seconds by which it is ahead of this machine's; below 0 behind it.
+  void Adelanta(std::int64_t segundos) { adelanto_ = segundos; }
 
  private:
   std::optional<com::Fecha> fijo_;
+  std::int64_t adelanto_ = 0;
 };
 
 struct OpcionesConexion {

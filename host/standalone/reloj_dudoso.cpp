@@ -1,12 +1,10 @@
 #include "host/standalone/reloj_dudoso.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdlib>
 #include <optional>
 
 #include "host/standalone/postgres_reloj.h"
-#include "host/standalone/segundos.h"
 #include "platform/com/variant.h"
 #include "platform/regional/regional.h"
 
@@ -35,20 +33,15 @@ std::optional<com::Fecha> UltimoTrabajo(Conexion& conexion) {
   return ultimo;
 }
 
-std::string DudaDelServidor(Conexion& conexion, com::Fecha ahora) {
-  const double suyo = EpocaDelServidor(conexion);
-  const auto mio =
-      std::chrono::duration_cast<std::chrono::seconds>(std::chrono::system_clock::now().time_since_epoch());
-  const auto dias = static_cast<int>((suyo - static_cast<double>(mio.count())) / kSegundosDia);
-  if (dias == 0) return {};
-  return NoSeBorra(ahora, "el del servidor, " + regional::FechaCorta(com::MasDias(ahora, dias)));
-}
-
 }  // namespace
 
 std::string DudaDelReloj(Conexion& conexion, com::Fecha ahora) {
   if (com::DiasEntre(ahora, Reloj().Ahora()) != 0) return {};
-  if (conexion.Motor() == esquema::Motor::PostgreSQL) return DudaDelServidor(conexion, ahora);
+  if (conexion.Motor() == esquema::Motor::PostgreSQL) {
+    const com::Fecha suyo = RelojDe(conexion).Ahora();
+    if (std::abs(com::DiasEntre(ahora, suyo)) <= 1) return {};
+    return NoSeBorra(ahora, "el del servidor, " + regional::FechaCorta(suyo));
+  }
   const std::optional<com::Fecha> ultimo = UltimoTrabajo(conexion);
   if (!ultimo) return {};
   const int dias = com::DiasEntre(*ultimo, ahora);
