@@ -311,10 +311,11 @@ class ConexionVigilada final : public Conexion {
     };
     if (std::ranges::any_of(escrituras_, seRevisaSola)) return;
     for (const std::string& folio : tratadas) {
-      Aparta(folio);
-      const Vista* vista = Busca(folio);
-      if (vista != nullptr && LeeVista(folio, vista->carga).version != vista->version) throw Vencida({});
-      tratadas_.push_back(folio);
+      const std::string ajeno = CambioAjeno(folio);
+      if (ajeno.empty()) continue;
+      throw com::Error(com::error::kOcupada, ajeno +
+                                                 "No se guardó nada y lo capturado sigue en la pantalla. Si vuelve a "
+                                                 "pedirlo, se hará con la reservación como está ahora");
     }
   }
 

@@ -259,7 +259,7 @@ TEST_F(ChoquesDePostgres, LaSegundaVueltaDeUnaVictimaSeRevisa) {
                     "WHERE datname = current_database() AND wait_event_type = 'Lock'") == "0") {
   }
   const auto e = ErrorDe([&] { c->Execute("UPDATE Moneda SET Mn_Descripcion = 'A'"); });
-  EXPECT_TRUE(e.Numero() == kOcupada && Dice(e, "Otro programa guardó al mismo tiempo")) << e.Descripcion();
+  EXPECT_TRUE(e.Numero() == kOcupada && Dice(e, "La reservación 77 cambió") && Dice(e, "de B")) << e.Descripcion();
   otra.join();
   if (e.Numero() == 0) c->CommitTrans();
   if (c->EnTransaccion()) c->RollbackTrans();
