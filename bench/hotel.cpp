@@ -78,6 +78,15 @@ class Constructor {
     base_.Consulta("INSERT INTO Sucursal (Sc_Cve_Sucursal, Sc_Descripcion) VALUES ('0001', 'Centro')");
   }
 
+  // As many of the rooms that are free that day, from the first one on.
+  static std::vector<int> Libres(const std::vector<com::Fecha>& libreDesde, com::Fecha dia, int primera, int cuantas) {
+    std::vector<int> habitaciones;
+    for (int k = primera; k < kHabitaciones && static_cast<int>(habitaciones.size()) < cuantas; ++k) {
+      if (libreDesde[static_cast<std::size_t>(k)] <= dia) habitaciones.push_back(k);
+    }
+    return habitaciones;
+  }
+
   // Day by day: free rooms take new reservations of one to three rooms, fewer the further ahead the day lies.
   void Historia() {
     std::vector<com::Fecha> libreDesde(kHabitaciones, com::MasDias(Hoy(), -dias_));
@@ -87,10 +96,7 @@ class Constructor {
       for (int h = 0; h < kHabitaciones; ++h) {
         if (libreDesde[static_cast<std::size_t>(h)] > dia || !Suerte(demanda)) continue;
         const int cuantas = Suerte(70) ? 1 : Azar(2, 3);
-        std::vector<int> habitaciones;
-        for (int k = h; k < kHabitaciones && static_cast<int>(habitaciones.size()) < cuantas; ++k) {
-          if (libreDesde[static_cast<std::size_t>(k)] <= dia) habitaciones.push_back(k);
-        }
+        const std::vector<int> habitaciones = Libres(libreDesde, dia, h, cuantas);
         const com::Fecha salida = com::MasDias(dia, Azar(1, Azar(2, 7)));
         const bool cancelada = Suerte(8);
         Reservacion(habitaciones, dia, salida, cancelada);

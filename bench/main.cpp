@@ -24,6 +24,7 @@ std::string& Ruta() {
 void ImprimeMemoria() {
   rusage uso{};
   getrusage(RUSAGE_SELF, &uso);
+  // NOLINTNEXTLINE(*-union-access): the system's library declares its fields so
   std::printf("Peak memory %ld MB\n", uso.ru_maxrss / 1024);
 }
 
