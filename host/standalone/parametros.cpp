@@ -71,58 +71,80 @@ const DefinicionParametro* BuscaParametro(std::string_view clave) {
   return p == todos.end() ? nullptr : &*p;
 }
 
-std::string MotivoIlegible(const DefinicionParametro& definicion, const std::string& valor) {
-  const bool vacio = com::Recorta(valor).empty();
-  const char* lleva = "";
-  try {
-    switch (definicion.tipo) {
-      case SiNo:
-        lleva = "sí o no (1 o 0)";
-        if (!vacio) com::CBool(valor);
-        break;
-      case Numero:
-        lleva = "un número entero de 0 a 32767";
-        if (com::CInt(valor) < 0) throw com::Error(com::error::kTipos, valor);
-        break;
-      case Color:
-        lleva = "un color";
-        if (!vacio) com::CLng(valor);
-        break;
-      case Correo:
-        lleva = "una dirección de correo";
-        if (!vacio && !DireccionValida(com::Recorta(valor))) throw com::Error(com::error::kTipos, valor);
-        break;
-      case Correos:
-        lleva = "direcciones de correo separadas por comas";
-        for (const std::string& direccion : SeparaDirecciones(valor)) {
-          if (!DireccionValida(direccion)) throw com::Error(com::error::kTipos, valor);
-        }
-        break;
-      case Hora:
-        lleva = "una hora de 0 a 23";
-        if (const auto hora = com::CLng(valor); hora < 0 || hora > 23) throw com::Error(com::error::kTipos, valor);
-        break;
-      case Equipo:
-        lleva = "el nombre o la dirección de un equipo, sin puerto,";
-        if (!vacio && !EsNombreDeEquipo(com::Recorta(valor))) throw com::Error(com::error::kTipos, valor);
-        break;
-      case Puerto:
-        lleva = "un puerto de 0 a 65535";
-        if (const auto puerto = com::CLng(valor); puerto < 0 || puerto > std::numeric_limits<std::uint16_t>::max())
-          throw com::Error(com::error::kTipos, valor);
-        break;
-      case Seguridad:
-        lleva = "TLS, STARTTLS o NINGUNA";
-        if (std::ranges::find(kSeguridades, com::Recorta(valor)) == std::end(kSeguridades))
-          throw com::Error(com::error::kTipos, valor);
-        break;
-      case Texto:
-        break;
-    }
-  } catch (const com::Error&) {
-    return "El parámetro " + std::string(definicion.clave) + " lleva " + lleva + " y dice «" + valor + "»";
+namespace {
+
+const char* QueLleva(TipoParametro tipo) {
+  switch (tipo) {
+    case SiNo:
+      return "sí o no (1 o 0)";
+    case Numero:
+      return "un número entero de 0 a 32767";
+    case Color:
+      return "un color";
+    case Correo:
+      return "una dirección de correo";
+    case Correos:
+      return "direcciones de correo separadas por comas";
+    case Hora:
+      return "una hora de 0 a 23";
+    case Equipo:
+      return "el nombre o la dirección de un equipo, sin puerto,";
+    case Puerto:
+      return "un puerto de 0 a 65535";
+    case Seguridad:
+      return "TLS, STARTTLS o NINGUNA";
+    case Texto:
+      break;
   }
-  return {};
+  return "";
+}
+
+bool EsEnteroHasta(const std::string& valor, std::int32_t maximo) {
+  const auto n = com::CLng(valor);
+  return n >= 0 && n <= maximo;
+}
+
+// Raises too, as the conversions of values do.
+bool Sirve(TipoParametro tipo, const std::string& valor) {
+  const std::string recortado = com::Recorta(valor);
+  const bool vacio = recortado.empty();
+  switch (tipo) {
+    case SiNo:
+      if (!vacio) com::CBool(valor);
+      return true;
+    case Numero:
+      return com::CInt(valor) >= 0;
+    case Color:
+      if (!vacio) com::CLng(valor);
+      return true;
+    case Correo:
+      return vacio || DireccionValida(recortado);
+    case Correos:
+      return std::ranges::all_of(SeparaDirecciones(valor), DireccionValida);
+    case Hora:
+      return EsEnteroHasta(valor, 23);
+    case Equipo:
+      return vacio || EsNombreDeEquipo(recortado);
+    case Puerto:
+      return EsEnteroHasta(valor, std::numeric_limits<std::uint16_t>::max());
+    case Seguridad:
+      return std::ranges::find(kSeguridades, recortado) != std::end(kSeguridades);
+    case Texto:
+      break;
+  }
+  return true;
+}
+
+}  // namespace
+
+std::string MotivoIlegible(const DefinicionParametro& definicion, const std::string& valor) {
+  try {
+    if (Sirve(definicion.tipo, valor)) return {};
+  } catch (const com::Error&) {
+    // Told below: the conversion knows neither the key nor what it holds.
+  }
+  return "El parámetro " + std::string(definicion.clave) + " lleva " + QueLleva(definicion.tipo) + " y dice «" + valor +
+         "»";
 }
 
 std::optional<std::string> LeeParametro(Conexion& conexion, std::string_view clave) {
