@@ -1,5 +1,6 @@
 #include "desktop/conexiones.h"
 
+#include <QApplication>
 #include <memory>
 #include <optional>
 

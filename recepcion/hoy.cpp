@@ -161,6 +161,7 @@ std::vector<Estancia> LeeEstancias(const Fuente& fuente, std::string_view cuales
     AgregaHabitacion(suya->second.habitaciones, Celda(*rs, 3));
   }
   std::vector<Estancia> estancias;
+  estancias.reserve(porFolio.size());
   for (auto& [folio, estancia] : porFolio) estancias.push_back(std::move(estancia));
   return estancias;
 }

@@ -152,6 +152,7 @@ void Agrega(controles::Formulario& principal, Grid& grid, const Renglon& r) {
 
 std::vector<Renglon> LeeTodos(const controles::Formulario& principal, const Grid& grid) {
   std::vector<Renglon> todos;
+  todos.reserve(static_cast<std::size_t>(grid.Filas()));
   for (int fila = 0; fila < grid.Filas(); ++fila) todos.push_back(LeeRenglon(principal, grid, fila));
   return todos;
 }

@@ -284,7 +284,7 @@ void frmKV207::Controles_Aceptar(bool nuevo) {
       Rechaza(*this, *rechazo, *almacen);
       return;
     }
-    const std::string& folio = std::get<std::string>(resultado);
+    const auto& folio = std::get<std::string>(resultado);
     transaccion.Confirma(folio, "guardada");
     Controles.ConcluyeAceptar();
     CorreoOImpresion(*this, folio);

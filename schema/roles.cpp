@@ -220,14 +220,14 @@ GRANT INSERT, UPDATE, DELETE ON {administradas} TO {administra};
 
 // Of the passwords, which stand behind "$", all but what the last part is worked out from.
 std::string OcultaContrasena(std::string_view columna) {
-  const std::string nombre(columna);
+  std::string nombre(columna);
   if (!nombre.ends_with("_Contrasena")) return nombre;
   return "regexp_replace(" + nombre + "::text COLLATE \"C\", '[^$]*$', '')::bpchar AS " + nombre;
 }
 
 // Of the card's columns, how each is hidden.
 std::string Oculta(std::string_view columna) {
-  const std::string nombre(columna);
+  std::string nombre(columna);
   if (nombre.ends_with("_Numero")) return "kv207_mostrador.numero_oculto(" + nombre + ") AS " + nombre;
   if (nombre.ends_with("_Codigo_Seguridad")) return "kv207_mostrador.codigo_oculto(" + nombre + ") AS " + nombre;
   return nombre;

@@ -136,10 +136,8 @@ int Personas(const char* titulo, const std::string& texto) {
 
 bool SinTexto(const TipoNuevo& t) {
   // The number of persons alone is a proposal.
-  for (const std::string* texto : {&t.nombre, &t.precio, &t.adultoExtra, &t.menorExtra, &t.habitaciones}) {
-    if (!Texto(*texto).empty()) return false;
-  }
-  return true;
+  const auto textos = {&t.nombre, &t.precio, &t.adultoExtra, &t.menorExtra, &t.habitaciones};
+  return std::ranges::all_of(textos, [](const std::string* texto) { return Texto(*texto).empty(); });
 }
 bool SinTexto(const UsuarioNuevo& u) {
   return Texto(u.clave).empty() && Texto(u.nombre).empty() && u.contrasena.empty();

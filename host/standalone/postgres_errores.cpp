@@ -18,32 +18,32 @@ enum class Cola { Nada, Mensaje, Nombre, Columnas };
 // What the server says by its code (SQLSTATE), whole or by its first two letters; the longest stands first.
 struct Categoria {
   std::string_view codigo;
-  int numero;
   const char* texto;  // null: the server's own
+  int numero;
   Cola cola = Cola::Nada;
 };
 constexpr const char* kEspera = "La base de datos está ocupada por otro programa";
 constexpr Categoria kCategorias[] = {
-    {"23000", kRestriccion, nullptr},  // raised by a guard
-    {"23505", kRestriccion, "Ya existe un registro con la misma clave: ", Cola::Columnas},
-    {"23502", kRestriccion, "Falta un valor obligatorio: ", Cola::Columnas},
-    {"23P01", kRestriccion, "La habitación ya está reservada alguna de esas noches"},
-    {"23", kRestriccion, "El valor no cumple una regla de la base de datos"},
-    {"40001", kChoque, kEspera},
-    {"40P01", kChoque, kEspera},
-    {"55P03", kOcupada, kEspera},
-    {"57014", kOcupada, "La base de datos tardó demasiado en contestar"},
-    {"25006", kSoloLectura, "La base de datos es de solo lectura"},
-    {"25P02", kTransaccion, "La base de datos deshizo la transacción por una falla anterior"},
-    {"42501", kSoloLectura, "El usuario de la base de datos no tiene permiso para hacerlo", Cola::Mensaje},
-    {"42P01", kBaseDatos, "No existe la tabla ", Cola::Nombre},
-    {"42703", kBaseDatos, "No existe la columna ", Cola::Nombre},
-    {"42702", kBaseDatos, "Columna ambigua: ", Cola::Nombre},
-    {"42601", kSentencia, "La base de datos no entiende la sentencia", Cola::Mensaje},
-    {"22021", kTipos, "El texto tiene caracteres que la base de datos no admite"},
-    {"22", kTipos, "Un valor no es del tipo de su columna", Cola::Mensaje},
-    {"53100", kLlena, "No hay espacio en el disco para la base de datos"},
-    {"53", kBaseDatos, "El servidor de la base de datos no tiene más recursos; espere un momento"},
+    {"23000", nullptr, kRestriccion},  // raised by a guard
+    {"23505", "Ya existe un registro con la misma clave: ", kRestriccion, Cola::Columnas},
+    {"23502", "Falta un valor obligatorio: ", kRestriccion, Cola::Columnas},
+    {"23P01", "La habitación ya está reservada alguna de esas noches", kRestriccion},
+    {"23", "El valor no cumple una regla de la base de datos", kRestriccion},
+    {"40001", kEspera, kChoque},
+    {"40P01", kEspera, kChoque},
+    {"55P03", kEspera, kOcupada},
+    {"57014", "La base de datos tardó demasiado en contestar", kOcupada},
+    {"25006", "La base de datos es de solo lectura", kSoloLectura},
+    {"25P02", "La base de datos deshizo la transacción por una falla anterior", kTransaccion},
+    {"42501", "El usuario de la base de datos no tiene permiso para hacerlo", kSoloLectura, Cola::Mensaje},
+    {"42P01", "No existe la tabla ", kBaseDatos, Cola::Nombre},
+    {"42703", "No existe la columna ", kBaseDatos, Cola::Nombre},
+    {"42702", "Columna ambigua: ", kBaseDatos, Cola::Nombre},
+    {"42601", "La base de datos no entiende la sentencia", kSentencia, Cola::Mensaje},
+    {"22021", "El texto tiene caracteres que la base de datos no admite", kTipos},
+    {"22", "Un valor no es del tipo de su columna", kTipos, Cola::Mensaje},
+    {"53100", "No hay espacio en el disco para la base de datos", kLlena},
+    {"53", "El servidor de la base de datos no tiene más recursos; espere un momento", kBaseDatos},
 };
 
 const Categoria* BuscaCategoria(std::string_view codigo) {

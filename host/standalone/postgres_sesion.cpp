@@ -14,6 +14,7 @@
 #include "host/standalone/postgres.h"
 #include "host/standalone/red.h"
 #include "platform/com/texto.h"
+#include "platform/com/variant.h"
 #include "schema/guardas.h"
 
 namespace autonomo {
@@ -177,11 +178,10 @@ void SesionPostgres::Enlaza() {
     if (PQstatus(c_.get()) == CONNECTION_OK) break;
     const bool falta = PQconnectionNeedsPassword(c_.get()) != 0,
                mala = corrige && PQconnectionUsedPassword(c_.get()) != 0;
-    const com::Error error = ErrorDeConexion(PQerrorMessage(c_.get()));
-    if (!opciones_.pideContrasena || !(falta || mala)) throw error;
+    if (!opciones_.pideContrasena || !(falta || mala)) throw ErrorDeConexion(PQerrorMessage(c_.get()));
     const auto dada = opciones_.pideContrasena((mala ? "La contraseña no es correcta. " : "") +
                                                ("Contraseña de la base de datos de " + quien_));
-    if (!dada || dada->empty()) throw error;
+    if (!dada || dada->empty()) throw ErrorDeConexion(PQerrorMessage(c_.get()));
     contrasena_ = *dada;
   }
   // A name of this machine that leads to another one, by whatever its tables of names say.
@@ -355,7 +355,7 @@ void SesionPostgres::PoneAlDia() {
   }
 }
 
-int SesionPostgres::Numero(const char* sql) { return std::atoi(PQgetvalue(Corre(sql).get(), 0, 0)); }
+int SesionPostgres::Numero(const char* sql) { return com::CLng(PQgetvalue(Corre(sql).get(), 0, 0)); }
 
 int SesionPostgres::Version() {
   if (Numero("SELECT COUNT(to_regclass('esquema_version'))") == 0) return 0;

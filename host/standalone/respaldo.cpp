@@ -280,7 +280,7 @@ void CreaCarpeta(const fs::path& carpeta, const std::string& hotel) {
 void Depura(const std::string& carpeta, const std::string& hotel, int dias, const std::string& recien) {
   const auto delDia = Archivos(carpeta, hotel, kDelDia);
   std::error_code ec;
-  for (std::size_t i = static_cast<std::size_t>(dias); i < delDia.size(); ++i) {
+  for (auto i = static_cast<std::size_t>(dias); i < delDia.size(); ++i) {
     if (delDia[i] == recien) continue;
     for (const char* cola : {"", "-suma"}) fs::remove(delDia[i] + cola, ec);
   }

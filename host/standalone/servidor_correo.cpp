@@ -48,7 +48,7 @@ std::string LeeContrasena(const std::optional<std::string>& archivo) {
 
 std::optional<ServidorCorreo> LeeServidor(Conexion& conexion, const std::string& contrasena) {
   const auto valor = [&](std::string_view clave) {
-    const std::string texto = com::Recorta(ValorParametro(conexion, clave));
+    std::string texto = com::Recorta(ValorParametro(conexion, clave));
     if (const std::string motivo = MotivoIlegible(*BuscaParametro(clave), texto); !motivo.empty()) Rechaza(motivo);
     return texto;
   };

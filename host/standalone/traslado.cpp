@@ -178,6 +178,7 @@ std::vector<std::pair<std::string_view, std::int64_t>> Traslada(ConexionDeMotor&
   a.Consulta("DELETE FROM Parametro");
   const auto tablas = EnOrden();
   std::vector<Suma> enviadas;
+  enviadas.reserve(tablas.size());
   for (const auto* t : tablas) enviadas.push_back(Copia(de, a, *t));
   std::vector<std::pair<std::string_view, std::int64_t>> filas;
   for (std::size_t i = 0; i < tablas.size(); ++i) {

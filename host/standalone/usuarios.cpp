@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
+#include <charconv>
 #include <string_view>
 
 #include "host/contract/servicios.h"
@@ -55,14 +55,27 @@ std::vector<unsigned char> DeBase64(std::string_view texto) {
   return bytes;
 }
 
+// Takes `comienzo` off the text; false, and nothing taken, if it begins otherwise.
+bool Quita(std::string_view& texto, std::string_view comienzo) {
+  if (!texto.starts_with(comienzo)) return false;
+  texto.remove_prefix(comienzo.size());
+  return true;
+}
+
+bool QuitaNumero(std::string_view& texto, unsigned long& numero) {
+  const auto [fin, error] = std::from_chars(texto.data(), texto.data() + texto.size(), numero);
+  texto.remove_prefix(static_cast<std::size_t>(fin - texto.data()));
+  return error == std::errc{};
+}
+
 // What a server that keeps the end of the text to itself (schema/roles.h) keeps if that is the password: worked out
 // from its beginning, "$argon2id$v=19$m=KIB,t=ROUNDS,p=1$SALT$". Nothing for another beginning.
 std::optional<std::string> Completa(const std::string& comienzo, const std::string& contrasena) {
   unsigned long kib = 0, vueltas = 0;
-  int leidos = 0;
-  if (std::sscanf(comienzo.c_str(), "$argon2id$v=19$m=%lu,t=%lu,p=1$%n", &kib, &vueltas, &leidos) != 2 || leidos == 0)
+  std::string_view sal = comienzo;
+  if (!Quita(sal, "$argon2id$v=19$m=") || !QuitaNumero(sal, kib) || !Quita(sal, ",t=") || !QuitaNumero(sal, vueltas) ||
+      !Quita(sal, ",p=1$") || sal.empty())
     return std::nullopt;
-  std::string_view sal = std::string_view(comienzo).substr(static_cast<std::size_t>(leidos));
   sal.remove_suffix(1);
   const std::vector<unsigned char> bytes = DeBase64(sal);
   std::array<unsigned char, 32> suya{};

@@ -10,7 +10,6 @@ namespace pruebas {
 namespace {
 
 using kv207::EstadoCelda;
-using kv207::ModoVista;
 
 const com::Fecha kLunes = com::FechaDe(2026, 3, 9);
 
@@ -313,7 +312,7 @@ TEST_P(HotelesAlAzar, AmbasFormasVenLoMismo) {
       for (const FilaVista& fila : celdas.filas) {
         ++filas;
         for (const CeldaVista& celda : fila.celdas)
-          tomadas += celda.estado != static_cast<int>(EstadoCelda::Disponible);
+          tomadas += celda.estado == static_cast<int>(EstadoCelda::Disponible) ? 0 : 1;
       }
     }
   }
