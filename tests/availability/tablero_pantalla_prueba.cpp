@@ -36,6 +36,7 @@ class Tablero : public TableroPrueba {
   }
   std::vector<std::string> Titulos() const {
     std::vector<std::string> titulos;
+    titulos.reserve(static_cast<std::size_t>(tablero.ssDisponibilidad.NumColumnas()));
     for (int c = 0; c < tablero.ssDisponibilidad.NumColumnas(); ++c) {
       titulos.push_back(tablero.ssDisponibilidad.columna(c).titulo);
     }
@@ -43,6 +44,7 @@ class Tablero : public TableroPrueba {
   }
   std::vector<EstadoCelda> Estados(int fila) const {
     std::vector<EstadoCelda> estados;
+    estados.reserve(static_cast<std::size_t>(tablero.Estados.Dias()));
     for (int d = 0; d < tablero.Estados.Dias(); ++d) estados.push_back(tablero.Estados(d, fila));
     return estados;
   }
@@ -302,8 +304,8 @@ TEST_F(Tablero, MarcarSinFilasOConColumnasNuevasNoHaceNada) {
 
 TEST_F(Tablero, VolverACargarLaPantallaEmpiezaComoSeDiseno) {
   for (const controles::Control* c : tablero.controles()) {
-    const bool campo = dynamic_cast<const controles::LookupField*>(c) != nullptr;
-    EXPECT_TRUE(!campo || !c->descripcion().empty()) << c->nombre() << " without what a screen reader says";
+    if (dynamic_cast<const controles::LookupField*>(c) == nullptr) continue;
+    EXPECT_FALSE(c->descripcion().empty()) << c->nombre() << " without what a screen reader says";
   }
   AbrePorHabitacion();
   Clic(1, 0);

@@ -1,12 +1,12 @@
 #include "tests/comun/puente.h"
 
 #include <poll.h>
-#include <stdlib.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
 
 #include <array>
+#include <cstdlib>
 #include <cstring>
 #include <stdexcept>
 
@@ -34,14 +34,13 @@ bool Escribe(int enchufe, const std::string& bytes) {
 
 }  // namespace
 
-Puente::Puente(const std::string& direccion) {
+Puente::Puente(const std::string& direccion) : puerta_(socket(AF_UNIX, SOCK_STREAM, 0)) {
   std::string plantilla = (std::filesystem::temp_directory_path() / "kv207-puente-XXXXXX").string();
   carpeta_ = mkdtemp(plantilla.data());
   const std::size_t desde = direccion.rfind('=') + 1;
   servidor_ = direccion.substr(desde);
   puerto_ = servidor_.substr(servidor_.rfind('-') + 1);
   direccion_ = direccion.substr(0, desde) + carpeta_.string();
-  puerta_ = socket(AF_UNIX, SOCK_STREAM, 0);
   const sockaddr_un aqui = En(carpeta_.string(), puerto_);
   if (bind(puerta_, reinterpret_cast<const sockaddr*>(&aqui), sizeof aqui) != 0 || listen(puerta_, 8) != 0)
     throw std::runtime_error("there is no bridge to the server");

@@ -42,7 +42,7 @@ class Puente {
 
   std::filesystem::path carpeta_;
   std::string direccion_, puerto_, servidor_;
-  int puerta_ = -1;
+  int puerta_;
   std::atomic<bool> termina_{false}, abierto_{true};
   std::atomic<int> viajes_{0}, enTransaccion_{0};
   std::mutex candado_;  // of the next two

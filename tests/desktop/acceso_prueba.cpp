@@ -1,6 +1,7 @@
 // Login, users and the locked screen, worked as a person works them.
 #include <QCheckBox>
 #include <QTabWidget>
+#include <QTableWidget>
 #include <QTemporaryDir>
 #include <filesystem>
 

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QListWidget>
 #include <QTableWidget>
+#include <QTextBlock>
 #include <QTextBrowser>
 
 #include "tests/desktop/recorrido.h"

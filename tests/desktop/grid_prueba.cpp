@@ -311,7 +311,7 @@ TEST(VistaGridPrueba, LaFechaSePoneSobreSuCeldaAunqueLaTablaCorra) {
 
 class TableroPrueba : public testing::Test {
  protected:
-  TableroPrueba() : forma_(), escritorio_() {
+  TableroPrueba() {
     controles::FijaEscritorio(&escritorio_);
     LlenaTablero(Grid(), 60, 30);
     Grid().Click = [this] { Marca(Grid()); };

@@ -77,7 +77,7 @@ class MonoPrueba : public RecorridoPrueba {
 
   void Pulsa(QWidget& foco) {
     struct Tecla {
-      Qt::Key tecla;
+      Qt::Key tecla = Qt::Key_unknown;
       Qt::KeyboardModifiers con;
     };
     const Tecla teclas[] = {

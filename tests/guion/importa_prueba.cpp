@@ -16,7 +16,6 @@ namespace {
 
 using guion::Evento;
 using pruebas::Carpeta;
-using pruebas::Corre;
 using pruebas::Lee;
 using pruebas::Sql;
 using pruebas::Tablas;

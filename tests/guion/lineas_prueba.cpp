@@ -31,7 +31,7 @@ TEST(Lineas, UnaSentenciaSqlVaEnteraConOSinComillas) {
 }
 
 TEST(Lineas, LasComillasMalPuestasSeRechazan) {
-  for (const char* linea : {"texto x \"abierta", "texto x \"a\"b", "texto x \"a\\t\"", "texto x \"a\\"}) {
+  for (const char* linea : {"texto x \"abierta", "texto x \"a\"b", R"(texto x "a\t")", R"(texto x "a\)"}) {
     EXPECT_THROW(DivideLinea(linea), com::Error) << linea;
   }
 }

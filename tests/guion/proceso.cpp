@@ -3,13 +3,13 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <poll.h>
-#include <signal.h>
 #include <sqlite3.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
+#include <csignal>
 #include <fstream>
 #include <iterator>
 #include <string_view>
@@ -19,16 +19,18 @@ namespace pruebas {
 
 namespace {
 
-std::vector<char*> Argumentos(const std::vector<std::string>& argumentos) {
+// They point into the texts.
+std::vector<char*> Punteros(std::vector<std::string>& argumentos) {
   std::vector<char*> punteros;
-  for (const std::string& a : argumentos) punteros.push_back(const_cast<char*>(a.c_str()));
+  punteros.reserve(argumentos.size() + 1);
+  for (std::string& a : argumentos) punteros.push_back(a.data());
   punteros.push_back(nullptr);
   return punteros;
 }
 
 // Starts a program with the given files as its standard ones.
-pid_t Arranca(const std::vector<std::string>& argumentos, int entrada, int salida, int errores) {
-  auto punteros = Argumentos(argumentos);
+pid_t Arranca(std::vector<std::string> argumentos, int entrada, int salida, int errores) {
+  const auto punteros = Punteros(argumentos);
   const pid_t pid = fork();
   if (pid != 0) return pid;
   dup2(entrada, STDIN_FILENO);

@@ -34,10 +34,9 @@ class ViajesPostgres : public testing::Test {
 
 // 300 rooms and 30 nights.
 TEST_F(ViajesPostgres, ElTableroSeLeePorConjuntos) {
-  Viajes(
-      {"sql INSERT INTO Habitacion (Hb_Cve_Habitacion, Hb_Descripcion, Th_Cve_Tipo_Habitacion) "
-       "SELECT to_char(n, 'FM0000'), 'Cuarto', '0001' FROM generate_series(1001, 1260) n",
-       "abre", "accion nuevo", "fecha dpFecha_llegada 2026-03-16", "fecha dpFecha_salida 2026-04-15", "tecla F6"});
+  Viajes({("sql INSERT INTO Habitacion (Hb_Cve_Habitacion, Hb_Descripcion, Th_Cve_Tipo_Habitacion) "
+           "SELECT to_char(n, 'FM0000'), 'Cuarto', '0001' FROM generate_series(1001, 1260) n"),
+          "abre", "accion nuevo", "fecha dpFecha_llegada 2026-03-16", "fecha dpFecha_salida 2026-04-15", "tecla F6"});
   const int viajes = Viajes({"clic opHabitacion"});
   const std::string campos = Responde("muestra campos");
   EXPECT_NE(campos.find(R"("NumeroDias":30,"NumeroFilas":300)"), std::string::npos) << campos;

@@ -1,10 +1,10 @@
 // Opening and creating the file: what is not ours, locked, read-only or full, and a kill at any moment.
-#include <signal.h>
 #include <sqlite3.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <csignal>
 
 #include <array>
 #include <chrono>
@@ -87,6 +87,7 @@ TEST_F(AperturaPrueba, SeEscribeUnaYOtraVezEnUnArchivoSinBitacora) {
 TEST_F(AperturaPrueba, VariosLoCreanALaVez) {
   Abre(":memory:");  // the driver's plug-in is to belong to this thread, which outlives the others
   std::vector<std::thread> hilos;
+  hilos.reserve(4);
   for (int i = 0; i < 4; ++i)
     hilos.emplace_back(
         [&, i] { Abre()->Consulta("INSERT INTO Moneda (Mn_Cve_Moneda) VALUES (?)", {std::to_string(i)}); });
@@ -315,7 +316,7 @@ TEST_F(AperturaPrueba, UnaBitacoraPerdidaODanadaSeDice) {
   const auto e = ErrorDe([&] { Abre(sola); });
   for (const char* dice : {"le falta su bitácora", "No se abre para no perder nada"})
     EXPECT_NE(e.Descripcion().find(dice), std::string::npos) << e.Descripcion();
-  std::ofstream(sola + "-wal");
+  { const std::ofstream vacio(sola + "-wal"); }
   EXPECT_EQ(Numero(sola), kDanada) << "an empty log";
   // One byte of the log's first frames, with committed work behind it.
   const auto rompe = [](const std::string& copia, std::size_t lugar) {

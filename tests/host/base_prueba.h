@@ -2,8 +2,8 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -59,6 +59,7 @@ class EnCadaMotor : public BasePrueba, public ::testing::WithParamInterface<esqu
     if (GetParam() == esquema::Motor::PostgreSQL) QuitaBasePostgres(ruta);
   }
 };
+// NOLINTNEXTLINE(cppcoreguidelines-macro-usage): the cases of a table are named by a macro of the test library
 #define EN_CADA_MOTOR(suite)                                                          \
   INSTANTIATE_TEST_SUITE_P(Sqlite, suite, ::testing::Values(esquema::Motor::Sqlite)); \
   INSTANTIATE_TEST_SUITE_P(Postgres, suite, ::testing::Values(esquema::Motor::PostgreSQL))

@@ -86,14 +86,14 @@ TEST_F(BorradoresPrueba, CadaProgramaTieneElSuyoYTomaElDeQuienYaNoEsta) {
 TEST_F(BorradoresPrueba, UnoDanadoODeOtraVersionSeApartaYSeDice) {
   struct Caso {
     const char* motivo;
-    std::string (*cambia)(std::string);
+    std::string (*cambia)(const std::string&);
   };
   const Caso casos[] = {
-      {"está dañado", [](std::string t) { return t.replace(t.find("Cuna"), 1, "X"); }},
-      {"está dañado", [](std::string t) { return t.substr(0, t.size() - 3); }},
-      {"no es un borrador o está dañado", [](std::string) { return std::string(); }},
+      {"está dañado", [](const std::string& t) { return std::string(t).replace(t.find("Cuna"), 1, "X"); }},
+      {"está dañado", [](const std::string& t) { return t.substr(0, t.size() - 3); }},
+      {"no es un borrador o está dañado", [](const std::string&) { return std::string(); }},
       {"lo escribió otra versión del programa",
-       [](std::string t) { return t.replace(t.find("reservas 1"), 10, "reservas 2"); }},
+       [](const std::string& t) { return std::string(t).replace(t.find("reservas 1"), 10, "reservas 2"); }},
   };
   for (const Caso& caso : casos) {
     Deja();

@@ -102,7 +102,7 @@ TEST_F(CorteDePostgres, SeAveriguaSiQuedoGuardado) {
     c->BeginTrans();
     Moneda(*c, clave);
     puente.Corta("COMMIT", lado);
-    const auto e = ErrorDe([&] { c->CommitTrans(); });
+    auto e = ErrorDe([&] { c->CommitTrans(); });
     if (e.Numero() != 0) c->RollbackTrans();
     return e;
   };
@@ -477,7 +477,7 @@ TEST_F(PostgresPrueba, ConOtraMaquinaSeHablaCifrado) {
   ajusta("ssl_cert_file = '" + delServidor + "/servidor9.crt'");
   // Another name for the same server is not the one in its certificate.
   const auto ajeno = ErrorDe([&] {
-    AbreCon("postgresql://hotel@otro" + sola.substr(sola.find("/", 13)) +
+    AbreCon("postgresql://hotel@otro" + sola.substr(sola.find('/', 13)) +
             "&sslmode=verify-full&hostaddr=127.0.0.2&sslrootcert=" + delServidor + "/autoridad.crt");
   });
   EXPECT_TRUE(Dice(ajeno, "es de otro servidor")) << ajeno.Descripcion();

@@ -39,7 +39,7 @@ class RespaldoPrueba : public BasePrueba {
   }
   void Dana(const std::string& archivo) const {
     std::fstream f(archivo, std::ios::in | std::ios::out | std::ios::binary);
-    f.seekp(5 * 4096);
+    f.seekp(std::streamoff{5} * 4096);
     f << std::string(8, '\x7e');
   }
   std::vector<std::string> Nombres(const std::string& donde) const {
@@ -170,7 +170,7 @@ TEST_F(RespaldoPrueba, UnHotelDanadoOPerdidoDiceComoVolverYVuelve) {
   fs::permissions(ruta, fs::perms(0660));
   const std::string copia = Archivo("respaldos/hotel-2026-03-09.db");
   const auto dice = [&] {
-    const std::string texto = ErrorDe([&] { Abre(); }).Descripcion();
+    std::string texto = ErrorDe([&] { Abre(); }).Descripcion();
     EXPECT_NE(texto.find("La última copia buena es " + copia), std::string::npos) << texto;
     EXPECT_NE(texto.find("reservas-base repone '" + ruta + "'"), std::string::npos) << texto;
     return texto;
