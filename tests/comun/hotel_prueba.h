@@ -26,7 +26,7 @@ namespace pruebas {
 class HotelPrueba : public ::testing::Test {
  protected:
   // ruta: the database's file, or its address.
-  explicit HotelPrueba(const std::string& ruta = ":memory:") : host(Opciones(ruta)), tablero(), pantalla(tablero) {
+  explicit HotelPrueba(const std::string& ruta = ":memory:") : host(Opciones(ruta)), pantalla(tablero) {
     host.RegistraClases();
     publico::Arranca();
     conexion = std::make_shared<ConexionVigilada>(host.conexion());

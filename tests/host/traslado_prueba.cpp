@@ -6,7 +6,6 @@ namespace {
 
 using pruebas::BasePrueba;
 using pruebas::ErrorDe;
-using pruebas::Uno;
 
 class TrasladoPrueba : public BasePrueba {
  protected:

@@ -1,9 +1,8 @@
 #include "tests/mono/revision.h"
 
-#include <cstdlib>
-
 #include "platform/ado/ado.h"
 #include "platform/com/texto.h"
+#include "platform/com/variant.h"
 
 namespace mono {
 
@@ -70,7 +69,7 @@ std::string Revisa(autonomo::Conexion& conexion) {
   // None was lost between two others: a refused save gives its number back.
   int anterior = 0;
   for (const std::string& folio : Folios(conexion)) {
-    const int numero = std::atoi(folio.c_str());
+    const int numero = com::CLng(folio);
     if (anterior != 0 && numero != anterior + 1) return "a folio is missing before " + folio;
     anterior = numero;
   }

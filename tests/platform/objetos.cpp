@@ -41,7 +41,7 @@ TEST(Objetos, VivenMientrasHayaReferencias) {
     Ptr<Saludo> a = com::Crea<SaludoImpl>("Ana");
     Ptr<com::Desconocido> raiz = a;
     Ptr<Saludo> b = std::move(a);
-    EXPECT_FALSE(a);
+    EXPECT_FALSE(a);  // NOLINT(bugprone-use-after-move): moving takes it out, and that is what is looked at
     EXPECT_EQ(raiz.Como<Saludo>(), b);
     EXPECT_FALSE(raiz.Como<com::Despacho>());
     const auto& misma = b;
@@ -49,8 +49,9 @@ TEST(Objetos, VivenMientrasHayaReferencias) {
     b = nullptr;
     EXPECT_EQ(SaludoImpl::vivos, 1);
     com::Variant v(raiz), w = v;
-    raiz = nullptr;
     EXPECT_TRUE(v == w);
+    raiz = nullptr;
+    v = com::Variant();
     EXPECT_EQ(w.Objeto().Como<Saludo>()->Saluda(), "Hola Ana");
     EXPECT_EQ(SaludoImpl::vivos, 1);
   }

@@ -51,6 +51,7 @@ TEST(Regional, LaMascaraSoloRellenaNumeros) {
 }
 
 TEST(Regional, OtrosAjustesValenTambienAlLeer) {
+  // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): what it is a copy of changes below
   const regional::Ajustes antes = regional::Actual();
   regional::Fija({.simboloMoneda = "€", .separadorMiles = '.', .separadorDecimal = ',', .separadorFecha = '-'});
   EXPECT_EQ(regional::Moneda(1234.5), "€1.234,50");

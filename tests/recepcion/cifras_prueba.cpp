@@ -1,6 +1,7 @@
 // The figures on hotels made at random, against statements of the tests' own; and how a list becomes a spreadsheet.
 #include "recepcion/cifras.h"
 
+#include <algorithm>
 #include <random>
 
 #include "tests/comun/hotel_prueba.h"

@@ -60,7 +60,7 @@ TEST_F(Acciones, AFailingRollBackIsTriedAgainAndHidesNothing) {
     void BeginTrans() override { real_->BeginTrans(); }
     void CommitTrans() override { real_->CommitTrans(); }
     void RollbackTrans() override {
-      if (!fallo_++) throw com::Error(com::error::kInyectada, "otra falla");
+      if (fallo_++ == 0) throw com::Error(com::error::kInyectada, "otra falla");
       real_->RollbackTrans();
     }
 

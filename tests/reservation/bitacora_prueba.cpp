@@ -119,7 +119,7 @@ TEST_F(Auditoria, WritesOneEntryForTheFolio) {
 
   EXPECT_TRUE(Analiza({"UPDATE Reservacion SET Rs_Llegada = '2026-03-11' WHERE Rs_Folio = '0000000077'",
                        "DELETE FROM Reservacion_Detalle WHERE Hb_Cve_Habitacion = '0102'"}));
-  ASSERT_EQ(host.Bitacora().size(), 1u);
+  ASSERT_EQ(host.Bitacora().size(), 1U);
   EXPECT_EQ(host.Bitacora()[0].modulo, "RESERVACION");
   EXPECT_EQ(host.Bitacora()[0].clave, "0000000077");
   EXPECT_EQ(host.Bitacora()[0].texto,

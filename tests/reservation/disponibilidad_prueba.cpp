@@ -134,11 +134,11 @@ TEST_F(Disponibilidad, AFailureIsTheReasonAndASingleQuoteChangesNothing) {
   EXPECT_EQ(Valida(), "");
   for (const char* fecha : {"", "mañana"}) {
     grid().celda(0, "FECHAF", fecha);
-    EXPECT_EQ(Valida().rfind("Valida_Disponibilidad() - ", 0), 0u) << fecha;
+    EXPECT_EQ(Valida().rfind("Valida_Disponibilidad() - ", 0), 0U) << fecha;
   }
   grid().celda(0, "FECHAF", Dia(2026, 3, 12));
   grid().celda(0, "Clave", "0101'; DELETE FROM Habitacion --");
-  EXPECT_EQ(Valida().rfind("Valida_Disponibilidad() - ", 0), 0u);
+  EXPECT_EQ(Valida().rfind("Valida_Disponibilidad() - ", 0), 0U);
   EXPECT_EQ(Celda("SELECT COUNT(*) FROM Habitacion"), "4");
 }
 
