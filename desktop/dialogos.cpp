@@ -216,8 +216,8 @@ Buscado::Buscado(const QString& texto) {
   for (const QString& parte : texto.split(QLatin1Char(' '), Qt::SkipEmptyParts)) partes_ << ParaBuscar(parte);
 }
 
-bool Buscado::Esta(const QString& texto) const {
-  const QString plano = ParaBuscar(texto);
+bool Buscado::Esta(const QString& fila) const {
+  const QString plano = ParaBuscar(fila);
   return std::all_of(partes_.begin(), partes_.end(), [&](const QString& p) { return plano.contains(p); });
 }
 

@@ -100,8 +100,8 @@ TEST(Traductor, LoQueNoNecesitaNadaQuedaIgual) {
       "SELECT Reservacion.*, COUNT(*)AS Cantidad FROM Reservacion GROUP BY Rs_Folio HAVING COUNT( * )>1",
       ("SELECT TH.Th_Num_Personas_Maximo as MAX FROM Tipo_Habitacion TH WHERE TH.Es_Cve_Estado NOT IN ('CA','CE')AND "
        "1=1"),
-      "SELECT 'GETDATE() + [x] -- @y; ''ISNULL(a)''' AS Descripción FROM Cliente WHERE Cl_Correo<>''AND Cl_Correo IS "
-      "NOT NULL",
+      ("SELECT 'GETDATE() + [x] -- @y; ''ISNULL(a)''' AS Descripción FROM Cliente WHERE Cl_Correo<>''AND Cl_Correo IS "
+       "NOT NULL"),
       "SELECT -1 + 2.5 - .5 * 3e2 / 4 % 5, SUM(Rsd_Precio * Rsd_Cantidad) + 1 FROM Reservacion_Detalle",
       "UPDATE Reservacion SET Oper_Baja = '', Fecha_Baja= NULL WHERE Rs_Folio = '1'",
       "INSERT INTO Parametro(Pm_Clave, Pm_Valor)VALUES ('a b ','c')",

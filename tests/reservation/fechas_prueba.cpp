@@ -8,7 +8,6 @@
 namespace {
 
 using com::FechaDe;
-using com::MasDias;
 using com::Variant;
 using kv207::FijaLlegada;
 using kv207::NochesTecleadas;
@@ -143,7 +142,7 @@ TEST_F(Fechas, NightsBelowZeroBeyondTheCalendarOrTheHotelsLimitAreTold) {
   AgregaRenglon();
   const auto teclea = [&](const char* noches) {
     tablero.HaySeleccion = true;
-    const std::string motivo = dicho([&] { pantalla.txtDias.Teclea(noches); });
+    std::string motivo = dicho([&] { pantalla.txtDias.Teclea(noches); });
     EXPECT_FALSE(tablero.HaySeleccion) << noches;
     EXPECT_EQ(pantalla.ssReservaciones.Filas(), 0) << noches;
     return motivo;

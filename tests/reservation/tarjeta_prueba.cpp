@@ -7,8 +7,6 @@
 
 namespace {
 
-using controles::Accion;
-
 TEST(TipoFormaPago, TypeIsReadWithoutBlanks) {
   EXPECT_TRUE(kv207::EsTarjeta("04"));
   EXPECT_TRUE(kv207::EsTarjeta(" 04 "));

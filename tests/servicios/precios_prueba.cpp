@@ -39,7 +39,7 @@ TEST(Tarifas, LaMasEspecialGana) {
 
 TEST(Tarifas, PersonasExtra) {
   struct Caso {
-    int incluidas;
+    int incluidas = 0;
     Personas van, extra;
   };
   for (const Caso& c : {Caso{2, {2, 0}, {0, 0}}, Caso{2, {1, 1}, {0, 0}}, Caso{2, {1, 3}, {0, 2}},

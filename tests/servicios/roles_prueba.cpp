@@ -231,6 +231,7 @@ TEST_F(RolesPostgres, MuchosIntentosALaVezEsperanComoUnoTrasOtro) {
   std::barrier juntos(kIntentos);
   std::atomic<int> probadas = 0;
   std::vector<std::thread> hilos;
+  hilos.reserve(kIntentos);
   for (int i = 0; i < kIntentos; ++i) {
     hilos.emplace_back([&] {
       Reloj reloj;
