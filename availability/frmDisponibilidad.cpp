@@ -2,6 +2,7 @@
 #include "availability/frmDisponibilidad.h"
 
 #include "publico/columnas.h"
+#include "publico/controles.h"
 
 namespace kv207 {
 
@@ -57,8 +58,8 @@ std::vector<controles::Columna> ColumnasFijas() {
 }  // namespace
 
 frmDisponibilidad::frmDisponibilidad()
-    : Formulario("frmDisponibilidad", "Disponibilidad", 13800, 9000),
-      Controles(*this, "Controles", {0, 0, 13800, 600}, {controles::Accion::Aceptar, controles::Accion::Cancelar},
+    : Formulario(forma::kTablero, "Disponibilidad", 13800, 9000),
+      Controles(*this, control::kBarra, {0, 0, 13800, 600}, {controles::Accion::Aceptar, controles::Accion::Cancelar},
                 true),
       frFrame(*this, "frFrame", {120, 660, 13560, 1620}, "Filtros"),
       lblDEL(*this, "lblDEL", {120, 330, 700, 255}, "Del:", "DEL"),
@@ -69,28 +70,28 @@ frmDisponibilidad::frmDisponibilidad()
       lblVerPor(*this, "lblVerPor", {120, 1170, 800, 255}, "Ver por:", "VER_POR"),
       txtDEL(*this, "txtDEL", {840, 300, 1320, 315}, DisenoFecha()),
       txtAL(*this, "txtAL", {2820, 300, 1320, 315}, DisenoFecha()),
-      txtGrupo_Habitacion(*this, "txtGrupo_Habitacion", {840, 720, 1020, 315},
+      txtGrupo_Habitacion(*this, control::kGrupo, {840, 720, 1020, 315},
                           DisenoCodigo("GRUPO_HABITACION",
                                        "SELECT Ghb_Descripcion  FROM Grupo_Habitacion WHERE "
                                        "Ghb_Cve_Grupo_Habitacion='?' AND Es_Cve_Estado <> 'BA'",
                                        txtNGrupo_Habitacion)),
       txtNGrupo_Habitacion(*this, "txtNGrupo_Habitacion", {1920, 720, 2580, 315}, DisenoNombre("Todos")),
-      txtArea(*this, "txtArea", {5400, 720, 1020, 315},
+      txtArea(*this, control::kArea, {5400, 720, 1020, 315},
               DisenoCodigo("AREA_HABITACION",
                            "SELECT Ah_Descripcion  FROM Area_Habitacion WHERE Ah_Cve_Area_Habitacion='?' AND "
                            "Es_Cve_Estado <> 'BA'",
                            txtNArea)),
       txtNArea(*this, "txtNArea", {6480, 720, 2460, 315}, DisenoNombre("Todas")),
-      txtTipo_Habitacion(*this, "txtTipo_Habitacion", {9840, 720, 1020, 315},
+      txtTipo_Habitacion(*this, control::kTipo, {9840, 720, 1020, 315},
                          DisenoCodigo("TIPO_HABITACION",
                                       "SELECT Th_Descripcion  FROM Tipo_Habitacion WHERE Th_Cve_Tipo_Habitacion='?' "
                                       "AND Es_Cve_Estado <> 'BA'",
                                       txtNTipo_Habitacion)),
-      txtNTipo_Habitacion(*this, "txtNTipo_Habitacion", {10920, 720, 2520, 315}, DisenoNombre("Todos")),
+      txtNTipo_Habitacion(*this, control::kNombreTipo, {10920, 720, 2520, 315}, DisenoNombre("Todos")),
       opTipoHabitacion(*this, "opTipoHabitacion", {960, 1140, 1680, 315}, "Tipo habitación", true),
-      opHabitacion(*this, "opHabitacion", {2700, 1140, 1380, 315}, "Habitación"),
-      cmdPrecios(*this, "cmdPrecios", {4680, 1125, 1800, 345}, "Ver precios"),
-      ssDisponibilidad(*this, "ssDisponibilidad", {120, 2340, 13560, 5900}, ColumnasFijas()),
+      opHabitacion(*this, control::kPorHabitacion, {2700, 1140, 1380, 315}, "Habitación"),
+      cmdPrecios(*this, control::kPrecios, {4680, 1125, 1800, 345}, "Ver precios"),
+      ssDisponibilidad(*this, control::kNoches, {120, 2340, 13560, 5900}, ColumnasFijas()),
       frColores(*this, "frColores", {120, 8290, 13560, 660}, "Colores"),
       lblDisponible(*this, "lblDisponible", {120, 270, 1140, 255},
                     "Disponible:", ClaveLeyenda(EstadoCelda::Disponible)),

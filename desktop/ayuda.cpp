@@ -14,6 +14,7 @@
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
+#include "component/nombres.h"
 #include "desktop/dialogos.h"
 #include "desktop/estilo.h"
 #include "desktop/guarda.h"
@@ -24,20 +25,22 @@ namespace vista {
 
 namespace {
 
+namespace control = kv207::control;
+
 struct Lugar {
   const char* objeto;    // of a window or of something in it
   const char* capitulo;  // anchor
 };
 constexpr Lugar kLugares[] = {
-    {"frmKV207", "una-reservación-nueva"},
-    {"txtFolio", "una-reservación-guardada"},
-    {"txtCliente", "el-huésped"},
-    {"txtHuesped", "el-huésped"},
-    {"ssReservaciones", "los-renglones"},
-    {"frTotales", "de-dónde-sale-el-total"},
-    {"frTarjeta", "las-tarjetas"},
+    {kv207::forma::kReservacion, "una-reservación-nueva"},
+    {control::kFolio, "una-reservación-guardada"},
+    {control::kCliente, "el-huésped"},
+    {control::kHuesped, "el-huésped"},
+    {control::kRenglones, "los-renglones"},
+    {control::kTotales, "de-dónde-sale-el-total"},
+    {control::kTarjeta, "las-tarjetas"},
     {"menu", "el-hotel"},
-    {"frmDisponibilidad", "el-tablero-de-disponibilidad"},
+    {kv207::forma::kTablero, "el-tablero-de-disponibilidad"},
     {"precios", "el-tablero-de-disponibilidad"},
     {"hoy", "el-día"},
     {"cuadro", "el-cuadro-de-habitaciones"},

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 
+#include "component/nombres.h"
 #include "desktop/dialogos.h"
 #include "desktop/escritorio_qt.h"
 #include "desktop/exportar.h"
@@ -29,7 +30,7 @@ namespace {
 
 // The branch's field has no lookup of its own.
 std::string CatalogoDe(const controles::LookupField& campo) {
-  return campo.nombre() == "txtSucursal" ? "SUCURSAL" : campo.diseno().idconsulta;
+  return campo.nombre() == kv207::control::kSucursal ? "SUCURSAL" : campo.diseno().idconsulta;
 }
 
 // Names of keys, shown to whoever works the windows.

@@ -15,6 +15,7 @@
 
 namespace vista {
 
+namespace control = kv207::control;
 using controles::Accion;
 
 namespace {
@@ -70,13 +71,13 @@ void Guia::CreaPasos() {
        }},
       {QStringLiteral("Quién se hospeda: se escribe su clave, o parte de su nombre para buscarlo, y Enter. Quien llama "
                       "es el huésped 1."),
-       campo("txtHuesped"), [this] { Teclea("txtHuesped", kHuesped); }},
-      {QStringLiteral("Cómo va a pagar. La 1 es efectivo; F2 enseña las demás."), campo("txtForma_Pago"),
-       [this] { Teclea("txtForma_Pago", kFormaPago); }},
+       campo(control::kHuesped), [this] { Teclea(control::kHuesped, kHuesped); }},
+      {QStringLiteral("Cómo va a pagar. La 1 es efectivo; F2 enseña las demás."), campo(control::kFormaPago),
+       [this] { Teclea(control::kFormaPago, kFormaPago); }},
       {QStringLiteral(
            "La llegada y, a su lado, la salida: mañana, por dos noches. Se escribe 15/3, sólo el día, o +3."),
-       campo("dpFecha_llegada"), [this] { recepcion::TecleaEstancia(Principal(), llegada_, salida_); }},
-      {QStringLiteral("El tablero (F6) dice qué habitaciones están libres esas noches."), campo("cmdDisponibilidad"),
+       campo(control::kLlegada), [this] { recepcion::TecleaEstancia(Principal(), llegada_, salida_); }},
+      {QStringLiteral("El tablero (F6) dice qué habitaciones están libres esas noches."), campo(control::kAbreTablero),
        [this] { AbreTablero(); }},
       {QStringLiteral("Cada renglón es una habitación y cada columna una noche; lo verde está libre. Se marcan las dos "
                       "noches con un clic, o con Espacio, y se acepta (Ctrl+Enter)."),
@@ -97,7 +98,7 @@ void Guia::CreaPasos() {
        },
        [this] { CapturaAdultos(); }},
       {QStringLiteral("Con eso tiene precio, y aquí está el total con impuestos, para decirlo por teléfono."),
-       campo("txtTotal"), nada},
+       campo(control::kTotal), nada},
       {QStringLiteral(
            "Aceptar (Ctrl+Enter) la guarda. Se pregunta si se manda la confirmación por correo: conteste No y "
            "la verá impresa; se cierra con Esc."),
@@ -215,7 +216,7 @@ void Guia::AbreTablero() {
   escritorio_.AlAbrirModal(nullptr, [this](controles::Formulario& tablero) {
     tablero_ = &tablero;
     // By rooms, as it is told.
-    if (auto* porHabitacion = controles::Como<controles::Opcion>(tablero.Busca("opHabitacion"))) {
+    if (auto* porHabitacion = controles::Como<controles::Opcion>(tablero.Busca(control::kPorHabitacion))) {
       tablero.Enfoca(*porHabitacion);
       porHabitacion->Pulsa();
     }

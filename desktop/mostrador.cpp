@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "component/nombres.h"
 #include "desktop/dialogos.h"
 #include "desktop/escritorio_qt.h"
 #include "desktop/ventana_cifras.h"
@@ -18,6 +19,8 @@
 #include "recepcion/pasos.h"
 
 namespace vista {
+
+namespace control = kv207::control;
 
 Mostrador::Mostrador(EscritorioQt& escritorio)
     : escritorio_(escritorio),
@@ -138,7 +141,7 @@ bool Mostrador::Reserva(const recepcion::Pedido& pedido, const std::vector<recep
   if (renglones == nullptr || renglones->Filas() == 0) return true;  // the board was left without a room
   pedido_ = pedido;
   tramos_ = tramos;
-  BuscaHuesped("txtHuesped", "");
+  BuscaHuesped(control::kHuesped, "");
   return true;
 }
 
@@ -164,8 +167,8 @@ void Mostrador::Explica() {
 void Mostrador::AbreHuesped() {
   const controles::Formulario* principal = escritorio_.Principal();
   if (principal == nullptr) return;
-  const bool cliente = principal->foco() != nullptr && principal->foco()->nombre() == "txtCliente";
-  const std::string campo = cliente ? "txtCliente" : "txtHuesped";
+  const bool cliente = principal->foco() != nullptr && principal->foco()->nombre() == control::kCliente;
+  const std::string campo = cliente ? control::kCliente : control::kHuesped;
   // What was typed there and is no key.
   const auto* clave = controles::Como<controles::LookupField>(principal->Busca(campo));
   const auto* nombre = clave == nullptr ? nullptr : clave->diseno().sql_control_resultado;
@@ -196,7 +199,7 @@ void Mostrador::TomaHuesped(const std::string& campo, const recepcion::Toma& tom
   if (principal == nullptr) return;
   if (!EnCaptura(*principal) && !escritorio_.Pulsa(controles::Accion::Nuevo)) return;
   if (!recepcion::TecleaToma(*principal, campo, toma)) return;
-  if (campo != "txtHuesped") return;
+  if (campo != control::kHuesped) return;
   recepcion::TecleaPersonas(*principal, pedido_, std::exchange(tramos_, {}));
   recepcion::EnfocaLoQueFalta(*principal);
 }

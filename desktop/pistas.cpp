@@ -20,17 +20,18 @@ bool Pistas::EsEntero(const std::string& campo) const {
 }
 
 Pistas PistasDeLasPantallas() {
+  namespace control = kv207::control;
   using kv207::EstadoCelda;
   return {
-      .iconos = {{"cmdCliente", QStringLiteral("ficha")},
-                 {"cmdHuesped", QStringLiteral("ficha")},
-                 {"cmdNotas", QStringLiteral("notas")},
-                 {"cmdDisponibilidad", QStringLiteral("tablero")},
-                 {"cmdPrecios", QStringLiteral("precios")}},
-      .enteros = {"txtDias"},
-      .trasEditar = "txtHuesped",
-      .registro = "txtFolio",
-      .totales = {"txtSubTotal", "txtImpuestos", "txtTotal"},
+      .iconos = {{control::kFichaCliente, QStringLiteral("ficha")},
+                 {control::kFichaHuesped, QStringLiteral("ficha")},
+                 {control::kEditaNotas, QStringLiteral("notas")},
+                 {control::kAbreTablero, QStringLiteral("tablero")},
+                 {control::kPrecios, QStringLiteral("precios")}},
+      .enteros = {control::kDias},
+      .trasEditar = control::kHuesped,
+      .registro = control::kFolio,
+      .totales = {control::kSubTotal, control::kImpuestos, control::kTotal},
       .renglones = {.primera = std::string(kv207::col::kAdultos),
                     .enteras = {std::string(kv207::col::kTotal)},
                     .explicadas = {std::string(kv207::col::kPrecio), std::string(kv207::col::kPrecioExtra),

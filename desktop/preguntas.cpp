@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "component/nombres.h"
 #include "desktop/dialogos.h"
 #include "platform/com/error.h"
 #include "platform/controls/grid.h"
@@ -11,6 +12,7 @@
 
 namespace vista {
 
+namespace control = kv207::control;
 using controles::Accion;
 
 namespace {
@@ -60,8 +62,8 @@ std::optional<double> TipoVigente(const std::string& moneda, com::Fecha dia) {
 // A rate decides what a stay costs: one that was typed far from the hotel's is asked about.
 bool PreguntaTipoCambio(const controles::Formulario& principal, QWidget* padre) {
   constexpr double kDiferencia = 0.1;
-  const auto *moneda = CampoDe(principal, "txtMoneda"), *cambio = CampoDe(principal, "txtTipoCambio");
-  const auto* captura = controles::Como<controles::DateField>(principal.Busca("dpFecha"));
+  const auto *moneda = CampoDe(principal, control::kMoneda), *cambio = CampoDe(principal, control::kTipoCambio);
+  const auto* captura = controles::Como<controles::DateField>(principal.Busca(control::kFecha));
   if (moneda == nullptr || cambio == nullptr || captura == nullptr || moneda->text().empty()) return true;
   if (!cambio->enabled()) return true;  // the hotel's own, which nobody could type over
   const double tecleado = com::CDbl(cambio->valor());
@@ -74,7 +76,7 @@ bool PreguntaTipoCambio(const controles::Formulario& principal, QWidget* padre) 
                kSiNo, padre)) {
     return true;
   }
-  cambio->formulario().Enfoca(*principal.Busca("txtTipoCambio"));
+  cambio->formulario().Enfoca(*principal.Busca(control::kTipoCambio));
   return false;
 }
 

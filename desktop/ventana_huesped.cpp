@@ -7,6 +7,7 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
+#include "component/nombres.h"
 #include "desktop/dialogos.h"
 #include "desktop/estilo.h"
 #include "desktop/guarda.h"
@@ -53,7 +54,7 @@ QPushButton* Boton(QDialog* dialogo, QBoxLayout& fila, const char* titulo, const
 
 VentanaHuesped::VentanaHuesped(recepcion::Huespedes& huespedes, QWidget* padre)
     : QDialog(padre), huespedes_(huespedes) {
-  setWindowTitle(huespedes.campo() == "txtCliente" ? QStringLiteral("Cliente") : QStringLiteral("Huésped"));
+  setWindowTitle(huespedes.campo() == kv207::control::kCliente ? QStringLiteral("Cliente") : QStringLiteral("Huésped"));
   setObjectName(QStringLiteral("huesped"));
   setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
   auto* caja = new QVBoxLayout(this);

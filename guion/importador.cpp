@@ -16,6 +16,7 @@
 
 namespace guion {
 
+namespace control = kv207::control;
 namespace mensaje = anfitrion::mensaje;
 using controles::Accion;
 
@@ -97,7 +98,7 @@ Importador::Importador(autonomo::Anfitrion& anfitrion, Rechazadas& rechazadas)
   componente_.Abre(anfitrion_.Padre());
 }
 
-controles::ScreenToolbar& Importador::barra() { return Toma<controles::ScreenToolbar>(pantalla(), "Controles"); }
+controles::ScreenToolbar& Importador::barra() { return Toma<controles::ScreenToolbar>(pantalla(), control::kBarra); }
 
 ResumenImportacion Importador::Importa(const ReservasCsv& archivo, const Progreso& progreso) {
   const std::vector<ReservaCsv>& reservas = archivo.reservas;
@@ -263,28 +264,28 @@ void Importador::CapturaEnPantalla(const ReservaCsv& reserva) {
   if (!conocido) {
     throw com::Error(com::error::kArgumento, "el tablero no conoce el tipo de habitación «" + reserva.tipo + "»");
   }
-  if (Toma<controles::Grid>(pantalla(), "ssReservaciones").Filas() == 0) return;
+  if (Toma<controles::Grid>(pantalla(), control::kRenglones).Filas() == 0) return;
   CapturaRenglon(reserva);
   manos_.Accion(barra(), Accion::Aceptar);
 }
 
 // False when the screen does not take the dates.
 bool Importador::CapturaEncabezado(const ReservaCsv& reserva) {
-  auto& huesped = Toma<controles::LookupField>(pantalla(), "txtHuesped");
+  auto& huesped = Toma<controles::LookupField>(pantalla(), control::kHuesped);
   manos_.Texto(huesped, kHuespedImportado);
   manos_.Confirma(huesped);
-  auto& formaPago = Toma<controles::LookupField>(pantalla(), "txtForma_Pago");
+  auto& formaPago = Toma<controles::LookupField>(pantalla(), control::kFormaPago);
   manos_.Texto(formaPago, kFormaPagoImportada);
   manos_.Confirma(formaPago);
-  auto& campoReferencia = Toma<controles::LookupField>(pantalla(), "txtReferencia");
+  auto& campoReferencia = Toma<controles::LookupField>(pantalla(), control::kReferencia);
   const std::string referencia = std::string(kReferencia) + reserva.id;
   manos_.Texto(campoReferencia, referencia);
   if (campoReferencia.text() != referencia) {
     // Another run would not find it again.
     throw com::Error(com::error::kArgumento, "la referencia no admite el id «" + reserva.id + "»");
   }
-  auto& llegada = Toma<controles::DateField>(pantalla(), "dpFecha_llegada");
-  auto& salida = Toma<controles::DateField>(pantalla(), "dpFecha_salida");
+  auto& llegada = Toma<controles::DateField>(pantalla(), control::kLlegada);
+  auto& salida = Toma<controles::DateField>(pantalla(), control::kSalida);
   const com::Fecha diaSalida = com::MasDias(reserva.llegada, reserva.noches);
   manos_.PonFecha(llegada, reserva.llegada);
   if (llegada.valor() != reserva.llegada) return false;
@@ -293,16 +294,16 @@ bool Importador::CapturaEncabezado(const ReservaCsv& reserva) {
 }
 
 bool Importador::MarcaEnTablero(const ReservaCsv& reserva) {
-  auto& tipo = Toma<controles::LookupField>(tablero(), "txtTipo_Habitacion");
-  auto& grid = Toma<controles::Grid>(tablero(), "ssDisponibilidad");
-  auto& barraTablero = Toma<controles::ScreenToolbar>(tablero(), "Controles");
+  auto& tipo = Toma<controles::LookupField>(tablero(), control::kTipo);
+  auto& grid = Toma<controles::Grid>(tablero(), control::kNoches);
+  auto& barraTablero = Toma<controles::ScreenToolbar>(tablero(), control::kBarra);
   if (tipo.text() != reserva.tipo) {
     manos_.Texto(tipo, reserva.tipo);
     manos_.Confirma(tipo);
   }
-  const bool conocido = !Toma<controles::LookupField>(tablero(), "txtNTipo_Habitacion").text().empty();
+  const bool conocido = !Toma<controles::LookupField>(tablero(), control::kNombreTipo).text().empty();
   if (conocido) {
-    manos_.Clic(Toma<controles::Opcion>(tablero(), "opHabitacion"));
+    manos_.Clic(Toma<controles::Opcion>(tablero(), control::kPorHabitacion));
     if (const int fila = FilaLibre(grid); fila >= 0) manos_.SeleccionaFila(grid, fila);
     manos_.Accion(barraTablero, Accion::Aceptar);
   }
@@ -311,7 +312,7 @@ bool Importador::MarcaEnTablero(const ReservaCsv& reserva) {
 }
 
 void Importador::CapturaRenglon(const ReservaCsv& reserva) {
-  auto& grid = Toma<controles::Grid>(pantalla(), "ssReservaciones");
+  auto& grid = Toma<controles::Grid>(pantalla(), control::kRenglones);
   const auto celda = [&](std::string_view clave, const std::string& valor) {
     manos_.Celda(grid, 0, grid.IndiceColumna(clave), valor);
   };
@@ -324,7 +325,7 @@ void Importador::CapturaRenglon(const ReservaCsv& reserva) {
 // --- a cancellation --------------------------------------------------------------------------------------------------
 
 void Importador::AbreFolio(const std::string& folio) {
-  auto& campo = Toma<controles::LookupField>(pantalla(), "txtFolio");
+  auto& campo = Toma<controles::LookupField>(pantalla(), control::kFolio);
   manos_.Texto(campo, folio);
   manos_.Confirma(campo);
 }

@@ -2,6 +2,7 @@
 #include <charconv>
 #include <memory>
 
+#include "component/nombres.h"
 #include "guion/interprete.h"
 #include "guion/muestra.h"
 #include "guion/muestra_hotel.h"
@@ -242,7 +243,7 @@ Json Interprete::ValorDe(const std::string& que) {
   if (propio == "campos") return MuestraCampos(formulario());
   if (propio == "entradas") return MuestraEntradas(formulario());
   if (propio == "columnas") return MuestraColumnas(GridDe(formulario()));
-  if (propio == "Controles") return MuestraBarra(BarraDe(formulario()));
+  if (propio == kv207::control::kBarra) return MuestraBarra(BarraDe(formulario()));
   return MuestraControl(ControlDe(que));
 }
 

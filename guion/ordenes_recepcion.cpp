@@ -3,6 +3,7 @@
 #include <charconv>
 #include <utility>
 
+#include "component/nombres.h"
 #include "guion/interprete.h"
 #include "guion/muestra.h"
 #include "guion/muestra_recepcion.h"
@@ -21,6 +22,8 @@
 namespace guion {
 
 namespace {
+
+namespace control = kv207::control;
 
 [[noreturn]] void Error(const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); }
 
@@ -52,7 +55,7 @@ void Interprete::AbreReservacion(const std::string& folio) {
   controles::Formulario& pantalla = piezas_.componente.formulario();
   controles::ScreenToolbar& barra = BarraDe(pantalla);
   if (barra.EnEdicion()) piezas_.manos.Accion(barra, controles::Accion::Limpiar);
-  controles::Control* campo = pantalla.Busca("txtFolio");
+  controles::Control* campo = pantalla.Busca(control::kFolio);
   if (campo == nullptr) Error("La pantalla no tiene folio");
   piezas_.manos.Texto(*campo, folio);
   piezas_.manos.Confirma(*campo);
@@ -111,7 +114,7 @@ void Interprete::TomaHuesped(const std::string& campo, const recepcion::Toma& to
   controles::Formulario& pantalla = piezas_.componente.formulario();
   if (!BarraDe(pantalla).EnEdicion()) piezas_.manos.Accion(BarraDe(pantalla), controles::Accion::Nuevo);
   if (!recepcion::TecleaToma(pantalla, campo, toma)) Error("«" + campo + "» no admite una clave ahora");
-  if (campo != "txtHuesped") return;
+  if (campo != control::kHuesped) return;
   recepcion::TecleaPersonas(pantalla, pedido_, std::exchange(tramos_, {}));
   recepcion::EnfocaLoQueFalta(pantalla);
 }
@@ -133,7 +136,7 @@ void Interprete::Huesped(const Palabras& p) {
   guion::Manos& manos = piezas_.manos;
   if (p.size() == 1 || p[1] == "cliente") {
     parecidas_.clear();
-    return manos.AbreHuespedes(huespedes_, p.size() == 1 ? "txtHuesped" : "txtCliente",
+    return manos.AbreHuespedes(huespedes_, p.size() == 1 ? control::kHuesped : control::kCliente,
                                recepcion::EstanciaEnCaptura(piezas_.componente.formulario()));
   }
   if (p[1] == "elige") {

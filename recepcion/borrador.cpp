@@ -7,12 +7,15 @@
 #include "platform/com/texto.h"
 #include "platform/com/variant.h"
 #include "platform/regional/regional.h"
+#include "publico/controles.h"
 #include "recepcion/lectura.h"
 #include "recepcion/pasos.h"
 
 namespace recepcion {
 
 namespace {
+
+namespace control = kv207::control;
 
 constexpr int kGrupoTarjeta = 4;
 constexpr std::string_view kYaGuardada =
@@ -203,8 +206,8 @@ Borrador TomaBorrador(const controles::Formulario& principal) {
   const auto* barra = principal.Primero<controles::ScreenToolbar>();
   if (barra == nullptr || !barra->EnEdicion()) Rechaza("No hay una reservación en captura");
   Borrador borrador;
-  borrador.folio = barra->EsNuevo() ? "" : TextoDeCampo(principal, "txtFolio");
-  borrador.huesped = TextoDeCampo(principal, "txtNHuesped");
+  borrador.folio = barra->EsNuevo() ? "" : TextoDeCampo(principal, control::kFolio);
+  borrador.huesped = TextoDeCampo(principal, control::kNombreHuesped);
   borrador.tarjeta = HayTarjeta(principal);
   for (const controles::Control* control : principal.controles()) {
     CampoCaptado campo;
@@ -266,17 +269,17 @@ Borrador DeTexto(std::string_view texto) {
 
 std::string Resumen(const Borrador& borrador) {
   std::string texto = borrador.folio.empty() ? "Reservación nueva" : "Reservación " + borrador.folio;
-  const std::string huesped = borrador.huesped.empty() ? TextoDe(borrador, "txtHuesped") : borrador.huesped;
+  const std::string huesped = borrador.huesped.empty() ? TextoDe(borrador, control::kHuesped) : borrador.huesped;
   if (!huesped.empty()) texto += ", " + huesped;
-  texto += ", " + TextoDe(borrador, "dpFecha_llegada") + " – " + TextoDe(borrador, "dpFecha_salida");
+  texto += ", " + TextoDe(borrador, control::kLlegada) + " – " + TextoDe(borrador, control::kSalida);
   const std::size_t cuartos = borrador.renglones.size();
   if (cuartos > 0) texto += ", " + std::to_string(cuartos) + (cuartos == 1 ? " habitación" : " habitaciones");
   return texto;
 }
 
 std::string YaGuardada(const Borrador& borrador, com::Fecha dia) {
-  const std::string huesped = TextoDe(borrador, "txtHuesped");
-  const std::string fechas[] = {TextoDe(borrador, "dpFecha_llegada"), TextoDe(borrador, "dpFecha_salida")};
+  const std::string huesped = TextoDe(borrador, control::kHuesped);
+  const std::string fechas[] = {TextoDe(borrador, control::kLlegada), TextoDe(borrador, control::kSalida)};
   if (!borrador.folio.empty() || huesped.empty() || fechas[0].empty() || fechas[1].empty()) return {};
   const std::string llegada = DiaSql(com::CDate(com::Variant(fechas[0]))),
                     salida = DiaSql(com::CDate(com::Variant(fechas[1])));

@@ -8,6 +8,7 @@
 #include "platform/controls/grid.h"
 #include "platform/regional/regional.h"
 #include "publico/columnas.h"
+#include "publico/controles.h"
 #include "publico/publico.h"
 
 namespace recepcion {
@@ -15,6 +16,7 @@ namespace recepcion {
 namespace {
 
 namespace col = kv207::col;
+namespace control = kv207::control;
 using controles::Formulario;
 using controles::Grid;
 using publico::OrigenPrecio;
@@ -79,8 +81,8 @@ Renglon Lee(const Formulario& principal, int fila) {
   r.base = numero(col::kPrecioDescontadoImporte);
   r.impuesto = numero(col::kImpuesto);
   r.total = numero(col::kTotal);
-  r.moneda = Texto(principal, "txtMoneda");
-  if (const auto* cambio = Campo(principal, "txtTipoCambio")) r.tipoCambio = Numero(cambio->valor());
+  r.moneda = Texto(principal, control::kMoneda);
+  if (const auto* cambio = Campo(principal, control::kTipoCambio)) r.tipoCambio = Numero(cambio->valor());
   return r;
 }
 
@@ -215,10 +217,10 @@ CuentaExplicada ExplicaTotal(const Formulario& principal) {
     const auto* control = Campo(principal, campo);
     return control == nullptr ? 0.0 : Numero(control->valor());
   };
-  e.pasos.push_back({"Subtotal", "lo de las habitaciones, sin impuestos", pie("txtSubTotal")});
-  e.pasos.push_back({"Impuestos", "", pie("txtImpuestos")});
-  e.pasos.push_back({"Total", "", pie("txtTotal"), true});
-  e.nota = "En " + Texto(principal, "txtMoneda");
+  e.pasos.push_back({"Subtotal", "lo de las habitaciones, sin impuestos", pie(control::kSubTotal)});
+  e.pasos.push_back({"Impuestos", "", pie(control::kImpuestos)});
+  e.pasos.push_back({"Total", "", pie(control::kTotal), true});
+  e.nota = "En " + Texto(principal, control::kMoneda);
   return e;
 }
 
@@ -227,7 +229,7 @@ bool Acordados::Es(const Formulario& principal, int fila) {
   if (origen == OrigenPrecio::Acordado) return true;
   const Grid* grid = principal.Primero<Grid>();
   if (origen != OrigenPrecio::Guardado || grid == nullptr || fila < 0 || fila >= grid->Filas()) return false;
-  std::string llave = Texto(principal, "txtMoneda") + "|" + Texto(principal, "txtTipoCambio");
+  std::string llave = Texto(principal, control::kMoneda) + "|" + Texto(principal, control::kTipoCambio);
   for (const std::string_view columna : {col::kClave, col::kInicio, col::kFin, col::kAdultos, col::kMenores,
                                          col::kPrecio, col::kPrecioExtra, col::kDescuento}) {
     llave += "|" + grid->Texto(fila, columna);

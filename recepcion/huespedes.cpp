@@ -11,6 +11,7 @@
 #include "platform/com/error.h"
 #include "platform/com/texto.h"
 #include "platform/regional/regional.h"
+#include "publico/controles.h"
 #include "publico/publico.h"
 #include "recepcion/alojamiento.h"
 #include "recepcion/cuadro.h"
@@ -158,7 +159,7 @@ bool Cabe(const std::string& texto, std::size_t largo) { return com::LargoUtf8(t
 }  // namespace
 
 Huespedes::Huespedes(SinAcento sinAcento, bool (*direccionValida)(const std::string&))
-    : sinAcento_(sinAcento), direccionValida_(direccionValida), campo_("txtHuesped") {}
+    : sinAcento_(sinAcento), direccionValida_(direccionValida), campo_(kv207::control::kHuesped) {}
 
 // --- the clients -----------------------------------------------------------------------------------------------------
 
@@ -265,7 +266,7 @@ void Huespedes::Elige(bool conHabitacion, bool conNotas) {
     if (!ocupada.empty()) Rechaza("La habitación " + toma.habitacion + " no está libre: " + ocupada);
   }
   if (ultima_ && conNotas) toma.notas = ultima_->notas;
-  if (campo_ == "txtHuesped") {
+  if (campo_ == kv207::control::kHuesped) {
     ado::TextoSQL sql;
     sql.Agrega(kFormaPago, {Literal(toma.clave)});
     if (const ado::RecordsetPtr rs = Ejecuta(sql); !rs->Eof()) toma.formaPago = Celda(*rs, 0);

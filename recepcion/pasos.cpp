@@ -6,6 +6,7 @@
 #include "platform/com/texto.h"
 #include "platform/controls/grid.h"
 #include "publico/columnas.h"
+#include "publico/controles.h"
 #include "recepcion/cotizacion.h"
 #include "recepcion/huespedes.h"
 #include "recepcion/porque.h"
@@ -13,6 +14,8 @@
 namespace recepcion {
 
 namespace {
+
+namespace control = kv207::control;
 
 using kv207::kColumnasFijas;
 
@@ -25,7 +28,7 @@ int FilaDe(const controles::Grid& grid, const std::string& habitacion) {
 }
 
 void QuitaFiltros(controles::Formulario& tablero) {
-  for (const char* nombre : {"txtGrupo_Habitacion", "txtArea", "txtTipo_Habitacion"}) {
+  for (const char* nombre : {control::kGrupo, control::kArea, control::kTipo}) {
     auto* filtro = controles::Como<controles::LookupField>(tablero.Busca(nombre));
     if (filtro == nullptr || filtro->text() == "%") continue;
     tablero.Enfoca(*filtro);
@@ -37,7 +40,7 @@ void QuitaFiltros(controles::Formulario& tablero) {
 }  // namespace
 
 bool TecleaFolio(controles::Formulario& principal, const std::string& folio) {
-  auto* campo = controles::Como<controles::LookupField>(principal.Busca("txtFolio"));
+  auto* campo = controles::Como<controles::LookupField>(principal.Busca(control::kFolio));
   const auto* barra = principal.Primero<controles::ScreenToolbar>();
   if (campo == nullptr || barra == nullptr || barra->EnEdicion() || !campo->PuedeEnfocarse()) return false;
   principal.Enfoca(*campo);
@@ -47,7 +50,7 @@ bool TecleaFolio(controles::Formulario& principal, const std::string& folio) {
 }
 
 bool TecleaEstancia(controles::Formulario& principal, com::Fecha llegada, com::Fecha salida) {
-  const std::pair<const char*, com::Fecha> fechas[] = {{"dpFecha_llegada", llegada}, {"dpFecha_salida", salida}};
+  const std::pair<const char*, com::Fecha> fechas[] = {{control::kLlegada, llegada}, {control::kSalida, salida}};
   for (const auto& [nombre, dia] : fechas) {
     auto* campo = controles::Como<controles::DateField>(principal.Busca(nombre));
     if (campo == nullptr || !campo->AceptaEntrada()) return false;
@@ -59,7 +62,7 @@ bool TecleaEstancia(controles::Formulario& principal, com::Fecha llegada, com::F
 }
 
 std::string MarcaTramos(controles::Formulario& tablero, com::Fecha llegada, const std::vector<Tramo>& tramos) {
-  auto* porHabitacion = controles::Como<controles::Opcion>(tablero.Busca("opHabitacion"));
+  auto* porHabitacion = controles::Como<controles::Opcion>(tablero.Busca(control::kPorHabitacion));
   auto* grid = tablero.Primero<controles::Grid>();
   auto* barra = tablero.Primero<controles::ScreenToolbar>();
   if (porHabitacion == nullptr || grid == nullptr || barra == nullptr) return "No hay tablero";
@@ -86,15 +89,15 @@ std::string MarcaTramos(controles::Formulario& tablero, com::Fecha llegada, cons
 }
 
 void TecleaMoneda(controles::Formulario& principal, const std::string& moneda) {
-  const auto* campo = controles::Como<controles::LookupField>(principal.Busca("txtMoneda"));
+  const auto* campo = controles::Como<controles::LookupField>(principal.Busca(control::kMoneda));
   if (campo == nullptr || com::IgualSinCaja(campo->text(), moneda)) return;
-  static_cast<void>(TecleaClave(principal, "txtMoneda", moneda));
+  static_cast<void>(TecleaClave(principal, control::kMoneda, moneda));
 }
 
 std::optional<EstanciaCaptada> EstanciaEnCaptura(const controles::Formulario& principal) {
   const auto* barra = principal.Primero<controles::ScreenToolbar>();
-  const auto* llegada = controles::Como<controles::DateField>(principal.Busca("dpFecha_llegada"));
-  const auto* salida = controles::Como<controles::DateField>(principal.Busca("dpFecha_salida"));
+  const auto* llegada = controles::Como<controles::DateField>(principal.Busca(control::kLlegada));
+  const auto* salida = controles::Como<controles::DateField>(principal.Busca(control::kSalida));
   if (barra == nullptr || !barra->EnEdicion() || llegada == nullptr || salida == nullptr) return std::nullopt;
   if (llegada->Vacio() || salida->Vacio()) return std::nullopt;
   return EstanciaCaptada{{com::SoloFecha(llegada->valor()), com::SoloFecha(salida->valor())},
@@ -113,7 +116,7 @@ bool TecleaClave(controles::Formulario& principal, const std::string& campo, con
 namespace {
 
 void TecleaNotas(controles::Formulario& principal, const std::string& notas) {
-  auto* campo = controles::Como<controles::CampoNotas>(principal.Busca("txtNotas"));
+  auto* campo = controles::Como<controles::CampoNotas>(principal.Busca(control::kNotas));
   if (campo == nullptr || !campo->PuedeEnfocarse() || campo->locked()) return;
   if (campo->text().find(notas) != std::string::npos) return;
   principal.Enfoca(*campo);
@@ -130,7 +133,7 @@ void TecleaHabitacion(controles::Formulario& principal, const std::string& habit
 }
 
 bool SinForma(controles::Formulario& principal) {
-  const auto* campo = controles::Como<controles::LookupField>(principal.Busca("txtForma_Pago"));
+  const auto* campo = controles::Como<controles::LookupField>(principal.Busca(control::kFormaPago));
   return campo != nullptr && campo->PuedeEnfocarse() && campo->text().empty();
 }
 
@@ -152,7 +155,7 @@ bool EsSinPersonas(const controles::Grid& grid, int fila, const Tramo& t) {
 bool TecleaToma(controles::Formulario& principal, const std::string& campo, const Toma& toma) {
   if (!TecleaClave(principal, campo, toma.clave)) return false;
   if (!toma.formaPago.empty() && SinForma(principal)) {
-    static_cast<void>(TecleaClave(principal, "txtForma_Pago", toma.formaPago));
+    static_cast<void>(TecleaClave(principal, control::kFormaPago, toma.formaPago));
   }
   if (!toma.notas.empty()) TecleaNotas(principal, toma.notas);
   if (!toma.habitacion.empty()) TecleaHabitacion(principal, toma.habitacion);
@@ -186,7 +189,7 @@ void TecleaPersonas(controles::Formulario& principal, const Pedido& pedido, cons
 }
 
 void EnfocaLoQueFalta(controles::Formulario& principal) {
-  if (SinForma(principal)) principal.Enfoca(*principal.Busca("txtForma_Pago"));
+  if (SinForma(principal)) principal.Enfoca(*principal.Busca(control::kFormaPago));
 }
 
 }  // namespace recepcion

@@ -14,6 +14,7 @@
 #include "platform/controls/barra.h"
 #include "platform/regional/regional.h"
 #include "publico/captura.h"
+#include "publico/controles.h"
 #include "recepcion/cuadro.h"
 #include "recepcion/explicacion.h"
 
@@ -23,6 +24,7 @@ namespace {
 
 using controles::Grid;
 namespace col = kv207::col;
+namespace control = kv207::control;
 
 constexpr double kCentavo = 0.005;
 
@@ -198,7 +200,7 @@ Noches EstanciaDe(const controles::Formulario& principal) {
     const auto* fecha = controles::Como<controles::DateField>(principal.Busca(campo));
     return fecha == nullptr ? com::Fecha{} : com::SoloFecha(fecha->valor());
   };
-  return {dia("dpFecha_llegada"), dia("dpFecha_salida")};
+  return {dia(control::kLlegada), dia(control::kSalida)};
 }
 
 // First and last day of the lines.
@@ -231,7 +233,7 @@ bool Incluye(const std::vector<Renglon>& renglones, const Renglon& r, const Noch
 }
 
 std::string FolioDe(const controles::Formulario& principal) {
-  const auto* folio = controles::Como<controles::LookupField>(principal.Busca("txtFolio"));
+  const auto* folio = controles::Como<controles::LookupField>(principal.Busca(control::kFolio));
   return folio == nullptr ? "" : folio->text();
 }
 

@@ -4,6 +4,7 @@
 
 #include "platform/com/error.h"
 #include "publico/columnas.h"
+#include "publico/controles.h"
 #include "publico/publico.h"
 
 namespace kv207 {
@@ -141,52 +142,52 @@ std::vector<controles::Columna> ColumnasReservacion() {
 }  // namespace
 
 frmKV207::frmKV207(frmDisponibilidad& tablero)
-    : Formulario("frmKV207", "Reservaciones", kAncho, kAlto),
-      Controles(*this, "Controles", {0, 0, kAncho, 600},
+    : Formulario(forma::kReservacion, "Reservaciones", kAncho, kAlto),
+      Controles(*this, control::kBarra, {0, 0, kAncho, 600},
                 {Accion::Nuevo, Accion::Editar, Accion::Aceptar, Accion::Limpiar, Accion::Confirmar, Accion::Eliminar,
                  Accion::Reactivar, Accion::Correo, Accion::Registro, Accion::Cerrar}),
-      txtFolio(*this, "txtFolio", Campo(1500, 0, 1800), DisenoFolio()),
-      dpFecha(*this, "dpFecha", Campo(4260, 0, 1680)),
-      txtSucursal(*this, "txtSucursal", Clave(1)),
-      txtCliente(*this, "txtCliente", Clave(2), DisenoCliente(txtNCliente)),
+      txtFolio(*this, control::kFolio, Campo(1500, 0, 1800), DisenoFolio()),
+      dpFecha(*this, control::kFecha, Campo(4260, 0, 1680)),
+      txtSucursal(*this, control::kSucursal, Clave(1)),
+      txtCliente(*this, control::kCliente, Clave(2), DisenoCliente(txtNCliente)),
       txtNCliente(*this, "txtNCliente", Nombre(2), DisenoNombre()),
-      cmdCliente(*this, "cmdCliente", Boton(2), "…"),
-      txtHuesped(*this, "txtHuesped", Clave(3), DisenoCliente(txtNHuesped)),
-      txtNHuesped(*this, "txtNHuesped", Nombre(3), DisenoNombre()),
-      cmdHuesped(*this, "cmdHuesped", Boton(3), "…"),
-      txtForma_Pago(*this, "txtForma_Pago", Clave(4),
+      cmdCliente(*this, control::kFichaCliente, Boton(2), "…"),
+      txtHuesped(*this, control::kHuesped, Clave(3), DisenoCliente(txtNHuesped)),
+      txtNHuesped(*this, control::kNombreHuesped, Nombre(3), DisenoNombre()),
+      cmdHuesped(*this, control::kFichaHuesped, Boton(3), "…"),
+      txtForma_Pago(*this, control::kFormaPago, Clave(4),
                     DisenoClave("FORMA_PAGO",
                                 "SELECT Fp_Descripcion  FROM Forma_Pago WHERE Fp_Cve_Forma_Pago='?' AND "
                                 "Es_Cve_Estado <> 'BA'",
                                 txtNForma_Pago, "CA016")),
       txtNForma_Pago(*this, "txtNForma_Pago", Nombre(4), DisenoNombre()),
       txtMoneda(
-          *this, "txtMoneda", Clave(5),
+          *this, control::kMoneda, Clave(5),
           DisenoClave("MONEDA", "SELECT Mn_Descripcion FROM  Moneda WHERE Mn_Cve_Moneda='?' AND Es_Cve_Estado <>'BA'",
                       txtNMoneda, "CA039")),
       txtNMoneda(*this, "txtNMoneda", Campo(3300, 5, 1620), DisenoNombre()),
-      txtTipoCambio(*this, "txtTipoCambio", Campo(5880, 5, 1470), DisenoNumero()),
-      dpFecha_llegada(*this, "dpFecha_llegada", Campo(8850, 0, 1680)),
-      dpFecha_salida(*this, "dpFecha_salida", Campo(11400, 0, 1680)),
-      txtDias(*this, "txtDias", Campo(13980, 0, 840), DisenoNumero()),
-      txtReferencia(*this, "txtReferencia", Campo(8850, 1, 5970)),
+      txtTipoCambio(*this, control::kTipoCambio, Campo(5880, 5, 1470), DisenoNumero()),
+      dpFecha_llegada(*this, control::kLlegada, Campo(8850, 0, 1680)),
+      dpFecha_salida(*this, control::kSalida, Campo(11400, 0, 1680)),
+      txtDias(*this, control::kDias, Campo(13980, 0, 840), DisenoNumero()),
+      txtReferencia(*this, control::kReferencia, Campo(8850, 1, 5970)),
       txtComentario(*this, "txtComentario", Campo(8850, 2, 5970)),
-      txtNotas(*this, "txtNotas", {8850, Renglon(3), 5580, 2 * 420 + kAltoCampo}),
-      cmdNotas(*this, "cmdNotas", Campo(14490, 3, 330), "…"),
-      frTarjeta(*this, "frTarjeta", {180, 3270, 11900, 780}, "Datos de la tarjeta"),
+      txtNotas(*this, control::kNotas, {8850, Renglon(3), 5580, 2 * 420 + kAltoCampo}),
+      cmdNotas(*this, control::kEditaNotas, Campo(14490, 3, 330), "…"),
+      frTarjeta(*this, control::kTarjeta, {180, 3270, 11900, 780}, "Datos de la tarjeta"),
       txtBanco(*this, "txtBanco", EnMarco(780, kTopTarjeta, 1860)),
       txtTarjeta(*this, "txtTarjeta", EnMarco(3540, kTopTarjeta, 2280)),
       txtCodigo(*this, "txtCodigo", EnMarco(6660, kTopTarjeta, 900)),
       dpVencimiento(*this, "dpVencimiento", EnMarco(8340, kTopTarjeta, 1680)),
       chkMostrarCodigo(*this, "chkMostrarCodigo", EnMarco(10140, kTopTarjeta, 1710), "Mostrar código"),
-      cmdDisponibilidad(*this, "cmdDisponibilidad", {12300, 3450, 2520, 450}, "[F6] Disponibilidad"),
-      ssReservaciones(*this, "ssReservaciones", {180, 4170, 14640, 4770}, ColumnasReservacion()),
+      cmdDisponibilidad(*this, control::kAbreTablero, {12300, 3450, 2520, 450}, "[F6] Disponibilidad"),
+      ssReservaciones(*this, control::kRenglones, {180, 4170, 14640, 4770}, ColumnasReservacion()),
       pcFecha(*this, "pcFecha", {180, 4455, 2127, 265}),
       dpFechaGrid(*this, "dpFechaGrid", {0, 0, 2160, 298}),
-      frTotales(*this, "frTotales", {6180, 9040, 8640, 660}),
-      txtSubTotal(*this, "txtSubTotal", EnMarco(960, kTopTotales, 1800), DisenoNumero(true)),
-      txtImpuestos(*this, "txtImpuestos", EnMarco(3900, kTopTotales, 1800), DisenoNumero(true)),
-      txtTotal(*this, "txtTotal", EnMarco(6480, kTopTotales, 2040), DisenoNumero(true)),
+      frTotales(*this, control::kTotales, {6180, 9040, 8640, 660}),
+      txtSubTotal(*this, control::kSubTotal, EnMarco(960, kTopTotales, 1800), DisenoNumero(true)),
+      txtImpuestos(*this, control::kImpuestos, EnMarco(3900, kTopTotales, 1800), DisenoNumero(true)),
+      txtTotal(*this, control::kTotal, EnMarco(6480, kTopTotales, 2040), DisenoNumero(true)),
       tablero_(tablero) {
   DisenaGrupos();
   DisenaContenedores();

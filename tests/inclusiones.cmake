@@ -1,7 +1,7 @@
 # What the table "The house" of ARCHITECTURE.md allows each folder to include is what its files include. A row's third
 # cell names folders in back quotes, which stand in rows above it, so that no cycle can be written down; and Qt, SQLite,
-# libpq, ICU, libcurl or libsodium where the folder may use them. The desktop's views serve any screen: the name of a
-# form or control of one stands in pistas.cpp.
+# libpq, ICU, libcurl or libsodium where the folder may use them. The desktop's views serve any screen: what names a
+# form or control of one is pistas.cpp; and whoever names one does so by publico/controles.h.
 cmake_policy(VERSION 3.25)
 file(STRINGS ${RAIZ}/ARCHITECTURE.md renglones REGEX "^[|] `[a-z]+/")
 list(LENGTH renglones n)
@@ -74,9 +74,17 @@ if(n LESS 20)
   message(FATAL_ERROR "Only ${n} files of views found")
 endif()
 foreach(archivo IN LISTS vistas)
-  file(STRINGS ${RAIZ}/${archivo} nombres REGEX "\"(frm|txt|cmd|dp|op|chk|ss|pc|lbl)_?[A-Z]")
+  file(STRINGS ${RAIZ}/${archivo} nombres REGEX "(control|forma)::k[A-Z]")
   if(nombres)
     list(APPEND malas "${archivo} names a screen's control: ${nombres}")
+  endif()
+endforeach()
+file(GLOB_RECURSE ajenos RELATIVE ${RAIZ} ${RAIZ}/desktop/*.h ${RAIZ}/desktop/*.cpp ${RAIZ}/guion/*.h ${RAIZ}/guion/*.cpp
+  ${RAIZ}/recepcion/*.h ${RAIZ}/recepcion/*.cpp)
+foreach(archivo IN LISTS ajenos)
+  file(STRINGS ${RAIZ}/${archivo} nombres REGEX "\"(frm|fr|txt|cmd|dp|op|chk|ss|pc|lbl)_?[A-Z]")
+  if(nombres)
+    list(APPEND malas "${archivo} spells a control that publico/controles.h names: ${nombres}")
   endif()
 endforeach()
 

@@ -19,6 +19,7 @@
 
 #include "availability/frmDisponibilidad.h"
 #include "bench/hotel.h"
+#include "component/nombres.h"
 #include "desktop/escritorio_qt.h"
 #include "desktop/estilo.h"
 #include "desktop/ventana_cuadro.h"
@@ -232,7 +233,7 @@ int Mide(int argc, char** argv) {
   controles::FijaEscritorio(&escritorio);
   guion::Componente componente;
   componente.Abre(anfitrion.Padre());
-  auto& renglones = dynamic_cast<controles::Grid&>(*componente.formulario().Busca("ssReservaciones"));
+  auto& renglones = dynamic_cast<controles::Grid&>(*componente.formulario().Busca(kv207::control::kRenglones));
   Testigo pantalla(Celdas(escritorio, componente.formulario(), renglones));
   EsperaPintado(pantalla);
   // The clerk's hands are on the keyboard: the pointer rests below, where nothing lights up.
@@ -241,9 +242,9 @@ int Mide(int argc, char** argv) {
 
   controles::Formulario& reservacion = componente.formulario();
   auto& tablero = dynamic_cast<kv207::frmDisponibilidad&>(componente.tablero());
-  dynamic_cast<controles::ScreenToolbar&>(*reservacion.Busca("Controles")).Pulsa(controles::Accion::Nuevo);
-  auto& llegada = dynamic_cast<controles::DateField&>(*reservacion.Busca("dpFecha_llegada"));
-  auto& dias = dynamic_cast<controles::LookupField&>(*reservacion.Busca("txtDias"));
+  dynamic_cast<controles::ScreenToolbar&>(*reservacion.Busca(kv207::control::kBarra)).Pulsa(controles::Accion::Nuevo);
+  auto& llegada = dynamic_cast<controles::DateField&>(*reservacion.Busca(kv207::control::kLlegada));
+  auto& dias = dynamic_cast<controles::LookupField&>(*reservacion.Busca(kv207::control::kDias));
   llegada.Fija(banco::Hoy());
   dias.Teclea(std::to_string(banco::kNoches));
 
