@@ -17,6 +17,7 @@
 #include "desktop/vista.h"
 #include "host/standalone/anfitrion.h"
 #include "host/standalone/busquedas.h"
+#include "host/standalone/catalogos.h"
 #include "host/standalone/documento.h"
 #include "host/standalone/parametros.h"
 #include "host/standalone/version.h"
@@ -119,13 +120,13 @@ void PoneMenu(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion, Mostrado
   };
   sale("&Parte del día…", MuestraParte);
   sale("Ca&lendario de una habitación…", ExportaCalendario);
-  opcion("&Clientes…", "CA014");
-  opcion("&Formas de pago…", "CA016");
-  opcion("&Monedas y tipos de cambio…", "CA039");
-  opcion("&Habitaciones, tipos y tarifas…", "CA153");
-  opcion("&Bitácora…", "BITACORA");
-  opcion("Co&rreos…", "CORREOS");
-  opcion("C&onfiguración…", "CONFIG");
+  opcion("&Clientes…", anfitrion::pantalla::kClientes);
+  opcion("&Formas de pago…", anfitrion::pantalla::kFormasPago);
+  opcion("&Monedas y tipos de cambio…", anfitrion::pantalla::kMonedas);
+  opcion("&Habitaciones, tipos y tarifas…", anfitrion::pantalla::kHabitaciones);
+  opcion("&Bitácora…", anfitrion::pantalla::kBitacora);
+  opcion("Co&rreos…", anfitrion::pantalla::kCorreos);
+  opcion("C&onfiguración…", anfitrion::pantalla::kConfiguracion);
   menu.push_back({QStringLiteral("&Ver la lista de pendientes…"),
                   [&escritorio, &anfitrion] { MuestraPendientes(anfitrion, escritorio); }, 0});
   menu.push_back({QStringLiteral("&Manual"), [&mostrador] { mostrador.AbreAyuda(); }, Qt::Key_F1, kAyuda});

@@ -333,7 +333,7 @@ void AbreCatalogos(autonomo::Conexion& conexion, const std::string& codigo, QWid
                    const HojaInicial& inicial) {
   const auto catalogos = autonomo::CatalogosDe(codigo);
   if (catalogos.empty()) return;
-  const bool configuracion = codigo == "CONFIG";
+  const bool configuracion = codigo == anfitrion::pantalla::kConfiguracion;
   Ficha ficha(configuracion ? QStringLiteral("Configuración") : Q(catalogos.front()->titulo), padre);
   ficha.setObjectName(QStringLiteral("catalogos"));
   if (catalogos.size() == 1) {

@@ -48,7 +48,8 @@ class Editor : public QDialog {
 struct HojaInicial {
   std::string tabla, parametro;
 };
-// The list-and-edit dialog of the catalogues behind a screen code; of "CONFIG" the parameters come first.
+// The list-and-edit dialog of the catalogues behind a screen of the host; of its configuration the parameters come
+// first.
 void AbreCatalogos(autonomo::Conexion& conexion, const std::string& codigo, QWidget* padre,
                    const HojaInicial& inicial = {});
 

@@ -29,7 +29,7 @@ class EscritorioQt : public controles::Escritorio {
     std::function<void(controles::Formulario&)> modal;
   };
   void FijaPiloto(Piloto piloto);
-  // Host screens by name ("CA014", "MuestraCliente", ...); nothing is shown for a name that has none.
+  // Host screens by name (anfitrion::pantalla); nothing is shown for a name that has none.
   using PantallaAnfitrion = std::function<void(const std::vector<com::Variant>& argumentos, QWidget* padre)>;
   void Registra(const std::string& pantalla, PantallaAnfitrion abre) { pantallas_[pantalla] = std::move(abre); }
   // Keeps a class of the windows' own registered as long as they live.

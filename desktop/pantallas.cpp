@@ -16,6 +16,7 @@
 #include "desktop/listas.h"
 #include "desktop/tablas.h"
 #include "desktop/visor.h"
+#include "host/standalone/catalogos.h"
 #include "host/standalone/documento.h"
 #include "host/standalone/permisos.h"
 #include "host/standalone/precios.h"
@@ -25,6 +26,8 @@
 #include "schema/esquema.h"
 
 namespace vista {
+
+namespace pantalla = anfitrion::pantalla;
 
 std::string BuscaReservacion(autonomo::Conexion& conexion, EscritorioQt& escritorio) {
   std::vector<std::pair<std::string, std::string>> filas;
@@ -130,7 +133,7 @@ void MuestraPrecios(autonomo::Conexion& conexion, com::Fecha noche, QWidget* pad
 
 void AbreConfiguracion(autonomo::Anfitrion& anfitrion, QWidget* padre, const HojaInicial& hoja) {
   if (autonomo::PuedeConfigurar(*anfitrion.conexion(), anfitrion.usuario())) {
-    return AbreCatalogos(*anfitrion.conexion(), "CONFIG", padre, hoja);
+    return AbreCatalogos(*anfitrion.conexion(), pantalla::kConfiguracion, padre, hoja);
   }
   Avisa("El usuario " + anfitrion.usuario() + " no puede abrir la configuración.\r\nPida el permiso " +
             autonomo::kPermisoConfiguracion + " a quien lo tenga.",
@@ -141,24 +144,25 @@ void RegistraPantallas(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion,
                        const std::function<void(const std::string& folio)>& abre) {
   const auto base = [&anfitrion]() -> autonomo::Conexion& { return *anfitrion.conexion(); };
   using Argumentos = std::vector<com::Variant>;
-  for (const char* codigo : {"CA014", "CA016", "CA039", "CA153"}) {
+  for (const char* codigo : {pantalla::kClientes, pantalla::kFormasPago, pantalla::kMonedas, pantalla::kHabitaciones}) {
     escritorio.Registra(codigo,
                         [base, codigo](const Argumentos&, QWidget* padre) { AbreCatalogos(base(), codigo, padre); });
   }
-  escritorio.Registra("CONFIG",
+  escritorio.Registra(pantalla::kConfiguracion,
                       [&anfitrion](const Argumentos&, QWidget* padre) { AbreConfiguracion(anfitrion, padre); });
-  escritorio.Registra("BITACORA",
+  escritorio.Registra(pantalla::kBitacora,
                       [&anfitrion](const Argumentos&, QWidget* padre) { MuestraBitacora(anfitrion, padre); });
-  escritorio.Registra("CORREOS", [&anfitrion](const Argumentos&, QWidget* padre) { MuestraBandeja(anfitrion, padre); });
-  escritorio.Registra("MuestraCliente", [base, abre](const Argumentos& a, QWidget* padre) {
+  escritorio.Registra(pantalla::kCorreos,
+                      [&anfitrion](const Argumentos&, QWidget* padre) { MuestraBandeja(anfitrion, padre); });
+  escritorio.Registra(pantalla::kMuestraCliente, [base, abre](const Argumentos& a, QWidget* padre) {
     const std::string folio = MuestraCliente(base(), com::CStr(a.at(0)), padre);
     // Once the button that opened the record has done its part.
     if (!folio.empty() && padre != nullptr) Despues(*padre, [abre, folio] { Corre([&] { abre(folio); }); });
   });
-  escritorio.Registra("MuestraPrecios", [base](const Argumentos& a, QWidget* padre) {
+  escritorio.Registra(pantalla::kMuestraPrecios, [base](const Argumentos& a, QWidget* padre) {
     MuestraPrecios(base(), com::SoloFecha(com::CDate(a.at(0))), padre);
   });
-  escritorio.Registra("MuestraRegistro", [base](const Argumentos& a, QWidget* padre) {
+  escritorio.Registra(pantalla::kMuestraRegistro, [base](const Argumentos& a, QWidget* padre) {
     MuestraRegistro(base(), com::CStr(a.at(0)), com::CStr(a.at(1)), com::CStr(a.at(2)), padre);
   });
 }

@@ -110,7 +110,7 @@ void VentanaPendientes::Arregla() {
   const std::string codigo(autonomo::PantallaDe(p.tabla));
   const HojaInicial hoja{p.tabla, p.parametro};
   Corre([&] {
-    if (codigo == "CONFIG") {
+    if (codigo == anfitrion::pantalla::kConfiguracion) {
       AbreConfiguracion(anfitrion_, this, hoja);
     } else {
       AbreCatalogos(*anfitrion_.conexion(), codigo, this, hoja);

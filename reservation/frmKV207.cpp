@@ -2,6 +2,7 @@
 // fields for support tools.
 #include "reservation/frmKV207.h"
 
+#include "host/contract/pantallas.h"
 #include "platform/com/error.h"
 #include "publico/columnas.h"
 #include "publico/controles.h"
@@ -54,7 +55,7 @@ DisenoLookup DisenoClave(const char* idconsulta, const char* sql, LookupField& n
 DisenoLookup DisenoCliente(LookupField& nombre) {
   return DisenoClave("CLIENTE",
                      "SELECT Cl_Razon_Social_1 FROM Cliente WHERE CL_Cve_Cliente= '?' AND Es_Cve_Estado <> 'BA'",
-                     nombre, "CA014");
+                     nombre, anfitrion::pantalla::kClientes);
 }
 
 DisenoLookup DisenoNombre() {
@@ -159,12 +160,12 @@ frmKV207::frmKV207(frmDisponibilidad& tablero)
                     DisenoClave("FORMA_PAGO",
                                 "SELECT Fp_Descripcion  FROM Forma_Pago WHERE Fp_Cve_Forma_Pago='?' AND "
                                 "Es_Cve_Estado <> 'BA'",
-                                txtNForma_Pago, "CA016")),
+                                txtNForma_Pago, anfitrion::pantalla::kFormasPago)),
       txtNForma_Pago(*this, "txtNForma_Pago", Nombre(4), DisenoNombre()),
       txtMoneda(
           *this, control::kMoneda, Clave(5),
           DisenoClave("MONEDA", "SELECT Mn_Descripcion FROM  Moneda WHERE Mn_Cve_Moneda='?' AND Es_Cve_Estado <>'BA'",
-                      txtNMoneda, "CA039")),
+                      txtNMoneda, anfitrion::pantalla::kMonedas)),
       txtNMoneda(*this, "txtNMoneda", Campo(3300, 5, 1620), DisenoNombre()),
       txtTipoCambio(*this, control::kTipoCambio, Campo(5880, 5, 1470), DisenoNumero()),
       dpFecha_llegada(*this, control::kLlegada, Campo(8850, 0, 1680)),

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "host/contract/pantallas.h"
 #include "platform/regional/regional.h"
 #include "publico/avisos.h"
 #include "publico/columnas.h"
@@ -132,7 +133,6 @@ void ArmaLimitePersonas(ado::TextoSQL& sql, std::string_view habitacion) {
 
 namespace {
 
-constexpr const char* kPantallaHabitaciones = "CA153";
 constexpr int kTamanioCatalogo = 100;
 
 std::string TextoDelRenglon(const controles::Grid& grid, std::string_view columna) {
@@ -471,7 +471,7 @@ void frmKV207::ssReservaciones_KeyUp(int codigo, int) {
     ssReservaciones_RowCommitted();
   } else if (codigo == tecla::kF3) {
     if (!Padre) throw com::Error(com::error::kSinObjeto, "La variable de objeto no está establecida: Padre");
-    const com::Variant argumentos[] = {kPantallaHabitaciones};
+    const com::Variant argumentos[] = {anfitrion::pantalla::kHabitaciones};
     Padre->Llama("Ejecutar", argumentos);
   }
 }

@@ -268,7 +268,7 @@ void Hotel::Configuracion() {
     Fila("Parametro (Pm_Clave, Pm_Valor)", {Lit(clave), Lit(std::to_string(color))});
   }
   for (const char* opcion : {permiso::kFecha, permiso::kDescuento, permiso::kPrecio, permiso::kConfiguracion}) {
-    Fila("Permiso (Pe_Usuario, Pe_Pantalla, Pe_Opcion)", {Lit("RECEPCION"), Lit("KV207"), Lit(opcion)});
+    Fila("Permiso (Pe_Usuario, Pe_Pantalla, Pe_Opcion)", {Lit("RECEPCION"), Lit(anfitrion::kPantalla), Lit(opcion)});
   }
   Textos();
 }

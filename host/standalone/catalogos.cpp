@@ -2,11 +2,13 @@
 
 #include <algorithm>
 
+#include "host/contract/servicios.h"
 #include "host/standalone/parametros.h"
 #include "platform/com/variant.h"
 
 namespace autonomo {
 
+namespace pantalla = anfitrion::pantalla;
 namespace parametro = anfitrion::parametro;
 
 namespace {
@@ -20,13 +22,13 @@ struct Pantalla {
 };
 const std::vector<Pantalla>& Pantallas() {
   static const std::vector<Pantalla> pantallas{
-      {"CA014", {"Cliente"}},
-      {"CA016", {"Forma_Pago"}},
-      {"CA039", {"Moneda", "Tipo_Cambio"}},
-      {"CA153",
+      {pantalla::kClientes, {"Cliente"}},
+      {pantalla::kFormasPago, {"Forma_Pago"}},
+      {pantalla::kMonedas, {"Moneda", "Tipo_Cambio"}},
+      {pantalla::kHabitaciones,
        {"Habitacion", "Habitacion_Bloqueo", "Tipo_Habitacion", "Grupo_Habitacion", "Area_Habitacion", "Producto",
         "Producto_Precio", "Tarifa", "Impuesto"}},
-      {"CONFIG", {"Permiso", "Sucursal", "Plantilla", "Formato"}},
+      {pantalla::kConfiguracion, {"Permiso", "Sucursal", "Plantilla", "Formato"}},
   };
   return pantallas;
 }
@@ -110,7 +112,7 @@ const std::vector<Catalogo>& Catalogos() {
        true},
       {"Permiso", "Permisos",
        {{"Pe_Usuario", "Usuario", Clave, kLlave, kObligatorio},
-        {"Pe_Pantalla", "Pantalla", Clave, kLlave, kObligatorio, "", "KV207"},
+        {"Pe_Pantalla", "Pantalla", Clave, kLlave, kObligatorio, "", anfitrion::kPantalla},
         {"Pe_Opcion", "Opción", Clave, kLlave, kObligatorio, "", "CHFECHA, CHPR02, CHDS02, CHTC01, CHCONF o CHTARJ"}}},
       {"Plantilla", "Plantillas de correo",
        {{"Pt_Cve_Plantilla", "Clave", Clave, kLlave, kObligatorio},
@@ -140,7 +142,7 @@ std::string_view PantallaDe(std::string_view tabla) {
   for (const Pantalla& p : Pantallas()) {
     if (std::ranges::find(p.tablas, tabla) != p.tablas.end()) return p.codigo;
   }
-  return "CONFIG";
+  return pantalla::kConfiguracion;
 }
 
 const Catalogo* BuscaCatalogo(std::string_view tabla) {

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/contract/pantallas.h"
 #include "host/standalone/conexion.h"
 #include "platform/listado/listado.h"
 
@@ -42,11 +43,10 @@ struct Catalogo {
 };
 
 const std::vector<Catalogo>& Catalogos();
-// Catalogues behind a host screen code ("CA014" clients, "CA016" payment forms, "CA039" currencies, "CA153" rooms,
-// "CONFIG" set-up of the hotel); none for another code.
+// Catalogues behind a screen of the host (anfitrion::pantalla); none for another code.
 std::vector<const Catalogo*> CatalogosDe(std::string_view codigo);
 const Catalogo* BuscaCatalogo(std::string_view tabla);
-// The screen code behind which a table is edited; "CONFIG" for what is no catalogue (parameters, users).
+// The screen behind which a table is edited; kConfiguracion for what is no catalogue (parameters, users).
 std::string_view PantallaDe(std::string_view tabla);
 
 // A row: one value for each field, in order, then whether it is withdrawn.

@@ -2,6 +2,7 @@
 #include <cmath>
 #include <vector>
 
+#include "host/contract/pantallas.h"
 #include "host/standalone/anfitrion.h"
 #include "host/standalone/fabricas.h"
 #include "host/standalone/impuestos.h"
@@ -163,11 +164,11 @@ class ServicioHotel : public com::Objeto<anfitrion::Hotel> {
 
   void MuestraPrecios(com::Fecha fecha) override {
     const registro::Operacion operacion("Hotel.MuestraPrecios");
-    Abre("MuestraPrecios", {fecha});
+    Abre(anfitrion::pantalla::kMuestraPrecios, {fecha});
   }
   void MuestraCliente(const std::string& clave, int tipo, const std::string& folio) override {
     const registro::Operacion operacion("Hotel.MuestraCliente");
-    Abre("MuestraCliente", {clave, tipo, folio});
+    Abre(anfitrion::pantalla::kMuestraCliente, {clave, tipo, folio});
   }
 
  private:

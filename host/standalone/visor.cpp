@@ -1,4 +1,5 @@
 // Record viewer: shows one record of a table.
+#include "host/contract/pantallas.h"
 #include "host/standalone/anfitrion.h"
 #include "host/standalone/fabricas.h"
 #include "host/standalone/nombres.h"
@@ -19,7 +20,8 @@ class ServicioVisorRegistro : public com::Objeto<anfitrion::VisorRegistro> {
     const registro::Operacion operacion("VisorRegistro.MuestraRegistro");
     const NombresDeTabla nombres = RevisaNombres(tabla, {columna});
     host_.AnotaVisto({nombres.tabla, nombres.columnas.front(), clave});
-    controles::EscritorioActual().AbrePantalla("MuestraRegistro", {nombres.tabla, nombres.columnas.front(), clave});
+    controles::EscritorioActual().AbrePantalla(anfitrion::pantalla::kMuestraRegistro,
+                                               {nombres.tabla, nombres.columnas.front(), clave});
   }
 
  private:
