@@ -191,7 +191,7 @@ std::string Bloqueo::Revisa(const std::string& usuario, const std::string& contr
   }
   const std::string pregunta =
       "¿Cerrar la sesión de " + propio + "? Lo que esté capturando se pierde; lo aceptado ya está guardado.";
-  if (!Confirma(pregunta, 308, dialogo_)) return "Sigue la sesión de " + propio;
+  if (!Confirma(pregunta, caja::kAviso, dialogo_)) return "Sigue la sesión de " + propio;
   termina_ = true;
   return {};
 }

@@ -444,7 +444,7 @@ void Asistente::reject() {
   if (Escrito() != vacio_ &&
       !Confirma("El hotel todavía no está hecho: si sale ahora, nada de lo que escribió se guarda. Con No sigue donde "
                 "estaba.\r\n¿Desea salir y perderlo?",
-                308, this)) {
+                caja::kAviso, this)) {
     return;
   }
   QWizard::reject();

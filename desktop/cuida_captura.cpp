@@ -15,8 +15,6 @@ namespace vista {
 
 namespace {
 
-constexpr int kSiNo = 36;  // Yes and No, Yes first
-
 // One name for a file however it was written.
 std::string NombreDe(const autonomo::Anfitrion& anfitrion) {
   std::error_code ec;
@@ -117,7 +115,7 @@ bool CuidaCaptura::Ofrece() {
     if (!motivo.empty()) {
       return Avisa("Quedó una captura sin guardar, pero su borrador no se puede leer (" + motivo +
                        ").\r\nNo se repuso nada; el borrador se conserva en\r\n" + ruta,
-                   48, escritorio_.Frente());
+                   caja::kAviso, escritorio_.Frente());
     }
     switch (Pregunta(borrador, hallado)) {
       case Respuesta::No:
@@ -158,7 +156,7 @@ CuidaCaptura::Respuesta CuidaCaptura::Pregunta(const recepcion::Borrador& borrad
   texto += "\r\n¿Desea recuperarla? Con No se olvida.";
   controles::CajaMensaje mensaje;
   mensaje.texto = texto;
-  mensaje.estilo = kSiNo;
+  mensaje.estilo = caja::kPregunta | caja::kSiNo;
   mensaje.titulo = "Recuperar captura";
   CajaAviso caja(mensaje, escritorio_.Frente());
   caja.setEscapeButton(caja.addButton(QStringLiteral("&Después"), QMessageBox::RejectRole));
@@ -181,7 +179,7 @@ bool CuidaCaptura::Repone(const recepcion::Borrador& borrador, const autonomo::B
   } catch (const com::Error& e) {
     Avisa("No se pudo recuperar la captura: " + e.Descripcion() +
               ".\r\nSe conserva, y se vuelve a ofrecer la próxima vez.",
-          48, escritorio_.Frente());
+          caja::kAviso, escritorio_.Frente());
     return false;
   }
   // What another version wrote may mean something else there: no part of it alone.
@@ -190,14 +188,14 @@ bool CuidaCaptura::Repone(const recepcion::Borrador& borrador, const autonomo::B
     const std::string ruta = borradores_.ApartaIlegible();
     Avisa("La captura la dejó otra versión del programa y no vuelve entera:\r\n" + EnLista(faltan) +
               "\r\n\r\nNo se repuso nada; el borrador se conserva en\r\n" + ruta,
-          48, escritorio_.Frente());
+          caja::kAviso, escritorio_.Frente());
     escritorio_.VuelveAlFrente();
     return false;
   }
   quitados_.Fija(borrador.quitados);
   if (std::string tarjeta = recepcion::FaltaTarjeta(borrador); !tarjeta.empty()) faltan.push_back(std::move(tarjeta));
   if (!faltan.empty()) {
-    Avisa("La captura se recuperó, menos esto:\r\n" + EnLista(faltan), 48, escritorio_.Frente());
+    Avisa("La captura se recuperó, menos esto:\r\n" + EnLista(faltan), caja::kAviso, escritorio_.Frente());
     escritorio_.VuelveAlFrente();
   }
   if (!borrador.aMedias.empty()) TecleaLoTecleado(escritorio_, borrador);

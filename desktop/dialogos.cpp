@@ -27,14 +27,14 @@ namespace {
 constexpr int kLado = 40;  // icon, pixels
 
 std::pair<QString, QColor> IconoDe(int estilo) {
-  switch (estilo & 0x70) {
-    case 16:
+  switch (estilo & caja::kIconos) {
+    case caja::kCritico:
       return {QStringLiteral("critico"), Colores().peligro};
-    case 32:
+    case caja::kPregunta:
       return {QStringLiteral("pregunta"), Colores().informe};
-    case 48:
+    case caja::kAviso:
       return {QStringLiteral("aviso"), Colores().aviso};
-    case 64:
+    case caja::kInforme:
       return {QStringLiteral("informe"), Colores().informe};
     default:
       return {QString(), QColor()};
@@ -102,12 +102,12 @@ void CajaAviso::CreaBotones(int estilo) {
     b->setMinimumWidth(84);
     botones_.emplace_back(respuesta, b);
   };
-  switch (estilo & 7) {
-    case 1:
+  switch (estilo & caja::kBotones) {
+    case caja::kAceptarCancelar:
       agrega(controles::kAceptar, "&Aceptar", QMessageBox::AcceptRole);
       agrega(controles::kCancelar, "&Cancelar", QMessageBox::RejectRole);
       break;
-    case 4:
+    case caja::kSiNo:
       agrega(controles::kSi, "&Sí", QMessageBox::YesRole);
       agrega(controles::kNo, "&No", QMessageBox::NoRole);
       break;
@@ -146,17 +146,17 @@ int Pregunta(const std::string& texto, int estilo, QWidget* padre, const char* t
 
 }  // namespace
 
-void Avisa(const std::string& texto, int estilo, QWidget* padre, const char* titulo) {
-  Pregunta(texto, estilo, padre, titulo);
+void Avisa(const std::string& texto, int icono, QWidget* padre, const char* titulo) {
+  Pregunta(texto, icono, padre, titulo);
 }
 
-bool Confirma(const std::string& pregunta, int estilo, QWidget* padre) {
-  return Pregunta(pregunta, estilo, padre, "Reservaciones") == controles::kSi;
+bool Confirma(const std::string& pregunta, int icono, QWidget* padre) {
+  return Pregunta(pregunta, icono | caja::kSiNo | caja::kSegundo, padre, "Reservaciones") == controles::kSi;
 }
 
 bool PermiteDejar(bool hayAlgo, QWidget* padre) {
-  return !hayAlgo ||
-         Confirma("Lo que escribió no se ha guardado. Con No sigue donde estaba.\r\n¿Desea perderlo?", 308, padre);
+  return !hayAlgo || Confirma("Lo que escribió no se ha guardado. Con No sigue donde estaba.\r\n¿Desea perderlo?",
+                              caja::kAviso, padre);
 }
 
 // --- EditorNotas

@@ -79,10 +79,11 @@ class Busqueda : public QDialog {
 // without a window manager.
 int Atiende(QDialog& dialogo);
 
-// A box of the program's own with one button; estilo gives its icon, as in CajaMensaje.
-void Avisa(const std::string& texto, int estilo, QWidget* padre, const char* titulo = "Reservaciones");
-// One with Yes and No; estilo gives icon and default button.
-bool Confirma(const std::string& pregunta, int estilo, QWidget* padre);
+namespace caja = controles::caja;
+// A box of the program's own with one button; icono: kCritico, kAviso or kInforme.
+void Avisa(const std::string& texto, int icono, QWidget* padre, const char* titulo = "Reservaciones");
+// One with Yes and No, where Enter says no; icono: kPregunta or kAviso.
+bool Confirma(const std::string& pregunta, int icono, QWidget* padre);
 // Whether a dialog may be left: asks where something was typed in it that is stored nowhere.
 bool PermiteDejar(bool hayAlgo, QWidget* padre);
 

@@ -127,7 +127,7 @@ void Advierte(autonomo::Conexion& conexion, const autonomo::Catalogo& catalogo,
               const std::vector<com::Variant>& valores, QWidget* padre) {
   std::string aviso;
   Corre([&] { aviso = Advertencia(conexion, catalogo, valores); });
-  if (!aviso.empty()) Avisa(aviso, 48, padre);
+  if (!aviso.empty()) Avisa(aviso, caja::kAviso, padre);
 }
 
 // antes: the row to change; null for a new one. False when nothing was stored.
@@ -275,11 +275,11 @@ class Lista : public QWidget {
       const guion::AltaHabitaciones alta = guion::RevisaHabitaciones(conexion_, ruta.toStdString());
       if (!alta.malas.empty()) {
         MuestraMalas(alta);
-      } else if (Confirma("¿Desea agregar " + guion::Dice(alta) + "?", 292, window())) {
+      } else if (Confirma("¿Desea agregar " + guion::Dice(alta) + "?", caja::kPregunta, window())) {
         guion::GuardaHabitaciones(conexion_, alta);
       }
     } catch (const com::Error& e) {
-      Avisa(e.Descripcion(), 48, window());
+      Avisa(e.Descripcion(), caja::kAviso, window());
     }
     Carga();
   }
@@ -308,13 +308,13 @@ class Lista : public QWidget {
                                    : catalogo_.conEstado ? "¿Desea dar de baja «"
                                                          : "¿Desea quitar «") +
                                       nombre + "» de «" + std::string(catalogo_.titulo) + "»?",
-                                  292, window()))
+                                  caja::kPregunta, window()))
       return;
     try {
       Retira(conexion_, catalogo_, fila);
       if (!catalogo_.conEstado || fila.deBaja) Advierte(conexion_, catalogo_, fila.valores, window());
     } catch (const com::Error& e) {
-      Avisa(e.Descripcion(), 16, window());
+      Avisa(e.Descripcion(), caja::kCritico, window());
     }
     Carga();
   }

@@ -37,7 +37,7 @@ void ExplicaCelda(const controles::Formulario& formulario, controles::CajaMensaj
   const auto* grid = controles::Como<controles::Grid>(formulario.foco());
   if (grid == nullptr || !grid->Tecleada()) return;
   caja.titulo = grid->columna(grid->columna()).titulo;
-  caja.estilo = 48;
+  caja.estilo = caja::kAviso;
   caja.texto = "«" + grid->Edicion().value_or("") + "» no sirve aquí: " + caja.texto +
                "\r\nCorríjalo, o pulse Esc para dejar lo que había.";
 }
@@ -71,7 +71,7 @@ EscritorioQt::EscritorioQt() {
     controles::CajaMensaje caja;
     caja.texto = descripcion.toStdString();
     const bool rechazo = EsDatoRechazado();
-    caja.estilo = rechazo ? 48 : 16;
+    caja.estilo = rechazo ? caja::kAviso : caja::kCritico;
     caja.titulo = rechazo ? "Dato no válido" : "Error inesperado";
     if (!abiertas_.empty()) ExplicaCelda(*abiertas_.back(), caja);
     Mensaje(caja);

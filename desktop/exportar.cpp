@@ -45,7 +45,7 @@ QString Guarda(const QString& titulo, const QString& nombre, const std::vector<T
       escribe(*elegida);
       return elegida->ruta;
     } catch (const com::Error& e) {
-      Avisa(e.Descripcion(), 48, padre);
+      Avisa(e.Descripcion(), caja::kAviso, padre);
     }
   }
   return {};
@@ -150,9 +150,9 @@ void MuestraParte(autonomo::Anfitrion& anfitrion, QWidget* padre) {
         const int cuantos = guion::EnviaParte(anfitrion.conexion(), anfitrion.reloj().Ahora(), anfitrion.usuario());
         Avisa("El parte quedó en la bandeja de salida para " +
                   (cuantos == 1 ? std::string("una dirección") : std::to_string(cuantos) + " direcciones"),
-              64, vista.get());
+              caja::kInforme, vista.get());
       } catch (const com::Error& e) {
-        Avisa(e.Descripcion(), 48, vista.get());
+        Avisa(e.Descripcion(), caja::kAviso, vista.get());
       }
     });
   }

@@ -85,7 +85,7 @@ void Guia::CreaPasos() {
        [this] {
          const std::string motivo = recepcion::MarcaTramos(*tablero_, llegada_, {{habitacion_, llegada_, salida_}});
          if (motivo.empty()) return;
-         Avisa(motivo + "\r\nEl recorrido termina aquí.", 48, escritorio_.Frente());
+         Avisa(motivo + "\r\nEl recorrido termina aquí.", caja::kAviso, escritorio_.Frente());
          Salta();
        },
        true},

@@ -158,7 +158,7 @@ bool ConfirmaOtraVez(const autonomo::CorreoEnBandeja& correo, QWidget* padre) {
   return Confirma("¿Enviar otra vez «" + correo.asunto + "» a " + correo.para + "?\r\n" +
                       autonomo::EstadoEnPalabras(correo) +
                       (pudoLlegar ? ". El huésped puede recibirlo dos veces." : "."),
-                  292, padre);
+                  caja::kPregunta, padre);
 }
 
 }  // namespace
@@ -227,7 +227,7 @@ void MuestraBandeja(autonomo::Anfitrion& anfitrion, QWidget* padre) {
       try {
         autonomo::EnviaOtraVez(conexion, correo.id, anfitrion.reloj().Ahora());
       } catch (const com::Error& e) {
-        Avisa(e.Descripcion(), 48, &lista);
+        Avisa(e.Descripcion(), caja::kAviso, &lista);
       }
       lista.Refresca();
     });

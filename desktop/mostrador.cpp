@@ -106,7 +106,7 @@ void Mostrador::ReponeHabitaciones() {
   } catch (const com::Error& e) {
     dice = e.Descripcion() + ".";
   }
-  if (!dice.empty()) Avisa(dice, 64, escritorio_.Frente(), "Reponer habitaciones");
+  if (!dice.empty()) Avisa(dice, caja::kInforme, escritorio_.Frente(), "Reponer habitaciones");
 }
 
 void Mostrador::AbreCifras() {
@@ -132,8 +132,8 @@ bool Mostrador::Reserva(const recepcion::Pedido& pedido, const std::vector<recep
   };
   escritorio_.AlAbrirModal(marca, [&](controles::Formulario&) {
     if (motivo.empty()) return;
-    Avisa("No se pudieron marcar las noches:\r\n" + motivo + "\r\nElija otra habitación en el tablero, o ciérrelo.", 48,
-          escritorio_.Frente(), "Disponibilidad");
+    Avisa("No se pudieron marcar las noches:\r\n" + motivo + "\r\nElija otra habitación en el tablero, o ciérrelo.",
+          caja::kAviso, escritorio_.Frente(), "Disponibilidad");
   });
   principal->PulsaTecla(controles::tecla::kF6);
   escritorio_.AlAbrirModal(nullptr, nullptr);

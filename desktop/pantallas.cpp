@@ -137,7 +137,7 @@ void AbreConfiguracion(autonomo::Anfitrion& anfitrion, QWidget* padre, const Hoj
   }
   Avisa("El usuario " + anfitrion.usuario() + " no puede abrir la configuración.\r\nPida el permiso " +
             autonomo::kPermisoConfiguracion + " a quien lo tenga.",
-        48, padre);
+        caja::kAviso, padre);
 }
 
 void RegistraPantallas(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion,

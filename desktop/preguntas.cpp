@@ -17,8 +17,6 @@ using controles::Accion;
 
 namespace {
 
-constexpr int kSiNo = 308;  // Yes and No, No first
-
 // What a control holds that a person may have entered.
 std::string Contenido(const controles::Control& control) {
   if (const auto* campo = controles::Como<controles::LookupField>(&control))
@@ -73,7 +71,7 @@ bool PreguntaTipoCambio(const controles::Formulario& principal, QWidget* padre) 
   const std::string hotel = vigente ? "el del hotel es " + com::CStr(com::Variant(*vigente)) : "el hotel no tiene uno";
   if (Confirma("El tipo de cambio de " + moneda->text() + " que se va a guardar es " + cambio->text() + "; " + hotel +
                    " para el " + captura->text() + ".\r\n¿Es correcto?",
-               kSiNo, padre)) {
+               caja::kAviso, padre)) {
     return true;
   }
   cambio->formulario().Enfoca(*principal.Busca(control::kTipoCambio));
@@ -95,7 +93,8 @@ bool Resguardo::HayCaptura(const controles::Formulario& principal) const {
 
 bool Resguardo::PermiteSalir(const controles::Formulario& principal, QWidget* padre) const {
   return !HayCaptura(principal) ||
-         Confirma("Hay una reservación en captura que no se ha guardado.\r\n¿Desea salir y descartarla?", kSiNo, padre);
+         Confirma("Hay una reservación en captura que no se ha guardado.\r\n¿Desea salir y descartarla?", caja::kAviso,
+                  padre);
 }
 
 bool Resguardo::Permite(const controles::Formulario& principal, Accion accion, QWidget* padre) const {
@@ -105,11 +104,12 @@ bool Resguardo::Permite(const controles::Formulario& principal, Accion accion, Q
     case Accion::Nuevo:
     case Accion::Limpiar:
       return !HayCaptura(principal) ||
-             Confirma("Hay una reservación en captura que no se ha guardado.\r\n¿Desea descartarla?", kSiNo, padre);
+             Confirma("Hay una reservación en captura que no se ha guardado.\r\n¿Desea descartarla?", caja::kAviso,
+                      padre);
     case Accion::Eliminar:
       return Confirma(
-          "¿Desea cancelar la reservación " + principal.Primero<controles::ScreenToolbar>()->ClaveActual() + "?", kSiNo,
-          padre);
+          "¿Desea cancelar la reservación " + principal.Primero<controles::ScreenToolbar>()->ClaveActual() + "?",
+          caja::kAviso, padre);
     case Accion::Aceptar:
       return PreguntaTipoCambio(principal, padre);
     default:
@@ -122,7 +122,7 @@ bool PermiteMarcas(const controles::Formulario& principal, QWidget* padre) {
   Avisa(
       "No hay una reservación en captura: el tablero es sólo de consulta.\r\n"
       "Para reservar habitaciones ciérrelo y pulse Nuevo o Editar.",
-      64, padre, "Disponibilidad");
+      caja::kInforme, padre, "Disponibilidad");
   return false;
 }
 

@@ -57,7 +57,7 @@ namespace {
 
 void MuestraFalla(const std::string& texto) {
   std::cerr << "reservas: " << texto << '\n';
-  Avisa(texto, 16, nullptr);
+  Avisa(texto, caja::kCritico, nullptr);
 }
 
 // A stored parameter that cannot be read is corrected before the screens read it; one that is not ends the load with
@@ -66,7 +66,7 @@ void CorrigeParametros(autonomo::Anfitrion& anfitrion) {
   std::string motivos;
   for (const std::string& motivo : autonomo::ParametrosIlegibles(*anfitrion.conexion())) motivos += motivo + ".\r\n";
   if (motivos.empty()) return;
-  Avisa(motivos + "Corríjalo en la configuración.", 48, nullptr);
+  Avisa(motivos + "Corríjalo en la configuración.", caja::kAviso, nullptr);
   AbreConfiguracion(anfitrion, nullptr);
 }
 
@@ -150,7 +150,7 @@ void Comienza(autonomo::Anfitrion& anfitrion, EscritorioQt& escritorio, Mostrado
     caja.texto =
         "Éste es un hotel de demostración, para practicar.\r\n¿Desea ver cómo se captura una reservación? Son tres "
         "minutos, y el recorrido queda en el menú del hotel, en Ayuda.";
-    caja.estilo = 36;  // Yes and No, Yes first
+    caja.estilo = caja::kPregunta | caja::kSiNo;
     if (CajaAviso(caja, escritorio.Frente()).Pregunta() == controles::kSi) {
       escritorio.VuelveAlFrente();
       return guia.Empieza();
@@ -333,7 +333,7 @@ int Programa::CorreVentana(OpcionesPrograma opciones) {
   if (opciones.anfitrion.base.conexion.empty() && anfitrion.base() != ":memory:") diario.emplace(anfitrion.base());
   const Vigia vigia([&] { return TomaNoticias(anfitrion, diario); },
                     [&] { return QApplication::activeModalWidget() != nullptr || EnCaptura(componente.formulario()); },
-                    [&](const std::string& noticia) { Avisa(noticia, 48, escritorio.Frente()); });
+                    [&](const std::string& noticia) { Avisa(noticia, caja::kAviso, escritorio.Frente()); });
   QTimer::singleShot(0, &vida, [&] {
     vista::Corre([&] {
       if (!cuida || !cuida->Ofrece()) Comienza(anfitrion, escritorio, mostrador, guia, recien);

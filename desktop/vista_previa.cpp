@@ -158,7 +158,7 @@ class Impreso : public QDialog {
     zona_->setAccessibleDescription(hojas_->pliego().Texto(pagina));
   }
 
-  void Falla(const std::string& texto) { Avisa(texto, 16, this, "Impresión"); }
+  void Falla(const std::string& texto) { Avisa(texto, caja::kCritico, this, "Impresión"); }
 
   bool Escribe(const QString& ruta) {
     try {

@@ -24,7 +24,6 @@ namespace {
 
 // Reference of an imported booking: this and its id.
 constexpr std::string_view kReferencia = "IMP-";
-constexpr int kCritico = 16;
 constexpr const char* kSeriePrueba = "IMPORTACION";
 
 template <class T>
@@ -63,11 +62,11 @@ int FilaLibre(const controles::Grid& grid) {
 
 // A failure of the program or the database, as opposed to a refusal of the screen or of its store.
 bool EsFalla(const MensajeVisto& m) {
-  return m.caja.estilo == kCritico && m.caja.id != mensaje::kGuardarReservacion.id &&
+  return m.caja.estilo == controles::caja::kCritico && m.caja.id != mensaje::kGuardarReservacion.id &&
          m.caja.id != mensaje::kGuardarDetalle.id;
 }
 
-bool EsPregunta(const MensajeVisto& m) { return (m.caja.estilo & 7) != 0; }
+bool EsPregunta(const MensajeVisto& m) { return (m.caja.estilo & controles::caja::kBotones) != 0; }
 
 // A message up to its first colon, without what stands between quotes: the same for every room, date and value.
 std::string SinLoQueCambia(const std::string& mensaje) {

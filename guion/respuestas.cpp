@@ -28,12 +28,13 @@ std::string TomaPrimero(std::deque<std::string>& cola) {
 }  // namespace
 
 bool TieneBoton(int estilo, int respuesta) {
-  switch (estilo & 7) {
+  namespace caja = controles::caja;
+  switch (estilo & caja::kBotones) {
     case 0:
       return respuesta == controles::kAceptar;
-    case 1:
+    case caja::kAceptarCancelar:
       return respuesta == controles::kAceptar || respuesta == controles::kCancelar;
-    case 4:
+    case caja::kSiNo:
       return respuesta == controles::kSi || respuesta == controles::kNo;
     default:
       return false;

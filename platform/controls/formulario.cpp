@@ -28,11 +28,11 @@ bool EsTeclaDePaso(int codigo) { return codigo == tecla::kTab || codigo == tecla
 }  // namespace
 
 int RespuestaPredeterminada(int estilo) {
-  const bool segundo = (estilo & 256) != 0;
-  switch (estilo & 7) {
-    case 1:
+  const bool segundo = (estilo & caja::kSegundo) != 0;
+  switch (estilo & caja::kBotones) {
+    case caja::kAceptarCancelar:
       return segundo ? kCancelar : kAceptar;
-    case 4:
+    case caja::kSiNo:
       return segundo ? kNo : kSi;
     default:
       return kAceptar;

@@ -10,24 +10,10 @@
 #include <vector>
 
 #include "platform/com/variant.h"
+#include "platform/controls/caja.h"
 #include "platform/controls/control.h"
 
 namespace controles {
-
-// A message box. estilo: the platform's bits (16 critical, 32 question, 48 exclamation, 64 information; 1 OK/Cancel,
-// 4 Yes/No; 256 second button is the default).
-struct CajaMensaje {
-  std::string texto;
-  int estilo = 0;
-  std::string titulo;
-  int ventana = 0;
-  std::string pantalla;
-  std::string id;
-  std::string detalle;  // told below the text; "" nothing
-};
-inline constexpr int kAceptar = 1, kCancelar = 2, kSi = 6, kNo = 7;
-// The answer of the box's default button.
-int RespuestaPredeterminada(int estilo);
 
 // Windows, focus, modal waits, text widths, message boxes, the notes editor and catalogue dialogs.
 class Escritorio {
