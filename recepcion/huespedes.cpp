@@ -47,7 +47,7 @@ constexpr std::string_view kHabitaciones =
 constexpr std::string_view kFormaPago =
     "SELECT TOP 1 R.Fp_Cve_Forma_Pago FROM Reservacion R INNER JOIN Forma_Pago F ON F.Fp_Cve_Forma_Pago = "
     "R.Fp_Cve_Forma_Pago WHERE R.Rs_Huesped = '?' AND R.Es_Cve_Estado <> 'CA' AND F.Es_Cve_Estado <> 'BA' AND "
-    "F.Fp_Tipo <> '04' ORDER BY R.Rs_Fecha DESC, R.Rs_Folio DESC";
+    "F.Fp_Tipo <> '?' ORDER BY R.Rs_Fecha DESC, R.Rs_Folio DESC";
 constexpr std::string_view kInserta =
     "INSERT INTO Cliente (Cl_Cve_Cliente, Cl_Razon_Social_1, Cl_Telefono, Cl_Correo, Es_Cve_Estado) "
     "VALUES ('?', '?', '?', '?', 'AC')";
@@ -268,7 +268,7 @@ void Huespedes::Elige(bool conHabitacion, bool conNotas) {
   if (ultima_ && conNotas) toma.notas = ultima_->notas;
   if (campo_ == kv207::control::kHuesped) {
     ado::TextoSQL sql;
-    sql.Agrega(kFormaPago, {Literal(toma.clave)});
+    sql.Agrega(kFormaPago, {Literal(toma.clave), anfitrion::tipo_pago::kTarjeta});
     if (const ado::RecordsetPtr rs = Ejecuta(sql); !rs->Eof()) toma.formaPago = Celda(*rs, 0);
   }
   if (alElegir) alElegir(campo_, toma);

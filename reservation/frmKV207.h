@@ -87,7 +87,7 @@ class frmKV207 : public controles::Formulario, public publico::Captura {
   bool BloqueaTipoCambio = false;
 
   // --- running fields ------------------------------------------------------------------------------------------------
-  std::string TipoFormaPago;          // "04" is a card
+  std::string TipoFormaPago;          // see EsTarjeta
   bool TarjetaCargada = false;        // card data already loaded for the client
   bool CargaCompleta = false;         // the reservation shown was read to its end
   std::int32_t UltimoRenglon = 0;     // last line number handed out

@@ -1,6 +1,7 @@
 // Card data of the reservation: where they come from and what must be filled in.
 #include "reservation/tarjeta.h"
 
+#include "host/contract/estados.h"
 #include "publico/avisos.h"
 #include "publico/publico.h"
 #include "reservation/frmKV207.h"
@@ -14,7 +15,7 @@ std::string LeeTipoFormaPago(const std::string& formaPago) {
   return TextoDe(publico::Utilerias().BuscaValor("Forma_Pago", "Fp_Cve_Forma_Pago", formaPago, "Fp_Tipo"));
 }
 
-bool EsTarjeta(std::string_view tipoFormaPago) { return com::Recorta(tipoFormaPago) == "04"; }
+bool EsTarjeta(std::string_view tipoFormaPago) { return com::Recorta(tipoFormaPago) == anfitrion::tipo_pago::kTarjeta; }
 
 void ArmaTarjetaReservacion(ado::TextoSQL& sql, std::string_view folio) {
   sql.Agrega(

@@ -6,6 +6,7 @@
 #include <map>
 #include <stdexcept>
 
+#include "host/contract/estados.h"
 #include "host/contract/parametros.h"
 #include "host/contract/servicios.h"
 #include "platform/com/fecha.h"
@@ -287,7 +288,7 @@ void Hotel::Catalogos() {
   constexpr std::array<const char*, 3> kFormas[] = {{"0001", "Efectivo", "01"},
                                                     {"0002", "Cheque nominativo", "02"},
                                                     {"0003", "Transferencia electrónica", "03"},
-                                                    {"0004", "Tarjeta de crédito", "04"},
+                                                    {"0004", "Tarjeta de crédito", anfitrion::tipo_pago::kTarjeta},
                                                     {"0005", "Crédito de la casa", "99"}};
   for (const auto& f : kFormas) {
     Fila("Forma_Pago (Fp_Cve_Forma_Pago, Fp_Descripcion, Fp_Tipo, Es_Cve_Estado)",

@@ -6,6 +6,7 @@
 #include <map>
 #include <set>
 
+#include "host/contract/estados.h"
 #include "host/standalone/impuestos.h"
 #include "host/standalone/parametros.h"
 #include "host/standalone/permisos.h"
@@ -327,8 +328,9 @@ class Alta {
   }
 
   void FormasDePago() {
-    constexpr const char* kFormas[][3] = {
-        {"0001", "Efectivo", "01"}, {"0002", "Transferencia electrónica", "03"}, {"0003", "Tarjeta de crédito", "04"}};
+    constexpr const char* kFormas[][3] = {{"0001", "Efectivo", "01"},
+                                          {"0002", "Transferencia electrónica", "03"},
+                                          {"0003", "Tarjeta de crédito", anfitrion::tipo_pago::kTarjeta}};
     for (const auto& [clave, nombre, tipo] : kFormas) {
       Si("SELECT Fp_Cve_Forma_Pago FROM Forma_Pago WHERE Fp_Cve_Forma_Pago = ?", clave,
          "INSERT INTO Forma_Pago (Fp_Cve_Forma_Pago, Fp_Descripcion, Fp_Tipo, Es_Cve_Estado) VALUES (?, ?, ?, 'AC')",
