@@ -5,6 +5,7 @@
 #include "availability/frmDisponibilidad.h"
 #include "publico/avisos.h"
 #include "publico/columnas.h"
+#include "publico/controles.h"
 #include "publico/publico.h"
 
 namespace kv207 {
@@ -49,8 +50,8 @@ void frmDisponibilidad::Form_Load() {
   txtGrupo_Habitacion.formato(publico::LeeTexto(parametro::kFormatoGrupo));
   txtArea.formato(publico::LeeTexto(parametro::kFormatoArea));
   txtTipo_Habitacion.formato(publico::LeeTexto(parametro::kFormatoTipo));
-  publico::Utilerias().LimpiaGrupo(*this, 1);
-  publico::Utilerias().HabilitaGrupo(*this, 1);
+  publico::Utilerias().LimpiaGrupo(*this, grupo::kCaptura);
+  publico::Utilerias().HabilitaGrupo(*this, grupo::kCaptura);
   opTipoHabitacion.Selecciona();
   ssDisponibilidad.visible(col::kClave, true);
   PintaLeyenda();

@@ -130,9 +130,9 @@ frmDisponibilidad::frmDisponibilidad()
                                          &lblBloqueado,  &lblColorBloqueado, &lblReservado, &lblColorReservado,
                                          &lblReservando, &lblColorReservando};
   for (controles::Control* c : leyenda) c->contenedor(frColores);
-  controles::Control* const grupo1[] = {&txtGrupo_Habitacion, &txtNGrupo_Habitacion, &txtArea, &txtNArea,
-                                        &txtTipo_Habitacion,  &txtNTipo_Habitacion};
-  for (controles::Control* c : grupo1) c->grupo(1);
+  controles::Control* const deCaptura[] = {&txtGrupo_Habitacion, &txtNGrupo_Habitacion, &txtArea, &txtNArea,
+                                           &txtTipo_Habitacion,  &txtNTipo_Habitacion};
+  for (controles::Control* c : deCaptura) c->grupo(grupo::kCaptura);
   controles::Control* const soloLectura[] = {&txtDEL, &txtAL, &txtNGrupo_Habitacion, &txtNArea, &txtNTipo_Habitacion};
   for (controles::Control* c : soloLectura) c->tabStop(false);
 

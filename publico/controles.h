@@ -37,4 +37,11 @@ inline constexpr const char* kNoches = "ssDisponibilidad";
 
 }  // namespace control
 
+// Field groups, by the numbers that the host's LimpiaGrupo and HabilitaGrupo take.
+namespace grupo {
+inline constexpr int kCaptura = 1;  // what may change in an edit; on the board, the filters
+inline constexpr int kFijos = 2;    // what a capture settles
+inline constexpr int kTarjeta = 4;  // the card's
+}  // namespace grupo
+
 }  // namespace kv207

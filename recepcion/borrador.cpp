@@ -16,8 +16,8 @@ namespace recepcion {
 namespace {
 
 namespace control = kv207::control;
+namespace grupo = kv207::grupo;
 
-constexpr int kGrupoTarjeta = 4;
 constexpr std::string_view kYaGuardada =
     "SELECT MAX(Rs_Folio) FROM Reservacion WHERE Rs_Huesped = '?' AND Rs_Llegada = '?' AND Rs_Salida = '?' "
     "AND Rs_Fecha >= '?' AND Es_Cve_Estado NOT IN ('CA','CE')";
@@ -31,7 +31,7 @@ std::string TextoDeCampo(const controles::Formulario& principal, const char* nom
 
 // What a person can type in the control now; nothing for the card's, and for what is shown only.
 bool Captado(const controles::Control& control, CampoCaptado& campo) {
-  if (control.grupo() == 0 || control.grupo() == kGrupoTarjeta) return false;
+  if (control.grupo() == 0 || control.grupo() == grupo::kTarjeta) return false;
   campo = {control.nombre(), {}, false};
   if (const auto* texto = controles::Como<controles::LookupField>(&control)) {
     campo.texto = texto->text();
@@ -53,7 +53,7 @@ bool HayTarjeta(const controles::Formulario& principal) {
   return std::ranges::any_of(principal.controles(), [](const controles::Control* c) {
     const auto* campo = controles::Como<controles::LookupField>(c);
     const bool aLaVista = c->contenedor() != nullptr && c->contenedor()->visible();
-    return campo != nullptr && c->grupo() == kGrupoTarjeta && aLaVista && !campo->text().empty();
+    return campo != nullptr && c->grupo() == grupo::kTarjeta && aLaVista && !campo->text().empty();
   });
 }
 

@@ -2,6 +2,7 @@
 #include "availability/frmDisponibilidad.h"
 #include "platform/com/error.h"
 #include "publico/avisos.h"
+#include "publico/controles.h"
 #include "publico/publico.h"
 #include "publico/transaccion.h"
 #include "reservation/correo.h"
@@ -67,7 +68,7 @@ void ArmaReactivacion(ado::TextoSQL& sql, std::string_view usuario, std::string_
 
 void frmKV207::Controles_Nuevo() {
   LimpiaGrupos();
-  for (const int grupo : {1, 2, 4}) publico::Utilerias().HabilitaGrupo(*this, grupo);
+  for (const int g : {grupo::kCaptura, grupo::kFijos, grupo::kTarjeta}) publico::Utilerias().HabilitaGrupo(*this, g);
   // Opened by the currency alone.
   txtTipoCambio.enabled(false);
   txtFolio.text("");
@@ -100,7 +101,7 @@ void frmKV207::Controles_Editar() {
   // Accepting a reservation that was read in part only would store that part.
   const bool completa = CargaCompleta || (CargaReservacion() && Controles.PermiteAccion4());
   if (!completa) return Controles.ConcluyeAceptar();
-  publico::Utilerias().HabilitaGrupo(*this, 1);
+  publico::Utilerias().HabilitaGrupo(*this, grupo::kCaptura);
   txtFolio.enabled(false);
   dpFecha_llegada.editable(true);
   dpFecha_salida.editable(true);
@@ -110,7 +111,7 @@ void frmKV207::Controles_Editar() {
   Controles.PermiteAccion1(false);
   Controles.PermiteReactivar(false);
   DesbloqueaColumnas();
-  if (frTarjeta.visible()) publico::Utilerias().HabilitaGrupo(*this, 4);
+  if (frTarjeta.visible()) publico::Utilerias().HabilitaGrupo(*this, grupo::kTarjeta);
   MuestraTipoCambio();
   if (alEmpezar) alEmpezar();
 }

@@ -3,6 +3,7 @@
 
 #include "availability/frmDisponibilidad.h"
 #include "platform/com/texto.h"
+#include "publico/controles.h"
 #include "publico/publico.h"
 #include "reservation/fechas.h"
 #include "reservation/frmKV207.h"
@@ -32,25 +33,25 @@ void frmKV207::txtFolio_Change() {
 }
 
 void frmKV207::LimpiaGrupos() {
-  for (const int grupo : {1, 2, 4}) publico::Utilerias().LimpiaGrupo(*this, grupo);
+  for (const int g : {grupo::kCaptura, grupo::kFijos, grupo::kTarjeta}) publico::Utilerias().LimpiaGrupo(*this, g);
   BloqueaEntradas();
 }
 
 void frmKV207::txtCliente_Change() {
   TarjetaCargada = false;
-  publico::Utilerias().LimpiaGrupo(*this, 4);
-  if (EsTarjeta(TipoFormaPago)) publico::Utilerias().HabilitaGrupo(*this, 4);
+  publico::Utilerias().LimpiaGrupo(*this, grupo::kTarjeta);
+  if (EsTarjeta(TipoFormaPago)) publico::Utilerias().HabilitaGrupo(*this, grupo::kTarjeta);
 }
 
 void frmKV207::txtHuesped_Change() {
   if (!Controles.EnEdicion() || !txtNHuesped.text().empty()) return;
   TarjetaCargada = false;
-  publico::Utilerias().LimpiaGrupo(*this, 4);
-  if (EsTarjeta(TipoFormaPago)) publico::Utilerias().HabilitaGrupo(*this, 4);
+  publico::Utilerias().LimpiaGrupo(*this, grupo::kTarjeta);
+  if (EsTarjeta(TipoFormaPago)) publico::Utilerias().HabilitaGrupo(*this, grupo::kTarjeta);
 }
 
 void frmKV207::txtForma_Pago_Change() {
-  publico::Utilerias().LimpiaGrupo(*this, 4);
+  publico::Utilerias().LimpiaGrupo(*this, grupo::kTarjeta);
   frTarjeta.visible(false);
   TarjetaCargada = false;
   TipoFormaPago.clear();
@@ -67,7 +68,7 @@ void frmKV207::txtForma_Pago_Enter() {
     }
   }
   frTarjeta.visible(true);
-  publico::Utilerias().HabilitaGrupo(*this, 4);
+  publico::Utilerias().HabilitaGrupo(*this, grupo::kTarjeta);
 }
 
 void frmKV207::txtMoneda_Enter() {

@@ -199,17 +199,17 @@ frmKV207::frmKV207(frmDisponibilidad& tablero)
   ConectaEventos();
 }
 
-// Group 1 may change in an edit; group 2 is settled by the capture; group 4 is the card. Names go with their keys.
+// Names go with their keys.
 void frmKV207::DisenaGrupos() {
-  controles::Control* const grupo1[] = {&txtSucursal,   &txtCliente,      &txtNCliente,    &txtHuesped,
-                                        &txtNHuesped,   &txtForma_Pago,   &txtNForma_Pago, &txtMoneda,
-                                        &txtNMoneda,    &dpFecha_llegada, &dpFecha_salida, &txtDias,
-                                        &txtReferencia, &txtComentario,   &txtNotas};
-  for (controles::Control* c : grupo1) c->grupo(1);
-  controles::Control* const grupo2[] = {&dpFecha, &txtTipoCambio, &txtSubTotal, &txtImpuestos, &txtTotal};
-  for (controles::Control* c : grupo2) c->grupo(2);
-  controles::Control* const grupo4[] = {&txtBanco, &txtTarjeta, &txtCodigo, &dpVencimiento, &chkMostrarCodigo};
-  for (controles::Control* c : grupo4) c->grupo(4);
+  controles::Control* const deCaptura[] = {&txtSucursal,   &txtCliente,      &txtNCliente,    &txtHuesped,
+                                           &txtNHuesped,   &txtForma_Pago,   &txtNForma_Pago, &txtMoneda,
+                                           &txtNMoneda,    &dpFecha_llegada, &dpFecha_salida, &txtDias,
+                                           &txtReferencia, &txtComentario,   &txtNotas};
+  for (controles::Control* c : deCaptura) c->grupo(grupo::kCaptura);
+  controles::Control* const fijos[] = {&dpFecha, &txtTipoCambio, &txtSubTotal, &txtImpuestos, &txtTotal};
+  for (controles::Control* c : fijos) c->grupo(grupo::kFijos);
+  controles::Control* const deTarjeta[] = {&txtBanco, &txtTarjeta, &txtCodigo, &dpVencimiento, &chkMostrarCodigo};
+  for (controles::Control* c : deTarjeta) c->grupo(grupo::kTarjeta);
 }
 
 void frmKV207::DisenaContenedores() {
