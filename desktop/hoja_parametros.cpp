@@ -95,7 +95,7 @@ HojaParametros::HojaParametros(autonomo::Conexion& conexion, QWidget* padre)
 }
 
 void HojaParametros::AgregaParametro(const DefinicionParametro& definicion) {
-  const std::optional<std::string> guardado = autonomo::LeeParametro(conexion_, definicion.clave);
+  const std::optional<std::string> guardado = autonomo::ParametroGuardado(conexion_, definicion.clave);
   const std::string valor = guardado.value_or(std::string(definicion.defecto));
   AgregaFila(lista_->tabla(), {Q(definicion.clave), Legible(definicion, valor), Q(definicion.explicacion)});
   QTableWidgetItem* celda = lista_->tabla()->item(lista_->tabla()->rowCount() - 1, 1);
@@ -148,7 +148,7 @@ const DefinicionParametro* HojaParametros::Actual() const { return autonomo::Bus
 void HojaParametros::Botones() {
   edita_->setEnabled(Actual() != nullptr);
   restablece_->setText(Actual() == nullptr ? QStringLiteral("&Quitar") : QStringLiteral("&Predeterminado"));
-  Corre([this] { restablece_->setEnabled(autonomo::LeeParametro(conexion_, Clave()).has_value()); });
+  Corre([this] { restablece_->setEnabled(autonomo::ParametroGuardado(conexion_, Clave()).has_value()); });
 }
 
 void HojaParametros::Edita() {

@@ -57,7 +57,7 @@ class Alta {
 
   void Moneda() {
     Parametro(parametro::kMonedaLocal.clave, kMonedaNueva);
-    const std::string local = autonomo::LeeParametro(base_, parametro::kMonedaLocal.clave).value_or(kMonedaNueva);
+    const std::string local = autonomo::ParametroGuardado(base_, parametro::kMonedaLocal.clave).value_or(kMonedaNueva);
     Si("SELECT Mn_Cve_Moneda FROM Moneda WHERE Mn_Cve_Moneda = ?", local,
        "INSERT INTO Moneda (Mn_Cve_Moneda, Mn_Descripcion, Es_Cve_Estado) VALUES (?, ?, 'AC')",
        {local, "Moneda local"});
@@ -65,7 +65,7 @@ class Alta {
 
   // The board's filter would turn such a key into another type's.
   void ExigeTipoTecleable(const std::string& tipo) {
-    const std::string mascara = autonomo::LeeParametro(base_, parametro::kFormatoTipo.clave).value_or("");
+    const std::string mascara = autonomo::ParametroGuardado(base_, parametro::kFormatoTipo.clave).value_or("");
     const std::string tecleado = regional::ConMascara(tipo, mascara);
     if (tecleado == tipo) return;
     throw com::Error(com::error::kArgumento, "El tipo " + tipo + " se capturaría como " + tecleado +
@@ -73,7 +73,7 @@ class Alta {
   }
 
   void Parametro(const char* clave, const char* valor) {
-    if (!autonomo::LeeParametro(base_, clave)) anfitrion_.Parametro(clave, valor);
+    if (!autonomo::ParametroGuardado(base_, clave)) anfitrion_.Parametro(clave, valor);
   }
 
  private:

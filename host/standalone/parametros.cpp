@@ -147,7 +147,7 @@ std::string MotivoIlegible(const DefinicionParametro& definicion, const std::str
          "»";
 }
 
-std::optional<std::string> LeeParametro(Conexion& conexion, std::string_view clave) {
+std::optional<std::string> ParametroGuardado(Conexion& conexion, std::string_view clave) {
   const ado::RecordsetPtr rs = conexion.Consulta("SELECT Pm_Valor FROM Parametro WHERE Pm_Clave = ?", {clave});
   if (rs->Eof() || rs->Fields(0).Value().EsNulo()) return std::nullopt;
   return com::CStr(rs->Fields(0).Value());
@@ -155,13 +155,13 @@ std::optional<std::string> LeeParametro(Conexion& conexion, std::string_view cla
 
 std::string ValorParametro(Conexion& conexion, std::string_view clave) {
   const DefinicionParametro* definicion = BuscaParametro(clave);
-  return LeeParametro(conexion, clave).value_or(definicion == nullptr ? "" : std::string(definicion->defecto));
+  return ParametroGuardado(conexion, clave).value_or(definicion == nullptr ? "" : std::string(definicion->defecto));
 }
 
 std::vector<std::string> ParametrosIlegibles(Conexion& conexion) {
   std::vector<std::string> motivos;
   for (const DefinicionParametro& d : Parametros()) {
-    const std::optional<std::string> valor = LeeParametro(conexion, d.clave);
+    const std::optional<std::string> valor = ParametroGuardado(conexion, d.clave);
     if (!valor) continue;
     if (std::string motivo = MotivoIlegible(d, *valor); !motivo.empty()) motivos.push_back(std::move(motivo));
   }

@@ -37,7 +37,7 @@ const DefinicionParametro* BuscaParametro(std::string_view clave);
 std::string MotivoIlegible(const DefinicionParametro& definicion, const std::string& valor);
 
 // Stored value of the key; nothing when there is none.
-std::optional<std::string> LeeParametro(Conexion& conexion, std::string_view clave);
+std::optional<std::string> ParametroGuardado(Conexion& conexion, std::string_view clave);
 // Stored value, or the table's default.
 std::string ValorParametro(Conexion& conexion, std::string_view clave);
 // One reason for each stored value that cannot be read; empty when all can.

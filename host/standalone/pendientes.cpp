@@ -134,7 +134,7 @@ class Busca {
   }
 
   void Nombre() {
-    const auto nombre = LeeParametro(base_, parametro::kNombreHotel.clave);
+    const auto nombre = ParametroGuardado(base_, parametro::kNombreHotel.clave);
     if (nombre && !com::Recorta(*nombre).empty()) return;
     Falta("sin_nombre", false,
           "El hotel no tiene nombre: las confirmaciones dicen «" + std::string(parametro::kNombreHotel.defecto) + "»",

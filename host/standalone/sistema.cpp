@@ -24,7 +24,7 @@ class ServicioSistema : public com::Objeto<anfitrion::Sistema> {
   com::Variant LeeParametro(const std::string& clave, int /*ambito*/, const std::string& /*tipo*/,
                             const std::string& defecto) override {
     const registro::Operacion operacion("Sistema.LeeParametro");
-    const std::optional<std::string> valor = autonomo::LeeParametro(*host_.conexion(), clave);
+    const std::optional<std::string> valor = ParametroGuardado(*host_.conexion(), clave);
     if (!valor) return defecto;
     const DefinicionParametro* definicion = BuscaParametro(clave);
     if (definicion != nullptr && definicion->tipo != TipoParametro::Color) {
