@@ -146,7 +146,7 @@ class Lista : public Ficha {
 // Why no mail leaves from this machine; "" when they do.
 std::string Impedimento(autonomo::Conexion& conexion) {
   try {
-    if (autonomo::LeeServidor(conexion, autonomo::LeeContrasena(std::nullopt))) return {};
+    if (autonomo::LeeServidor(conexion, autonomo::LeeContrasenaDeCorreo(std::nullopt))) return {};
     return "falta el parámetro CORREO_SERVIDOR";
   } catch (const com::Error& e) {
     return e.Descripcion();

@@ -110,7 +110,7 @@ std::string RutaBaseDelUsuario() {
   return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation).toStdString() + "/reservas/hotel.db";
 }
 
-std::string LeeContrasena(const std::optional<std::string>& archivo) {
+std::string LeeContrasenaDeUsuario(const std::optional<std::string>& archivo) {
   const char* ambiente = std::getenv("RESERVAS_CONTRASENA");
   if (!archivo && ambiente == nullptr) {
     UsoErroneo("Falta la contraseña: póngala en la variable RESERVAS_CONTRASENA, o en un archivo con --contrasena-de");
@@ -124,7 +124,7 @@ std::function<std::string(autonomo::Conexion&)> Identifica(const std::string& us
                                                            const std::optional<std::string>& archivo) {
   return [usuario, archivo](autonomo::Conexion& conexion) {
     const autonomo::Acceso acceso =
-        autonomo::Accede(conexion, usuario, LeeContrasena(archivo), autonomo::RelojDe(conexion).Ahora());
+        autonomo::Accede(conexion, usuario, LeeContrasenaDeUsuario(archivo), autonomo::RelojDe(conexion).Ahora());
     if (!acceso.Bien()) throw com::Error(com::error::kArgumento, acceso.motivo + " (" + usuario + ")");
     return acceso.usuario;
   };

@@ -56,10 +56,10 @@ std::string RutaBaseDelUsuario();
 
 // A password, not shown while it is typed; nothing without a terminal.
 std::optional<std::string> PideEnLaTerminal(const std::string& pregunta);
-// A password from the environment (RESERVAS_CONTRASENA) or from the first line of a file; never from the command line,
-// which others can read. com::Error kArgumento, saying where to put it, when there is none, kSoloLectura for a file
-// that cannot be read, or that others than its owner may read.
-std::string LeeContrasena(const std::optional<std::string>& archivo);
+// A user's password from the environment (RESERVAS_CONTRASENA) or from the first line of a file; never from the command
+// line, which others can read. com::Error kArgumento, saying where to put it, when there is none, kSoloLectura for a
+// file that cannot be read, or that others than its owner may read.
+std::string LeeContrasenaDeUsuario(const std::optional<std::string>& archivo);
 // Who works on a base whose users have passwords, for a program that asks nobody.
 std::function<std::string(autonomo::Conexion&)> Identifica(const std::string& usuario,
                                                            const std::optional<std::string>& archivo);

@@ -157,7 +157,7 @@ int Habitaciones(const Palabras& palabras, const guion::Argumentos&) {
 // Whoever may write the hotel's file may let himself in: a forgotten password is no end. The first one with a password
 // goes on with what everybody could do until then, which is then hers.
 int Usuario(const Palabras& palabras, const guion::Argumentos& argumentos) {
-  const std::string contrasena = guion::LeeContrasena(argumentos.Valor("contrasena-de"));
+  const std::string contrasena = guion::LeeContrasenaDeUsuario(argumentos.Valor("contrasena-de"));
   const auto conexion = autonomo::AbreConexion(Existente(palabras[0]), kReloj);
   guion::DiceAvisos(kPrograma, *conexion);
   const std::string sinRoles = conexion->roles().PreparaRoles();

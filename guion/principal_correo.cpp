@@ -70,7 +70,7 @@ void ExigeBase(const autonomo::OpcionesConexion& base) {
 int UnaVez(const autonomo::Cartero::Opciones& opciones) {
   const auto conexion = autonomo::AbreConexion(opciones.base, opciones.reloj);
   guion::DiceAvisos(kPrograma, *conexion);
-  const auto servidor = autonomo::LeeServidor(*conexion, autonomo::LeeContrasena(opciones.contrasena));
+  const auto servidor = autonomo::LeeServidor(*conexion, autonomo::LeeContrasenaDeCorreo(opciones.contrasena));
   if (!servidor) throw com::Error(com::error::kArgumento, "Falta el parámetro CORREO_SERVIDOR");
   if (const int cuantos = guion::EnviaParteDelDia(conexion, opciones.reloj.Ahora()); cuantos > 0)
     std::cout << "Partes del día: " << cuantos << ".\n";

@@ -158,7 +158,7 @@ void Cartero::Vuelta(std::shared_ptr<Conexion>& conexion) {
   for (const std::string& aviso : conexion->TomaAvisos()) {
     if (opciones_.avisa) opciones_.avisa(aviso);
   }
-  const std::optional<ServidorCorreo> servidor = LeeServidor(*conexion, LeeContrasena(opciones_.contrasena));
+  const std::optional<ServidorCorreo> servidor = LeeServidor(*conexion, LeeContrasenaDeCorreo(opciones_.contrasena));
   if (!servidor) return Apunta("Falta el parámetro CORREO_SERVIDOR: no sale ningún correo");
   Apunta("");
   EncolaAntes(conexion);

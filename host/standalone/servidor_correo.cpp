@@ -39,7 +39,7 @@ std::string RutaContrasena() {
   return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation).toStdString() + "/reservas/correo";
 }
 
-std::string LeeContrasena(const std::optional<std::string>& archivo) {
+std::string LeeContrasenaDeCorreo(const std::optional<std::string>& archivo) {
   if (archivo) return LineaPrivada(*archivo, kSecreto);
   if (const char* valor = std::getenv("RESERVAS_CORREO_CONTRASENA"); valor != nullptr && *valor != '\0') return valor;
   const std::string ruta = RutaContrasena();
