@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "platform/controls/grid.h"
+
 namespace kv207 {
 
 // State of a cell: the index of its style in the grid.
@@ -17,6 +19,6 @@ inline constexpr std::array<std::string_view, 5> kEstilos{"OCUPADO", "DISPONIBLE
 constexpr std::string_view NombreEstado(EstadoCelda estado) { return kEstilos[static_cast<std::size_t>(estado)]; }
 
 // Columns before the first night.
-inline constexpr int kColumnasFijas = 2;
+using controles::kColumnasFijas;
 
 }  // namespace kv207

@@ -8,9 +8,7 @@
 
 namespace vista {
 
-// Every grid begins with a row's key and its name; they stay in sight.
-inline constexpr int kColumnasFijas = 2;
-inline constexpr int kColumnaNombre = 1;
+using controles::kColumnaNombre, controles::kColumnasFijas;
 inline bool EsFija(int columna) { return columna < kColumnasFijas; }
 
 // Rows and columns are the grid's own. The grid may change between two looks of the views at it (a load adds rows one

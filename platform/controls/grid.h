@@ -40,6 +40,9 @@ struct Estilo {
   bool dado = false;
 };
 
+// Every grid begins with a row's key and its name, which views keep in sight.
+inline constexpr int kColumnaNombre = 1, kColumnasFijas = 2;
+
 // What changed, for the view: one cell, one row, everything, the columns, or the current cell.
 enum class CambioGrid { Celda, Fila, Todo, Columnas, Actual };
 
