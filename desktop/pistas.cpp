@@ -15,6 +15,11 @@ QString Pistas::IconoDe(const std::string& boton) const {
   return par == iconos.end() ? QString() : par->second;
 }
 
+std::string Pistas::FichaDe(const std::string& campo) const {
+  const auto par = std::find_if(fichas.begin(), fichas.end(), [&](const auto& f) { return f.first == campo; });
+  return par == fichas.end() ? std::string() : par->second;
+}
+
 bool Pistas::EsEntero(const std::string& campo) const {
   return std::find(enteros.begin(), enteros.end(), campo) != enteros.end();
 }
@@ -28,6 +33,7 @@ Pistas PistasDeLasPantallas() {
                  {control::kEditaNotas, QStringLiteral("notas")},
                  {control::kAbreTablero, QStringLiteral("tablero")},
                  {control::kPrecios, QStringLiteral("precios")}},
+      .fichas = {{control::kCliente, control::kFichaCliente}, {control::kHuesped, control::kFichaHuesped}},
       .enteros = {control::kDias},
       .trasEditar = control::kHuesped,
       .registro = control::kFolio,

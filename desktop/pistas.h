@@ -23,16 +23,19 @@ struct PistasGrid {
 };
 
 struct Pistas {
-  std::vector<std::pair<std::string, QString>> iconos{};  // button, and what Icono calls its picture
-  std::vector<std::string> enteros{};                     // fields that take whole numbers only
-  std::string trasEditar{};                               // field that a person goes on with after Edit
-  std::string registro{};                                 // field that opens a stored record by its key
-  std::vector<std::string> totales{};                     // fields that sum up the lines
+  std::vector<std::pair<std::string, QString>> iconos{};      // button, and what Icono calls its picture
+  std::vector<std::pair<std::string, std::string>> fichas{};  // field, and the button that opens its key's record
+  std::vector<std::string> enteros{};                         // fields that take whole numbers only
+  std::string trasEditar{};                                   // field that a person goes on with after Edit
+  std::string registro{};                                     // field that opens a stored record by its key
+  std::vector<std::string> totales{};                         // fields that sum up the lines
   PistasGrid renglones{}, tablero{};
 
   const PistasGrid& De(const controles::Grid& grid) const;
   // "" for a button without a picture.
   QString IconoDe(const std::string& boton) const;
+  // "" for a field whose key has no record to open.
+  std::string FichaDe(const std::string& campo) const;
   bool EsEntero(const std::string& campo) const;
 };
 

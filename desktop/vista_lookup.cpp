@@ -270,10 +270,8 @@ void VistaLookup::Deja(Qt::FocusReason motivo) {
   edicion_->setCursorPosition(0);  // a long text shows its beginning
 }
 
-// The button of a field's record is named after the field: cmd and what stands behind txt.
 bool VistaLookup::AbreFicha() {
-  if (!campo_.nombre().starts_with("txt")) return false;
-  auto* boton = controles::Como<controles::Boton>(formulario().Busca("cmd" + campo_.nombre().substr(3)));
+  auto* boton = controles::Como<controles::Boton>(formulario().Busca(contexto().pistas.FichaDe(campo_.nombre())));
   if (boton == nullptr || !boton->PuedeEnfocarse()) return false;
   Entrega();
   Corre([&] { boton->Pulsa(); });
