@@ -36,7 +36,7 @@ Pistas PistasDeLasPantallas() {
       .fichas = {{control::kCliente, control::kFichaCliente}, {control::kHuesped, control::kFichaHuesped}},
       .enteros = {control::kDias},
       .trasEditar = control::kHuesped,
-      .registro = control::kFolio,
+      .abre = control::kFolio,
       .totales = {control::kSubTotal, control::kImpuestos, control::kTotal},
       .renglones = {.primera = std::string(kv207::col::kAdultos),
                     .enteras = {std::string(kv207::col::kTotal)},

@@ -27,7 +27,7 @@ struct Pistas {
   std::vector<std::pair<std::string, std::string>> fichas{};  // field, and the button that opens its key's record
   std::vector<std::string> enteros{};                         // fields that take whole numbers only
   std::string trasEditar{};                                   // field that a person goes on with after Edit
-  std::string registro{};                                     // field that opens a stored record by its key
+  std::string abre{};                                         // field that opens a stored record by its key
   std::vector<std::string> totales{};                         // fields that sum up the lines
   PistasGrid renglones{}, tablero{};
 

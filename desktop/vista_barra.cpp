@@ -261,7 +261,7 @@ void VistaBarra::Refresca() {
     folio_ = barra_.ClaveActual();
     estado_ = EstadoDe(folio_);
   }
-  if (registro_ != nullptr) RefrescaLado();
+  if (mostrada_ != nullptr) RefrescaLado();
 }
 
 QWidget* VistaBarra::CreaLado() {
@@ -269,13 +269,13 @@ QWidget* VistaBarra::CreaLado() {
   auto* caja = new QVBoxLayout(lado);
   caja->setContentsMargins(0, 0, 0, 0);
   caja->setSpacing(0);
-  registro_ = new QLabel(lado);
-  registro_->setFont(Fuente(Letra::Fuerte));
-  registro_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  registro_->setMinimumWidth(1);
+  mostrada_ = new QLabel(lado);
+  mostrada_->setFont(Fuente(Letra::Fuerte));
+  mostrada_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  mostrada_->setMinimumWidth(1);
   auto* arriba = new QHBoxLayout;
   arriba->setSpacing(espacio::kChico);
-  arriba->addWidget(registro_, 1);
+  arriba->addWidget(mostrada_, 1);
   sinBorrador_ = new Distintivo(lado);
   sinBorrador_->setObjectName(QStringLiteral("sin_borrador"));
   sinBorrador_->setText(QLatin1String(kMarcaSinBorrador));
@@ -330,7 +330,7 @@ void VistaBarra::CreaNovedad(QWidget* padre) {
 
 // As the clerk does it: the folio typed in its field, and Enter.
 void VistaBarra::AbreNovedad() {
-  auto* campo = controles::Como<controles::LookupField>(formulario().Busca(contexto().pistas.registro));
+  auto* campo = controles::Como<controles::LookupField>(formulario().Busca(contexto().pistas.abre));
   if (campo == nullptr || !campo->PuedeEnfocarse() || barra_.EnEdicion() || !contexto().novedad) return;
   const std::string folio = contexto().novedad().folio.toStdString();
   if (folio.empty()) return;
@@ -367,18 +367,18 @@ void VistaBarra::RefrescaBorrador() {
 void VistaBarra::RefrescaLado() {
   RefrescaBorrador();
   const bool conFolio = !barra_.EsNuevo() && !barra_.ClaveActual().empty();
-  QString registro = barra_.EsNuevo() ? QStringLiteral("Nueva reservación") : QString();
+  QString mostrada = barra_.EsNuevo() ? QStringLiteral("Nueva reservación") : QString();
   if (conFolio) {
-    registro = barra_.EnEdicion() ? QStringLiteral("Editando ") : QStringLiteral("Folio ");
-    registro += Q(barra_.ClaveActual());
+    mostrada = barra_.EnEdicion() ? QStringLiteral("Editando ") : QStringLiteral("Folio ");
+    mostrada += Q(barra_.ClaveActual());
   }
-  registro_->setText(registro);
+  mostrada_->setText(mostrada);
   distintivo_->setText(conFolio ? estado_ : QString());
   distintivo_->setVisible(!distintivo_->text().isEmpty());
   const Contexto::Novedad nueva = contexto().novedad ? contexto().novedad() : Contexto::Novedad();
   // Cut short where there is little room; the tip tells it whole.
   constexpr int kOrilla = 28;  // of the button, pixels
-  const int cabe = registro_->parentWidget()->width() - kOrilla -
+  const int cabe = mostrada_->parentWidget()->width() - kOrilla -
                    (distintivo_->isHidden() ? 0 : distintivo_->sizeHint().width() + espacio::kChico);
   novedad_->setText(Abreviada(nueva.texto, novedad_->fontMetrics(), std::max(cabe, 40)));
   novedad_->setToolTip(nueva.texto + QStringLiteral(" (Ctrl+O la abre)"));

@@ -50,7 +50,7 @@ class VistaBarra : public Vista {
   std::string folio_;  // whose state is shown
   QString estado_;
   std::map<controles::Accion, QToolButton*> botones_;
-  QLabel* registro_ = nullptr;
+  QLabel* mostrada_ = nullptr;      // the record that is shown
   QLabel* distintivo_ = nullptr;    // the record's state
   QToolButton* novedad_ = nullptr;  // what was done last
   QAction* abre_ = nullptr;

@@ -217,7 +217,7 @@ Json MuestraLista(const std::vector<autonomo::CorreoEnBandeja>& correos) {
   });
 }
 
-std::optional<Json> MuestraRegistro(autonomo::Anfitrion& anfitrion, std::string_view nombre) {
+std::optional<Json> MuestraAnotado(autonomo::Anfitrion& anfitrion, std::string_view nombre) {
   const auto convierte = [](const auto& registro) { return JsonDe(registro); };
   if (nombre == "bitacora") return ListaDe(anfitrion.Bitacora(), convierte);
   if (nombre == "correos") return ListaDe(anfitrion.Correos(), convierte);

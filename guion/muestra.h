@@ -36,6 +36,8 @@ Json MuestraTablero(const controles::Grid& grid);
 // Rows of the lists of change log and outbox.
 Json MuestraLista(const std::vector<autonomo::EntradaDeBitacora>& entradas);
 Json MuestraLista(const std::vector<autonomo::CorreoEnBandeja>& correos);
-std::optional<Json> MuestraRegistro(autonomo::Anfitrion& anfitrion, std::string_view nombre);
+// What the host has noted of its own doing: change log, mails, prints, records and screens that were opened, what was
+// done last. Nothing for another name.
+std::optional<Json> MuestraAnotado(autonomo::Anfitrion& anfitrion, std::string_view nombre);
 
 }  // namespace guion

@@ -214,7 +214,7 @@ void Interprete::Muestra(const Palabras& p) { actual_.valor = ValorDe(p[1]); }
 Json Interprete::ValorDe(const std::string& que) {
   if (que == "llamadas") return piezas_.vigilancia.TomaLlamadas();
   if (que == "sentencias") return piezas_.vigilancia.TomaSentencias();
-  if (auto registro = MuestraRegistro(piezas_.anfitrion, que)) return *std::move(registro);
+  if (auto anotado = MuestraAnotado(piezas_.anfitrion, que)) return *std::move(anotado);
   if (que == "hotel") return MuestraHotel(hotelNuevo_, autonomo::SinHotel(*piezas_.anfitrion.conexion()));
   if (que == "pendientes") return MuestraPendientes(autonomo::Pendientes(piezas_.anfitrion));
   if (que == "hoy") return MuestraHoy(DiaALaVista());
