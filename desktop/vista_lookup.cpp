@@ -153,16 +153,16 @@ std::optional<QString> VistaLookup::Nombre() const {
   return nombre == nullptr || nombre->text().empty() ? std::nullopt : std::optional(Q(nombre->text()));
 }
 
-bool VistaLookup::Desconocida() const {
-  return TieneNombre() && !campo_.text().empty() && campo_.text() != "%" && !campo_.pendiente() && !Nombre();
-}
+bool VistaLookup::HayClave() const { return !campo_.text().empty() && campo_.text() != campo_.diseno().text; }
+
+bool VistaLookup::Desconocida() const { return TieneNombre() && HayClave() && !campo_.pendiente() && !Nombre(); }
 
 // The name beside a typed key comes with Enter; a key that has none says so.
 void VistaLookup::DiceNombre() {
   if (!TieneNombre()) return;
   const std::optional<QString> nombre = Nombre();
   if (vecino_ != nullptr) vecino_->setText(nombre.value_or(QString()));
-  const bool sin = !campo_.text().empty() && campo_.text() != "%" && !nombre;
+  const bool sin = HayClave() && !nombre;
   const QString aviso = !sin                 ? QString()
                         : campo_.pendiente() ? QStringLiteral("Enter para buscar el nombre")
                                              : QStringLiteral("No existe");

@@ -39,6 +39,8 @@ class VistaLookup : public Vista {
   // Name of the key that stands in the field; nothing for none, for one that is not confirmed and for one that does not
   // exist.
   std::optional<QString> Nombre() const;
+  // What a field holds by design ("%" for all) is no key.
+  bool HayClave() const;
   bool Desconocida() const;
   void DiceNombre();
   // What was typed is no key but part of a name: searched for. False when it is not.
