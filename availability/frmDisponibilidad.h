@@ -49,9 +49,6 @@ class MatrizEstados {
 inline constexpr std::int32_t kFondoOcupado = 0x000000FF, kFondoDisponible = 0x0000FF00, kFondoBloqueado = 0x00C0C0C0,
                               kFondoOcupando = 0x00008000, kFondoReservado = 0x00808000;
 
-// Code of a filter that lets everything through.
-inline constexpr const char* kTodosLosCodigos = "%";
-
 class TotalesTablero;  // ocupacion.h
 
 class frmDisponibilidad : public controles::Formulario {

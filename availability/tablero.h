@@ -1,4 +1,5 @@
-// Names of the board's grid: its cell states, which are its styles, and where its nights begin.
+// Names of the board: the states of its cells, which are its grid's styles, where its nights begin, and what a filter
+// holds that hides nothing.
 #pragma once
 
 #include <array>
@@ -20,5 +21,8 @@ constexpr std::string_view NombreEstado(EstadoCelda estado) { return kEstilos[st
 
 // Columns before the first night.
 using controles::kColumnasFijas;
+
+// Code of a filter that lets everything through.
+inline constexpr const char* kTodosLosCodigos = "%";
 
 }  // namespace kv207

@@ -30,9 +30,9 @@ int FilaDe(const controles::Grid& grid, const std::string& habitacion) {
 void QuitaFiltros(controles::Formulario& tablero) {
   for (const char* nombre : {control::kGrupo, control::kArea, control::kTipo}) {
     auto* filtro = controles::Como<controles::LookupField>(tablero.Busca(nombre));
-    if (filtro == nullptr || filtro->text() == "%") continue;
+    if (filtro == nullptr || filtro->text() == kv207::kTodosLosCodigos) continue;
     tablero.Enfoca(*filtro);
-    filtro->Teclea("%");
+    filtro->Teclea(kv207::kTodosLosCodigos);
     tablero.PulsaTecla(controles::tecla::kEnter);
   }
 }
