@@ -22,6 +22,13 @@ struct PistasGrid {
   QString agregar{}, quitar{}, manija{}, sinColumnas{}, sinFilas{};
 };
 
+// Of a screen's toolbar, which tells the record that is shown and what was done last.
+struct PistasBarra {
+  QString nueva{};                // in place of a key that a new record has not yet
+  QString editada{}, mostrada{};  // before the key of one that is edited, and that is shown
+  QString abrir{}, copiar{};      // what opens the record of what was done last, and what copies its key
+};
+
 struct Pistas {
   std::vector<std::pair<std::string, QString>> iconos{};      // button, and what Icono calls its picture
   std::vector<std::pair<std::string, std::string>> fichas{};  // field, and the button that opens its key's record
@@ -29,6 +36,7 @@ struct Pistas {
   std::string trasEditar{};                                   // field that a person goes on with after Edit
   std::string abre{};                                         // field that opens a stored record by its key
   std::vector<std::string> totales{};                         // fields that sum up the lines
+  PistasBarra barra{};
   PistasGrid renglones{}, tablero{};
 
   const PistasGrid& De(const controles::Grid& grid) const;

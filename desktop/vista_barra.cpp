@@ -318,9 +318,9 @@ void VistaBarra::CreaNovedad(QWidget* padre) {
   novedad_->setPopupMode(QToolButton::InstantPopup);
   novedad_->hide();
   auto* menu = new QMenu(novedad_);
-  abre_ = menu->addAction(QStringLiteral("Abrir la reservación"));
+  abre_ = menu->addAction(contexto().pistas.barra.abrir);
   QObject::connect(abre_, &QAction::triggered, novedad_, [this] { AbreNovedad(); });
-  QObject::connect(menu->addAction(QStringLiteral("Copiar el folio")), &QAction::triggered, novedad_,
+  QObject::connect(menu->addAction(contexto().pistas.barra.copiar), &QAction::triggered, novedad_,
                    [this] { QApplication::clipboard()->setText(contexto().novedad().folio); });
   QObject::connect(menu, &QMenu::aboutToShow, novedad_, [this] { abre_->setEnabled(!barra_.EnEdicion()); });
   novedad_->setMenu(menu);
@@ -366,14 +366,12 @@ void VistaBarra::RefrescaBorrador() {
 
 void VistaBarra::RefrescaLado() {
   RefrescaBorrador();
-  const bool conFolio = !barra_.EsNuevo() && !barra_.ClaveActual().empty();
-  QString mostrada = barra_.EsNuevo() ? QStringLiteral("Nueva reservación") : QString();
-  if (conFolio) {
-    mostrada = barra_.EnEdicion() ? QStringLiteral("Editando ") : QStringLiteral("Folio ");
-    mostrada += Q(barra_.ClaveActual());
-  }
+  const PistasBarra& pistas = contexto().pistas.barra;
+  const bool conClave = !barra_.EsNuevo() && !barra_.ClaveActual().empty();
+  QString mostrada = barra_.EsNuevo() ? pistas.nueva : QString();
+  if (conClave) mostrada = (barra_.EnEdicion() ? pistas.editada : pistas.mostrada) + Q(barra_.ClaveActual());
   mostrada_->setText(mostrada);
-  distintivo_->setText(conFolio ? estado_ : QString());
+  distintivo_->setText(conClave ? estado_ : QString());
   distintivo_->setVisible(!distintivo_->text().isEmpty());
   const Contexto::Novedad nueva = contexto().novedad ? contexto().novedad() : Contexto::Novedad();
   // Cut short where there is little room; the tip tells it whole.
