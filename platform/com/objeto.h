@@ -38,7 +38,6 @@ inline constexpr HResult kPuntero = static_cast<HResult>(0x80004003);
 inline constexpr HResult kFallo = static_cast<HResult>(0x80004005);
 inline constexpr HResult kSinAgregacion = static_cast<HResult>(0x80040110);
 inline constexpr HResult kClaseNoDisponible = static_cast<HResult>(0x80040111);
-inline constexpr HResult kClaseNoRegistrada = static_cast<HResult>(0x80040154);
 
 // Stops a build with assertions when the caller is not the apartment's thread; nothing in others.
 #ifdef NDEBUG
