@@ -9,10 +9,10 @@
 
 namespace vista {
 
-QDate ADate(com::Fecha fecha);
-com::Fecha DeDate(const QDate& fecha);
+[[nodiscard]] QDate ADate(com::Fecha fecha);
+[[nodiscard]] com::Fecha DeDate(const QDate& fecha);
 // A date as clerks type it: "15/03/2026", "15-3-26", "15/3", "15" (nearest to the base), "15032026", "+3" (days from
 // the base). Nothing for anything else.
-std::optional<com::Fecha> LeeFecha(const QString& texto, com::Fecha base);
+[[nodiscard]] std::optional<com::Fecha> LeeFecha(const QString& texto, com::Fecha base);
 
 }  // namespace vista

@@ -76,7 +76,9 @@ void Guia::CreaPasos() {
        [this] { Teclea(control::kFormaPago, kFormaPago); }},
       {QStringLiteral(
            "La llegada y, a su lado, la salida: mañana, por dos noches. Se escribe 15/3, sólo el día, o +3."),
-       campo(control::kLlegada), [this] { recepcion::TecleaEstancia(Principal(), llegada_, salida_); }},
+       campo(control::kLlegada),
+       // Dates that were not taken show on the board, where the nights cannot be marked.
+       [this] { static_cast<void>(recepcion::TecleaEstancia(Principal(), llegada_, salida_)); }},
       {QStringLiteral("El tablero (F6) dice qué habitaciones están libres esas noches."), campo(control::kAbreTablero),
        [this] { AbreTablero(); }},
       {QStringLiteral("Cada renglón es una habitación y cada columna una noche; lo verde está libre. Se marcan las dos "

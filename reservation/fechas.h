@@ -25,7 +25,7 @@ struct Estancia {
 // Nights typed by the clerk; fractions go to the nearest whole number, halves to the even one. 0, which the screen
 // turns into one night, where there is no number. Error kArgumento when they are below 0 or the departure would lie
 // beyond the calendar.
-std::int32_t NochesTecleadas(const com::Variant& valor, com::Fecha llegada);
+[[nodiscard]] std::int32_t NochesTecleadas(const com::Variant& valor, com::Fecha llegada);
 
 // Why a stay of that many nights is too long for the hotel (its parameter HT_MAXIMO_NOCHES); nothing when it is not.
 // Stays of up to a month never are: the host is not asked about them.

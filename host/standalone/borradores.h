@@ -35,16 +35,16 @@ class Borradores {
   void Olvida();
   // The next draft that a program which is gone left behind; it is this program's own from then on. One that cannot be
   // read is set aside under the name that it is given with, and is no longer found. Nothing when there are no more.
-  std::optional<BorradorHallado> Toma();
+  [[nodiscard]] std::optional<BorradorHallado> Toma();
   // Sets the draft taken last aside, like one that cannot be read; gives its new name.
-  std::string ApartaIlegible();
+  [[nodiscard]] std::string ApartaIlegible();
   // The draft taken last stays for another session.
   void Suelta();
 
  private:
-  std::string Duenos() const;  // the database's and the user's names, a line each
-  std::string Ruta(int numero) const;
-  bool Ocupa(int numero);  // locks the place; false when another program has it
+  [[nodiscard]] std::string Duenos() const;  // the database's and the user's names, a line each
+  [[nodiscard]] std::string Ruta(int numero) const;
+  [[nodiscard]] bool Ocupa(int numero);  // locks the place; false when another program has it
 
   std::string base_, usuario_, carpeta_, nombre_;
   int siguiente_ = 1;  // where Toma goes on
