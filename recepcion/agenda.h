@@ -21,19 +21,19 @@ struct PedidoAgenda {
   std::string hotel;  // name
 };
 // From a month before that day to a year after it.
-PedidoAgenda PedidoDeAgenda(com::Fecha hoy, std::string hotel, bool conNombres);
+[[nodiscard]] PedidoAgenda PedidoDeAgenda(com::Fecha hoy, std::string hotel, bool conNombres);
 
 struct Agenda {
   std::string habitacion;
   std::string texto;
 };
 // One for each room in service, by key. com::Error for database failures.
-std::vector<Agenda> LeeAgendas(const Fuente& fuente, const PedidoAgenda& pedido);
+[[nodiscard]] std::vector<Agenda> LeeAgendas(const Fuente& fuente, const PedidoAgenda& pedido);
 // A room's alone, or with "" all rooms in one calendar; com::Error kArgumento for a room that is not there.
-std::string LeeAgenda(const Fuente& fuente, const std::string& habitacion, const PedidoAgenda& pedido);
+[[nodiscard]] std::string LeeAgenda(const Fuente& fuente, const std::string& habitacion, const PedidoAgenda& pedido);
 
 // A name of the room's own for its file: letters, digits and "-" of the key as they are, other bytes as "_" and their
 // number.
-std::string NombreDeArchivo(const std::string& habitacion);
+[[nodiscard]] std::string NombreDeArchivo(const std::string& habitacion);
 
 }  // namespace recepcion

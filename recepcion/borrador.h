@@ -35,17 +35,17 @@ struct Borrador {
 
 // What the screen's capture holds; com::Error kArgumento when there is none. visto, aMedias and quitados are the
 // caller's to add.
-Borrador TomaBorrador(const controles::Formulario& principal);
+[[nodiscard]] Borrador TomaBorrador(const controles::Formulario& principal);
 
 // A draft as text and back; com::Error kArgumento, with the reason in Spanish, for a text that is none.
-std::string EnTexto(const Borrador& borrador);
-Borrador DeTexto(std::string_view texto);
+[[nodiscard]] std::string EnTexto(const Borrador& borrador);
+[[nodiscard]] Borrador DeTexto(std::string_view texto);
 
 // "Reservación nueva, Ana López, 10/03/2026 – 12/03/2026, 1 habitación".
-std::string Resumen(const Borrador& borrador);
+[[nodiscard]] std::string Resumen(const Borrador& borrador);
 // Folio of a live reservation with the draft's guest and stay that was captured on that day or later: a new one that
 // was stored just before the program ended; "" none. Database failures raise com::Error.
-std::string YaGuardada(const Borrador& borrador, com::Fecha dia);
+[[nodiscard]] std::string YaGuardada(const Borrador& borrador, com::Fecha dia);
 
 // How the draft's capture is begun again.
 struct ManosDelBorrador {
@@ -57,10 +57,10 @@ struct ManosDelBorrador {
 // Begins the New or the Edit and types what differs, field by field and line by line; what was half typed is the
 // caller's. Gives a text for each thing that is not as it was, but for the card (FaltaTarjeta). com::Error kArgumento,
 // and nothing is begun, while something is captured and for a reservation that can no longer be edited.
-std::vector<std::string> ReponeBorrador(controles::Formulario& principal, const Borrador& borrador,
-                                        const ManosDelBorrador& manos);
+[[nodiscard]] std::vector<std::string> ReponeBorrador(controles::Formulario& principal, const Borrador& borrador,
+                                                      const ManosDelBorrador& manos);
 
 // What is to be said of the card's data, which no draft holds; "" nothing was entered.
-std::string FaltaTarjeta(const Borrador& borrador);
+[[nodiscard]] std::string FaltaTarjeta(const Borrador& borrador);
 
 }  // namespace recepcion

@@ -66,12 +66,12 @@ inline constexpr int kNochesDeCifras = 3660;
 
 // The nights of the period, in order. hoy: the day on which it is asked. com::Error kArgumento for a period that ends
 // before it begins or is longer than kNochesDeCifras; database failures.
-std::vector<CuentaDe> LeeCifras(const Fuente& fuente, const PedidoCifras& pedido, com::Fecha hoy);
+[[nodiscard]] std::vector<CuentaDe> LeeCifras(const Fuente& fuente, const PedidoCifras& pedido, com::Fecha hoy);
 // The same by calendar month; the first and last one only as far as the period goes.
-std::vector<CuentaDe> PorMes(const std::vector<CuentaDe>& noches);
-Cuenta Suma(const std::vector<CuentaDe>& cuentas);
+[[nodiscard]] std::vector<CuentaDe> PorMes(const std::vector<CuentaDe>& noches);
+[[nodiscard]] Cuenta Suma(const std::vector<CuentaDe>& cuentas);
 // The same date a year before; 28 February for the 29th.
-com::Fecha UnAnoAntes(com::Fecha fecha);
+[[nodiscard]] com::Fecha UnAnoAntes(com::Fecha fecha);
 
 // What a person, or a script, has before the eyes.
 class Cifras {
@@ -98,8 +98,8 @@ class Cifras {
 };
 
 // Keys and names of the branches, by key.
-std::vector<std::pair<std::string, std::string>> Sucursales();
+[[nodiscard]] std::vector<std::pair<std::string, std::string>> Sucursales();
 // By night, or by month; the total is the last row.
-listado::Listado ListadoDe(const Cifras& cifras, bool porMes);
+[[nodiscard]] listado::Listado ListadoDe(const Cifras& cifras, bool porMes);
 
 }  // namespace recepcion

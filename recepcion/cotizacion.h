@@ -54,10 +54,10 @@ class Cotizacion {
 };
 
 // Keys of the currencies that can be asked for, in order.
-std::vector<std::string> Monedas();
+[[nodiscard]] std::vector<std::string> Monedas();
 // The fewest rooms that hold the stay one after the other, among those of the rows; empty when on some night none is
 // free.
-std::vector<Tramo> MenosCambios(const Cuadro& cuadro, const std::vector<int>& filas, com::Fecha llegada,
-                                com::Fecha salida);
+[[nodiscard]] std::vector<Tramo> MenosCambios(const Cuadro& cuadro, const std::vector<int>& filas, com::Fecha llegada,
+                                              com::Fecha salida);
 
 }  // namespace recepcion

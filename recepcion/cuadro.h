@@ -84,10 +84,10 @@ class Cuadro {
 };
 
 // What a bar stands for, in words: state, or what it is.
-std::string EstadoDe(const Barra& barra);
+[[nodiscard]] std::string EstadoDe(const Barra& barra);
 // The day on which it ends as it is read: a block's is its last night, the others' that of the departure.
-com::Fecha UltimoDia(const Barra& barra);
+[[nodiscard]] com::Fecha UltimoDia(const Barra& barra);
 // "Reservación 0000000016, Ana López, Activa, 09/03/2026 – 11/03/2026", "Bloqueada, 09/03/2026 – 10/03/2026".
-std::string QuienLaTiene(const Barra& barra);
+[[nodiscard]] std::string QuienLaTiene(const Barra& barra);
 
 }  // namespace recepcion

@@ -25,9 +25,9 @@ struct CuentaExplicada {
 };
 
 // A room line of the reservation screen, from 0. com::Error kSubindice for one that is not there; the host's failures.
-CuentaExplicada ExplicaRenglon(const controles::Formulario& principal, int fila);
+[[nodiscard]] CuentaExplicada ExplicaRenglon(const controles::Formulario& principal, int fila);
 // Sub-total, taxes and total of the footer, line by line.
-CuentaExplicada ExplicaTotal(const controles::Formulario& principal);
+[[nodiscard]] CuentaExplicada ExplicaTotal(const controles::Formulario& principal);
 // Which lines have a price that was agreed, asked often: what the price source said is kept as long as a line stays as
 // it is.
 class Acordados {
@@ -39,9 +39,9 @@ class Acordados {
   std::unordered_map<std::string, bool> dichos_;  // by all that a line's price depends on
 };
 // As the screen tells them (publico/captura.h); of another form Ninguno and "".
-publico::OrigenPrecio OrigenDelPrecio(const controles::Formulario& principal, int fila);
-std::string AvisoDePrecio(const controles::Formulario& principal);
+[[nodiscard]] publico::OrigenPrecio OrigenDelPrecio(const controles::Formulario& principal, int fila);
+[[nodiscard]] std::string AvisoDePrecio(const controles::Formulario& principal);
 // As a tip shows it: a step a line.
-std::string TextoDe(const CuentaExplicada& explicacion);
+[[nodiscard]] std::string TextoDe(const CuentaExplicada& explicacion);
 
 }  // namespace recepcion

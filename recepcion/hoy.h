@@ -33,10 +33,10 @@ namespace recepcion {
 enum class Lista { Llegadas, Salidas, EnCasa, NoLlegaron };
 inline constexpr std::size_t kListas = 4;
 // "llegadas", "salidas", "encasa", "nollegaron": what a script calls them.
-std::string_view NombreDe(Lista lista);
-std::optional<Lista> ListaDe(std::string_view nombre);
+[[nodiscard]] std::string_view NombreDe(Lista lista);
+[[nodiscard]] std::optional<Lista> ListaDe(std::string_view nombre);
 // "Llegadas", "Salidas", "En casa", "No llegaron".
-std::string_view TituloDe(Lista lista);
+[[nodiscard]] std::string_view TituloDe(Lista lista);
 
 struct Fila {
   std::string folio;     // of the reservation, "" for a stay without one
@@ -64,11 +64,11 @@ struct Dia {
   std::vector<LibresDeTipo> libres;               // by type
 };
 // Reads the day through the host's connection; com::Error for database failures.
-Dia LeeDia(com::Fecha fecha);
+[[nodiscard]] Dia LeeDia(com::Fecha fecha);
 // Its lists alone, without the free rooms.
-Dia LeeListas(const Fuente& fuente, com::Fecha fecha);
+[[nodiscard]] Dia LeeListas(const Fuente& fuente, com::Fecha fecha);
 // The reservations of these folios, in their order; those that are gone are left out.
-std::vector<Fila> LeeFilas(const std::vector<std::string>& folios);
+[[nodiscard]] std::vector<Fila> LeeFilas(const std::vector<std::string>& folios);
 
 // What a person, or a script, has before the eyes: the day, and one list or what a search found.
 class Hoy {

@@ -69,14 +69,14 @@ class Huespedes {
   void Elige(bool conHabitacion, bool conNotas);
 
   // A new client out of what was searched for: name, telephone or mail, and the next key.
-  Persona Propuesta() const;
+  [[nodiscard]] Persona Propuesta() const;
   // Who has the same telephone or mail, or nearly the same name.
-  std::vector<Parecida> ParecidasA(const Persona& nueva) const;
+  [[nodiscard]] std::vector<Parecida> ParecidasA(const Persona& nueva) const;
   // Stores a new client and points at him alone. aunqueParezca: also when there are similar ones; without it they are
   // given back and nothing is stored. An empty key is the next one. com::Error kArgumento for data that cannot stand,
   // kRestriccion for a key that exists (somebody took it meanwhile): the clients are read anew, so that the next key
   // and who is similar are right.
-  std::vector<Parecida> Crea(const Persona& nueva, bool aunqueParezca);
+  [[nodiscard]] std::vector<Parecida> Crea(const Persona& nueva, bool aunqueParezca);
   // Points at the client of the key alone, as if it had been searched for.
   void SenalaClave(const std::string& clave);
 
@@ -115,10 +115,10 @@ class Huespedes {
 };
 
 // A client's reservations, the last to arrive first.
-std::vector<Fila> ReservacionesDe(const std::string& cliente);
+[[nodiscard]] std::vector<Fila> ReservacionesDe(const std::string& cliente);
 // Nothing for a client who has not been here.
-std::optional<UltimaEstancia> UltimaEstanciaDe(const std::string& huesped, com::Fecha hoy);
+[[nodiscard]] std::optional<UltimaEstancia> UltimaEstanciaDe(const std::string& huesped, com::Fecha hoy);
 // A name typed in small letters or in capitals alone, as names are written; any other as it is.
-std::string NombrePropio(const std::string& escrito);
+[[nodiscard]] std::string NombrePropio(const std::string& escrito);
 
 }  // namespace recepcion

@@ -18,18 +18,18 @@ struct Fuente {
   std::string (*dia)(com::Fecha);
 };
 // The component's own: for the clerk's thread alone.
-Fuente DelAnfitrion();
+[[nodiscard]] Fuente DelAnfitrion();
 // A connection of any thread's, to a database that takes days as AAAA-MM-DD.
-Fuente FuenteDe(ado::ConnectionPtr conexion);
+[[nodiscard]] Fuente FuenteDe(ado::ConnectionPtr conexion);
 
 // Runs a statement; without a source on the connection fetched for it.
 ado::RecordsetPtr Ejecuta(const Fuente& fuente, const ado::TextoSQL& sql);
 ado::RecordsetPtr Ejecuta(const ado::TextoSQL& sql);
 // The day as the host writes it in statements.
-std::string DiaSql(com::Fecha dia);
+[[nodiscard]] std::string DiaSql(com::Fecha dia);
 // A column as text without blanks at the end, "" for NULL; as a day or a number, of which NULL is the first.
-std::string Celda(const ado::Recordset& rs, std::size_t columna);
-com::Fecha CeldaDia(const ado::Recordset& rs, std::size_t columna);
-double CeldaNumero(const ado::Recordset& rs, std::size_t columna);
+[[nodiscard]] std::string Celda(const ado::Recordset& rs, std::size_t columna);
+[[nodiscard]] com::Fecha CeldaDia(const ado::Recordset& rs, std::size_t columna);
+[[nodiscard]] double CeldaNumero(const ado::Recordset& rs, std::size_t columna);
 
 }  // namespace recepcion

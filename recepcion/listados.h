@@ -9,10 +9,10 @@
 namespace recepcion {
 
 // The rows before the clerk's eyes: a list of the day, or what a search found.
-listado::Listado ListadoDe(const Hoy& hoy);
+[[nodiscard]] listado::Listado ListadoDe(const Hoy& hoy);
 // What holds the rooms in the period, by room and first night.
-listado::Listado ListadoDe(const Cuadro& cuadro);
+[[nodiscard]] listado::Listado ListadoDe(const Cuadro& cuadro);
 // What the quote offers, by type.
-listado::Listado ListadoDe(const Cotizacion& cotizacion);
+[[nodiscard]] listado::Listado ListadoDe(const Cotizacion& cotizacion);
 
 }  // namespace recepcion

@@ -24,12 +24,12 @@ struct Parte {
 };
 
 // As things stand now, whatever the moment. com::Error for database failures.
-Parte LeeParte(const Fuente& fuente, com::Fecha momento, std::string hotel, std::string moneda);
+[[nodiscard]] Parte LeeParte(const Fuente& fuente, com::Fecha momento, std::string hotel, std::string moneda);
 
 // "Parte del 09/03/2026 · Hotel Bahía".
-std::string TituloDe(const Parte& parte);
+[[nodiscard]] std::string TituloDe(const Parte& parte);
 // As lines of text, and as a page.
-std::string TextoDe(const Parte& parte);
-std::string HtmlDe(const Parte& parte);
+[[nodiscard]] std::string TextoDe(const Parte& parte);
+[[nodiscard]] std::string HtmlDe(const Parte& parte);
 
 }  // namespace recepcion

@@ -32,9 +32,9 @@ struct Lectura {
 // year is the one that lies between 30 days ago and eleven months ahead; one without a month, and a weekday, are the
 // next one, today included, both together the nearest one. In a range each day takes from the other what it lacks: the
 // second follows the first.
-std::vector<Lectura> LeeTexto(std::string_view texto, com::Fecha hoy, SinAcento sinAcento);
+[[nodiscard]] std::vector<Lectura> LeeTexto(std::string_view texto, com::Fecha hoy, SinAcento sinAcento);
 
 // The first day in figures that stands in the text and is in no calendar ("31/02"), as it was written; "" none.
-std::string DiaInexistente(std::string_view texto);
+[[nodiscard]] std::string DiaInexistente(std::string_view texto);
 
 }  // namespace recepcion

@@ -13,17 +13,17 @@ using SinAcento = char32_t (*)(char32_t);
 
 // Letters without case and accents (ASCII ones in capitals); of the other signs those of ASCII stay, the others become
 // what sinAcento gives.
-std::string Plano(std::string_view texto, SinAcento sinAcento);
-bool EsDePalabra(char c);
+[[nodiscard]] std::string Plano(std::string_view texto, SinAcento sinAcento);
+[[nodiscard]] bool EsDePalabra(char c);
 // The words of a plain text: runs of letters and digits. "ana.lopez@x.mx" has four.
-std::vector<std::string> Palabras(std::string_view plano);
+[[nodiscard]] std::vector<std::string> Palabras(std::string_view plano);
 // A key without the zeros before it, "0" for nothing but zeros.
-std::string_view SinCeros(std::string_view clave);
-bool SoloDigitos(std::string_view texto);
+[[nodiscard]] std::string_view SinCeros(std::string_view clave);
+[[nodiscard]] bool SoloDigitos(std::string_view texto);
 
 // Whether a telephone's digits are those of another or hold them, with and without the code of a country.
-bool TieneTelefono(std::string_view digitos, std::string_view otros);
+[[nodiscard]] bool TieneTelefono(std::string_view digitos, std::string_view otros);
 // Whether digits are enough for one.
-bool EsTelefono(std::string_view digitos);
+[[nodiscard]] bool EsTelefono(std::string_view digitos);
 
 }  // namespace recepcion

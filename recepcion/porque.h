@@ -18,8 +18,8 @@ struct Explicacion {
 // Of the cell at that row and column of the board's grid. A free room, a marked one and the columns before the nights
 // need no words. What the reservation that is edited holds counts as free, as on the board. Database failures raise
 // com::Error.
-Explicacion PorQue(const controles::Formulario& tablero, int fila, int columna);
+[[nodiscard]] Explicacion PorQue(const controles::Formulario& tablero, int fila, int columna);
 // A line for each part; "" for nothing.
-std::string EnLineas(const Explicacion& explicacion);
+[[nodiscard]] std::string EnLineas(const Explicacion& explicacion);
 
 }  // namespace recepcion

@@ -46,16 +46,16 @@ inline constexpr CeldaDeImporte kImportesDeRenglon[] = {{kv207::col::kPrecio, &R
                                                         {kv207::col::kTotal, &Renglon::total}};
 
 // "0101 Doble / Vista, 10/03/2026 – 12/03/2026, 2 adultos, $2,500.00": for messages.
-std::string EnPalabras(const Renglon& renglon);
+[[nodiscard]] std::string EnPalabras(const Renglon& renglon);
 
 // Of the reservation screen's grid; lines without a room are left out.
-std::vector<Renglon> LeeRenglones(const controles::Formulario& principal);
+[[nodiscard]] std::vector<Renglon> LeeRenglones(const controles::Formulario& principal);
 // Makes the grid's lines these ones by typing: in those that are there what differs, then the others; those that are
 // not among them go. What the screen does not take stays out.
 void TecleaRenglones(controles::Formulario& principal, const std::vector<Renglon>& renglones);
 // What of these lines the screen does not hold, a text for each.
-std::vector<std::string> RenglonesQueFaltan(const controles::Formulario& principal,
-                                            const std::vector<Renglon>& renglones);
+[[nodiscard]] std::vector<std::string> RenglonesQueFaltan(const controles::Formulario& principal,
+                                                          const std::vector<Renglon>& renglones);
 
 // The lines that another number of nights took away in the capture that is open, to be brought back.
 class RenglonesQuitados {
@@ -69,7 +69,7 @@ class RenglonesQuitados {
   // too, and lines without nights in the stay, stay out; an agreed price comes back with the nights that it was agreed
   // for. Gives a text for each line that is not as it was, or whose price is not. com::Error kArgumento outside a
   // capture, and when no line was taken away.
-  std::vector<std::string> Repone(controles::Formulario& principal);
+  [[nodiscard]] std::vector<std::string> Repone(controles::Formulario& principal);
 
  private:
   struct Estado {

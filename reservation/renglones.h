@@ -18,7 +18,7 @@ namespace kv207 {
 [[nodiscard]] std::optional<com::Fecha> FechaSiLaHay(const com::Variant& celda);
 // Number of persons in a cell: 0 when empty, halves to the even neighbour. Error kTipos for a text that is no number,
 // kDesbordamiento for more than 32,767, kArgumento for a negative number.
-std::int16_t PersonasDeCelda(const com::Variant& celda);
+[[nodiscard]] std::int16_t PersonasDeCelda(const com::Variant& celda);
 // Adults, minors and infants of a line together; the errors of PersonasDeCelda.
 [[nodiscard]] int PersonasDelRenglon(const controles::Grid& grid, int fila);
 

@@ -64,7 +64,8 @@ TEST(ImportesDelRenglon, FollowTheEditedAmount) {
 TEST(PersonasDeCelda, AreWholeAndNeverNegative) {
   EXPECT_EQ(kv207::PersonasDeCelda(com::Variant()), 0);
   EXPECT_EQ(kv207::PersonasDeCelda("2.5"), 2);
-  for (const char* malo : {"dos", "-1", "40000"}) EXPECT_THROW(kv207::PersonasDeCelda(malo), com::Error) << malo;
+  for (const char* malo : {"dos", "-1", "40000"})
+    EXPECT_THROW(static_cast<void>(kv207::PersonasDeCelda(malo)), com::Error) << malo;
 }
 
 class Renglones : public pruebas::RenglonesPrueba {};
