@@ -41,7 +41,7 @@ class DialogoAcceso : public QDialog {
 };
 
 // The login when the program opens; usuario: what stands there first. SinAcceso when it is refused.
-std::string PideAcceso(autonomo::Conexion& conexion, const std::string& usuario);
+[[nodiscard]] std::string PideAcceso(autonomo::Conexion& conexion, const std::string& usuario);
 
 // Covers the windows after a time without work and asks for the password; what is being captured stays as it is.
 class Bloqueo : public QObject {

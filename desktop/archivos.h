@@ -20,16 +20,17 @@ struct RutaElegida {
 // counts before the kind that was chosen. nombre: proposed file name, without the ending; "" none. carpeta: where the
 // list begins; "" in the user's documents. anterior: what was answered last and did not do; null when it is asked
 // first.
-std::optional<RutaElegida> PreguntaRuta(const QString& titulo, const QString& nombre,
-                                        const std::vector<TipoDeArchivo>& tipos, QWidget* padre,
-                                        const QString& carpeta = {}, const RutaElegida* anterior = nullptr);
+[[nodiscard]] std::optional<RutaElegida> PreguntaRuta(const QString& titulo, const QString& nombre,
+                                                      const std::vector<TipoDeArchivo>& tipos, QWidget* padre,
+                                                      const QString& carpeta = {},
+                                                      const RutaElegida* anterior = nullptr);
 // Asks where a PDF is to be saved; gives its path, which ends in .pdf, or "" when the user wants none.
 // nombre: proposed file name, without the ending.
-QString PreguntaRutaPdf(const QString& titulo, const QString& nombre, QWidget* padre);
+[[nodiscard]] QString PreguntaRutaPdf(const QString& titulo, const QString& nombre, QWidget* padre);
 
 // The same for a hotel's file, to be opened or made; carpeta: where the list begins.
-QString PreguntaRutaHotel(bool nuevo, const QString& carpeta, QWidget* padre);
+[[nodiscard]] QString PreguntaRutaHotel(bool nuevo, const QString& carpeta, QWidget* padre);
 // The same for a CSV file to be read.
-QString PreguntaRutaCsv(const QString& titulo, QWidget* padre);
+[[nodiscard]] QString PreguntaRutaCsv(const QString& titulo, QWidget* padre);
 
 }  // namespace vista

@@ -75,6 +75,6 @@ class Asistente : public QWizard {
 };
 
 // Opens it for a hotel that nobody has set up; whether one was made.
-bool OfreceHotel(autonomo::Anfitrion& anfitrion, QWidget* padre);
+[[nodiscard]] bool OfreceHotel(autonomo::Anfitrion& anfitrion, QWidget* padre);
 
 }  // namespace vista

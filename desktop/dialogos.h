@@ -83,9 +83,9 @@ namespace caja = controles::caja;
 // A box of the program's own with one button; icono: kCritico, kAviso or kInforme.
 void Avisa(const std::string& texto, int icono, QWidget* padre, const char* titulo = "Reservaciones");
 // One with Yes and No, where Enter says no; icono: kPregunta or kAviso.
-bool Confirma(const std::string& pregunta, int icono, QWidget* padre);
+[[nodiscard]] bool Confirma(const std::string& pregunta, int icono, QWidget* padre);
 // Whether a dialog may be left: asks where something was typed in it that is stored nowhere.
-bool PermiteDejar(bool hayAlgo, QWidget* padre);
+[[nodiscard]] bool PermiteDejar(bool hayAlgo, QWidget* padre);
 
 // Gives a dialog this size, or what the screen has room for.
 void AjustaAPantalla(QDialog& dialogo, QSize deseado);

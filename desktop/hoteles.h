@@ -33,7 +33,7 @@ class DialogoHotel : public QDialog {
 };
 
 // The hotel that the person wants; nothing when she wants none.
-std::optional<std::string> PreguntaHotel(bool nuevo, const std::string& abierto, QWidget* padre);
+[[nodiscard]] std::optional<std::string> PreguntaHotel(bool nuevo, const std::string& abierto, QWidget* padre);
 
 // The path that a file goes by in lists, whole; an address as it is.
 std::string NombreEntero(const std::string& hotel);

@@ -12,7 +12,7 @@ class QWidget;
 namespace vista {
 
 // A reservation is being captured: rooms may be added and marked, notes written.
-bool EnCaptura(const controles::Formulario& principal);
+[[nodiscard]] bool EnCaptura(const controles::Formulario& principal);
 
 // Watches over what is captured on the main screen.
 class Resguardo {
@@ -22,17 +22,17 @@ class Resguardo {
   // Whether a button of the toolbar may go on. New, Clear and Close ask when the capture holds something that was
   // entered since it began; Cancel reservation always asks; Accept asks about an exchange rate more than a tenth off
   // the hotel's, or of a currency that has none.
-  bool Permite(const controles::Formulario& principal, controles::Accion accion, QWidget* padre) const;
+  [[nodiscard]] bool Permite(const controles::Formulario& principal, controles::Accion accion, QWidget* padre) const;
   // Whether the program may end (the window is closed, the session ends): asks as Close does.
-  bool PermiteSalir(const controles::Formulario& principal, QWidget* padre) const;
+  [[nodiscard]] bool PermiteSalir(const controles::Formulario& principal, QWidget* padre) const;
   // A capture holds something that was entered since it began.
-  bool HayCaptura(const controles::Formulario& principal) const;
+  [[nodiscard]] bool HayCaptura(const controles::Formulario& principal) const;
 
  private:
   std::string inicio_;  // all that the inputs and room lines held when the capture began
 };
 
 // Whether what was marked on the board may become room lines: only in a capture; says so otherwise.
-bool PermiteMarcas(const controles::Formulario& principal, QWidget* padre);
+[[nodiscard]] bool PermiteMarcas(const controles::Formulario& principal, QWidget* padre);
 
 }  // namespace vista

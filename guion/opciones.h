@@ -46,7 +46,7 @@ inline constexpr int kTodoBien = 0, kConFallas = 1, kUsoErroneo = 2;
 [[noreturn]] void UsoErroneo(const std::string& motivo);
 
 // Whether an argument asks for the usage or the version: nobody needs to look on.
-bool PideTexto(std::string_view argumento);
+[[nodiscard]] bool PideTexto(std::string_view argumento);
 
 // The database that --base or --conexion names, with a terminal to ask for its password. Error kArgumento for both, and
 // for an address with a password in it.
@@ -55,11 +55,11 @@ autonomo::OpcionesConexion LeeBase(const Argumentos& argumentos);
 std::string RutaBaseDelUsuario();
 
 // A password, not shown while it is typed; nothing without a terminal.
-std::optional<std::string> PideEnLaTerminal(const std::string& pregunta);
+[[nodiscard]] std::optional<std::string> PideEnLaTerminal(const std::string& pregunta);
 // A user's password from the environment (RESERVAS_CONTRASENA) or from the first line of a file; never from the command
 // line, which others can read. com::Error kArgumento, saying where to put it, when there is none, kSoloLectura for a
 // file that cannot be read, or that others than its owner may read.
-std::string LeeContrasenaDeUsuario(const std::optional<std::string>& archivo);
+[[nodiscard]] std::string LeeContrasenaDeUsuario(const std::optional<std::string>& archivo);
 // Who works on a base whose users have passwords, for a program that asks nobody.
 std::function<std::string(autonomo::Conexion&)> Identifica(const std::string& usuario,
                                                            const std::optional<std::string>& archivo);

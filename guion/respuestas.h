@@ -54,6 +54,6 @@ class Respuestas {
 };
 
 // Whether a box of that style has the button.
-bool TieneBoton(int estilo, int respuesta);
+[[nodiscard]] bool TieneBoton(int estilo, int respuesta);
 
 }  // namespace guion

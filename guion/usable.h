@@ -19,6 +19,6 @@ void RevisaCeldaEscribible(const controles::Grid& grid, int fila, int columna);
 [[noreturn]] void RechazaSalida(const controles::Grid& grid);
 
 // Shows its content only: a locked field, a date field that accepts no input.
-bool Bloqueado(const controles::Control& control);
+[[nodiscard]] bool Bloqueado(const controles::Control& control);
 
 }  // namespace guion

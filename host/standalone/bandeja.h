@@ -68,7 +68,8 @@ struct CorreoTomado {
   com::Fecha fecha;
 };
 // Takes a mail that waits; nothing when another sender was first. quien: mark of this sender's try, its alone.
-std::optional<CorreoTomado> Toma(Conexion& conexion, std::int32_t id, const std::string& quien, com::Fecha ahora);
+[[nodiscard]] std::optional<CorreoTomado> Toma(Conexion& conexion, std::int32_t id, const std::string& quien,
+                                               com::Fecha ahora);
 
 enum class Desenlace {
   Enviado,

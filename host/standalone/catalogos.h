@@ -66,8 +66,8 @@ bool EsNumero(const CampoCatalogo& campo);
 std::string MascaraDe(Conexion& conexion, const Catalogo& catalogo);
 // What is wrong with the texts that were typed for a row, "" nothing; valores gets them typed, up to the field that is
 // wrong. mascara: zero-fill mask of the key.
-std::string Valida(const Catalogo& catalogo, const std::vector<std::string>& textos, std::string_view mascara,
-                   std::vector<com::Variant>& valores);
+[[nodiscard]] std::string Valida(const Catalogo& catalogo, const std::vector<std::string>& textos,
+                                 std::string_view mascara, std::vector<com::Variant>& valores);
 // Text in which a value is typed and shown.
 std::string TextoDe(const CampoCatalogo& campo, const com::Variant& valor);
 
@@ -82,7 +82,8 @@ void Inserta(Conexion& conexion, const Catalogo& catalogo, std::vector<com::Vari
 void Cambia(Conexion& conexion, const Catalogo& catalogo, const FilaCatalogo& antes, std::vector<com::Variant> valores);
 // What should be known of a row that was just stored or withdrawn, "" nothing: products that are sold without tax at a
 // branch, a room block on nights of live reservations.
-std::string Advertencia(Conexion& conexion, const Catalogo& catalogo, const std::vector<com::Variant>& valores);
+[[nodiscard]] std::string Advertencia(Conexion& conexion, const Catalogo& catalogo,
+                                      const std::vector<com::Variant>& valores);
 // Withdraws or brings back a row; rows without a state are deleted, but for one that other catalogues name
 // (com::Error kRestriccion).
 void Retira(Conexion& conexion, const Catalogo& catalogo, const FilaCatalogo& fila);

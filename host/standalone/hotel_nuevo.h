@@ -40,7 +40,7 @@ struct Reparo {
   std::string motivo, campo;
   int fila = -1;
 };
-std::optional<Reparo> Revisa(const HotelNuevo& hotel, ParteHotel parte);
+[[nodiscard]] std::optional<Reparo> Revisa(const HotelNuevo& hotel, ParteHotel parte);
 
 // The rooms that a text names, in its order and in capitals: single ones and ranges, "101-125, 201 a 210, A01-A12,
 // 301A". com::Error kArgumento for a range that is none, a room named twice, a key that is too long or that the screens
@@ -48,9 +48,9 @@ std::optional<Reparo> Revisa(const HotelNuevo& hotel, ParteHotel parte);
 inline constexpr int kHabitacionesMaximas = 5000;
 std::vector<std::string> HabitacionesDe(std::string_view texto);
 // Why a room cannot have that key; "" it can.
-std::string MotivoHabitacion(const std::string& clave);
+[[nodiscard]] std::string MotivoHabitacion(const std::string& clave);
 // Why a name is too long for its column; "" it is not.
-std::string MotivoNombre(std::string_view titulo, const std::string& texto);
+[[nodiscard]] std::string MotivoNombre(std::string_view titulo, const std::string& texto);
 // The floor that a room's number tells ("Piso 1" for 101, "Piso 12" for 1204); "General" for one that tells none.
 std::string PisoDe(std::string_view habitacion);
 

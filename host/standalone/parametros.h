@@ -34,14 +34,14 @@ const std::vector<DefinicionParametro>& Parametros();
 // Null for a key that does not exist; case-blind.
 const DefinicionParametro* BuscaParametro(std::string_view clave);
 // Why the value cannot be read as the key's type, naming the key; "" it can.
-std::string MotivoIlegible(const DefinicionParametro& definicion, const std::string& valor);
+[[nodiscard]] std::string MotivoIlegible(const DefinicionParametro& definicion, const std::string& valor);
 
 // Stored value of the key; nothing when there is none.
-std::optional<std::string> ParametroGuardado(Conexion& conexion, std::string_view clave);
+[[nodiscard]] std::optional<std::string> ParametroGuardado(Conexion& conexion, std::string_view clave);
 // Stored value, or the table's default.
 std::string ValorParametro(Conexion& conexion, std::string_view clave);
 // One reason for each stored value that cannot be read; empty when all can.
-std::vector<std::string> ParametrosIlegibles(Conexion& conexion);
+[[nodiscard]] std::vector<std::string> ParametrosIlegibles(Conexion& conexion);
 // Stores the value. com::Error kArgumento for a key that does not exist or a value that cannot be read, is too long or
 // is a negative number.
 void GuardaParametro(Conexion& conexion, const std::string& clave, const std::string& valor);

@@ -20,22 +20,22 @@ struct Derecho {
 const std::vector<Derecho>& Derechos();
 
 // Why a login cannot stand in a statement or a key column; "" it can.
-std::string MotivoUsuario(const std::string& usuario);
+[[nodiscard]] std::string MotivoUsuario(const std::string& usuario);
 
-bool TienePermiso(Conexion& conexion, const std::string& usuario, const std::string& pantalla,
-                  const std::string& opcion);
+[[nodiscard]] bool TienePermiso(Conexion& conexion, const std::string& usuario, const std::string& pantalla,
+                                const std::string& opcion);
 // Whether the user may open the configuration: who was granted CHCONF; and where users have no passwords everybody
 // while nobody was, so that a new database can be set up.
-bool PuedeConfigurar(Conexion& conexion, const std::string& usuario);
+[[nodiscard]] bool PuedeConfigurar(Conexion& conexion, const std::string& usuario);
 
 // Right to read card numbers and codes in clear; likewise everybody's without passwords while nobody was granted it.
 inline constexpr const char* kPermisoTarjetas = anfitrion::permiso::kTarjetas;
-bool PuedeVerTarjetas(Conexion& conexion, const std::string& usuario);
+[[nodiscard]] bool PuedeVerTarjetas(Conexion& conexion, const std::string& usuario);
 
 // What the user's rights let her do in the database itself.
-Alcance AlcanceDe(Conexion& conexion, const std::string& usuario);
+[[nodiscard]] Alcance AlcanceDe(Conexion& conexion, const std::string& usuario);
 
 // Whether the user was granted CHCONF.
-bool Administra(Conexion& conexion, const std::string& usuario);
+[[nodiscard]] bool Administra(Conexion& conexion, const std::string& usuario);
 
 }  // namespace autonomo

@@ -10,6 +10,6 @@ namespace autonomo {
 // Why not, in words for the clerk; "" when nothing speaks against it. The server's clock is asked where there is one;
 // of a file, the last that was written in it: nobody worked in the future, nor leaves a hotel for half a year. Nothing
 // is said of a clock that was set to try something. Errors of Consulta.
-std::string DudaDelReloj(Conexion& conexion, com::Fecha ahora);
+[[nodiscard]] std::string DudaDelReloj(Conexion& conexion, com::Fecha ahora);
 
 }  // namespace autonomo

@@ -17,6 +17,6 @@ struct Hallazgo {
 // are sold twice, nights that a server keeps for nobody (it is made to keep what the lines hold), parameters that
 // cannot be read, copies. Guards that are missing are put back, as at each opening; one of an earlier version stays as
 // it is, and what it holds is not looked at. What keeps it from being opened is a finding, the last one.
-std::vector<Hallazgo> Revisa(const OpcionesConexion& opciones, const Reloj& reloj);
+[[nodiscard]] std::vector<Hallazgo> Revisa(const OpcionesConexion& opciones, const Reloj& reloj);
 
 }  // namespace autonomo

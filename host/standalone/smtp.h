@@ -25,6 +25,7 @@ struct ServidorCorreo {
 
 // A try takes two minutes at most. Any thread. mensaje: as ArmaMensaje gives it. What cannot even be tried, as with a
 // server whose name is none, is SinServidor too, not an error.
-ResultadoEnvio EntregaCorreo(const ServidorCorreo& servidor, const std::string& para, const std::string& mensaje);
+[[nodiscard]] ResultadoEnvio EntregaCorreo(const ServidorCorreo& servidor, const std::string& para,
+                                           const std::string& mensaje);
 
 }  // namespace autonomo

@@ -27,12 +27,12 @@ FichaUsuario FichaDe(Conexion& conexion, const std::string& usuario);
 std::vector<Usuario> Usuarios(Conexion& conexion);
 // Rights of screen "KV207" that the user has, by their keys.
 std::vector<std::string> DerechosDe(Conexion& conexion, const std::string& usuario);
-bool PideContrasena(Conexion& conexion);
+[[nodiscard]] bool PideContrasena(Conexion& conexion);
 
 // Why a password is not taken; "" it is. At least eight characters.
-std::string MotivoContrasena(const std::string& contrasena);
+[[nodiscard]] std::string MotivoContrasena(const std::string& contrasena);
 // Somebody who is active, has a password and was granted CHCONF.
-bool HayQuienAdministre(Conexion& conexion);
+[[nodiscard]] bool HayQuienAdministre(Conexion& conexion);
 // Does what changes users or rights, whole or not at all, one program after the other; the roles in the server follow.
 // com::Error kArgumento when in a hotel with passwords nobody would be left who may configure it.
 void CambiaDerechos(Conexion& conexion, const std::function<void()>& cambia);
@@ -50,6 +50,7 @@ struct Acceso {
 };
 // Whether the password is the user's. From the third wrong one on the user waits, longer each time, up to a quarter of
 // an hour; ahora: the real time.
-Acceso Accede(Conexion& conexion, const std::string& usuario, const std::string& contrasena, com::Fecha ahora);
+[[nodiscard]] Acceso Accede(Conexion& conexion, const std::string& usuario, const std::string& contrasena,
+                            com::Fecha ahora);
 
 }  // namespace autonomo
