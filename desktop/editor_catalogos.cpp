@@ -21,6 +21,7 @@
 #include "desktop/vista.h"
 #include "guion/habitaciones_csv.h"
 #include "host/standalone/catalogos.h"
+#include "host/standalone/pendientes.h"
 #include "platform/com/error.h"
 
 namespace vista {
@@ -346,9 +347,9 @@ void AbreCatalogos(autonomo::Conexion& conexion, const std::string& codigo, QWid
     };
     if (configuracion) {
       auto* parametros = new HojaParametros(conexion, hojas);
-      agrega(parametros, QStringLiteral("Parámetros"), "Parametro");
+      agrega(parametros, QStringLiteral("Parámetros"), autonomo::kHojaParametros);
       parametros->Elige(inicial.parametro);
-      agrega(new HojaUsuarios(conexion, hojas), QStringLiteral("Usuarios"), "Usuario");
+      agrega(new HojaUsuarios(conexion, hojas), QStringLiteral("Usuarios"), autonomo::kHojaUsuarios);
     }
     for (const autonomo::Catalogo* c : catalogos) agrega(new Lista(conexion, *c, hojas), Q(c->titulo), c->tabla);
     ficha.caja()->addWidget(hojas);

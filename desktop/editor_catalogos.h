@@ -44,7 +44,7 @@ class Editor : public QDialog {
   std::vector<std::string> inicio_;  // as it came up
 };
 
-// The sheet that a catalogues' dialog begins with: a table, "Parametro" or "Usuario"; of the parameters a key.
+// The sheet that a catalogues' dialog begins with: as autonomo::Pendiente names it; of the parameters a key.
 struct HojaInicial {
   std::string tabla, parametro;
 };

@@ -26,8 +26,8 @@ namespace {
 QString Lugar(const autonomo::Pendiente& p) {
   if (p.tabla.empty()) return {};
   if (p.tabla == autonomo::kAsistente) return QStringLiteral("Asistente de hotel nuevo");
-  if (p.tabla == "Parametro") return QStringLiteral("Configuración · ") + Q(p.parametro);
-  if (p.tabla == "Usuario") return QStringLiteral("Configuración · Usuarios");
+  if (p.tabla == autonomo::kHojaParametros) return QStringLiteral("Configuración · ") + Q(p.parametro);
+  if (p.tabla == autonomo::kHojaUsuarios) return QStringLiteral("Configuración · Usuarios");
   const autonomo::Catalogo* catalogo = autonomo::BuscaCatalogo(p.tabla);
   return catalogo == nullptr ? QString() : Q(catalogo->titulo);
 }

@@ -67,7 +67,7 @@ class Busca {
     const std::string valor = ValorParametro(base_, parametro::kSobreventa.clave);
     const bool seLee = MotivoIlegible(*BuscaParametro(parametro::kSobreventa.clave), valor).empty();
     if (seLee && !com::Recorta(valor).empty() && com::CBool(valor)) {
-      Falta("sobreventa", kEstorba, "Se permite la sobreventa: una noche puede venderse dos veces", "Parametro",
+      Falta("sobreventa", kEstorba, "Se permite la sobreventa: una noche puede venderse dos veces", kHojaParametros,
             parametro::kSobreventa.clave);
     }
   }
@@ -115,7 +115,7 @@ class Busca {
   void Monedas() {
     const std::string local = Valor(parametro::kMonedaLocal);
     if (local.empty()) {
-      Falta("sin_moneda", kEstorba, "No se ha dicho cuál es la moneda local", "Parametro",
+      Falta("sin_moneda", kEstorba, "No se ha dicho cuál es la moneda local", kHojaParametros,
             parametro::kMonedaLocal.clave);
     } else if (!HayFila("SELECT Mn_Cve_Moneda FROM Moneda WHERE Mn_Cve_Moneda = ? AND Es_Cve_Estado <> 'BA'",
                         {local})) {
@@ -138,16 +138,16 @@ class Busca {
     if (nombre && !com::Recorta(*nombre).empty()) return;
     Falta("sin_nombre", false,
           "El hotel no tiene nombre: las confirmaciones dicen «" + std::string(parametro::kNombreHotel.defecto) + "»",
-          "Parametro", parametro::kNombreHotel.clave);
+          kHojaParametros, parametro::kNombreHotel.clave);
   }
 
   void Correo() {
     if (Valor(parametro::kCorreoServidor).empty()) {
-      return Falta("sin_correo", false, "No hay servidor de correo: las confirmaciones no salen", "Parametro",
+      return Falta("sin_correo", false, "No hay servidor de correo: las confirmaciones no salen", kHojaParametros,
                    parametro::kCorreoServidor.clave);
     }
     if (Valor(parametro::kCorreoRemitente).empty()) {
-      Falta("sin_remitente", false, "Falta la dirección de la que salen los correos", "Parametro",
+      Falta("sin_remitente", false, "Falta la dirección de la que salen los correos", kHojaParametros,
             parametro::kCorreoRemitente.clave);
     }
   }
@@ -157,7 +157,7 @@ class Busca {
     const std::string& ruta = anfitrion_.base();
     if (base_.Motor() != esquema::Motor::Sqlite || ruta == ":memory:") return;
     if (Valor(parametro::kRespaldoDias) == "0") {
-      return Falta("sin_copias", false, "La copia de respaldo diaria está apagada", "Parametro",
+      return Falta("sin_copias", false, "La copia de respaldo diaria está apagada", kHojaParametros,
                    parametro::kRespaldoDias.clave);
     }
     if (autonomo::Copias(ruta).empty()) {
@@ -170,12 +170,13 @@ class Busca {
 
   void Usuarios() {
     if (!PideContrasena(base_)) {
-      return Falta("sin_contrasenas", false, "Nadie tiene contraseña: cualquiera entra y puede configurar", "Usuario");
+      return Falta("sin_contrasenas", false, "Nadie tiene contraseña: cualquiera entra y puede configurar",
+                   kHojaUsuarios);
     }
     const std::string sin = Nombres(
         "SELECT Us_Cve_Usuario FROM Usuario WHERE Us_Contrasena = '' AND Es_Cve_Estado <> 'BA' ORDER BY "
         "Us_Cve_Usuario");
-    if (!sin.empty()) Falta("usuario_sin_contrasena", false, "No pueden entrar, sin contraseña: " + sin, "Usuario");
+    if (!sin.empty()) Falta("usuario_sin_contrasena", false, "No pueden entrar, sin contraseña: " + sin, kHojaUsuarios);
   }
 
   Anfitrion& anfitrion_;

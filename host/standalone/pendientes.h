@@ -8,15 +8,15 @@
 
 namespace autonomo {
 
-// What is mended by the assistant of a new hotel, in the place of a table.
-inline constexpr const char* kAsistente = "Asistente";
+// Where what is no catalogue's row is mended, in the place of a table: the sheets of the configuration, and the
+// assistant of a new hotel.
+inline constexpr const char *kHojaParametros = "Parametro", *kHojaUsuarios = "Usuario", *kAsistente = "Asistente";
 
 struct Pendiente {
   std::string clave;     // "sin_habitaciones"
   bool estorba = false;  // reservations cannot be stored, or not rightly
   std::string texto;
-  // Where it is mended: a catalogue's table, "Parametro", "Usuario" or kAsistente; of a parameter its key. "" outside
-  // the program.
+  // Where it is mended: a catalogue's table or one of those above; of a parameter its key. "" outside the program.
   std::string tabla, parametro;
 };
 
