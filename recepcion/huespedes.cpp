@@ -52,23 +52,9 @@ constexpr std::string_view kInserta =
     "INSERT INTO Cliente (Cl_Cve_Cliente, Cl_Razon_Social_1, Cl_Telefono, Cl_Correo, Es_Cve_Estado) "
     "VALUES ('?', '?', '?', '?', 'AC')";
 
-constexpr std::size_t kDigitosDeTelefono = 4;  // from so many on they are looked for inside a telephone
-constexpr std::size_t kTelefonoEntero = 7;     // from so many on they are a telephone, and may be the same one
-constexpr std::size_t kNombreLargo = 8;        // letters from which two may differ
+constexpr std::size_t kNombreLargo = 8;  // letters from which two may differ
 
 [[noreturn]] void Rechaza(const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); }
-
-std::string Digitos(const std::string& texto) {
-  std::string digitos;
-  std::ranges::copy_if(texto, std::back_inserter(digitos), [](char c) { return c >= '0' && c <= '9'; });
-  return digitos;
-}
-
-// The last ten digits: with and without the code of the country.
-std::string_view Local(std::string_view digitos) {
-  constexpr std::size_t kLocal = 10;
-  return digitos.size() > kLocal ? digitos.substr(digitos.size() - kLocal) : digitos;
-}
 
 // Steps (a letter more, less or another) from one text to the other, counted up to limite + 1.
 int Distancia(std::string_view a, std::string_view b, int limite) {
@@ -208,7 +194,7 @@ void Huespedes::Busca(const std::string& texto) {
   for (const Entrada& e : entradas_) {
     const auto tiene = [&](const std::string& p) {
       return e.palabras.find(" " + p) != std::string::npos ||
-             (SoloDigitos(p) && p.size() >= kDigitosDeTelefono && e.digitos.find(p) != std::string::npos);
+             (EsParteDeTelefono(p) && e.digitos.find(p) != std::string::npos);
     };
     if (e.deBaja || !std::ranges::all_of(palabras, tiene)) continue;
     if (++total_ <= kLimite) hallados_.push_back(e.persona);
@@ -300,7 +286,7 @@ Persona Huespedes::Propuesta() const {
     std::string& suya = parte.find('@') != std::string::npos ? nueva.correo : numero ? telefono : nombre;
     suya += (suya.empty() ? "" : " ") + parte;
   }
-  if (Digitos(telefono).size() >= kTelefonoEntero) nueva.telefono = telefono;
+  if (EsTelefono(Digitos(telefono))) nueva.telefono = telefono;
   nueva.nombre = NombrePropio(nombre);
   return nueva;
 }
@@ -310,7 +296,7 @@ std::vector<Parecida> Huespedes::ParecidasA(const Persona& nueva) const {
   std::array<std::vector<Parecida>, 3> grupos;
   for (const Entrada& e : entradas_) {
     if (e.deBaja) continue;
-    if (suya.digitos.size() >= kTelefonoEntero && Local(e.digitos) == Local(suya.digitos)) {
+    if (MismoTelefono(e.digitos, suya.digitos)) {
       grupos[0].push_back({e.persona, "mismo teléfono"});
     } else if (!suya.correo.empty() && e.correo == suya.correo) {
       grupos[1].push_back({e.persona, "mismo correo"});

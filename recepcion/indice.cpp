@@ -13,7 +13,6 @@ namespace recepcion {
 namespace {
 
 constexpr int kFilasPorParte = 4000;
-constexpr std::size_t kDigitosDeTelefono = 4;  // from so many on they are looked for inside a telephone
 
 enum Columna : std::size_t {
   kFolio,
@@ -68,7 +67,7 @@ void Indice::LeeClientes(const std::string& clave) {
     const std::string telefono = Celda(*filas, 2);
     AgregaPalabras(cliente.palabras, telefono, sinAcento_);
     AgregaPalabras(cliente.palabras, Celda(*filas, 3), sinAcento_);
-    std::ranges::copy_if(telefono, std::back_inserter(cliente.telefono), [](char c) { return c >= '0' && c <= '9'; });
+    cliente.telefono = Digitos(telefono);
   }
 }
 
@@ -243,7 +242,7 @@ struct Indice::Consulta {
     if (ya != palabras_.end()) return static_cast<std::size_t>(ya - palabras_.begin());
     palabras_.push_back({" " + buscada, std::vector<char>(indice_.clientes_.size(), 0)});
     Palabra& p = palabras_.back();
-    const bool digitos = SoloDigitos(buscada) && buscada.size() >= kDigitosDeTelefono;
+    const bool digitos = EsParteDeTelefono(buscada);
     for (std::size_t c = 1; c < p.clientes.size(); ++c) {
       const Cliente& cliente = indice_.clientes_[c];
       const bool tiene = cliente.palabras.find(p.texto) != std::string::npos ||

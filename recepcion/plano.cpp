@@ -1,6 +1,7 @@
 #include "recepcion/plano.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "platform/com/texto.h"
@@ -10,6 +11,12 @@ namespace recepcion {
 namespace {
 
 bool EsDigito(char c) { return c >= '0' && c <= '9'; }
+
+// The longest number without the code of a country.
+constexpr std::size_t kLocal = 10;
+std::string_view Local(std::string_view digitos) {
+  return digitos.size() > kLocal ? digitos.substr(digitos.size() - kLocal) : digitos;
+}
 
 }  // namespace
 
@@ -55,16 +62,30 @@ std::string_view SinCeros(std::string_view clave) {
 
 bool SoloDigitos(std::string_view texto) { return !texto.empty() && std::ranges::all_of(texto, EsDigito); }
 
+std::string Digitos(std::string_view texto) {
+  std::string digitos;
+  std::ranges::copy_if(texto, std::back_inserter(digitos), EsDigito);
+  return digitos;
+}
+
+bool EsParteDeTelefono(std::string_view palabra) {
+  constexpr std::size_t kMinimo = 4;
+  return SoloDigitos(palabra) && palabra.size() >= kMinimo;
+}
+
 bool EsTelefono(std::string_view digitos) {
   constexpr std::size_t kMinimo = 7;
   return digitos.size() >= kMinimo;
 }
 
+bool MismoTelefono(std::string_view digitos, std::string_view otros) {
+  return EsTelefono(digitos) && EsTelefono(otros) && Local(digitos) == Local(otros);
+}
+
 bool TieneTelefono(std::string_view digitos, std::string_view otros) {
-  constexpr std::size_t kLocal = 10;  // the longest number without a country's code
   if (!EsTelefono(digitos) || !EsTelefono(otros)) return false;
   if (otros.size() > kLocal && otros.ends_with(digitos)) return true;
-  return digitos.find(otros.substr(otros.size() > kLocal ? otros.size() - kLocal : 0)) != std::string_view::npos;
+  return digitos.find(Local(otros)) != std::string_view::npos;
 }
 
 }  // namespace recepcion

@@ -21,9 +21,15 @@ using SinAcento = char32_t (*)(char32_t);
 [[nodiscard]] std::string_view SinCeros(std::string_view clave);
 [[nodiscard]] bool SoloDigitos(std::string_view texto);
 
-// Whether a telephone's digits are those of another or hold them, with and without the code of a country.
-[[nodiscard]] bool TieneTelefono(std::string_view digitos, std::string_view otros);
-// Whether digits are enough for one.
+// The digits of a text, in order.
+[[nodiscard]] std::string Digitos(std::string_view texto);
+// Whether a word that is searched for may stand inside a telephone: four digits or more, and nothing else.
+[[nodiscard]] bool EsParteDeTelefono(std::string_view palabra);
+// Whether digits are enough for a telephone.
 [[nodiscard]] bool EsTelefono(std::string_view digitos);
+// Whether both are the same telephone, with and without the code of a country; false when either is none.
+[[nodiscard]] bool MismoTelefono(std::string_view digitos, std::string_view otros);
+// Whether a telephone's digits are those of another or hold them, likewise.
+[[nodiscard]] bool TieneTelefono(std::string_view digitos, std::string_view otros);
 
 }  // namespace recepcion
