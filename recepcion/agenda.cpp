@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t kMasLarga = 75;  // bytes of a line
 
-bool EsLlano(char c) { return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '-'; }
+bool EsLlano(char c) { return com::EsDigito(c) || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '-'; }
 
 // Letters and digits of a text, those of ASCII.
 std::string Llano(const std::string& texto) {

@@ -266,7 +266,7 @@ std::string Huespedes::SiguienteClave() const {
   constexpr std::size_t kCifras = 15;  // what a number holds exactly
   long long ultima = 0;
   for (const Entrada& e : entradas_) {
-    if (SoloDigitos(e.persona.clave) && e.persona.clave.size() <= kCifras) {
+    if (com::SoloDigitos(e.persona.clave) && e.persona.clave.size() <= kCifras) {
       ultima = std::max(ultima, std::stoll(e.persona.clave));
     }
   }

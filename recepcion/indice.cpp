@@ -186,7 +186,7 @@ std::vector<std::string> ConTelefonos(const std::vector<std::string>& palabras) 
   for (std::size_t i = 0; i < palabras.size();) {
     std::size_t fin = i;
     std::string digitos;
-    while (fin < palabras.size() && SoloDigitos(palabras[fin])) digitos += palabras[fin++];
+    while (fin < palabras.size() && com::SoloDigitos(palabras[fin])) digitos += palabras[fin++];
     if (fin - i > 1 && EsTelefono(digitos)) {
       telefono = true;
       juntas.push_back(digitos);

@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "platform/com/error.h"
+#include "platform/com/texto.h"
 #include "platform/regional/nombres.h"
 
 namespace recepcion {
@@ -362,7 +363,7 @@ class Lector {
 
 // --- the text in pieces
 
-bool EsDeFecha(char c) { return (c >= '0' && c <= '9') || c == '/' || c == '-' || c == '.'; }
+bool EsDeFecha(char c) { return com::EsDigito(c) || c == '/' || c == '-' || c == '.'; }
 
 // The pieces of a run without blanks: a date in digits is one, a hyphen too, all else is cut into words.
 void Corta(Texto tramo, std::vector<std::string>& pedazos) {

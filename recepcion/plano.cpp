@@ -10,8 +10,6 @@ namespace recepcion {
 
 namespace {
 
-bool EsDigito(char c) { return c >= '0' && c <= '9'; }
-
 // The longest number without the code of a country.
 constexpr std::size_t kLocal = 10;
 std::string_view Local(std::string_view digitos) {
@@ -22,7 +20,7 @@ std::string_view Local(std::string_view digitos) {
 
 // Plain text has no small ASCII letters; what is not ASCII in it is a letter of some alphabet.
 bool EsDePalabra(char c) {
-  return EsDigito(c) || (c >= 'A' && c <= 'Z') || (static_cast<unsigned char>(c) & 0x80U) != 0;
+  return com::EsDigito(c) || (c >= 'A' && c <= 'Z') || (static_cast<unsigned char>(c) & 0x80U) != 0;
 }
 
 std::string Plano(std::string_view texto, SinAcento sinAcento) {
@@ -60,17 +58,15 @@ std::string_view SinCeros(std::string_view clave) {
   return clave.substr(primera);
 }
 
-bool SoloDigitos(std::string_view texto) { return !texto.empty() && std::ranges::all_of(texto, EsDigito); }
-
 std::string Digitos(std::string_view texto) {
   std::string digitos;
-  std::ranges::copy_if(texto, std::back_inserter(digitos), EsDigito);
+  std::ranges::copy_if(texto, std::back_inserter(digitos), com::EsDigito);
   return digitos;
 }
 
 bool EsParteDeTelefono(std::string_view palabra) {
   constexpr std::size_t kMinimo = 4;
-  return SoloDigitos(palabra) && palabra.size() >= kMinimo;
+  return com::SoloDigitos(palabra) && palabra.size() >= kMinimo;
 }
 
 bool EsTelefono(std::string_view digitos) {

@@ -19,7 +19,6 @@ using SinAcento = char32_t (*)(char32_t);
 [[nodiscard]] std::vector<std::string> Palabras(std::string_view plano);
 // A key without the zeros before it, "0" for nothing but zeros.
 [[nodiscard]] std::string_view SinCeros(std::string_view clave);
-[[nodiscard]] bool SoloDigitos(std::string_view texto);
 
 // The digits of a text, in order.
 [[nodiscard]] std::string Digitos(std::string_view texto);

@@ -12,6 +12,7 @@
 #include "host/standalone/registro.h"
 #include "host/standalone/servidor_correo.h"
 #include "platform/com/error.h"
+#include "platform/com/texto.h"
 
 namespace autonomo {
 
@@ -41,7 +42,7 @@ void Insiste(const std::function<void()>& anota) {
 std::string Llano(const std::string& texto) {
   std::string s;
   for (const char c : texto) {
-    if ((c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '-') s += c;
+    if (com::EsDigito(c) || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '-') s += c;
   }
   return s;
 }

@@ -140,7 +140,7 @@ class Lector {
     const char c = s_[i_];
     if (c == '\'') return LeeLiteral();
     if (EsInicioDeNombre(c)) return LeeNombre();
-    if (EsDigito(c) || (c == '.' && i_ + 1 < s_.size() && EsDigito(s_[i_ + 1]))) return LeeNumero();
+    if (com::EsDigito(c) || (c == '.' && i_ + 1 < s_.size() && com::EsDigito(s_[i_ + 1]))) return LeeNumero();
     return LeeSigno();
   }
 
@@ -175,7 +175,7 @@ class Lector {
 
   Ficha LeeNumero() {
     const auto digitos = [this](std::size_t k) {
-      while (k < s_.size() && EsDigito(s_[k])) ++k;
+      while (k < s_.size() && com::EsDigito(s_[k])) ++k;
       return k;
     };
     std::size_t fin = digitos(i_);

@@ -28,8 +28,6 @@ constexpr int kPersonasMaximas = 99;
 
 [[noreturn]] void Error(const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); }
 
-bool Cifra(char c) { return c >= '0' && c <= '9'; }
-
 // --- rooms
 
 // "A01" is the prefix "A" and the digits "01".
@@ -38,7 +36,7 @@ struct Numerada {
 };
 Numerada Divide(std::string_view clave) {
   std::size_t i = clave.size();
-  while (i > 0 && Cifra(clave[i - 1])) --i;
+  while (i > 0 && com::EsDigito(clave[i - 1])) --i;
   return {clave.substr(0, i), clave.substr(i)};
 }
 
@@ -222,7 +220,7 @@ std::string MascaraDeHabitacion(const HotelNuevo& hotel) {
   std::set<std::size_t> largos;
   for (const TipoNuevo& tipo : hotel.tipos) {
     for (const std::string& clave : HabitacionesDe(tipo.habitaciones)) {
-      if (std::ranges::all_of(clave, Cifra)) largos.insert(clave.size());
+      if (com::SoloDigitos(clave)) largos.insert(clave.size());
     }
   }
   return largos.size() > 1 ? std::string(*largos.rbegin(), '0') : "";

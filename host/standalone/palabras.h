@@ -4,14 +4,15 @@
 #include <cstddef>
 #include <string_view>
 
+#include "platform/com/texto.h"
+
 namespace autonomo {
 
-inline bool EsDigito(char c) { return c >= '0' && c <= '9'; }
 // Letters outside ASCII count: a table's name may have an accent.
 inline bool EsInicioDeNombre(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || static_cast<unsigned char>(c) >= 0x80;
 }
-inline bool EsDeNombre(char c) { return EsInicioDeNombre(c) || EsDigito(c); }
+inline bool EsDeNombre(char c) { return EsInicioDeNombre(c) || com::EsDigito(c); }
 
 // The most bytes, up to maximo, that hold whole characters of a UTF-8 text; maximo where the text is not UTF-8.
 inline std::size_t BytesEnteros(std::string_view texto, std::size_t maximo) {

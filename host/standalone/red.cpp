@@ -25,8 +25,8 @@ std::optional<in6_addr> DireccionV6(const std::string& texto) {
 
 // Letters of other alphabets too: names may have them.
 bool VaEnNombre(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' || c == '_' ||
-         c == '.' || static_cast<unsigned char>(c) > 0x7F;
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || com::EsDigito(c) || c == '-' || c == '_' || c == '.' ||
+         static_cast<unsigned char>(c) > 0x7F;
 }
 
 }  // namespace

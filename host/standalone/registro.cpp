@@ -17,6 +17,7 @@
 
 #include "host/standalone/version.h"
 #include "platform/com/error.h"
+#include "platform/com/texto.h"
 
 namespace autonomo::registro {
 namespace {
@@ -155,7 +156,7 @@ std::string SinValores(std::string_view sentencia) {
       s += '?';
     } else if (sentencia.substr(i).starts_with("--") || sentencia.substr(i).starts_with("/*")) {
       break;
-    } else if (nuevo && std::isdigit(static_cast<unsigned char>(c)) != 0) {
+    } else if (nuevo && com::EsDigito(c)) {
       while (i < sentencia.size() && (EsDePalabra(sentencia[i]) || sentencia[i] == '.')) ++i;
       s += '?';
     } else {

@@ -5,6 +5,7 @@
 
 #include "platform/com/cifras.h"
 #include "platform/com/error.h"
+#include "platform/com/texto.h"
 
 namespace com {
 namespace {
@@ -35,7 +36,7 @@ bool LeeDigitos(std::string_view& texto, std::size_t n, int& valor) {
   if (texto.size() < n) return false;
   valor = 0;
   for (std::size_t i = 0; i < n; ++i) {
-    if (texto[i] < '0' || texto[i] > '9') return false;
+    if (!EsDigito(texto[i])) return false;
     valor = valor * 10 + (texto[i] - '0');
   }
   texto.remove_prefix(n);

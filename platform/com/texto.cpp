@@ -138,6 +138,8 @@ bool IgualSinCaja(std::string_view a, std::string_view b) {
   return Plegado(a) == Plegado(b);
 }
 
+bool SoloDigitos(std::string_view texto) { return !texto.empty() && std::all_of(texto.begin(), texto.end(), EsDigito); }
+
 std::string Recorta(std::string_view texto) {
   const auto inicio = texto.find_first_not_of(' ');
   return inicio == std::string_view::npos ? std::string() : RecortaDerecha(texto.substr(inicio));

@@ -1,4 +1,4 @@
-// UTF-8 texts: their code points, their case, their blanks.
+// UTF-8 texts: their code points, their case, their digits, their blanks.
 #pragma once
 
 #include <cstddef>
@@ -39,6 +39,10 @@ std::string Plegado(std::string_view texto);
 // The same letter whatever its case; ASCII letters become capitals.
 char32_t LetraPlegada(char32_t letra);
 bool IgualSinCaja(std::string_view a, std::string_view b);
+
+// Those of ASCII, whatever the process locale.
+inline bool EsDigito(char c) { return c >= '0' && c <= '9'; }
+bool SoloDigitos(std::string_view texto);  // false for an empty text
 
 std::string Recorta(std::string_view texto);         // blanks at both ends
 std::string RecortaDerecha(std::string_view texto);  // blanks at the end

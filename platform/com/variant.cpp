@@ -23,8 +23,6 @@ constexpr int kCifras = 15;
 
 [[noreturn]] void FallaNulo() { throw Error(error::kUsoDeNulo, "Uso no válido de Null"); }
 
-bool EsDigito(char c) { return c >= '0' && c <= '9'; }
-
 bool Come(std::string_view& s, std::string_view prefijo) {
   if (prefijo.empty() || !s.starts_with(prefijo)) return false;
   s.remove_prefix(prefijo.size());

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/com/cifras.h"
+#include "platform/com/texto.h"
 
 namespace regional {
 namespace {
@@ -133,9 +134,7 @@ std::string ConFormato(const com::Variant& valor, std::string_view formato) {
 }
 
 std::string ConMascara(std::string_view texto, std::string_view mascara) {
-  const bool cifras =
-      !texto.empty() && std::all_of(texto.begin(), texto.end(), [](char c) { return c >= '0' && c <= '9'; });
-  if (!cifras || texto.size() >= mascara.size()) return std::string(texto);
+  if (!com::SoloDigitos(texto) || texto.size() >= mascara.size()) return std::string(texto);
   return std::string(mascara.size() - texto.size(), '0') + std::string(texto);
 }
 
