@@ -13,7 +13,6 @@
 #include "host/standalone/postgres_reloj.h"
 #include "host/standalone/registro.h"
 #include "host/standalone/reloj_dudoso.h"
-#include "host/standalone/segundos.h"
 #include "host/standalone/transaccion.h"
 #include "host/standalone/usuarios.h"
 #include "platform/com/texto.h"
@@ -151,7 +150,7 @@ void Anfitrion::PoneEnHora() {
   const std::int64_t adelanto = AdelantoDelServidor(*conexion_);
   const com::Fecha aqui = reloj_.Ahora();
   reloj_.Adelanta(adelanto);
-  if (std::abs(adelanto) < kSegundosDia) return;
+  if (std::abs(adelanto) < com::kSegundosDia) return;
   Avisa("El reloj de este equipo dice " + regional::FechaCorta(aqui) + " y el del servidor " +
         regional::FechaCorta(reloj_.Ahora()) + ": en este hotel vale el del servidor. Corrija la fecha del equipo.");
 }

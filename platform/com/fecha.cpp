@@ -10,7 +10,6 @@
 namespace com {
 namespace {
 
-constexpr int kSegundosDia = 86400;
 constexpr int kAnioMinimo = 100, kAnioMaximo = 9999;
 // Days from 1899-12-30 to 1970-01-01, where the calendar of the standard library begins to count.
 constexpr int kDiasOrigen = 25569;

@@ -9,6 +9,8 @@
 
 namespace com {
 
+inline constexpr std::int32_t kSegundosDia = 86400;
+
 // dia: days since 1899-12-30 (the COM date origin), negative before it; segundo: 0 to 86399.
 struct Fecha {
   std::int32_t dia = 0;
