@@ -15,6 +15,7 @@
 #include "desktop/iconos.h"
 #include "desktop/tablas.h"
 #include "desktop/vista.h"
+#include "platform/ado/celda.h"
 #include "platform/com/error.h"
 
 namespace vista {
@@ -118,9 +119,9 @@ void HojaParametros::Carga() {
     for (const DefinicionParametro& d : autonomo::Parametros()) AgregaParametro(d);
     const auto guardados = conexion_.Consulta("SELECT Pm_Clave, Pm_Valor FROM Parametro ORDER BY Pm_Clave");
     for (; !guardados->Eof(); guardados->MoveNext()) {
-      if (autonomo::BuscaParametro(Celda(*guardados, 0)) != nullptr) continue;
-      AgregaFila(lista_->tabla(), {Q(Celda(*guardados, 0)), Q(Celda(*guardados, 1)), QStringLiteral("No se usa")},
-                 true);
+      if (autonomo::BuscaParametro(ado::Celda(*guardados, 0)) != nullptr) continue;
+      AgregaFila(lista_->tabla(),
+                 {Q(ado::Celda(*guardados, 0)), Q(ado::Celda(*guardados, 1)), QStringLiteral("No se usa")}, true);
     }
   });
   constexpr int kAnchoValor = 180;  // pixels; the explanation gets the room of a long value

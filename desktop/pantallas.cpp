@@ -20,6 +20,7 @@
 #include "host/standalone/documento.h"
 #include "host/standalone/permisos.h"
 #include "host/standalone/precios.h"
+#include "platform/ado/celda.h"
 #include "platform/com/error.h"
 #include "platform/regional/regional.h"
 #include "recepcion/huespedes.h"
@@ -35,9 +36,9 @@ std::string BuscaReservacion(autonomo::Conexion& conexion, EscritorioQt& escrito
       "SELECT R.Rs_Folio, C.Cl_Razon_Social_1, R.Rs_Llegada, R.Rs_Salida, R.Es_Cve_Estado FROM Reservacion R "
       "LEFT JOIN Cliente C ON C.Cl_Cve_Cliente = R.Rs_Huesped ORDER BY R.Rs_Llegada DESC, R.Rs_Folio DESC");
   for (; !rs->Eof(); rs->MoveNext()) {
-    std::string nombre = Celda(*rs, 1) + "   " + Celda(*rs, 2) + " – " + Celda(*rs, 3);
-    if (Celda(*rs, 4) == esquema::kCancelada) nombre += "   (cancelada)";
-    filas.emplace_back(Celda(*rs, 0), nombre);
+    std::string nombre = ado::Celda(*rs, 1) + "   " + ado::Celda(*rs, 2) + " – " + ado::Celda(*rs, 3);
+    if (ado::Celda(*rs, 4) == esquema::kCancelada) nombre += "   (cancelada)";
+    filas.emplace_back(ado::Celda(*rs, 0), nombre);
   }
   return escritorio.EligeDeCatalogo("Reservaciones", filas);
 }
@@ -50,11 +51,11 @@ std::string MuestraCliente(autonomo::Conexion& conexion, const std::string& clav
   if (cliente->Eof()) {
     ficha.Titula(QStringLiteral("El cliente ") + Q(clave) + QStringLiteral(" no existe"));
   } else {
-    ficha.Titula(Q(Celda(*cliente, 0)));
+    ficha.Titula(Q(ado::Celda(*cliente, 0)));
     auto* datos = new QFormLayout;
     datos->addRow(QStringLiteral("Clave:"), new QLabel(Q(clave), &ficha));
-    datos->addRow(QStringLiteral("Teléfono:"), new QLabel(Q(Celda(*cliente, 1)), &ficha));
-    datos->addRow(QStringLiteral("Correo:"), new QLabel(Q(Celda(*cliente, 2)), &ficha));
+    datos->addRow(QStringLiteral("Teléfono:"), new QLabel(Q(ado::Celda(*cliente, 1)), &ficha));
+    datos->addRow(QStringLiteral("Correo:"), new QLabel(Q(ado::Celda(*cliente, 2)), &ficha));
     ficha.caja()->addLayout(datos);
   }
   auto* tabla = CreaTabla({QStringLiteral("Folio"), QStringLiteral("Llegada"), QStringLiteral("Salida"),
@@ -108,18 +109,18 @@ void MuestraPrecios(autonomo::Conexion& conexion, com::Fecha noche, QWidget* pad
       "SELECT Th_Cve_Tipo_Habitacion, Th_Descripcion, Th_Num_Personas, Pr_Cve_Producto FROM Tipo_Habitacion "
       "WHERE Es_Cve_Estado <> 'BA' ORDER BY Th_Cve_Tipo_Habitacion");
   for (; !rs->Eof(); rs->MoveNext()) {
-    const auto tarifas = autonomo::LeeTarifas(conexion, Celda(*rs, 0), noche, com::MasDias(noche, 1));
+    const auto tarifas = autonomo::LeeTarifas(conexion, ado::Celda(*rs, 0), noche, com::MasDias(noche, 1));
     const autonomo::Tarifa* tarifa = autonomo::TarifaDeNoche(tarifas, noche);
     QString precio = QStringLiteral("sin precio"), adulto, menor;
     if (tarifa != nullptr) {
       precio = Q(regional::Moneda(tarifa->precio));
       adulto = Q(regional::Moneda(tarifa->adultoExtra));
       menor = Q(regional::Moneda(tarifa->menorExtra));
-    } else if (const auto lista = autonomo::LeePrecioLista(conexion, Celda(*rs, 3))) {
+    } else if (const auto lista = autonomo::LeePrecioLista(conexion, ado::Celda(*rs, 3))) {
       precio = Q(regional::Moneda(*lista));
     }
-    AgregaFila(tabla, {Q(Celda(*rs, 0)), Q(Celda(*rs, 1)), Q(Celda(*rs, 2)), precio, adulto, menor}, false,
-               {2, 3, 4, 5});
+    AgregaFila(tabla, {Q(ado::Celda(*rs, 0)), Q(ado::Celda(*rs, 1)), Q(ado::Celda(*rs, 2)), precio, adulto, menor},
+               false, {2, 3, 4, 5});
   }
   tabla->resizeColumnsToContents();
   ficha.caja()->addWidget(tabla);

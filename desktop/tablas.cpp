@@ -15,11 +15,6 @@
 
 namespace vista {
 
-std::string Celda(const ado::Recordset& rs, std::size_t columna) {
-  const com::Variant& valor = rs.Fields(columna).Value();
-  return com::RecortaDerecha(com::TextoDe(valor));
-}
-
 QTableWidget* CreaTabla(const QStringList& titulos, QWidget* padre) {
   auto* tabla = new QTableWidget(0, static_cast<int>(titulos.size()), padre);
   tabla->setHorizontalHeaderLabels(titulos);

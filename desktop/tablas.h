@@ -10,12 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/ado/ado.h"
-
 namespace vista {
-
-// A column's value as text; "" for NULL.
-std::string Celda(const ado::Recordset& rs, std::size_t columna);
 
 QTableWidget* CreaTabla(const QStringList& titulos, QWidget* padre);
 // apagada: in the colour of hints. derecha: columns whose texts stand at the right, under captions that do.

@@ -10,6 +10,7 @@
 #include "desktop/vista.h"
 #include "host/standalone/documento.h"
 #include "host/standalone/tarjetas_sql.h"
+#include "platform/ado/celda.h"
 #include "platform/com/error.h"
 #include "schema/esquema.h"
 
@@ -48,7 +49,7 @@ QString Legible(autonomo::Conexion& conexion, const Palabra& palabra, const std:
   const auto rs = conexion.Consulta("SELECT " + std::string(palabra.nombre) + " FROM " + std::string(palabra.tabla) +
                                         " WHERE " + std::string(palabra.llave) + " = ?",
                                     {valor});
-  return rs->Eof() ? Q(valor) : Q(valor + "  " + Celda(*rs, 0));
+  return rs->Eof() ? Q(valor) : Q(valor + "  " + ado::Celda(*rs, 0));
 }
 
 // Rows as high as their texts, which begin at the top.
@@ -74,11 +75,11 @@ QTableWidget* Cambios(autonomo::Conexion& conexion, const std::string& clave, QW
       "SELECT Bt_Fecha, Bt_Usuario, Bt_Texto FROM Bitacora WHERE Bt_Clave = ? ORDER BY Bt_Id DESC", {clave});
   for (; !rs->Eof(); rs->MoveNext()) {
     QStringList lineas;
-    for (const QString& linea : Q(Celda(*rs, 2)).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+    for (const QString& linea : Q(ado::Celda(*rs, 2)).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
       const QString limpia = linea.simplified().replace(QStringLiteral("->"), QStringLiteral("→"));
       if (!limpia.isEmpty()) lineas << limpia;
     }
-    AgregaFila(tabla, {Q(Celda(*rs, 0)), Q(Celda(*rs, 1)), lineas.join(QLatin1Char('\n'))});
+    AgregaFila(tabla, {Q(ado::Celda(*rs, 0)), Q(ado::Celda(*rs, 1)), lineas.join(QLatin1Char('\n'))});
   }
   AlzaTextos(tabla);
   return tabla;
@@ -101,12 +102,12 @@ std::vector<std::pair<QString, QString>> DatosDeRegistro(autonomo::Conexion& con
     const auto* p = std::find_if(std::begin(kPalabras), std::end(kPalabras),
                                  [&](const Palabra& k) { return com::IgualSinCaja(k.columna, nombre); });
     if (const auto tarjeta = autonomo::ClaseDeColumna(nombre)) {  // nobody needs a card to look at a record
-      const std::string valor = Celda(*rs, i);
+      const std::string valor = ado::Celda(*rs, i);
       datos.emplace_back(Q(nombre), Q(valor.empty() ? valor : autonomo::Enmascara(valor, *tarjeta)));
     } else if (p == std::end(kPalabras)) {
-      datos.emplace_back(Q(nombre), Q(Celda(*rs, i)));
+      datos.emplace_back(Q(nombre), Q(ado::Celda(*rs, i)));
     } else {
-      datos.emplace_back(Q(p->titulo), Legible(conexion, *p, Celda(*rs, i)));
+      datos.emplace_back(Q(p->titulo), Legible(conexion, *p, ado::Celda(*rs, i)));
     }
   }
   return datos;

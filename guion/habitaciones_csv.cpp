@@ -7,8 +7,9 @@
 #include "host/standalone/hotel_nuevo.h"
 #include "host/standalone/parametros.h"
 #include "host/standalone/transaccion.h"
+#include "platform/ado/celda.h"
 #include "platform/com/error.h"
-#include "platform/com/variant.h"
+#include "platform/com/texto.h"
 #include "platform/regional/regional.h"
 
 namespace guion {
@@ -30,10 +31,8 @@ class Referidas {
  public:
   Referidas(autonomo::Conexion& conexion, const char* sentencia, std::string mascara) : mascara_(std::move(mascara)) {
     for (const auto rs = conexion.Consulta(sentencia); !rs->Eof(); rs->MoveNext()) {
-      Fila fila{com::RecortaDerecha(com::TextoDe(rs->Fields(0).Value())),
-                com::RecortaDerecha(com::TextoDe(rs->Fields(1).Value()))};
-      const bool deBaja =
-          com::IgualSinCaja(com::RecortaDerecha(com::TextoDe(rs->Fields(2).Value())), anfitrion::estado::kBaja);
+      Fila fila{ado::Celda(*rs, 0), ado::Celda(*rs, 1)};
+      const bool deBaja = com::IgualSinCaja(ado::Celda(*rs, 2), anfitrion::estado::kBaja);
       if (deBaja) {
         retiradas_.push_back(std::move(fila));
       } else {

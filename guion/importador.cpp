@@ -12,6 +12,7 @@
 #include "host/contract/mensajes.h"
 #include "host/standalone/conexion.h"
 #include "host/standalone/transaccion.h"
+#include "platform/ado/celda.h"
 #include "platform/com/error.h"
 
 namespace guion {
@@ -33,11 +34,6 @@ T& Toma(controles::Formulario& formulario, const char* nombre) {
     throw com::Error(com::error::kElemento, formulario.nombre() + " no tiene el control " + nombre);
   }
   return *control;
-}
-
-std::string TextoDe(const ado::Recordset& rs, const char* columna) {
-  const com::Variant& valor = rs.Fields(columna).Value();
-  return com::RecortaDerecha(com::TextoDe(valor));
 }
 
 // Price of the whole stay as a clerk types it.
@@ -139,16 +135,16 @@ void Importador::LeeGuardadas(const std::vector<ReservaCsv>& reservas) {
       "SELECT Rs_Folio, Rs_Referencia, Rs_Fecha, Rs_Llegada, Es_Cve_Estado FROM Reservacion "
       "WHERE Rs_Referencia LIKE 'IMP-%'");
   for (; !rs->Eof(); rs->MoveNext()) {
-    const std::string id = TextoDe(*rs, "Rs_Referencia").substr(kReferencia.size());
+    const std::string id = ado::Celda(*rs, "Rs_Referencia").substr(kReferencia.size());
     const auto reserva = porId.find(id);
     if (reserva == porId.end()) continue;
-    const std::string folio = TextoDe(*rs, "Rs_Folio");
+    const std::string folio = ado::Celda(*rs, "Rs_Folio");
     if (com::CDate(rs->Fields("Rs_Fecha").Value()).dia != reserva->second->captura.dia ||
         com::CDate(rs->Fields("Rs_Llegada").Value()).dia != reserva->second->llegada.dia) {
       throw com::Error(com::error::kArgumento, "La base ya tiene importada la reserva " + id +
                                                    " con otras fechas (folio " + folio + "); ¿viene de otro archivo?");
     }
-    guardadas_[id] = {folio, com::IgualSinCaja(TextoDe(*rs, "Es_Cve_Estado"), anfitrion::estado::kCancelada)};
+    guardadas_[id] = {folio, com::IgualSinCaja(ado::Celda(*rs, "Es_Cve_Estado"), anfitrion::estado::kCancelada)};
   }
 }
 
@@ -335,7 +331,7 @@ void Importador::Cancela(const ReservaCsv& reserva) {
   if (guardada->second.folio.empty()) {
     const ado::RecordsetPtr rs = anfitrion_.conexion()->Consulta(
         "SELECT Rs_Folio FROM Reservacion WHERE Rs_Referencia = ?", {std::string(kReferencia) + reserva.id});
-    guardada->second.folio = TextoDe(*rs, "Rs_Folio");
+    guardada->second.folio = ado::Celda(*rs, "Rs_Folio");
   }
   const Intento intento = Intenta([&] {
     AbreFolio(guardada->second.folio);

@@ -78,8 +78,7 @@ Linea LineaDe(const ado::Recordset& rs) {
   b.huesped = Celda(rs, 6).empty() ? Celda(rs, 7) : Celda(rs, 6);
   b.total = CeldaNumero(rs, 8);
   b.linea = static_cast<int>(CeldaNumero(rs, 9));
-  if (const com::Variant cuando = rs.Fields(std::size_t{10}).Value(); !cuando.EsNulo())
-    b.modificada = com::CDate(cuando);
+  b.modificada = ado::CeldaFecha(rs, 10);
   l.noches = {b.inicio, b.fin};
   l.viva = b.estado != anfitrion::estado::kCerrada;
   return l;

@@ -1,6 +1,5 @@
 #include "recepcion/lectura.h"
 
-#include "platform/com/variant.h"
 #include "publico/publico.h"
 
 namespace recepcion {
@@ -19,18 +18,8 @@ ado::RecordsetPtr Ejecuta(const ado::TextoSQL& sql) { return publico::Sistema().
 
 std::string DiaSql(com::Fecha dia) { return publico::Utilerias().FechaSQL(com::SoloFecha(dia)); }
 
-std::string Celda(const ado::Recordset& rs, std::size_t columna) {
-  return com::RecortaDerecha(com::TextoDe(rs.Fields(columna).Value()));
-}
-
 com::Fecha CeldaDia(const ado::Recordset& rs, std::size_t columna) {
-  const com::Variant valor = rs.Fields(columna).Value();
-  return valor.EsNulo() ? com::Fecha{} : com::SoloFecha(com::CDate(valor));
-}
-
-double CeldaNumero(const ado::Recordset& rs, std::size_t columna) {
-  const com::Variant valor = rs.Fields(columna).Value();
-  return valor.EsNulo() ? 0 : com::CDbl(valor);
+  return com::SoloFecha(ado::CeldaFecha(rs, columna));
 }
 
 }  // namespace recepcion

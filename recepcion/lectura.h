@@ -5,11 +5,14 @@
 #include <string>
 
 #include "platform/ado/ado.h"
+#include "platform/ado/celda.h"
 #include "platform/ado/literal.h"
 #include "platform/com/fecha.h"
 
 namespace recepcion {
 
+using ado::Celda;
+using ado::CeldaNumero;
 using ado::Literal;
 
 // Where a model reads: gives the connection for a statement, and how the host behind it writes days.
@@ -27,9 +30,7 @@ ado::RecordsetPtr Ejecuta(const Fuente& fuente, const ado::TextoSQL& sql);
 ado::RecordsetPtr Ejecuta(const ado::TextoSQL& sql);
 // The day as the host writes it in statements.
 [[nodiscard]] std::string DiaSql(com::Fecha dia);
-// A column as text without blanks at the end, "" for NULL; as a day or a number, of which NULL is the first.
-[[nodiscard]] std::string Celda(const ado::Recordset& rs, std::size_t columna);
+// A column as a day (celda.h), without its time.
 [[nodiscard]] com::Fecha CeldaDia(const ado::Recordset& rs, std::size_t columna);
-[[nodiscard]] double CeldaNumero(const ado::Recordset& rs, std::size_t columna);
 
 }  // namespace recepcion

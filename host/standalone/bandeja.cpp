@@ -4,6 +4,7 @@
 
 #include "host/standalone/reloj_dudoso.h"
 #include "host/standalone/segundos.h"
+#include "platform/ado/celda.h"
 #include "platform/com/error.h"
 #include "platform/com/texto.h"
 #include "platform/com/variant.h"
@@ -19,13 +20,6 @@ constexpr int kPlazo = 10 * kMinuto;
 // Days after which a mail that waits is of no use to its guest any more.
 constexpr int kDiasDeEspera = 3;
 
-std::string Texto(const ado::Recordset& rs, std::string_view columna) {
-  return com::RecortaDerecha(com::TextoDe(rs.Fields(columna).Value()));
-}
-std::int32_t Numero(const ado::Recordset& rs, std::string_view columna) {
-  const com::Variant valor = rs.Fields(columna).Value();
-  return valor.EsNulo() ? 0 : com::CLng(valor);
-}
 std::optional<com::Fecha> Momento(const ado::Recordset& rs, std::string_view columna) {
   const com::Variant valor = rs.Fields(columna).Value();
   if (valor.EsNulo()) return std::nullopt;
@@ -47,7 +41,7 @@ std::optional<std::int32_t> IntentosDe(Conexion& conexion, std::int32_t id) {
   const ado::RecordsetPtr rs = conexion.Consulta(
       "SELECT Cs_Intentos FROM Correo_Salida WHERE Cs_Id = ? AND Cs_Estado = ?", {id, correo::kPendiente});
   if (rs->Eof()) return std::nullopt;
-  return Numero(*rs, "Cs_Intentos");
+  return ado::CeldaEntero(*rs, "Cs_Intentos");
 }
 
 void CambiaEstado(Conexion& conexion, std::int32_t id, std::string_view de, std::string_view a,
@@ -78,15 +72,15 @@ std::vector<CorreoEnBandeja> LeeBandeja(Conexion& conexion, const FiltroLista& f
   std::vector<CorreoEnBandeja> correos;
   for (; !rs->Eof(); rs->MoveNext()) {
     CorreoEnBandeja c;
-    c.id = Numero(*rs, "Cs_Id");
-    c.folio = Texto(*rs, "Cs_Clave");
-    c.para = Texto(*rs, "Cs_Para");
-    c.asunto = Texto(*rs, "Cs_Asunto");
-    c.estado = Texto(*rs, "Cs_Estado");
-    c.usuario = Texto(*rs, "Cs_Usuario");
-    c.error = Texto(*rs, "Cs_Error");
-    c.intentos = Numero(*rs, "Cs_Intentos");
-    c.fecha = Momento(*rs, "Cs_Fecha").value_or(com::Fecha{});
+    c.id = ado::CeldaEntero(*rs, "Cs_Id");
+    c.folio = ado::Celda(*rs, "Cs_Clave");
+    c.para = ado::Celda(*rs, "Cs_Para");
+    c.asunto = ado::Celda(*rs, "Cs_Asunto");
+    c.estado = ado::Celda(*rs, "Cs_Estado");
+    c.usuario = ado::Celda(*rs, "Cs_Usuario");
+    c.error = ado::Celda(*rs, "Cs_Error");
+    c.intentos = ado::CeldaEntero(*rs, "Cs_Intentos");
+    c.fecha = ado::CeldaFecha(*rs, "Cs_Fecha");
     c.proximo = Momento(*rs, "Cs_Proximo");
     c.enviado = Momento(*rs, "Cs_Enviado");
     correos.push_back(std::move(c));
@@ -116,7 +110,7 @@ bool SeEnviaOtraVez(const CorreoEnBandeja& c) {
 void EnviaOtraVez(Conexion& conexion, std::int32_t id, com::Fecha ahora) {
   const auto estado = [&] {
     const ado::RecordsetPtr rs = conexion.Consulta("SELECT Cs_Estado FROM Correo_Salida WHERE Cs_Id = ?", {id});
-    return rs->Eof() ? std::string() : Texto(*rs, "Cs_Estado");
+    return rs->Eof() ? std::string() : ado::Celda(*rs, "Cs_Estado");
   };
   const auto rechaza = [](const char* motivo) { throw com::Error(com::error::kArgumento, motivo); };
   const std::string antes = estado();
@@ -140,16 +134,16 @@ std::vector<std::int32_t> PorEnviar(Conexion& conexion, com::Fecha ahora) {
       {correo::kPendiente, correo::kEnviando});
   std::vector<std::int32_t> ids;
   for (; !rs->Eof(); rs->MoveNext()) {
-    const std::int32_t id = Numero(*rs, "Cs_Id");
+    const std::int32_t id = ado::CeldaEntero(*rs, "Cs_Id");
     const std::optional<com::Fecha> fecha = Momento(*rs, "Cs_Fecha");
     const bool toca = YaToca(Momento(*rs, "Cs_Proximo"), ahora);
-    if (Texto(*rs, "Cs_Estado") == correo::kEnviando) {
+    if (ado::Celda(*rs, "Cs_Estado") == correo::kEnviando) {
       if (toca) {
         CambiaEstado(conexion, id, correo::kEnviando, correo::kIncierto,
                      "el programa que lo enviaba se cerró a medio envío");
       }
     } else if ((!fecha || com::MasDias(*fecha, kDiasDeEspera) < ahora) && DudaDelReloj(conexion, ahora).empty()) {
-      CambiaEstado(conexion, id, correo::kPendiente, correo::kVencido, Texto(*rs, "Cs_Error"));
+      CambiaEstado(conexion, id, correo::kPendiente, correo::kVencido, ado::Celda(*rs, "Cs_Error"));
     } else if (toca) {
       ids.push_back(id);
     }
@@ -170,12 +164,12 @@ std::optional<CorreoTomado> Toma(Conexion& conexion, std::int32_t id, const std:
       {id, quien});
   if (rs->Eof()) return std::nullopt;
   return CorreoTomado{id,
-                      Numero(*rs, "Cs_Intentos"),
-                      Texto(*rs, "Cs_Clave"),
-                      Texto(*rs, "Cs_Para"),
-                      Texto(*rs, "Cs_Asunto"),
-                      Texto(*rs, "Cs_Cuerpo"),
-                      Texto(*rs, "Cs_Adjunto"),
+                      ado::CeldaEntero(*rs, "Cs_Intentos"),
+                      ado::Celda(*rs, "Cs_Clave"),
+                      ado::Celda(*rs, "Cs_Para"),
+                      ado::Celda(*rs, "Cs_Asunto"),
+                      ado::Celda(*rs, "Cs_Cuerpo"),
+                      ado::Celda(*rs, "Cs_Adjunto"),
                       Momento(*rs, "Cs_Fecha").value_or(ahora)};
 }
 

@@ -4,6 +4,7 @@
 #include "host/standalone/catalogos.h"
 #include "host/standalone/parametros.h"
 #include "host/standalone/usuarios.h"
+#include "platform/ado/celda.h"
 #include "platform/com/error.h"
 #include "platform/regional/regional.h"
 #include "schema/esquema.h"
@@ -104,8 +105,7 @@ std::vector<FilaCatalogo> LeeCatalogo(Conexion& conexion, const Catalogo& c) {
     FilaCatalogo fila;
     for (std::size_t i = 0; i < c.campos.size(); ++i) fila.valores.push_back(rs->Fields(i).Value());
     if (c.conEstado) {
-      const com::Variant& estado = rs->Fields(c.campos.size()).Value();
-      const std::string codigo = com::RecortaDerecha(com::TextoDe(estado));
+      const std::string codigo = ado::Celda(*rs, c.campos.size());
       fila.deBaja =
           c.todoEsLlave ? !com::IgualSinCaja(codigo, esquema::kActiva) : com::IgualSinCaja(codigo, esquema::kBaja);
     }
@@ -143,9 +143,9 @@ void Escribe(Conexion& conexion, const Catalogo& c, const std::string& sentencia
 void Inserta(Conexion& conexion, const Catalogo& c, std::vector<com::Variant> valores) {
   if (!c.consecutivo.empty()) {
     const auto rs = conexion.Consulta("SELECT MAX(" + std::string(c.consecutivo) + ") FROM " + std::string(c.tabla));
-    const com::Variant ultimo = rs->Eof() ? com::Variant::Null() : rs->Fields(0).Value();
+    const std::int32_t ultimo = ado::CeldaEntero(*rs, 0);
     for (std::size_t i = 0; i < c.campos.size(); ++i) {
-      if (c.campos[i].columna == c.consecutivo) valores[i] = ultimo.EsNulo() ? 1 : com::CLng(ultimo) + 1;
+      if (c.campos[i].columna == c.consecutivo) valores[i] = ultimo + 1;
     }
   } else if (Existe(conexion, c, valores, false)) {
     throw com::Error(com::error::kRestriccion,

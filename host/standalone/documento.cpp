@@ -5,27 +5,13 @@
 #include "host/contract/estados_legibles.h"
 #include "host/standalone/palabras.h"
 #include "host/standalone/parametros.h"
+#include "platform/ado/celda.h"
 #include "platform/com/variant.h"
 #include "platform/regional/regional.h"
 
 namespace autonomo {
 
 namespace {
-
-std::string Texto(const ado::Recordset& rs, std::string_view columna) {
-  const com::Variant valor = rs.Fields(columna).Value();
-  return com::RecortaDerecha(com::TextoDe(valor));
-}
-
-com::Fecha Fecha(const ado::Recordset& rs, std::string_view columna) {
-  const com::Variant valor = rs.Fields(columna).Value();
-  return valor.EsNulo() ? com::Fecha{} : com::CDate(valor);
-}
-
-double Numero(const ado::Recordset& rs, std::string_view columna) {
-  const com::Variant valor = rs.Fields(columna).Value();
-  return valor.EsNulo() ? 0 : com::CDbl(valor);
-}
 
 struct FichaCliente {
   std::string nombre, correo;
@@ -35,7 +21,7 @@ FichaCliente LeeCliente(Conexion& conexion, const std::string& clave) {
   const ado::RecordsetPtr rs =
       conexion.Consulta("SELECT Cl_Razon_Social_1, Cl_Correo FROM Cliente WHERE Cl_Cve_Cliente = ?", {clave});
   if (rs->Eof()) return {};
-  return {Texto(*rs, "Cl_Razon_Social_1"), com::Recorta(Texto(*rs, "Cl_Correo"))};
+  return {ado::Celda(*rs, "Cl_Razon_Social_1"), com::Recorta(ado::Celda(*rs, "Cl_Correo"))};
 }
 
 void LeeRenglones(Conexion& conexion, Documento& d) {
@@ -50,15 +36,15 @@ void LeeRenglones(Conexion& conexion, Documento& d) {
       {d.folio});
   for (; !rs->Eof(); rs->MoveNext()) {
     RenglonDocumento r;
-    r.habitacion = Texto(*rs, "Hb_Cve_Habitacion");
-    r.descripcion = Texto(*rs, "Th_Descripcion") + " / " + Texto(*rs, "Hb_Descripcion");
-    r.inicio = Fecha(*rs, "Rsd_Fecha_Inicio");
-    r.fin = Fecha(*rs, "Rsd_Fecha_Fin");
-    r.adultos = static_cast<int>(Numero(*rs, "Rsd_Adultos"));
-    r.menores = static_cast<int>(Numero(*rs, "Rsd_Menores"));
-    r.infantes = static_cast<int>(Numero(*rs, "Rsd_Infantes"));
-    r.total = com::Redondea(Numero(*rs, "Rsd_Precio_Neto_Importe"), 2);
-    r.impuestos = Numero(*rs, "Rsd_Impuesto_Importe");
+    r.habitacion = ado::Celda(*rs, "Hb_Cve_Habitacion");
+    r.descripcion = ado::Celda(*rs, "Th_Descripcion") + " / " + ado::Celda(*rs, "Hb_Descripcion");
+    r.inicio = ado::CeldaFecha(*rs, "Rsd_Fecha_Inicio");
+    r.fin = ado::CeldaFecha(*rs, "Rsd_Fecha_Fin");
+    r.adultos = static_cast<int>(ado::CeldaNumero(*rs, "Rsd_Adultos"));
+    r.menores = static_cast<int>(ado::CeldaNumero(*rs, "Rsd_Menores"));
+    r.infantes = static_cast<int>(ado::CeldaNumero(*rs, "Rsd_Infantes"));
+    r.total = com::Redondea(ado::CeldaNumero(*rs, "Rsd_Precio_Neto_Importe"), 2);
+    r.impuestos = ado::CeldaNumero(*rs, "Rsd_Impuesto_Importe");
     d.renglones.push_back(std::move(r));
   }
 }
@@ -95,18 +81,18 @@ std::optional<Documento> LeeDocumento(Conexion& conexion, const std::string& fol
   Documento d;
   d.hotel = ValorParametro(conexion, anfitrion::parametro::kNombreHotel.clave);
   if (EsDemo(conexion)) d.hotel += " (DEMO)";
-  d.folio = Texto(*rs, "Rs_Folio");
-  d.estado = Texto(*rs, "Es_Cve_Estado");
-  d.captura = Fecha(*rs, "Rs_Fecha");
-  d.llegada = Fecha(*rs, "Rs_Llegada");
-  d.salida = Fecha(*rs, "Rs_Salida");
-  d.claveHuesped = Texto(*rs, "Rs_Huesped");
-  d.claveCliente = Texto(*rs, "Cl_Cve_Cliente");
+  d.folio = ado::Celda(*rs, "Rs_Folio");
+  d.estado = ado::Celda(*rs, "Es_Cve_Estado");
+  d.captura = ado::CeldaFecha(*rs, "Rs_Fecha");
+  d.llegada = ado::CeldaFecha(*rs, "Rs_Llegada");
+  d.salida = ado::CeldaFecha(*rs, "Rs_Salida");
+  d.claveHuesped = ado::Celda(*rs, "Rs_Huesped");
+  d.claveCliente = ado::Celda(*rs, "Cl_Cve_Cliente");
   if (d.claveCliente.empty()) d.claveCliente = d.claveHuesped;
-  d.moneda = Texto(*rs, "Mn_Cve_Moneda");
-  d.referencia = Texto(*rs, "Rs_Referencia");
-  d.comentario = Texto(*rs, "Rs_Comentario");
-  d.notas = Texto(*rs, "Rs_Notas");
+  d.moneda = ado::Celda(*rs, "Mn_Cve_Moneda");
+  d.referencia = ado::Celda(*rs, "Rs_Referencia");
+  d.comentario = ado::Celda(*rs, "Rs_Comentario");
+  d.notas = ado::Celda(*rs, "Rs_Notas");
   const FichaCliente pagador = LeeCliente(conexion, d.claveCliente);
   d.cliente = pagador.nombre;
   d.correo = pagador.correo;

@@ -63,7 +63,7 @@ class ServicioImpresion : public com::Objeto<anfitrion::Impresion> {
     const ado::RecordsetPtr rs =
         conexion.Consulta("SELECT Fm_Contenido FROM Formato WHERE Fm_Cve_Formato = ?", {formato});
     std::string contenido;
-    if (!rs->Eof() && !rs->Fields(0).Value().EsNulo()) contenido = com::CStr(rs->Fields(0).Value());
+    if (!rs->Eof()) contenido = com::TextoDe(rs->Fields(0).Value());
     return com::Recorta(contenido).empty() ? std::string(FormatoIncluido()) : contenido;
   }
 

@@ -1,6 +1,7 @@
 #include "host/standalone/listas.h"
 
 #include "host/standalone/parametros.h"
+#include "platform/ado/celda.h"
 #include "platform/com/texto.h"
 #include "platform/com/variant.h"
 #include "platform/regional/regional.h"
@@ -33,9 +34,7 @@ std::vector<EntradaDeBitacora> LeeBitacora(Conexion& conexion, const FiltroLista
                                                  valores);
   std::vector<EntradaDeBitacora> entradas;
   for (; !rs->Eof(); rs->MoveNext()) {
-    const auto texto = [&](std::size_t c) { return com::RecortaDerecha(com::TextoDe(rs->Fields(c).Value())); };
-    const com::Variant fecha = rs->Fields(0).Value();
-    entradas.push_back({fecha.EsNulo() ? com::Fecha{} : com::CDate(fecha), texto(1), texto(2), texto(3)});
+    entradas.push_back({ado::CeldaFecha(*rs, 0), ado::Celda(*rs, 1), ado::Celda(*rs, 2), ado::Celda(*rs, 3)});
   }
   return entradas;
 }

@@ -7,6 +7,7 @@
 #include "host/standalone/respaldo.h"
 #include "host/standalone/transaccion.h"
 #include "host/standalone/usuarios.h"
+#include "platform/ado/celda.h"
 #include "platform/com/variant.h"
 
 namespace autonomo {
@@ -52,7 +53,7 @@ class Busca {
   std::string Nombres(std::string_view sentencia, const Conexion::Parametros& parametros = {}) {
     std::string nombres;
     for (const auto rs = base_.Consulta(sentencia, parametros); !rs->Eof(); rs->MoveNext()) {
-      nombres += (nombres.empty() ? "" : ", ") + com::RecortaDerecha(com::TextoDe(rs->Fields(0).Value()));
+      nombres += (nombres.empty() ? "" : ", ") + ado::Celda(*rs, 0);
     }
     return nombres;
   }
@@ -107,7 +108,7 @@ class Busca {
     if (rs->Eof()) {
       Falta("sin_sucursal", false, "No existe la sucursal " + propuesta + ", que propone una reservación nueva",
             "Sucursal");
-    } else if (com::Recorta(com::TextoDe(rs->Fields(0).Value())).empty()) {
+    } else if (com::Recorta(ado::Celda(*rs, 0)).empty()) {
       Falta("sucursal_sin_nombre", false, "La sucursal " + propuesta + " no tiene nombre", "Sucursal");
     }
   }

@@ -15,6 +15,7 @@
 #include "host/standalone/documento.h"
 #include "host/standalone/palabras.h"
 #include "host/standalone/visto.h"
+#include "platform/ado/celda.h"
 #include "platform/regional/regional.h"
 
 namespace autonomo {
@@ -70,8 +71,6 @@ std::string UltimoValor(const ado::TextoSQL& s) {
   const ado::Tramo t = s.Valores().back();
   return com::Recorta(s.Texto().substr(t.inicio, t.fin - t.inicio));
 }
-
-std::int32_t Entero(const com::Variant& valor) { return valor.EsNulo() ? 0 : com::CLng(valor); }
 
 // "09/03/2026 10:30:15, LUPITA: TEXT"
 std::string Entrada(const com::Variant& fecha, const std::string& usuario, std::string texto) {
@@ -358,8 +357,7 @@ class ConexionVigilada final : public Conexion {
         motor_->Consulta("SELECT Rv_Version FROM Reservacion_Version WHERE Rs_Folio = ?", {folio});
     const ado::RecordsetPtr bitacora = motor_->Consulta(
         "SELECT MAX(Bt_Id) FROM Bitacora WHERE Bt_Modulo = ? AND Bt_Clave = ?", {anfitrion::kModulo, folio});
-    return {
-        folio, version->Eof() ? 0 : Entero(version->Fields(0).Value()), Entero(bitacora->Fields(0).Value()), carga, {}};
+    return {folio, version->Eof() ? 0 : ado::CeldaEntero(*version, 0), ado::CeldaEntero(*bitacora, 0), carga, {}};
   }
 
   // The version is read before what it stands for: a change in between is told once too often, never missed.

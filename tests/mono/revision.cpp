@@ -1,6 +1,6 @@
 #include "tests/mono/revision.h"
 
-#include "platform/ado/ado.h"
+#include "platform/ado/celda.h"
 #include "platform/com/texto.h"
 #include "platform/com/variant.h"
 
@@ -96,9 +96,8 @@ std::string Imagen(autonomo::Conexion& conexion, const std::string& folio) {
 }
 
 double Total(autonomo::Conexion& conexion, const std::string& folio) {
-  const ado::RecordsetPtr rs =
-      conexion.Directa("SELECT SUM(Rsd_Precio_Neto_Importe) FROM Reservacion_Detalle" + Donde(folio));
-  return rs->Fields(0).Value().EsNulo() ? 0 : com::CDbl(rs->Fields(0).Value());
+  return ado::CeldaNumero(
+      *conexion.Directa("SELECT SUM(Rsd_Precio_Neto_Importe) FROM Reservacion_Detalle" + Donde(folio)), 0);
 }
 
 }  // namespace mono

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/ado/ado.h"
+#include "platform/ado/celda.h"
 #include "platform/com/error.h"
 #include "tests/comun/error_de.h"
 
@@ -117,6 +118,21 @@ TEST(Registros, SeLeenHaciaAdelante) {
   rs.MoveNext();
   rs.MoveFirst();
   EXPECT_EQ(com::CStr(rs.Fields(0).Value()), "A");
+}
+
+TEST(Registros, LoQuePuedeEstarVacio) {
+  const com::Fecha momento = com::FechaDe(2026, 3, 9, 10, 30);
+  const Variant nada = Variant::Null();
+  ado::Recordset rs(Columnas({"Clave", "Cantidad", "Momento"}), {" A  ", 2.6, momento, nada, nada, nada});
+  EXPECT_EQ(ado::Celda(rs, 0), " A");
+  EXPECT_EQ(ado::CeldaNumero(rs, "cantidad"), 2.6);
+  EXPECT_EQ(ado::CeldaEntero(rs, 1), 3);
+  EXPECT_EQ(ado::CeldaFecha(rs, 2), momento);
+  rs.MoveNext();
+  EXPECT_EQ(ado::Celda(rs, "clave"), "");
+  EXPECT_EQ(ado::CeldaNumero(rs, 1), 0);
+  EXPECT_EQ(ado::CeldaEntero(rs, "Cantidad"), 0);
+  EXPECT_EQ(ado::CeldaFecha(rs, "Momento"), com::Fecha{});
 }
 
 TEST(Registros, Fallas) {

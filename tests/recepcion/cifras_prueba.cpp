@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <random>
 
+#include "platform/ado/celda.h"
 #include "tests/comun/hotel_prueba.h"
 
 namespace pruebas {
@@ -62,8 +63,7 @@ class CifrasPrueba : public HotelPrueba {
       for (std::size_t i = sentencia.find(marca); i != std::string::npos; i = sentencia.find(marca))
         sentencia.replace(i, 1, valor);
     }
-    const com::Variant valor = Sql(sentencia)->Fields(std::size_t{0}).Value();
-    return valor.EsNulo() ? 0 : com::CDbl(valor);
+    return ado::CeldaNumero(*Sql(sentencia), 0);
   }
 };
 
