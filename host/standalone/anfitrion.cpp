@@ -96,14 +96,14 @@ void ExigeNoNegativo(double valor, const char* que) {
 
 // Codes that no stay needs are forgotten, unless the desk's clock is in doubt; cards in clear are sealed. Who cannot do
 // it now works on: it is done by the next program that opens the hotel. Gives the doubt.
-std::string CuidaTarjetas(Conexion& conexion, com::Fecha hoy) {
+std::string CuidaTarjetas(Conexion& conexion, const Reloj& reloj) {
   const auto hay = [&](const char* sentencia) { return !conexion.Consulta(sentencia)->Eof(); };
   std::string duda;
   try {
-    duda = DudaDelReloj(conexion, hoy);
+    if (!reloj.DelServidor()) duda = DudaDelReloj(conexion, reloj.Ahora());
     if (duda.empty() && (hay("SELECT TOP 1 Cl_Cve_Cliente FROM Cliente WHERE Cl_Tarjeta_Codigo_Seguridad <> ''") ||
                          hay("SELECT TOP 1 Rs_Folio FROM Reservacion_Datos_Tarjeta WHERE Rdt_Codigo_Seguridad <> ''")))
-      OlvidaCodigos(conexion, "", hoy);
+      OlvidaCodigos(conexion, "", reloj.Ahora());
     SellaTarjetas(conexion);
   } catch (const com::Error& e) {
     registro::AnotaFalla(e);
@@ -134,7 +134,7 @@ Anfitrion::Anfitrion(const Opciones& opciones) : usuario_(opciones.usuario), bas
   base.veTarjetas = [this] { return conexion_ == nullptr || PuedeVerTarjetas(*conexion_, usuario_); };
   conexion_ = AbreConexion(base, reloj_);
   if (!opciones.ahora) PoneEnHora();
-  CambiaElDia();
+  EmpiezaElDia();
   novedades_ = std::make_unique<Novedades>(*conexion_);
   if (opciones.demo) LlenaConDemo(*conexion_, reloj_.Ahora());
   if (opciones.sinSobreventa && EstaVacia(*conexion_)) Parametro(anfitrion::parametro::kSobreventa.clave, "0");
@@ -147,18 +147,26 @@ Anfitrion::Anfitrion(const Opciones& opciones) : usuario_(opciones.usuario), bas
 Anfitrion::~Anfitrion() = default;
 
 void Anfitrion::PoneEnHora() {
-  const std::int64_t adelanto = AdelantoDelServidor(*conexion_);
-  const com::Fecha aqui = reloj_.Ahora();
-  reloj_.Adelanta(adelanto);
-  if (std::abs(adelanto) < com::kSegundosDia) return;
-  Avisa("El reloj de este equipo dice " + regional::FechaCorta(aqui) + " y el del servidor " +
+  reloj_ = RelojDe(*conexion_);
+  if (std::abs(reloj_.Adelanto()) < com::kSegundosDia) return;
+  Avisa("El reloj de este equipo dice " + regional::FechaCorta(Reloj().Ahora()) + " y el del servidor " +
         regional::FechaCorta(reloj_.Ahora()) + ": en este hotel vale el del servidor. Corrija la fecha del equipo.");
 }
 
+void Anfitrion::EmpiezaElDia() {
+  dia_ = com::SoloFecha(reloj_.Ahora());
+  if (const std::string duda = CuidaTarjetas(*conexion_, reloj_); !duda.empty()) Avisa(duda);
+}
+
+// This machine's clock may have been set meanwhile: a new day is the server's.
 void Anfitrion::CambiaElDia() {
-  const com::Fecha hoy = com::SoloFecha(reloj_.Ahora());
-  if (std::exchange(dia_, hoy) == hoy) return;
-  if (const std::string duda = CuidaTarjetas(*conexion_, hoy); !duda.empty()) Avisa(duda);
+  if (dia_ == com::SoloFecha(reloj_.Ahora())) return;
+  try {
+    if (reloj_.DelServidor()) PoneEnHora();
+  } catch (const com::Error& e) {
+    registro::AnotaFalla(e);
+  }
+  EmpiezaElDia();
 }
 
 std::vector<std::string> Anfitrion::TomaAvisos() {

@@ -113,6 +113,7 @@ class Anfitrion {
  private:
   // By the server's clock, where there is one; tells of a desk that is a day or more off.
   void PoneEnHora();
+  void EmpiezaElDia();
 
   Reloj reloj_;
   std::shared_ptr<Conexion> conexion_;

@@ -188,7 +188,7 @@ void ConexionSqlite::RollbackTrans() {
 
 com::Fecha Reloj::Ahora() const {
   if (fijo_) return *fijo_;
-  const auto ahora = std::chrono::system_clock::now() + std::chrono::seconds(adelanto_);
+  const auto ahora = std::chrono::system_clock::now() + std::chrono::seconds(Adelanto());
   const std::time_t t = std::chrono::system_clock::to_time_t(ahora);
   std::tm l{};
   localtime_r(&t, &l);

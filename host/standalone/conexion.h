@@ -27,12 +27,14 @@ class Reloj {
   com::Fecha Ahora() const;
   void Fija(com::Fecha ahora) { fijo_ = ahora; }
   void Libera() { fijo_.reset(); }
-  // Seconds by which it is ahead of this machine's; below 0 behind it.
+  // From here on it goes by a server's clock, which is so many seconds ahead of this machine's; below 0 behind it.
   void Adelanta(std::int64_t segundos) { adelanto_ = segundos; }
+  std::int64_t Adelanto() const { return adelanto_.value_or(0); }
+  bool DelServidor() const { return adelanto_ && !fijo_; }
 
  private:
   std::optional<com::Fecha> fijo_;
-  std::int64_t adelanto_ = 0;
+  std::optional<std::int64_t> adelanto_;
 };
 
 struct OpcionesConexion {

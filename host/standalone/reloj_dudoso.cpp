@@ -1,6 +1,5 @@
 #include "host/standalone/reloj_dudoso.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <optional>
 
