@@ -94,16 +94,21 @@ void ExigeNoNegativo(double valor, const char* que) {
   }
 }
 
-// Codes that no stay needs are forgotten, unless the desk's clock is in doubt; cards in clear are sealed. Who cannot do
-// it now works on: it is done by the next program that opens the hotel. Gives the doubt.
-std::string CuidaTarjetas(Conexion& conexion, const Reloj& reloj) {
+// Codes that no stay needs are forgotten, unless the clock is in doubt, which it then knows; cards in clear are sealed.
+// Who cannot do it now works on: it is done by the next program that opens the hotel. Gives the doubt.
+std::string CuidaTarjetas(Conexion& conexion, Reloj& reloj) {
   const auto hay = [&](const char* sentencia) { return !conexion.Consulta(sentencia)->Eof(); };
   std::string duda;
   try {
-    if (!reloj.DelServidor()) duda = DudaDelReloj(conexion, reloj.Ahora());
-    if (duda.empty() && (hay("SELECT TOP 1 Cl_Cve_Cliente FROM Cliente WHERE Cl_Tarjeta_Codigo_Seguridad <> ''") ||
-                         hay("SELECT TOP 1 Rs_Folio FROM Reservacion_Datos_Tarjeta WHERE Rdt_Codigo_Seguridad <> ''")))
-      OlvidaCodigos(conexion, "", reloj.Ahora());
+    if (!reloj.DelServidor()) {
+      reloj.Duda(true);  // until it is known
+      duda = DudaDelReloj(conexion, reloj.Ahora());
+    }
+    reloj.Duda(!duda.empty());
+    if (reloj.Fiable() &&
+        (hay("SELECT TOP 1 Cl_Cve_Cliente FROM Cliente WHERE Cl_Tarjeta_Codigo_Seguridad <> ''") ||
+         hay("SELECT TOP 1 Rs_Folio FROM Reservacion_Datos_Tarjeta WHERE Rdt_Codigo_Seguridad <> ''")))
+      OlvidaCodigos(conexion, "", reloj);
     SellaTarjetas(conexion);
   } catch (const com::Error& e) {
     registro::AnotaFalla(e);

@@ -42,7 +42,7 @@ class ConexionCifrada final : public ConexionDeMotor {
     ado::RecordsetPtr filas = motor_->Execute(cifrada == texto ? sentencia : ado::TextoSQL(cifrada));
     if (Menciona(std::string_view(texto).substr(0, kInicioCambio.size()), kInicioCambio)) {
       Parte(texto, false, partida_);
-      if (CancelaReservacion(partida_)) OlvidaCodigos(*motor_, Folio(), reloj_.Ahora());
+      if (CancelaReservacion(partida_)) OlvidaCodigos(*motor_, Folio(), reloj_);
     }
     return filas;
   }
@@ -263,9 +263,11 @@ std::shared_ptr<ConexionDeMotor> CifraTarjetas(std::shared_ptr<ConexionDeMotor> 
   return std::make_shared<ConexionCifrada>(std::move(motor), opciones, reloj);
 }
 
-void OlvidaCodigos(ConexionDeMotor& conexion, const std::string& folio, com::Fecha hoy) {
+void OlvidaCodigos(ConexionDeMotor& conexion, const std::string& folio, const Reloj& reloj) {
   const std::string una = folio.empty() ? "" : " AND Rs_Folio = ?";
-  ConexionDeMotor::Parametros dias{com::SoloFecha(std::min(hoy, Reloj().Ahora()))}, folios;
+  // Before the first day nobody departs.
+  const com::Fecha hoy = reloj.Fiable() ? com::SoloFecha(reloj.Ahora()) : com::Fecha{};
+  ConexionDeMotor::Parametros dias{hoy}, folios;
   if (!folio.empty()) folios.emplace_back(folio);
   ConexionDeMotor::Parametros deReservacion = dias;
   deReservacion.insert(deReservacion.end(), folios.begin(), folios.end());

@@ -18,8 +18,8 @@ std::shared_ptr<ConexionDeMotor> CifraTarjetas(std::shared_ptr<ConexionDeMotor> 
 
 // Empties the security codes of cards that no stay to come needs: of a reservation that was cancelled or whose
 // departure has passed, and of a client whose reservations are all like that. folio: of one reservation; "" of all. A
-// cancellation does so by itself. hoy: a clock that is set ahead of the real one makes no departure pass.
-void OlvidaCodigos(ConexionDeMotor& conexion, const std::string& folio, com::Fecha hoy);
+// cancellation does so by itself. By a clock that cannot be relied upon no departure has passed.
+void OlvidaCodigos(ConexionDeMotor& conexion, const std::string& folio, const Reloj& reloj);
 
 // Seals the cards that an earlier version of the program left in clear; one that changes meanwhile stays as it changed.
 void SellaTarjetas(ConexionDeMotor& conexion);

@@ -195,6 +195,8 @@ com::Fecha Reloj::Ahora() const {
   return com::FechaDe(l.tm_year + 1900, l.tm_mon + 1, l.tm_mday, l.tm_hour, l.tm_min, std::min(l.tm_sec, 59));
 }
 
+bool Reloj::Fiable() const { return !dudoso_ && (!fijo_ || fijo_->dia <= Reloj().Ahora().dia); }
+
 std::shared_ptr<ConexionDeMotor> AbreMotor(const OpcionesConexion& opciones, const Reloj& reloj) {
   if (!opciones.conexion.empty()) return AbrePostgres(opciones, reloj);
   return std::make_shared<ConexionSqlite>(opciones, reloj);

@@ -25,16 +25,24 @@ class Reloj {
  public:
   // Local date and time, whole seconds.
   com::Fecha Ahora() const;
-  void Fija(com::Fecha ahora) { fijo_ = ahora; }
+  void Fija(com::Fecha ahora) {
+    fijo_ = ahora;
+    dudoso_ = false;
+  }
   void Libera() { fijo_.reset(); }
   // From here on it goes by a server's clock, which is so many seconds ahead of this machine's; below 0 behind it.
   void Adelanta(std::int64_t segundos) { adelanto_ = segundos; }
   std::int64_t Adelanto() const { return adelanto_.value_or(0); }
   bool DelServidor() const { return adelanto_ && !fijo_; }
+  // Whether the days before its own have really passed, for what cannot be taken back: not while it is doubted
+  // (reloj_dudoso.h), nor when it was fixed at a day that is still to come.
+  bool Fiable() const;
+  void Duda(bool hay) { dudoso_ = hay; }
 
  private:
   std::optional<com::Fecha> fijo_;
   std::optional<std::int64_t> adelanto_;
+  bool dudoso_ = false;
 };
 
 struct OpcionesConexion {

@@ -193,6 +193,8 @@ TEST_F(Tarjetas, ElCodigoSeOlvidaAlCancelarYAlTerminarLaEstancia) {
 TEST_F(Tarjetas, ConElRelojEnDudaNoSeOlvidaNiSeVenceNada) {
   const com::Fecha ahora = Reloj().Ahora();
   base().Consulta("INSERT INTO Reservacion (Rs_Folio, Rs_Salida) VALUES ('F1', ?)", {com::MasDias(ahora, -20)});
+  base().Consulta("INSERT INTO Reservacion (Rs_Folio, Rs_Huesped, Rs_Salida) VALUES ('F2', 'C1', ?)",
+                  {com::MasDias(ahora, -20)});
   base().Execute("INSERT INTO Reservacion_Datos_Tarjeta (Rs_Folio, Rdt_Codigo_Seguridad) VALUES ('F1', '846')");
   base().Consulta("INSERT INTO Correo_Salida (Cs_Estado, Cs_Fecha) VALUES ('PENDIENTE', ?)",
                   {com::MasDias(ahora, -20)});
@@ -205,6 +207,11 @@ TEST_F(Tarjetas, ConElRelojEnDudaNoSeOlvidaNiSeVenceNada) {
         !avisos.empty() && avisos[0].starts_with("El reloj de este equipo dice " + regional::FechaCorta(ahora));
     EXPECT_EQ(duda, dias != 0) << dias;
     EXPECT_EQ(Lee("Rdt_Codigo_Seguridad", "Reservacion_Datos_Tarjeta"), duda ? "846" : "") << dias;
+    const std::string cancelada = "F" + std::to_string(10 + dias);
+    base().Consulta("INSERT INTO Reservacion (Rs_Folio, Rs_Huesped, Rs_Salida) VALUES (?, 'C1', ?)",
+                    {cancelada, com::MasDias(ahora, 20)});
+    base().Execute("UPDATE Reservacion SET Es_Cve_Estado = 'CA' WHERE Rs_Folio = '" + cancelada + "'");
+    EXPECT_EQ(Lee("Cl_Tarjeta_Codigo_Seguridad"), duda ? "739" : "") << "his other stay may be to come, " << dias;
     PorEnviar(base(), ahora);
     EXPECT_EQ(Lee("Cs_Estado", "Correo_Salida"), duda ? "PENDIENTE" : "VENCIDO") << dias;
   }
