@@ -4,6 +4,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/com/objeto.h"
+
 namespace com {
 namespace {
 
@@ -15,6 +17,7 @@ struct Tabla {
 
 // Lives as long as the process: handles may outlive any other static object.
 Tabla& LaTabla() {
+  AfirmaApartamento();
   static Tabla& tabla = *new Tabla;
   return tabla;
 }

@@ -7,7 +7,8 @@
 
 namespace com {
 
-// Owns an entry of the process's string table; handle 0 is the empty string. Copies copy the text.
+// Owns an entry of the process's string table, which is the apartment's alone (objeto.h); handle 0 is the empty string.
+// Copies copy the text.
 class Cadena {
  public:
   Cadena() = default;

@@ -83,15 +83,20 @@ std::string ATexto(const Guid& id) {
 }
 
 void RegistraServidor(RegistroServidor registro) {
+  AfirmaApartamento();
   QuitaServidor(registro.clase);
   ElRegistro().servidores.push_back(std::move(registro));
 }
 
 void QuitaServidor(const Guid& clase) {
+  AfirmaApartamento();
   std::erase_if(ElRegistro().servidores, [&](const RegistroServidor& s) { return s.clase == clase; });
 }
 
-std::vector<RegistroServidor> ServidoresRegistrados() { return ElRegistro().servidores; }
+std::vector<RegistroServidor> ServidoresRegistrados() {
+  AfirmaApartamento();
+  return ElRegistro().servidores;
+}
 
 Inscripcion RegistraClase(const Guid& clase, Fabrica fabrica) {
   AfirmaApartamento();
@@ -107,6 +112,7 @@ Inscripcion::~Inscripcion() {
 }
 
 Ptr<FabricaClase> ObjetoDeClase(const Guid& clase) {
+  AfirmaApartamento();
   const auto& servidores = ElRegistro().servidores;
   const auto servidor =
       std::find_if(servidores.begin(), servidores.end(), [&](const RegistroServidor& s) { return s.clase == clase; });
@@ -141,6 +147,7 @@ Ptr<Desconocido> CreaInstancia(const Guid& clase) {
 }
 
 void LiberaBibliotecas() {
+  AfirmaApartamento();
   std::erase_if(ElRegistro().bibliotecas, [](const Biblioteca& b) {
     const auto puede = Entrada<HResult (*)()>(b, "DllCanUnloadNow");
     if (puede == nullptr || puede() != kOk) return false;
