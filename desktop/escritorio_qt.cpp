@@ -250,7 +250,7 @@ void EscritorioQt::DiceDelBorrador() const {
   const Ventana* v = abiertas_.empty() ? nullptr : ventana(*abiertas_.front());
   const auto* barra = v == nullptr ? nullptr : abiertas_.front()->Primero<controles::ScreenToolbar>();
   if (barra == nullptr) return;
-  if (auto* suya = dynamic_cast<VistaBarra*>(v->vista(*barra))) suya->RefrescaBorrador();
+  if (auto* suya = Como<VistaBarra>(v->vista(*barra))) suya->RefrescaBorrador();
 }
 
 int EscritorioQt::Mensaje(const controles::CajaMensaje& caja) {

@@ -184,7 +184,7 @@ QRect Guia::ZonaDe(const char* control) const {
 
 QRect Guia::ZonaDe(Accion accion) const {
   Ventana* ventana = escritorio_.ventana(Principal());
-  auto* vista = dynamic_cast<VistaBarra*>(ventana->vista(*Principal().Primero<controles::ScreenToolbar>()));
+  auto* vista = Como<VistaBarra>(ventana->vista(*Principal().Primero<controles::ScreenToolbar>()));
   QToolButton* boton = vista == nullptr ? nullptr : vista->boton(accion);
   return boton == nullptr ? QRect() : QRect(boton->mapTo(ventana, QPoint()), boton->size());
 }
@@ -197,7 +197,7 @@ QRect Guia::ZonaDelMenu() const {
 
 QRect Guia::ZonaDeCeldas(controles::Formulario& forma, int fila, int desde, int hasta) const {
   Ventana* ventana = escritorio_.ventana(forma);
-  auto* vista = dynamic_cast<VistaGrid*>(ventana->vista(*forma.Primero<controles::Grid>()));
+  auto* vista = Como<VistaGrid>(ventana->vista(*forma.Primero<controles::Grid>()));
   if (vista == nullptr || fila < 0) return {};
   QRect zona;
   for (int columna = desde; columna <= hasta; ++columna) zona = zona.united(vista->ZonaCelda(fila, columna));

@@ -96,7 +96,7 @@ Vista& ManosQt::VistaDe(const controles::Control& control) const {
 }
 
 VistaGrid& ManosQt::VistaDe(const controles::Grid& grid) const {
-  auto* v = dynamic_cast<VistaGrid*>(&VistaDe(static_cast<const controles::Control&>(grid)));
+  auto* v = Como<VistaGrid>(&VistaDe(static_cast<const controles::Control&>(grid)));
   if (v == nullptr) NoSirve(grid, "no se muestra en renglones");
   return *v;
 }
@@ -205,7 +205,7 @@ void ManosQt::Accion(controles::ScreenToolbar& barra, controles::Accion accion) 
   if (!controles::Abandona(accion)) TerminaEdicion(barra.formulario(), nullptr);
   if (!barra.Ofrece(accion)) return barra.Pulsa(accion);  // says why not
   Haz([&] {
-    const auto* vista = dynamic_cast<VistaBarra*>(&VistaDe(barra));
+    const auto* vista = Como<VistaBarra>(&VistaDe(barra));
     QToolButton* boton = vista == nullptr ? nullptr : vista->boton(accion);
     if (boton == nullptr) NoSirve(barra, "no tiene ese botón");
     EnviaClic(boton, boton->rect().center());

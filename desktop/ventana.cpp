@@ -109,7 +109,7 @@ void Ventana::CreaVistas() {
   }
   for (const auto& v : vistas_) {
     if (Flota(v->control())) v->widget()->raise();
-    if (auto* barra = dynamic_cast<VistaBarra*>(v.get())) {
+    if (auto* barra = Como<VistaBarra>(v.get())) {
       barra->antesDePulsar = [this](controles::Accion accion) { return AntesDePulsar(accion); };
       barra->despuesDePulsar = [this](controles::Accion accion) { DespuesDePulsar(accion); };
     }
@@ -131,7 +131,7 @@ bool Ventana::AntesDePulsar(controles::Accion accion) {
 
 bool Ventana::Pulsa(controles::Accion accion) {
   for (const auto& v : vistas_) {
-    if (auto* barra = dynamic_cast<VistaBarra*>(v.get())) return barra->Pulsa(accion);
+    if (auto* barra = Como<VistaBarra>(v.get())) return barra->Pulsa(accion);
   }
   return false;
 }
@@ -199,7 +199,7 @@ void Ventana::AdoptaFoco() {
 
 void Ventana::ColocaSobreCelda(Vista& v) {
   auto* grid = formulario_.Primero<controles::Grid>();
-  auto* celdas = grid == nullptr ? nullptr : dynamic_cast<VistaGrid*>(vista(*grid));
+  auto* celdas = grid == nullptr ? nullptr : Como<VistaGrid>(vista(*grid));
   if (celdas == nullptr || !v.control().visible()) return;
   const QRect zona = celdas->ZonaCelda(grid->fila(), grid->columna());
   if (!zona.isValid()) return;

@@ -130,6 +130,13 @@ class Vista {
   bool suelta_ = false;
 };
 
+// The view as one of a kind (Como<VistaGrid>(v)); null for one of another kind, and for null. The only way from a view
+// to its kind, which is its control's.
+template <class V>
+V* Como(Vista* vista) {
+  return vista != nullptr && vista->control().clase() == V::kClase ? static_cast<V*>(vista) : nullptr;
+}
+
 // The view for a control by its class, inside the given parent.
 std::unique_ptr<Vista> CreaVista(controles::Control& control, QWidget* padre, const Contexto& contexto);
 

@@ -23,6 +23,7 @@ QString NombreDeAtajo(const QKeySequence& atajo);
 
 class VistaBarra : public Vista {
  public:
+  static constexpr controles::Clase kClase = controles::Clase::Barra;
   VistaBarra(controles::ScreenToolbar& barra, QWidget* padre, const Contexto& contexto);
   void Refresca() override;
   QToolButton* boton(controles::Accion accion) const;

@@ -27,6 +27,7 @@ struct LugarGrid {
 
 class VistaGrid : public Vista {
  public:
+  static constexpr controles::Clase kClase = controles::Clase::Grid;
   VistaGrid(controles::Grid& grid, QWidget* padre, const Contexto& contexto);
   ~VistaGrid() override;
 

@@ -29,7 +29,7 @@ constexpr const char* kSeriePrueba = "IMPORTACION";
 
 template <class T>
 T& Toma(controles::Formulario& formulario, const char* nombre) {
-  auto* control = dynamic_cast<T*>(formulario.Busca(nombre));
+  auto* control = controles::Como<T>(formulario.Busca(nombre));
   if (control == nullptr) {
     throw com::Error(com::error::kElemento, formulario.nombre() + " no tiene el control " + nombre);
   }
