@@ -4,7 +4,6 @@
 #include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QPushButton>
 #include <QShortcut>
 #include <algorithm>
@@ -29,6 +28,35 @@ QTableWidget* CreaTabla(const QStringList& titulos, QWidget* padre) {
   tabla->horizontalHeader()->setStretchLastSection(true);
   tabla->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   return tabla;
+}
+
+QLabel* AgregaNota(QBoxLayout& caja, QWidget* padre) {
+  auto* nota = new QLabel(padre);
+  nota->setObjectName(QStringLiteral("nota"));
+  Atenua(*nota);
+  caja.addWidget(nota);
+  return nota;
+}
+
+std::pair<QTableWidget*, QLabel*> AgregaTablaYNota(QBoxLayout& caja, const QStringList& titulos, const char* nombre,
+                                                   const QString& titulo, int parte, QWidget* padre) {
+  QTableWidget* tabla = CreaTabla(titulos, padre);
+  tabla->setObjectName(QLatin1String(nombre));
+  tabla->setAccessibleName(titulo);
+  caja.addWidget(tabla, parte);
+  return {tabla, AgregaNota(caja, padre)};
+}
+
+QLineEdit* AgregaBusqueda(QBoxLayout& caja, const QString& titulo, const QString& sugerencia, QWidget* padre) {
+  auto* linea = new QLineEdit(padre);
+  linea->setObjectName(QStringLiteral("busca"));
+  linea->setAccessibleName(titulo);
+  linea->setPlaceholderText(sugerencia);
+  linea->setClearButtonEnabled(true);
+  linea->setMinimumHeight(30);
+  linea->addAction(Icono(QStringLiteral("buscar"), Colores().tenue), QLineEdit::LeadingPosition);
+  caja.addWidget(linea);
+  return linea;
 }
 
 void AgregaFila(QTableWidget* tabla, const QStringList& textos, bool apagada, const std::vector<int>& derecha) {

@@ -2,17 +2,26 @@
 #pragma once
 
 #include <QDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QStringList>
 #include <QTableWidget>
 #include <QVBoxLayout>
 #include <functional>
-#include <string>
+#include <utility>
 #include <vector>
 
 namespace vista {
 
 QTableWidget* CreaTabla(const QStringList& titulos, QWidget* padre);
+// A line in the colour of hints, "nota", at the end of the box.
+QLabel* AgregaNota(QBoxLayout& caja, QWidget* padre);
+// A table and such a line below it. nombre: the table's object; titulo: what a screen reader says of it, "" nothing
+// yet. parte: the table's share of the room.
+std::pair<QTableWidget*, QLabel*> AgregaTablaYNota(QBoxLayout& caja, const QStringList& titulos, const char* nombre,
+                                                   const QString& titulo, int parte, QWidget* padre);
+// A line to search in, "busca", at the end of the box. sugerencia: what may be searched for.
+QLineEdit* AgregaBusqueda(QBoxLayout& caja, const QString& titulo, const QString& sugerencia, QWidget* padre);
 // apagada: in the colour of hints. derecha: columns whose texts stand at the right, under captions that do.
 void AgregaFila(QTableWidget* tabla, const QStringList& textos, bool apagada = false,
                 const std::vector<int>& derecha = {});

@@ -169,11 +169,8 @@ void VentanaCifras::CreaResultado(QBoxLayout& caja) {
     auto* atajo = new QShortcut(QKeySequence(QLatin1String(teclas)), this);
     connect(atajo, &QShortcut::activated, this, [this, cuantos] { MueveMes(cuantos); });
   }
-  nota_ = new QLabel(this);
-  nota_->setObjectName(QStringLiteral("nota"));
+  nota_ = AgregaNota(caja, this);
   nota_->setWordWrap(true);
-  Atenua(*nota_);
-  caja.addWidget(nota_);
 }
 
 void VentanaCifras::CreaPedido(QBoxLayout& caja) {

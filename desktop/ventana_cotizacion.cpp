@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <tuple>
 
 #include "desktop/dialogos.h"
 #include "desktop/estilo.h"
@@ -38,22 +39,18 @@ QString Habitaciones(const recepcion::Oferta& oferta) {
 }  // namespace
 
 VentanaCotizacion::VentanaCotizacion(recepcion::Cotizacion& cotizacion, QWidget* padre)
-    : QDialog(padre), cotizacion_(cotizacion), nota_(new QLabel(this)) {
+    : QDialog(padre), cotizacion_(cotizacion) {
   setWindowTitle(QStringLiteral("Cotizar"));
   setObjectName(QStringLiteral("cotizacion"));
   setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
   auto* caja = new QVBoxLayout(this);
   CreaPedido(*caja);
-  tabla_ = CreaTabla({QStringLiteral("Tipo"), QStringLiteral("Libres"), QStringLiteral("Total"),
-                      QStringLiteral("Impuestos"), QStringLiteral("Por noche"), QStringLiteral("Habitación")},
-                     this);
-  tabla_->setObjectName(QStringLiteral("ofertas"));
-  tabla_->setAccessibleName(QStringLiteral("Ofertas por tipo de habitación"));
+  std::tie(tabla_, nota_) =
+      AgregaTablaYNota(*caja,
+                       {QStringLiteral("Tipo"), QStringLiteral("Libres"), QStringLiteral("Total"),
+                        QStringLiteral("Impuestos"), QStringLiteral("Por noche"), QStringLiteral("Habitación")},
+                       "ofertas", QStringLiteral("Ofertas por tipo de habitación"), 1, this);
   connect(tabla_, &QTableWidget::cellDoubleClicked, this, [this] { Vende(); });
-  caja->addWidget(tabla_, 1);
-  nota_->setObjectName(QStringLiteral("nota"));
-  Atenua(*nota_);
-  caja->addWidget(nota_);
   auto* botones = new QHBoxLayout;
   auto* vende = new QPushButton(QStringLiteral("&Reservar (Enter)"), this);
   vende->setObjectName(QStringLiteral("reservar"));

@@ -11,6 +11,7 @@
 #include "desktop/exportar.h"
 #include "desktop/guarda.h"
 #include "desktop/iconos.h"
+#include "desktop/tablas.h"
 #include "desktop/vista.h"
 #include "platform/com/error.h"
 #include "platform/regional/regional.h"
@@ -78,12 +79,9 @@ void VentanaCuadro::CreaTablaYNota(QBoxLayout& caja) {
   };
   tabla_->alMover = [this](const QString& dice) { nota_->setText(dice); };
   caja.addWidget(tabla_, 1);
-  nota_ = new QLabel(
-      QStringLiteral("Un clic abre la reservación; al arrastrar sobre noches libres empieza una nueva con ellas"),
-      this);
-  nota_->setObjectName(QStringLiteral("nota"));
-  Atenua(*nota_);
-  caja.addWidget(nota_);
+  nota_ = AgregaNota(caja, this);
+  nota_->setText(
+      QStringLiteral("Un clic abre la reservación; al arrastrar sobre noches libres empieza una nueva con ellas"));
 }
 
 void VentanaCuadro::Actualiza() {

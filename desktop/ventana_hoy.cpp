@@ -9,13 +9,12 @@
 #include <QShortcut>
 #include <QTimer>
 #include <QVBoxLayout>
-#include <algorithm>
+#include <tuple>
 
 #include "desktop/dialogos.h"
 #include "desktop/estilo.h"
 #include "desktop/exportar.h"
 #include "desktop/guarda.h"
-#include "desktop/iconos.h"
 #include "desktop/tablas.h"
 #include "desktop/teclas.h"
 #include "desktop/vista_campos.h"
@@ -98,17 +97,12 @@ void VentanaHoy::CreaCabeza(QBoxLayout& caja) {
   titulo_->setObjectName(QStringLiteral("dia"));
   titulo_->setFont(Fuente(Letra::Titulo));
   caja.addWidget(titulo_);
-  busqueda_ = new QLineEdit(this);
-  busqueda_->setObjectName(QStringLiteral("busca"));
-  busqueda_->setAccessibleName(QStringLiteral("Buscar reservaciones"));
-  busqueda_->setPlaceholderText(
-      QStringLiteral("Buscar: nombre, teléfono, correo, folio, habitación, referencia, «mañana», «12 al 15 mar»"));
-  busqueda_->setClearButtonEnabled(true);
-  busqueda_->setMinimumHeight(30);
-  busqueda_->addAction(Icono(QStringLiteral("buscar"), Colores().tenue), QLineEdit::LeadingPosition);
+  busqueda_ = AgregaBusqueda(
+      caja, QStringLiteral("Buscar reservaciones"),
+      QStringLiteral("Buscar: nombre, teléfono, correo, folio, habitación, referencia, «mañana», «12 al 15 mar»"),
+      this);
   busqueda_->installEventFilter(this);
   connect(busqueda_, &QLineEdit::textChanged, this, [this](const QString& texto) { Busca(texto); });
-  caja.addWidget(busqueda_);
 }
 
 void VentanaHoy::CreaListas(QBoxLayout& caja) {
@@ -123,15 +117,9 @@ void VentanaHoy::CreaListas(QBoxLayout& caja) {
   });
   connect(listas_, &QTabBar::currentChanged, this, [this](int lista) { Elige(lista); });
   caja.addWidget(listas_);
-  tabla_ = CreaTabla(Titulos(), this);
-  tabla_->setObjectName(QStringLiteral("filas"));
+  std::tie(tabla_, nota_) = AgregaTablaYNota(caja, Titulos(), "filas", {}, 3, this);
   tabla_->horizontalHeader()->setResizeContentsPrecision(0);  // what is in sight decides: it changes with each key
   connect(tabla_, &QTableWidget::cellDoubleClicked, this, [this] { Abre(); });
-  caja.addWidget(tabla_, 3);
-  nota_ = new QLabel(this);
-  nota_->setObjectName(QStringLiteral("nota"));
-  Atenua(*nota_);
-  caja.addWidget(nota_);
 }
 
 void VentanaHoy::CreaLibres(QBoxLayout& caja) {

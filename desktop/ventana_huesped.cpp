@@ -6,12 +6,12 @@
 #include <QKeyEvent>
 #include <QShortcut>
 #include <QVBoxLayout>
+#include <tuple>
 
 #include "component/nombres.h"
 #include "desktop/dialogos.h"
 #include "desktop/estilo.h"
 #include "desktop/guarda.h"
-#include "desktop/iconos.h"
 #include "desktop/tablas.h"
 #include "desktop/teclas.h"
 #include "desktop/vista.h"
@@ -67,27 +67,15 @@ VentanaHuesped::VentanaHuesped(recepcion::Huespedes& huespedes, QWidget* padre)
 }
 
 void VentanaHuesped::CreaBusqueda(QBoxLayout& caja) {
-  busqueda_ = new QLineEdit(this);
-  busqueda_->setObjectName(QStringLiteral("busca"));
-  busqueda_->setAccessibleName(QStringLiteral("Buscar clientes"));
-  busqueda_->setPlaceholderText(QStringLiteral("Nombre, teléfono, correo o clave"));
-  busqueda_->setClearButtonEnabled(true);
-  busqueda_->setMinimumHeight(30);
-  busqueda_->addAction(Icono(QStringLiteral("buscar"), Colores().tenue), QLineEdit::LeadingPosition);
+  busqueda_ =
+      AgregaBusqueda(caja, QStringLiteral("Buscar clientes"), QStringLiteral("Nombre, teléfono, correo o clave"), this);
   busqueda_->installEventFilter(this);
   connect(busqueda_, &QLineEdit::textChanged, this, [this](const QString& texto) { Busca(texto); });
-  caja.addWidget(busqueda_);
-  personas_ = CreaTabla(
-      {QStringLiteral("Nombre"), QStringLiteral("Teléfono"), QStringLiteral("Correo"), QStringLiteral("Clave")}, this);
-  personas_->setObjectName(QStringLiteral("personas"));
-  personas_->setAccessibleName(QStringLiteral("Clientes"));
+  std::tie(personas_, nota_) = AgregaTablaYNota(
+      caja, {QStringLiteral("Nombre"), QStringLiteral("Teléfono"), QStringLiteral("Correo"), QStringLiteral("Clave")},
+      "personas", QStringLiteral("Clientes"), 3, this);
   connect(personas_, &QTableWidget::currentCellChanged, this, [this](int fila, int, int, int) { Senala(fila); });
   connect(personas_, &QTableWidget::cellDoubleClicked, this, [this] { Elige(); });
-  caja.addWidget(personas_, 3);
-  nota_ = new QLabel(this);
-  nota_->setObjectName(QStringLiteral("nota"));
-  Atenua(*nota_);
-  caja.addWidget(nota_);
 }
 
 void VentanaHuesped::CreaUltima(QBoxLayout& caja) {
