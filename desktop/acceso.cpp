@@ -170,8 +170,7 @@ bool Bloqueo::eventFilter(QObject* objeto, QEvent* evento) {
 }
 
 std::shared_ptr<autonomo::Conexion> Bloqueo::ConexionPropia() const {
-  const bool enMemoria = base_.conexion.empty() && base_.ruta == ":memory:";
-  if (enMemoria) return anfitrion_.conexion();
+  if (base_.EnMemoria()) return anfitrion_.conexion();
   autonomo::OpcionesConexion base = base_;
   base.crea = false;  // the file may have been moved away meanwhile
   auto propia = autonomo::AbreConexion(base, anfitrion_.reloj());

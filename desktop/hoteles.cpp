@@ -16,6 +16,7 @@
 #include "desktop/estilo.h"
 #include "desktop/vista.h"
 #include "guion/opciones.h"
+#include "host/standalone/conexion.h"
 #include "host/standalone/postgres.h"
 #include "platform/com/error.h"
 #include "platform/com/texto.h"
@@ -25,7 +26,8 @@ namespace vista {
 namespace {
 
 QString CarpetaDe(const std::string& hotel) {
-  if (!hotel.empty() && hotel != ":memory:" && !autonomo::EsDireccion(hotel)) return QFileInfo(Q(hotel)).absolutePath();
+  if (!hotel.empty() && hotel != autonomo::kEnMemoria && !autonomo::EsDireccion(hotel))
+    return QFileInfo(Q(hotel)).absolutePath();
   return QFileInfo(Q(guion::RutaBaseDelUsuario())).absolutePath();
 }
 
@@ -40,7 +42,7 @@ QString NombreLibre(const QString& carpeta) {
 }  // namespace
 
 std::string NombreEntero(const std::string& hotel) {
-  if (autonomo::EsDireccion(hotel) || hotel == ":memory:") return hotel;
+  if (autonomo::EsDireccion(hotel) || hotel == autonomo::kEnMemoria) return hotel;
   return QDir::cleanPath(QFileInfo(Q(hotel)).absoluteFilePath()).toStdString();
 }
 

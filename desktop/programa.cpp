@@ -227,8 +227,8 @@ int Programa::CorreAnotando(const OpcionesPrograma& opciones) {
     return kBien;
   } catch (const std::exception& e) {
     autonomo::registro::AnotaFalla(e);
-    const std::string& ruta = opciones.anfitrion.base.Nombre();
-    const std::string texto = e.what() + (ruta == ":memory:" ? std::string() : " (" + ruta + ")");
+    const autonomo::OpcionesConexion& base = opciones.anfitrion.base;
+    const std::string texto = e.what() + (base.EnMemoria() ? std::string() : " (" + base.Nombre() + ")");
     if (opciones.guion) {
       std::cerr << "reservas: " << texto << '\n';
     } else {
@@ -294,7 +294,8 @@ int Programa::CorreVentana(OpcionesPrograma opciones) {
   };
   autonomo::Anfitrion anfitrion(opciones.anfitrion);
   const bool recien = AtiendeHotelNuevo(anfitrion, opciones.elegido);
-  if (anfitrion.base() != ":memory:") ajustes::AnotaReciente(NombreEntero(anfitrion.base()));
+  const autonomo::OpcionesConexion& base = opciones.anfitrion.base;
+  if (!base.EnMemoria()) ajustes::AnotaReciente(NombreEntero(anfitrion.base()));
   if (opciones.elegido) ajustes::FijaHotelPropio(NombreEntero(anfitrion.base()));
   anfitrion.RegistraClases();
   const Olvido olvido;  // after the screens, before the host
@@ -323,14 +324,14 @@ int Programa::CorreVentana(OpcionesPrograma opciones) {
   componente.Abre(anfitrion.Padre());
   mostrador.Vigila(componente.formulario());
   std::optional<CuidaCaptura> cuida;
-  if (anfitrion.base() != ":memory:")
+  if (!base.EnMemoria())
     cuida.emplace(escritorio, anfitrion, mostrador.quitados(), autonomo::registro::CarpetaDeEstado());
   QObject vida;  // no signal is attended to after the screen's end
   AtiendeSenales(&vida, [&] {
     if (escritorio.PermiteSalir(componente.formulario())) QApplication::exit(kBien);
   });
   std::optional<autonomo::RespaldoDiario> diario;
-  if (opciones.anfitrion.base.conexion.empty() && anfitrion.base() != ":memory:") diario.emplace(anfitrion.base());
+  if (base.conexion.empty() && !base.EnMemoria()) diario.emplace(anfitrion.base());
   const Vigia vigia([&] { return TomaNoticias(anfitrion, diario); },
                     [&] { return QApplication::activeModalWidget() != nullptr || EnCaptura(componente.formulario()); },
                     [&](const std::string& noticia) { Avisa(noticia, caja::kAviso, escritorio.Frente()); });

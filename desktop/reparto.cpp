@@ -11,7 +11,7 @@ namespace vista {
 Reparto::Reparto(autonomo::Anfitrion& anfitrion, const autonomo::OpcionesConexion& base)
     : anfitrion_(anfitrion), base_(base) {
   constexpr int kRevisaCada = 10000;  // milliseconds
-  if (base.conexion.empty() && base.ruta == ":memory:") return;
+  if (base.EnMemoria()) return;
   auto* reloj = new QTimer(this);
   connect(reloj, &QTimer::timeout, this, [this] { Revisa(); });
   reloj->start(kRevisaCada);

@@ -64,8 +64,7 @@ Opciones LeeOpciones(const guion::Argumentos& argumentos) {
   o.contrasena = argumentos.Valor("contrasena-de");
   if (const auto sueltos = argumentos.Sueltos(); !sueltos.empty()) o.reservas = sueltos.front();
   if (!argumentos.Hay("base") && !argumentos.Hay("conexion")) guion::UsoErroneo("Falta --base");
-  if (o.base.Nombre() == ":memory:")
-    guion::UsoErroneo("--base debe ser un archivo: lo importado en memoria se perdería");
+  if (o.base.EnMemoria()) guion::UsoErroneo("--base debe ser un archivo: lo importado en memoria se perdería");
   if (o.habitaciones.empty()) guion::UsoErroneo("Falta --habitaciones");
   if (o.reservas.empty()) guion::UsoErroneo("Falta el archivo de reservas");
   if (o.rechazadas.empty() && !o.base.conexion.empty()) guion::UsoErroneo("Con --conexion falta --rechazadas");

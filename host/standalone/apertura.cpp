@@ -30,8 +30,6 @@
 namespace autonomo {
 namespace {
 
-constexpr char kMemoria[] = ":memory:";
-
 [[noreturn]] void RechazaAjena(const std::string& porQue) {
   throw com::Error(com::error::kAjena, "El archivo no es una base de datos de reservaciones" + porQue);
 }
@@ -86,7 +84,7 @@ struct LiberaImagen {
 
 // Bytes of a database file with the empty schema.
 QByteArray ImagenVacia() {
-  const Manija base = AbreManija(kMemoria, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+  const Manija base = AbreManija(kEnMemoria, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
   CreaEsquema(base.get());
   sqlite3_int64 largo = 0;
   const std::unique_ptr<unsigned char, LiberaImagen> imagen(sqlite3_serialize(base.get(), "main", &largo, 0));
@@ -195,17 +193,17 @@ BaseSqlite::BaseSqlite(const OpcionesConexion& opciones) {
   nombre_ = QStringLiteral("autonomo-%1").arg(++cuenta);
   QString absoluta = QString::fromStdString(ruta);
   if (ruta.empty()) throw com::Error(com::error::kBaseDatos, "Falta la ruta de la base de datos");
-  if (ruta != kMemoria) {
+  if (ruta != kEnMemoria) {
     absoluta = QFileInfo(absoluta).absoluteFilePath();
     if (QFileInfo(absoluta).isDir()) RechazaAjena(": es una carpeta");
   }
   try {
-    if (ruta != kMemoria) ExigeArchivo(absoluta, opciones.crea);
+    if (ruta != kEnMemoria) ExigeArchivo(absoluta, opciones.crea);
     Abre(absoluta, opciones.esperaMs);
     Prepara(absoluta.toStdString(), opciones);
   } catch (const com::Error& e) {
     Cierra();
-    if (ruta == kMemoria || !Remediable(absoluta.toStdString(), e)) throw;
+    if (ruta == kEnMemoria || !Remediable(absoluta.toStdString(), e)) throw;
     throw com::Error(e.Numero(), e.Descripcion() + ComoVolver(absoluta.toStdString()), e.Sentencia());
   }
 }
@@ -240,11 +238,11 @@ void BaseSqlite::Prepara(const std::string& ruta, const OpcionesConexion& opcion
   // KiB. What a board or an availability check of a hotel with years behind it reads stays in memory.
   Corre(manija_, "PRAGMA cache_size=-16000");
   // An earlier program cannot open what this one has brought forward.
-  if (ruta != kMemoria && Entero(manija_, "PRAGMA user_version") < esquema::kVersion) {
+  if (ruta != kEnMemoria && Entero(manija_, "PRAGMA user_version") < esquema::kVersion) {
     RespaldaEnSuCarpeta(ruta, Momento(), {});
   }
   avisos_ = Completa(manija_);
-  if (ruta == kMemoria) return;
+  if (ruta == kEnMemoria) return;
   Marca(manija_, opciones.esperaMs);
   paginas_->Sigue();
   ConservaBitacora(manija_, true);

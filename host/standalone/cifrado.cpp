@@ -28,10 +28,7 @@ bool EsLectura(std::string_view texto) { return texto.starts_with('S') || texto.
 class ConexionCifrada final : public ConexionDeMotor {
  public:
   ConexionCifrada(std::shared_ptr<ConexionDeMotor> motor, const OpcionesConexion& opciones, const Reloj& reloj)
-      : motor_(std::move(motor)),
-        reloj_(reloj),
-        enMemoria_(opciones.conexion.empty() && opciones.ruta == ":memory:"),
-        veTarjetas_(opciones.veTarjetas) {}
+      : motor_(std::move(motor)), reloj_(reloj), enMemoria_(opciones.EnMemoria()), veTarjetas_(opciones.veTarjetas) {}
 
   ado::RecordsetPtr Execute(const ado::TextoSQL& sentencia) override {
     const std::string& texto = sentencia.Texto();

@@ -45,8 +45,11 @@ class Reloj {
   bool dudoso_ = false;
 };
 
+// Path of a database that goes with the program.
+inline constexpr char kEnMemoria[] = ":memory:";
+
 struct OpcionesConexion {
-  std::string ruta = ":memory:";  // SQLite file, created with the empty schema when it is missing
+  std::string ruta = kEnMemoria;  // SQLite file, created with the empty schema when it is missing
   std::string conexion;           // address of a PostgreSQL database (postgres_sesion.h); "" SQLite
   bool crea = true;               // false: where there is no hotel yet none is made, com::Error kBaseDatos
   bool leeConjuntos = true;       // what LeeConjuntos answers
@@ -59,6 +62,7 @@ struct OpcionesConexion {
 
   // What the database is called in messages.
   const std::string& Nombre() const { return conexion.empty() ? ruta : conexion; }
+  bool EnMemoria() const { return Nombre() == kEnMemoria; }
 };
 
 // Number of the error of a transaction that the engine undid because of another one: run again, it may well pass.

@@ -156,7 +156,7 @@ class Busca {
   // A server's copies are the server's.
   void Copias() {
     const std::string& ruta = anfitrion_.base();
-    if (base_.Motor() != esquema::Motor::Sqlite || ruta == ":memory:") return;
+    if (base_.Motor() != esquema::Motor::Sqlite || ruta == kEnMemoria) return;
     if (Valor(parametro::kRespaldoDias) == "0") {
       return Falta("sin_copias", false, "La copia de respaldo diaria está apagada", kHojaParametros,
                    parametro::kRespaldoDias.clave);

@@ -15,6 +15,7 @@
 #include <mutex>
 #include <system_error>
 
+#include "host/standalone/conexion.h"
 #include "host/standalone/version.h"
 #include "platform/com/error.h"
 #include "platform/com/texto.h"
@@ -185,7 +186,7 @@ Sesion::~Sesion() {
 void Sesion::Comienza(const std::string& programa, const std::string& base, const std::optional<std::string>& ruta) {
   if (ruta) {
     Abre(*ruta);
-  } else if (base != ":memory:") {
+  } else if (base != kEnMemoria) {
     AbreDelUsuario();
   }
   Anota("inicio " + TextoVersion(programa, base));
