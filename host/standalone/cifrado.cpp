@@ -4,6 +4,7 @@
 #include <map>
 
 #include "host/standalone/llave.h"
+#include "host/standalone/palabras.h"
 #include "host/standalone/plantillas.h"
 #include "host/standalone/tarjetas_sql.h"
 #include "platform/com/error.h"
@@ -23,8 +24,6 @@ bool Menciona(std::string_view texto, std::string_view palabra) {
   return std::search(texto.begin(), texto.end(), palabra.begin(), palabra.end(), igual) != texto.end();
 }
 
-bool EsLectura(std::string_view texto) { return texto.starts_with('S') || texto.starts_with('s'); }
-
 class ConexionCifrada final : public ConexionDeMotor {
  public:
   ConexionCifrada(std::shared_ptr<ConexionDeMotor> motor, const OpcionesConexion& opciones, const Reloj& reloj)
@@ -32,7 +31,7 @@ class ConexionCifrada final : public ConexionDeMotor {
 
   ado::RecordsetPtr Execute(const ado::TextoSQL& sentencia) override {
     const std::string& texto = sentencia.Texto();
-    if (EsLectura(texto)) return Abre(motor_->Execute(sentencia), texto);
+    if (SoloLee(texto)) return Abre(motor_->Execute(sentencia), texto);
     sentencia.Verifica();
     Parametros ninguno;
     const std::string cifrada = Cifra(texto, false, ninguno);
@@ -45,13 +44,13 @@ class ConexionCifrada final : public ConexionDeMotor {
   }
   using ado::Connection::Execute;
   ado::RecordsetPtr Consulta(std::string_view sentencia, const Parametros& parametros) override {
-    if (EsLectura(sentencia)) return Abre(motor_->Consulta(sentencia, parametros), sentencia);
+    if (SoloLee(sentencia)) return Abre(motor_->Consulta(sentencia, parametros), sentencia);
     Parametros cifrados = parametros;
     const std::string cifrada = Cifra(sentencia, true, cifrados);
     return motor_->Consulta(cifrada, cifrados);
   }
   ado::RecordsetPtr Directa(std::string_view sentencia) override {
-    if (EsLectura(sentencia)) return Abre(motor_->Directa(sentencia), sentencia);
+    if (SoloLee(sentencia)) return Abre(motor_->Directa(sentencia), sentencia);
     Parametros ninguno;
     return Abre(motor_->Directa(Cifra(sentencia, false, ninguno)), sentencia);
   }

@@ -6,6 +6,7 @@
 #include <thread>
 #include <unordered_map>
 
+#include "host/standalone/palabras.h"
 #include "host/standalone/plantillas.h"
 #include "host/standalone/postgres_sesion.h"
 #include "host/standalone/postgres_valores.h"
@@ -145,7 +146,7 @@ void ConexionPostgres::Asegura(std::string_view sentencia) {
     return;
   }
   if (!sesion_.Viva()) sesion_.Conecta();
-  if (!enDuda_ || com::Mayusculas(std::string(sentencia.substr(0, 6))) == "SELECT") return;
+  if (!enDuda_ || SoloLee(sentencia)) return;
   const bool quedo = FinalDe(*enDuda_) == Final::Quedo;
   enDuda_.reset();
   if (quedo)
@@ -205,7 +206,7 @@ ado::RecordsetPtr ConexionPostgres::Ejecuta(std::string_view texto, bool conPreg
 // A server that went away without a sign is found out here. What has begun no transaction and a question are asked
 // again; another write is not, since it may have happened.
 Resultado ConexionPostgres::CorreInsistiendo(Preparada& p, const Valores& valores, std::string_view original) {
-  const bool repetible = porComenzar_ || (!enTransaccion_ && p.texto.starts_with("SELECT"));
+  const bool repetible = porComenzar_ || (!enTransaccion_ && SoloLee(p.texto));
   try {
     return Corre(p, valores, original);
   } catch (const com::Error&) {

@@ -16,6 +16,7 @@
 #include <system_error>
 
 #include "host/standalone/conexion.h"
+#include "host/standalone/palabras.h"
 #include "host/standalone/version.h"
 #include "platform/com/error.h"
 #include "platform/com/texto.h"
@@ -68,11 +69,6 @@ bool EsDePalabra(char c) { return std::isalnum(static_cast<unsigned char>(c)) !=
 
 std::string_view TextoDe(std::string_view sentencia) { return sentencia; }
 std::string_view TextoDe(const ado::TextoSQL& sentencia) { return sentencia.Texto(); }
-
-bool Lee(std::string_view sentencia) {
-  const std::size_t i = sentencia.find_first_not_of(" \t\r\n");
-  return i != std::string_view::npos && (sentencia[i] == 'S' || sentencia[i] == 's');
-}
 
 std::string NumeroDe(const std::exception& falla) {
   const auto* error = dynamic_cast<const com::Error*>(&falla);
@@ -195,7 +191,7 @@ void Sesion::Comienza(const std::string& programa, const std::string& base, cons
 template <class Sentencia>
 void AnotaSentencia(const Sentencia& sentencia, Instante desde) {
   const bool lenta = std::chrono::steady_clock::now() - desde >= kLenta;
-  if (lenta || !Lee(TextoDe(sentencia)))
+  if (lenta || !SoloLee(TextoDe(sentencia)))
     Anota(Milisegundos(desde) + (lenta ? ", lenta: " : ": ") + SinValores(sentencia));
 }
 

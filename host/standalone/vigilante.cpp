@@ -63,8 +63,6 @@ const CambioDeEstado kCambios[] = {
     {esquema::kActiva, {esquema::kCancelada}, "reactivar"},
 };
 
-bool Lee(std::string_view sentencia) { return sentencia.starts_with("SELECT") || sentencia.starts_with("select"); }
-
 // The last value of a statement of the screens: the folio in those that load or change a reservation.
 std::string UltimoValor(const ado::TextoSQL& s) {
   if (s.Valores().empty()) return {};
@@ -115,7 +113,7 @@ class ConexionVigilada final : public Conexion {
 
   ado::RecordsetPtr Execute(const ado::TextoSQL& sentencia) override {
     const std::string& texto = sentencia.Texto();
-    if (Lee(texto)) {
+    if (SoloLee(texto)) {
       ReanudaParaLeer();
       const bool muestra = !EnTransaccion() && texto.starts_with(kCarga) && !sentencia.Valores().empty();
       return Insiste([&] { return muestra ? Muestra(sentencia) : motor_->Execute(sentencia); });
@@ -132,7 +130,7 @@ class ConexionVigilada final : public Conexion {
   using ado::Connection::Execute;
 
   ado::RecordsetPtr Consulta(std::string_view sentencia, const Parametros& parametros) override {
-    if (Lee(sentencia)) {
+    if (SoloLee(sentencia)) {
       ReanudaParaLeer();
       return Insiste([&] { return motor_->Consulta(sentencia, parametros); });
     }
@@ -145,7 +143,7 @@ class ConexionVigilada final : public Conexion {
   }
 
   ado::RecordsetPtr Directa(std::string_view sentencia) override {
-    if (Lee(sentencia)) {
+    if (SoloLee(sentencia)) {
       ReanudaParaLeer();
       return Insiste([&] { return motor_->Directa(sentencia); });
     }
