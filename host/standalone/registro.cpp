@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
-#include <cctype>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -64,8 +63,6 @@ std::string Milisegundos(Instante desde) {
   const int largo = std::snprintf(texto.data(), texto.size(), "%.1f ms", duro.count());
   return {texto.data(), static_cast<std::size_t>(largo)};
 }
-
-bool EsDePalabra(char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || (c & 0x80) != 0; }
 
 std::string_view TextoDe(std::string_view sentencia) { return sentencia; }
 std::string_view TextoDe(const ado::TextoSQL& sentencia) { return sentencia.Texto(); }
@@ -146,7 +143,7 @@ std::string SinValores(std::string_view sentencia) {
   std::string s;
   for (std::size_t i = 0; i < sentencia.size();) {
     const char c = sentencia[i];
-    const bool nuevo = i == 0 || !EsDePalabra(sentencia[i - 1]);
+    const bool nuevo = i == 0 || !EsDeNombre(sentencia[i - 1]);
     if (c == '\'' || c == '"') {
       // A doubled quote gives two literals side by side, which hides as much; one that does not end hides the rest.
       i = std::min(sentencia.find(c, i + 1), sentencia.size() - 1) + 1;
@@ -154,7 +151,7 @@ std::string SinValores(std::string_view sentencia) {
     } else if (sentencia.substr(i).starts_with("--") || sentencia.substr(i).starts_with("/*")) {
       break;
     } else if (nuevo && com::EsDigito(c)) {
-      while (i < sentencia.size() && (EsDePalabra(sentencia[i]) || sentencia[i] == '.')) ++i;
+      while (i < sentencia.size() && (EsDeNombre(sentencia[i]) || sentencia[i] == '.')) ++i;
       s += '?';
     } else {
       s += c;
