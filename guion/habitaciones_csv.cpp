@@ -4,6 +4,7 @@
 
 #include "guion/csv.h"
 #include "host/contract/estados.h"
+#include "host/standalone/altas.h"
 #include "host/standalone/hotel_nuevo.h"
 #include "host/standalone/parametros.h"
 #include "host/standalone/transaccion.h"
@@ -157,21 +158,10 @@ AltaHabitaciones RevisaHabitaciones(autonomo::Conexion& conexion, const std::str
 void GuardaHabitaciones(autonomo::Conexion& conexion, const AltaHabitaciones& alta) {
   if (!alta.malas.empty()) Rechaza(Dice(alta));
   autonomo::Transaccion transaccion(conexion);
-  for (const auto& grupo : alta.grupos) {
-    conexion.Consulta(
-        "INSERT INTO Grupo_Habitacion (Ghb_Cve_Grupo_Habitacion, Ghb_Descripcion, Es_Cve_Estado) VALUES (?, ?, 'AC')",
-        {grupo.clave, grupo.nombre});
-  }
-  for (const auto& area : alta.areas) {
-    conexion.Consulta(
-        "INSERT INTO Area_Habitacion (Ah_Cve_Area_Habitacion, Ah_Descripcion, Es_Cve_Estado) VALUES (?, ?, 'AC')",
-        {area.clave, area.nombre});
-  }
+  for (const auto& grupo : alta.grupos) DaDeAlta(conexion, autonomo::alta::kGrupo, {grupo.clave, grupo.nombre});
+  for (const auto& area : alta.areas) DaDeAlta(conexion, autonomo::alta::kArea, {area.clave, area.nombre});
   for (const auto& f : alta.filas) {
-    conexion.Consulta(
-        "INSERT INTO Habitacion (Hb_Cve_Habitacion, Hb_Descripcion, Th_Cve_Tipo_Habitacion, Ghb_Cve_Grupo_Habitacion, "
-        "Ah_Cve_Area_Habitacion, Es_Cve_Estado) VALUES (?, ?, ?, ?, ?, 'AC')",
-        {f.clave, f.descripcion, f.tipo, f.grupo, f.area});
+    DaDeAlta(conexion, autonomo::alta::kHabitacion, {f.clave, f.descripcion, f.tipo, f.grupo, f.area});
   }
   transaccion.Concluye();
 }

@@ -7,6 +7,7 @@
 #include <set>
 
 #include "host/contract/estados.h"
+#include "host/standalone/altas.h"
 #include "host/standalone/impuestos.h"
 #include "host/standalone/parametros.h"
 #include "host/standalone/permisos.h"
@@ -274,18 +275,23 @@ void RevisaUsuarios(const HotelNuevo& hotel, Sitio& sitio) {
 
 // --- writing
 
-class Alta {
+constexpr Alta kAltaDeSucursal{
+    "INSERT INTO Sucursal (Sc_Cve_Sucursal, Sc_Descripcion, Es_Cve_Estado) VALUES (?, ?, 'AC')",
+    "SELECT Sc_Cve_Sucursal FROM Sucursal WHERE Sc_Cve_Sucursal = ?"};
+constexpr Alta kAltaDeFormato{
+    "INSERT INTO Formato (Fm_Cve_Formato, Fm_Descripcion, Fm_Contenido) VALUES (?, 'Carta de la reservación', ?)",
+    "SELECT Fm_Cve_Formato FROM Formato WHERE Fm_Cve_Formato = ?"};
+
+class Escritura {
  public:
-  Alta(Anfitrion& anfitrion, const HotelNuevo& hotel)
+  Escritura(Anfitrion& anfitrion, const HotelNuevo& hotel)
       : anfitrion_(anfitrion), base_(*anfitrion.conexion()), hotel_(hotel) {}
 
   void Escribe() {
     impuesto_ = LeePorCiento("Impuesto", hotel_.impuesto);
     Parametros();
     Monedas();
-    Si("SELECT Sc_Cve_Sucursal FROM Sucursal WHERE Sc_Cve_Sucursal = ?", kSucursal,
-       "INSERT INTO Sucursal (Sc_Cve_Sucursal, Sc_Descripcion, Es_Cve_Estado) VALUES (?, ?, 'AC')",
-       {kSucursal, Texto(hotel_.sucursal)});
+    DaDeAltaSiFalta(base_, kAltaDeSucursal, {kSucursal, Texto(hotel_.sucursal)});
     FormasDePago();
     Textos();
     int numero = 0;
@@ -299,11 +305,6 @@ class Alta {
   static constexpr const char* kSucursal = "0001";
   static constexpr const char* kGrupo = "0001";
 
-  // Inserts a row when there is none with that key.
-  void Si(const char* busca, const std::string& clave, const char* inserta, const Conexion::Parametros& valores) {
-    if (!Hay(base_, busca, {clave})) base_.Consulta(inserta, valores);
-  }
-
   void Parametros() {
     anfitrion_.Parametro(parametro::kNombreHotel.clave, Texto(hotel_.nombre));
     anfitrion_.Parametro(parametro::kMonedaLocal.clave, com::Mayusculas(Texto(hotel_.moneda)));
@@ -314,8 +315,7 @@ class Alta {
   }
 
   void Moneda(const std::string& clave, const std::string& nombre) {
-    Si("SELECT Mn_Cve_Moneda FROM Moneda WHERE Mn_Cve_Moneda = ?", clave,
-       "INSERT INTO Moneda (Mn_Cve_Moneda, Mn_Descripcion, Es_Cve_Estado) VALUES (?, ?, 'AC')", {clave, nombre});
+    DaDeAltaSiFalta(base_, alta::kMoneda, {clave, nombre});
   }
   void Monedas() {
     Moneda(com::Mayusculas(Texto(hotel_.moneda)), Texto(hotel_.nombreMoneda));
@@ -330,9 +330,7 @@ class Alta {
                                           {"0002", "Transferencia electrónica", "03"},
                                           {"0003", "Tarjeta de crédito", anfitrion::tipo_pago::kTarjeta}};
     for (const auto& [clave, nombre, tipo] : kFormas) {
-      Si("SELECT Fp_Cve_Forma_Pago FROM Forma_Pago WHERE Fp_Cve_Forma_Pago = ?", clave,
-         "INSERT INTO Forma_Pago (Fp_Cve_Forma_Pago, Fp_Descripcion, Fp_Tipo, Es_Cve_Estado) VALUES (?, ?, ?, 'AC')",
-         {clave, nombre, tipo});
+      DaDeAltaSiFalta(base_, alta::kFormaPago, {clave, nombre, tipo});
     }
   }
 
@@ -345,9 +343,7 @@ class Alta {
     };
     plantilla(parametro::kPlantillaReservacion.defecto, esquema::kAsuntoReservacion, esquema::kCuerpoReservacion);
     plantilla(parametro::kPlantillaConfirmada.defecto, esquema::kAsuntoConfirmada, esquema::kCuerpoConfirmada);
-    Si("SELECT Fm_Cve_Formato FROM Formato WHERE Fm_Cve_Formato = ?", formato,
-       "INSERT INTO Formato (Fm_Cve_Formato, Fm_Descripcion, Fm_Contenido) VALUES (?, 'Carta de la reservación', ?)",
-       {formato, esquema::kCarta});
+    DaDeAltaSiFalta(base_, kAltaDeFormato, {formato, esquema::kCarta});
   }
 
   // A product that nobody has yet.
@@ -373,13 +369,9 @@ class Alta {
         "Pr_Unidad_Control_2, Pr_Unidad_Costo) VALUES (?, ?, 'NOCHE', 'NOCHE', 'NOCHE', 'NOCHE')",
         {producto, "Hospedaje en habitación " + t.nombre});
     anfitrion_.Impuesto("", producto, impuesto_);
-    base_.Consulta(
-        "INSERT INTO Tipo_Habitacion (Th_Cve_Tipo_Habitacion, Th_Descripcion, Th_Num_Personas, "
-        "Th_Num_Personas_Maximo, Pr_Cve_Producto, Es_Cve_Estado) VALUES (?, ?, ?, ?, ?, 'AC')",
-        {clave, t.nombre, t.incluidas, t.maximo, producto});
+    DaDeAlta(base_, alta::kTipo, {clave, t.nombre, t.incluidas, t.maximo, producto});
     // The screens read rooms through their list price: without a row of it they would not be there.
-    base_.Consulta("INSERT INTO Producto_Precio (Pr_Cve_Producto, Pp_Precio_1) VALUES (?, ?)",
-                   {producto, ConImpuesto(t.precio.value_or(0))});
+    DaDeAlta(base_, alta::kPrecio, {producto, ConImpuesto(t.precio.value_or(0))});
     if (t.precio) {
       anfitrion_.Tarifa(clave, ConImpuesto(*t.precio), ConImpuesto(t.adultoExtra), ConImpuesto(t.menorExtra));
     }
@@ -387,15 +379,10 @@ class Alta {
   }
 
   void Habitacion(const std::string& habitacion, const std::string& tipo) {
-    Si("SELECT Ghb_Cve_Grupo_Habitacion FROM Grupo_Habitacion WHERE Ghb_Cve_Grupo_Habitacion = ?", kGrupo,
-       "INSERT INTO Grupo_Habitacion (Ghb_Cve_Grupo_Habitacion, Ghb_Descripcion, Es_Cve_Estado) VALUES (?, 'General', "
-       "'AC')",
-       {kGrupo});
-    base_.Consulta(
-        "INSERT INTO Habitacion (Hb_Cve_Habitacion, Hb_Descripcion, Th_Cve_Tipo_Habitacion, Ghb_Cve_Grupo_Habitacion, "
-        "Ah_Cve_Area_Habitacion, Es_Cve_Estado) VALUES (?, ?, ?, ?, ?, 'AC')",
-        {regional::ConMascara(habitacion, ValorParametro(base_, parametro::kFormatoHabitacion.clave)), habitacion, tipo,
-         kGrupo, Area(PisoDe(habitacion))});
+    DaDeAltaSiFalta(base_, alta::kGrupo, {kGrupo, "General"});
+    DaDeAlta(base_, alta::kHabitacion,
+             {regional::ConMascara(habitacion, ValorParametro(base_, parametro::kFormatoHabitacion.clave)), habitacion,
+              tipo, kGrupo, Area(PisoDe(habitacion))});
   }
 
   // Key of the area with that name, made when it is the first room there.
@@ -405,13 +392,9 @@ class Alta {
     std::string clave;
     for (std::size_t numero = areas_.size() + 1; clave.empty(); ++numero) {
       clave = regional::ConMascara(std::to_string(numero), parametro::kFormatoArea.defecto);
-      if (Hay(base_, "SELECT Ah_Cve_Area_Habitacion FROM Area_Habitacion WHERE Ah_Cve_Area_Habitacion = ?", {clave})) {
-        clave.clear();
-      }
+      if (Hay(base_, alta::kArea.busca, {clave})) clave.clear();
     }
-    base_.Consulta(
-        "INSERT INTO Area_Habitacion (Ah_Cve_Area_Habitacion, Ah_Descripcion, Es_Cve_Estado) VALUES (?, ?, 'AC')",
-        {clave, nombre});
+    DaDeAlta(base_, alta::kArea, {clave, nombre});
     areas_[nombre] = clave;
     return clave;
   }
@@ -554,7 +537,7 @@ void CreaHotel(Anfitrion& anfitrion, const HotelNuevo& hotel) {
   if (!SinHotel(conexion)) {
     throw com::Error(com::error::kRestriccion, "Esta base ya tiene un hotel: mientras tanto alguien lo hizo");
   }
-  Alta(anfitrion, hotel).Escribe();
+  Escritura(anfitrion, hotel).Escribe();
   transaccion.Concluye();
   if (!hotel.usuarios.empty() && !SinTexto(hotel.usuarios.front())) {
     anfitrion.usuario(Texto(hotel.usuarios.front().clave));
