@@ -72,4 +72,8 @@ std::optional<com::Fecha> LeeFecha(const QString& texto, com::Fecha base) {
   return std::nullopt;
 }
 
+QString NoEsFecha(const QString& texto) {
+  return QStringLiteral("«%1» no es una fecha. Escriba día/mes/año").arg(texto);
+}
+
 }  // namespace vista

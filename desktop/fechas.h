@@ -15,4 +15,7 @@ namespace vista {
 // the base). Nothing for anything else.
 [[nodiscard]] std::optional<com::Fecha> LeeFecha(const QString& texto, com::Fecha base);
 
+// What is said of a text that is none.
+QString NoEsFecha(const QString& texto);
+
 }  // namespace vista

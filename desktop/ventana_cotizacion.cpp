@@ -132,7 +132,7 @@ std::optional<com::Fecha> VentanaCotizacion::Llegada() const { return LeeFecha(Q
 
 recepcion::Pedido VentanaCotizacion::Leido() const {
   const auto dia = Llegada();
-  if (!dia) throw com::Error(com::error::kArgumento, "«" + llegada_.texto() + "» no es una fecha. Escriba día/mes/año");
+  if (!dia) throw com::Error(com::error::kArgumento, NoEsFecha(Q(llegada_.texto())).toStdString());
   const com::Fecha llegada = *dia;
   return {llegada,
           com::MasDias(llegada, noches_->value()),

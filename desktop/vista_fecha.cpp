@@ -71,7 +71,7 @@ bool VistaFecha::Entrega() {
   }
   Marca(*edicion_, "malo", true);
   edicion_->selectAll();
-  QString aviso = QStringLiteral("«%1» no es una fecha. Escriba día/mes/año").arg(edicion_->text());
+  QString aviso = NoEsFecha(edicion_->text());
   if (!campo_.Vacio()) aviso += QStringLiteral(", o pulse Esc para dejar %1").arg(Q(campo_.text()));
   Dice(aviso);
   return false;

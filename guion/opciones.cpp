@@ -10,6 +10,7 @@
 #include <iostream>
 #include <memory>
 
+#include "guion/palabras.h"
 #include "host/standalone/archivo_privado.h"
 #include "host/standalone/postgres.h"
 #include "host/standalone/postgres_reloj.h"
@@ -157,10 +158,7 @@ autonomo::Opciones LeeAnfitrion(const Argumentos& argumentos) {
   opciones.demo = argumentos.Hay("demo");
   opciones.usuario = argumentos.Valor("usuario").value_or(opciones.usuario);
   opciones.identifica = Identifica(opciones.usuario, argumentos.Valor("contrasena-de"));
-  if (const auto ahora = argumentos.Valor("ahora")) {
-    opciones.ahora = com::DeIso(*ahora);
-    if (!opciones.ahora) UsoErroneo("«" + *ahora + "» no es una fecha AAAA-MM-DDTHH:MM[:SS]");
-  }
+  if (const auto ahora = argumentos.Valor("ahora")) opciones.ahora = MomentoDe(*ahora);
   return opciones;
 }
 

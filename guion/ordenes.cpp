@@ -1,5 +1,4 @@
 // One member for each order of the script's language.
-#include <charconv>
 #include <memory>
 
 #include "component/nombres.h"
@@ -7,6 +6,7 @@
 #include "guion/muestra.h"
 #include "guion/muestra_hotel.h"
 #include "guion/muestra_recepcion.h"
+#include "guion/palabras.h"
 #include "guion/usable.h"
 #include "platform/com/error.h"
 #include "recepcion/explicacion.h"
@@ -16,21 +16,6 @@ namespace guion {
 namespace {
 
 [[noreturn]] void Error(const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); }
-
-template <class Numero>
-Numero NumeroDe(const std::string& palabra) {
-  Numero n{};
-  const char* fin = palabra.data() + palabra.size();
-  const auto [hasta, error] = std::from_chars(palabra.data(), fin, n);
-  if (error != std::errc{} || hasta != fin) Error("«" + palabra + "» no es un número");
-  return n;
-}
-
-com::Fecha FechaDe(const std::string& palabra) {
-  const auto fecha = com::DeIso(palabra);
-  if (!fecha) Error("«" + palabra + "» no es una fecha AAAA-MM-DD");
-  return *fecha;
-}
 
 int ColumnaDe(const controles::Grid& grid, const std::string& clave) {
   const int columna = grid.IndiceColumna(clave);

@@ -1,12 +1,12 @@
 // The orders of the front desk around the screens.
 #include <algorithm>
-#include <charconv>
 #include <utility>
 
 #include "component/nombres.h"
 #include "guion/interprete.h"
 #include "guion/muestra.h"
 #include "guion/muestra_recepcion.h"
+#include "guion/palabras.h"
 #include "guion/parte_diario.h"
 #include "guion/salidas.h"
 #include "host/standalone/catalogos.h"
@@ -27,19 +27,7 @@ namespace control = kv207::control;
 
 [[noreturn]] void Error(const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); }
 
-int NumeroDe(const std::string& palabra) {
-  int fila = 0;
-  const char* fin = palabra.data() + palabra.size();
-  const auto [hasta, error] = std::from_chars(palabra.data(), fin, fila);
-  if (error != std::errc{} || hasta != fin) Error("«" + palabra + "» no es un número");
-  return fila;
-}
-
-com::Fecha DiaDe(const std::string& palabra) {
-  const auto fecha = com::DeIso(palabra);
-  if (!fecha) Error("«" + palabra + "» no es una fecha AAAA-MM-DD");
-  return com::SoloFecha(*fecha);
-}
+com::Fecha DiaDe(const std::string& palabra) { return com::SoloFecha(FechaDe(palabra)); }
 
 // What was not as before, for the answer.
 Json ListaDe(const std::vector<std::string>& textos) {
@@ -88,7 +76,7 @@ void Interprete::Hoy(const Palabras& p) {
     return piezas_.manos.EligeLista(hoy_, *lista);
   }
   if (p[1] == "busca") return piezas_.manos.BuscaEnHoy(hoy_, p[2]);
-  if (p[1] == "abre") return piezas_.manos.AbreFila(hoy_, NumeroDe(p[2]));
+  if (p[1] == "abre") return piezas_.manos.AbreFila(hoy_, NumeroDe<int>(p[2]));
   Error("No existe «hoy " + p[1] + "»");
 }
 
@@ -122,7 +110,7 @@ void Interprete::TomaHuesped(const std::string& campo, const recepcion::Toma& to
 void Interprete::Explica(const Palabras& p) {
   ExigeSinModal();
   controles::Formulario& pantalla = Activo();
-  const int fila = p.size() > 1 ? NumeroDe(p[1]) : -1;
+  const int fila = p.size() > 1 ? NumeroDe<int>(p[1]) : -1;
   if (p.size() > 1 && (fila < 0 || fila >= GridDe(pantalla).Filas())) Error("No hay un renglón " + p[1]);
   const recepcion::CuentaExplicada e =
       fila < 0 ? recepcion::ExplicaTotal(pantalla) : recepcion::ExplicaRenglon(pantalla, fila);
@@ -145,8 +133,8 @@ void Interprete::Huesped(const Palabras& p) {
   }
   if (p.size() == 3) {
     if (p[1] == "busca") return manos.BuscaHuesped(huespedes_, p[2]);
-    if (p[1] == "ve") return manos.SenalaHuesped(huespedes_, NumeroDe(p[2]));
-    if (p[1] == "abre") return manos.AbreVisita(huespedes_, NumeroDe(p[2]));
+    if (p[1] == "ve") return manos.SenalaHuesped(huespedes_, NumeroDe<int>(p[2]));
+    if (p[1] == "abre") return manos.AbreVisita(huespedes_, NumeroDe<int>(p[2]));
   }
   const bool aunque = p[1] == "aunque";
   if (p.size() != 6 || (!aunque && p[1] != "nuevo")) Error("No existe «huesped " + p[1] + "», o le falta algo");
@@ -159,10 +147,10 @@ void Interprete::Huesped(const Palabras& p) {
 void Interprete::Cotiza(const Palabras& p) {
   ExigeSinModal();
   static_cast<void>(Activo());
-  if (p[1] == "reserva" && p.size() == 3) return piezas_.manos.ReservaOferta(cotizacion_, NumeroDe(p[2]));
+  if (p[1] == "reserva" && p.size() == 3) return piezas_.manos.ReservaOferta(cotizacion_, NumeroDe<int>(p[2]));
   if (p.size() < 4)
     Error("Se escribe: cotiza LLEGADA SALIDA ADULTOS [MENORES [INFANTES [MONEDA]]] | cotiza reserva OFERTA");
-  const auto numero = [&](std::size_t i) { return p.size() > i ? NumeroDe(p[i]) : 0; };
+  const auto numero = [&](std::size_t i) { return p.size() > i ? NumeroDe<int>(p[i]) : 0; };
   piezas_.manos.Cotiza(cotizacion_,
                        {DiaDe(p[1]), DiaDe(p[2]), numero(3), numero(4), numero(5), p.size() > 6 ? p[6] : ""});
 }
@@ -170,7 +158,7 @@ void Interprete::Cotiza(const Palabras& p) {
 void Interprete::Cuadro(const Palabras& p) {
   ExigeSinModal();
   static_cast<void>(Activo());
-  if (p.size() == 3) return piezas_.manos.MuestraCuadro(cuadro_, DiaDe(p[1]), NumeroDe(p[2]));
+  if (p.size() == 3) return piezas_.manos.MuestraCuadro(cuadro_, DiaDe(p[1]), NumeroDe<int>(p[2]));
   static_cast<void>(CuadroALaVista());
   const int fila = cuadro_.FilaDe(p[2]);
   if (fila < 0) Error("El cuadro no tiene la habitación «" + p[2] + "»");
@@ -218,7 +206,7 @@ void Interprete::Repone(const Palabras&) {
 }
 
 void Interprete::PorQue(const Palabras& p) {
-  const int fila = NumeroDe(p[1]), noche = NumeroDe(p[2]);
+  const int fila = NumeroDe<int>(p[1]), noche = NumeroDe<int>(p[2]);
   const controles::Grid& grid = Tablero();
   if (fila < 0 || fila >= grid.Filas() || noche < 0 || kColumnasFijas + noche >= grid.NumColumnas()) {
     Error("El tablero no tiene la celda " + p[1] + ", " + p[2]);

@@ -14,6 +14,7 @@
 #include "guion/archivos.h"
 #include "guion/habitaciones_csv.h"
 #include "guion/opciones.h"
+#include "guion/palabras.h"
 #include "guion/salidas.h"
 #include "host/standalone/cambio_llave.h"
 #include "host/standalone/llave.h"
@@ -127,16 +128,10 @@ int Crea(const Palabras& palabras, const guion::Argumentos&) {
   return guion::kTodoBien;
 }
 
-com::Fecha DiaDado(const std::string& texto) {
-  const auto dia = com::DeIso(texto);
-  if (!dia) throw com::Error(com::error::kArgumento, "«" + texto + "» no es una fecha AAAA-MM-DD");
-  return *dia;
-}
-
 int Demo(const Palabras& palabras, const guion::Argumentos& argumentos) {
   autonomo::Opciones opciones = Nueva(palabras[0]);
   opciones.demo = true;
-  if (const auto dia = argumentos.Valor("ahora")) opciones.ahora = DiaDado(*dia);
+  if (const auto dia = argumentos.Valor("ahora")) opciones.ahora = guion::FechaDe(*dia);
   const autonomo::Anfitrion anfitrion(opciones);
   std::cout << "Hotel de demostración en " << palabras[0] << '\n';
   return guion::kTodoBien;
@@ -377,7 +372,7 @@ int EscribeAgendas(const Palabras& palabras, const guion::Argumentos& argumentos
   }
   const auto conexion = autonomo::AbreConexion(Existente(palabras[0]), kReloj);
   autonomo::Reloj reloj;
-  if (const auto dia = argumentos.Valor("ahora")) reloj.Fija(DiaDado(*dia));
+  if (const auto dia = argumentos.Valor("ahora")) reloj.Fija(guion::FechaDe(*dia));
   const guion::Agendas a = guion::ExportaAgendas(conexion, argumentos.Hay("nombres"), reloj.Ahora(), palabras[1]);
   std::cout << "Calendarios: " << a.habitaciones << ", cambiados: " << a.escritas << '\n';
   return guion::kTodoBien;

@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "guion/opciones.h"
+#include "guion/palabras.h"
 #include "guion/parte_diario.h"
 #include "host/standalone/cartero.h"
 #include "host/standalone/proceso.h"
@@ -44,18 +45,13 @@ struct Opciones {
 };
 
 Opciones LeeOpciones(const guion::Argumentos& argumentos) {
-  const auto usoErroneo = [](const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); };
   Opciones o;
   o.cartero.base = guion::LeeBase(argumentos);
   if (!argumentos.Hay("base")) o.cartero.base.ruta = guion::RutaBaseDelUsuario();
   o.cartero.contrasena = argumentos.Valor("contrasena");
   o.cartero.antes = guion::ParteDeCadaDia();
   o.unaVez = argumentos.Hay("una-vez");
-  if (const auto ahora = argumentos.Valor("ahora")) {
-    const auto fecha = com::DeIso(*ahora);
-    if (!fecha) usoErroneo("«" + *ahora + "» no es una fecha AAAA-MM-DDTHH:MM[:SS]");
-    o.cartero.reloj.Fija(*fecha);
-  }
+  if (const auto ahora = argumentos.Valor("ahora")) o.cartero.reloj.Fija(guion::MomentoDe(*ahora));
   o.cartero.base.crea = false;
   o.cartero.avisa = [](const std::string& aviso) { std::cerr << kPrograma << ": " << aviso << std::endl; };
   return o;

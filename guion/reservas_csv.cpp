@@ -1,13 +1,13 @@
 #include "guion/reservas_csv.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <map>
 #include <set>
 #include <utility>
 
 #include "guion/csv.h"
+#include "guion/palabras.h"
 #include "platform/com/error.h"
 #include "platform/com/variant.h"
 
@@ -62,20 +62,14 @@ class Campos {
 
   com::Fecha Dia(std::size_t i) const {
     const auto fecha = registro_.campos[i].size() == 10 ? com::DeIso(registro_.campos[i]) : std::nullopt;
-    if (!fecha) Rechaza(columnas_[i] + " «" + registro_.campos[i] + "» no es una fecha AAAA-MM-DD");
+    if (!fecha) Rechaza(columnas_[i] + " " + NoEsFecha(registro_.campos[i]));
     return *fecha;
   }
 
  private:
   template <class N>
   N Numero(std::size_t i) const {
-    const std::string& texto = registro_.campos[i];
-    N n{};
-    const auto [hasta, error] = std::from_chars(texto.data(), texto.data() + texto.size(), n);
-    if (error != std::errc{} || hasta != texto.data() + texto.size()) {
-      Rechaza(columnas_[i] + " «" + texto + "» no es un número");
-    }
-    return n;
+    return NumeroDe<N>(registro_.campos[i], columnas_[i] + " ");
   }
 
   const std::vector<std::string>& columnas_;
