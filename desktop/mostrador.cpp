@@ -1,7 +1,5 @@
 #include "desktop/mostrador.h"
 
-#include <utility>
-
 #include "component/nombres.h"
 #include "desktop/dialogos.h"
 #include "desktop/escritorio_qt.h"
@@ -27,16 +25,12 @@ Mostrador::Mostrador(EscritorioQt& escritorio)
       hoy_(autonomo::LetraBuscada),
       huespedes_(autonomo::LetraBuscada, autonomo::DireccionValida),
       ayuda_([&escritorio] { return TeclasDelPrograma(escritorio.contexto()); }) {
-  hoy_.alAbrir = [this](const std::string& folio) { AbreReservacion(folio); };
-  cuadro_.alAbrir = hoy_.alAbrir;
-  huespedes_.alAbrir = hoy_.alAbrir;
-  huespedes_.alElegir = [this](const std::string& campo, const recepcion::Toma& toma) { TomaHuesped(campo, toma); };
-  cuadro_.alReservar = [this](const std::string& habitacion, com::Fecha desde, com::Fecha hasta) {
-    empezada_ = Reserva({desde, hasta, 0, 0, 0, ""}, {{habitacion, desde, hasta}});
-  };
-  cotizacion_.alReservar = [this](const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos) {
-    empezada_ = Reserva(pedido, tramos);
-  };
+  recepcion::Conecta({[this](const std::string& folio) { AbreReservacion(folio); },
+                      [this](const std::string& campo, const recepcion::Toma& toma) { TomaHuesped(campo, toma); },
+                      [this](const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos) {
+                        empezada_ = Reserva(pedido, tramos);
+                      }},
+                     hoy_, cuadro_, cotizacion_, huespedes_);
 }
 
 // Whoever keeps her capture finds the window again as she left it.
@@ -115,34 +109,32 @@ void Mostrador::AbreCifras() {
   escritorio_.VuelveAlFrente();
 }
 
-// Clear first: it also forgets what was marked on the board before. With rooms, only the guest is missing.
-bool Mostrador::Reserva(const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos) {
-  controles::Formulario* principal = escritorio_.Principal();
-  tramos_.clear();
-  if (principal == nullptr || !escritorio_.Pulsa(controles::Accion::Limpiar)) return false;
-  if (!escritorio_.Pulsa(controles::Accion::Nuevo)) return false;
-  if (!pedido.moneda.empty()) recepcion::TecleaMoneda(*principal, pedido.moneda);
-  if (!recepcion::TecleaEstancia(*principal, pedido.llegada, pedido.salida)) {
-    if (auto* barra = principal->Primero<controles::ScreenToolbar>()) barra->Pulsa(controles::Accion::Limpiar);
-    return false;
-  }
+void Mostrador::AbreTablero(controles::Formulario& principal, const recepcion::Encargo::Marca& marca) {
   std::string motivo;
-  const auto marca = [&](controles::Formulario& tablero) {
-    motivo = recepcion::MarcaTramos(tablero, pedido.llegada, tramos);
-  };
-  escritorio_.AlAbrirModal(marca, [&](controles::Formulario&) {
-    if (motivo.empty()) return;
-    Avisa("No se pudieron marcar las noches:\r\n" + motivo + "\r\nElija otra habitación en el tablero, o ciérrelo.",
-          caja::kAviso, escritorio_.Frente(), "Disponibilidad");
-  });
-  principal->PulsaTecla(controles::tecla::kF6);
+  escritorio_.AlAbrirModal(
+      [&](controles::Formulario& tablero) { motivo = marca(tablero); },
+      [&](controles::Formulario&) {
+        if (motivo.empty()) return;
+        Avisa("No se pudieron marcar las noches:\r\n" + motivo + "\r\nElija otra habitación en el tablero, o ciérrelo.",
+              caja::kAviso, escritorio_.Frente(), "Disponibilidad");
+      });
+  principal.PulsaTecla(controles::tecla::kF6);
   escritorio_.AlAbrirModal(nullptr, nullptr);
-  const auto* renglones = principal->Primero<controles::Grid>();
-  if (renglones == nullptr || renglones->Filas() == 0) return true;  // the board was left without a room
-  pedido_ = pedido;
-  tramos_ = tramos;
-  BuscaHuesped(control::kHuesped, "");
-  return true;
+}
+
+// With rooms, only the guest is missing.
+bool Mostrador::Reserva(const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos) {
+  using Llego = recepcion::Encargo::Llego;
+  controles::Formulario* principal = escritorio_.Principal();
+  if (principal == nullptr) return false;
+  const Llego llego = encargo_.Reserva(
+      *principal, pedido, tramos, [this](controles::Accion accion) { return escritorio_.Pulsa(accion); },
+      [&](const recepcion::Encargo::Marca& marca) { AbreTablero(*principal, marca); });
+  if (llego == Llego::SinFechas) {
+    if (auto* barra = principal->Primero<controles::ScreenToolbar>()) barra->Pulsa(controles::Accion::Limpiar);
+  }
+  if (llego == Llego::ConHabitaciones) BuscaHuesped(control::kHuesped, "");
+  return llego == Llego::SinHabitacion || llego == Llego::ConHabitaciones;
 }
 
 void Mostrador::Explica() {
@@ -197,11 +189,8 @@ void Mostrador::BuscaHuesped(const std::string& campo, const std::string& filtro
 void Mostrador::TomaHuesped(const std::string& campo, const recepcion::Toma& toma) {
   controles::Formulario* principal = escritorio_.Principal();
   if (principal == nullptr) return;
-  if (!EnCaptura(*principal) && !escritorio_.Pulsa(controles::Accion::Nuevo)) return;
-  if (!recepcion::TecleaToma(*principal, campo, toma)) return;
-  if (campo != control::kHuesped) return;
-  recepcion::TecleaPersonas(*principal, pedido_, std::exchange(tramos_, {}));
-  recepcion::EnfocaLoQueFalta(*principal);
+  static_cast<void>(encargo_.TomaHuesped(*principal, campo, toma,
+                                         [this](controles::Accion accion) { return escritorio_.Pulsa(accion); }));
 }
 
 void Mostrador::AbreReservacion(const std::string& folio) {

@@ -9,6 +9,7 @@
 #include "recepcion/cifras.h"
 #include "recepcion/cotizacion.h"
 #include "recepcion/cuadro.h"
+#include "recepcion/encargo.h"
 #include "recepcion/hoy.h"
 #include "recepcion/huespedes.h"
 #include "recepcion/renglones.h"
@@ -51,6 +52,8 @@ class Mostrador {
   // What is captured is left, after the question that a person gets; false when she keeps it.
   bool DejaCaptura();
   void TomaHuesped(const std::string& campo, const recepcion::Toma& toma);
+  // Has the board marked, and says why it could not be.
+  void AbreTablero(controles::Formulario& principal, const recepcion::Encargo::Marca& marca);
   // False when the New did not begin, or refused the dates.
   bool Reserva(const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos);
 
@@ -62,9 +65,7 @@ class Mostrador {
   recepcion::Huespedes huespedes_;
   TeclaAyuda ayuda_;
   bool empezada_ = false;  // what was picked last became a New
-  // The quote that the capture came from: its persons are typed once there is a guest.
-  recepcion::Pedido pedido_;
-  std::vector<recepcion::Tramo> tramos_;
+  recepcion::Encargo encargo_;
   recepcion::Cifras cifras_;
 };
 

@@ -21,16 +21,12 @@ Interprete::Interprete(const Piezas& piezas, std::ostream& salida, std::ostream&
       errores_(errores),
       hoy_(autonomo::LetraBuscada),
       huespedes_(autonomo::LetraBuscada, autonomo::DireccionValida) {
-  hoy_.alAbrir = [this](const std::string& folio) { AbreReservacion(folio); };
-  cuadro_.alAbrir = hoy_.alAbrir;
-  huespedes_.alAbrir = hoy_.alAbrir;
-  huespedes_.alElegir = [this](const std::string& campo, const recepcion::Toma& toma) { TomaHuesped(campo, toma); };
-  cuadro_.alReservar = [this](const std::string& habitacion, com::Fecha desde, com::Fecha hasta) {
-    Reserva({desde, hasta, 0, 0, 0, ""}, {{habitacion, desde, hasta}});
-  };
-  cotizacion_.alReservar = [this](const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos) {
-    Reserva(pedido, tramos);
-  };
+  recepcion::Conecta({[this](const std::string& folio) { AbreReservacion(folio); },
+                      [this](const std::string& campo, const recepcion::Toma& toma) { TomaHuesped(campo, toma); },
+                      [this](const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos) {
+                        Reserva(pedido, tramos);
+                      }},
+                     hoy_, cuadro_, cotizacion_, huespedes_);
   piezas_.respuestas.enTransaccion = [this] { return piezas_.anfitrion.conexion()->EnTransaccion(); };
 }
 

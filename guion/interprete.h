@@ -17,6 +17,7 @@
 #include "host/standalone/hotel_nuevo.h"
 #include "platform/listado/listado.h"
 #include "recepcion/borrador.h"
+#include "recepcion/encargo.h"
 
 namespace guion {
 
@@ -133,6 +134,7 @@ class Interprete {
   void Explica(const Palabras& p);
   void TomaHuesped(const std::string& campo, const recepcion::Toma& toma);
   void Reserva(const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos);
+  bool Pulsa(controles::Accion accion) const;  // of the reservation screen's toolbar; raises when it cannot
   void AbreReservacion(const std::string& folio);
   // com::Error kArgumento before the order that shows it.
   const recepcion::Hoy& DiaALaVista() const;
@@ -163,9 +165,7 @@ class Interprete {
   std::string borrador_;  // as text; "" none
   recepcion::Huespedes huespedes_;
   std::vector<recepcion::Parecida> parecidas_;  // to whom the last new client was similar
-  // The quote that the capture came from: its persons are typed once there is a guest.
-  recepcion::Pedido pedido_;
-  std::vector<recepcion::Tramo> tramos_;
+  recepcion::Encargo encargo_;
   // What the order does on the board once it is there.
   std::function<void(controles::Formulario&)> pasosDelTablero_;
   Linea partes_;

@@ -80,31 +80,29 @@ void Interprete::Hoy(const Palabras& p) {
   Error("No existe «hoy " + p[1] + "»");
 }
 
-// Clear first: it also forgets what was marked on the board before.
-void Interprete::Reserva(const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos) {
-  controles::Formulario& pantalla = piezas_.componente.formulario();
-  piezas_.manos.Accion(BarraDe(pantalla), controles::Accion::Limpiar);
-  piezas_.manos.Accion(BarraDe(pantalla), controles::Accion::Nuevo);
-  if (!pedido.moneda.empty()) recepcion::TecleaMoneda(pantalla, pedido.moneda);
-  if (!recepcion::TecleaEstancia(pantalla, pedido.llegada, pedido.salida)) return;
-  pasosDelTablero_ = [&](controles::Formulario& tablero) {
-    const std::string motivo = recepcion::MarcaTramos(tablero, pedido.llegada, tramos);
-    if (!motivo.empty()) actual_.valor = Json(motivo);
-  };
-  piezas_.manos.Tecla(pantalla, controles::tecla::kF6, 0);
-  pasosDelTablero_ = nullptr;
-  pedido_ = pedido;
-  tramos_ = tramos;
+bool Interprete::Pulsa(controles::Accion accion) const {
+  piezas_.manos.Accion(BarraDe(piezas_.componente.formulario()), accion);
+  return true;
 }
 
-// Outside a capture a New begins.
+void Interprete::Reserva(const recepcion::Pedido& pedido, const std::vector<recepcion::Tramo>& tramos) {
+  controles::Formulario& pantalla = piezas_.componente.formulario();
+  const auto abreTablero = [&](const recepcion::Encargo::Marca& marca) {
+    pasosDelTablero_ = [&](controles::Formulario& tablero) {
+      const std::string motivo = marca(tablero);
+      if (!motivo.empty()) actual_.valor = Json(motivo);
+    };
+    piezas_.manos.Tecla(pantalla, controles::tecla::kF6, 0);
+    pasosDelTablero_ = nullptr;
+  };
+  encargo_.Reserva(
+      pantalla, pedido, tramos, [this](controles::Accion a) { return Pulsa(a); }, abreTablero);
+}
+
 void Interprete::TomaHuesped(const std::string& campo, const recepcion::Toma& toma) {
   controles::Formulario& pantalla = piezas_.componente.formulario();
-  if (!BarraDe(pantalla).EnEdicion()) piezas_.manos.Accion(BarraDe(pantalla), controles::Accion::Nuevo);
-  if (!recepcion::TecleaToma(pantalla, campo, toma)) Error("«" + campo + "» no admite una clave ahora");
-  if (campo != control::kHuesped) return;
-  recepcion::TecleaPersonas(pantalla, pedido_, std::exchange(tramos_, {}));
-  recepcion::EnfocaLoQueFalta(pantalla);
+  const bool tomado = encargo_.TomaHuesped(pantalla, campo, toma, [this](controles::Accion a) { return Pulsa(a); });
+  if (!tomado) Error("«" + campo + "» no admite una clave ahora");
 }
 
 void Interprete::Explica(const Palabras& p) {
@@ -185,10 +183,7 @@ void Interprete::Borrador(const Palabras& p) {
   if (borrador_.empty()) Error("No hay un borrador");
   if (p[1] == "olvida") return borrador_.clear();
   const recepcion::Borrador borrador = recepcion::DeTexto(borrador_);
-  const auto pulsa = [&](controles::Accion accion) {
-    piezas_.manos.Accion(BarraDe(pantalla), accion);
-    return true;
-  };
+  const auto pulsa = [this](controles::Accion accion) { return Pulsa(accion); };
   const auto retoma = [&](const std::string& folio, const std::string& visto) {
     piezas_.anfitrion.conexion()->RetomaLoVisto(folio, visto);
   };
