@@ -132,8 +132,8 @@ void PoneMenu(EscritorioQt& escritorio, autonomo::Anfitrion& anfitrion, Mostrado
   menu.push_back({QStringLiteral("&Manual"), [&mostrador] { mostrador.AbreAyuda(); }, Qt::Key_F1, kAyuda});
   menu.push_back({QStringLiteral("&Acerca de este programa"),
                   [&escritorio, &anfitrion] {
-                    Avisa(autonomo::TextoVersion("Reservaciones", anfitrion.base()), caja::kInforme,
-                          escritorio.Frente());
+                    Avisa(autonomo::TextoVersionDe(*anfitrion.conexion(), "Reservaciones", anfitrion.base()),
+                          caja::kInforme, escritorio.Frente());
                   },
                   0, kAyuda});
 }

@@ -69,7 +69,7 @@ OpcionesPrograma LeeOpcionesPrograma(const std::vector<std::string>& argumentos,
     opciones.tema = TemaDe(leidos.Valor("tema").value_or("sistema"));
     opciones.registro = leidos.Valor("registro");
     if (!leidos.Hay("base") && !leidos.Hay("conexion") && !opciones.guion) EligeBase(opciones.anfitrion);
-    if (leidos.PideVersion()) texto = autonomo::TextoVersion("reservas", opciones.anfitrion.base.Nombre());
+    if (leidos.PideVersion()) texto = autonomo::TextoVersionPreguntando("reservas", opciones.anfitrion.base.Nombre());
   } catch (const com::Error& e) {
     if (e.Numero() == com::error::kArgumento) throw MalUso{e.Descripcion()};
     throw;

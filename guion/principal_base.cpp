@@ -449,7 +449,7 @@ int main(int argc, char** argv) {
     }
     Palabras palabras = argumentos.Sueltos();
     if (argumentos.PideVersion()) {
-      std::cout << autonomo::TextoVersion(kPrograma, palabras.size() > 1 ? palabras[1] : "");
+      std::cout << autonomo::TextoVersionPreguntando(kPrograma, palabras.size() > 1 ? palabras[1] : "");
       return guion::kTodoBien;
     }
     const Orden& orden = BuscaOrden(palabras);

@@ -106,7 +106,7 @@ int main(int argc, char** argv) {
     }
     opciones = LeeOpciones(argumentos);
     if (argumentos.PideVersion()) {
-      std::cout << autonomo::TextoVersion(kPrograma, opciones.cartero.base.Nombre());
+      std::cout << autonomo::TextoVersionPreguntando(kPrograma, opciones.cartero.base.Nombre());
       return guion::kTodoBien;
     }
     registro = argumentos.Valor("registro");

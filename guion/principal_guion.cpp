@@ -69,7 +69,7 @@ int main(int argc, char** argv) {
     }
     opciones = guion::LeeAnfitrion(argumentos);
     if (argumentos.PideVersion()) {
-      std::cout << autonomo::TextoVersion(kPrograma, opciones.base.Nombre());
+      std::cout << autonomo::TextoVersionPreguntando(kPrograma, opciones.base.Nombre());
       return guion::kTodoBien;
     }
     if (const auto sueltos = argumentos.Sueltos(); !sueltos.empty()) guion = sueltos.front();

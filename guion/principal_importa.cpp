@@ -156,8 +156,8 @@ int main(int argc, char** argv) {
       return guion::kTodoBien;
     }
     if (argumentos.PideVersion()) {
-      std::cout << autonomo::TextoVersion(kPrograma,
-                                          argumentos.Valor("base").value_or(argumentos.Valor("conexion").value_or("")));
+      std::cout << autonomo::TextoVersionPreguntando(
+          kPrograma, argumentos.Valor("base").value_or(argumentos.Valor("conexion").value_or("")));
       return guion::kTodoBien;
     }
     opciones = LeeOpciones(argumentos);

@@ -13,6 +13,7 @@
 #include "host/standalone/integridad.h"
 #include "host/standalone/postgres.h"
 #include "host/standalone/red.h"
+#include "platform/ado/celda.h"
 #include "platform/com/texto.h"
 #include "platform/com/variant.h"
 #include "schema/guardas.h"
@@ -142,8 +143,16 @@ void SesionPostgres::DecideCifrado(const std::map<std::string, std::string>& dic
   if (cifra_ && ajeno != servidores.end()) sslmode_ = HayAutoridad(opciones["sslrootcert"]) ? "verify-full" : "require";
 }
 
-int SesionPostgres::VersionDe(const OpcionesConexion& opciones) {
-  return SesionPostgres(opciones, SoloMira()).Version();
+VersionesDelServidor VersionesDe(ConexionDeMotor& abierta) {
+  const ado::RecordsetPtr rs = abierta.Directa(
+      "SELECT current_setting('server_version') AS Servidor, MAX(Ev_Version) AS Esquema FROM Esquema_Version");
+  return {ado::Celda(*rs, 0), ado::CeldaEntero(*rs, 1)};
+}
+
+VersionesDelServidor SesionPostgres::VersionesDe(const OpcionesConexion& opciones) {
+  SesionPostgres sesion(opciones, SoloMira{});
+  const char* servidor = PQparameterStatus(sesion.manija(), "server_version");
+  return {servidor == nullptr ? "" : servidor, sesion.Version()};
 }
 
 // Calls the server with that password, "" none: what comes back may be no connection.

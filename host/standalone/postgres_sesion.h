@@ -13,13 +13,21 @@
 
 namespace autonomo {
 
+struct VersionesDelServidor {
+  std::string servidor;  // as it calls itself
+  int esquema = 0;       // of the definition that the database holds; 0 without a hotel
+};
+
+// Over a connection that is open; errors of Directa.
+VersionesDelServidor VersionesDe(ConexionDeMotor& abierta);
+
 class SesionPostgres {
  public:
   // Connects and sees to the schema. Errors of AbrePostgres.
   explicit SesionPostgres(const OpcionesConexion& opciones);
 
-  // Version of the definition that the database holds, 0 without a hotel; changes nothing. Errors of AbrePostgres.
-  static int VersionDe(const OpcionesConexion& opciones);
+  // Changes nothing. Errors of AbrePostgres.
+  static VersionesDelServidor VersionesDe(const OpcionesConexion& opciones);
 
   // libpq's own; changes with each new connection.
   PGconn* manija() const { return c_.get(); }

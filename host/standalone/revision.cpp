@@ -60,7 +60,7 @@ bool RevisaVersion(std::int64_t version, Hallazgos& h) {
 }
 
 bool RevisaServidor(const OpcionesConexion& opciones, Hallazgos& h) {
-  const int version = SesionPostgres::VersionDe(opciones);
+  const int version = SesionPostgres::VersionesDe(opciones).esquema;
   if (version > 0) return RevisaVersion(version, h);
   throw com::Error(com::error::kBaseDatos, "En la base de datos del servidor no hay ningún hotel");
 }

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <thread>
 
+#include "tests/comun/base_postgres.h"
 #include "tests/guion/proceso.h"
 
 namespace pruebas {
@@ -148,6 +149,13 @@ TEST_F(Base, CopiaDeIdaYVueltaPorPostgres) {
   revisa(0, "bien  Versión del esquema: ");
   EXPECT_EQ(psql("UPDATE Esquema_Version SET Ev_Version = 2", "copiada"), 0);
   for (int vez = 0; vez < 2; ++vez) revisa(0, "Versión del esquema: 2; se pone al día");
+  const std::string suya = EnPostgres(direccion, "SELECT split_part(current_setting('server_version'), ' ', 1)");
+  const std::string version = Di({"revisa", direccion, "--version"}).texto;
+  EXPECT_NE(version.find("\nMotor: PostgreSQL " + suya + " (libpq "), std::string::npos) << version;
+  EXPECT_NE(version.find("\nVersión del esquema: 2; la de este programa es la "), std::string::npos) << version;
+  const std::string nadie =
+      Di({"revisa", "postgresql://hotel@/hotel?host=" + carpeta.Ruta("nadie"), "--version"}).texto;
+  EXPECT_NE(nadie.find("No se le pudo preguntar al servidor: "), std::string::npos) << nadie;
   EXPECT_EQ(Di({"clave", direccion}).estado, 0);
   revisa(0, "Noches: ninguna en dos");
   // What the server numbers goes on behind what came.

@@ -8,6 +8,7 @@
 
 #include "host/standalone/postgres_errores.h"
 #include "host/standalone/revision.h"
+#include "host/standalone/version.h"
 #include "tests/comun/puente.h"
 #include "tests/host/base_prueba.h"
 
@@ -335,6 +336,16 @@ TEST_F(PostgresPrueba, UnaVersionAnteriorSePoneAlDia) {
   for (const char* cambio : {"Rdt_Codigo_Seguridad = ''", "Rdt_Banco = 'B'"})
     EnPostgres(ruta, std::string("UPDATE Reservacion_Datos_Tarjeta SET ") + cambio);
   EXPECT_EQ(EnPostgres(ruta, "SELECT Rv_Version FROM Reservacion_Version"), "2");
+}
+
+TEST_F(PostgresPrueba, LaVersionQueSeDiceEsLaDelServidorYLaDeLaBase) {
+  const auto c = Abre();
+  EnPostgres(ruta, "UPDATE Esquema_Version SET Ev_Version = 3");
+  c->roles().Limita({.tarjetas = false, .administra = false});
+  const std::string texto = autonomo::TextoVersionDe(*c, "reservas", ruta);
+  const std::string suya = EnPostgres(ruta, "SELECT split_part(current_setting('server_version'), ' ', 1)");
+  EXPECT_NE(texto.find("\nMotor: PostgreSQL " + suya + " (libpq "), std::string::npos) << texto;
+  EXPECT_NE(texto.find("\nVersión del esquema: 3; la de este programa es la "), std::string::npos) << texto;
 }
 
 // The client library's words, each told in Spanish by what it means; the first words of several fit more than one.
