@@ -119,9 +119,7 @@ class Ayuda : public QDialog {
  public:
   Ayuda(const std::vector<TeclaUsada>& teclas, QWidget* padre)
       : QDialog(padre), capitulos_(new QListWidget(this)), hojas_(new Hojas(this)) {
-    setWindowTitle(QStringLiteral("Ayuda"));
-    setObjectName(QStringLiteral("ayuda"));
-    setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
+    Presenta(*this, QStringLiteral("Ayuda"), "ayuda");
     auto* caja = new QVBoxLayout(this);
     auto* fichas = new QTabWidget(this);
     fichas->setObjectName(QStringLiteral("fichas"));

@@ -67,16 +67,20 @@ void AjustaAPantalla(QDialog& dialogo, QSize deseado) {
   dialogo.resize(deseado.boundedTo(dialogo.screen()->availableSize() - kMarco));
 }
 
+void Presenta(QDialog& dialogo, const QString& titulo, const char* nombre) {
+  dialogo.setWindowTitle(titulo);
+  dialogo.setObjectName(QLatin1String(nombre));
+  dialogo.setWindowModality(dialogo.parentWidget() == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
+}
+
 // --- CajaAviso
 
 CajaAviso::CajaAviso(const controles::CajaMensaje& caja, QWidget* padre) : QMessageBox(padre) {
-  setWindowTitle(Q(caja.titulo));
+  Presenta(*this, Q(caja.titulo), "mensaje");
   setTextFormat(Qt::PlainText);
   setText(Lineas(caja.texto));
   if (!caja.detalle.empty()) setInformativeText(Lineas(caja.detalle));
   setTextInteractionFlags(Qt::TextSelectableByMouse);
-  setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
-  setObjectName(QStringLiteral("mensaje"));
   const auto [icono, tinta] = IconoDe(caja.estilo);
   if (!icono.isEmpty()) setIconPixmap(Icono(icono, tinta).pixmap(QSize(kLado, kLado), devicePixelRatioF()));
   CreaBotones(caja.estilo);
@@ -163,9 +167,7 @@ bool PermiteDejar(bool hayAlgo, QWidget* padre) {
 
 EditorNotas::EditorNotas(const QString& titulo, const QString& texto, int ancho, QWidget* padre)
     : QDialog(padre), edicion_(new QPlainTextEdit(this)), ayuda_(new QLabel(this)), texto_(texto) {
-  setWindowTitle(QStringLiteral("Notas · ") + titulo);
-  setObjectName(QStringLiteral("notas"));
-  setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
+  Presenta(*this, QStringLiteral("Notas · ") + titulo, "notas");
   auto* caja = new QVBoxLayout(this);
   edicion_->setAccessibleName(QStringLiteral("Texto de las notas"));
   edicion_->setTabChangesFocus(true);
@@ -227,9 +229,7 @@ Busqueda::Busqueda(const QString& titulo, Filas filas, QWidget* padre)
       filtro_(new QLineEdit(this)),
       lista_(new QListWidget(this)),
       nada_(new QLabel(this)) {
-  setWindowTitle(titulo);
-  setObjectName(QStringLiteral("busqueda"));
-  setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
+  Presenta(*this, titulo, "busqueda");
   auto* caja = new QVBoxLayout(this);
   filtro_->setPlaceholderText(QStringLiteral("Escriba parte de la clave o del nombre"));
   filtro_->setAccessibleName(QStringLiteral("Filtro"));

@@ -87,6 +87,8 @@ void Avisa(const std::string& texto, int icono, QWidget* padre, const char* titu
 // Whether a dialog may be left: asks where something was typed in it that is stored nowhere.
 [[nodiscard]] bool PermiteDejar(bool hayAlgo, QWidget* padre);
 
+// What a dialog is called, by people and by tests, and that it keeps the window that it belongs to, or all, waiting.
+void Presenta(QDialog& dialogo, const QString& titulo, const char* nombre = "");
 // Gives a dialog this size, or what the screen has room for.
 void AjustaAPantalla(QDialog& dialogo, QSize deseado);
 

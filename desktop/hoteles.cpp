@@ -52,9 +52,7 @@ DialogoHotel::DialogoHotel(bool nuevo, std::string abierto, QWidget* padre)
       abierto_(std::move(abierto)),
       hotel_(new QLineEdit(this)),
       motivo_(new QLabel(this)) {
-  setWindowTitle(nuevo ? QStringLiteral("Nuevo hotel") : QStringLiteral("Abrir un hotel"));
-  setObjectName(QStringLiteral("otro_hotel"));
-  setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
+  Presenta(*this, nuevo ? QStringLiteral("Nuevo hotel") : QStringLiteral("Abrir un hotel"), "otro_hotel");
   auto* caja = new QVBoxLayout(this);
   if (!nuevo) {
     CreaRecientes();

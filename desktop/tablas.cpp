@@ -90,8 +90,7 @@ bool RecorreTabla(QEvent* evento, QTableWidget* tabla) {
 // --- Ficha
 
 Ficha::Ficha(const QString& titulo, QWidget* padre) : QDialog(padre), caja_(new QVBoxLayout(this)) {
-  setWindowTitle(titulo);
-  setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
+  Presenta(*this, titulo);
 }
 
 void Ficha::Titula(const QString& texto) {

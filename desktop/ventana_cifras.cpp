@@ -100,9 +100,7 @@ QString Contra(double ahora, double antes, const std::function<QString(double)>&
 }  // namespace
 
 VentanaCifras::VentanaCifras(recepcion::Cifras& cifras, QWidget* padre) : QDialog(padre), cifras_(cifras) {
-  setWindowTitle(QStringLiteral("Cifras"));
-  setObjectName(QStringLiteral("cifras"));
-  setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
+  Presenta(*this, QStringLiteral("Cifras"), "cifras");
   auto* caja = new QVBoxLayout(this);
   CreaPedido(*caja);
   CreaResultado(*caja);

@@ -40,9 +40,7 @@ QString Habitaciones(const recepcion::Oferta& oferta) {
 
 VentanaCotizacion::VentanaCotizacion(recepcion::Cotizacion& cotizacion, QWidget* padre)
     : QDialog(padre), cotizacion_(cotizacion) {
-  setWindowTitle(QStringLiteral("Cotizar"));
-  setObjectName(QStringLiteral("cotizacion"));
-  setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
+  Presenta(*this, QStringLiteral("Cotizar"), "cotizacion");
   auto* caja = new QVBoxLayout(this);
   CreaPedido(*caja);
   std::tie(tabla_, nota_) =

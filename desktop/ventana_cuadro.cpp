@@ -27,9 +27,7 @@ static_assert(kZooms.front() == recepcion::kNochesMinimas && kZooms.back() == re
 }  // namespace
 
 VentanaCuadro::VentanaCuadro(recepcion::Cuadro& cuadro, QWidget* padre) : QDialog(padre), cuadro_(cuadro) {
-  setWindowTitle(QStringLiteral("Cuadro de habitaciones"));
-  setObjectName(QStringLiteral("cuadro"));
-  setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
+  Presenta(*this, QStringLiteral("Cuadro de habitaciones"), "cuadro");
   auto* caja = new QVBoxLayout(this);
   CreaCabeza(*caja);
   CreaTablaYNota(*caja);

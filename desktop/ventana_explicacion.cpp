@@ -27,9 +27,7 @@ VentanaExplicacion::VentanaExplicacion(const std::vector<recepcion::CuentaExplic
                                        std::size_t primera, QWidget* padre)
     : QDialog(padre),
       tabla_(CreaTabla({QStringLiteral("Concepto"), QStringLiteral("Cómo"), QStringLiteral("Importe")}, this)) {
-  setWindowTitle(QStringLiteral("De dónde sale el total"));
-  setObjectName(QStringLiteral("explicacion"));
-  setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
+  Presenta(*this, QStringLiteral("De dónde sale el total"), "explicacion");
   auto* caja = new QVBoxLayout(this);
   tabla_->setObjectName(QStringLiteral("pasos"));
   tabla_->setAccessibleName(windowTitle());

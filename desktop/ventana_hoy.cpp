@@ -72,9 +72,7 @@ QString DiaEnPalabras(QDate dia) { return Espanol().toString(dia, QStringLiteral
 
 VentanaHoy::VentanaHoy(recepcion::Hoy& hoy, const Contexto& contexto, QWidget* padre)
     : QDialog(padre), hoy_(hoy), contexto_(contexto) {
-  setWindowTitle(QStringLiteral("Hoy"));
-  setObjectName(QStringLiteral("hoy"));
-  setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
+  Presenta(*this, QStringLiteral("Hoy"), "hoy");
   auto* caja = new QVBoxLayout(this);
   CreaCabeza(*caja);
   CreaListas(*caja);

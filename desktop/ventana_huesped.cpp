@@ -54,9 +54,8 @@ QPushButton* Boton(QDialog* dialogo, QBoxLayout& fila, const char* titulo, const
 
 VentanaHuesped::VentanaHuesped(recepcion::Huespedes& huespedes, QWidget* padre)
     : QDialog(padre), huespedes_(huespedes) {
-  setWindowTitle(huespedes.campo() == kv207::control::kCliente ? QStringLiteral("Cliente") : QStringLiteral("Huésped"));
-  setObjectName(QStringLiteral("huesped"));
-  setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
+  Presenta(*this, huespedes.campo() == kv207::control::kCliente ? QStringLiteral("Cliente") : QStringLiteral("Huésped"),
+           "huesped");
   auto* caja = new QVBoxLayout(this);
   CreaBusqueda(*caja);
   CreaUltima(*caja);
@@ -200,9 +199,7 @@ void VentanaHuesped::keyPressEvent(QKeyEvent* evento) {
 
 VentanaClienteNuevo::VentanaClienteNuevo(recepcion::Huespedes& huespedes, QWidget* padre)
     : QDialog(padre), huespedes_(huespedes) {
-  setWindowTitle(QStringLiteral("Cliente nuevo"));
-  setObjectName(QStringLiteral("cliente_nuevo"));
-  setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
+  Presenta(*this, QStringLiteral("Cliente nuevo"), "cliente_nuevo");
   auto* caja = new QVBoxLayout(this);
   CreaCampos(*caja);
   CreaParecidas(*caja);

@@ -40,9 +40,7 @@ VentanaPendientes::VentanaPendientes(autonomo::Anfitrion& anfitrion, QWidget* pa
       tabla_(CreaTabla({QStringLiteral("Qué falta"), QStringLiteral("Dónde se arregla")}, this)),
       arregla_(new QPushButton(Icono(QStringLiteral("editar")), QStringLiteral("&Ir a arreglarlo"), this)),
       nota_(new QLabel(this)) {
-  setWindowTitle(QStringLiteral("Lista de pendientes"));
-  setObjectName(QStringLiteral("pendientes"));
-  setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
+  Presenta(*this, QStringLiteral("Lista de pendientes"), "pendientes");
   auto* caja = new QVBoxLayout(this);
   nota_->setObjectName(QStringLiteral("nota"));
   nota_->setWordWrap(true);

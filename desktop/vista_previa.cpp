@@ -99,9 +99,7 @@ class Impreso : public QDialog {
  public:
   Impreso(const QString& html, const QString& nombre, const QStringList& avisos, QWidget* padre)
       : QDialog(padre), html_(html), nombre_(nombre), hojas_(new Hojas(html)), zona_(new ZonaHojas(this)) {
-    setWindowTitle(nombre);
-    setObjectName(QStringLiteral("impreso"));
-    setWindowModality(padre == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
+    Presenta(*this, nombre, "impreso");
     auto* caja = new QVBoxLayout(this);
     for (const QString& aviso : avisos) caja->addWidget(CreaAviso(aviso));
     zona_->setObjectName(QStringLiteral("hojas"));
