@@ -102,9 +102,9 @@ struct Desglose {
 class Hotel : public com::Desconocido {
  public:
   static constexpr com::Guid kId{0x5A1B0003, 0x7A11, 0x4C0E, {0x9B, 0x20, 0x4B, 0x56, 0x32, 0x30, 0x37, 0x03}};
-  // Room price of the stay from the first night to the day of departure, in the given currency, tax included.
-  // precioExtra: price of the extra persons that is in it; personasExtra: how many they are. captura: day on which it
-  // is sold. tipoCambio: local currency for one unit. A failure leaves a text in ErrorHotel and gives 0.
+  // Room price of the whole stay from the first night to the day of departure, in the given currency, tax included.
+  // precioExtra out: price of the extra persons, which is not in it; personasExtra out: how many they are. captura: day
+  // on which it is sold. tipoCambio: local currency for one unit. A failure leaves a text in ErrorHotel and gives 0.
   virtual double PrecioHabitacion(const std::string& habitacion, com::Fecha inicio, com::Fecha fin, int adultos,
                                   int menores, int infantes, double& precioExtra, int& personasExtra,
                                   const std::string& moneda, com::Fecha captura, double tipoCambio) = 0;
