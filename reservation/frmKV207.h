@@ -24,8 +24,6 @@
 
 namespace kv207 {
 
-using publico::OrigenPrecio;
-
 class frmDisponibilidad;
 
 class frmKV207 : public controles::Formulario, public publico::Captura {
@@ -246,6 +244,8 @@ class frmKV207 : public controles::Formulario, public publico::Captura {
   // tasacion.cpp
   [[nodiscard]] std::optional<CondicionesPrecio> Condiciones(int fila) const;
   [[nodiscard]] const PrecioRenglon* PrecioDe(int fila) const;
+  // For AvisoDePrecio: the line's agreed price, that total, gave way to the hotel's, which it shows.
+  void AnotaPerdido(int fila, OrigenPrecio origen, double total);
   // ahora: the line's conditions.
   bool PoneAlDia(int fila, const CondicionesPrecio& ahora);
   // Brings those lines up to date, and the totals, also when a line fails; the host's errors.

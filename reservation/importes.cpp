@@ -1,7 +1,8 @@
 // Pricing of a room line and totals of the reservation. All prices include tax.
 #include <string>
+#include <string_view>
+#include <utility>
 
-#include "platform/regional/regional.h"
 #include "publico/avisos.h"
 #include "publico/columnas.h"
 #include "publico/publico.h"
@@ -12,6 +13,75 @@ namespace kv207 {
 
 namespace mensaje = anfitrion::mensaje;
 
+namespace {
+
+struct Personas {
+  int adultos = 0, menores = 0, infantes = 0;
+};
+
+// The errors of PersonasDeCelda.
+Personas LeePersonas(const controles::Grid& grid, int fila) {
+  Personas p;
+  p.adultos = PersonasDeCelda(grid.celda(fila, col::kAdultos));
+  p.menores = PersonasDeCelda(grid.celda(fila, col::kMenores));
+  p.infantes = PersonasDeCelda(grid.celda(fila, col::kInfantes));
+  return p;
+}
+
+// What is to be broken down: a total that stays, in which the discount is already.
+anfitrion::Desglose DelTotal(const controles::Grid& grid, int fila, double total) {
+  anfitrion::Desglose d;
+  d.precioNeto = d.total = total;
+  d.descuentoFactor = com::CDbl(grid.celda(fila, col::kDescuento)) / 100;
+  return d;
+}
+
+struct PrecioDelHotel {
+  anfitrion::Desglose porDesglosar;
+  bool conError = false;  // the hotel had no price, which the clerk has been told
+};
+
+// Asks the hotel for the line's price, for its room, dates and persons, and writes it without a discount.
+PrecioDelHotel PidePrecio(frmKV207& f, int fila, const Personas& p) {
+  controles::Grid& grid = f.ssReservaciones;
+  double precioExtra = 0;
+  int personasExtra = 0;
+  const double precio = publico::Hotel().PrecioHabitacion(
+      com::CStr(grid.celda(fila, col::kClave)), com::SoloFecha(FechaDeCelda(grid.celda(fila, col::kInicio))),
+      com::SoloFecha(FechaDeCelda(grid.celda(fila, col::kFin))), p.adultos, p.menores, p.infantes, precioExtra,
+      personasExtra, f.txtMoneda.text(), f.dpFecha.valor(), com::CDbl(f.txtTipoCambio.valor()));
+  PrecioDelHotel dado;
+  dado.porDesglosar.precioNeto = precio + precioExtra;
+  grid.celda(fila, col::kDescuento, 0.0);
+  grid.celda(fila, col::kPrecio, precio);
+  grid.celda(fila, col::kPrecioExtra, precioExtra);
+  grid.celda(fila, col::kPersonasExtra, personasExtra);
+  grid.celda(fila, col::kTotal, com::Redondea(dado.porDesglosar.precioNeto, 2));
+  const std::string error = publico::Hotel().ErrorHotel();
+  dado.conError = !error.empty();
+  if (dado.conError) Avisa(f, mensaje::kPrecioFallido, error);
+  return dado;
+}
+
+// The host breaks the line's amount down at the line's tax factor; its results go into the cells, in this order.
+void DesglosaRenglon(controles::Grid& grid, int fila, anfitrion::Desglose d) {
+  d.impuestoFactor = com::CDbl(grid.celda(fila, col::kImpuesto));
+  publico::Hotel().CalculaImpuestos(d.precioLista, d.precioListaImporte, d.descuentoFactor, d.descuentoImporte,
+                                    d.precioDescontado, d.precioDescontadoImporte, d.globalFactor, d.globalImporte,
+                                    d.impuestoFactor, d.impuestoImporte, d.precioNeto, d.total);
+  const std::pair<std::string_view, double> resultados[] = {
+      {col::kPrecioLista, d.precioLista},           {col::kPrecioListaImporte, d.precioListaImporte},
+      {col::kDescuento, d.descuentoFactor * 100},   {col::kDescuentoImporte, d.descuentoImporte},
+      {col::kPrecioDescontado, d.precioDescontado}, {col::kPrecioDescontadoImporte, d.precioDescontadoImporte},
+      {col::kGlobalFactor, d.globalFactor},         {col::kGlobalImporte, d.globalImporte},
+      {col::kImpuestoImporte, d.impuestoImporte},   {col::kPrecioNeto, d.precioNeto},
+      {col::kTotal, com::Redondea(d.total, 2)},
+  };
+  for (const auto& [columna, valor] : resultados) grid.celda(fila, columna, valor);
+}
+
+}  // namespace
+
 void frmKV207::CalculaImportes(bool soloRecalcular) {
   if (ssReservaciones.fila() >= 0) CalculaRenglon(ssReservaciones.fila(), soloRecalcular);
 }
@@ -19,65 +89,24 @@ void frmKV207::CalculaImportes(bool soloRecalcular) {
 bool frmKV207::CalculaRenglon(int fila, bool soloRecalcular) {
   controles::Grid& grid = ssReservaciones;
   if (CeldaVacia(grid.celda(fila, col::kNombre))) return false;
-  const int adultos = PersonasDeCelda(grid.celda(fila, col::kAdultos));
-  const int menores = PersonasDeCelda(grid.celda(fila, col::kMenores));
-  const int infantes = PersonasDeCelda(grid.celda(fila, col::kInfantes));
-  if (adultos == 0 && menores == 0 && infantes == 0) return false;
+  const Personas personas = LeePersonas(grid, fila);
+  if (personas.adultos == 0 && personas.menores == 0 && personas.infantes == 0) return false;
   const OrigenPrecio origen = OrigenDe(fila);
-  const double antes = com::CDbl(grid.celda(fila, col::kTotal));
+  const double total = com::CDbl(grid.celda(fila, col::kTotal));
   if (!soloRecalcular) OlvidaPrecio(fila);
   if (txtNHuesped.text().empty()) {
     Avisa(*this, mensaje::kPrecioSinHuesped);
     Enfoca(txtHuesped);
     return false;
   }
-
-  anfitrion::Desglose d;
-  bool conError = false;
   if (soloRecalcular) {
-    d.precioNeto = d.total = com::CDbl(grid.celda(fila, col::kTotal));
-    d.descuentoFactor = com::CDbl(grid.celda(fila, col::kDescuento)) / 100;
-  } else {
-    double precioExtra = 0;
-    int personasExtra = 0;
-    const double precio = publico::Hotel().PrecioHabitacion(
-        com::CStr(grid.celda(fila, col::kClave)), com::SoloFecha(FechaDeCelda(grid.celda(fila, col::kInicio))),
-        com::SoloFecha(FechaDeCelda(grid.celda(fila, col::kFin))), adultos, menores, infantes, precioExtra,
-        personasExtra, txtMoneda.text(), dpFecha.valor(), com::CDbl(txtTipoCambio.valor()));
-    d.precioNeto = precio + precioExtra;
-    grid.celda(fila, col::kDescuento, 0.0);
-    grid.celda(fila, col::kPrecio, precio);
-    grid.celda(fila, col::kPrecioExtra, precioExtra);
-    grid.celda(fila, col::kPersonasExtra, personasExtra);
-    grid.celda(fila, col::kTotal, com::Redondea(d.precioNeto, 2));
-    const std::string error = publico::Hotel().ErrorHotel();
-    conError = !error.empty();
-    if (conError) Avisa(*this, mensaje::kPrecioFallido, error);
+    DesglosaRenglon(grid, fila, DelTotal(grid, fila, total));
+    return true;
   }
-  d.impuestoFactor = com::CDbl(grid.celda(fila, col::kImpuesto));
-
-  publico::Hotel().CalculaImpuestos(d.precioLista, d.precioListaImporte, d.descuentoFactor, d.descuentoImporte,
-                                    d.precioDescontado, d.precioDescontadoImporte, d.globalFactor, d.globalImporte,
-                                    d.impuestoFactor, d.impuestoImporte, d.precioNeto, d.total);
-
-  grid.celda(fila, col::kPrecioLista, d.precioLista);
-  grid.celda(fila, col::kPrecioListaImporte, d.precioListaImporte);
-  grid.celda(fila, col::kDescuento, d.descuentoFactor * 100);
-  grid.celda(fila, col::kDescuentoImporte, d.descuentoImporte);
-  grid.celda(fila, col::kPrecioDescontado, d.precioDescontado);
-  grid.celda(fila, col::kPrecioDescontadoImporte, d.precioDescontadoImporte);
-  grid.celda(fila, col::kGlobalFactor, d.globalFactor);
-  grid.celda(fila, col::kGlobalImporte, d.globalImporte);
-  grid.celda(fila, col::kImpuestoImporte, d.impuestoImporte);
-  grid.celda(fila, col::kPrecioNeto, d.precioNeto);
-  grid.celda(fila, col::kTotal, com::Redondea(d.total, 2));
-  if (soloRecalcular) return true;
-  AnotaTarifa(fila, conError);
-  if (origen == OrigenPrecio::Acordado || origen == OrigenPrecio::Guardado) {
-    precioPerdido_ = "Renglón " + std::to_string(fila + 1) + ": el precio " +
-                     (origen == OrigenPrecio::Acordado ? "acordado, " : "guardado, ") + regional::Moneda(antes) +
-                     ", cambió al del hotel, " + regional::Moneda(com::CDbl(grid.celda(fila, col::kTotal)));
-  }
+  const PrecioDelHotel dado = PidePrecio(*this, fila, personas);
+  DesglosaRenglon(grid, fila, dado.porDesglosar);
+  AnotaTarifa(fila, dado.conError);
+  if (EsAcordado(origen)) AnotaPerdido(fila, origen, total);
   return true;
 }
 

@@ -48,10 +48,22 @@ void DerivaImportes(controles::Grid& grid, int fila, bool porImporte) {
   grid.celda(fila, col::kTotal, renglon.total);
 }
 
+bool EsAcordado(OrigenPrecio origen) { return origen == OrigenPrecio::Acordado || origen == OrigenPrecio::Guardado; }
+
+namespace {
+
 // A line with more persons than its room holds is refused elsewhere, and not priced again before.
 bool Excede(const CondicionesPrecio& c, const com::Variant& maximo) {
   return !CeldaVacia(maximo) && c.adultos + c.menores + c.infantes > com::CDbl(maximo);
 }
+
+// "Renglón 1: el precio acordado, $1,234.00"
+std::string NombraPrecio(int fila, OrigenPrecio origen, double total) {
+  return "Renglón " + std::to_string(fila + 1) + ": el precio " +
+         (origen == OrigenPrecio::Acordado ? "acordado, " : "guardado, ") + regional::Moneda(total);
+}
+
+}  // namespace
 
 // --- the lines ---
 
@@ -109,17 +121,21 @@ OrigenPrecio frmKV207::OrigenDe(int fila) const {
 
 std::string frmKV207::AvisoDePrecio() const {
   constexpr std::string_view kCambian[] = {col::kInicio, col::kFin, col::kAdultos, col::kMenores, col::kInfantes};
+  if (!Controles.EnEdicion()) return {};
   const bool enRenglones = foco() == &ssReservaciones || foco() == &dpFechaGrid;
   const int fila = ssReservaciones.fila();
   const OrigenPrecio origen = OrigenDe(fila);
-  if (!Controles.EnEdicion() || !enRenglones || origen == OrigenPrecio::Ninguno || origen == OrigenPrecio::Hotel ||
+  if (!enRenglones || !EsAcordado(origen) ||
       std::ranges::find(kCambian, ssReservaciones.ClaveColumna()) == std::end(kCambian)) {
-    return Controles.EnEdicion() ? precioPerdido_ : std::string();
+    return precioPerdido_;
   }
-  return "Renglón " + std::to_string(fila + 1) + ": el precio " +
-         (origen == OrigenPrecio::Acordado ? "acordado, " : "guardado, ") +
-         regional::Moneda(com::CDbl(ssReservaciones.celda(fila, col::kTotal))) +
+  return NombraPrecio(fila, origen, com::CDbl(ssReservaciones.celda(fila, col::kTotal))) +
          ", se pierde si cambia fechas o personas: se pide otra vez el del hotel";
+}
+
+void frmKV207::AnotaPerdido(int fila, OrigenPrecio origen, double total) {
+  precioPerdido_ = NombraPrecio(fila, origen, total) + ", cambió al del hotel, " +
+                   regional::Moneda(com::CDbl(ssReservaciones.celda(fila, col::kTotal)));
 }
 
 bool frmKV207::PoneAlDia(int fila) {

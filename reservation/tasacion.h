@@ -6,8 +6,11 @@
 
 #include "platform/com/fecha.h"
 #include "platform/controls/grid.h"
+#include "publico/captura.h"
 
 namespace kv207 {
+
+using publico::OrigenPrecio;
 
 struct CondicionesEncabezado {
   std::string huesped;
@@ -39,6 +42,9 @@ struct PrecioRenglon {
   bool incompleto = false;         // the hotel had no price, or the agreed one could not be broken down
   std::optional<Acuerdo> acuerdo;  // none: the hotel's price
 };
+
+// A price that was agreed: changing dates or persons loses it.
+[[nodiscard]] bool EsAcordado(OrigenPrecio origen);
 
 enum class Falta { Nada, Convertir, Tasar };
 // What the amounts of a line need under the conditions shown now. precio: null when the line has not been priced.
