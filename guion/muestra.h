@@ -32,12 +32,11 @@ Json MuestraColumnas(const controles::Grid& grid);
 // Day columns and rows of the board with the text and the style of every cell.
 Json MuestraTablero(const controles::Grid& grid);
 
-// "bitacora", "correos", "impresiones", "visor" or "pantallas", oldest first; nothing for another name.
 // Rows of the lists of change log and outbox.
 Json MuestraLista(const std::vector<autonomo::EntradaDeBitacora>& entradas);
 Json MuestraLista(const std::vector<autonomo::CorreoEnBandeja>& correos);
-// What the host has noted of its own doing: change log, mails, prints, records and screens that were opened, what was
-// done last. Nothing for another name.
+// What the host has noted of its own doing, "bitacora", "correos", "impresiones", "visor" or "pantallas", oldest first,
+// and "novedad", the last thing done; nothing for another name.
 std::optional<Json> MuestraAnotado(autonomo::Anfitrion& anfitrion, std::string_view nombre);
 
 }  // namespace guion

@@ -1,20 +1,17 @@
-// The orders that set up a hotel: what the assistant asks, in the same words.
-#include "guion/interprete.h"
+#include "guion/ordenes_hotel.h"
+
 #include "guion/muestra_hotel.h"
-#include "platform/com/error.h"
 
 namespace guion {
 
 namespace {
-
-[[noreturn]] void Error(const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); }
 
 constexpr const char* kUso =
     "Se escribe: hotel nombre TEXTO | sucursal TEXTO | moneda CLAVE NOMBRE | divisa CLAVE NOMBRE TASA | impuesto "
     "POR_CIENTO | precios con|sin | tipo NOMBRE INCLUIDAS MAXIMO PRECIO ADULTO_EXTRA MENOR_EXTRA HABITACIONES | "
     "usuario LOGIN NOMBRE CONTRASENA | crea | olvida";
 
-bool Toma(const std::vector<std::string>& p, std::string_view que, std::size_t palabras) {
+bool Toma(const Palabras& p, std::string_view que, std::size_t palabras) {
   if (p[1] != que) return false;
   if (p.size() != palabras + 2) Error(kUso);
   return true;
@@ -22,7 +19,21 @@ bool Toma(const std::vector<std::string>& p, std::string_view que, std::size_t p
 
 }  // namespace
 
-void Interprete::Hotel(const Palabras& p) {
+std::vector<Orden> OrdenesHotel::Ordenes() {
+  static constexpr DatosOrden<OrdenesHotel> kOrdenes[] = {
+      {"hotel", 1, 8, "hotel nombre|sucursal|moneda|divisa|impuesto|precios|tipo|usuario VALOR… | crea | olvida",
+       &OrdenesHotel::Hotel},
+  };
+  return Enlaza(*this, kOrdenes);
+}
+
+std::optional<Json> OrdenesHotel::Muestra(const std::string& que) {
+  if (que == "hotel") return MuestraHotel(hotelNuevo_, autonomo::SinHotel(*piezas_.anfitrion.conexion()));
+  if (que == "pendientes") return MuestraPendientes(autonomo::Pendientes(piezas_.anfitrion));
+  return std::nullopt;
+}
+
+void OrdenesHotel::Hotel(const Palabras& p) {
   autonomo::HotelNuevo& h = hotelNuevo_;
   if (Toma(p, "nombre", 1)) {
     h.nombre = p[2];
@@ -54,39 +65,6 @@ void Interprete::Hotel(const Palabras& p) {
   } else {
     Error(kUso);
   }
-}
-
-Json MuestraHotel(const autonomo::HotelNuevo& hotel, bool sinHotel) {
-  static constexpr const char* kNombres[] = {"hotel", "tipos", "habitaciones", "usuarios"};
-  Json reparos = Json::Arreglo(), resumen = Json::Arreglo();
-  bool bien = true;
-  for (const autonomo::ParteHotel parte : autonomo::kPartesHotel) {
-    const auto reparo = autonomo::Revisa(hotel, parte);
-    if (!reparo) continue;
-    bien = false;
-    reparos.Agrega(Json::Objeto()
-                       .Pon("parte", kNombres[static_cast<std::size_t>(parte)])
-                       .Pon("motivo", reparo->motivo)
-                       .Pon("campo", reparo->campo)
-                       .Pon("fila", reparo->fila));
-  }
-  if (bien) {
-    for (const std::string& linea : autonomo::ResumenDe(hotel)) resumen.Agrega(linea);
-  }
-  return Json::Objeto().Pon("sinHotel", sinHotel).Pon("reparos", std::move(reparos)).Pon("resumen", std::move(resumen));
-}
-
-Json MuestraPendientes(const std::vector<autonomo::Pendiente>& pendientes) {
-  Json lista = Json::Arreglo();
-  for (const autonomo::Pendiente& p : pendientes) {
-    lista.Agrega(Json::Objeto()
-                     .Pon("clave", p.clave)
-                     .Pon("estorba", p.estorba)
-                     .Pon("texto", p.texto)
-                     .Pon("tabla", p.tabla)
-                     .Pon("parametro", p.parametro));
-  }
-  return lista;
 }
 
 }  // namespace guion
