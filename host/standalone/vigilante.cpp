@@ -3,29 +3,17 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <charconv>
 #include <chrono>
-#include <iterator>
-#include <list>
-#include <optional>
 #include <thread>
 #include <type_traits>
 
-#include "host/contract/servicios.h"
-#include "host/standalone/documento.h"
+#include "host/standalone/cambio_ajeno.h"
 #include "host/standalone/palabras.h"
 #include "host/standalone/visto.h"
-#include "platform/ado/celda.h"
-#include "platform/regional/regional.h"
 
 namespace autonomo {
 
 namespace {
-
-// Reservations whose loaded version is kept; a screen shows one at a time.
-constexpr std::size_t kVistas = 16;
-// Entries of the change log that a refusal lists, newest last, and bytes of each.
-constexpr std::size_t kEntradas = 5, kLargoEntrada = 600;
 
 // How often a transaction that met another one is run again.
 constexpr int kIntentos = 5;
@@ -33,15 +21,6 @@ constexpr int kIntentos = 5;
 constexpr std::string_view kCarga = "SELECT Reservacion.*";
 constexpr std::string_view kCambioDeEstado = "UPDATE Reservacion SET";
 constexpr std::string_view kAsignaEstado = "Es_Cve_Estado = '";
-
-// A reservation as a screen loaded it.
-struct Vista {
-  std::string folio;
-  std::int32_t version = 0;
-  std::int32_t bitacora = 0;  // last entry of its change log
-  ado::TextoSQL carga;        // the statement that shows it
-  Imagen imagen;
-};
 
 // A write of the open transaction, to be run again.
 struct Escritura {
@@ -51,60 +30,11 @@ struct Escritura {
   Conexion::Parametros parametros;
 };
 
-// States from which the screens change a reservation, and what the change is called.
-struct CambioDeEstado {
-  std::string_view a;
-  std::vector<std::string_view> desde;
-  const char* verbo;
-};
-const CambioDeEstado kCambios[] = {
-    {esquema::kConfirmada, {esquema::kActiva}, "confirmar"},
-    {esquema::kCancelada, {esquema::kActiva, esquema::kConfirmada}, "cancelar"},
-    {esquema::kActiva, {esquema::kCancelada}, "reactivar"},
-};
-
 // The last value of a statement of the screens: the folio in those that load or change a reservation.
 std::string UltimoValor(const ado::TextoSQL& s) {
   if (s.Valores().empty()) return {};
   const ado::Tramo t = s.Valores().back();
   return com::Recorta(s.Texto().substr(t.inicio, t.fin - t.inicio));
-}
-
-// "09/03/2026 10:30:15, LUPITA: TEXT"
-std::string Entrada(const com::Variant& fecha, const std::string& usuario, std::string texto) {
-  while (!texto.empty() && static_cast<unsigned char>(texto.back()) <= ' ') texto.pop_back();
-  if (texto.size() > kLargoEntrada) {
-    texto = texto.substr(0, BytesEnteros(texto, kLargoEntrada)) + "…";
-  }
-  const std::string cuando = fecha.EsNulo() ? std::string() : regional::TextoFecha(com::CDate(fecha)) + ", ";
-  return cuando + usuario + ": " + texto + "\r\n";
-}
-
-// A view as text: version, last entry and the image's fields, each part ended by kFin.
-constexpr char kFin = '\x1f';
-
-std::string EnTexto(const Vista& vista) {
-  std::string texto = std::to_string(vista.version) + kFin + std::to_string(vista.bitacora) + kFin;
-  for (const auto& [nombre, valor] : vista.imagen) texto += nombre + kFin + valor + kFin;
-  return texto;
-}
-
-// A text that is none leaves a version that no reservation has.
-void DeTexto(const std::string& texto, Vista& vista) {
-  std::vector<std::string> partes;
-  for (std::size_t desde = 0, fin = 0; (fin = texto.find(kFin, desde)) != std::string::npos; desde = fin + 1) {
-    partes.push_back(texto.substr(desde, fin - desde));
-  }
-  const auto numero = [&](std::size_t i) -> std::int32_t {
-    std::int32_t n = -1;
-    if (i < partes.size()) std::from_chars(partes[i].data(), partes[i].data() + partes[i].size(), n);
-    return n;
-  };
-  vista.version = numero(0);
-  if (vista.version < 0) return;
-  vista.bitacora = numero(1);
-  vista.imagen.clear();
-  for (std::size_t i = 2; i + 1 < partes.size(); i += 2) vista.imagen.emplace_back(partes[i], partes[i + 1]);
 }
 
 class ConexionVigilada final : public Conexion {
@@ -122,8 +52,8 @@ class ConexionVigilada final : public Conexion {
     ado::RecordsetPtr filas = Insiste([&] { return Escribe({Escritura::Modo::Pantalla, sentencia, {}}); });
     if (motor_->EnTransaccion()) {
       escrituras_.push_back({Escritura::Modo::Pantalla, sentencia, {}});
-    } else if (const Vista* vista = Busca(UltimoValor(sentencia))) {
-      Recuerda(LeeVista(vista->folio, vista->carga));
+    } else if (const Vista* vista = vistas_.Busca(UltimoValor(sentencia))) {
+      vistas_.Recuerda(LeeVista(*motor_, vista->folio, vista->carga));
     }
     return filas;
   }
@@ -169,12 +99,12 @@ class ConexionVigilada final : public Conexion {
     Insiste([&] {
       escritas.clear();
       for (const std::string& folio : tratadas_) {
-        if (const Vista* vista = Busca(folio)) escritas.push_back(LeeVista(folio, vista->carga));
+        if (const Vista* vista = vistas_.Busca(folio)) escritas.push_back(LeeVista(*motor_, folio, vista->carga));
       }
       motor_->CommitTrans();
     });
     Termina();
-    for (Vista& vista : escritas) Recuerda(std::move(vista));
+    for (Vista& vista : escritas) vistas_.Recuerda(std::move(vista));
     if (alTerminarTransaccion) alTerminarTransaccion(true);
   }
   void RollbackTrans() override {
@@ -197,28 +127,27 @@ class ConexionVigilada final : public Conexion {
     const std::string folio = com::Recorta(pedido);
     Reanuda();
     const bool tratada = std::ranges::find(tratadas_, folio) != tratadas_.end();
-    const Vista* vista = Busca(folio);
+    const Vista* vista = vistas_.Busca(folio);
     if (tratada || vista == nullptr) return {};
     Aparta(folio);
-    Vista ahora = LeeVista(folio, vista->carga);
+    Vista ahora = LeeVista(*motor_, folio, vista->carga);
     std::string texto;
     if (ahora.version != vista->version) {
       ahora.imagen = ImagenDe(*motor_->Execute(ahora.carga));
-      texto = "La reservación " + folio + " cambió después de que usted la abrió.\r\n" + Historia(*vista) +
-              Diferencias(vista->imagen, ahora.imagen);
-      Recuerda(std::move(ahora));
+      texto = TextoCambioAjeno(*motor_, folio, *vista, ahora.imagen);
+      vistas_.Recuerda(std::move(ahora));
     }
     if (texto.empty() && EnTransaccion()) tratadas_.push_back(folio);
     return texto;
   }
 
   std::string LoVisto(const std::string& folio) override {
-    const Vista* vista = Busca(com::Recorta(folio));
+    const Vista* vista = vistas_.Busca(com::Recorta(folio));
     return vista == nullptr ? std::string() : EnTexto(*vista);
   }
 
   void RetomaLoVisto(const std::string& folio, const std::string& visto) override {
-    if (Vista* vista = Busca(com::Recorta(folio))) DeTexto(visto, *vista);
+    if (Vista* vista = vistas_.Busca(com::Recorta(folio))) DeTexto(visto, *vista);
   }
 
   bool LeeConjuntos() const override { return motor_->LeeConjuntos(); }
@@ -247,13 +176,6 @@ class ConexionVigilada final : public Conexion {
       }
       if (motor_->EnTransaccion()) Rehace(intento);
     }
-  }
-
-  static com::Error Vencida(const std::string& sentencia) {
-    return {com::error::kOcupada,
-            "Otro programa guardó al mismo tiempo. No se guardó nada y lo capturado sigue en la pantalla: vuelva a "
-            "intentarlo",
-            sentencia};
   }
 
   void Rehace(int intento) {
@@ -310,9 +232,7 @@ class ConexionVigilada final : public Conexion {
     for (const std::string& folio : tratadas) {
       const std::string ajeno = CambioAjeno(folio);
       if (ajeno.empty()) continue;
-      throw com::Error(com::error::kOcupada, ajeno +
-                                                 "No se guardó nada y lo capturado sigue en la pantalla. Si vuelve a "
-                                                 "pedirlo, se hará con la reservación como está ahora");
+      throw GuardadoSobreOtro(ajeno);
     }
   }
 
@@ -338,33 +258,13 @@ class ConexionVigilada final : public Conexion {
 
   // --- versions
 
-  Vista* Busca(const std::string& folio) {
-    const auto it = std::ranges::find_if(vistas_, [&](const Vista& v) { return com::IgualSinCaja(v.folio, folio); });
-    return it == vistas_.end() ? nullptr : &*it;
-  }
-
-  void Recuerda(Vista vista) {
-    std::erase_if(vistas_, [&](const Vista& v) { return com::IgualSinCaja(v.folio, vista.folio); });
-    vistas_.push_front(std::move(vista));
-    if (vistas_.size() > kVistas) vistas_.pop_back();
-  }
-
-  // Version and last entry of the change log; without the image.
-  Vista LeeVista(const std::string& folio, const ado::TextoSQL& carga) {
-    const ado::RecordsetPtr version =
-        motor_->Consulta("SELECT Rv_Version FROM Reservacion_Version WHERE Rs_Folio = ?", {folio});
-    const ado::RecordsetPtr bitacora = motor_->Consulta(
-        "SELECT MAX(Bt_Id) FROM Bitacora WHERE Bt_Modulo = ? AND Bt_Clave = ?", {anfitrion::kModulo, folio});
-    return {folio, version->Eof() ? 0 : ado::CeldaEntero(*version, 0), ado::CeldaEntero(*bitacora, 0), carga, {}};
-  }
-
   // The version is read before what it stands for: a change in between is told once too often, never missed.
   ado::RecordsetPtr Muestra(const ado::TextoSQL& carga) {
     carga.Verifica();
-    Vista vista = LeeVista(UltimoValor(carga), carga);
+    Vista vista = LeeVista(*motor_, UltimoValor(carga), carga);
     ado::RecordsetPtr filas = motor_->Execute(carga);
     vista.imagen = ImagenDe(*filas);
-    Recuerda(std::move(vista));
+    vistas_.Recuerda(std::move(vista));
     return filas;
   }
 
@@ -374,57 +274,20 @@ class ConexionVigilada final : public Conexion {
     motor_->Consulta("UPDATE Reservacion_Version SET Rv_Version = Rv_Version WHERE Rs_Folio = ?", {folio});
   }
 
-  // Who changed it, when and what, from its change log; without an entry, who wrote it last.
-  std::string Historia(const Vista& vista) {
-    std::vector<std::string> entradas;
-    const ado::RecordsetPtr log = motor_->Consulta(
-        "SELECT Bt_Fecha, Bt_Usuario, Bt_Texto FROM Bitacora WHERE Bt_Modulo = ? AND Bt_Clave = ? AND Bt_Id > ? "
-        "ORDER BY Bt_Id",
-        {anfitrion::kModulo, vista.folio, vista.bitacora});
-    for (; !log->Eof(); log->MoveNext()) {
-      entradas.push_back(
-          Entrada(log->Fields(0).Value(), com::TextoDe(log->Fields(1).Value()), com::TextoDe(log->Fields(2).Value())));
-    }
-    if (entradas.empty()) {
-      const ado::RecordsetPtr sello =
-          motor_->Consulta("SELECT Fecha_Ult_Modif, Oper_Ult_Modif FROM Reservacion WHERE Rs_Folio = ?", {vista.folio});
-      if (sello->Eof()) return "Ya no existe.\r\n";
-      const std::string usuario = com::TextoDe(sello->Fields(1).Value());
-      return Entrada(sello->Fields(0).Value(), usuario.empty() ? "(sin usuario)" : usuario, "última modificación");
-    }
-    std::string texto;
-    const std::size_t desde = entradas.size() > kEntradas ? entradas.size() - kEntradas : 0;
-    for (std::size_t i = desde; i < entradas.size(); ++i) texto += entradas[i];
-    return texto;
-  }
-
   // Refuses a change of state on another version than the one seen, or from a state that it does not start from.
   void RevisaCambioDeEstado(const ado::TextoSQL& sentencia) {
     const std::string folio = UltimoValor(sentencia);
     const std::size_t lugar = sentencia.Texto().rfind(kAsignaEstado);
     if (folio.empty() || lugar == std::string::npos) return;
     const std::string nuevo = sentencia.Texto().substr(lugar + kAsignaEstado.size(), 2);
-    const auto* cambio = std::ranges::find(kCambios, std::string_view(nuevo), &CambioDeEstado::a);
-    if (cambio == std::end(kCambios)) return;
+    if (!EsPasoDeEstado(nuevo)) return;
     Aparta(folio);
     const std::string ajeno = CambioAjeno(folio);
-    const ado::RecordsetPtr actual =
-        motor_->Consulta("SELECT Es_Cve_Estado FROM Reservacion WHERE Rs_Folio = ?", {folio});
-    const auto rechaza = [](const std::string& texto) { throw com::Error(com::error::kRestriccion, texto); };
-    if (actual->Eof()) rechaza("La reservación " + folio + " ya no existe");
-    const std::string estado = com::Recorta(com::TextoDe(actual->Fields(0).Value()));
-    const bool permitido =
-        std::ranges::any_of(cambio->desde, [&](std::string_view desde) { return com::IgualSinCaja(estado, desde); });
-    if (!permitido) {
-      rechaza(ajeno + "La reservación " + folio + " está " + com::Minusculas(EstadoLegible(estado)) + ": no se puede " +
-              cambio->verbo);
-    }
-    if (!ajeno.empty())
-      rechaza(ajeno + "No se hizo nada. Si vuelve a pedirlo, se hará con la reservación como está ahora");
+    ExigePasoDeEstado(*motor_, folio, nuevo, ajeno);
   }
 
   std::shared_ptr<ConexionDeMotor> motor_;
-  std::list<Vista> vistas_;  // seen last first
+  Vistas vistas_;
   std::vector<Escritura> escrituras_;
   std::vector<std::string> tratadas_;  // folios whose version was checked in this transaction
   int preguntas_ = 0;                  // questions that stand

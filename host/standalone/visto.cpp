@@ -1,13 +1,19 @@
 #include "host/standalone/visto.h"
 
 #include <algorithm>
+#include <charconv>
 
+#include "host/contract/servicios.h"
 #include "host/standalone/documento.h"
+#include "platform/ado/celda.h"
 #include "platform/regional/regional.h"
 
 namespace autonomo {
 
 namespace {
+
+constexpr std::size_t kVistas = 16;
+constexpr char kFin = '\x1f';  // ends each part of a view as text
 
 struct CampoVisto {
   const char *columna, *nombre;
@@ -83,6 +89,48 @@ std::string Diferencias(const Imagen& antes, const Imagen& despues) {
     if (Busca(antes, nombre) == nullptr) texto += Linea(nombre, nullptr, &valor);
   }
   return texto;
+}
+
+Vista LeeVista(ConexionDeMotor& motor, const std::string& folio, const ado::TextoSQL& carga) {
+  const ado::RecordsetPtr version =
+      motor.Consulta("SELECT Rv_Version FROM Reservacion_Version WHERE Rs_Folio = ?", {folio});
+  const ado::RecordsetPtr bitacora = motor.Consulta(
+      "SELECT MAX(Bt_Id) FROM Bitacora WHERE Bt_Modulo = ? AND Bt_Clave = ?", {anfitrion::kModulo, folio});
+  return {folio, version->Eof() ? 0 : ado::CeldaEntero(*version, 0), ado::CeldaEntero(*bitacora, 0), carga, {}};
+}
+
+std::string EnTexto(const Vista& vista) {
+  std::string texto = std::to_string(vista.version) + kFin + std::to_string(vista.bitacora) + kFin;
+  for (const auto& [nombre, valor] : vista.imagen) texto += nombre + kFin + valor + kFin;
+  return texto;
+}
+
+void DeTexto(const std::string& texto, Vista& vista) {
+  std::vector<std::string> partes;
+  for (std::size_t desde = 0, fin = 0; (fin = texto.find(kFin, desde)) != std::string::npos; desde = fin + 1) {
+    partes.push_back(texto.substr(desde, fin - desde));
+  }
+  const auto numero = [&](std::size_t i) -> std::int32_t {
+    std::int32_t n = -1;
+    if (i < partes.size()) std::from_chars(partes[i].data(), partes[i].data() + partes[i].size(), n);
+    return n;
+  };
+  vista.version = numero(0);
+  if (vista.version < 0) return;
+  vista.bitacora = numero(1);
+  vista.imagen.clear();
+  for (std::size_t i = 2; i + 1 < partes.size(); i += 2) vista.imagen.emplace_back(partes[i], partes[i + 1]);
+}
+
+Vista* Vistas::Busca(const std::string& folio) {
+  const auto it = std::ranges::find_if(vistas_, [&](const Vista& v) { return com::IgualSinCaja(v.folio, folio); });
+  return it == vistas_.end() ? nullptr : &*it;
+}
+
+void Vistas::Recuerda(Vista vista) {
+  std::erase_if(vistas_, [&](const Vista& v) { return com::IgualSinCaja(v.folio, vista.folio); });
+  vistas_.push_front(std::move(vista));
+  if (vistas_.size() > kVistas) vistas_.pop_back();
 }
 
 }  // namespace autonomo
