@@ -39,7 +39,6 @@ void Guia::Empieza() {
   Muestra();
 }
 
-// The first room that is free from tomorrow on.
 bool Guia::EligeHabitacion() {
   recepcion::Cuadro cuadro;
   cuadro.Abre();
@@ -56,24 +55,22 @@ bool Guia::EligeHabitacion() {
 void Guia::CreaPasos() {
   const auto campo = [this](const char* nombre) { return [this, nombre] { return ZonaDe(nombre); }; };
   const auto boton = [this](Accion accion) { return [this, accion] { return ZonaDe(accion); }; };
+  const auto teclea = [this](const char* nombre, const char* texto) {
+    return [this, nombre, texto] { Teclea(nombre, texto); };
+  };
   const auto nada = [] {};
-  constexpr int kPrimera = kv207::kColumnasFijas;
   pasos_ = {
       {QStringLiteral(
            "Suena el teléfono: alguien quiere una habitación por dos noches, desde mañana. En este recorrido "
            "el programa captura la reservación por usted, con los botones y campos de siempre. Puede "
            "saltarlo cuando quiera: no queda nada a medias."),
        nullptr, nada},
-      {QStringLiteral("Con Nuevo (Ctrl+N) empieza una reservación."), boton(Accion::Nuevo),
-       [this] {
-         escritorio_.Pulsa(Accion::Limpiar);
-         escritorio_.Pulsa(Accion::Nuevo);
-       }},
+      {QStringLiteral("Con Nuevo (Ctrl+N) empieza una reservación."), boton(Accion::Nuevo), [this] { Comienza(); }},
       {QStringLiteral("Quién se hospeda: se escribe su clave, o parte de su nombre para buscarlo, y Enter. Quien llama "
                       "es el huésped 1."),
-       campo(control::kHuesped), [this] { Teclea(control::kHuesped, kHuesped); }},
+       campo(control::kHuesped), teclea(control::kHuesped, kHuesped)},
       {QStringLiteral("Cómo va a pagar. La 1 es efectivo; F2 enseña las demás."), campo(control::kFormaPago),
-       [this] { Teclea(control::kFormaPago, kFormaPago); }},
+       teclea(control::kFormaPago, kFormaPago)},
       {QStringLiteral(
            "La llegada y, a su lado, la salida: mañana, por dos noches. Se escribe 15/3, sólo el día, o +3."),
        campo(control::kLlegada),
@@ -83,32 +80,16 @@ void Guia::CreaPasos() {
        [this] { AbreTablero(); }},
       {QStringLiteral("Cada renglón es una habitación y cada columna una noche; lo verde está libre. Se marcan las dos "
                       "noches con un clic, o con Espacio, y se acepta (Ctrl+Enter)."),
-       [this] { return ZonaDeCeldas(*tablero_, FilaEnTablero(), kPrimera, kPrimera + kNoches - 1); },
-       [this] {
-         const std::string motivo = recepcion::MarcaTramos(*tablero_, llegada_, {{habitacion_, llegada_, salida_}});
-         if (motivo.empty()) return;
-         Avisa(motivo + "\r\nEl recorrido termina aquí.", caja::kAviso, escritorio_.Frente());
-         Salta();
-       },
-       true},
+       [this] { return ZonaDeNoches(); }, [this] { MarcaNoches(); }, true},
       {QStringLiteral("La habitación ya es un renglón de la reservación. Falta cuántos adultos, menores e infantes "
                       "llegan: son dos adultos."),
-       [this] {
-         auto* grid = Principal().Primero<controles::Grid>();
-         const int columna = grid->IndiceColumna(kv207::col::kAdultos);
-         return ZonaDeCeldas(Principal(), 0, columna, columna);
-       },
-       [this] { CapturaAdultos(); }},
+       [this] { return ZonaDeAdultos(); }, [this] { CapturaAdultos(); }},
       {QStringLiteral("Con eso tiene precio, y aquí está el total con impuestos, para decirlo por teléfono."),
        campo(control::kTotal), nada},
       {QStringLiteral(
            "Aceptar (Ctrl+Enter) la guarda. Se pregunta si se manda la confirmación por correo: conteste No y "
            "la verá impresa; se cierra con Esc."),
-       boton(Accion::Aceptar),
-       [this] {
-         // A refusal has said why.
-         if (!escritorio_.Pulsa(Accion::Aceptar) || EnCaptura(Principal())) viva_ = false;
-       }},
+       boton(Accion::Aceptar), [this] { Acepta(); }},
       {QStringLiteral("Listo. Lo demás del hotel está aquí (F10), y con una tecla: F5 el día, con la búsqueda de "
                       "cualquier reservación; F7 el cuadro de habitaciones; F8 cotizar. Ctrl+O vuelve a abrir la "
                       "última. El recorrido se repite en Ayuda."),
@@ -204,7 +185,22 @@ QRect Guia::ZonaDeCeldas(controles::Formulario& forma, int fila, int desde, int 
   return zona.isEmpty() ? zona : QRect(vista->widget()->mapTo(ventana, zona.topLeft()), zona.size());
 }
 
+QRect Guia::ZonaDeNoches() const {
+  constexpr int kPrimera = kv207::kColumnasFijas;
+  return ZonaDeCeldas(*tablero_, FilaEnTablero(), kPrimera, kPrimera + kNoches - 1);
+}
+
+QRect Guia::ZonaDeAdultos() const {
+  const int columna = Principal().Primero<controles::Grid>()->IndiceColumna(kv207::col::kAdultos);
+  return ZonaDeCeldas(Principal(), 0, columna, columna);
+}
+
 // --- what is done, as a user does it
+
+void Guia::Comienza() {
+  escritorio_.Pulsa(Accion::Limpiar);
+  escritorio_.Pulsa(Accion::Nuevo);
+}
 
 void Guia::Teclea(const char* campo, const std::string& texto) const {
   auto* suyo = controles::Como<controles::LookupField>(Principal().Busca(campo));
@@ -233,6 +229,13 @@ void Guia::AbreTablero() {
   viva_ = false;
 }
 
+void Guia::MarcaNoches() {
+  const std::string motivo = recepcion::MarcaTramos(*tablero_, llegada_, {{habitacion_, llegada_, salida_}});
+  if (motivo.empty()) return;
+  Avisa(motivo + "\r\nEl recorrido termina aquí.", caja::kAviso, escritorio_.Frente());
+  Salta();
+}
+
 int Guia::FilaEnTablero() const {
   const auto* grid = tablero_->Primero<controles::Grid>();
   for (int fila = 0; fila < grid->Filas(); ++fila) {
@@ -247,6 +250,11 @@ void Guia::CapturaAdultos() const {
   Principal().Enfoca(*grid);
   grid->Teclea(kAdultos);
   grid->Deja();
+}
+
+// A refusal has said why.
+void Guia::Acepta() {
+  if (!escritorio_.Pulsa(Accion::Aceptar) || EnCaptura(Principal())) viva_ = false;
 }
 
 }  // namespace vista

@@ -47,11 +47,17 @@ class Guia {
   QRect ZonaDe(controles::Accion accion) const;
   QRect ZonaDelMenu() const;
   QRect ZonaDeCeldas(controles::Formulario& forma, int fila, int desde, int hasta) const;
-  void Teclea(const char* campo, const std::string& texto) const;
+  QRect ZonaDeNoches() const;  // on the board, of the room that was chosen
+  QRect ZonaDeAdultos() const;
+  // The first room that is free from tomorrow on; false when there is none.
   bool EligeHabitacion();
+  int FilaEnTablero() const;  // of that room; -1 not shown
+  void Comienza();
+  void Teclea(const char* campo, const std::string& texto) const;
   void AbreTablero();
-  int FilaEnTablero() const;
+  void MarcaNoches();
   void CapturaAdultos() const;
+  void Acepta();
 
   EscritorioQt& escritorio_;
   std::vector<Paso> pasos_;
