@@ -161,100 +161,132 @@ bool ConfirmaOtraVez(const autonomo::CorreoEnBandeja& correo, QWidget* padre) {
                   caja::kPregunta, padre);
 }
 
+// Puts the buttons below the list and shows it until it is closed. lee: its rows for a file; otro: a button at their
+// left, null none.
+void MuestraLista(Lista& lista, const std::function<listado::Listado()>& lee, QPushButton* otro, const QSize& tamano) {
+  auto* botones = new QHBoxLayout;
+  if (otro != nullptr) botones->addWidget(otro);
+  botones->addStretch();
+  botones->addWidget(BotonExportar(&lista, lee, [&lista](const QString& texto) { lista.Dice(texto); }));
+  lista.caja()->addLayout(botones);
+  lista.Termina();
+  AjustaAPantalla(lista, tamano);
+  lista.Busca();
+  lista.exec();
+}
+
+// The outbox while it is shown.
+class Bandeja {
+ public:
+  Bandeja(autonomo::Anfitrion& anfitrion, QWidget* padre)
+      : anfitrion_(anfitrion),
+        conexion_(*anfitrion.conexion()),
+        lista_(
+            QStringLiteral("Correos"), QStringLiteral("correos"),
+            {QStringLiteral("Fecha"), QStringLiteral("Usuario"), QStringLiteral("Folio"), QStringLiteral("Para"),
+             QStringLiteral("Asunto"), QStringLiteral("Estado")},
+            [this](QTableWidget* tabla, const FiltroLista& filtro) { Llena(*tabla, filtro); }, padre) {}
+  Bandeja(const Bandeja&) = delete;
+  Bandeja& operator=(const Bandeja&) = delete;
+
+  void Muestra() {
+    PonImpedimento();
+    PonOtraVez();
+    Mira();
+    MuestraLista(lista_, [this] { return autonomo::ListadoDe(autonomo::LeeBandeja(conexion_, lista_.filtro())); },
+                 otraVez_, {920, 560});
+  }
+
+ private:
+  void Llena(QTableWidget& tabla, const FiltroLista& filtro) {
+    correos_ = autonomo::LeeBandeja(conexion_, filtro);
+    for (const auto& c : correos_) {
+      AgregaFila(&tabla, {Q(regional::TextoFecha(c.fecha)), Q(c.usuario), Q(c.folio), Q(c.para), Q(c.asunto),
+                          Q(autonomo::EstadoEnPalabras(c))});
+      tabla.item(tabla.rowCount() - 1, 0)->setData(Lista::kLlave, c.id);
+    }
+  }
+
+  void PonImpedimento() {
+    const std::string motivo = Impedimento(conexion_);
+    if (motivo.empty()) return;
+    auto* aviso = new QLabel(QStringLiteral("⚠ Desde este equipo no sale ningún correo: ") + Q(motivo), &lista_);
+    aviso->setObjectName(QStringLiteral("impedimento"));
+    aviso->setWordWrap(true);
+    lista_.caja()->addWidget(aviso);
+  }
+
+  void PonOtraVez() {
+    otraVez_ = new QPushButton(Icono(QStringLiteral("correo")), QStringLiteral("&Enviar otra vez"), &lista_);
+    otraVez_->setObjectName(QStringLiteral("otra_vez"));
+    otraVez_->setAutoDefault(false);
+    otraVez_->setEnabled(false);
+    QObject::connect(lista_.tabla(), &QTableWidget::itemSelectionChanged, otraVez_,
+                     [this] { otraVez_->setEnabled(Elegido() != nullptr && autonomo::SeEnviaOtraVez(*Elegido())); });
+    QObject::connect(otraVez_, &QPushButton::clicked, &lista_, [this] { EnviaOtraVez(); });
+  }
+
+  // The mail of the chosen row; null without one.
+  const autonomo::CorreoEnBandeja* Elegido() {
+    const QTableWidget& tabla = *lista_.tabla();
+    const bool hay = tabla.currentRow() >= 0 && !tabla.selectedItems().isEmpty();
+    return hay ? &correos_[static_cast<std::size_t>(tabla.currentRow())] : nullptr;
+  }
+
+  void EnviaOtraVez() {
+    if (Elegido() == nullptr) return;
+    const autonomo::CorreoEnBandeja correo = *Elegido();
+    if (!ConfirmaOtraVez(correo, &lista_)) return;
+    Corre([&] {
+      try {
+        autonomo::EnviaOtraVez(conexion_, correo.id, anfitrion_.reloj().Ahora());
+      } catch (const com::Error& e) {
+        Avisa(e.Descripcion(), caja::kAviso, &lista_);
+      }
+      lista_.Refresca();
+    });
+  }
+
+  // What becomes of the mails behind the clerk's back.
+  void Mira() {
+    constexpr int kMiradaMs = 2000;
+    QObject::connect(&mirada_, &QTimer::timeout, &lista_, [this] {
+      if (QApplication::activeModalWidget() != &lista_ || conexion_.EnTransaccion()) return;
+      try {
+        if (autonomo::LeeBandeja(conexion_, lista_.filtro()) != correos_) lista_.Refresca();
+      } catch (const com::Error&) {  // what she does next says so
+        mirada_.stop();
+      }
+    });
+    mirada_.start(kMiradaMs);
+  }
+
+  autonomo::Anfitrion& anfitrion_;
+  autonomo::Conexion& conexion_;
+  std::vector<autonomo::CorreoEnBandeja> correos_;  // a row each
+  Lista lista_;
+  QPushButton* otraVez_ = nullptr;
+  QTimer mirada_;
+};
+
 }  // namespace
 
 void MuestraBitacora(autonomo::Anfitrion& anfitrion, QWidget* padre) {
+  autonomo::Conexion& conexion = *anfitrion.conexion();
   Lista lista(
       QStringLiteral("Bitácora"), QStringLiteral("bitacora"),
       {QStringLiteral("Fecha"), QStringLiteral("Usuario"), QStringLiteral("Folio"), QStringLiteral("Cambio")},
       [&](QTableWidget* tabla, const FiltroLista& filtro) {
-        for (const auto& e : autonomo::LeeBitacora(*anfitrion.conexion(), filtro)) {
+        for (const auto& e : autonomo::LeeBitacora(conexion, filtro)) {
           AgregaFila(tabla, {Q(regional::TextoFecha(e.fecha)), Q(e.usuario), Q(e.folio),
                              Q(autonomo::SinLineasVacias(e.texto))});
         }
       },
       padre);
-  auto* botones = new QHBoxLayout;
-  botones->addStretch();
-  botones->addWidget(BotonExportar(
-      &lista, [&] { return autonomo::ListadoDe(autonomo::LeeBitacora(*anfitrion.conexion(), lista.filtro())); },
-      [&](const QString& texto) { lista.Dice(texto); }));
-  lista.caja()->addLayout(botones);
-  lista.Termina();
-  AjustaAPantalla(lista, {760, 560});
-  lista.Busca();
-  lista.exec();
+  MuestraLista(lista, [&] { return autonomo::ListadoDe(autonomo::LeeBitacora(conexion, lista.filtro())); }, nullptr,
+               {760, 560});
 }
 
-void MuestraBandeja(autonomo::Anfitrion& anfitrion, QWidget* padre) {
-  autonomo::Conexion& conexion = *anfitrion.conexion();
-  std::vector<autonomo::CorreoEnBandeja> correos;  // a row each
-  Lista lista(
-      QStringLiteral("Correos"), QStringLiteral("correos"),
-      {QStringLiteral("Fecha"), QStringLiteral("Usuario"), QStringLiteral("Folio"), QStringLiteral("Para"),
-       QStringLiteral("Asunto"), QStringLiteral("Estado")},
-      [&](QTableWidget* tabla, const FiltroLista& filtro) {
-        correos = autonomo::LeeBandeja(conexion, filtro);
-        for (const auto& c : correos) {
-          AgregaFila(tabla, {Q(regional::TextoFecha(c.fecha)), Q(c.usuario), Q(c.folio), Q(c.para), Q(c.asunto),
-                             Q(autonomo::EstadoEnPalabras(c))});
-          tabla->item(tabla->rowCount() - 1, 0)->setData(Lista::kLlave, c.id);
-        }
-      },
-      padre);
-  if (const std::string motivo = Impedimento(conexion); !motivo.empty()) {
-    auto* aviso = new QLabel(QStringLiteral("⚠ Desde este equipo no sale ningún correo: ") + Q(motivo), &lista);
-    aviso->setObjectName(QStringLiteral("impedimento"));
-    aviso->setWordWrap(true);
-    lista.caja()->addWidget(aviso);
-  }
-  auto* otraVez = new QPushButton(Icono(QStringLiteral("correo")), QStringLiteral("&Enviar otra vez"), &lista);
-  otraVez->setObjectName(QStringLiteral("otra_vez"));
-  otraVez->setAutoDefault(false);
-  otraVez->setEnabled(false);
-  QTableWidget* tabla = lista.tabla();
-  const auto elegido = [&]() -> const autonomo::CorreoEnBandeja* {
-    const bool hay = tabla->currentRow() >= 0 && !tabla->selectedItems().isEmpty();
-    return hay ? &correos[static_cast<std::size_t>(tabla->currentRow())] : nullptr;
-  };
-  QObject::connect(tabla, &QTableWidget::itemSelectionChanged, otraVez,
-                   [&] { otraVez->setEnabled(elegido() != nullptr && autonomo::SeEnviaOtraVez(*elegido())); });
-  QObject::connect(otraVez, &QPushButton::clicked, &lista, [&] {
-    if (elegido() == nullptr) return;
-    const autonomo::CorreoEnBandeja correo = *elegido();
-    if (!ConfirmaOtraVez(correo, &lista)) return;
-    Corre([&] {
-      try {
-        autonomo::EnviaOtraVez(conexion, correo.id, anfitrion.reloj().Ahora());
-      } catch (const com::Error& e) {
-        Avisa(e.Descripcion(), caja::kAviso, &lista);
-      }
-      lista.Refresca();
-    });
-  });
-  // What becomes of them behind the clerk's back.
-  constexpr int kMiradaMs = 2000;
-  QTimer mirada;
-  QObject::connect(&mirada, &QTimer::timeout, &lista, [&] {
-    if (QApplication::activeModalWidget() != &lista || conexion.EnTransaccion()) return;
-    try {
-      if (autonomo::LeeBandeja(conexion, lista.filtro()) != correos) lista.Refresca();
-    } catch (const com::Error&) {  // what she does next says so
-      mirada.stop();
-    }
-  });
-  mirada.start(kMiradaMs);
-  auto* botones = new QHBoxLayout;
-  botones->addWidget(otraVez);
-  botones->addStretch();
-  botones->addWidget(BotonExportar(
-      &lista, [&] { return autonomo::ListadoDe(autonomo::LeeBandeja(conexion, lista.filtro())); },
-      [&](const QString& texto) { lista.Dice(texto); }));
-  lista.caja()->addLayout(botones);
-  lista.Termina();
-  AjustaAPantalla(lista, {920, 560});
-  lista.Busca();
-  lista.exec();
-}
+void MuestraBandeja(autonomo::Anfitrion& anfitrion, QWidget* padre) { Bandeja(anfitrion, padre).Muestra(); }
 
 }  // namespace vista
