@@ -159,6 +159,29 @@ void Comienza(autonomo::Anfitrion& anfitrion, EscritorioQt& escritorio, Mostrado
   mostrador.AbreHoy();
 }
 
+// What the database's server wants; nothing when the person gives none.
+std::optional<std::string> PideContrasena(const std::string& pregunta) {
+  bool aceptada = false;
+  const QString dada = QInputDialog::getText(nullptr, QStringLiteral("Contraseña"), Q(pregunta + ":"),
+                                             QLineEdit::Password, QString(), &aceptada);
+  return aceptada ? std::optional(dada.toStdString()) : std::nullopt;
+}
+
+// For the menu of hotels and the next start.
+void RecuerdaHotel(const autonomo::Anfitrion& anfitrion, const OpcionesPrograma& opciones) {
+  if (!opciones.anfitrion.base.EnMemoria()) ajustes::AnotaReciente(NombreEntero(anfitrion.base()));
+  if (opciones.elegido) ajustes::FijaHotelPropio(NombreEntero(anfitrion.base()));
+}
+
+// Whoever leaves a locked screen to another finds her capture when she comes back.
+void DejaCaptura(CuidaCaptura& cuida, int estado) {
+  if (estado == kOtroUsuario) {
+    vista::Corre([&] { cuida.Guarda(); });
+  } else {
+    cuida.Olvida();
+  }
+}
+
 }  // namespace
 
 int RevisaPantalla(int argc, char** argv) {
@@ -279,24 +302,29 @@ void Programa::VaAOtroHotel(bool nuevo, const std::string& abierto, EscritorioQt
   QApplication::exit(kOtraSesion);
 }
 
+void Programa::AmpliaMenu(autonomo::Anfitrion& anfitrion, EscritorioQt& escritorio, Guia& guia) {
+  auto& menu = escritorio.contexto().menu;
+  const auto otro = [this, &anfitrion, &escritorio](bool nuevo) {
+    return [this, &anfitrion, &escritorio, nuevo] { VaAOtroHotel(nuevo, anfitrion.base(), escritorio); };
+  };
+  menu.push_back({QStringLiteral("&Nuevo hotel…"), otro(true), 0});
+  menu.push_back({QStringLiteral("Abr&ir otro hotel…"), otro(false), 0});
+  if (escritorio.contexto().demo) {
+    menu.push_back({QStringLiteral("&Recorrido para empezar"), [&guia] { guia.Empieza(); }, 0, kAyuda});
+  }
+}
+
 int Programa::CorreVentana(OpcionesPrograma opciones) {
   FirmaVentanas(false);
   std::optional<std::string> contrasena;  // as typed last
-  opciones.anfitrion.base.pideContrasena = [&contrasena](const std::string& pregunta) -> std::optional<std::string> {
-    bool aceptada = false;
-    const QString dada = QInputDialog::getText(nullptr, QStringLiteral("Contraseña"), Q(pregunta + ":"),
-                                               QLineEdit::Password, QString(), &aceptada);
-    contrasena = aceptada ? std::optional(dada.toStdString()) : std::nullopt;
-    return contrasena;
-  };
+  autonomo::OpcionesConexion& base = opciones.anfitrion.base;
+  base.pideContrasena = [&contrasena](const std::string& pregunta) { return contrasena = PideContrasena(pregunta); };
   opciones.anfitrion.identifica = [usuario = opciones.anfitrion.usuario](autonomo::Conexion& conexion) {
     return PideAcceso(conexion, usuario);
   };
   autonomo::Anfitrion anfitrion(opciones.anfitrion);
   const bool recien = AtiendeHotelNuevo(anfitrion, opciones.elegido);
-  const autonomo::OpcionesConexion& base = opciones.anfitrion.base;
-  if (!base.EnMemoria()) ajustes::AnotaReciente(NombreEntero(anfitrion.base()));
-  if (opciones.elegido) ajustes::FijaHotelPropio(NombreEntero(anfitrion.base()));
+  RecuerdaHotel(anfitrion, opciones);
   anfitrion.RegistraClases();
   const Olvido olvido;  // after the screens, before the host
   EscritorioQt escritorio;
@@ -304,28 +332,23 @@ int Programa::CorreVentana(OpcionesPrograma opciones) {
   Guia guia(escritorio);
   ConectaAnfitrion(escritorio, anfitrion, mostrador);
   FirmaVentanas(escritorio.contexto().demo);
-  const auto otro = [&](bool nuevo) { return [&, nuevo] { VaAOtroHotel(nuevo, anfitrion.base(), escritorio); }; };
-  auto& menu = escritorio.contexto().menu;
-  menu.push_back({QStringLiteral("&Nuevo hotel…"), otro(true), 0});
-  menu.push_back({QStringLiteral("Abr&ir otro hotel…"), otro(false), 0});
-  if (escritorio.contexto().demo) {
-    menu.push_back({QStringLiteral("&Recorrido para empezar"), [&guia] { guia.Empieza(); }, 0, kAyuda});
-  }
+  AmpliaMenu(anfitrion, escritorio, guia);
   controles::FijaEscritorio(&escritorio);
   guion::Componente componente;
   QApplication::setQuitOnLastWindowClosed(false);
   escritorio.alTerminar = [] { QApplication::quit(); };
   CorrigeParametros(anfitrion);
   // A further connection asks nobody: it knows what was typed here.
-  autonomo::OpcionesConexion aparte = opciones.anfitrion.base;
+  autonomo::OpcionesConexion aparte = base;
   aparte.pideContrasena = [contrasena](const std::string&) { return contrasena; };
   const Reparto reparto(anfitrion, aparte);
   const auto bloqueo = PoneBloqueo(anfitrion, aparte, escritorio);  // before the windows, which take its menu
   componente.Abre(anfitrion.Padre());
   mostrador.Vigila(componente.formulario());
   std::optional<CuidaCaptura> cuida;
-  if (!base.EnMemoria())
+  if (!base.EnMemoria()) {
     cuida.emplace(escritorio, anfitrion, mostrador.quitados(), autonomo::registro::CarpetaDeEstado());
+  }
   QObject vida;  // no signal is attended to after the screen's end
   AtiendeSenales(&vida, [&] {
     if (escritorio.PermiteSalir(componente.formulario())) QApplication::exit(kBien);
@@ -341,12 +364,7 @@ int Programa::CorreVentana(OpcionesPrograma opciones) {
     });
   });
   const int estado = QApplication::exec();
-  // Whoever leaves a locked screen to another finds her capture when she comes back.
-  if (cuida && estado == kOtroUsuario) {
-    vista::Corre([&] { cuida->Guarda(); });
-  } else if (cuida) {
-    cuida->Olvida();
-  }
+  if (cuida) DejaCaptura(*cuida, estado);
   return estado;
 }
 

@@ -7,6 +7,10 @@
 
 #include "desktop/opciones.h"
 
+namespace autonomo {
+class Anfitrion;
+}  // namespace autonomo
+
 namespace vista {
 
 // Exit statuses.
@@ -17,6 +21,7 @@ inline constexpr int kBien = 0, kFalla = 1, kMalUso = 2;
 int RevisaPantalla(int argc, char** argv);
 
 class EscritorioQt;
+class Guia;
 
 class Programa {
  public:
@@ -30,7 +35,11 @@ class Programa {
   int CorreAnotando(const OpcionesPrograma& opciones);
   // Sessions one after the other: of another user, or at another hotel.
   int CorreSesiones(const OpcionesPrograma& opciones);
+  // One session and its windows; gives why it ended: an exit status, kOtraSesion or kOtroUsuario. What is raised comes
+  // before the windows are up: there was no session.
   int CorreVentana(OpcionesPrograma opciones);
+  // What a session alone offers: other hotels; at the one to practise in, the tour.
+  void AmpliaMenu(autonomo::Anfitrion& anfitrion, EscritorioQt& escritorio, Guia& guia);
   // Ends the session for one at the hotel that the person wants, once an open capture may go.
   void VaAOtroHotel(bool nuevo, const std::string& abierto, EscritorioQt& escritorio);
   int CorreGuion(const OpcionesPrograma& opciones);
