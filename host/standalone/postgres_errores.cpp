@@ -101,6 +101,62 @@ bool IgualLetra(char a, char b) {
   return baja(a) == baja(b);
 }
 
+// Why no connection came about, by the words of the library or the server, which speak English or Spanish.
+struct Causa {
+  std::string_view ingles, espanol;
+  const char* texto;
+};
+// The first that fits counts.
+constexpr Causa kCausas[] = {
+    {"password authentication failed", "autentificación password falló",
+     "La contraseña o el usuario de la base de datos no son correctos"},
+    {"no password supplied", "no se ha proporcionado", "Falta la contraseña de la base de datos"},
+    {"does not match host name", "no coincide con el nombre",
+     "El certificado del servidor de la base de datos es de otro servidor: quizá la dirección está mal escrita"},
+    {"certificate verify failed", "verificación de certificado",
+     "El certificado del servidor de la base de datos no vale: venció, todavía no empieza a valer o no lo firmó la "
+     "autoridad que esta máquina conoce. Avise a quien cuida el servidor"},
+    {"root certificate", "certificado raíz",
+     "Falta en esta máquina el certificado de la autoridad que firma el del servidor (sslrootcert)"},
+    {"certificate", "certificado", "El certificado del servidor de la base de datos no vale"},
+    {"does not support SSL", "no soporta SSL",
+     "El servidor de la base de datos no cifra la conexión, y sin cifrar no se trabaja con otra máquina"},
+    {"pg_hba.conf", "pg_hba.conf", "El servidor de la base de datos no admite a este usuario desde esta máquina"},
+    {"not permitted to log in", "no tiene permitido", "El usuario no puede entrar en el servidor de la base de datos"},
+    {"too many connections", "demasiadas conexiones",
+     "El servidor de la base de datos no admite más conexiones de este usuario o a esta base"},
+    {"permission denied for database", "permiso denegado a la base",
+     "El usuario no tiene permiso para esa base de datos"},
+    {"not currently accepting connections", "no acepta conexiones", "La base de datos no admite conexiones ahora"},
+    {"role \"", "el rol", "El usuario no existe en el servidor de la base de datos"},
+    {"database \"", "la base de datos «", "La base de datos no existe en el servidor"},
+    {"could not translate host name", "no se pudo traducir el nombre",
+     "No se encuentra el servidor de la base de datos"},
+    {"definition of service", "servicio", "El servicio no está en el archivo de servicios de esta máquina"},
+    {"too many clients", "demasiados clientes", "El servidor de la base de datos no admite más conexiones ahora"},
+    {"starting up", "está iniciándose", "El servidor de la base de datos está arrancando; espere un momento"},
+    {"recovery mode", "en modo de recuperación",
+     "El servidor de la base de datos se está recuperando; espere un momento"},
+    {"shutting down", "se está apagando", "El servidor de la base de datos se está apagando"},
+    {"Network is unreachable", "red es inaccesible", "No hay red hasta el servidor de la base de datos"},
+    {"No route to host", "No hay ruta", "No hay red hasta el servidor de la base de datos"},
+    {"invalid port number", "número de puerto no válido",
+     "La dirección de la base de datos no está bien escrita: el puerto"},
+    {"invalid sslmode", "sslmode no es válido", "La dirección de la base de datos no está bien escrita: sslmode"},
+    {"invalid connection option", "opción de conexión no válida",
+     "La dirección de la base de datos no está bien escrita: tiene una opción que no existe"},
+    {"server closed the connection", "cerró la conexión",
+     "No se pudo conectar con el servidor de la base de datos: cortó la conexión"},
+    {"Is the server running", "¿Está el servidor en ejecución",
+     "No se pudo conectar con el servidor de la base de datos: puede estar apagado; vuelva a intentarlo en un "
+     "momento"},
+    {"Connection refused", "Conexión rehusada",
+     "No se pudo conectar con el servidor de la base de datos: puede estar apagado; vuelva a intentarlo en un "
+     "momento"},
+    {"timeout expired", "tiempo de espera",
+     "No se pudo conectar con el servidor de la base de datos: no contesta; vuelva a intentarlo en un momento"},
+};
+
 }  // namespace
 
 std::string CodigoDe(const PGresult* resultado) { return Campo(resultado, PG_DIAG_SQLSTATE); }
@@ -163,61 +219,6 @@ com::Error ErrorPostgres(const PGresult* resultado, std::string_view sentencia) 
 }
 
 com::Error ErrorDeConexion(const std::string& mensaje) {
-  struct Causa {
-    std::string_view ingles, espanol;
-    const char* texto;
-  };
-  // The first that fits.
-  constexpr Causa kCausas[] = {
-      {"password authentication failed", "autentificación password falló",
-       "La contraseña o el usuario de la base de datos no son correctos"},
-      {"no password supplied", "no se ha proporcionado", "Falta la contraseña de la base de datos"},
-      {"does not match host name", "no coincide con el nombre",
-       "El certificado del servidor de la base de datos es de otro servidor: quizá la dirección está mal escrita"},
-      {"certificate verify failed", "verificación de certificado",
-       "El certificado del servidor de la base de datos no vale: venció, todavía no empieza a valer o no lo firmó la "
-       "autoridad que esta máquina conoce. Avise a quien cuida el servidor"},
-      {"root certificate", "certificado raíz",
-       "Falta en esta máquina el certificado de la autoridad que firma el del servidor (sslrootcert)"},
-      {"certificate", "certificado", "El certificado del servidor de la base de datos no vale"},
-      {"does not support SSL", "no soporta SSL",
-       "El servidor de la base de datos no cifra la conexión, y sin cifrar no se trabaja con otra máquina"},
-      {"pg_hba.conf", "pg_hba.conf", "El servidor de la base de datos no admite a este usuario desde esta máquina"},
-      {"not permitted to log in", "no tiene permitido",
-       "El usuario no puede entrar en el servidor de la base de datos"},
-      {"too many connections", "demasiadas conexiones",
-       "El servidor de la base de datos no admite más conexiones de este usuario o a esta base"},
-      {"permission denied for database", "permiso denegado a la base",
-       "El usuario no tiene permiso para esa base de datos"},
-      {"not currently accepting connections", "no acepta conexiones", "La base de datos no admite conexiones ahora"},
-      {"role \"", "el rol", "El usuario no existe en el servidor de la base de datos"},
-      {"database \"", "la base de datos «", "La base de datos no existe en el servidor"},
-      {"could not translate host name", "no se pudo traducir el nombre",
-       "No se encuentra el servidor de la base de datos"},
-      {"definition of service", "servicio", "El servicio no está en el archivo de servicios de esta máquina"},
-      {"too many clients", "demasiados clientes", "El servidor de la base de datos no admite más conexiones ahora"},
-      {"starting up", "está iniciándose", "El servidor de la base de datos está arrancando; espere un momento"},
-      {"recovery mode", "en modo de recuperación",
-       "El servidor de la base de datos se está recuperando; espere un momento"},
-      {"shutting down", "se está apagando", "El servidor de la base de datos se está apagando"},
-      {"Network is unreachable", "red es inaccesible", "No hay red hasta el servidor de la base de datos"},
-      {"No route to host", "No hay ruta", "No hay red hasta el servidor de la base de datos"},
-      {"invalid port number", "número de puerto no válido",
-       "La dirección de la base de datos no está bien escrita: el puerto"},
-      {"invalid sslmode", "sslmode no es válido", "La dirección de la base de datos no está bien escrita: sslmode"},
-      {"invalid connection option", "opción de conexión no válida",
-       "La dirección de la base de datos no está bien escrita: tiene una opción que no existe"},
-      {"server closed the connection", "cerró la conexión",
-       "No se pudo conectar con el servidor de la base de datos: cortó la conexión"},
-      {"Is the server running", "¿Está el servidor en ejecución",
-       "No se pudo conectar con el servidor de la base de datos: puede estar apagado; vuelva a intentarlo en un "
-       "momento"},
-      {"Connection refused", "Conexión rehusada",
-       "No se pudo conectar con el servidor de la base de datos: puede estar apagado; vuelva a intentarlo en un "
-       "momento"},
-      {"timeout expired", "tiempo de espera",
-       "No se pudo conectar con el servidor de la base de datos: no contesta; vuelva a intentarlo en un momento"},
-  };
   for (const Causa& causa : kCausas) {
     if (mensaje.find(causa.ingles) == std::string::npos && mensaje.find(causa.espanol) == std::string::npos) continue;
     return {kBaseDatos, causa.texto};
