@@ -206,48 +206,33 @@ void MideCuadro() {
   std::printf("%-44s %8.1f ms\n", "tape chart painted whole", entera);
 }
 
-int Mide(int argc, char** argv) {
-  QElapsedTimer desdeElInicio;
-  desdeElInicio.start();
-  setenv("QT_QPA_PLATFORM", "offscreen", 0);
-  std::string ruta = (std::filesystem::temp_directory_path() / "bench_kv207.db").string();
+struct Argumentos {
+  std::string hotel = (std::filesystem::temp_directory_path() / "bench_kv207.db").string();
   int veces = 41;  // openings of the board
+};
+
+Argumentos LeeArgumentos(int argc, char** argv) {
+  Argumentos a;
   for (int i = 1; i < argc; ++i) {
-    if (std::strncmp(argv[i], "--hotel=", 8) == 0) ruta = argv[i] + 8;
+    if (std::strncmp(argv[i], "--hotel=", 8) == 0) a.hotel = argv[i] + 8;
     if (std::strncmp(argv[i], "--veces=", 8) == 0)
-      veces = std::max(1, static_cast<int>(std::strtol(argv[i] + 8, nullptr, 10)));
+      a.veces = std::max(1, static_cast<int>(std::strtol(argv[i] + 8, nullptr, 10)));
   }
-  const bool habia = std::filesystem::exists(ruta);
-  banco::ConstruyeHotel(ruta);
-  qInstallMessageHandler(SinPalabreria);
-  QApplication aplicacion(argc, argv);
-  vista::AplicaEstilo(aplicacion, vista::Tema::Claro);
-  QApplication::setQuitOnLastWindowClosed(false);
+  return a;
+}
 
-  autonomo::Opciones opciones;
-  opciones.base.ruta = ruta;
-  opciones.ahora = banco::Hoy();
-  autonomo::Anfitrion anfitrion(opciones);
-  anfitrion.RegistraClases();
-  EscritorioMedido escritorio;
-  controles::FijaEscritorio(&escritorio);
-  guion::Componente componente;
-  componente.Abre(anfitrion.Padre());
-  auto& renglones = dynamic_cast<controles::Grid&>(*componente.formulario().Busca(kv207::control::kRenglones));
-  Testigo pantalla(Celdas(escritorio, componente.formulario(), renglones));
-  EsperaPintado(pantalla);
-  // The clerk's hands are on the keyboard: the pointer rests below, where nothing lights up.
-  QCursor::setPos(QGuiApplication::primaryScreen()->geometry().bottomRight());
-  if (habia) std::printf("%-44s %8.1f ms\n", "start to a painted screen", static_cast<double>(desdeElInicio.elapsed()));
-
-  controles::Formulario& reservacion = componente.formulario();
-  auto& tablero = dynamic_cast<kv207::frmDisponibilidad&>(componente.tablero());
+// A new reservation of the nights that the board is to show.
+void EmpiezaReservacion(controles::Formulario& reservacion) {
   dynamic_cast<controles::ScreenToolbar&>(*reservacion.Busca(kv207::control::kBarra)).Pulsa(controles::Accion::Nuevo);
   auto& llegada = dynamic_cast<controles::DateField&>(*reservacion.Busca(kv207::control::kLlegada));
   auto& dias = dynamic_cast<controles::LookupField&>(*reservacion.Busca(kv207::control::kDias));
   llegada.Fija(banco::Hoy());
   dias.Teclea(std::to_string(banco::kNoches));
+}
 
+// The board, opened again and again; beside it what its load alone costs, and what any window does.
+void MideAperturas(EscritorioMedido& escritorio, controles::Formulario& reservacion, kv207::frmDisponibilidad& tablero,
+                   int veces) {
   // The room view first, so that every later opening keeps it.
   AbreTablero(escritorio, reservacion, [&](controles::Formulario&) { tablero.opHabitacion.Pulsa(); });
 
@@ -280,26 +265,62 @@ int Mide(int argc, char** argv) {
     std::printf("%-44s %8.1f ms, processor %5.1f ms  (%.2f times the load)\n", titulo, MedianaDe(tramo->reloj),
                 procesador, procesador / base);
   }
+}
 
-  AbreTablero(escritorio, reservacion, [&](controles::Formulario& t) {
-    Testigo testigo(Celdas(escritorio, t, tablero.ssDisponibilidad));
+// A mark and a scroll step on the board that is shown.
+void MideUso(EscritorioMedido& escritorio, controles::Formulario& forma, controles::Grid& grid) {
+  Testigo testigo(Celdas(escritorio, forma, grid));
+  EsperaPintado(testigo);
+  auto& vista = dynamic_cast<vista::VistaGrid&>(*escritorio.ventana(forma)->vista(grid));
+  int libre = 0;
+  while (libre < grid.Filas() && grid.estilo(libre, 2) != static_cast<int>(kv207::EstadoCelda::Disponible)) ++libre;
+  const double marca = Mediana(200, [&] {
+    grid.ClicCelda(libre, 2);
     EsperaPintado(testigo);
-    auto& vista = dynamic_cast<vista::VistaGrid&>(*escritorio.ventana(t)->vista(tablero.ssDisponibilidad));
-    controles::Grid& grid = tablero.ssDisponibilidad;
-    int libre = 0;
-    while (libre < grid.Filas() && grid.estilo(libre, 2) != static_cast<int>(kv207::EstadoCelda::Disponible)) ++libre;
-    const double marca = Mediana(200, [&] {
-      grid.ClicCelda(libre, 2);
-      EsperaPintado(testigo);
-    });
-    std::printf("%-44s %8.2f ms\n", "a mark to its painted cell", marca);
-    QScrollBar* barra = vista.tabla(2)->verticalScrollBar();
-    const double corre = Mediana(200, [&] {
-      barra->setValue(barra->value() >= barra->maximum() ? 0 : barra->value() + 60);
-      EsperaPintado(testigo);
-    });
-    std::printf("%-44s %8.2f ms\n", "a scroll step, painted", corre);
   });
+  std::printf("%-44s %8.2f ms\n", "a mark to its painted cell", marca);
+  QScrollBar* barra = vista.tabla(2)->verticalScrollBar();
+  const double corre = Mediana(200, [&] {
+    barra->setValue(barra->value() >= barra->maximum() ? 0 : barra->value() + 60);
+    EsperaPintado(testigo);
+  });
+  std::printf("%-44s %8.2f ms\n", "a scroll step, painted", corre);
+}
+
+int Mide(int argc, char** argv) {
+  QElapsedTimer desdeElInicio;
+  desdeElInicio.start();
+  setenv("QT_QPA_PLATFORM", "offscreen", 0);
+  const Argumentos argumentos = LeeArgumentos(argc, argv);
+  const bool habia = std::filesystem::exists(argumentos.hotel);
+  banco::ConstruyeHotel(argumentos.hotel);
+  qInstallMessageHandler(SinPalabreria);
+  QApplication aplicacion(argc, argv);
+  vista::AplicaEstilo(aplicacion, vista::Tema::Claro);
+  QApplication::setQuitOnLastWindowClosed(false);
+
+  autonomo::Opciones opciones;
+  opciones.base.ruta = argumentos.hotel;
+  opciones.ahora = banco::Hoy();
+  autonomo::Anfitrion anfitrion(opciones);
+  anfitrion.RegistraClases();
+  EscritorioMedido escritorio;
+  controles::FijaEscritorio(&escritorio);
+  guion::Componente componente;
+  componente.Abre(anfitrion.Padre());
+  controles::Formulario& reservacion = componente.formulario();
+  auto& tablero = dynamic_cast<kv207::frmDisponibilidad&>(componente.tablero());
+  auto& renglones = dynamic_cast<controles::Grid&>(*reservacion.Busca(kv207::control::kRenglones));
+  Testigo pantalla(Celdas(escritorio, reservacion, renglones));
+  EsperaPintado(pantalla);
+  // The clerk's hands are on the keyboard: the pointer rests below, where nothing lights up.
+  QCursor::setPos(QGuiApplication::primaryScreen()->geometry().bottomRight());
+  if (habia) std::printf("%-44s %8.1f ms\n", "start to a painted screen", static_cast<double>(desdeElInicio.elapsed()));
+
+  EmpiezaReservacion(reservacion);
+  MideAperturas(escritorio, reservacion, tablero, argumentos.veces);
+  AbreTablero(escritorio, reservacion,
+              [&](controles::Formulario& t) { MideUso(escritorio, t, tablero.ssDisponibilidad); });
   MideHoy();
   MideCuadro();
   std::printf("%-44s %8.1f MB\n", "peak memory", Memoria());
