@@ -15,6 +15,7 @@
 #include "desktop/guarda.h"
 #include "desktop/iconos.h"
 #include "desktop/vista.h"
+#include "host/standalone/tecleado.h"
 #include "platform/com/error.h"
 #include "platform/com/texto.h"
 

@@ -3,8 +3,8 @@
 
 #include "host/standalone/catalogos.h"
 #include "host/standalone/correo.h"
-#include "host/standalone/hotel_nuevo.h"
 #include "host/standalone/impuestos.h"
+#include "host/standalone/tecleado.h"
 #include "platform/com/error.h"
 #include "platform/regional/regional.h"
 #include "schema/esquema.h"
