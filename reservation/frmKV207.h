@@ -154,15 +154,21 @@ class frmKV207 : public controles::Formulario, public publico::Captura {
   void ssReservaciones_AfterDelete(bool& muestraError);
   void ssReservaciones_RowCommitted();
   void ssReservaciones_UpdateError(int& codigoError);
-  // First and last night as text dates; ancho: width needed by the Nombre column, twips, raised when this name is
-  // wider.
-  void AgregaHabitacion(const std::string& primera, const std::string& ultima, const std::string& clave,
-                        const std::string& nombre, std::int32_t& ancho);
-  void Busca_Habitacion(std::int32_t& ancho, bool& hallada);
-  void LimpiaRenglon();
   // Locks every visible column, or unlocks them but for those that are shown only or that the user's rights lock.
   void BloqueaColumnas();
   void DesbloqueaColumnas();
+
+  // --- habitacion.cpp: the room of a line
+  // Appends a line without persons or amounts, which becomes the current one; a room without a product gets none, and
+  // the clerk is told. primera, ultima: first and last night as text dates; ancho: width that the Nombre column needs,
+  // twips, raised when this name is wider. The database's and the host's errors.
+  void AgregaHabitacion(const std::string& primera, const std::string& ultima, const std::string& clave,
+                        const std::string& nombre, std::int32_t& ancho);
+  // Looks up the key of the current line, with its zeros, and fills the line for the whole stay, without persons or
+  // amounts. hallada: false when there is no such room or the search failed, which is told. ancho as above.
+  void Busca_Habitacion(std::int32_t& ancho, bool& hallada);
+  // Empties the current line but for its key, dates and what only the breakdown writes; nothing without a line.
+  void LimpiaRenglon();
 
   // --- importes.cpp: pricing and totals
   void CalculaImportes(bool soloRecalcular);

@@ -1,4 +1,4 @@
-// The room-line grid: how lines come into being, what is checked when a cell is left, the date pop-up, the keys.
+// The room-line grid: what is checked when a cell is left, the date pop-up, the keys.
 #include "reservation/renglones.h"
 
 #include <algorithm>
@@ -56,6 +56,14 @@ int PersonasDelRenglon(const controles::Grid& grid, int fila) {
   return personas;
 }
 
+std::string TextoDelRenglon(const controles::Grid& grid, std::string_view columna) {
+  return com::CStr(grid.celda(grid.fila(), columna));
+}
+
+void PonEnRenglon(controles::Grid& grid, std::string_view columna, const com::Variant& valor) {
+  grid.celda(grid.fila(), columna, valor);
+}
+
 com::Fecha AjustaInicio(std::optional<com::Fecha> inicio, std::optional<com::Fecha> fin, com::Fecha llegada,
                         com::Fecha salida) {
   if (!inicio || inicio->dia < llegada.dia || inicio->dia > salida.dia) inicio = llegada;
@@ -82,43 +90,6 @@ ImportesRenglon RederivaImportes(ImportesRenglon renglon, bool porImporte) {
 
 // --- statements ---
 
-void ArmaProductoDeHabitacion(ado::TextoSQL& sql, std::string_view habitacion) {
-  sql.Agrega(
-      "SELECT "
-      "   Producto.Pr_Cve_Producto, "
-      "   Producto.Pr_Unidad_Venta, "
-      "   Tipo_Habitacion.Th_Num_Personas_Maximo "
-      "FROM Habitacion "
-      "   INNER JOIN Tipo_Habitacion ON Tipo_Habitacion.Th_Cve_Tipo_Habitacion = "
-      "Habitacion.Th_Cve_Tipo_Habitacion "
-      "   INNER JOIN Producto ON Producto.Pr_Cve_Producto = Tipo_Habitacion.Pr_Cve_Producto "
-      "WHERE Habitacion.Hb_Cve_Habitacion = '?'",
-      {habitacion});
-}
-
-void ArmaBuscaHabitacion(ado::TextoSQL& sql, std::string_view habitacion) {
-  sql.Agrega(
-      "SELECT HB.Hb_Cve_Habitacion, "
-      "   THb.Th_Descripcion + ' / ' + HB.Hb_Descripcion AS DESCRIPCION, "
-      "   THb.Th_Num_Personas_Maximo as MAX "
-      "FROM Habitacion HB "
-      "   INNER JOIN Tipo_Habitacion THb ON HB.Th_Cve_Tipo_Habitacion = THb.Th_Cve_Tipo_Habitacion "
-      "WHERE HB.Hb_Cve_Habitacion = '?' AND"
-      "   HB.Es_Cve_Estado <> 'BA'",
-      {habitacion});
-}
-
-void ArmaBuscaProducto(ado::TextoSQL& sql, std::string_view habitacion) {
-  sql.Agrega(
-      "SELECT PR.Pr_Cve_Producto, "
-      "   PR.Pr_Unidad_venta "
-      "FROM Tipo_Habitacion THb "
-      "   INNER JOIN Producto PR ON THb.Pr_Cve_Producto = PR.Pr_Cve_Producto "
-      "   INNER JOIN Habitacion HB ON HB.Th_Cve_Tipo_Habitacion=THb.Th_Cve_Tipo_Habitacion "
-      "WHERE HB.Hb_Cve_Habitacion='?'",
-      {habitacion});
-}
-
 void ArmaLimitePersonas(ado::TextoSQL& sql, std::string_view habitacion) {
   sql.Agrega(
       "SELECT TH.Th_Cve_Tipo_Habitacion as Clave, "
@@ -135,15 +106,6 @@ namespace {
 
 constexpr int kTamanioCatalogo = 100;
 
-std::string TextoDelRenglon(const controles::Grid& grid, std::string_view columna) {
-  return com::CStr(grid.celda(grid.fila(), columna));
-}
-
-// Sets a cell of the current line.
-void Pon(controles::Grid& grid, std::string_view columna, const com::Variant& valor) {
-  grid.celda(grid.fila(), columna, valor);
-}
-
 // A current line, in a column that the clerk may type in.
 bool SePuedeEditar(const controles::Grid& grid) {
   return grid.fila() >= 0 && grid.columna() >= 0 && !grid.columna(grid.columna()).bloqueada;
@@ -159,34 +121,6 @@ bool EsImporte(std::string_view columna) {
 }
 
 bool EsFecha(std::string_view columna) { return columna == col::kInicio || columna == col::kFin; }
-
-// Tax factor of the current line's product.
-double TasaImpuesto(const frmKV207& formulario) {
-  const auto calculo =
-      publico::CreaServicio<anfitrion::CalculoImpuesto>(anfitrion::kClaseCalculoImpuesto, "CalculoImpuesto");
-  return calculo->TasaImpuesto(formulario.txtSucursal.text(), formulario.ClaveCliente(),
-                               TextoDelRenglon(formulario.ssReservaciones, col::kProducto));
-}
-
-// Amounts of a line that costs nothing yet; impuesto gives its tax factor.
-template <class Impuesto>
-void PonSinImportes(controles::Grid& grid, Impuesto&& impuesto) {
-  for (const std::string_view columna : {col::kPrecio, col::kPrecioExtra, col::kDescuento, col::kDescuentoImporte}) {
-    Pon(grid, columna, 0.0);
-  }
-  Pon(grid, col::kImpuesto, impuesto());
-  for (const std::string_view columna : {col::kImpuestoImporte, col::kTotal}) Pon(grid, columna, 0.0);
-}
-
-void PonSinPersonas(controles::Grid& grid) {
-  for (const std::string_view columna : {col::kAdultos, col::kMenores, col::kInfantes}) {
-    Pon(grid, columna, 0);
-  }
-}
-
-std::int32_t AnchoNecesario(const controles::Formulario& formulario, std::string_view nombre, std::int32_t ancho) {
-  return std::max(ancho, controles::EscritorioActual().AnchoTexto(formulario, nombre));
-}
 
 // Takes the name and what goes with the room of the current line from the catalogue; false when it is not there.
 bool HallaHabitacion(frmKV207& formulario) {
@@ -235,7 +169,7 @@ void SaleDeFecha(frmKV207& formulario, bool tecleada) {
     formulario.PoneAlDia(grid.fila());
     return;
   }
-  Pon(grid, columna, ajustada);
+  PonEnRenglon(grid, columna, ajustada);
   formulario.CalculaImportes(false);
 }
 
@@ -244,9 +178,9 @@ void PonRenglonSinHuespedes(frmKV207& formulario) {
   controles::Grid& grid = formulario.ssReservaciones;
   formulario.OlvidaPrecio(grid.fila());
   for (const std::string_view columna : {col::kPrecio, col::kDescuentoImporte, col::kImpuestoImporte, col::kTotal}) {
-    Pon(grid, columna, regional::Moneda(0));
+    PonEnRenglon(grid, columna, regional::Moneda(0));
   }
-  Pon(grid, col::kDescuento, 0.0);
+  PonEnRenglon(grid, col::kDescuento, 0.0);
 }
 
 void SaleDePersonas(frmKV207& formulario, bool tecleada) {
@@ -312,10 +246,10 @@ void MuestraFecha(frmKV207& formulario) {
 void EligeHabitacion(frmKV207& formulario) {
   controles::Grid& grid = formulario.ssReservaciones;
   const com::Variant clave = publico::Utilerias().BuscaEnCatalogo("Habitacion", kTamanioCatalogo, "", com::Variant());
-  Pon(grid, col::kClave, clave);
+  PonEnRenglon(grid, col::kClave, clave);
   if (CeldaVacia(clave)) return formulario.LimpiaRenglon();
   if (HallaHabitacion(formulario)) return;
-  Pon(grid, col::kClave, "");
+  PonEnRenglon(grid, col::kClave, "");
   formulario.LimpiaRenglon();
 }
 
@@ -341,68 +275,6 @@ void frmKV207::DesbloqueaColumnas() {
     ssReservaciones.bloqueada(columna, true);
   }
   AplicaPermisos(*this);
-}
-
-// --- lines ---
-
-void frmKV207::AgregaHabitacion(const std::string& primera, const std::string& ultima, const std::string& clave,
-                                const std::string& nombre, std::int32_t& ancho) {
-  ArmaProductoDeHabitacion(publico::NuevaSentencia(), clave);
-  const ado::RecordsetPtr producto = publico::Ejecuta();
-  if (producto->Eof()) {
-    Avisa(*this, mensaje::kSinProducto);
-    return;
-  }
-  ssReservaciones.AgregaFila();
-  Pon(ssReservaciones, col::kClave, clave);
-  Pon(ssReservaciones, col::kNombre, nombre);
-  Pon(ssReservaciones, col::kInicio, primera);
-  Pon(ssReservaciones, col::kFin, com::MasDias(com::CDate(ultima), 1));
-  PonSinPersonas(ssReservaciones);
-  Pon(ssReservaciones, col::kProducto, producto->Fields("Pr_Cve_Producto").Value());
-  Pon(ssReservaciones, col::kUnidad, producto->Fields("Pr_Unidad_Venta").Value());
-  Pon(ssReservaciones, col::kPersonasMax, producto->Fields("Th_Num_Personas_Maximo").Value());
-  PonSinImportes(ssReservaciones, [this] { return TasaImpuesto(*this); });
-  ancho = AnchoNecesario(*this, nombre, ancho);
-}
-
-void frmKV207::Busca_Habitacion(std::int32_t& ancho, bool& hallada) {
-  hallada = false;
-  Atrapa(*this, mensaje::kBuscaHabitacion, [&] {
-    controles::Grid& grid = ssReservaciones;
-    const std::string clave = regional::ConMascara(TextoDelRenglon(grid, col::kClave), FormatoHabitacion);
-    ArmaBuscaHabitacion(publico::NuevaSentencia(), clave);
-    const ado::RecordsetPtr habitacion = publico::Ejecuta();
-    if (habitacion->Eof()) {
-      Avisa(*this, mensaje::kHabitacionInexistente);
-      return;
-    }
-    OlvidaPrecio(grid.fila());
-    Pon(grid, col::kClave, clave);
-    Pon(grid, col::kNombre, habitacion->Fields("DESCRIPCION").Value());
-    Pon(grid, col::kInicio, com::SoloFecha(dpFecha_llegada.valor()));
-    Pon(grid, col::kFin, com::SoloFecha(dpFecha_salida.valor()));
-    Pon(grid, col::kPersonasMax, habitacion->Fields("MAX").Value());
-    PonSinPersonas(grid);
-    ArmaBuscaProducto(publico::NuevaSentencia(), clave);
-    const ado::RecordsetPtr producto = publico::Ejecuta();
-    const bool conProducto = !producto->Eof();
-    Pon(grid, col::kProducto, conProducto ? producto->Fields("Pr_Cve_Producto").Value() : "");
-    Pon(grid, col::kUnidad, conProducto ? producto->Fields("Pr_Unidad_venta").Value() : "");
-    PonSinImportes(grid, [this] { return TasaImpuesto(*this); });
-    ancho = AnchoNecesario(*this, TextoDelRenglon(grid, col::kNombre), ancho);
-    hallada = true;
-  });
-}
-
-void frmKV207::LimpiaRenglon() {
-  if (ssReservaciones.fila() < 0) return;
-  OlvidaPrecio(ssReservaciones.fila());
-  for (const std::string_view columna : {col::kNombre, col::kProducto, col::kUnidad}) {
-    Pon(ssReservaciones, columna, "");
-  }
-  PonSinPersonas(ssReservaciones);
-  PonSinImportes(ssReservaciones, [] { return 0.0; });
 }
 
 // --- cells ---

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
+#include <string_view>
 
 #include "platform/com/fecha.h"
 #include "platform/com/variant.h"
@@ -21,6 +23,10 @@ namespace kv207 {
 [[nodiscard]] std::int16_t PersonasDeCelda(const com::Variant& celda);
 // Adults, minors and infants of a line together; the errors of PersonasDeCelda.
 [[nodiscard]] int PersonasDelRenglon(const controles::Grid& grid, int fila);
+
+// A cell of the current line, of which there must be one: its text, and writing it.
+[[nodiscard]] std::string TextoDelRenglon(const controles::Grid& grid, std::string_view columna);
+void PonEnRenglon(controles::Grid& grid, std::string_view columna, const com::Variant& valor);
 
 // Day on which a line starts, after the clerk left it: one outside the stay, equal to the line's end, or missing (what
 // was typed is no date) becomes the arrival. Times of day do not count.

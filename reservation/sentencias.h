@@ -29,12 +29,14 @@ void ArmaReactivacion(ado::TextoSQL& sql, std::string_view usuario, std::string_
 void ArmaTarjetaReservacion(ado::TextoSQL& sql, std::string_view folio);
 void ArmaTarjetaCliente(ado::TextoSQL& sql, std::string_view cliente);
 
-// --- renglones.cpp: the room lines ---
+// --- habitacion.cpp: the room of a line ---
 // Product, sales unit and most persons of a room from the board.
 void ArmaProductoDeHabitacion(ado::TextoSQL& sql, std::string_view habitacion);
 // Name and most persons of a typed room, and its product.
 void ArmaBuscaHabitacion(ado::TextoSQL& sql, std::string_view habitacion);
 void ArmaBuscaProducto(ado::TextoSQL& sql, std::string_view habitacion);
+
+// --- renglones.cpp: the room lines ---
 // Persons that a room's type includes and admits.
 void ArmaLimitePersonas(ado::TextoSQL& sql, std::string_view habitacion);
 
