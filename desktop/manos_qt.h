@@ -5,6 +5,7 @@
 #include <QPointer>
 
 #include "desktop/escritorio_qt.h"
+#include "desktop/eventos.h"
 #include "guion/manos.h"
 
 namespace vista {
@@ -78,13 +79,5 @@ class ManosQt : public guion::Manos {
   EscritorioQt& escritorio_;
   QPointer<QDialog> hoy_, cuadro_, cotizacion_, huesped_, cliente_, explicacion_, cifras_;  // the main window's
 };
-
-// Sends a key, pressed and released, to a widget.
-void EnviaTecla(QWidget* destino, int teclaQt, Qt::KeyboardModifiers modificadores = Qt::NoModifier,
-                const QString& texto = {});
-// Clicks a widget with the left button.
-void EnviaClic(QWidget* destino, const QPoint& donde);
-// Drags from one point of it to another.
-void EnviaArrastre(QWidget* destino, const QPoint& desde, const QPoint& hasta);
 
 }  // namespace vista
