@@ -13,8 +13,15 @@ namespace kv207 {
 
 namespace {
 
-constexpr int kCliente = 1;  // kind of record that MuestraCliente shows
-constexpr int kAnchoNotas = 50;
+constexpr int kCliente = 1;      // kind of record that MuestraCliente shows
+constexpr int kAnchoNotas = 50;  // characters a line
+
+// The card shown was another client's.
+void OlvidaTarjeta(frmKV207& f) {
+  f.TarjetaCargada = false;
+  publico::Utilerias().LimpiaGrupo(f, grupo::kTarjeta);
+  if (EsTarjeta(f.TipoFormaPago)) publico::Utilerias().HabilitaGrupo(f, grupo::kTarjeta);
+}
 
 }  // namespace
 
@@ -37,17 +44,11 @@ void frmKV207::LimpiaGrupos() {
   BloqueaEntradas();
 }
 
-void frmKV207::txtCliente_Change() {
-  TarjetaCargada = false;
-  publico::Utilerias().LimpiaGrupo(*this, grupo::kTarjeta);
-  if (EsTarjeta(TipoFormaPago)) publico::Utilerias().HabilitaGrupo(*this, grupo::kTarjeta);
-}
+void frmKV207::txtCliente_Change() { OlvidaTarjeta(*this); }
 
+// Typing empties the name before this runs: a name that is there came with its key, by the program.
 void frmKV207::txtHuesped_Change() {
-  if (!Controles.EnEdicion() || !txtNHuesped.text().empty()) return;
-  TarjetaCargada = false;
-  publico::Utilerias().LimpiaGrupo(*this, grupo::kTarjeta);
-  if (EsTarjeta(TipoFormaPago)) publico::Utilerias().HabilitaGrupo(*this, grupo::kTarjeta);
+  if (Controles.EnEdicion() && txtNHuesped.text().empty()) OlvidaTarjeta(*this);
 }
 
 void frmKV207::txtForma_Pago_Change() {
