@@ -1,4 +1,5 @@
 // Toolbar actions: new, edit, clear, close, the state changes of a stored reservation, mail, print, record viewer.
+// Which button each of the toolbar's numbered permissions offers stands in platform/controls/barra.h.
 #include "availability/frmDisponibilidad.h"
 #include "platform/com/error.h"
 #include "publico/avisos.h"
@@ -78,6 +79,7 @@ void frmKV207::Controles_Nuevo() {
   Controles.PermiteAccion1(false);
   Controles.PermiteReactivar(false);
   Controles.TituloConfirmar("");
+  // The rate that is proposed is that of the day captured last, although the field then shows today.
   dpFecha.valor(FechaCaptura);
   txtMoneda.text(MonedaDefault.empty() ? MonedaLocal : MonedaDefault);
   MuestraTipoCambio();
@@ -86,6 +88,7 @@ void frmKV207::Controles_Nuevo() {
   dpFecha.editable(PuedeCambiarFecha);
   dpFecha_llegada.valor(LlegadaPropuesta(dpFecha.valor(), DiasReservacion));
   dpFecha_salida.valor(com::MasDias(dpFecha_llegada.valor(), 1));
+  // As if typed: what txtDias_Change takes away belongs to the capture before.
   txtDias.text(com::Variant(std::int32_t{com::DiasEntre(dpFecha_llegada.valor(), dpFecha_salida.valor())}));
   tablero_.ConservarVista = false;
   VaciaRenglones();

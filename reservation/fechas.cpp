@@ -48,6 +48,7 @@ void ExigeEstanciaPosible(std::int32_t noches) {
 void frmKV207::dpFecha_llegada_Set() {
   const Estancia e = FijaLlegada(dpFecha.valor(), dpFecha_llegada.valor(), dpFecha_salida.valor(), DiasReservacion);
   if (e.corregida) Avisa(*this, mensaje::kLlegadaAntesDeCaptura);
+  // Shown alone, so that nothing more is raised: the room lines stay.
   dpFecha_llegada.valor(e.llegada);
   dpFecha_salida.valor(e.salida);
   txtDias.valor(e.noches);
@@ -63,7 +64,7 @@ void frmKV207::dpFecha_salida_Change() {
     Enfoca(dpFecha_salida);
     txtDias.valor(0);
   } else if (noches > 0) {
-    txtDias.text(com::Variant(noches));
+    txtDias.text(com::Variant(noches));  // as if typed: other nights take the room lines away
   } else {
     txtDias.valor(0);
   }

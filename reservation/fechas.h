@@ -15,16 +15,16 @@ namespace kv207 {
 
 struct Estancia {
   com::Fecha llegada, salida;
-  std::int32_t noches = 0;
-  bool corregida = false;  // the arrival was before the capture
+  std::int32_t noches = 0;  // from arrival to departure, 0 on one day
+  bool corregida = false;   // the arrival was before the capture
 };
 // A stay whose arrival has been set: an arrival before the capture becomes the proposed one, a departure before the
-// arrival the arrival's day.
+// arrival the arrival's day. diasReservacion: days from capture to the arrival proposed.
 [[nodiscard]] Estancia FijaLlegada(com::Fecha captura, com::Fecha llegada, com::Fecha salida, int diasReservacion);
 
 // Nights typed by the clerk; fractions go to the nearest whole number, halves to the even one. 0, which the screen
-// turns into one night, where there is no number. Error kArgumento when they are below 0 or the departure would lie
-// beyond the calendar.
+// turns into one night, for an empty value. Error kArgumento when they are below 0 or the departure would lie beyond
+// the calendar; kTipos for a text that is no number.
 [[nodiscard]] std::int32_t NochesTecleadas(const com::Variant& valor, com::Fecha llegada);
 
 // Why a stay of that many nights is too long for the hotel (its parameter HT_MAXIMO_NOCHES); nothing when it is not.

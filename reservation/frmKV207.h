@@ -1,7 +1,8 @@
 // The reservation screen: captures, edits, saves and moves one reservation through its states.
 //
 // This declaration is the table of contents: controls in tab order, screen fields, then the handlers (control_Event)
-// and procedures, grouped as the files that hold them. eventos.cpp lists which event runs which handler.
+// and procedures, grouped as the files that hold them. eventos.cpp lists which event runs which handler. Names that a
+// message's caption shows, and those of what hosts and scripts see, stay as they are, however they are spelt.
 #pragma once
 
 #include <cstdint>
@@ -70,25 +71,27 @@ class frmKV207 : public controles::Formulario, public publico::Captura {
   controles::LookupField txtImpuestos;    // tax
   controles::LookupField txtTotal;        // tax included
 
-  // --- configuration, fixed at load ----------------------------------------------------------------------------------
+  // --- configuration, from parameters and rights at load -------------------------------------------------------------
   std::string FormatoHabitacion;  // zero-fill mask of room keys
   std::string MonedaLocal;
-  std::string MonedaDefault;  // currency proposed for the next new reservation
   std::string SucursalDefault;
   std::string ClienteWeb;  // client key whose card data stay with the reservation
   bool PermiteSobreventa = false;
   std::int16_t DiasReservacion = 0;  // days from capture to the proposed arrival
-  com::Fecha FechaCaptura{};
   bool PuedeCambiarFecha = false;
   bool PuedeCambiarDescuento = false;
   bool PuedeCambiarPrecio = false;
-  bool BloqueaTipoCambio = false;
+  bool BloqueaTipoCambio = false;  // this right takes away: whoever has it changes no rate
+
+  // --- proposed for the next new reservation; accepting a new one replaces them --------------------------------------
+  std::string MonedaDefault;
+  com::Fecha FechaCaptura{};  // the currency's rate is looked up for this day; the field then shows today
 
   // --- running fields ------------------------------------------------------------------------------------------------
   std::string TipoFormaPago;          // see EsTarjeta
   bool TarjetaCargada = false;        // card data already loaded for the client
   bool CargaCompleta = false;         // the reservation shown was read to its end
-  std::int32_t UltimoRenglon = 0;     // last line number handed out
+  std::int32_t UltimoRenglon = 0;     // number of the last line that was read; new ones get none
   std::string MensajeDisponibilidad;  // why the availability validation failed
   std::string ColumnaFechaActiva;     // date column that the pop-up edits, "" none
 
@@ -135,11 +138,14 @@ class frmKV207 : public controles::Formulario, public publico::Captura {
   bool CargaReservacion();
 
   // --- bitacora.cpp: change audit
+  // A reservation as it is stored. Null record sets: it could not be read, which has been told.
   struct Imagen {
     ado::RecordsetPtr encabezado, detalle;
   };
+  // Before the first write of a save, and after the last one.
   void Resevacion_Antes(const std::string& folio, Imagen& antes);
   void Resevacion_Despues(const std::string& folio, Imagen& despues);
+  // Logs what differs, if anything. ok: false when it failed, which has been told; then the save is not to stand.
   void Analizar_Reservacion(const std::string& folio, Imagen& antes, Imagen& despues, bool& ok);
 
   // --- renglones.cpp: the room-line grid
@@ -171,16 +177,24 @@ class frmKV207 : public controles::Formulario, public publico::Captura {
   void LimpiaRenglon();
 
   // --- importes.cpp: pricing and totals
-  void CalculaImportes(bool soloRecalcular);
-  void Totalizar();
-  // The same for any line; false when it could not be priced (no room, persons or guest, which is told).
+  // Prices a line, which becomes the hotel's: asked for anew, without a discount. soloRecalcular: keeps its total and
+  // discount, and only breaks the total down. Nothing for a line without room or persons. False when there was nothing
+  // to do, or no guest, which is told. kTipos, kDesbordamiento or kArgumento for a cell that holds no date, persons or
+  // amount; the host's errors.
   bool CalculaRenglon(int fila, bool soloRecalcular);
+  // The same for the current line, if there is one.
+  void CalculaImportes(bool soloRecalcular);
+  // Sums all lines with a room into the footer. A failure is told, and the footer stays as it was.
+  void Totalizar();
 
   // --- tasacion.cpp: what the amounts of the lines rest on
-  // The line shows the hotel's price (conError: the hotel had none); a price that was agreed, under the header's
-  // currency and rate (incompleto: not broken down; tecleado: by the clerk, now); no price.
+  // From now on the line shows the hotel's price, under the conditions that it and the header show. conError: the hotel
+  // had none. Nothing for a line that cannot be priced.
   void AnotaTarifa(int fila, bool conError);
+  // It shows a price that was agreed, in the header's currency and at its rate. incompleto: it could not be broken
+  // down; tecleado: by the clerk, in this capture.
   void AnotaAcuerdo(int fila, bool incompleto, bool tecleado);
+  // It shows no price that would have to follow anything.
   void OlvidaPrecio(int fila);
   // Prices a line anew, or converts its agreed price, when its amounts no longer fit the header; true when it did.
   bool PoneAlDia(int fila);
@@ -194,9 +208,11 @@ class frmKV207 : public controles::Formulario, public publico::Captura {
   [[nodiscard]] std::string AvisoDePrecio() const override;
 
   // --- guardar.cpp: saving
+  // nuevo: a new reservation; else the one shown is edited.
   void Controles_Aceptar(bool nuevo);
 
   // --- valida_disponibilidad.cpp: availability validation
+  // ok: false when some line cannot be had, or nobody knows; MensajeDisponibilidad then says why, and nothing is shown.
   void Valida_Disponibilidad(bool& ok);
 
   // --- acciones.cpp: toolbar actions
@@ -204,16 +220,19 @@ class frmKV207 : public controles::Formulario, public publico::Captura {
   void Controles_Editar();
   void Controles_Limpiar();
   void Controles_Cerrar();
-  void Controles_B1Click();
+  void Controles_B1Click();  // confirms; B1 is the button that TituloConfirmar names
   void Controles_Eliminar();
   void Controles_Reactivar();
   void Controles_Correo();
   void Controles_Registro();
-  // Prints the reservation by the hotel's format.
+  // Prints the reservation by the hotel's format; the host's errors.
   void Imprime(const std::string& folio);
 
   // --- tarjeta.cpp: card data
+  // Shows the card that is stored: with the reservation for the web client, with the client for any other, and for the
+  // web client without a folio ("") too. A failure is told.
   void Datos_Tarjeta(const std::string& cliente, const std::string& folio);
+  // ok: false when a card field is empty; the clerk has been told, is at the field, and the accept is refused.
   void ValidaTarjeta(bool& ok);
 
   // --- fechas.cpp: date fields

@@ -158,7 +158,8 @@ std::optional<std::string> GuardaEncabezado(const frmKV207& f, anfitrion::Hotel&
 
 // --- lines ---
 
-// A line with a room and a total that stands for something is stored; others are passed over.
+// A line with a room is stored, others are passed over; so are totals from -1 down, while those between -1 and 0 are
+// refused by RevisaRenglon.
 bool ParticipaRenglon(const controles::Grid& grid, int fila) {
   return !CeldaVacia(grid.celda(fila, col::kNombre)) && com::CDbl(grid.celda(fila, col::kTotal)) > -1;
 }

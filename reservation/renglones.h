@@ -36,7 +36,7 @@ void PonEnRenglon(controles::Grid& grid, std::string_view columna, const com::Va
 [[nodiscard]] com::Fecha AjustaFin(std::optional<com::Fecha> inicio, std::optional<com::Fecha> fin, com::Fecha llegada,
                                    com::Fecha salida);
 
-// Amounts of a line for its whole stay.
+// Amounts of a line for its whole stay, in the reservation's currency.
 struct ImportesRenglon {
   double precio = 0;            // room price, tax included
   double personaExtra = 0;      // price of the extra persons, tax included

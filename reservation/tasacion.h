@@ -29,10 +29,11 @@ struct CondicionesPrecio {
   bool operator==(const CondicionesPrecio&) const = default;
 };
 
-// A price typed by the clerk, or read with a stored reservation: it stays until dates or persons are typed.
+// A price typed by the clerk, or read with a stored reservation: it stays until dates or persons are typed. Amounts of
+// the whole stay, tax included, in moneda.
 struct Acuerdo {
   std::string moneda;
-  double tipoCambio = 0;
+  double tipoCambio = 0;  // local currency for one unit of moneda
   double precio = 0, personaExtra = 0;
   bool tecleado = false;  // in this capture
 };
@@ -51,11 +52,11 @@ enum class Falta { Nada, Convertir, Tasar };
 // The hotel's price is asked for again when any condition differs; an agreed one is only converted, when it was agreed
 // in another currency than the one shown.
 [[nodiscard]] Falta QueFalta(const PrecioRenglon* precio, const CondicionesPrecio& ahora);
-// An agreed amount in another currency, 2 decimals; as agreed in its own.
+// An agreed amount in another currency, 2 decimals; as agreed in its own. tipoCambio: of moneda, above 0.
 [[nodiscard]] double Convierte(double importe, const Acuerdo& acuerdo, const std::string& moneda, double tipoCambio);
 
 // Writes the discount, tax and total that follow from the line's prices and, when porImporte, from its discount
-// amount, else from the discount's percentage.
+// amount, else from the discount's percentage. Error kTipos when one of these cells is a text that is no number.
 void DerivaImportes(controles::Grid& grid, int fila, bool porImporte);
 
 }  // namespace kv207

@@ -16,7 +16,7 @@ enum class FallaPeriodos { Ninguna, InicioFueraDelPeriodo, FinFueraDelPeriodo, N
 
 // First fault, line by line: a start before the arrival, an end after the departure, then a line that starts neither on
 // the arrival nor clear of its neighbour: the next or the previous one starts no later and ends after its start.
-// llegada and salida count as days.
+// llegada and salida count as days; the lines' dates are days.
 [[nodiscard]] FallaPeriodos RevisaPeriodos(com::Fecha llegada, com::Fecha salida,
                                            const std::vector<PeriodoRenglon>& renglones);
 
