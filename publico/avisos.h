@@ -10,7 +10,8 @@
 
 namespace kv207 {
 
-// Shows a message of the table with its own text, or with the given one; gives the answer.
+// Shows a message of the table with its own text, or with the given one, and waits; gives the answer, a
+// controles::kSi, kNo, kAceptar or kCancelar as the message's style asks. The window is the form's.
 int Avisa(const controles::Formulario& formulario, const anfitrion::DatosMensaje& mensaje);
 int Avisa(const controles::Formulario& formulario, const anfitrion::DatosMensaje& mensaje, std::string_view texto);
 

@@ -18,9 +18,10 @@ class Captura {
   // What a clerk is to know before and after an agreed price is lost: the current cell is a date or the persons of a
   // line whose price would be asked for again; or it was. "" nothing.
   [[nodiscard]] virtual std::string AvisoDePrecio() const = 0;
-  // Called when a New or an Edit has begun. Must not raise, nor may the next one.
+  // Both are hung on by whoever builds around the screen, and must not raise.
+  // A New or an Edit has begun.
   std::function<void()> alEmpezar;
-  // Called before another number of nights takes the room lines away.
+  // Another number of nights is about to take the room lines away.
   std::function<void()> antesDeQuitarRenglones;
 };
 

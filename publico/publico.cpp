@@ -60,14 +60,13 @@ com::Variant LeeParametro(const anfitrion::Parametro& parametro) {
 
 std::string LeeTexto(const anfitrion::Parametro& parametro) { return com::CStr(LeeParametro(parametro)); }
 
-ado::TextoSQL& Sql() { return LosObjetos().sql; }
-
 ado::TextoSQL& NuevaSentencia() {
-  Sql().Limpia();
-  return Sql();
+  ado::TextoSQL& sql = LosObjetos().sql;
+  sql.Limpia();
+  return sql;
 }
 
-ado::RecordsetPtr Ejecuta() { return Sistema().ObtenConexion()->Execute(Sql()); }
+ado::RecordsetPtr Ejecuta() { return Sistema().ObtenConexion()->Execute(LosObjetos().sql); }
 
 void Olvida() {
   Objetos& o = LosObjetos();

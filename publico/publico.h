@@ -32,18 +32,20 @@ anfitrion::Utilerias& Utilerias();
 
 // Exists while the reservation screen is loaded; Error kSinObjeto otherwise.
 anfitrion::Hotel& Hotel();
+// Called by that screen's load and unload. Error kClase when the host does not offer it.
 void CreaHotel();
 void LiberaHotel();
 
-// Value of a parameter: what the hotel has stored, or the default.
+// Value of a parameter: what the hotel has stored, or the default. The host's errors, as of one that was stored and
+// cannot be read as its type.
 [[nodiscard]] com::Variant LeeParametro(const anfitrion::Parametro& parametro);
 // The same as text.
 [[nodiscard]] std::string LeeTexto(const anfitrion::Parametro& parametro);
 
-// The buffer in which every screen builds its statements, emptied by NuevaSentencia.
-ado::TextoSQL& Sql();
+// The one buffer in which the screens build their statements, emptied for the next one. Nothing else may build one
+// before Ejecuta has run it.
 ado::TextoSQL& NuevaSentencia();
-// Runs the buffer on the connection just fetched.
+// Runs the statement in the buffer on the host's connection, which is fetched anew each time; the connection's errors.
 ado::RecordsetPtr Ejecuta();
 
 // Forgets the process-wide objects, so that another host can be used: by the next session or the next test.

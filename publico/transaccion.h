@@ -20,8 +20,8 @@ class TransaccionBD {
 
   // The connection's errors; nothing is open then.
   void Comienza();
-  // What was done to which reservation: its folio, and in Spanish ("guardada"). The connection's errors; the
-  // transaction is still to be rolled back then.
+  // Commits. folio, hecho: which reservation, and what was done to it in Spanish ("guardada"), for Quedo. The
+  // connection's errors; the transaction is still to be rolled back then.
   void Confirma(const std::string& folio, const char* hecho);
   // Rolls back what is open; nothing when nothing is. The connection's errors; it is still to be rolled back then.
   void Deshace();
