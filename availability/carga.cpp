@@ -64,7 +64,7 @@ class LectorFilas {
 bool frmDisponibilidad::CargarDatos() {
   try {
     if (!ConservarVista) {
-      opTipoHabitacion.Selecciona();
+      opTipoHabitacion.Selecciona();  // from the other view this loads by itself, before the load below
       OpcionesActivas = true;
     }
     frFrame.enabled(false);

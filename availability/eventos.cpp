@@ -25,6 +25,7 @@ void frmDisponibilidad::ConectaEventos() {
   ssDisponibilidad.Click = [this] { ssDisponibilidad_Click(); };
   ssDisponibilidad.SelChange = [this](int tipo) { ssDisponibilidad_SelChange(tipo); };
   ssDisponibilidad.RowLoaded = [this] { ssDisponibilidad_RowLoaded(); };
+  // Once the form has loaded.
   ssDisponibilidad.InitColumnProps = [this] { ssDisponibilidad_RowLoaded(); };
   ssDisponibilidad.KeyDown = [this](int codigo, int mayus) { ssDisponibilidad_KeyDown(codigo, mayus); };
   ssDisponibilidad.KeyPress = [this](int& caracter) { ssDisponibilidad_KeyPress(caracter); };

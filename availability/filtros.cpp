@@ -17,7 +17,7 @@ bool Vacio(const controles::LookupField& campo) { return com::CStr(campo.valor()
 
 }  // namespace
 
-// An emptied code stands for all.
+// An emptied code stands for all. Written as a value, which raises nothing: no load before the code is confirmed.
 void frmDisponibilidad::CambiaCodigo(controles::LookupField& codigo, controles::LookupField& nombre,
                                      const char* todos) {
   if (!Vacio(codigo)) return;
@@ -25,7 +25,7 @@ void frmDisponibilidad::CambiaCodigo(controles::LookupField& codigo, controles::
   nombre.valor(todos);
 }
 
-// Loads the board again when the code is known.
+// Loads the board again when the code is known: the lookup has filled its name in before.
 void frmDisponibilidad::ConfirmaCodigo(controles::LookupField& codigo, controles::LookupField& nombre,
                                        const char* todos, const anfitrion::DatosMensaje& mensaje) {
   if (com::CStr(codigo.valor()) == kTodosLosCodigos) nombre.valor(todos);

@@ -18,6 +18,7 @@
 
 namespace kv207 {
 
+// What a row of the board is: a room type, or a room. Only rooms can be marked.
 enum class ModoVista { PorTipo, PorHabitacion };
 
 // States by night (0 the first) and board row.
@@ -83,12 +84,12 @@ class frmDisponibilidad : public controles::Formulario {
   // --- screen fields -------------------------------------------------------------------------------------------------
   std::string MensajeError;      // of the last failed load or column build
   std::string FolioExcluido;     // reservation being edited, "" none
-  bool HaySeleccion = false;     // some cell is marked; after closing: accepted
-  bool ConservarVista = false;   // loads keep the view
-  bool OpcionesActivas = false;  // the view options reload the board
-  std::int32_t NumeroDias = 0;
-  std::int32_t NumeroFilas = 0;
-  std::int32_t ColorBloqueado = 0, ColorDisponible = 0, ColorOcupado = 0, ColorReservado = 0;
+  bool HaySeleccion = false;     // some cell is marked; once the board is hidden: the marks were accepted
+  bool ConservarVista = false;   // loads keep the view; else they go back to the one by type
+  bool OpcionesActivas = false;  // choosing the room view loads the board
+  std::int32_t NumeroDias = 0;   // nights that columns were asked for
+  std::int32_t NumeroFilas = 0;  // rows that the last load wrote, also one that failed on the way
+  std::int32_t ColorBloqueado = 0, ColorDisponible = 0, ColorOcupado = 0, ColorReservado = 0;  // 0x00BBGGRR
   MatrizEstados Estados;
 
   [[nodiscard]] ModoVista Modo() const { return opHabitacion.value() ? ModoVista::PorHabitacion : ModoVista::PorTipo; }
@@ -100,7 +101,7 @@ class frmDisponibilidad : public controles::Formulario {
   void Form_KeyUp(int codigo, int mayus);
   void Controles_Aceptar();
   void Controles_Cancelar();
-  void cmdPrecios_Click();
+  void cmdPrecios_Click();  // the host's errors
 
   // --- carga.cpp: occupancy
   // Rows, counts and states of all cells for the nights from txtDEL to txtAL, with the filters and the view in force;
@@ -108,11 +109,16 @@ class frmDisponibilidad : public controles::Formulario {
   [[nodiscard]] bool CargarDatos();
 
   // --- columnas.cpp: day columns, styles, marks
-  // Day columns for the nights from txtDEL on; false with MensajeError set.
+  // iDias day columns, in place of those that are there, for the nights from txtDEL on; to be called before a load for
+  // as many nights. False with MensajeError set.
   [[nodiscard]] bool Agregar_Columnas(std::int32_t iDias);
   void QuitarColumnasDias();
+  // Gives every cell the style of its state, and looks for marks.
   void PintarCeldas();
+  // HaySeleccion as the states have it.
   void ActualizarSeleccion();
+  // Marks the current cell when it is free, or takes its mark away. MarcarFila: the marks of the current row when it
+  // has some, else marks its free nights. Nothing by type, or on a row that no load has written.
   void MarcarCelda();
   void MarcarFila();
   void ssDisponibilidad_Click();

@@ -51,7 +51,7 @@ class TotalesTablero {
 class LectorOcupacion {
  public:
   virtual ~LectorOcupacion() = default;
-  // The row that Noche answers for.
+  // The row that Noche answers for; clave as the rows statement gives it. To be called first.
   virtual void Fila(const std::string& clave) = 0;
   // dia: index into the nights given at creation.
   virtual Ocupacion Noche(int dia) = 0;

@@ -22,7 +22,7 @@ struct Filtros {
   std::optional<std::string> grupo, area, tipo;
 };
 
-// CLAVE, Total: rooms that are not withdrawn, by row key.
+// CLAVE, Total: number of rooms that are not withdrawn, by row key.
 void Totales(ado::TextoSQL& sql, ModoVista modo);
 
 // Condition of rows and counts, to follow a WHERE.
