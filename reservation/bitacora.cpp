@@ -90,6 +90,21 @@ bool MismaHabitacion(const com::Variant& a, const com::Variant& b) {
   return !a.EsNulo() && !b.EsNulo() && !com::Difieren(a, b);
 }
 
+// Both record sets of a stored reservation, or none when one cannot be read, which alFallar tells. arma: the header's
+// statement.
+void LeeImagen(const frmKV207& f, const std::string& folio, void (*arma)(ado::TextoSQL&, std::string_view),
+               const anfitrion::DatosMensaje& alFallar, frmKV207::Imagen& imagen) {
+  imagen = {};
+  Atrapa(f, alFallar, [&] {
+    frmKV207::Imagen leida;
+    arma(publico::NuevaSentencia(), folio);
+    leida.encabezado = publico::Ejecuta();
+    ArmaDetalleImagen(publico::NuevaSentencia(), folio);
+    leida.detalle = publico::Ejecuta();
+    imagen = leida;
+  });
+}
+
 ado::Recordset& Exige(const ado::RecordsetPtr& imagen) {
   if (!imagen) throw com::Error(com::error::kSinObjeto, "La imagen de la reservación no se pudo leer");
   return *imagen;
@@ -97,6 +112,7 @@ ado::Recordset& Exige(const ado::RecordsetPtr& imagen) {
 
 }  // namespace
 
+// The two differ in the case of one word, and stay so: a host may tell by it which of them it is given.
 void ArmaEncabezadoAntes(ado::TextoSQL& sql, std::string_view folio) {
   ArmaEncabezado(sql, "From Reservacion ", folio);
 }
@@ -191,27 +207,11 @@ std::string TextoCambioDetalle(const std::vector<ImagenRenglon>& antes, const st
 }
 
 void frmKV207::Resevacion_Antes(const std::string& folio, Imagen& antes) {
-  antes = {};
-  Atrapa(*this, mensaje::kAuditoriaAntes, [&] {
-    Imagen imagen;
-    ArmaEncabezadoAntes(publico::NuevaSentencia(), folio);
-    imagen.encabezado = publico::Ejecuta();
-    ArmaDetalleImagen(publico::NuevaSentencia(), folio);
-    imagen.detalle = publico::Ejecuta();
-    antes = imagen;
-  });
+  LeeImagen(*this, folio, ArmaEncabezadoAntes, mensaje::kAuditoriaAntes, antes);
 }
 
 void frmKV207::Resevacion_Despues(const std::string& folio, Imagen& despues) {
-  despues = {};
-  Atrapa(*this, mensaje::kAuditoriaDespues, [&] {
-    Imagen imagen;
-    ArmaEncabezadoDespues(publico::NuevaSentencia(), folio);
-    imagen.encabezado = publico::Ejecuta();
-    ArmaDetalleImagen(publico::NuevaSentencia(), folio);
-    imagen.detalle = publico::Ejecuta();
-    despues = imagen;
-  });
+  LeeImagen(*this, folio, ArmaEncabezadoDespues, mensaje::kAuditoriaDespues, despues);
 }
 
 void frmKV207::Analizar_Reservacion(const std::string& folio, Imagen& antes, Imagen& despues, bool& ok) {
