@@ -78,7 +78,7 @@ bool frmDisponibilidad::CargarDatos() {
 bool frmDisponibilidad::LlenaTablero() {
   const ModoVista modo = Modo();
   const int dias = com::DiasEntre(com::CDate(txtDEL.valor()), com::CDate(txtAL.valor()));
-  sentencias::Totales(publico::NuevaSentencia(), modo);
+  sentencias::ArmaTotales(publico::NuevaSentencia(), modo);
   const TotalesTablero totales(*publico::Ejecuta());
   if (totales.Vacio()) {
     MensajeError = modo == ModoVista::PorTipo
@@ -101,7 +101,7 @@ bool frmDisponibilidad::LlenaTablero() {
 
 void frmDisponibilidad::LlenaFilas(ModoVista modo, int dias, const TotalesTablero& totales) {
   const sentencias::Criterio criterio{modo, Condicion(modo), FolioExcluido};
-  sentencias::Filas(publico::NuevaSentencia(), modo, criterio.condicion);
+  sentencias::ArmaFilas(publico::NuevaSentencia(), modo, criterio.condicion);
   LectorFilas filas(publico::Ejecuta(), modo);
 
   ssDisponibilidad.ancho(col::kClave, kAnchoClave);

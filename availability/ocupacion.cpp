@@ -32,11 +32,11 @@ class LectorPorCelda : public LectorOcupacion {
   Ocupacion Noche(int dia) override {
     const std::string& noche = noches_[static_cast<std::size_t>(dia)];
     Ocupacion ocupacion;
-    sentencias::Reservaciones(publico::NuevaSentencia(), criterio_, clave_, noche);
+    sentencias::ArmaReservaciones(publico::NuevaSentencia(), criterio_, clave_, noche);
     ocupacion.reservaciones = Cantidad();
-    sentencias::Estancias(publico::NuevaSentencia(), criterio_, clave_, noche);
+    sentencias::ArmaEstancias(publico::NuevaSentencia(), criterio_, clave_, noche);
     ocupacion.estancias = Cantidad();
-    sentencias::Bloqueos(publico::NuevaSentencia(), criterio_, clave_, noche);
+    sentencias::ArmaBloqueos(publico::NuevaSentencia(), criterio_, clave_, noche);
     ocupacion.bloqueos = Cantidad();
     return ocupacion;
   }
@@ -58,9 +58,9 @@ class LectorPorConjuntos : public LectorOcupacion {
     primera_ = publico::Utilerias().FechaSQL(*primera);
     ultima_ = publico::Utilerias().FechaSQL(*ultima);
     // Reservations and stays hold the night's last minute, blocks the start of the day.
-    Cuenta(sentencias::ReservacionesDelRango, kUltimoMinuto, &Ocupacion::reservaciones);
-    Cuenta(sentencias::EstanciasDelRango, kUltimoMinuto, &Ocupacion::estancias);
-    Cuenta(sentencias::BloqueosDelRango, 0, &Ocupacion::bloqueos);
+    Cuenta(sentencias::ArmaReservacionesDelRango, kUltimoMinuto, &Ocupacion::reservaciones);
+    Cuenta(sentencias::ArmaEstanciasDelRango, kUltimoMinuto, &Ocupacion::estancias);
+    Cuenta(sentencias::ArmaBloqueosDelRango, 0, &Ocupacion::bloqueos);
   }
 
   void Fila(const std::string& clave) override {
@@ -108,7 +108,7 @@ class LectorPorConjuntos : public LectorOcupacion {
   std::string ComoLiteral(const std::string& clave) const {
     if (clave.find('\'') == std::string::npos) return clave;
     ado::TextoSQL& sql = publico::NuevaSentencia();
-    sentencias::Reservaciones(sql, criterio_, clave, primera_);
+    sentencias::ArmaReservaciones(sql, criterio_, clave, primera_);
     sql.Verifica();
     std::string leida;
     for (std::size_t i = 0; i < clave.size(); ++i) {

@@ -25,7 +25,7 @@ const ado::TextoSQL& SinEstanciaEnCurso() {
 
 }  // namespace
 
-void Totales(ado::TextoSQL& sql, ModoVista modo) {
+void ArmaTotales(ado::TextoSQL& sql, ModoVista modo) {
   if (modo == ModoVista::PorTipo) {
     sql.Agrega(
         "SELECT "
@@ -55,7 +55,7 @@ ado::TextoSQL Condicion(ModoVista modo, const Filtros& filtros) {
   return w;
 }
 
-void Filas(ado::TextoSQL& sql, ModoVista modo, const ado::TextoSQL& condicion) {
+void ArmaFilas(ado::TextoSQL& sql, ModoVista modo, const ado::TextoSQL& condicion) {
   if (modo == ModoVista::PorTipo) {
     sql.Agrega(
         "SELECT "
@@ -99,7 +99,7 @@ void Filas(ado::TextoSQL& sql, ModoVista modo, const ado::TextoSQL& condicion) {
       {condicion});
 }
 
-void Reservaciones(ado::TextoSQL& sql, const Criterio& criterio, std::string_view clave, std::string_view noche) {
+void ArmaReservaciones(ado::TextoSQL& sql, const Criterio& criterio, std::string_view clave, std::string_view noche) {
   sql.Agrega(
       "SELECT COUNT(RSd.Hb_Cve_Habitacion)AS Cantidad "
       "FROM Reservacion RS "
@@ -113,7 +113,7 @@ void Reservaciones(ado::TextoSQL& sql, const Criterio& criterio, std::string_vie
        noche});
 }
 
-void Estancias(ado::TextoSQL& sql, const Criterio& criterio, std::string_view clave, std::string_view noche) {
+void ArmaEstancias(ado::TextoSQL& sql, const Criterio& criterio, std::string_view clave, std::string_view noche) {
   sql.Agrega(
       "SELECT COUNT(CId.Hb_Cve_Habitacion)AS Cantidad "
       "FROM Check_In CI "
@@ -125,7 +125,7 @@ void Estancias(ado::TextoSQL& sql, const Criterio& criterio, std::string_view cl
       {criterio.condicion, DeLaFila(criterio.modo, clave), noche});
 }
 
-void Bloqueos(ado::TextoSQL& sql, const Criterio& criterio, std::string_view clave, std::string_view noche) {
+void ArmaBloqueos(ado::TextoSQL& sql, const Criterio& criterio, std::string_view clave, std::string_view noche) {
   sql.Agrega(criterio.modo == ModoVista::PorTipo
                  ? "SELECT COUNT(HBb.Hb_Cve_Habitacion) AS Cantidad "
                    "FROM Habitacion_Bloqueo HBb "
@@ -146,8 +146,8 @@ void Bloqueos(ado::TextoSQL& sql, const Criterio& criterio, std::string_view cla
 // rooms, then their lines from the first night on; stays from the first night on, then their rooms. A room's type is
 // joined where the row is the type: every row by room has one.
 
-void ReservacionesDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::string_view primera,
-                           std::string_view ultima) {
+void ArmaReservacionesDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::string_view primera,
+                               std::string_view ultima) {
   sql.Agrega(criterio.modo == ModoVista::PorTipo
                  ? "SELECT THb.Th_Cve_Tipo_Habitacion AS CLAVE, RSd.Rsd_Fecha_Inicio AS INICIO, "
                    "RSd.Rsd_Fecha_Fin AS FIN "
@@ -166,8 +166,8 @@ void ReservacionesDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::st
       {criterio.condicion, SinFolio(criterio.folioExcluido), SinEstanciaEnCurso(), primera, ultima});
 }
 
-void EstanciasDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::string_view primera,
-                       std::string_view ultima) {
+void ArmaEstanciasDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::string_view primera,
+                           std::string_view ultima) {
   sql.Agrega(criterio.modo == ModoVista::PorTipo
                  ? "SELECT THb.Th_Cve_Tipo_Habitacion AS CLAVE, CI.Ci_Llegada AS INICIO, CI.Ci_Salida AS FIN "
                    "FROM Check_In CI CROSS JOIN Check_In_Detalle CId CROSS JOIN Habitacion HB "
@@ -183,7 +183,8 @@ void EstanciasDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::string
       {criterio.condicion, primera, ultima});
 }
 
-void BloqueosDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::string_view primera, std::string_view ultima) {
+void ArmaBloqueosDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::string_view primera,
+                          std::string_view ultima) {
   sql.Agrega(criterio.modo == ModoVista::PorTipo
                  ? "SELECT THb.Th_Cve_Tipo_Habitacion AS CLAVE, HBb.Hbb_Fecha_Inicio AS INICIO, "
                    "HBb.Hbb_Fecha_Fin AS FIN "

@@ -23,26 +23,28 @@ struct Filtros {
 };
 
 // CLAVE, Total: number of rooms that are not withdrawn, by row key.
-void Totales(ado::TextoSQL& sql, ModoVista modo);
+void ArmaTotales(ado::TextoSQL& sql, ModoVista modo);
 
 // Condition of rows and counts, to follow a WHERE.
 [[nodiscard]] ado::TextoSQL Condicion(ModoVista modo, const Filtros& filtros);
 
 // CLAVE, DESCRIPCION and, by room, DESCRIPCION_TIPO of the board's rows, in the database's order.
-void Filas(ado::TextoSQL& sql, ModoVista modo, const ado::TextoSQL& condicion);
+void ArmaFilas(ado::TextoSQL& sql, ModoVista modo, const ado::TextoSQL& condicion);
 
 // --- cell by cell ---
 // Cantidad of one row on one night. noche: the night as Utilerias.FechaSQL gives it.
-void Reservaciones(ado::TextoSQL& sql, const Criterio& criterio, std::string_view clave, std::string_view noche);
-void Estancias(ado::TextoSQL& sql, const Criterio& criterio, std::string_view clave, std::string_view noche);
-void Bloqueos(ado::TextoSQL& sql, const Criterio& criterio, std::string_view clave, std::string_view noche);
+void ArmaReservaciones(ado::TextoSQL& sql, const Criterio& criterio, std::string_view clave, std::string_view noche);
+void ArmaEstancias(ado::TextoSQL& sql, const Criterio& criterio, std::string_view clave, std::string_view noche);
+void ArmaBloqueos(ado::TextoSQL& sql, const Criterio& criterio, std::string_view clave, std::string_view noche);
 
 // --- whole sets ---
 // CLAVE, INICIO, FIN of everything that takes a room of any row on some night of the range. CLAVE is spelled as in the
 // rows statement. primera, ultima: first and last night as Utilerias.FechaSQL gives them.
-void ReservacionesDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::string_view primera,
+void ArmaReservacionesDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::string_view primera,
+                               std::string_view ultima);
+void ArmaEstanciasDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::string_view primera,
                            std::string_view ultima);
-void EstanciasDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::string_view primera, std::string_view ultima);
-void BloqueosDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::string_view primera, std::string_view ultima);
+void ArmaBloqueosDelRango(ado::TextoSQL& sql, const Criterio& criterio, std::string_view primera,
+                          std::string_view ultima);
 
 }  // namespace kv207::sentencias

@@ -293,7 +293,7 @@ std::vector<LibresDeTipo> LeeLibres(com::Fecha dia) {
   for (int n = 0; n < kNochesLibres; ++n) noches.push_back(com::MasDias(dia, n));
   const kv207::sentencias::Criterio criterio{kv207::ModoVista::PorTipo,
                                              kv207::sentencias::Condicion(kv207::ModoVista::PorTipo, {}), ""};
-  kv207::sentencias::Totales(publico::NuevaSentencia(), kv207::ModoVista::PorTipo);
+  kv207::sentencias::ArmaTotales(publico::NuevaSentencia(), kv207::ModoVista::PorTipo);
   const kv207::TotalesTablero totales(*publico::Ejecuta());
   const auto lector = publico::Sistema().ObtenConexion()->LeeConjuntos() ? kv207::LeePorConjuntos(criterio, noches)
                                                                          : kv207::LeePorCelda(criterio, noches);

@@ -30,17 +30,18 @@ std::vector<Caso> Casos() {
         casos.push_back({nombre + sufijo, {}, delRango});
         arma(casos.back().texto);
       };
-      agrega("totals", [&](ado::TextoSQL& s) { sentencias::Totales(s, modo); });
-      agrega("rows", [&](ado::TextoSQL& s) { sentencias::Filas(s, modo, criterio.condicion); });
-      agrega("reservations", [&](ado::TextoSQL& s) { sentencias::Reservaciones(s, criterio, "101", "2026-03-09"); });
-      agrega("stays", [&](ado::TextoSQL& s) { sentencias::Estancias(s, criterio, "101", "2026-03-09"); });
-      agrega("blocks", [&](ado::TextoSQL& s) { sentencias::Bloqueos(s, criterio, "101", "2026-03-09"); });
+      agrega("totals", [&](ado::TextoSQL& s) { sentencias::ArmaTotales(s, modo); });
+      agrega("rows", [&](ado::TextoSQL& s) { sentencias::ArmaFilas(s, modo, criterio.condicion); });
+      agrega("reservations",
+             [&](ado::TextoSQL& s) { sentencias::ArmaReservaciones(s, criterio, "101", "2026-03-09"); });
+      agrega("stays", [&](ado::TextoSQL& s) { sentencias::ArmaEstancias(s, criterio, "101", "2026-03-09"); });
+      agrega("blocks", [&](ado::TextoSQL& s) { sentencias::ArmaBloqueos(s, criterio, "101", "2026-03-09"); });
       const auto rango = [&](auto arma) {
         return [&criterio, arma](ado::TextoSQL& s) { arma(s, criterio, "2026-03-09", "2026-03-15"); };
       };
-      agrega("reservations of the range", rango(sentencias::ReservacionesDelRango), true);
-      agrega("stays of the range", rango(sentencias::EstanciasDelRango), true);
-      agrega("blocks of the range", rango(sentencias::BloqueosDelRango), true);
+      agrega("reservations of the range", rango(sentencias::ArmaReservacionesDelRango), true);
+      agrega("stays of the range", rango(sentencias::ArmaEstanciasDelRango), true);
+      agrega("blocks of the range", rango(sentencias::ArmaBloqueosDelRango), true);
     }
   }
   return casos;

@@ -59,14 +59,14 @@ std::vector<ado::TextoSQL> SentenciasDePantalla() {
   agrega([&](auto& q) { ArmaOtraReservacion(q, cuarto, dia, ""); });
   for (const auto modo : {ModoVista::PorTipo, ModoVista::PorHabitacion}) {
     const s::Criterio criterio{modo, s::Condicion(modo, {"01", "01", "0001"}), folio};
-    agrega([&](auto& q) { s::Totales(q, modo); });
-    agrega([&](auto& q) { s::Filas(q, modo, criterio.condicion); });
-    agrega([&](auto& q) { s::Reservaciones(q, criterio, cuarto, dia); });
-    agrega([&](auto& q) { s::Estancias(q, criterio, cuarto, dia); });
-    agrega([&](auto& q) { s::Bloqueos(q, criterio, cuarto, dia); });
-    agrega([&](auto& q) { s::ReservacionesDelRango(q, criterio, dia, dia); });
-    agrega([&](auto& q) { s::EstanciasDelRango(q, criterio, dia, dia); });
-    agrega([&](auto& q) { s::BloqueosDelRango(q, criterio, dia, dia); });
+    agrega([&](auto& q) { s::ArmaTotales(q, modo); });
+    agrega([&](auto& q) { s::ArmaFilas(q, modo, criterio.condicion); });
+    agrega([&](auto& q) { s::ArmaReservaciones(q, criterio, cuarto, dia); });
+    agrega([&](auto& q) { s::ArmaEstancias(q, criterio, cuarto, dia); });
+    agrega([&](auto& q) { s::ArmaBloqueos(q, criterio, cuarto, dia); });
+    agrega([&](auto& q) { s::ArmaReservacionesDelRango(q, criterio, dia, dia); });
+    agrega([&](auto& q) { s::ArmaEstanciasDelRango(q, criterio, dia, dia); });
+    agrega([&](auto& q) { s::ArmaBloqueosDelRango(q, criterio, dia, dia); });
   }
   return todas;
 }
