@@ -103,7 +103,7 @@ void frmKV207::Controles_Nuevo() {
 void frmKV207::Controles_Editar() {
   // Accepting a reservation that was read in part only would store that part.
   const bool completa = CargaCompleta || (CargaReservacion() && Controles.PermiteAccion4());
-  if (!completa) return Controles.ConcluyeAceptar();
+  if (!completa) return Controles.ConcluyeAceptar();  // out of the edit that the toolbar has begun
   publico::Utilerias().HabilitaGrupo(*this, grupo::kCaptura);
   txtFolio.enabled(false);
   dpFecha_llegada.editable(true);

@@ -243,6 +243,7 @@ void GuardaTarjeta(const frmKV207& f, const std::string& folio) {
 std::variant<std::string, Rechazo> GuardaTodo(frmKV207& f, bool nuevo, anfitrion::Hotel& almacen) {
   frmKV207::Imagen antes;
   if (nuevo) {
+    // Proposed for the next one also when this save is refused.
     f.FechaCaptura = f.dpFecha.valor();
     f.MonedaDefault = f.txtMoneda.text();
   } else {

@@ -109,7 +109,8 @@ std::vector<PeriodoRenglon> PeriodosDe(const controles::Grid& grid) {
   return periodos;
 }
 
-// All nights of all lines.
+// All nights of all lines. The line that is looked at becomes the current one, here and in RevisaPersonas: what the
+// clerk is told concerns it.
 Motivo RevisaNoches(frmKV207& f) {
   controles::Grid& grid = f.ssReservaciones;
   const int filas = grid.Filas();
