@@ -228,6 +228,16 @@ identidades += ["bloqueo", "bloqueo"]
 con_nombres = agendas("--nombres")[0]
 dichos = [str(e["SUMMARY"]) for lista in con_nombres.values() for e in lista]
 assert any(d.startswith("Ñandú; García, \\ de la Peña y Ordóñez de Montalvo de los Ríos Áéíóú (") for d in dichos), dichos
+# A line of three: the second one begins with a blank of its own behind that of the fold, and ends before a letter of two
+# bytes of which one alone would fit.
+largo = "x" * 67 + " " + "y" * 72 + "é y Compañía"
+renombra = "sql \"UPDATE Cliente SET Cl_Razon_Social_1 = '%s' WHERE Cl_Cve_Cliente = '0000000003'\"\n"
+guion(renombra % largo)
+dichos = [str(e["SUMMARY"]) for lista in agendas("--nombres")[0].values() for e in lista]
+assert any(d.startswith(largo + " (") for d in dichos), dichos
+doblada = "".join(open("agendas/" + n, encoding="utf-8", newline="").read() for n in os.listdir("agendas"))
+assert "x\r\n  y" in doblada and "y\r\n é" in doblada, "the folds fall where they are to be looked at"
+guion(renombra % "Peña")
 guion("abre\nagenda todas todas.ics nombres\n")
 assert len(icalendar.Calendar.from_ical(open("todas.ics").read()).walk("VEVENT")) == len(identidades)
 hecho = subprocess.run([BASE, "agenda", "hotel.db", "no_hay"], text=True, capture_output=True)
