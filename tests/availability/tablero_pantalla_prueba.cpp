@@ -119,6 +119,12 @@ TEST_F(Tablero, ElTecladoHaceLoQueElRaton) {
   EXPECT_FALSE(tablero.HaySeleccion);
   grid.PulsaTecla(tecla::kEspacio, 1);
   EXPECT_EQ(Estados(0)[2], EstadoCelda::Ocupando);
+  // Enter has moved on as a key; the character that comes with it is nobody's. Others are whose they were.
+  for (const auto& [caracter, queda] : {std::pair(tecla::kEnter, 0), std::pair(int{'a'}, int{'a'})}) {
+    int dado = caracter;
+    grid.KeyPress(dado);
+    EXPECT_EQ(dado, queda) << caracter;
+  }
   grid.PulsaTecla(tecla::kEnter);
   EXPECT_EQ(grid.fila(), 0);
   EXPECT_EQ(grid.columna(), 3);
