@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <tuple>
 
 #include "host/standalone/llave.h"
 #include "host/standalone/palabras.h"
@@ -24,6 +25,26 @@ bool Menciona(std::string_view texto, std::string_view palabra) {
   return std::search(texto.begin(), texto.end(), palabra.begin(), palabra.end(), igual) != texto.end();
 }
 
+// How many "?" stand before that value.
+std::size_t PreguntasAntes(const Partida& partida, std::size_t valor) {
+  const auto fin = partida.valores.begin() + static_cast<std::ptrdiff_t>(valor);
+  return static_cast<std::size_t>(
+      std::count_if(partida.valores.begin(), fin, [](const ValorPartido& p) { return p.pregunta; }));
+}
+
+// A statement's value; "" for one that is not given.
+std::string TextoDe(const Partida& partida, std::size_t valor, const ConexionDeMotor::Parametros* parametros) {
+  const ValorPartido& v = partida.valores[valor];
+  if (!v.pregunta) return SinComillasDobles(v.texto);
+  const std::size_t antes = PreguntasAntes(partida, valor);
+  return parametros == nullptr || antes >= parametros->size() ? "" : com::TextoDe((*parametros)[antes]);
+}
+
+// Of a table's row, as keys compare.
+std::string NombreDeFila(std::string_view tabla, const std::string& llave) {
+  return std::string(tabla) + "|" + com::Plegado(com::Recorta(llave));
+}
+
 class ConexionCifrada final : public ConexionDeMotor {
  public:
   ConexionCifrada(std::shared_ptr<ConexionDeMotor> motor, const OpcionesConexion& opciones, const Reloj& reloj)
@@ -44,7 +65,7 @@ class ConexionCifrada final : public ConexionDeMotor {
   }
   using ado::Connection::Execute;
   ado::RecordsetPtr Consulta(std::string_view sentencia, const Parametros& parametros) override {
-    if (SoloLee(sentencia)) return Abre(motor_->Consulta(sentencia, parametros), sentencia);
+    if (SoloLee(sentencia)) return Abre(motor_->Consulta(sentencia, parametros), sentencia, &parametros);
     Parametros cifrados = parametros;
     const std::string cifrada = Cifra(sentencia, true, cifrados);
     return motor_->Consulta(cifrada, cifrados);
@@ -69,11 +90,39 @@ class ConexionCifrada final : public ConexionDeMotor {
  private:
   // The statement as it goes to the engine; parametros likewise.
   std::string Cifra(std::string_view sentencia, bool conPreguntas, Parametros& parametros);
-  std::string Cifrado(const std::string& texto, Llave::Clase clase);
+  // A row that a statement writes: which one, and what it writes into its columns of cards.
+  struct Escrita {
+    std::string fila;  // NombreDeFila; "" not known
+    std::string numero, codigo;
+  };
+  std::string Cifrado(const std::string& texto, Llave::Clase clase, const Escrita& escrita);
   std::string Sellado(const Llave& llave, const std::string& texto, Llave::Clase clase) const;
   // The record set with its marks opened; the same one when it has none.
-  ado::RecordsetPtr Abre(ado::RecordsetPtr filas, std::string_view sentencia);
-  std::string Abierto(const std::string& texto, bool exige);
+  ado::RecordsetPtr Abre(ado::RecordsetPtr filas, std::string_view sentencia, const Parametros* parametros = nullptr);
+  // ocultas: where the marks go whose texts were masked.
+  std::string Abierto(const std::string& texto, bool exige, std::vector<std::string>& ocultas);
+  // The row that a SELECT names, and what of its card it asks for.
+  struct Leida {
+    std::string fila;  // NombreDeFila; "" not known
+    bool numero = false, codigo = false;
+  };
+  Leida FilaLeida(std::string_view sentencia, const Parametros* parametros);
+
+  // A card that was shown masked.
+  struct Mostrada {
+    std::string fila;                        // NombreDeFila; "" not known
+    std::string numero, codigo;              // marks; "" none
+    std::string numeroOculto, codigoOculto;  // and what was shown of them
+
+    const std::string& Marca(Llave::Clase clase) const { return clase == Llave::Clase::Numero ? numero : codigo; }
+  };
+  // ocultas: the marks of one row.
+  void Recuerda(const Leida& leida, const std::vector<std::string>& ocultas);
+  // What is known of a row's card, by what was read of it now.
+  void Renueva(Mostrada& sabida, const Mostrada& nueva, const Leida& leida);
+  // The mark that a masked text stands for; "" for one that was not shown. com::Error kArgumento when it may be that of
+  // several cards.
+  std::string MarcaOculta(const std::string& limpio, Llave::Clase clase, const Escrita& escrita);
 
   // The last value of the statement that was split last: in a change of state, the reservation's.
   std::string Folio() const { return partida_.valores.empty() ? "" : com::Recorta(partida_.valores.back().texto); }
@@ -94,10 +143,11 @@ class ConexionCifrada final : public ConexionDeMotor {
   std::function<bool()> veTarjetas_;
   std::vector<Llave> llaves_;
   Partida partida_;
-  std::optional<Llave> deLaBase_;               // the one that its cards are sealed with
-  std::string testigo_;                         // reads one of them
-  com::Variant deQuien_;                        // and its key
-  std::map<std::string, std::string> ocultas_;  // masked text, and the mark that it hides: the last one shown
+  std::optional<Llave> deLaBase_;  // the one that its cards are sealed with
+  std::string testigo_;            // reads one of them
+  com::Variant deQuien_;           // and its key
+  // None is dropped: of two that are shown alike the other one would be taken for it.
+  std::vector<Mostrada> mostradas_;
 };
 
 void ConexionCifrada::SinLlave() {
@@ -161,17 +211,84 @@ std::string ConexionCifrada::Sellado(const Llave& llave, const std::string& text
   return llave.Sella(texto, clase, motor_->Motor() == esquema::Motor::PostgreSQL);
 }
 
-std::string ConexionCifrada::Cifrado(const std::string& texto, Llave::Clase clase) {
+// What was asked for is as it was read, even where nothing is left of it: number and code may be asked for one after
+// the other, but a code is not kept beside a number that it does not belong to.
+void ConexionCifrada::Renueva(Mostrada& sabida, const Mostrada& nueva, const Leida& leida) {
+  const bool conNumero = leida.numero || !nueva.numero.empty();
+  const bool otra = conNumero && !sabida.numero.empty() && sabida.numero != nueva.numero &&
+                    (nueva.numero.empty() || Abierta(sabida.numero, false) != Abierta(nueva.numero, false));
+  if (conNumero) std::tie(sabida.numero, sabida.numeroOculto) = std::tie(nueva.numero, nueva.numeroOculto);
+  if (otra || leida.codigo || !nueva.codigo.empty())
+    std::tie(sabida.codigo, sabida.codigoOculto) = std::tie(nueva.codigo, nueva.codigoOculto);
+}
+
+void ConexionCifrada::Recuerda(const Leida& leida, const std::vector<std::string>& ocultas) {
+  std::vector<Mostrada> nuevas;
+  if (!leida.fila.empty()) nuevas.emplace_back().fila = leida.fila;  // its card may be empty now
+  // In the order of the row's columns: the first code is the first number's.
+  const auto pon = [&](Llave::Clase clase, std::string Mostrada::*marca, std::string Mostrada::*oculto) {
+    std::size_t cual = 0;
+    for (const std::string& m : ocultas) {
+      if (ClaseDeMarca(m) != clase) continue;
+      if (cual == nuevas.size()) nuevas.emplace_back().fila = leida.fila;
+      nuevas[cual].*marca = m;
+      nuevas[cual++].*oculto = Enmascara(Abierta(m, true).value_or(""), clase);
+    }
+  };
+  pon(Llave::Clase::Numero, &Mostrada::numero, &Mostrada::numeroOculto);
+  pon(Llave::Clase::Codigo, &Mostrada::codigo, &Mostrada::codigoOculto);
+  for (Mostrada& nueva : nuevas) {
+    if (nuevas.size() > 1) nueva.fila.clear();  // one of them is the row's, and which is not known
+    const auto ya = std::ranges::find_if(mostradas_, [&](const Mostrada& m) {
+      return m.fila == nueva.fila && (!m.fila.empty() || (m.numero == nueva.numero && m.codigo == nueva.codigo));
+    });
+    if (ya != mostradas_.end())
+      Renueva(*ya, nueva, leida);
+    else if (!ocultas.empty())
+      mostradas_.push_back(std::move(nueva));
+  }
+}
+
+// The row's own; else that of the card which both masked texts fit, if it is one and the same wherever it was shown.
+std::string ConexionCifrada::MarcaOculta(const std::string& limpio, Llave::Clase clase, const Escrita& escrita) {
+  const bool numero = clase == Llave::Clase::Numero;
+  const std::string& otro = numero ? escrita.codigo : escrita.numero;
+  std::vector<const Mostrada*> posibles, enteras;
+  for (const Mostrada& m : mostradas_) {
+    if ((numero ? m.numeroOculto : m.codigoOculto) != limpio) continue;
+    const std::string& suOtro = numero ? m.codigoOculto : m.numeroOculto;
+    // The code of the card that is meant may have been forgotten: that of one with another number is not its.
+    if (EsOculto(otro) && !suOtro.empty() && suOtro != otro) continue;
+    posibles.push_back(&m);
+    if (suOtro == otro) enteras.push_back(&m);
+  }
+  if (!enteras.empty()) posibles = std::move(enteras);
+  if (posibles.empty()) return {};
+  const auto suya = std::ranges::find_if(
+      posibles, [&](const Mostrada* m) { return !escrita.fila.empty() && m->fila == escrita.fila; });
+  if (suya != posibles.end()) return (*suya)->Marca(clase);
+  const std::string& marca = posibles.front()->Marca(clase);
+  const auto misma = [&](const Mostrada* m) {
+    return m->Marca(clase) == marca || Abierta(m->Marca(clase), true) == Abierta(marca, true);
+  };
+  if (!std::ranges::all_of(posibles, misma))
+    throw com::Error(com::error::kArgumento,
+                     "Escriba completo el dato de la tarjeta: hay más de una que se muestra igual");
+  return marca;
+}
+
+std::string ConexionCifrada::Cifrado(const std::string& texto, Llave::Clase clase, const Escrita& escrita) {
   const std::string limpio = com::Recorta(texto);
   if (limpio.empty()) return texto;
-  const auto oculta = ocultas_.find(limpio);
-  if (oculta == ocultas_.end() && EsOculto(limpio) && motor_->roles().OcultaTarjetas()) return texto;
-  if (oculta == ocultas_.end() && EsOculto(limpio))
+  std::string marca = EsOculto(limpio) ? MarcaOculta(limpio, clase, escrita) : "";
+  if (marca.empty() && EsOculto(limpio)) {
+    if (motor_->roles().OcultaTarjetas()) return texto;
     throw com::Error(com::error::kArgumento, "Escriba completo el dato de la tarjeta: no se conoce el que se ocultó");
+  }
   const Llave& llave = LlaveParaCifrar();
-  if (oculta == ocultas_.end()) return Sellado(llave, texto, clase);
-  if (HuellaDeMarca(oculta->second) == llave.Huella()) return oculta->second;
-  return Sellado(llave, Abierta(oculta->second, true).value_or(""), clase);
+  if (marca.empty()) return Sellado(llave, texto, clase);
+  if (HuellaDeMarca(marca) == llave.Huella()) return marca;
+  return Sellado(llave, Abierta(marca, true).value_or(""), clase);
 }
 
 std::string ConexionCifrada::Cifra(std::string_view sentencia, bool conPreguntas, Parametros& parametros) {
@@ -182,17 +299,24 @@ std::string ConexionCifrada::Cifra(std::string_view sentencia, bool conPreguntas
   std::vector<ValorDeTarjeta> valores = ValoresDeTarjeta(sentencia, partida);
   // From the last one on, so that the places of those before it stay.
   std::ranges::sort(valores, std::greater<>{}, &ValorDeTarjeta::valor);
+  // As they are before any is sealed.
+  std::map<std::size_t, Escrita> filas;
+  for (const ValorDeTarjeta& v : valores) {
+    Escrita& escrita = filas[v.fila];
+    if (v.llave) escrita.fila = NombreDeFila(v.columna->tabla, TextoDe(partida, *v.llave, &parametros));
+    (v.columna->clase == Llave::Clase::Numero ? escrita.numero : escrita.codigo) =
+        com::Recorta(TextoDe(partida, v.valor, &parametros));
+  }
   for (const ValorDeTarjeta& v : valores) {
     const ValorPartido& valor = partida.valores[v.valor];
+    const auto cifrado = [&](const std::string& texto) { return Cifrado(texto, v.columna->clase, filas[v.fila]); };
     if (valor.pregunta) {
-      const auto antes =
-          std::ranges::count_if(partida.valores.begin(), partida.valores.begin() + static_cast<std::ptrdiff_t>(v.valor),
-                                [](const ValorPartido& p) { return p.pregunta; });
-      if (static_cast<std::size_t>(antes) >= parametros.size()) continue;  // the engine says so
-      com::Variant& parametro = parametros[static_cast<std::size_t>(antes)];
-      if (!parametro.EsNulo() && !parametro.EsVacio()) parametro = Cifrado(com::CStr(parametro), v.clase);
+      const std::size_t antes = PreguntasAntes(partida, v.valor);
+      if (antes >= parametros.size()) continue;  // the engine says so
+      com::Variant& parametro = parametros[antes];
+      if (!parametro.EsNulo() && !parametro.EsVacio()) parametro = cifrado(com::CStr(parametro));
     } else {
-      const std::string texto = Cifrado(SinComillasDobles(valor.texto), v.clase);
+      const std::string texto = cifrado(SinComillasDobles(valor.texto));
       if (!texto.empty())
         cifrada.replace(static_cast<std::size_t>(valor.texto.data() - sentencia.data()), valor.texto.size(), texto);
     }
@@ -207,7 +331,7 @@ std::optional<std::string> ConexionCifrada::Abierta(std::string_view marca, bool
   return claro;
 }
 
-std::string ConexionCifrada::Abierto(const std::string& texto, bool exige) {
+std::string ConexionCifrada::Abierto(const std::string& texto, bool exige, std::vector<std::string>& ocultas) {
   std::string abierto, resto = texto;
   for (std::string_view marca = BuscaMarca(resto); !marca.empty(); marca = BuscaMarca(resto)) {
     const auto lugar = static_cast<std::size_t>(marca.data() - resto.data());
@@ -216,16 +340,27 @@ std::string ConexionCifrada::Abierto(const std::string& texto, bool exige) {
     if (claro && (!veTarjetas_ || veTarjetas_())) {
       abierto += *claro;
     } else if (claro) {
-      const std::string oculto = Enmascara(*claro, ClaseDeMarca(marca));
-      ocultas_[oculto] = marca;
-      abierto += oculto;
+      ocultas.emplace_back(marca);
+      abierto += Enmascara(*claro, ClaseDeMarca(marca));
     }
     resto = resto.substr(lugar + marca.size());
   }
   return abierto + resto;
 }
 
-ado::RecordsetPtr ConexionCifrada::Abre(ado::RecordsetPtr filas, std::string_view sentencia) {
+ConexionCifrada::Leida ConexionCifrada::FilaLeida(std::string_view sentencia, const Parametros* parametros) {
+  try {
+    Parte(sentencia, parametros != nullptr, partida_);
+  } catch (const com::Error&) {
+    return {};  // the engine took it: an apostrophe in a comment
+  }
+  const auto fila = FilaDe(partida_);
+  if (!fila) return {};
+  return {NombreDeFila(fila->tabla, TextoDe(partida_, fila->llave, parametros)), fila->numero, fila->codigo};
+}
+
+ado::RecordsetPtr ConexionCifrada::Abre(ado::RecordsetPtr filas, std::string_view sentencia,
+                                        const Parametros* parametros) {
   // Of a row that is asked for whole, what cannot be opened is left out.
   const bool todas = sentencia.find('*') != std::string_view::npos;
   if (!Menciona(sentencia, "tarjeta") && !(todas && Menciona(sentencia, "cliente"))) return filas;
@@ -233,16 +368,22 @@ ado::RecordsetPtr ConexionCifrada::Abre(ado::RecordsetPtr filas, std::string_vie
   const std::size_t columnas = filas->Nombres().size();
   celdas.reserve(columnas * static_cast<std::size_t>(filas->RecordCount()));
   bool cambia = false;
+  std::vector<std::string> ocultas;  // of a row
   for (; !filas->Eof(); filas->MoveNext()) {
+    ocultas.clear();
     for (std::size_t c = 0; c < columnas; ++c) {
       const com::Variant& celda = filas->Fields(c).Value();
       if (celda.EsTexto() && !BuscaMarca(com::CStr(celda)).empty()) {
-        celdas.emplace_back(Abierto(com::CStr(celda), !todas));
+        celdas.emplace_back(Abierto(com::CStr(celda), !todas, ocultas));
         cambia = true;
       } else {
         celdas.push_back(celda);
       }
     }
+    const bool una = filas->RecordCount() == 1;
+    // A row that was shown masked may have no card now.
+    if (ocultas.empty() && (cambia || !una || mostradas_.empty())) continue;
+    Recuerda(una ? FilaLeida(sentencia, parametros) : Leida{}, ocultas);
   }
   if (!cambia) {
     if (filas->RecordCount() > 0) filas->MoveFirst();

@@ -1,7 +1,9 @@
 // Between the engine and whoever asks it: card numbers and codes rest sealed, and are read in clear.
 //
 // What a statement writes into a card column is sealed on its way in; the marks that come back in any text are opened,
-// or masked for a user who may not see card data. A masked text that is written back stands for what it hides.
+// or masked for a user who may not see card data. A masked text that is written back stands for what it hides: the card
+// that the row showed, or where it is another row's the one card that was shown like that. Where that may be several
+// the data must be typed (com::Error kArgumento).
 #pragma once
 
 #include <memory>

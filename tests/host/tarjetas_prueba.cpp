@@ -128,6 +128,134 @@ TEST_F(Tarjetas, QuienNoTieneElPermisoVeLasUltimasCuatroYNoLasPierde) {
   EXPECT_EQ(Lee("Cl_Tarjeta_Codigo_Seguridad"), "739");
 }
 
+// All that a masked session sees of them is the same; each row keeps its own, and no other gets one of them.
+TEST_F(Tarjetas, DosQueTerminanIgualNoSeMezclan) {
+  base().Directa(
+      "INSERT INTO Cliente (Cl_Cve_Cliente, Cl_Tarjeta_Numero, Cl_Tarjeta_Codigo_Seguridad) VALUES ('C2', "
+      "'5111999912345678', '846'), ('C3', '4111222233334444', '321')");
+  base().Directa("INSERT INTO Reservacion_Datos_Tarjeta VALUES ('F1', 'Banco', '6011777712345678', '159', NULL)");
+  base().Directa("INSERT INTO Permiso (Pe_Usuario, Pe_Pantalla, Pe_Opcion) VALUES ('ANA', 'KV207', 'CHTARJ')");
+  const std::string deCliente =
+                        "SELECT Cl_Tarjeta_Numero, Cl_Tarjeta_Codigo_Seguridad FROM Cliente WHERE "
+                        "Cl_Cve_Cliente = ",
+                    deReservacion =
+                        "SELECT Rdt_Numero, Rdt_Codigo_Seguridad FROM Reservacion_Datos_Tarjeta WHERE Rs_Folio = ";
+  const auto lee = [&](const std::string& sentencia) {
+    const auto rs = base().Directa(sentencia);
+    return rs->Eof() ? "(nada)" : com::CStr(rs->Fields(0).Value()) + "/" + com::CStr(rs->Fields(1).Value());
+  };
+  const auto inserta = [&](const std::string& folio, const std::string& numero) {
+    base().Execute("DELETE FROM Reservacion_Datos_Tarjeta WHERE Rs_Folio = '" + folio + "' ");
+    base().Execute(
+        "INSERT INTO Reservacion_Datos_Tarjeta(Rs_Folio, Rdt_Banco, Rdt_Numero, Rdt_Codigo_Seguridad) "
+        "VALUES('" +
+        folio + "', 'Banco', '" + numero + "', '***')");
+  };
+  Abre("LUPE");
+  EXPECT_EQ(lee(deCliente + "'C3'"), "************4444/***");
+  for (const char* clave : {"'C1'", "'C2'"}) EXPECT_EQ(lee(deCliente + clave), "************5678/***");
+  EXPECT_EQ(com::CStr(base().Consulta(deReservacion + "?", {"F1"})->Fields(0).Value()), "************5678");
+  for (const char* clave : {"C2", "c1 "})
+    base().Execute(
+        "UPDATE Cliente SET Cl_Tarjeta_Numero= '************5678', Cl_Tarjeta_Codigo_Seguridad = '***' WHERE "
+        "Cl_Cve_Cliente = '" +
+        std::string(clave) + "' ");
+  inserta("F1", "************5678");
+  inserta("F3", "************4444");
+  EXPECT_EQ(pruebas::TextoDeError([&] { inserta("F2", "************5678"); }),
+            "Escriba completo el dato de la tarjeta: hay más de una que se muestra igual");
+  base().Consulta("UPDATE Cliente SET Cl_Tarjeta_Codigo_Seguridad = ?, Cl_Correo = 'a@b.mx' WHERE Cl_Cve_Cliente = ?",
+                  {"***", "C2"});
+  Abre("ANA");
+  EXPECT_EQ(lee(deCliente + "'C1'"), "4000123412345678 /739");
+  EXPECT_EQ(lee(deCliente + "'C2'"), "5111999912345678/846");
+  EXPECT_EQ(lee(deReservacion + "'F1'"), "6011777712345678/159");
+  EXPECT_EQ(lee(deReservacion + "'F3'"), "4111222233334444/321") << "the code that goes with the number";
+  EXPECT_EQ(lee(deReservacion + "'F2'"), "(nada)");
+}
+
+// Each statement gives the other row alone.
+TEST_F(Tarjetas, LoLeidoEsDeUnaFilaSoloSiSeNombraSinDuda) {
+  base().Directa(
+      "INSERT INTO Cliente (Cl_Cve_Cliente, Cl_Tarjeta_Numero, Cl_Tarjeta_Codigo_Seguridad) VALUES ('C2', "
+      "'5111999912345678', '846')");
+  base().Consulta(
+      "INSERT INTO Reservacion (Rs_Folio, Cl_Cve_Cliente, Rs_Huesped, Rs_Salida) VALUES ('F1', 'C1', 'C2', ?)",
+      {com::FechaDe(2026, 3, 12)});
+  base().Directa("INSERT INTO Permiso (Pe_Usuario, Pe_Pantalla, Pe_Opcion) VALUES ('ANA', 'KV207', 'CHTARJ')");
+  const std::string lee = "SELECT Cl_Tarjeta_Numero, Cl_Tarjeta_Codigo_Seguridad FROM Cliente ";
+  for (const char* otra :
+       {"WHERE Cl_Cve_Cliente = 'C1' AND Cl_Correo = 'x' OR Cl_Cve_Cliente = 'C2'", "WHERE NOT Cl_Cve_Cliente = 'C1'",
+        "WHERE (1 = 1 AND Cl_Cve_Cliente = 'C1' AND 1 = 1) = 0", "WHERE Cl_Cve_Cliente = 'C1' = 0",
+        "WHERE CASE WHEN 1 = 1 AND Cl_Cve_Cliente = 'C1' AND 1 = 1 THEN 0 ELSE 1 END = 1",
+        "WHERE Cl_Cve_Cliente = 'C1' AND 1 = 0 UNION SELECT Cl_Tarjeta_Numero, '' FROM Cliente WHERE Cl_Cve_Cliente = "
+        "'C2'",
+        "WHERE Cl_Cve_Cliente = (SELECT MAX(Rs_Huesped) FROM Reservacion WHERE Cl_Cve_Cliente = 'C1')",
+        "c JOIN Reservacion r ON Rs_Huesped = c.Cl_Cve_Cliente WHERE r.Cl_Cve_Cliente = 'C1'",
+        "c, Reservacion r WHERE Rs_Huesped = c.Cl_Cve_Cliente AND r.Cl_Cve_Cliente = 'C1'",
+        "/* WHERE Cl_Cve_Cliente = 'C1' AND */ WHERE Cl_Cve_Cliente = 'C2'",
+        "-- WHERE Cl_Cve_Cliente = 'C1' AND\nWHERE Cl_Cve_Cliente = 'C2'",
+        "-- C1's is another\nWHERE Cl_Cve_Cliente = 'C2'"}) {
+    Abre("LUPE");
+    base().Directa(lee + "WHERE Cl_Cve_Cliente = 'C1'");
+    const auto rs = base().Directa(lee + otra);
+    ASSERT_EQ(rs->RecordCount(), 1) << otra;
+    EXPECT_EQ(com::CStr(rs->Fields(0).Value()), "************5678") << otra;
+    base().Execute(
+        "UPDATE Cliente SET Cl_Tarjeta_Numero = '************5678', Cl_Tarjeta_Codigo_Seguridad = '***' WHERE "
+        "Cl_Cve_Cliente = 'C1'");
+    Abre("ANA");
+    ASSERT_EQ(Lee("Cl_Tarjeta_Numero + Cl_Tarjeta_Codigo_Seguridad", "Cliente WHERE Cl_Cve_Cliente = 'C1'"),
+              "4000123412345678 739")
+        << otra;
+  }
+}
+
+TEST_F(Tarjetas, LoQueYaNoTieneLaFilaNoVuelve) {
+  base().Directa("INSERT INTO Permiso (Pe_Usuario, Pe_Pantalla, Pe_Opcion) VALUES ('ANA', 'KV207', 'CHTARJ')");
+  base().Directa(
+      "INSERT INTO Cliente (Cl_Cve_Cliente, Cl_Tarjeta_Numero, Cl_Tarjeta_Codigo_Seguridad) VALUES ('C3', "
+      "'4111222233330000', '321')");
+  const auto lee = [&](const std::string& columnas, const char* clave = "C1") {
+    base().Directa("SELECT " + columnas + " FROM Cliente WHERE Cl_Cve_Cliente = '" + clave + "'");
+  };
+  const auto escribe = [&](const std::string& numero) {
+    return pruebas::TextoDeError([&] {
+      base().Execute(
+          "INSERT INTO Reservacion_Datos_Tarjeta (Rs_Folio, Rdt_Numero, Rdt_Codigo_Seguridad) VALUES ('F1', '" +
+          numero + "', '***')");
+    });
+  };
+  const std::string numero = "Cl_Tarjeta_Numero", codigo = "Cl_Tarjeta_Codigo_Seguridad";
+  const std::string seOculto = "Escriba completo el dato de la tarjeta: no se conoce el que se ocultó";
+  Opciones o;
+  o.base.ruta = (carpeta / "hotel.db").string();
+  o.usuario = "ANA";
+  Anfitrion jefa(o);
+  const auto cambia = [&](const std::string& columna, const char* valor) {
+    jefa.conexion()->Directa("UPDATE Cliente SET " + columna + " = '" + valor + "' WHERE Cl_Cve_Cliente = 'C1'");
+  };
+  for (const std::string& columnas : {numero + ", " + codigo, codigo, std::string("*")}) {
+    Abre("LUPE");
+    lee("*", "C3");  // whose code must not serve either
+    lee(numero);
+    lee(codigo);
+    cambia(numero, "4000123412345678 ");  // the same, sealed anew
+    lee(numero);
+    lee("LEN(Cl_Tarjeta_Numero) AS Largo, LEN(Cl_Tarjeta_Codigo_Seguridad) AS Otro");
+    EXPECT_EQ(escribe("************5678"), "") << "asked for one after the other";
+    base().Execute("DELETE FROM Reservacion_Datos_Tarjeta");
+    cambia(codigo, "");
+    lee(columnas);
+    EXPECT_EQ(escribe("************5678"), seOculto) << columnas;
+    cambia(codigo, "739");
+  }
+  lee(numero + ", " + codigo);
+  cambia(numero, "5111222233339999");
+  lee(numero);
+  EXPECT_EQ(escribe("************9999"), seOculto) << "the code of the number before";
+}
+
 TEST_F(Tarjetas, SinLaLlaveSeDiceYLoDemasSigue) {
   std::filesystem::rename(carpeta / "llave", carpeta / "aparte");
   Abre();
