@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <tuple>
 #include <unordered_map>
 
 #include "host/contract/estados.h"
@@ -9,6 +10,7 @@
 #include "platform/com/variant.h"
 #include "platform/regional/regional.h"
 #include "publico/publico.h"
+#include "recepcion/alojamiento.h"
 
 namespace recepcion {
 
@@ -27,15 +29,26 @@ enum Columna : std::size_t {
   kEstado,
   kCaptura,
   kBaja,
-  kSucursal
+  kSucursal,
+  kFolio,
+  kRenglon
 };
+constexpr std::string_view kColumnas =
+    "SELECT D.Hb_Cve_Habitacion, D.Rsd_Fecha_Inicio, D.Rsd_Fecha_Fin, D.Rsd_Precio_Neto_Importe, "
+    "D.Rsd_Impuesto_Importe, R.Rs_Tipo_Cambio, R.Es_Cve_Estado, R.Rs_Fecha, R.Fecha_Baja, R.Sc_Cve_Sucursal, "
+    "D.Rs_Folio, D.Rsd_Id FROM ";
 // Rooms first, then their lines from the first night on: CROSS JOIN keeps the order that the indexes serve.
 constexpr std::string_view kLineas =
-    "SELECT D.Hb_Cve_Habitacion, D.Rsd_Fecha_Inicio, D.Rsd_Fecha_Fin, D.Rsd_Precio_Neto_Importe, "
-    "D.Rsd_Impuesto_Importe, R.Rs_Tipo_Cambio, R.Es_Cve_Estado, R.Rs_Fecha, R.Fecha_Baja, R.Sc_Cve_Sucursal "
-    "FROM Habitacion HB CROSS JOIN Reservacion_Detalle D CROSS JOIN Reservacion R "
+    "Habitacion HB CROSS JOIN Reservacion_Detalle D CROSS JOIN Reservacion R "
     "WHERE D.Hb_Cve_Habitacion = HB.Hb_Cve_Habitacion AND R.Rs_Folio = D.Rs_Folio "
     "AND D.Rsd_Fecha_Fin > '?' AND D.Rsd_Fecha_Inicio < '?'";
+// Lines that ended before the first night, and whose guests may have stayed over it.
+constexpr std::string_view kLineasPasadas =
+    "Check_In CI CROSS JOIN Check_In_Detalle CID CROSS JOIN Reservacion_Detalle D CROSS JOIN Reservacion R "
+    "WHERE CI.Es_Cve_Estado <> 'CA' AND CI.Ci_Salida > '?' AND CI.Ci_Llegada < '?' AND CID.Ci_Folio = CI.Ci_Folio "
+    "AND D.Hb_Cve_Habitacion = CID.Hb_Cve_Habitacion AND D.Rsd_Fecha_Fin <= '?' "
+    "AND D.Rsd_Fecha_Fin > CI.Ci_Llegada AND D.Rsd_Fecha_Inicio < CI.Ci_Salida AND R.Rs_Folio = D.Rs_Folio "
+    "AND R.Es_Cve_Estado <> 'CA'";
 constexpr std::string_view kEstancias =
     "SELECT CID.Hb_Cve_Habitacion, CI.Ci_Llegada, CI.Ci_Salida, CI.Es_Cve_Estado FROM Check_In CI "
     "INNER JOIN Check_In_Detalle CID ON CID.Ci_Folio = CI.Ci_Folio "
@@ -45,6 +58,18 @@ constexpr std::string_view kBloqueos =
     "Hbb_Fecha_Fin >= '?' AND Hbb_Fecha_Inicio < '?'";
 constexpr std::string_view kSucursales =
     "SELECT Sc_Cve_Sucursal, Sc_Descripcion FROM Sucursal ORDER BY Sc_Cve_Sucursal";
+
+// A line of a room, and of a closed reservation's the nights that the stays which belong to it held.
+struct Linea {
+  Noches noches;
+  std::string folio;
+  double renglon = 0;
+  bool cancelada = false, cerrada = false;
+  bool enLibros = false;  // it was, as the books stood
+  bool suya = true;       // of the branch that is asked for
+  double importe = 0;     // of all its nights
+  std::vector<Noches> alojada;
+};
 
 // What is known of a room's night.
 enum Sena : unsigned char { kEnServicio = 1, kBloqueada = 2, kAlojada = 4, kVendida = 8 };
@@ -62,8 +87,9 @@ class Libro {
         cuentas_(static_cast<std::size_t>(noches)) {
     LeeHabitaciones();
     LeeBloqueos();
-    LeeEstancias();
     LeeLineas();
+    LeeEstancias();
+    CuentaLineas();
     CuentaHabitaciones();
   }
 
@@ -95,6 +121,7 @@ class Libro {
       lugares_.emplace(com::Plegado(Celda(*rs, 0)), enServicio.size());
       enServicio.push_back(!com::IgualSinCaja(Celda(*rs, 1), estado::kBaja));
     }
+    lineas_.resize(enServicio.size());
     senas_.assign(enServicio.size() * static_cast<std::size_t>(noches_), 0);
     for (std::size_t h = 0; h < enServicio.size(); ++h) {
       if (enServicio[h])
@@ -113,47 +140,90 @@ class Libro {
     }
   }
 
-  void LeeEstancias() {
-    const ado::RecordsetPtr rs = Lee(kEstancias);
-    for (; !rs->Eof(); rs->MoveNext()) {
-      const com::Fecha salida = CeldaDia(*rs, 2);
-      const bool cerrada = com::IgualSinCaja(Celda(*rs, 3), estado::kCerrada);
-      if (const auto h = HabitacionDe(*rs))
-        Marca(*h, CeldaDia(*rs, 1), cerrada ? std::min(salida, hoy_) : salida, kAlojada);
+  // With the lines of its room that end before the period, which a stay may belong to as well.
+  void LeeLineas() {
+    const std::string primera = fuente_.dia(desde_), ultima = fuente_.dia(com::MasDias(desde_, noches_));
+    TomaLineas(ado::TextoSQL(kColumnas).Agrega(kLineas, {primera, ultima}));
+    TomaLineas(ado::TextoSQL(kColumnas).Agrega(kLineasPasadas, {primera, primera, primera}));
+    for (std::vector<Linea>& deHabitacion : lineas_) {
+      std::ranges::sort(deHabitacion, {}, [](const Linea& l) { return std::tie(l.noches.inicio, l.folio, l.renglon); });
     }
   }
 
-  void LeeLineas() {
-    const ado::RecordsetPtr rs = Lee(kLineas);
+  void TomaLineas(const ado::TextoSQL& sql) {
+    const ado::RecordsetPtr rs = Ejecuta(fuente_, sql);
     for (; !rs->Eof(); rs->MoveNext()) {
       const auto h = HabitacionDe(*rs);
-      const com::Fecha inicio = CeldaDia(*rs, kInicio), fin = CeldaDia(*rs, kFin);
-      if (!h || fin <= inicio) continue;
+      if (!h) continue;
+      Linea l;
+      l.noches = {CeldaDia(*rs, kInicio), CeldaDia(*rs, kFin)};
+      l.folio = Celda(*rs, kFolio);
+      l.renglon = CeldaNumero(*rs, kRenglon);
       const std::string como = Celda(*rs, kEstado);
-      const bool cancelada = com::IgualSinCaja(como, estado::kCancelada),
-                 cerrada = com::IgualSinCaja(como, estado::kCerrada);
-      const com::Fecha baja = CeldaDia(*rs, kBaja);
-      const bool enLibros = CeldaDia(*rs, kCaptura) <= corte_ && (!cancelada || baja > corte_);
-      const bool suya = sucursal_.empty() || com::IgualSinCaja(Celda(*rs, kSucursal), sucursal_);
+      l.cancelada = com::IgualSinCaja(como, estado::kCancelada);
+      l.cerrada = com::IgualSinCaja(como, estado::kCerrada);
+      l.enLibros = CeldaDia(*rs, kCaptura) <= corte_ && (!l.cancelada || CeldaDia(*rs, kBaja) > corte_);
+      l.suya = sucursal_.empty() || com::IgualSinCaja(Celda(*rs, kSucursal), sucursal_);
       const double cambio = CeldaNumero(*rs, kTipoCambio);
-      const double importe = (CeldaNumero(*rs, kImporte) - CeldaNumero(*rs, kImpuesto)) * (cambio == 0 ? 1 : cambio) /
-                             com::DiasEntre(inicio, fin);
-      PorNoche(inicio, fin, [&](std::size_t n) {
-        unsigned char& celda = Celda_(*h, n);
-        const bool ocupa = !cerrada || (celda & kAlojada) != 0;
-        if (ocupa && !cancelada) celda |= kVendida;
-        if (!suya || !ocupa) return;
-        Cuenta& cuenta = cuentas_[n];
-        if (!cancelada) {
-          ++cuenta.vendidas;
-          if (importe == 0) ++cuenta.cortesias;
-          cuenta.ingreso += importe;
-        }
-        if (enLibros) {
-          ++cuenta.vendidasEntonces;
-          cuenta.ingresoEntonces += importe;
-        }
-      });
+      l.importe = (CeldaNumero(*rs, kImporte) - CeldaNumero(*rs, kImpuesto)) * (cambio == 0 ? 1 : cambio);
+      lineas_[*h].push_back(std::move(l));
+    }
+  }
+
+  void LeeEstancias() {
+    const ado::RecordsetPtr rs = Lee(kEstancias);
+    for (; !rs->Eof(); rs->MoveNext()) {
+      const auto h = HabitacionDe(*rs);
+      if (!h) continue;
+      const Noches estancia{CeldaDia(*rs, 1), CeldaDia(*rs, 2)};
+      const bool cerrada = com::IgualSinCaja(Celda(*rs, 3), estado::kCerrada);
+      const Noches tuvo{estancia.inicio, cerrada ? std::min(estancia.fin, hoy_) : estancia.fin};
+      Marca(*h, tuvo.inicio, tuvo.fin, kAlojada);
+      if (Linea* suya = LineaDe(lineas_[*h], estancia)) suya->alojada.push_back(tuvo);
+    }
+  }
+
+  // The line that the stay belongs to; null none. Of those that begin together the first one is the nearest.
+  static Linea* LineaDe(std::vector<Linea>& lineas, const Noches& estancia) {
+    Linea* suya = nullptr;
+    std::optional<int> cerca;
+    const auto fin = std::ranges::lower_bound(lineas, estancia.fin, {}, [](const Linea& l) { return l.noches.inicio; });
+    for (auto l = fin; l != lineas.begin();) {
+      --l;
+      // Lines that begin earlier still are further.
+      if (suya != nullptr && suya->noches.inicio <= estancia.inicio && l->noches.inicio < suya->noches.inicio) break;
+      const auto lejos = l->cancelada ? std::nullopt : Lejania(l->noches, estancia);
+      if (!lejos || (cerca && *cerca < *lejos)) continue;
+      cerca = lejos;
+      suya = &*l;
+    }
+    return suya;
+  }
+
+  void CuentaLineas() {
+    for (std::size_t h = 0; h < lineas_.size(); ++h) {
+      for (const Linea& l : lineas_[h]) {
+        const double importe = l.importe / std::max(com::DiasEntre(l.noches.inicio, l.noches.fin), 1);
+        PorNoche(l.noches.inicio, l.noches.fin, [&](std::size_t n) { CuentaNoche(l, importe, h, n); });
+      }
+    }
+  }
+
+  void CuentaNoche(const Linea& l, double importe, std::size_t habitacion, std::size_t noche) {
+    const com::Fecha dia = com::MasDias(desde_, static_cast<int>(noche));
+    const auto tuvo = [&](const Noches& n) { return n.inicio <= dia && dia < n.fin; };
+    if (l.cerrada && std::ranges::none_of(l.alojada, tuvo)) return;
+    if (!l.cancelada) Celda_(habitacion, noche) |= kVendida;
+    if (!l.suya) return;
+    Cuenta& cuenta = cuentas_[noche];
+    if (!l.cancelada) {
+      ++cuenta.vendidas;
+      if (importe == 0) ++cuenta.cortesias;
+      cuenta.ingreso += importe;
+    }
+    if (l.enLibros) {
+      ++cuenta.vendidasEntonces;
+      cuenta.ingresoEntonces += importe;
     }
   }
 
@@ -174,7 +244,8 @@ class Libro {
   com::Fecha hoy_, corte_;
   std::vector<Cuenta> cuentas_;
   std::unordered_map<std::string, std::size_t> lugares_;
-  std::vector<unsigned char> senas_;  // by room, then night
+  std::vector<unsigned char> senas_;        // by room, then night
+  std::vector<std::vector<Linea>> lineas_;  // by room
 };
 
 [[noreturn]] void Rechaza(const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); }

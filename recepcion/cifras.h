@@ -4,11 +4,12 @@
 // What the figures rest on.
 //   night       of a room; a reservation's line has those from its first day up to the one before its last.
 //   sold        a night of a line whose reservation is neither cancelled nor closed (CA, CE): what the board shows as
-//               taken. A closed one counts where a stay, not cancelled, held the room that night: whoever closes
-//               reservations behind their guests keeps the past. Who did not come counts until somebody cancels. A room
-//               that is sold twice counts twice, so that occupancy above 1 tells of it.
-//   unpriced    a night that a stay holds and no sold line: guests without a reservation, the house's own. It is
-//               occupied, has no price here, and is in no rate. A closed stay (CE) holds its nights before today.
+//               taken. Of a closed one those count that a stay of its own (alojamiento.h), not cancelled, held: whoever
+//               closes reservations behind their guests keeps the past. Who did not come counts until somebody cancels.
+//               A room that is sold twice counts twice, so that occupancy above 1 tells of it.
+//   unpriced    a night that a stay holds and no sold line: guests without a reservation, the house's own, who stays
+//               longer than booked. It is occupied, has no price here, and is in no rate. A closed stay (CE) holds its
+//               nights before today.
 //   courtesy    a sold night that costs nothing. It is occupied, and is in no average rate.
 //   available   rooms that are in service and not blocked that night; a room that was occupied was available, also one
 //               that is blocked or withdrawn now.

@@ -44,7 +44,7 @@ class CifrasPrueba : public HotelPrueba {
           }
           if (!reservada || entre(0, 2) == 0) {
             Sql("INSERT INTO Check_In (Ci_Folio, Ci_Llegada, Ci_Salida, Es_Cve_Estado) VALUES ('" + folio + "', " +
-                iso(dia) + " || ' 15:00:00', " + iso(dia + entre(1, noches)) + " || ' 12:00:00', '" +
+                iso(dia - entre(0, 1)) + " || ' 15:00:00', " + iso(dia + entre(1, noches + 2)) + " || ' 12:00:00', '" +
                 estados[entre(0, 4)] + "')");
             Sql("INSERT INTO Check_In_Detalle VALUES ('" + folio + "', '" + habitacion + "')");
           }
@@ -67,7 +67,8 @@ class CifrasPrueba : public HotelPrueba {
   }
 };
 
-// A stay holds the room H on the night; a line of it is sold then.
+// A stay holds the room H on the night; a line of it is sold then, of a closed reservation only by a stay that no other
+// line of the room is nearer to.
 const std::string kAlojada =
     "EXISTS (SELECT 1 FROM Check_In C JOIN Check_In_Detalle CD ON CD.Ci_Folio = C.Ci_Folio WHERE CD.Hb_Cve_Habitacion "
     "= H.Hb_Cve_Habitacion AND C.Es_Cve_Estado <> 'CA' AND date(C.Ci_Llegada) <= @ AND date(C.Ci_Salida) > @ AND "
@@ -75,7 +76,18 @@ const std::string kAlojada =
 const std::string kLinea =
     "Reservacion R JOIN Reservacion_Detalle D ON D.Rs_Folio = R.Rs_Folio JOIN Habitacion H ON H.Hb_Cve_Habitacion = "
     "D.Hb_Cve_Habitacion WHERE D.Rsd_Fecha_Inicio <= @ AND D.Rsd_Fecha_Fin > @ AND ";
-const std::string kVendida = "(R.Es_Cve_Estado NOT IN ('CA','CE') OR R.Es_Cve_Estado = 'CE' AND " + kAlojada + ")";
+const auto kLejania = [](const std::string& linea) {
+  const std::string dias = "julianday(date(C.Ci_Llegada)) - julianday(" + linea + ".Rsd_Fecha_Inicio)";
+  return "CASE WHEN " + dias + " >= 0 THEN " + dias + " ELSE 100000 - (" + dias + ") END";
+};
+const std::string kAlojadaSuya = kAlojada.substr(0, kAlojada.size() - 1) +
+                                 " AND NOT EXISTS (SELECT 1 FROM Reservacion RO JOIN Reservacion_Detalle O ON "
+                                 "O.Rs_Folio = RO.Rs_Folio WHERE RO.Es_Cve_Estado <> 'CA' AND O.Hb_Cve_Habitacion = "
+                                 "D.Hb_Cve_Habitacion AND O.Rsd_Fecha_Fin > date(C.Ci_Llegada) AND O.Rsd_Fecha_Inicio "
+                                 "< date(C.Ci_Salida) AND (" +
+                                 kLejania("O") + " < " + kLejania("D") + " OR " + kLejania("O") + " = " +
+                                 kLejania("D") + " AND O.Rs_Folio < D.Rs_Folio)))";
+const std::string kVendida = "(R.Es_Cve_Estado NOT IN ('CA','CE') OR R.Es_Cve_Estado = 'CE' AND " + kAlojadaSuya + ")";
 const std::string kEnLibros = "date(R.Rs_Fecha) <= '2025-03-09' AND (" + kVendida +
                               " OR R.Es_Cve_Estado = 'CA' AND date(R.Fecha_Baja) > '2025-03-09')";
 const std::string kImporte =
