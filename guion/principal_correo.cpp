@@ -73,6 +73,7 @@ int UnaVez(const autonomo::Cartero::Opciones& opciones) {
   const autonomo::Ronda ronda = autonomo::Reparte(*conexion, opciones.reloj, *servidor, [] { return true; });
   std::cout << "Enviados: " << ronda.enviados << ". Para otro intento: " << ronda.pendientes
             << ". Con problemas: " << ronda.fallidos << ".\n";
+  if (!ronda.falla.empty()) std::cerr << kPrograma << ": " << ronda.falla << '\n';
   return ronda.pendientes + ronda.fallidos == 0 ? guion::kTodoBien : guion::kConFallas;
 }
 

@@ -50,6 +50,14 @@ void CambiaEstado(Conexion& conexion, std::int32_t id, std::string_view de, std:
                     {a, error, id, de});
 }
 
+// Whether this sender was the one whose mark the expired mail got.
+bool Vence(Conexion& conexion, std::int32_t id, const std::string& quien) {
+  conexion.Consulta("UPDATE Correo_Salida SET Cs_Estado = ?, Cs_Tomado_Por = ? WHERE Cs_Id = ? AND Cs_Estado = ?",
+                    {correo::kVencido, quien, id, correo::kPendiente});
+  return !conexion.Consulta("SELECT Cs_Id FROM Correo_Salida WHERE Cs_Id = ? AND Cs_Tomado_Por = ?", {id, quien})
+              ->Eof();
+}
+
 }  // namespace
 
 void Encola(Conexion& conexion, const CorreoNuevo& correo) {
@@ -127,12 +135,12 @@ int PausaTras(std::int32_t intentos) {
   return std::min(kMinuto << std::clamp(intentos - 1, 0, kDoblan), kHora);
 }
 
-std::vector<std::int32_t> PorEnviar(Conexion& conexion, com::Fecha ahora) {
+PorEnviarAhora PorEnviar(Conexion& conexion, const std::string& quien, com::Fecha ahora) {
   const ado::RecordsetPtr rs = conexion.Consulta(
-      "SELECT Cs_Id, Cs_Estado, Cs_Fecha, Cs_Proximo, Cs_Error FROM Correo_Salida WHERE Cs_Estado IN (?, ?) "
-      "ORDER BY Cs_Id",
+      "SELECT Cs_Id, Cs_Estado, Cs_Fecha, Cs_Proximo, Cs_Para, Cs_Asunto, Cs_Error FROM Correo_Salida "
+      "WHERE Cs_Estado IN (?, ?) ORDER BY Cs_Id",
       {correo::kPendiente, correo::kEnviando});
-  std::vector<std::int32_t> ids;
+  PorEnviarAhora correos;
   for (; !rs->Eof(); rs->MoveNext()) {
     const std::int32_t id = ado::CeldaEntero(*rs, "Cs_Id");
     const std::optional<com::Fecha> fecha = Momento(*rs, "Cs_Fecha");
@@ -143,12 +151,14 @@ std::vector<std::int32_t> PorEnviar(Conexion& conexion, com::Fecha ahora) {
                      "el programa que lo enviaba se cerró a medio envío");
       }
     } else if ((!fecha || com::MasDias(*fecha, kDiasDeEspera) < ahora) && DudaDelReloj(conexion, ahora).empty()) {
-      CambiaEstado(conexion, id, correo::kPendiente, correo::kVencido, ado::Celda(*rs, "Cs_Error"));
+      if (!Vence(conexion, id, quien)) continue;
+      correos.vencidos.push_back(
+          {ado::Celda(*rs, "Cs_Para"), ado::Celda(*rs, "Cs_Asunto"), ado::Celda(*rs, "Cs_Error")});
     } else if (toca) {
-      ids.push_back(id);
+      correos.ids.push_back(id);
     }
   }
-  return ids;
+  return correos;
 }
 
 std::optional<CorreoTomado> Toma(Conexion& conexion, std::int32_t id, const std::string& quien, com::Fecha ahora) {

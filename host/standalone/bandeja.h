@@ -57,9 +57,17 @@ void EnviaOtraVez(Conexion& conexion, std::int32_t id, com::Fecha ahora);
 
 // Pause after that many tries, in seconds: one minute, doubling up to an hour.
 int PausaTras(std::int32_t intentos);
-// Mails to try now, oldest first. Those whose sender has died become kIncierto, those that waited for three days
-// kVencido.
-std::vector<std::int32_t> PorEnviar(Conexion& conexion, com::Fecha ahora);
+struct CorreoVencido {
+  std::string para, asunto;
+  std::string error;  // what the last try said
+};
+struct PorEnviarAhora {
+  std::vector<std::int32_t> ids;        // oldest first
+  std::vector<CorreoVencido> vencidos;  // became kVencido just now
+};
+// Mails to try now, and those that waited for three days: these become kVencido, and one sender alone is given each.
+// Those whose sender has died become kIncierto. quien: mark of this sender's round, its alone.
+PorEnviarAhora PorEnviar(Conexion& conexion, const std::string& quien, com::Fecha ahora);
 
 struct CorreoTomado {
   std::int32_t id = 0;

@@ -84,13 +84,23 @@ ResultadoEnvio Intenta(const CorreoTomado& correo, const ServidorCorreo& servido
   return EntregaCorreo(servidor, correo.para, mensaje);
 }
 
+// A mail that nobody tries again.
+void Falla(Ronda& ronda, const std::string& asunto, const std::string& para, const std::string& que) {
+  if (ronda.fallidos++ == 0) ronda.falla = "El correo «" + asunto + "» a " + para + " " + que;
+}
+
 }  // namespace
 
 Ronda Reparte(Conexion& conexion, const Reloj& reloj, const ServidorCorreo& servidor,
               const std::function<bool()>& sigue) {
   Ronda ronda;
   std::string sinServidor;  // why no other mail can leave now
-  for (const std::int32_t id : PorEnviar(conexion, reloj.Ahora())) {
+  const PorEnviarAhora correos = PorEnviar(conexion, MarcaDeIntento(), reloj.Ahora());
+  for (const CorreoVencido& vencido : correos.vencidos) {
+    Falla(ronda, vencido.asunto, vencido.para,
+          "no salió: esperó más de tres días" + (vencido.error.empty() ? "" : ". " + vencido.error));
+  }
+  for (const std::int32_t id : correos.ids) {
     if (!sigue()) break;
     if (!sinServidor.empty()) {
       Aplaza(conexion, id, sinServidor, reloj.Ahora());
@@ -113,10 +123,8 @@ Ronda Reparte(Conexion& conexion, const Reloj& reloj, const ServidorCorreo& serv
         ++ronda.pendientes;
         break;
       default:
-        if (ronda.fallidos++ == 0)
-          ronda.falla = "El correo «" + correo->asunto + "» a " + correo->para +
-                        (resultado.desenlace == Desenlace::Nunca ? " no salió: " : " no se sabe si salió: ") +
-                        resultado.error;
+        Falla(ronda, correo->asunto, correo->para,
+              (resultado.desenlace == Desenlace::Nunca ? "no salió: " : "no se sabe si salió: ") + resultado.error);
     }
   }
   return ronda;

@@ -18,7 +18,7 @@ namespace autonomo {
 struct Ronda {
   int enviados = 0;
   int pendientes = 0;  // to be tried again
-  int fallidos = 0;    // refused, or nobody knows
+  int fallidos = 0;    // refused, waited too long, or nobody knows
   std::string falla;   // what became of the first of those, in Spanish
 };
 // Tries each mail whose time has come, while sigue says so. Letters are drawn: needs a QGuiApplication.

@@ -156,7 +156,7 @@ for programa in "$RESERVAS_CORREO" "$RESERVAS"; do
   bandeja=de-$(basename "$programa")
   abre "$bandeja"
   guion 13:00 <<<'reenvia 1'
-  QT_QPA_PLATFORM=offscreen "$programa" --base "$base" --ahora 2026-03-09T13:00 & servicio=$!
+  QT_QPA_PLATFORM=offscreen "$programa" --base "$base" --ahora 2026-03-09T13:00 2>>avisos & servicio=$!
   for _ in $(seq 200); do [ -s "$bandeja/1.eml" ] && break; sleep 0.1; done
   sleep 1
   kill $servicio

@@ -340,7 +340,7 @@ TEST_F(Tarjetas, ConElRelojEnDudaNoSeOlvidaNiSeVenceNada) {
                     {cancelada, com::MasDias(ahora, 20)});
     base().Execute("UPDATE Reservacion SET Es_Cve_Estado = 'CA' WHERE Rs_Folio = '" + cancelada + "'");
     EXPECT_EQ(Lee("Cl_Tarjeta_Codigo_Seguridad"), duda ? "739" : "") << "his other stay may be to come, " << dias;
-    PorEnviar(base(), ahora);
+    PorEnviar(base(), "yo", ahora);
     EXPECT_EQ(Lee("Cs_Estado", "Correo_Salida"), duda ? "PENDIENTE" : "VENCIDO") << dias;
   }
 }

@@ -106,6 +106,22 @@ TEST_F(Documentos, ElCorreoQueNiSePuedeIntentarSigueEnEspera) {
             com::Variant("El servidor de correo «smtp.hotel.mx:587» no es un nombre"));
 }
 
+// Nobody tries it again: it is told as one that was refused, once.
+TEST_F(Documentos, ElCorreoQueVenceSeDice) {
+  host.Plantilla("PL16", "Para {huesped}", "y");
+  ASSERT_TRUE(Envia(folio)) << utilerias->ErrorCorreo();
+  base().Consulta("UPDATE Correo_Salida SET Cs_Fecha = ?, Cs_Error = 'El servidor no contesta'",
+                  {com::MasDias(host.reloj().Ahora(), -4)});
+  const auto ronda = [&] { return Reparte(base(), host.reloj(), ServidorCorreo(), [] { return true; }); };
+  const Ronda una = ronda();
+  EXPECT_EQ(una.fallidos, 1);
+  EXPECT_EQ(una.falla,
+            "El correo «Para María Hernández» a maria@example.com no salió: esperó más de tres días. El servidor no "
+            "contesta");
+  EXPECT_EQ(host.Correos()[0].estado, "VENCIDO");
+  EXPECT_EQ(ronda().fallidos, 0);
+}
+
 TEST_F(Documentos, ServidorDeCorreoQueNoPuedeSer) {
   for (const char* mala : {"smtp.hotel.mx:587", "smtp://hotel.mx", "a b", "u@hotel.mx", "[::1]", ".mx", "hotel..mx"})
     EXPECT_THROW(GuardaParametro(base(), "CORREO_SERVIDOR", mala), com::Error) << mala;
