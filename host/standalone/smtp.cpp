@@ -69,17 +69,22 @@ std::size_t OyeRespuesta(char* linea, std::size_t uno, std::size_t cuantos, void
   return uno * cuantos;
 }
 
+// For whoever gives support: the library's words are English.
+std::string Codigo(CURLcode codigo) { return " (código " + std::to_string(codigo) + ")"; }
+
 void Exige(CURLcode codigo) {
   if (codigo != CURLE_OK)
-    throw com::Error(com::error::kArgumento,
-                     std::string("No se puede preparar el envío: ") + curl_easy_strerror(codigo));
+    throw com::Error(com::error::kArgumento, codigo == CURLE_OUT_OF_MEMORY
+                                                 ? "No hay memoria para preparar el envío"
+                                                 : "No se puede preparar el envío" + Codigo(codigo));
 }
 
 std::string ErrorDeCertificado(CURL* c) {
-  constexpr long kVencido = 10, kNombre = 62;  // the verifier's own numbers
+  constexpr long kAunNo = 9, kVencido = 10, kNombre = 62;  // the verifier's own numbers
   long motivo = 0;
   curl_easy_getinfo(c, CURLINFO_SSL_VERIFYRESULT, &motivo);
   const std::string texto = "El certificado del servidor de correo no es de fiar: ";
+  if (motivo == kAunNo) return texto + "todavía no es válido; revise la fecha de este equipo";
   if (motivo == kVencido) return texto + "ya venció";
   if (motivo == kNombre || motivo == 0) return texto + "es de otro nombre";
   return texto + "no lo firma nadie en quien se confíe";
@@ -104,8 +109,10 @@ std::string ErrorDeConexion(CURL* c, CURLcode codigo, const ServidorCorreo& serv
       return "El servidor de correo no ofrece cifrado";
     case CURLE_SSL_CONNECT_ERROR:
       return "El servidor de correo no se entiende con TLS";
+    case CURLE_WEIRD_SERVER_REPLY:
+      return "El servidor de correo no contesta como uno de correo" + Codigo(codigo);
     default:
-      return std::string("Se cortó la conexión con el servidor de correo (") + curl_easy_strerror(codigo) + ")";
+      return "Se cortó la conexión con el servidor de correo" + Codigo(codigo);
   }
 }
 

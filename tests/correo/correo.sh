@@ -166,6 +166,47 @@ for programa in "$RESERVAS_CORREO" "$RESERVAS"; do
 done
 espera 13:01 'Enviado el 09/03/2026 13:00:00' 1
 espera 13:01 'Sin enviar: esperó más de tres días' 1
+[ "$(grep -c 'a luis@ejemplo.mx no salió: esperó más de tres días' avisos)" = 1 ] || falla "nobody is told: $(cat avisos)"
+
+# --- a certificate that is of another day, and a server that hangs up: in words of the clerk's
+certificado() {  # BEGIN END
+  rm -rf ca && mkdir ca && touch ca/indice && echo 01 >ca/serie
+  printf '[ca]\ndefault_ca=d\n[d]\nnew_certs_dir=ca\ndatabase=ca/indice\nserial=ca/serie\npolicy=p\n[p]\ncommonName=supplied\n' >ca/ca.cnf
+  openssl req -new -key llave.pem -subj /CN=localhost -out ca/pide.pem 2>/dev/null
+  openssl ca -batch -config ca/ca.cnf -md sha256 -selfsign -keyfile llave.pem -startdate "$1" -enddate "$2" \
+    -extfile <(echo subjectAltName=DNS:localhost) -in ca/pide.pem -out certificado.pem -notext 2>/dev/null
+}
+guion 13:02 <<<"parametro CORREO_SEGURIDAD STARTTLS
+sql DELETE FROM Correo_Salida WHERE Cs_Id > 1"
+for caso in '20950101000000Z:20960101000000Z:todavía no es válido; revise la fecha de este equipo' \
+  '20150101000000Z:20160101000000Z:ya venció'; do
+  certificado "${caso%%:*}" "$(cut -d: -f2 <<<"$caso")"
+  abre "dia${caso%%Z*}" --tls certificado.pem llave.pem
+  reenvia 13:03 1
+  ! envia 13:03 >/dev/null || falla "sent over a certificate of another day"
+  espera 13:03 "El certificado del servidor de correo no es de fiar: ${caso##*:}" 1
+  cierra
+done
+guion 13:04 <<<'parametro CORREO_SEGURIDAD ""'
+for dice in '' 'HTTP/1.0 400 No' '220 hola'; do
+  python3 -c "import socket, sys
+s = socket.create_server(('127.0.0.1', $puerto))
+open('cuelga', 'w')
+while True:
+  c = s.accept()[0]
+  c.sendall(sys.argv[1].encode() + b'\r\n' if sys.argv[1] else b'')
+  c.close()" "$dice" & servidor=$!
+  for _ in $(seq 100); do [ -e cuelga ] && break; sleep 0.1; done
+  rm -f cuelga
+  reenvia 13:05 1
+  ! envia 13:05 >/dev/null || falla "sent to nobody"
+  guion 13:05 <<<'lista correos'
+  echo "«$dice»: $(grep -o 'intento): [^"]*' dicho)" >>colgadas
+  cierra
+done
+! grep -vE 'El servidor de correo no contesta como uno de correo|Se cortó la conexión con el servidor de correo \(código [0-9]+\)' colgadas ||
+  falla "in other words"
+guion 13:06 <<<'sql DELETE FROM Correo_Salida'
 # --- the day's report leaves by itself from its hour on, once, whoever delivers
 guion 13:10 <<<'parametro PARTE_CORREOS gerencia@hotel.mx'
 abre parte
