@@ -9,6 +9,7 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
@@ -22,6 +23,7 @@
 #include "desktop/dialogos.h"
 #include "desktop/estilo.h"
 #include "host/standalone/pliego.h"
+#include "host/standalone/proceso.h"
 #include "platform/com/error.h"
 
 namespace vista {
@@ -208,6 +210,9 @@ void AbreEnVisor(const QString& ruta, QObject* duenio, const std::function<void(
     abridor->deleteLater();
     sinVisor();
   });
+  QProcessEnvironment entorno = QProcessEnvironment::systemEnvironment();
+  for (const char* variable : autonomo::kVariablesSecretas) entorno.remove(QLatin1String(variable));
+  abridor->setProcessEnvironment(entorno);
   abridor->setStandardOutputFile(QProcess::nullDevice());
   abridor->setStandardErrorFile(QProcess::nullDevice());
   abridor->start(QStringLiteral("xdg-open"), {ruta});

@@ -7,4 +7,7 @@ namespace autonomo {
 // same account read it. Called at the start of each program.
 void ProtegeMemoria();
 
+// Variables of the environment that hold passwords. A program that shows a document gets none of them.
+inline constexpr const char* kVariablesSecretas[] = {"PGPASSWORD", "RESERVAS_CONTRASENA", "RESERVAS_CORREO_CONTRASENA"};
+
 }  // namespace autonomo

@@ -141,6 +141,32 @@ TEST(ImpresionPrueba, SinVisorSeDiceYElDocumentoQueda) {
 #endif
 }
 
+// The viewer needs no password of the hotel's.
+TEST(ImpresionPrueba, ElVisorNoHeredaContrasenas) {
+#ifdef Q_OS_LINUX
+  const QTemporaryDir carpeta;
+  QFile abridor(carpeta.filePath(QStringLiteral("xdg-open")));
+  ASSERT_TRUE(abridor.open(QIODevice::WriteOnly));
+  abridor.write("#!/bin/sh\nenv > \"$1.nuevo\"\nmv \"$1.nuevo\" \"$1\"\n");
+  abridor.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  abridor.close();
+  const QByteArray camino = qgetenv("PATH");
+  qputenv("PATH", carpeta.path().toUtf8() + ':' + camino);
+  const char* const secretas[] = {"PGPASSWORD", "RESERVAS_CONTRASENA", "RESERVAS_CORREO_CONTRASENA"};
+  for (const char* variable : secretas) qputenv(variable, "secreta");
+  QFile entorno(carpeta.filePath(QStringLiteral("entorno")));
+  QObject duenio;
+  vista::AbreEnVisor(entorno.fileName(), &duenio, [] { ADD_FAILURE(); });
+  EXPECT_TRUE(QTest::qWaitFor([&] { return entorno.exists(); }, 5000));
+  for (const char* variable : secretas) qunsetenv(variable);
+  qputenv("PATH", camino);
+  ASSERT_TRUE(entorno.open(QIODevice::ReadOnly));
+  const QByteArray dice = entorno.readAll();
+  EXPECT_TRUE(dice.contains("PATH=")) << dice.toStdString();
+  EXPECT_FALSE(dice.contains("secreta")) << dice.toStdString();
+#endif
+}
+
 TEST(ImpresionPrueba, EscribeUnPdfDeTamanoCartaODiceQueNoPuede) {
   const QTemporaryDir carpeta;
   const QString ruta = carpeta.filePath(QStringLiteral("c.pdf"));
