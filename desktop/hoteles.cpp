@@ -120,14 +120,12 @@ std::string DialogoHotel::Motivo() const {
   const std::string escrito = com::Recorta(hotel_->text().toStdString());
   if (escrito.empty()) return "Escriba el archivo del hotel, o elíjalo con Examinar";
   if (Hotel() == NombreEntero(abierto_)) return "Ese hotel es el que está abierto";
-  if (autonomo::EsDireccion(escrito)) {
-    try {
-      autonomo::RevisaDireccion(escrito);
-      return {};
-    } catch (const com::Error& e) {
-      return e.Descripcion();
-    }
+  try {
+    autonomo::RevisaHotel(escrito);
+  } catch (const com::Error& e) {
+    return e.Descripcion();
   }
+  if (autonomo::EsDireccion(escrito)) return {};
   const QFileInfo archivo(Q(Hotel()));
   if (nuevo_ && archivo.exists()) return "Ese archivo ya existe: dé otro nombre, o ábralo con «Abrir otro hotel»";
   if (nuevo_ && !QFileInfo(archivo.absolutePath()).isDir()) return "No existe la carpeta de ese archivo";

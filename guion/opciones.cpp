@@ -80,6 +80,8 @@ Argumentos::Argumentos(const std::vector<std::string>& argumentos, const std::ve
   }
   const bool bien = lector_.parse(textos);
   if (PideAyuda() || PideVersion()) return;
+  // Before any word is written anywhere: an address holds no password.
+  for (const std::string& suelto : Sueltos()) autonomo::RevisaHotel(suelto);
   const QStringList desconocidas = lector_.unknownOptionNames();
   if (!desconocidas.isEmpty()) UsoErroneo("No existe la opción --" + desconocidas.front().toStdString());
   if (!bien) UsoErroneo("No se entiende " + Nombrada(lector_.errorText()) + ": le falta o le sobra el valor");
@@ -145,6 +147,7 @@ autonomo::OpcionesConexion LeeBase(const Argumentos& argumentos) {
   if (argumentos.Hay("base") && argumentos.Hay("conexion")) UsoErroneo("--base y --conexion no se usan juntas");
   base.ruta = argumentos.Valor("base").value_or(base.ruta);
   if (autonomo::EsDireccion(base.ruta)) UsoErroneo("Una dirección de PostgreSQL se da con --conexion");
+  autonomo::RevisaHotel(base.ruta);
   base.conexion = argumentos.Valor("conexion").value_or("");
   if (!base.conexion.empty()) autonomo::RevisaDireccion(base.conexion);
   base.pideContrasena = PideEnLaTerminal;

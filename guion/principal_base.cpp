@@ -453,10 +453,6 @@ int main(int argc, char** argv) {
       return guion::kTodoBien;
     }
     const Orden& orden = BuscaOrden(palabras);
-    // Before an address is written anywhere: it holds no password.
-    for (const std::string& palabra : palabras) {
-      if (EsDireccion(palabra)) autonomo::RevisaDireccion(palabra);
-    }
     palabras.erase(palabras.begin());
     return Corre(orden, palabras, argumentos);
   } catch (const com::Error& e) {

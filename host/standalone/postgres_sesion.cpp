@@ -56,6 +56,13 @@ std::map<std::string, std::string> LeeDireccion(const std::string& direccion) {
   return dice;
 }
 
+bool PareceDireccion(const std::string& texto) {
+  const std::string plegado = com::Plegado(com::Recorta(texto));
+  const std::string postgres = com::Plegado("postgres"), contrasena = com::Plegado("password=");
+  const auto tiene = [&](std::string_view parte) { return plegado.find(parte) != std::string::npos; };
+  return tiene("://") || tiene(contrasena) || (plegado.starts_with(postgres) && tiene(":"));
+}
+
 bool EsDeAqui(const std::string& servidor) {
   return servidor.empty() || servidor.starts_with('/') || servidor.starts_with('@') || EsDeEsteEquipo(servidor);
 }
@@ -106,6 +113,10 @@ bool EsDireccion(std::string_view texto) {
 }
 
 void RevisaDireccion(const std::string& direccion) { LeeDireccion(direccion); }
+
+void RevisaHotel(const std::string& hotel) {
+  if (EsDireccion(hotel) || PareceDireccion(hotel)) RevisaDireccion(hotel);
+}
 
 com::Error ErrorDePerdida(std::string_view sentencia, bool enTransaccion) {
   const char* guardado = enTransaccion ? "No se guardó nada: lo capturado sigue en la pantalla; vuelva" : "Vuelva";

@@ -49,7 +49,7 @@ std::string DelServidor(std::string_view programa, std::string_view base,
 }  // namespace
 
 std::string TextoVersion(std::string_view programa, std::string_view base) {
-  if (EsDireccion(base)) RevisaDireccion(std::string(base));
+  RevisaHotel(std::string(base));
   return Texto(programa, base,
                EsDireccion(base) ? "PostgreSQL " + Libpq() : std::string("SQLite ") + sqlite3_libversion(), Vigente());
 }

@@ -9,7 +9,7 @@
 namespace autonomo {
 
 // "reservas 1.0.0", then engine, schema version and database, a line each, as the program knows them by itself.
-// com::Error kArgumento for an address that RevisaDireccion refuses: a password is shown nowhere.
+// com::Error kArgumento for an address that RevisaHotel refuses: a password is shown nowhere.
 std::string TextoVersion(std::string_view programa, std::string_view base);
 // The same with what the server of an address says: its version, and the schema version that the database holds.
 // Nothing is changed there, and nobody is asked for a password; where there is no answer the text says why.
