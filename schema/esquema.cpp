@@ -235,7 +235,8 @@ std::vector<Tabla> TablasDelAnfitrion() {
        {"Ip_Id"},
        {}},
       {"Folio_Consecutivo", {{"Fc_Serie", Clave}, {"Fc_Ultimo", Entero}}, {"Fc_Serie"}, {}},
-      // Us_Contrasena: argon2id text, "" for one who may not enter; Us_Espera: no try before.
+      // Us_Contrasena: argon2id text, "" for one who may not enter; Us_Espera: no try before, by the clock of
+      // autonomo::Accede.
       {"Usuario",
        {{"Us_Cve_Usuario", Clave},
         {"Us_Nombre", Texto},

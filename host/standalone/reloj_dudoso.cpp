@@ -19,7 +19,7 @@ std::string NoSeBorra(com::Fecha ahora, const std::string& contra) {
          "código de tarjeta ni se vence ningún correo.";
 }
 
-// Of the change log and of the reservations, by the keys that grow.
+// When something was written in the hotel last: of the change log and of the reservations, by the keys that grow.
 std::optional<com::Fecha> UltimoTrabajo(Conexion& conexion) {
   std::optional<com::Fecha> ultimo;
   for (const char* sentencia : {"SELECT TOP 1 Bt_Fecha FROM Bitacora ORDER BY Bt_Id DESC",

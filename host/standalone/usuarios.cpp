@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <chrono>
+#include <optional>
 #include <string_view>
 
 #include "host/contract/servicios.h"
@@ -26,6 +28,7 @@ constexpr int kFallasLibres = 2, kPrimeraEspera = 5, kMayorEspera = 900;  // the
 constexpr unsigned long long kVueltas = 2;
 constexpr std::size_t kMemoria = std::size_t{19} << 20U;
 constexpr char kNoEntra[] = "El usuario o la contraseña no son correctos";
+constexpr char kEspere[] = "Demasiados intentos: espere ";
 
 [[noreturn]] void Rechaza(const std::string& motivo) { throw com::Error(com::error::kArgumento, motivo); }
 
@@ -96,16 +99,30 @@ bool EsSuya(Conexion& conexion, const std::string& usuario, const std::string& r
   return completo && com::CBool(conexion.Directa(esquema::EsContrasenaDe(usuario, *completo))->Fields(0).Value());
 }
 
-// Seconds that the user still waits. A wait beyond the longest one comes from a clock that was off.
-std::int64_t Espera(const com::Variant& hasta, com::Fecha ahora) {
-  const auto* fecha = std::get_if<com::Fecha>(&hasta.Contenido());
-  const std::int64_t falta = fecha == nullptr ? 0 : Segundos(*fecha) - Segundos(ahora);
-  return falta > kMayorEspera ? 0 : std::max<std::int64_t>(falta, 0);
-}
-
 int EsperaTras(int fallas) {
   if (fallas <= kFallasLibres) return 0;
   return std::min(kMayorEspera, kPrimeraEspera << std::min(fallas - kFallasLibres - 1, 10));
+}
+
+// What the waits are told by. No file is open on two computers at a time, so its desks have the same latido; kept as a
+// date of the years about 1900, where no clock is.
+com::Fecha RelojDeEsperas(Conexion& conexion, com::Fecha ahora, std::int64_t latido) {
+  return conexion.Motor() == esquema::Motor::Sqlite ? MasSegundos({}, latido) : ahora;
+}
+
+// Seconds that are left of a wait that was that long and ends then; nothing when it was told by another clock than
+// this one, and so cannot be known.
+std::optional<std::int64_t> Falta(const com::Variant& hasta, int larga, com::Fecha ahora) {
+  if (larga == 0) return 0;
+  const auto* fecha = std::get_if<com::Fecha>(&hasta.Contenido());
+  if (fecha == nullptr) return std::nullopt;
+  const std::int64_t falta = Segundos(*fecha) - Segundos(ahora);
+  return falta > larga ? std::nullopt : std::optional(std::max<std::int64_t>(falta, 0));
+}
+
+void GuardaEspera(Conexion& conexion, const std::string& usuario, int fallas, com::Fecha hasta) {
+  conexion.Consulta("UPDATE Usuario SET Us_Fallas = ?, Us_Espera = ? WHERE Us_Cve_Usuario = ?",
+                    {fallas, hasta, usuario});
 }
 
 std::string Legible(std::int64_t segundos) {
@@ -137,6 +154,10 @@ void AjustaRoles(Conexion& conexion) {
 }
 
 }  // namespace
+
+std::int64_t Latido() {
+  return std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
 
 std::vector<Usuario> Usuarios(Conexion& conexion) {
   std::vector<Usuario> usuarios;
@@ -224,7 +245,8 @@ void GuardaUsuario(Conexion& conexion, const Usuario& usuario, const std::option
 
 // A try is counted before the password is looked at, and the count is what makes others wait that come at the same
 // time: so many at once are no way around the wait.
-Acceso Accede(Conexion& conexion, const std::string& usuario, const std::string& contrasena, com::Fecha ahora) {
+Acceso Accede(Conexion& conexion, const std::string& usuario, const std::string& contrasena, com::Fecha ahora,
+              std::int64_t latido) {
   std::string propio, resumen;
   {
     Transaccion t(conexion);
@@ -239,11 +261,17 @@ Acceso Accede(Conexion& conexion, const std::string& usuario, const std::string&
     if (!rs->Eof()) {
       propio = com::TextoDe(rs->Fields(0).Value());
       resumen = com::TextoDe(rs->Fields(1).Value());
-      if (const auto falta = Espera(rs->Fields(3).Value(), ahora); falta > 0) {
-        return {propio, "Demasiados intentos: espere " + Legible(falta)};  // one that waits counts for nothing
+      const int fallas = com::CLng(rs->Fields(2).Value()), larga = EsperaTras(fallas - 1);
+      const com::Fecha reloj = RelojDeEsperas(conexion, ahora, latido);
+      const auto falta = Falta(rs->Fields(3).Value(), larga, reloj);
+      // One that waits counts for nothing.
+      if (falta && *falta > 0) return {propio, kEspere + Legible(*falta)};
+      if (!falta) {
+        GuardaEspera(conexion, propio, fallas - 1, MasSegundos(reloj, larga));
+        t.Concluye();
+        return {propio, kEspere + Legible(larga)};
       }
-      conexion.Consulta("UPDATE Usuario SET Us_Espera = ? WHERE Us_Cve_Usuario = ?",
-                        {MasSegundos(ahora, EsperaTras(com::CLng(rs->Fields(2).Value()))), propio});
+      GuardaEspera(conexion, propio, fallas, MasSegundos(reloj, EsperaTras(fallas)));
     }
     t.Concluye();
   }

@@ -1,6 +1,7 @@
 // Users with passwords. A hotel in which nobody has one asks for none; with the first one everybody needs one.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -43,14 +44,23 @@ void CambiaDerechos(Conexion& conexion, const std::function<void()>& cambia);
 void GuardaUsuario(Conexion& conexion, const Usuario& usuario, const std::optional<std::string>& contrasena,
                    const std::vector<std::string>& derechos, const FichaUsuario* vista = nullptr);
 
+// Seconds of a clock that nobody sets, the same in all programs of this computer until it is started again; only
+// differences mean anything.
+std::int64_t Latido();
+
 struct Acceso {
   std::string usuario;  // as it is stored
   std::string motivo;   // why not, for the clerk; "" may enter
   bool Bien() const { return motivo.empty(); }
 };
 // Whether the password is the user's. From the third wrong one on the user waits, longer each time, up to a quarter of
-// an hour; ahora: the real time.
+// an hour, in whatever program she tries again. Errors of Consulta.
+//
+// With a server the waits are told by ahora, its clock (RelojDe). A file has no clock but the desk's, which whoever
+// waits may set: there they are told by latido alone. One that would last for longer than it did when it began, as when
+// the computer was started again, begins anew. The limit: a file taken to a computer that has been on for longer has no
+// waits to be kept to there; but whoever can take it needs no password to read it.
 [[nodiscard]] Acceso Accede(Conexion& conexion, const std::string& usuario, const std::string& contrasena,
-                            com::Fecha ahora);
+                            com::Fecha ahora, std::int64_t latido = Latido());
 
 }  // namespace autonomo

@@ -245,6 +245,13 @@ TEST_F(RolesPostgres, MuchosIntentosALaVezEsperanComoUnoTrasOtro) {
   }
   for (std::thread& hilo : hilos) hilo.join();
   EXPECT_EQ(probadas, 3);
+  // By the server's clock; one that was set back makes nobody wait for longer.
+  Anfitrion jefe(Como("JEFE"));
+  const auto entra = [&](int segundo) {
+    return Accede(*jefe.conexion(), "JEFE", "bastante larga", com::FechaDe(2026, 3, 9, 9, 0, segundo)).Bien();
+  };
+  EXPECT_FALSE(entra(0));
+  EXPECT_TRUE(entra(5));
 }
 
 TEST_F(RolesPostgres, DosQueSeQuitanElMandoNoDejanElHotelSinNadie) {

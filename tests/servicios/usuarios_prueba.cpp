@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "host/standalone/permisos.h"
+#include "host/standalone/segundos.h"
 #include "platform/com/error.h"
 
 namespace autonomo {
@@ -12,8 +13,12 @@ namespace {
 class UsuariosPrueba : public ::testing::Test {
  protected:
   static com::Fecha A(int segundo) { return com::FechaDe(2026, 3, 9, 10, segundo / 60, segundo % 60); }
+  // Nobody sets the clock.
+  Acceso Da(const char* contrasena, com::Fecha ahora, const char* usuario = "ana") {
+    return Accede(*base, usuario, contrasena, ahora, Segundos(ahora));
+  }
   bool Entra(const char* contrasena, com::Fecha ahora, const char* usuario = "ana") {
-    return Accede(*base, usuario, contrasena, ahora).Bien();
+    return Da(contrasena, ahora, usuario).Bien();
   }
   Reloj reloj;
   std::shared_ptr<Conexion> base = AbreConexion({}, reloj);
@@ -25,7 +30,7 @@ TEST_F(UsuariosPrueba, LaContrasenaSeComparaYNoSeGuarda) {
   EXPECT_TRUE(PideContrasena(*base));
   const std::string guardada = com::CStr(base->Consulta("SELECT Us_Contrasena FROM Usuario")->Fields(0).Value());
   EXPECT_TRUE(guardada.starts_with("$argon2id$")) << guardada;
-  EXPECT_EQ(Accede(*base, "ANA", "ñandú 2026", A(0)).usuario, "Ana");
+  EXPECT_EQ(Da("ñandú 2026", A(0), "ANA").usuario, "Ana");
   for (const char* mala : {"", "Ñandú 2026", "ñandú 2026 "}) EXPECT_FALSE(Entra(mala, A(0))) << mala;
   for (const char* nadie : {"", "nadie", "' OR 1=1 --"}) EXPECT_FALSE(Entra("ñandú 2026", A(60), nadie)) << nadie;
   // Nobody may enter once withdrawn; the last one cannot be, and is left whole.
@@ -60,7 +65,7 @@ TEST_F(UsuariosPrueba, ConContrasenasNadiePuedeLoQueNoSeLeDio) {
 TEST_F(UsuariosPrueba, CadaFallaHaceEsperarMas) {
   GuardaUsuario(*base, {"ana", ""}, "bastante larga", {kPermisoConfiguracion});
   for (int i = 0; i < 3; ++i) EXPECT_FALSE(Entra("mala", A(0)));
-  EXPECT_NE(Accede(*base, "ana", "bastante larga", A(4)).motivo.find("espere 1 segundos"), std::string::npos);
+  EXPECT_NE(Da("bastante larga", A(4)).motivo.find("espere 1 segundos"), std::string::npos);
   EXPECT_FALSE(Entra("mala", A(5)));  // now ten
   EXPECT_FALSE(Entra("bastante larga", A(14)));
   EXPECT_TRUE(Entra("bastante larga", A(15)));
@@ -71,9 +76,51 @@ TEST_F(UsuariosPrueba, CadaFallaHaceEsperarMas) {
     EXPECT_FALSE(Entra("mala", ahora));
     ahora = com::MasDias(ahora, 1);
   }
-  EXPECT_NE(Accede(*base, "ana", "bastante larga", com::MasDias(ahora, -1)).motivo.find("espere 15 minutos"),
-            std::string::npos);
-  EXPECT_TRUE(Entra("bastante larga", com::MasDias(ahora, -300))) << "a clock that was off locks nobody out";
+  ahora = com::MasDias(ahora, -1);
+  EXPECT_NE(Da("bastante larga", ahora).motivo.find("espere 15 minutos"), std::string::npos);
+  // A clock that was off makes nobody wait for longer.
+  const auto despues = [&](int segundos) {
+    return Accede(*base, "ana", "bastante larga", com::MasDias(ahora, -300), Segundos(ahora) + segundos).Bien();
+  };
+  EXPECT_FALSE(despues(899));
+  EXPECT_TRUE(despues(900));
+}
+
+// Whoever waits has the desk's clock before her, and may open and close as many programs as she likes.
+TEST_F(UsuariosPrueba, PonerElRelojNoAcortaLaEspera) {
+  GuardaUsuario(*base, {"ana", ""}, "bastante larga", {kPermisoConfiguracion});
+  const auto dice = [&](const char* contrasena, com::Fecha ahora, int latido) {
+    const Acceso acceso = Accede(*base, "ana", contrasena, ahora, latido);
+    return acceso.Bien() ? "entra" : acceso.motivo.substr(acceso.motivo.find(':') + 1);
+  };
+  const com::Fecha hora = com::FechaDe(2026, 3, 9, 11);
+  const auto puestos = {A(0), hora, com::MasDias(hora, 1000), com::MasDias(hora, -1000)};
+  for (int i = 0; i < 3; ++i) EXPECT_NE(dice("mala", A(0), 100), "entra");
+  for (const com::Fecha puesto : puestos) EXPECT_EQ(dice("bastante larga", puesto, 101), " espere 4 segundos");
+  EXPECT_EQ(dice("bastante larga", A(0), 105), "entra");
+
+  // What another program leaves in the file holds here, be it longer or shorter than what was last counted here.
+  const auto deja = [&](int fallas, const com::Variant& hasta) {
+    base->Consulta("UPDATE Usuario SET Us_Fallas = ?, Us_Espera = ?", {fallas, hasta});
+  };
+  const auto latido = [](int segundos) { return MasSegundos({}, segundos); };
+  EXPECT_NE(dice("mala", A(0), 200), "entra");
+  deja(11, latido(1100));
+  for (const com::Fecha puesto : puestos) EXPECT_EQ(dice("bastante larga", puesto, 210), " espere 15 minutos");
+  EXPECT_NE(dice("mala", A(0), 1100), "entra");
+  deja(3, latido(1110));
+  EXPECT_EQ(dice("bastante larga", A(0), 1106), " espere 4 segundos");
+  EXPECT_EQ(dice("bastante larga", A(0), 1110), "entra");
+
+  // By another clock: the computer's before it was started again, one of the day, none. The wait begins anew, once,
+  // and each program that opens the file then finds it.
+  for (const com::Variant& hasta : {com::Variant(latido(5000)), com::Variant(A(10)), com::Variant()}) {
+    deja(4, hasta);
+    EXPECT_EQ(dice("bastante larga", hora, 300), " espere 10 segundos");
+    EXPECT_EQ(com::CLng(base->Consulta("SELECT Us_Fallas FROM Usuario")->Fields(0).Value()), 4);
+    EXPECT_EQ(dice("bastante larga", hora, 309), " espere 1 segundos");
+    EXPECT_EQ(dice("bastante larga", hora, 310), "entra");
+  }
 }
 
 }  // namespace
