@@ -11,4 +11,12 @@ namespace vista {
 // pointer goes at once. duraMs: -1 as long as the toolkit thinks fit.
 void MuestraConsejo(QWidget& widget, const QRect& zona, const QString& texto, int duraMs = -1);
 
+// A tip that tells why something was refused. The toolkit takes any tip away when the mouse is let go or the keyboard
+// moves, so that one which came up meanwhile has to be shown again.
+void MuestraRechazo(QWidget& widget, const QString& texto, int duraMs);
+// Shows the last one again, once what runs now is over; nothing since OlvidaRechazo.
+void RepiteRechazo();
+// Another press begins.
+void OlvidaRechazo();
+
 }  // namespace vista

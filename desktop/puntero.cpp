@@ -2,6 +2,7 @@
 
 #include <QApplication>
 
+#include "desktop/consejo.h"
 #include "desktop/despues.h"
 #include "desktop/guarda.h"
 #include "desktop/ventana.h"
@@ -34,6 +35,7 @@ bool Puntero::eventFilter(QObject* objeto, QEvent* evento) {
       return Pulsa(*donde, *static_cast<QMouseEvent*>(evento));
     case QEvent::MouseButtonRelease:
       atendida_ = false;
+      RepiteRechazo();
       return std::exchange(traga_, false);
     default:
       return traga_;
@@ -43,6 +45,7 @@ bool Puntero::eventFilter(QObject* objeto, QEvent* evento) {
 bool Puntero::Pulsa(QWidget& donde, const QMouseEvent& evento) {
   if (atendida_) return traga_;
   atendida_ = true;
+  OlvidaRechazo();
   traga_ = interrumpida_ = false;
   Despues(*this, [this] { atendida_ = false; });
   Vista* vista = ventana_.VistaBajo(donde);

@@ -30,8 +30,7 @@ void Vista::Adopta(QWidget* widget) {
 
 void Vista::Dice(const QString& texto) const {
   constexpr int kDura = 8000;  // ms
-  QWidget* w = foco();
-  MuestraConsejo(*w, w->rect(), texto, kDura);
+  MuestraRechazo(*foco(), texto, kDura);
 }
 
 void Vista::PasaTecla(int codigo, int mayus) {

@@ -5,6 +5,7 @@
 #include <QSignalBlocker>
 
 #include "desktop/calendario.h"
+#include "desktop/consejo.h"
 #include "desktop/despues.h"
 #include "desktop/estilo.h"
 #include "desktop/fechas.h"
@@ -96,7 +97,9 @@ void VistaFecha::Teclea(const QString& texto) {
 void VistaFecha::Deja(Qt::FocusReason motivo) {
   if (!tecleada_ || motivo == Qt::PopupFocusReason || motivo == Qt::ActiveWindowFocusReason) return;
   Despues(*edicion_, [this] {
-    if (!Entrega()) formulario().Enfoca(campo_);
+    if (Entrega()) return;
+    formulario().Enfoca(campo_);
+    RepiteRechazo();
   });
 }
 

@@ -5,6 +5,7 @@
 
 #include <QImage>
 #include <QScreen>
+#include <QToolTip>
 
 #include "desktop/estilo.h"
 #include "desktop/guarda.h"
@@ -117,6 +118,36 @@ TEST(VistaFechaPrueba, EntregaLaFechaUnaVezAlSalirYRetieneLaQueNoSeLee) {
   EXPECT_EQ(campo->text(), QStringLiteral("17/03/2026"));
   EXPECT_EQ(com::AIso(p.forma.dpFecha.valor()), "2026-03-17");
   EXPECT_EQ(fijadas, 2);
+}
+
+// Why it stays is to be read once the button is let go, quickly or not.
+TEST(VistaFechaPrueba, LaQueNoSeLeeDicePorQueTambienAlDejarlaConElRaton) {
+  EnPantalla p;
+  auto* campo = p.widget<QLineEdit>(p.forma.dpFecha);
+  auto* otro = p.widget<QLineEdit>(p.forma.txtClave);
+  p.forma.dpFecha.valor(FechaDe(2026, 3, 9));
+  p.forma.Enfoca(p.forma.dpFecha);
+  campo->selectAll();
+  QTest::keyClicks(campo, QStringLiteral("40/40"));
+  for (const int sostiene : {0, 50}) {
+    QTest::mousePress(otro, Qt::LeftButton);
+    if (sostiene > 0) QTest::qWait(sostiene);
+    QTest::mouseRelease(otro, Qt::LeftButton);
+    QTest::qWait(50);
+    EXPECT_TRUE(QToolTip::isVisible()) << sostiene;
+    EXPECT_EQ(QToolTip::text(), QStringLiteral("«40/40» no es una fecha. Escriba día/mes/año, o pulse Esc para dejar "
+                                               "09/03/2026"))
+        << sostiene;
+    EXPECT_EQ(campo->text(), QStringLiteral("40/40"));
+    EXPECT_EQ(p.forma.foco(), &p.forma.dpFecha);
+    QToolTip::hideText();
+    QTest::qWait(400);  // a tip goes slowly
+  }
+  QTest::keyClick(campo, Qt::Key_Escape);
+  QTest::mouseClick(otro, Qt::LeftButton);
+  QTest::qWait(50);
+  EXPECT_FALSE(QToolTip::isVisible()) << "nothing is refused";
+  EXPECT_EQ(p.forma.foco(), &p.forma.txtClave);
 }
 
 TEST(VistaFechaPrueba, SuReglaPuedeRetenerElFocoYLasTeclasDeFuncionLaEntreganAntes) {
