@@ -2,7 +2,6 @@
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QPushButton>
 #include <QVBoxLayout>
 #include <tuple>
 
@@ -59,9 +58,10 @@ VentanaCotizacion::VentanaCotizacion(recepcion::Cotizacion& cotizacion, QWidget*
   connect(cierra, &QPushButton::clicked, this, &QDialog::reject);
   botones->addWidget(vende);
   botones->addStretch();
-  botones->addWidget(BotonExportar(
+  exporta_ = BotonExportar(
       this, [this] { return recepcion::ListadoDe(cotizacion_); },
-      [this](const QString& texto) { nota_->setText(texto); }));
+      [this](const QString& texto) { nota_->setText(texto); });
+  botones->addWidget(exporta_);
   botones->addWidget(cierra);
   caja->addLayout(botones);
   for (QWidget* w : std::initializer_list<QWidget*>{linea_, noches_, adultos_, menores_, infantes_})
@@ -172,6 +172,7 @@ void VentanaCotizacion::Pide(const recepcion::Pedido& pedido) {
   tabla_->resizeColumnsToContents();
   const QList<QTableWidgetItem*> mismo = tabla_->findItems(tipo, Qt::MatchExactly);
   if (tabla_->rowCount() > 0) tabla_->selectRow(tipo.isEmpty() || mismo.isEmpty() ? 0 : mismo.front()->row());
+  exporta_->setEnabled(true);
   nota_->setText(QStringLiteral("Por la estancia, con impuestos, en %1. Salida el %2")
                      .arg(Q(p.moneda), Q(regional::FechaCorta(p.salida))));
 }
@@ -205,8 +206,10 @@ void VentanaCotizacion::Intenta(const recepcion::Pedido& pedido) {
   }
 }
 
+// The quote before, which the model keeps, is no answer to what was asked: it is not given out either.
 void VentanaCotizacion::DiceQueNo(const com::Error& e) {
   tabla_->setRowCount(0);
+  exporta_->setEnabled(false);
   nota_->setText(Q(e.Descripcion()));
 }
 

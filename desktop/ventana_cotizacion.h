@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QLabel>
+#include <QPushButton>
 #include <QSpinBox>
 #include <QTableWidget>
 #include <optional>
@@ -50,6 +51,7 @@ class VentanaCotizacion : public QDialog {
   QComboBox* moneda_ = nullptr;
   QTableWidget* tabla_ = nullptr;
   QLabel* nota_ = nullptr;
+  QPushButton* exporta_ = nullptr;
 };
 
 }  // namespace vista

@@ -161,6 +161,13 @@ TEST_F(CuadroVentanaPrueba, SeCotizaYEnterReserva) {
     EXPECT_EQ(w.findChild<QTableWidget*>(QStringLiteral("ofertas"))->rowCount(), 0);
     const QString nota = w.findChild<QLabel*>(QStringLiteral("nota"))->text();
     EXPECT_TRUE(nota.startsWith(QStringLiteral("No hay tipo de cambio de la moneda USD"))) << nota.toStdString();
+    // Nothing to be given out: the quote before was another.
+    auto& exporta = *w.findChild<QPushButton*>(QStringLiteral("exportar"));
+    QTest::keyClick(w.focusWidget(), Qt::Key_E, Qt::ControlModifier);
+    QTest::mouseClick(&exporta, Qt::LeftButton);
+    EXPECT_FALSE(exporta.isEnabled());
+    QTest::keyClick(w.findChild<QComboBox*>(QStringLiteral("moneda")), Qt::Key_Up);
+    EXPECT_TRUE(exporta.isEnabled());
     QTest::keyClick(&w, Qt::Key_Escape);
   });
   Tecla(Qt::Key_F8);
@@ -301,6 +308,7 @@ TEST_F(CuadroVentanaPrueba, LaLlegadaSeTecleaComoEnTodasPartes) {
     }
     EXPECT_EQ(w.findChild<QSpinBox*>(QStringLiteral("noches"))->value(), 1);
     // A field's own use of the key gives way to the list's.
+    teclea("15");
     int ofrecido = 0;
     Espera("guardar", [&](QWidget& g) {
       ++ofrecido;
