@@ -2,7 +2,9 @@
 
 #include <QPushButton>
 #include <QTimer>
+#include <algorithm>
 #include <filesystem>
+#include <optional>
 
 #include "desktop/dialogos.h"
 #include "desktop/guarda.h"
@@ -33,6 +35,14 @@ void TomaLoTecleado(const EscritorioQt& escritorio, recepcion::Borrador& borrado
     borrador.aMedias = campo.nombre;
     borrador.tecleado = tecleado->toStdString();
   }
+}
+
+// The notes as their editor has them: they come back as if it had been accepted.
+void TomaNotas(const EscritorioQt& escritorio, const std::string& notas, recepcion::Borrador& borrador) {
+  const auto* suyas = escritorio.Principal()->Primero<controles::CampoNotas>();
+  if (suyas == nullptr) return;
+  const auto campo = std::ranges::find(borrador.campos, suyas->nombre(), &recepcion::CampoCaptado::nombre);
+  if (campo != borrador.campos.end()) campo->texto = notas;
 }
 
 // The clerk goes on where she was.
@@ -70,11 +80,13 @@ CuidaCaptura::~CuidaCaptura() { escritorio_.contexto().sinBorrador = nullptr; }
 void CuidaCaptura::Guarda() {
   const controles::Formulario* principal = escritorio_.Principal();
   if (ocupada_ || principal == nullptr) return;
-  if (!escritorio_.HayCaptura()) return Olvida();
+  const std::optional<std::string> notas = escritorio_.NotasAMedias();
+  if (!notas && !escritorio_.HayCaptura()) return Olvida();
   recepcion::Borrador borrador = recepcion::TomaBorrador(*principal);
   borrador.visto = anfitrion_.conexion()->LoVisto(borrador.folio);
   borrador.quitados = quitados_.renglones();
   TomaLoTecleado(escritorio_, borrador);
+  if (notas) TomaNotas(escritorio_, *notas, borrador);
   std::string texto = recepcion::EnTexto(borrador);
   if (texto == escrito_) return;
   try {

@@ -195,9 +195,13 @@ void EditorNotas::SoloLee() {
 
 QString EditorNotas::Texto() const { return edicion_->toPlainText(); }
 
-void EditorNotas::reject() {
+bool EditorNotas::Cambio() const {
   const auto lineas = [](QString texto) { return texto.replace(QStringLiteral("\r\n"), QStringLiteral("\n")); };
-  if (PermiteDejar(lineas(Texto()) != lineas(texto_), this)) QDialog::reject();
+  return lineas(Texto()) != lineas(texto_);
+}
+
+void EditorNotas::reject() {
+  if (PermiteDejar(Cambio(), this)) QDialog::reject();
 }
 
 // --- Busqueda

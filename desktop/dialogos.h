@@ -42,6 +42,8 @@ class EditorNotas : public QDialog {
   // The notes are only shown.
   void SoloLee();
   QString Texto() const;
+  // Whether it differs from what it was opened with.
+  bool Cambio() const;
   void reject() override;
 
  private:

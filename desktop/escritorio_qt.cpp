@@ -274,9 +274,16 @@ std::string EscritorioQt::EditaNotas(const std::string& titulo, const std::strin
   if (piloto_.notas) return piloto_.notas(texto);
   EditorNotas editor(Q(titulo), Q(texto), ancho, Frente());
   if (!abiertas_.empty() && !EnCaptura(*abiertas_.front())) editor.SoloLee();
+  const EditorNotas* fuera = std::exchange(editorNotas_, &editor);
   const bool acepta = editor.exec() == QDialog::Accepted;
+  editorNotas_ = fuera;
   VuelveAlFrente();
   return acepta ? editor.Texto().toStdString() : texto;
+}
+
+std::optional<std::string> EscritorioQt::NotasAMedias() const {
+  if (editorNotas_ == nullptr || !editorNotas_->Cambio()) return std::nullopt;
+  return editorNotas_->Texto().toStdString();
 }
 
 std::string EscritorioQt::EligeDeCatalogo(const std::string& titulo,

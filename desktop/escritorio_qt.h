@@ -14,6 +14,8 @@
 
 namespace vista {
 
+class EditorNotas;
+
 class EscritorioQt : public controles::Escritorio {
  public:
   EscritorioQt();
@@ -53,6 +55,8 @@ class EscritorioQt : public controles::Escritorio {
   void DiceDelBorrador() const;
   // The person has entered something in the capture since it began.
   bool HayCaptura() const { return Principal() != nullptr && resguardo_.HayCaptura(*Principal()); }
+  // The notes in their editor, as they are typed and not yet taken; nothing while nobody changes any.
+  std::optional<std::string> NotasAMedias() const;
   // What is done in the next window that waits for an answer; null for nothing. antes: before it is on the screen,
   // where it does not come at all when these steps end it. abierta: as soon as it is there.
   using Pasos = std::function<void(controles::Formulario&)>;
@@ -96,6 +100,7 @@ class EscritorioQt : public controles::Escritorio {
   // What ends the wait of a modal form.
   std::map<const controles::Formulario*, std::function<void()>> esperas_;
   std::vector<com::Inscripcion> inscripciones_;
+  const EditorNotas* editorNotas_ = nullptr;  // the one that is open
   struct {
     Pasos antes, abierta;
   } pasos_;

@@ -129,6 +129,51 @@ TEST_F(CapturaPrueba, UnaFechaAMediasVuelveComoSeTecleo) {
   Limpia();
 }
 
+// The program dies with the editor open: its text comes back as notes, be it all that was entered. An editor that is
+// left without it leaves no draft behind.
+TEST_F(CapturaPrueba, LasNotasEnSuEditorVuelven) {
+  auto cuida = Cuida();
+  Tecla(Qt::Key_N, Qt::ControlModifier);
+  Forma().Enfoca(*Forma().Busca("txtNotas"));
+  Espera("notas", [&](QWidget& w) {
+    cuida->Guarda();
+    EXPECT_EQ(Borradores().size(), 0) << "nothing typed";
+    QTest::keyClicks(w.focusWidget(), QStringLiteral("Cuna en el cuarto"));
+    QTest::keyClick(w.focusWidget(), Qt::Key_Return);
+    QTest::keyClicks(w.focusWidget(), QStringLiteral("y piso alto"));
+    cuida->Guarda();
+    EXPECT_EQ(Borradores().size(), 1);
+    cuida.reset();
+    EsperaMensaje("no se ha guardado", "Sí");
+    QTest::keyClick(&w, Qt::Key_Escape);
+  });
+  Tecla(Qt::Key_F2);
+  const auto& notas = Control<controles::CampoNotas>(Forma(), "txtNotas");
+  EXPECT_EQ(notas.text(), "");
+  Tecla(Qt::Key_L, Qt::ControlModifier);
+  cuida = Cuida();
+  EsperaMensaje("Reservación nueva", "Sí");
+  EXPECT_TRUE(cuida->Ofrece());
+  EXPECT_EQ(notas.text(), "Cuna en el cuarto\ny piso alto");
+  // Typed on, and given up: the draft has the notes as they are.
+  Forma().Enfoca(*Forma().Busca("txtNotas"));
+  Espera("notas", [&](QWidget& w) {
+    QTest::keyClicks(w.focusWidget(), QStringLiteral(" no"));
+    cuida->Guarda();
+    EsperaMensaje("no se ha guardado", "Sí");
+    QTest::keyClick(&w, Qt::Key_Escape);
+  });
+  Tecla(Qt::Key_F2);
+  cuida->Guarda();
+  cuida.reset();
+  Limpia();
+  cuida = Cuida();
+  EsperaMensaje("Reservación nueva", "Sí");
+  EXPECT_TRUE(cuida->Ofrece());
+  EXPECT_EQ(notas.text(), "Cuna en el cuarto\ny piso alto");
+  Limpia();
+}
+
 // Told at once, while the clerk types on, and once; the mark is there as long as it is so.
 TEST_F(CapturaPrueba, SinDondeGuardarElBorradorSeDiceEnLaVentana) {
   const QString estorbo = carpeta_.filePath(QStringLiteral("estado"));
