@@ -208,23 +208,29 @@ void EditorNotas::reject() {
 
 namespace {
 
-// Its words with a blank between them.
-QString ParaBuscar(const QString& texto) {
-  QStringList palabras;
-  for (const std::string& palabra : recepcion::Palabras(recepcion::Plano(texto.toStdString(), autonomo::LetraBuscada)))
-    palabras << Q(palabra);
-  return palabras.join(QLatin1Char(' '));
+// With a blank between them.
+QString Unidas(const std::vector<std::string>& palabras) {
+  QStringList unidas;
+  for (const std::string& palabra : palabras) unidas << Q(palabra);
+  return unidas.join(QLatin1Char(' '));
 }
+
+std::string PlanoDe(const QString& texto) { return recepcion::Plano(texto.toStdString(), autonomo::LetraBuscada); }
 
 }  // namespace
 
 Buscado::Buscado(const QString& texto) {
-  for (const QString& parte : texto.split(QLatin1Char(' '), Qt::SkipEmptyParts)) partes_ << ParaBuscar(parte);
+  for (const QString& parte : texto.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+    const std::string plano = PlanoDe(parte);
+    partes_.emplace_back(Unidas(recepcion::Palabras(plano)),
+                         Unidas(recepcion::Palabras(recepcion::SinApostrofos(plano))));
+  }
 }
 
 bool Buscado::Esta(const QString& fila) const {
-  const QString plano = ParaBuscar(fila);
-  return std::all_of(partes_.begin(), partes_.end(), [&](const QString& p) { return plano.contains(p); });
+  const QString plano = Unidas(recepcion::PalabrasBuscadas(PlanoDe(fila)));
+  return std::all_of(partes_.begin(), partes_.end(),
+                     [&](const auto& p) { return plano.contains(p.first) || plano.contains(p.second); });
 }
 
 Busqueda::Busqueda(const QString& titulo, Filas filas, QWidget* padre)

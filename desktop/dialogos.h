@@ -102,7 +102,7 @@ class Buscado {
   bool Esta(const QString& fila) const;
 
  private:
-  QStringList partes_;
+  std::vector<std::pair<QString, QString>> partes_;  // each also without its apostrophes
 };
 
 }  // namespace vista

@@ -153,7 +153,7 @@ Huespedes::Entrada Huespedes::EntradaDe(const Persona& persona) const {
   Entrada e;
   e.persona = persona;
   std::vector<std::string> nombre = Palabras(Plano(persona.nombre, sinAcento_));
-  for (const std::string& p : nombre) e.palabras += " " + p;
+  for (const std::string& p : PalabrasBuscadas(Plano(persona.nombre, sinAcento_))) e.palabras += " " + p;
   const std::string clave = Plano(persona.clave, sinAcento_);
   e.palabras.append(" ").append(clave).append(" ").append(SinCeros(clave));
   for (const std::string* texto : {&persona.telefono, &persona.correo}) {
@@ -190,13 +190,14 @@ void Huespedes::Busca(const std::string& texto) {
   busqueda_ = texto;
   total_ = 0;
   hallados_.clear();
-  const std::vector<std::string> palabras = Palabras(Plano(texto, sinAcento_));
+  const std::string plano = Plano(texto, sinAcento_);
+  const std::vector<std::string> palabras = Palabras(plano), juntas = Palabras(SinApostrofos(plano));
   for (const Entrada& e : entradas_) {
     const auto tiene = [&](const std::string& p) {
       return e.palabras.find(" " + p) != std::string::npos ||
              (EsParteDeTelefono(p) && e.digitos.find(p) != std::string::npos);
     };
-    if (e.deBaja || !std::ranges::all_of(palabras, tiene)) continue;
+    if (e.deBaja || (!std::ranges::all_of(palabras, tiene) && !std::ranges::all_of(juntas, tiene))) continue;
     if (++total_ <= kLimite) hallados_.push_back(e.persona);
   }
   Senala(hallados_.empty() ? -1 : 0);

@@ -35,7 +35,7 @@ constexpr std::string_view kVersiones = "SELECT SUM(Rv_Version) AS Cambios FROM 
 constexpr std::string_view kClientes = "SELECT Cl_Cve_Cliente, Cl_Razon_Social_1, Cl_Telefono, Cl_Correo FROM Cliente";
 
 void AgregaPalabras(std::string& destino, const std::string& texto, SinAcento sinAcento) {
-  for (const std::string& palabra : Palabras(Plano(texto, sinAcento))) destino.append(1, ' ').append(palabra);
+  for (const std::string& palabra : PalabrasBuscadas(Plano(texto, sinAcento))) destino.append(1, ' ').append(palabra);
 }
 
 // A key is found with and without the zeros before it.

@@ -405,15 +405,19 @@ Lectura LeeCon(const std::vector<std::string>& pedazos, Lector lector) {
 }  // namespace
 
 std::vector<Lectura> LeeTexto(std::string_view texto, com::Fecha hoy, SinAcento sinAcento) {
-  const std::string plano = Plano(texto, sinAcento);
-  const std::vector<std::string> pedazos = Pedazos(plano);
+  std::vector<std::string> planos{Plano(texto, sinAcento)};
+  if (std::string sin = SinApostrofos(planos[0]); sin != planos[0]) planos.push_back(std::move(sin));
   const Nombres nombres(sinAcento);
   std::vector<Lectura> lecturas;
-  for (const bool conNumeros : {true, false}) {
-    Lectura lectura = LeeCon(pedazos, Lector(pedazos, nombres, com::SoloFecha(hoy), conNumeros));
-    if (lectura.periodo && (lecturas.empty() || lectura != lecturas.front())) lecturas.push_back(std::move(lectura));
+  for (const std::string& plano : planos) {
+    const std::vector<std::string> pedazos = Pedazos(plano);
+    for (const bool conNumeros : {true, false}) {
+      Lectura lectura = LeeCon(pedazos, Lector(pedazos, nombres, com::SoloFecha(hoy), conNumeros));
+      if (lectura.periodo && std::ranges::find(lecturas, lectura) == lecturas.end())
+        lecturas.push_back(std::move(lectura));
+    }
   }
-  lecturas.push_back({std::nullopt, Palabras(plano)});
+  for (const std::string& plano : planos) lecturas.push_back({std::nullopt, Palabras(plano)});
   return lecturas;
 }
 

@@ -25,8 +25,8 @@ struct Lectura {
   bool operator==(const Lectura&) const = default;
 };
 
-// The ways to understand a text, the likeliest first; the last one is without days, as a name may be a month's. A
-// number alone behind a weekday ("viernes 14") may be a room too.
+// The ways to understand a text, the likeliest first; the last ones are without days, as a name may be a month's. A
+// number alone behind a weekday ("viernes 14") may be a room too, and an apostrophe inside a word nothing.
 //
 // A week is Monday to Sunday; a weekend is Friday to Sunday, the nights that a hotel sells as such. A day without a
 // year is the one that lies between 30 days ago and eleven months ahead; one without a month, and a weekday, are the

@@ -15,6 +15,7 @@ constexpr std::size_t kLocal = 10;
 std::string_view Local(std::string_view digitos) {
   return digitos.size() > kLocal ? digitos.substr(digitos.size() - kLocal) : digitos;
 }
+constexpr std::string_view kApostrofos = "'`";
 
 }  // namespace
 
@@ -49,6 +50,30 @@ std::vector<std::string> Palabras(std::string_view plano) {
     }
   }
   if (!palabra.empty()) palabras.push_back(palabra);
+  return palabras;
+}
+
+std::string SinApostrofos(std::string_view plano) {
+  const auto dentro = [&](std::size_t i) {
+    return i > 0 && i + 1 < plano.size() && EsDePalabra(plano[i - 1]) && EsDePalabra(plano[i + 1]);
+  };
+  std::string sin;
+  sin.reserve(plano.size());
+  for (std::size_t i = 0; i < plano.size(); ++i) {
+    if (kApostrofos.find(plano[i]) == std::string_view::npos || !dentro(i)) sin += plano[i];
+  }
+  return sin;
+}
+
+std::vector<std::string> PalabrasBuscadas(std::string_view plano) {
+  std::vector<std::string> palabras = Palabras(plano);
+  if (plano.find_first_of(kApostrofos) == std::string_view::npos) return palabras;
+  const std::string sin = SinApostrofos(plano);
+  const std::size_t suyas = palabras.size();
+  for (std::string& palabra : Palabras(sin)) {
+    const auto fin = palabras.begin() + static_cast<std::ptrdiff_t>(suyas);
+    if (std::find(palabras.begin(), fin, palabra) == fin) palabras.push_back(std::move(palabra));
+  }
   return palabras;
 }
 

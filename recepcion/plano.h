@@ -8,7 +8,8 @@
 namespace recepcion {
 
 // Gives a letter or digit without its accents ("é" gives "e"), 0 for an accent that stands behind its letter, "-" for a
-// dash and a blank for every other sign; the host's, which knows every alphabet. ASCII is not asked for.
+// dash, "'" for what is typed as an apostrophe and a blank for every other sign; the host's, which knows every
+// alphabet. ASCII is not asked for.
 using SinAcento = char32_t (*)(char32_t);
 
 // Letters without case and accents (ASCII ones in capitals); of the other signs those of ASCII stay, the others become
@@ -17,6 +18,10 @@ using SinAcento = char32_t (*)(char32_t);
 [[nodiscard]] bool EsDePalabra(char c);
 // The words of a plain text: runs of letters and digits. "ana.lopez@x.mx" has four.
 [[nodiscard]] std::vector<std::string> Palabras(std::string_view plano);
+// A plain text without the apostrophes inside its words: "O'HARA" gives "OHARA", as it is typed in a hurry.
+[[nodiscard]] std::string SinApostrofos(std::string_view plano);
+// The words that a text is found by: its own, and where apostrophes part some, those without them.
+[[nodiscard]] std::vector<std::string> PalabrasBuscadas(std::string_view plano);
 // A key without the zeros before it, "0" for nothing but zeros.
 [[nodiscard]] std::string_view SinCeros(std::string_view clave);
 

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string_view>
 
 #include "platform/com/texto.h"
 
@@ -42,7 +43,9 @@ char32_t SinAcentos(char32_t letra) {
 char32_t LetraBuscada(char32_t letra) {
   UErrorCode estado = U_ZERO_ERROR;
   static const UNormalizer2* const normalizador = unorm2_getNFKDInstance(&estado);
-  constexpr char32_t kModificadoras = 0x2B0, kTrasModificadoras = 0x300;  // "ʼ" for an apostrophe
+  constexpr char32_t kModificadoras = 0x2B0, kTrasModificadoras = 0x300;  // signs that count as letters
+  constexpr std::u32string_view kApostrofos = U"\u00B4\u02B9\u02BB\u02BC\u2018\u2019\u201B\u2032\uFF07";
+  if (kApostrofos.find(letra) != std::u32string_view::npos) return U'\'';
   const std::uint32_t clase = U_GET_GC_MASK(static_cast<UChar32>(letra));
   if ((clase & (U_GC_MN_MASK | U_GC_ME_MASK | U_GC_CF_MASK)) != 0) return 0;
   if ((clase & U_GC_PD_MASK) != 0) return U'-';

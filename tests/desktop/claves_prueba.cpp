@@ -41,5 +41,16 @@ TEST_F(ClavesPrueba, LaSucursalDiceSuNombreYLaQueNoExisteRetiene) {
   EXPECT_EQ(Foco(), "txtSucursal");
 }
 
+// A list's filter, as the search.
+TEST(FiltroPrueba, LosApostrofosNoEstorban) {
+  const auto halla = [](const char* filtro, const char* fila) {
+    return vista::Buscado(QString::fromUtf8(filtro)).Esta(QString::fromUtf8(fila));
+  };
+  for (const char* filtro : {"ohara", "o'hara", "O’HARA pat", "hara"})
+    EXPECT_TRUE(halla(filtro, "7   Pat O'Hara")) << filtro;
+  EXPECT_TRUE(halla("o´hara", "7   Pat Ohara"));
+  EXPECT_FALSE(halla("oharas", "7   Pat O'Hara"));
+}
+
 }  // namespace
 }  // namespace pruebas

@@ -315,6 +315,9 @@ vistos = [r["valor"] for r in guion(buscas, "2027-05-10T10:00") if r["orden"].st
 for i, nombre in enumerate(nombres):
     assert [f["folio"] for f in vistos[2 * i]["filas"]] == ["00000006%02d" % i], (nombre, vistos[2 * i])
     assert [p["nombre"] for p in vistos[2 * i + 1]["personas"]] == [nombre], (nombre, vistos[2 * i + 1])
+# An apostrophe is left out in a hurry.
+visto = guion("abre\nhuesped\nhuesped busca ohiggins\nmuestra huesped\n", "2027-05-10T10:00")[-1]["valor"]
+assert [p["nombre"] for p in visto["personas"]] == [nombres[0]], visto
 # Signs alone are no name; what fits everybody is cut, and says how many there are.
 todos = [r["valor"] for r in guion("""abre
 hoy

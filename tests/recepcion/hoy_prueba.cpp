@@ -198,6 +198,20 @@ TEST_F(HoyPrueba, LaBusquedaVeLoQueHayAhora) {
         "nuñez", "NUN\u0303EZ", "55-12345678 brien", "+52 (55) 1234-5678", "+5215512345678", "101 +52 55 1234 5678"})
     EXPECT_EQ(busca(texto).folios, std::vector<std::string>{"103000"}) << texto;
   EXPECT_EQ(busca("34567 8 9").total, 0U);
+  // An apostrophe is one however it is typed, or left out; the parts that it joins are still found.
+  const auto seLlama = [&](const char* nombre) {
+    Sql(std::string("UPDATE Cliente SET Cl_Razon_Social_1 = '") + nombre + "' WHERE Cl_Cve_Cliente = '77'");
+    indice.Relee();
+  };
+  for (const char* nombre : {"Pat O''Hara de la O", "Pat O’Hara de la O", "Pat O`Hara de la O", "Pat OʼHara de la O"}) {
+    seLlama(nombre);
+    for (const char* texto : {"ohara", "OHara pat", "o'hara", "o’hara", "o hara", "hara", "de la o hara", "ohara 101"})
+      EXPECT_EQ(busca(texto).folios, std::vector<std::string>{"103000"}) << nombre << ": " << texto;
+    for (const char* texto : {"pato", "delao", "harade", "'"}) EXPECT_EQ(busca(texto).total, 0U) << nombre << texto;
+  }
+  seLlama("Pat Ohara");
+  for (const char* texto : {"o'hara", "O´Hara", "ohara"})
+    EXPECT_EQ(busca(texto).folios, std::vector<std::string>{"103000"}) << texto;
   // A renamed client is found after the day was read again.
   Sql("UPDATE Cliente SET Cl_Razon_Social_1 = 'Patricia' WHERE Cl_Cve_Cliente = '77'");
   indice.Relee();
