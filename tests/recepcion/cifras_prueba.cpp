@@ -186,6 +186,26 @@ TEST_F(CifrasPrueba, LoQueSeDivideYLoQueSeRechaza) {
   EXPECT_EQ(cifras.total().vendidasAlFinal, 6);
 }
 
+// Who stayed on a reservation's nights is the guest of the one before, also where the period begins behind it.
+TEST_F(CifrasPrueba, QuienSeQuedaMasNoVendeLaSiguiente) {
+  Abre();
+  InsertaReservacion("1", {"0101"}, "CE");
+  InsertaReservacion("2", {"0101"}, "CE");
+  Sql("UPDATE Reservacion_Detalle SET Rsd_Fecha_Inicio = '2026-03-01', Rsd_Fecha_Fin = '2026-03-03' WHERE Rs_Folio = "
+      "'1'");
+  Sql("UPDATE Reservacion_Detalle SET Rsd_Fecha_Inicio = '2026-03-03', Rsd_Fecha_Fin = '2026-03-05' WHERE Rs_Folio = "
+      "'2'");
+  Sql("INSERT INTO Check_In (Ci_Folio, Ci_Llegada, Ci_Salida, Es_Cve_Estado) VALUES ('1', '2026-03-01 15:00', "
+      "'2026-03-05 12:00', 'CE')");
+  Sql("INSERT INTO Check_In_Detalle VALUES ('1', '0101')");
+  recepcion::Cifras cifras;
+  for (const int desde : {1, 2, 3, 4}) {
+    cifras.Abre({Dia(2026, 3, desde), Dia(2026, 3, 6), ""});
+    EXPECT_EQ(cifras.total().vendidas, std::max(3 - desde, 0)) << desde;
+    EXPECT_EQ(cifras.total().sinPrecio, std::min(5 - desde, 2)) << desde;
+  }
+}
+
 TEST(ListadoPrueba, LaHojaDeCalculoLoAbreSinSorpresas) {
   using enum listado::Clase;
   listado::Listado lista;
