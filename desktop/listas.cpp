@@ -82,6 +82,7 @@ class Lista : public Ficha {
       }
       filtro_ = filtro;
       Llena();
+      tabla_->scrollToTop();
     });
   }
 
@@ -125,8 +126,9 @@ class Lista : public Ficha {
       for (int c = 0; c < tabla_->columnCount(); ++c)
         tabla_->item(f, c)->setTextAlignment(Qt::AlignLeft | Qt::AlignTop);
     }
-    tabla_->resizeColumnsToContents();
+    // The last one has the rest: what is asked to fit its text would lose that once it is on the screen.
     for (int c = 0; c + 1 < tabla_->columnCount(); ++c) {
+      tabla_->resizeColumnToContents(c);
       tabla_->setColumnWidth(c, std::min(kMasAncha, tabla_->columnWidth(c)));
     }
     const int n = tabla_->rowCount();

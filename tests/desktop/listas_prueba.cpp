@@ -88,6 +88,38 @@ TEST_F(ListasPrueba, LaBitacoraSeFiltraPorFolioUsuarioYDia) {
   });
 }
 
+// From its first row, which is seen whole, and in the width that there is: as it comes up, and searched again from
+// further down.
+TEST_F(ListasPrueba, CadaBusquedaSeVeDesdeElPrimerRenglon) {
+  anfitrion_.conexion()->Consulta("DELETE FROM Bitacora");
+  for (int i = 0; i < 60; ++i)
+    anfitrion_.conexion()->Consulta(
+        "INSERT INTO Bitacora (Bt_Modulo, Bt_Clave, Bt_Texto, Bt_Usuario, Bt_Fecha) VALUES ('RESERVACION', '46', ?, "
+        "'ANA', '2026-03-09')",
+        {"Fecha de salida: 12/03/2026 -> 15/03/2026\nNotas: Llega tarde -> Llega muy tarde, por la noche, y pide que "
+         "le "
+         "guarden la cena y una cuna en el cuarto de sus padres"});
+  Con(vista::MuestraBitacora, [](QWidget& v) {
+    auto* tabla = v.findChild<QTableWidget*>();
+    for (const bool otra : {false, true}) {
+      if (otra) {
+        QTest::keyClick(tabla, Qt::Key_PageDown);
+        QTest::keyClick(tabla, Qt::Key_PageDown);
+        EXPECT_LT(tabla->visualItemRect(tabla->item(0, 3)).top(), 0);
+        QTest::keyClick(v.findChild<QLineEdit*>(QStringLiteral("folio")), Qt::Key_Return);
+      }
+      QTest::qWait(50);
+      const QRect cambio = tabla->visualItemRect(tabla->item(0, 3));
+      EXPECT_EQ(cambio.top(), 0) << otra;
+      EXPECT_EQ(cambio.right() + 1, tabla->viewport()->width()) << otra;
+      const QRect texto =
+          QFontMetrics(tabla->font())
+              .boundingRect(QRect(0, 0, cambio.width() - 8, 10000), Qt::TextWordWrap, tabla->item(0, 3)->text());
+      EXPECT_GE(cambio.height(), texto.height()) << otra;
+    }
+  });
+}
+
 TEST_F(ListasPrueba, UnCorreoSeMandaOtraVezDesdeLaLista) {
   autonomo::Conexion& base = *anfitrion_.conexion();
   autonomo::CorreoNuevo correo;
