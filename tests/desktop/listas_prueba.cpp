@@ -149,6 +149,9 @@ TEST_F(ListasPrueba, UnCorreoSeMandaOtraVezDesdeLaLista) {
     const auto responde = [&](int respuesta) {
       auto* caja = dynamic_cast<vista::CajaAviso*>(QApplication::activeModalWidget());
       ASSERT_NE(caja, nullptr);
+      if (const auto* no = caja->Boton(controles::kNo)) {
+        EXPECT_EQ(caja->defaultButton(), no) << "Enter alone sends nothing twice";
+      }
       dicho = caja->text();
       QTest::mouseClick(caja->Boton(respuesta), Qt::LeftButton);
     };
