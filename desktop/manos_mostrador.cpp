@@ -173,6 +173,7 @@ void ManosQt::AbreHuespedes(recepcion::Huespedes& huespedes, const std::string& 
   HazAlFrente([&] {
     huespedes.Abre(campo, estancia);
     delete huesped_;
+    huesped_.clear();
     HuespedALaVista(huespedes);
   });
 }
