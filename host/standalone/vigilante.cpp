@@ -226,7 +226,8 @@ class ConexionVigilada final : public Conexion {
   // is checked by its own statement.
   void RevisaOtraVez(const std::vector<std::string>& tratadas) {
     const auto seRevisaSola = [](const Escritura& e) {
-      return e.modo == Escritura::Modo::Pantalla && e.texto.Texto().starts_with(kCambioDeEstado);
+      return e.modo == Escritura::Modo::Pantalla && e.texto.Texto().starts_with(kCambioDeEstado) &&
+             e.texto.Texto().find(kAsignaEstado) != std::string::npos;
     };
     if (std::ranges::any_of(escrituras_, seRevisaSola)) return;
     for (const std::string& folio : tratadas) {
