@@ -188,8 +188,8 @@ TEST_F(Tarjetas, LoLeidoEsDeUnaFilaSoloSiSeNombraSinDuda) {
        {"WHERE Cl_Cve_Cliente = 'C1' AND Cl_Correo = 'x' OR Cl_Cve_Cliente = 'C2'", "WHERE NOT Cl_Cve_Cliente = 'C1'",
         "WHERE (1 = 1 AND Cl_Cve_Cliente = 'C1' AND 1 = 1) = 0", "WHERE Cl_Cve_Cliente = 'C1' = 0",
         "WHERE CASE WHEN 1 = 1 AND Cl_Cve_Cliente = 'C1' AND 1 = 1 THEN 0 ELSE 1 END = 1",
-        "WHERE Cl_Cve_Cliente = 'C1' AND 1 = 0 UNION SELECT Cl_Tarjeta_Numero, '' FROM Cliente WHERE Cl_Cve_Cliente = "
-        "'C2'",
+        ("WHERE Cl_Cve_Cliente = 'C1' AND 1 = 0 UNION SELECT Cl_Tarjeta_Numero, '' FROM Cliente WHERE Cl_Cve_Cliente = "
+         "'C2'"),
         "WHERE Cl_Cve_Cliente = (SELECT MAX(Rs_Huesped) FROM Reservacion WHERE Cl_Cve_Cliente = 'C1')",
         "c JOIN Reservacion r ON Rs_Huesped = c.Cl_Cve_Cliente WHERE r.Cl_Cve_Cliente = 'C1'",
         "c, Reservacion r WHERE Rs_Huesped = c.Cl_Cve_Cliente AND r.Cl_Cve_Cliente = 'C1'",
