@@ -37,6 +37,11 @@ std::string UltimoValor(const ado::TextoSQL& s) {
   return com::Recorta(s.Texto().substr(t.inicio, t.fin - t.inicio));
 }
 
+// Whether the statement of a screen is to move a reservation to another state; it may store something else.
+bool CambiaEstado(const ado::TextoSQL& s) {
+  return s.Texto().starts_with(kCambioDeEstado) && s.Texto().find(kAsignaEstado) != std::string::npos;
+}
+
 class ConexionVigilada final : public Conexion {
  public:
   explicit ConexionVigilada(std::shared_ptr<ConexionDeMotor> motor) : motor_(std::move(motor)) {}
@@ -226,8 +231,7 @@ class ConexionVigilada final : public Conexion {
   // is checked by its own statement.
   void RevisaOtraVez(const std::vector<std::string>& tratadas) {
     const auto seRevisaSola = [](const Escritura& e) {
-      return e.modo == Escritura::Modo::Pantalla && e.texto.Texto().starts_with(kCambioDeEstado) &&
-             e.texto.Texto().find(kAsignaEstado) != std::string::npos;
+      return e.modo == Escritura::Modo::Pantalla && CambiaEstado(e.texto);
     };
     if (std::ranges::any_of(escrituras_, seRevisaSola)) return;
     for (const std::string& folio : tratadas) {
@@ -253,7 +257,7 @@ class ConexionVigilada final : public Conexion {
         break;
     }
     e.texto.Verifica();
-    if (e.texto.Texto().starts_with(kCambioDeEstado)) RevisaCambioDeEstado(e.texto);
+    if (CambiaEstado(e.texto)) RevisaCambioDeEstado(e.texto);
     return motor_->Execute(e.texto);
   }
 
@@ -279,7 +283,7 @@ class ConexionVigilada final : public Conexion {
   void RevisaCambioDeEstado(const ado::TextoSQL& sentencia) {
     const std::string folio = UltimoValor(sentencia);
     const std::size_t lugar = sentencia.Texto().rfind(kAsignaEstado);
-    if (folio.empty() || lugar == std::string::npos) return;
+    if (folio.empty()) return;
     const std::string nuevo = sentencia.Texto().substr(lugar + kAsignaEstado.size(), 2);
     if (!EsPasoDeEstado(nuevo)) return;
     Aparta(folio);
